@@ -1,0 +1,79 @@
+#pragma once
+
+#include <QHash>
+#include <QList>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+#include "platform/dao/dao.h"
+
+class QWidget;
+
+namespace platform {
+
+// A record set with one current row, and the entry fields bound to it: moving shows the row in the fields.
+// Bound widgets: QLineEdit, QPlainTextEdit (text), QCheckBox (Yes/No), DateField (date, Null allowed).
+// Nothing typed is ever written by a move: only UpdateRecord writes. A Null shows as empty; an empty text is
+// written as the empty text over a value that was not Null, and leaves a Null as it is.
+class DataControl : public QObject {
+    Q_OBJECT
+ public:
+    explicit DataControl(QObject* parent = nullptr);
+
+    QString DatabaseName;  // path
+    QString Connect;       // ";Pwd=" and the password
+    QString RecordSource;  // a SELECT; takes effect at Refresh
+
+    // Opens the file if it is not open (or DatabaseName changed), runs RecordSource as a dynaset and shows its
+    // first row. Throws dao::Error and then has no record set. With an empty RecordSource only the file is opened.
+    void Refresh();
+    dao::Database& Database() { return database_; }
+    // The record set itself, for reading. Move it through the forwards below, so that the fields follow.
+    dao::Recordset& Recordset() { return recordset_; }
+    bool isOpen() const { return static_cast<bool>(recordset_); }
+    void Close();  // record set and database; fields are emptied
+
+    // The record set's operations, each followed by showing the row. All throw as the record set does.
+    void MoveFirst();
+    void MoveLast();
+    void MoveNext();
+    void Move(qint64 rows);
+    void FindFirst(const QString& criterion);
+    void setBookmark(const dao::Bookmark& place);
+    void AddNew();        // the fields are emptied
+    void CancelUpdate();  // drops a pending AddNew or Edit; the current row is shown again
+    void Delete();        // the fields keep showing the row until the next move
+
+    // Writes the bound fields to the row: of a pending AddNew, otherwise as Edit .. Update of the current row. Fields
+    // nobody touched are not written on an edit. On failure the edit is dropped, the fields keep what was typed,
+    // and the engine's error is thrown.
+    void UpdateRecord();
+    // Throws away what was typed and shows the row again.
+    void UpdateControls();
+
+    // A field of the file shown in a widget. The widget's text changes mark it as changed.
+    void bind(QWidget* widget, const QString& field);
+    // The widget has been changed since its row was shown or written.
+    bool DataChanged(const QWidget* widget) const;
+    void setDataChanged(const QWidget* widget, bool changed);
+
+ signals:
+    void repositioned();  // another row (or none) is shown
+
+ private:
+    struct Binding {
+        QPointer<QWidget> widget;
+        QString field;
+        bool changed = false;
+    };
+    void showRow();
+    void showEmpty();
+    dao::Database database_;
+    dao::Recordset recordset_;
+    QString openName_;
+    QList<Binding> bindings_;
+    bool showing_ = false;
+};
+
+}  // namespace platform

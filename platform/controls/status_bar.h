@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStatusBar>
+
+class QLabel;
+
+namespace platform {
+
+// A status bar of panels with keys, counted from 1 from the left.
+class StatusBar : public QStatusBar {
+    Q_OBJECT
+ public:
+    enum class AutoSize { Fixed, Spring, Contents };
+    explicit StatusBar(QWidget* parent = nullptr);
+    void addPanel(const QString& key, AutoSize size, int position = 0);  // position 0: at the right end
+    void removePanel(const QString& key);                                // nothing where there is none
+    bool hasPanel(const QString& key) const;
+    QString firstPanelKey() const;
+    QString panelText(const QString& key) const;
+    void setPanelText(const QString& key, const QString& text);  // shown at once
+    void setPanelToolTip(const QString& key, const QString& tip);
+    void setPanelAlignment(const QString& key, Qt::Alignment alignment);
+    QLabel* panel(const QString& key) const;  // object name "Panel(key)"; nullptr where there is none
+    // A panel that shows the clock, with the long date as its tip.
+    void addClock(const QString& key);
+
+ signals:
+    void panelDoubleClicked(const QString& key);
+    void barClicked();  // anywhere on the bar, once for a click
+
+ protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+ private:
+    struct Panel {
+        QString key;
+        QLabel* label = nullptr;
+        AutoSize size = AutoSize::Fixed;
+    };
+    QList<Panel> panels_;
+};
+
+}  // namespace platform

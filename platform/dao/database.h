@@ -1,0 +1,120 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/dao/recordset.h"
+#include "platform/dao/value.h"
+
+namespace dao {
+
+class DatabaseImpl;
+
+enum ExecuteOption { dbFailOnError = 128 };
+enum FieldType { dbBoolean = 1, dbLong = 4, dbCurrency = 5, dbSingle = 6, dbDate = 8, dbText = 10, dbMemo = 12 };
+
+struct FieldDef {
+    std::string Name;
+    FieldType Type = dbText;
+    int Size = 0;          // characters, dbText only; 0: no limit
+    bool counter = false;  // dbLong only: the table's key, numbered by the engine
+};
+
+// A table's definition: a new one from Database::CreateTableDef, or one of the file's from TableDefs.
+class TableDef {
+ public:
+    TableDef() = default;
+    explicit TableDef(std::string name) : name_(std::move(name)) {}
+    const std::string& Name() const { return name_; }
+    const std::vector<FieldDef>& Fields() const { return fields_; }
+    FieldDef CreateField(std::string name, FieldType type, int size = 0) const {
+        return FieldDef{std::move(name), type, size, false};
+    }
+    void Append(FieldDef field) { fields_.push_back(std::move(field)); }  // Fields.Append
+
+ private:
+    std::string name_;
+    std::vector<FieldDef> fields_;
+};
+
+// A row of one table goes with the row of another it belongs to.
+struct Relation {
+    std::string table, field;                // the one side: Customers, CustID
+    std::string foreignTable, foreignField;  // the many side: Computers, CustID
+    bool cascadeDelete = false;
+};
+
+// A stored query: lives in the file, is seen by every process that has it open.
+class QueryDef {
+ public:
+    QueryDef(std::shared_ptr<DatabaseImpl> db, std::string name) : db_(std::move(db)), name_(std::move(name)) {}
+    const std::string& Name() const { return name_; }
+    std::string SQL() const;                 // 3265 if it has been dropped meanwhile
+    // 3075 if it does not parse, and then the old text stays. Names are looked up when the query is run.
+    void setSQL(const std::string& text);
+
+ private:
+    std::shared_ptr<DatabaseImpl> db_;
+    std::string name_;
+};
+
+class QueryDefsCollection {
+ public:
+    explicit QueryDefsCollection(std::shared_ptr<DatabaseImpl> db) : db_(std::move(db)) {}
+    int Count() const;
+    QueryDef operator[](int index) const;              // in order of name
+    QueryDef operator[](std::string_view name) const;  // 3265 where there is none; without regard to case
+    void Delete(std::string_view name);                // 3265 where there is none
+
+ private:
+    std::shared_ptr<DatabaseImpl> db_;
+};
+
+class TableDefsCollection {
+ public:
+    explicit TableDefsCollection(std::shared_ptr<DatabaseImpl> db) : db_(std::move(db)) {}
+    int Count() const;
+    TableDef operator[](int index) const;
+    TableDef operator[](std::string_view name) const;  // 3265
+    void Append(const TableDef& table);                // 3012 if the name is taken
+    void Delete(std::string_view name);                // 3265
+
+ private:
+    std::shared_ptr<DatabaseImpl> db_;
+};
+
+// An open file. Shared: a copy is the same. A default-made one is closed: 3420.
+// All openings of one file by one process share one connection, and do not lock each other out.
+class Database {
+ public:
+    Database() = default;
+    explicit Database(std::shared_ptr<DatabaseImpl> impl) : impl_(std::move(impl)) {}
+    explicit operator bool() const { return impl_ != nullptr; }  // false after Close, too
+
+    const std::string& Name() const;  // the path it was opened by
+    // `source`: a table's or stored query's name, or a SELECT. dbOpenTable takes a table's name only and gives its
+    // rows in the table's own order.
+    Recordset OpenRecordset(std::string_view source, RecordsetType type = dbOpenDynaset);
+    // INSERT, UPDATE, DELETE. All of it happens or, on an error, nothing, whatever `options` says.
+    void Execute(std::string_view statement, int options = dbFailOnError);
+    std::int64_t RecordsAffected() const;  // by the last Execute
+
+    QueryDefsCollection QueryDefs() const;
+    QueryDef CreateQueryDef(std::string_view name, const std::string& text);  // 3012 if the name is taken
+    TableDefsCollection TableDefs() const;
+    TableDef CreateTableDef(std::string name) const { return TableDef(std::move(name)); }
+    // Only while the foreign table is empty. The store keeps the rule from then on, also for other programs.
+    void CreateRelation(const Relation& relation);
+    std::vector<Relation> Relations() const;
+
+    void Close();  // its record sets close with it; closing a closed one does nothing
+    const std::shared_ptr<DatabaseImpl>& impl() const { return impl_; }
+
+ private:
+    std::shared_ptr<DatabaseImpl> impl_;
+};
+
+}  // namespace dao

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/dao/database.h"
+#include "platform/dao/error.h"
+
+namespace dao {
+
+enum IdleOption { dbRefreshCache = 8 };
+
+struct ErrorEntry {
+    int Number = 0;
+    std::string Description;
+};
+
+// What a repair found.
+struct RepairReport {
+    bool damaged = false;        // false: every page was in order and the file was not touched
+    std::int64_t rowsKept = 0;
+    std::int64_t rowsLost = 0;   // rows known to have been there (by an index or a gap) and not readable
+    std::vector<std::string> notes;
+};
+
+class Workspace {
+ public:
+    Database OpenDatabase(const std::string& path, bool exclusive = false, bool readOnly = false,
+                          const std::string& connect = {});
+    void BeginTrans();
+    void CommitTrans();
+    void Rollback();
+};
+
+// The engine. One for a process, as the file is one for all its windows.
+// Paths are UTF-8. A connect text is ";pwd=" and the password, the key in any case; empty: no password given.
+class DBEngine {
+ public:
+    static Workspace& Workspaces(int index);  // 0 is the only one: 3265 otherwise
+
+    // Errors: 3024 no such file, 3044 a directory, 3343 no database of this engine, 3031 wrong or missing password
+    // (a file that this process has open with the right one is let in without), 3049 the engine's own but damaged,
+    // 3045 exclusive wanted and another process has it, 3356 another process has it exclusively, 3050 its folder
+    // takes no lock file, 3027 the file is read-only and `readOnly` is false.
+    static Database OpenDatabase(const std::string& path, bool exclusive = false, bool readOnly = false,
+                                 const std::string& connect = {});
+    // A new empty file. 3012 if there is one already.
+    static Database CreateDatabase(const std::string& path, const std::string& connect);
+
+    // Checks every page; if something is broken all rows that can still be read go into a fresh file, which takes
+    // the old one's place only when it is whole. Needs the file for this process alone: 3045. Uses the password
+    // that this process last opened the file with, or, failing that, the one given; 3031 with neither.
+    static void RepairDatabase(const std::string& path, const std::string& connect = {});
+    static const RepairReport& LastRepair();
+    // Writes a fresh, dense copy, same password. 3045 while another process has the source open, 3012 if the
+    // target exists. `connect` as for OpenDatabase; empty: the password this process last opened it with.
+    static void CompactDatabase(const std::string& from, const std::string& to, const std::string& connect = {});
+    // A consistent copy of the file, byte for byte, also while other processes write to it: writers wait. A file
+    // that does not open as a database is copied as it lies. The target is written beside and renamed, so it is
+    // whole or absent; an existing target is replaced only then.
+    static void CopyDatabase(const std::string& from, const std::string& to);
+
+    static void Idle(int option = 0);  // dbRefreshCache: the next read asks the file again
+    static void BeginTrans() { Workspaces(0).BeginTrans(); }
+    static void CommitTrans() { Workspaces(0).CommitTrans(); }
+    static void Rollback() { Workspaces(0).Rollback(); }
+
+    static const std::vector<ErrorEntry>& Errors();  // of the last failing operation
+
+    // How long Edit, Update and the like wait for another workstation's lock. Milliseconds; 10,000 at the start.
+    static void setLockTimeout(int milliseconds);
+};
+
+}  // namespace dao

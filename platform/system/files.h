@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+// Files, in the program's terms. Paths take "\" and the native separator alike.
+namespace platform {
+
+// Any existing file, hidden and read-only ones included; not a folder.
+bool fileExists(const QString& path);
+QString nativePath(const QString& path);  // every "\" becomes the native separator
+// Throw RunError: 53 not found, 58 already exists, 61 disk full, 70 permission denied, 75 other.
+void copyFile(const QString& from, const QString& to);    // replaces an existing target, whole or not at all
+void renameFile(const QString& from, const QString& to);  // 58 if the target exists
+void deleteFile(const QString& path);
+
+// The program's folder: that of the executable while its user may write there, otherwise the user's own data
+// folder for Tarvello, seeded once from the delivered files beside the executable. Without a separator behind it.
+QString programFolder();
+void setProgramFolder(const QString& folder);  // for tests
+
+}  // namespace platform

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <utility>
+
+class QWidget;
+
+// The routines and variables that every window uses.
+
+// Program-wide variables, set by Main before any window opens.
+extern float KursKupovni;      // dinars for one euro
+extern bool CeneDinarske;      // prices are shown in dinars
+extern bool AskBeforeDelete;
+extern bool MakeProperCase;
+extern bool ShowTipsAtStartup;
+extern bool ShowTipsAtRandom;
+
+// A text of the string table; an unknown number gives the empty text.
+QString LoadResString(int id);
+// The text with each placeholder replaced by its value, one occurrence after the other, always searching from the
+// start. A value must not hold its own placeholder.
+QString GetResString(int id, const QList<std::pair<QString, QString>>& pairs = {});
+QString GetDAOErrors();  // "[number] description", one line an error, no break behind the last
+QString GetLocaleValue(int field);  // 14: the decimal separator; anything else: empty
+QString ConvertCase(const QString& text, int mode);
+float LocaleSingle(const QString& text);
+float ReadKursKupovni();
+QString FileNameOf(const QString& path);
+void TryKillFile(const QString& path);
+bool LaunchAssociated(QWidget* owner, const QString& target);
+bool CheckHelpFile();
+void SetTopMost(QWidget* window, bool flag);
+
+QString ScrambleOrder(const QString& text, bool flag);
+QString ScrambleChars(const QString& text);
+
+// The places of windows, as the settings hold them: left and top edge in twips with a semicolon between.
+void moveToPlace(QWidget* window, const QString& place);
+QString placeOf(const QWidget* window);
+
+// The help viewer's commands. The viewer itself is a window (shell/frmHelp); it puts itself in here, so that every
+// window can ask for a topic without knowing it.
+enum HelpCommand { HELP_CONTEXT = 1, HELP_QUIT = 2, HELP_FINDER = 15, HELP_KEY = 261 };
+using HelpViewer = bool (*)(const QString& file, HelpCommand command, int context);
+void setHelpViewer(HelpViewer viewer);
+bool WinHelp(const QString& file, HelpCommand command, int context = 0);
+QString helpFile();  // the path that CheckHelpFile settled
+// CheckHelpFile and, where it found the file, the topic of a window or control.
+void showHelp(int context);
