@@ -1,0 +1,31 @@
+#include <QCoreApplication>
+#include <QGenericPlugin>
+#include <QStringList>
+#include <QTimer>
+
+#include "walker.h"
+
+void walkFirstDay(Walker& walker);
+void walkSecondDay(Walker& walker);
+
+// Loaded into the program by QT_QPA_GENERIC_PLUGINS="walk:DAY:PICTURES:FIRST": the day to walk, the folder for the
+// pictures, the number of the first of them.
+class WalkPlugin : public QGenericPlugin {
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "walk.json")
+ public:
+    QObject* create(const QString& name, const QString& specification) override {
+        const QStringList words = specification.split(QLatin1Char(':'));
+        if (name.compare(QLatin1String("walk"), Qt::CaseInsensitive) != 0 || words.size() < 3)
+            return nullptr;
+        auto* walker = new Walker(words.at(1), words.at(2).toInt());
+        if (words.at(0) == QLatin1String("first"))
+            walkFirstDay(*walker);
+        else
+            walkSecondDay(*walker);
+        walker->start();
+        return walker;
+    }
+};
+
+#include "plugin.moc"

@@ -1,0 +1,293 @@
+#include "walker.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QTabBar>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+#include <QToolButton>
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+constexpr int kPatience = 30000;  // milliseconds
+constexpr int kGlance = 20;
+
+void say(const QString& line) {
+    std::printf("%s\n", qPrintable(line));
+    std::fflush(stdout);
+}
+
+}  // namespace
+
+QMessageBox* boxOnShow() { return qobject_cast<QMessageBox*>(QApplication::activeModalWidget()); }
+
+QWidget* windowOnShow() {
+    if (QWidget* modal = QApplication::activeModalWidget())
+        return modal;
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        if (window->isVisible() && window->objectName() == QLatin1String("frmMain"))
+            return window;
+    }
+    for (QWidget* window : windows) {
+        if (window->isVisible() && window->windowType() != Qt::Popup)
+            return window;
+    }
+    return nullptr;
+}
+
+QString textOf(const QWidget* control) {
+    if (const auto* line = qobject_cast<const QLineEdit*>(control))
+        return line->text();
+    if (const auto* text = qobject_cast<const QPlainTextEdit*>(control))
+        return text->toPlainText();
+    if (const auto* combo = qobject_cast<const QComboBox*>(control))
+        return combo->currentText();
+    if (const auto* label = qobject_cast<const QLabel*>(control))
+        return label->text();
+    if (const auto* button = qobject_cast<const QAbstractButton*>(control))
+        return button->text();
+    return {};
+}
+
+QString cell(const QWidget* list, int row, int column) {
+    const auto* view = qobject_cast<const QAbstractItemView*>(list);
+    return view == nullptr ? QString() : view->model()->index(row, column).data().toString();
+}
+
+int rows(const QWidget* list) {
+    const auto* view = qobject_cast<const QAbstractItemView*>(list);
+    return view == nullptr ? -1 : view->model()->rowCount();
+}
+
+Walker::Walker(QString pictureFolder, int firstPicture)
+    : pictureFolder_(std::move(pictureFolder)), pictureNumber_(firstPicture) {
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, this, [this] {
+        if (at_ < steps_.size())
+            fail(QStringLiteral("the program has ended before the walk"));
+        say(QStringLiteral("ok    ") + station_);
+    });
+}
+
+void Walker::station(const QString& text) {
+    steps_.append({text, [] { return true; }, [] {}, true});
+}
+
+void Walker::when(Condition condition, Action action) {
+    steps_.append({{}, std::move(condition), std::move(action), false});
+}
+
+void Walker::act(Action action) {
+    when([] { return true; }, std::move(action));
+}
+
+void Walker::pause(int milliseconds) {
+    act([milliseconds] { QTest::qWait(milliseconds); });
+}
+
+bool Walker::shows(const QString& name) {
+    QWidget* window = windowOnShow();
+    if (window == nullptr)
+        return false;
+    if (window->objectName() == name)
+        return true;
+    const auto found = window->findChildren<QWidget*>(name);
+    for (const QWidget* widget : found) {
+        if (widget->isVisible())
+            return true;
+    }
+    return false;
+}
+
+QWidget* Walker::control(const QString& name) {
+    if (QWidget* window = windowOnShow()) {
+        if (window->objectName() == name)
+            return window;
+        const auto found = window->findChildren<QWidget*>(name);
+        for (QWidget* widget : found) {
+            if (widget->isVisible())
+                return widget;
+        }
+    }
+    fail(QStringLiteral("there is no \"%1\" on show").arg(name));
+    return nullptr;
+}
+
+void Walker::click(const QString& name) {
+    when([this, name] { return shows(name); },
+         [this, name] {
+             QWidget* widget = control(name);
+             if (!widget->isEnabled())
+                 fail(QStringLiteral("\"%1\" is disabled").arg(name));
+             QTest::mouseClick(widget, Qt::LeftButton);
+         });
+}
+
+void Walker::type(const QString& name, const QString& text) {
+    when([this, name] { return shows(name) && control(name)->isEnabled(); },
+         [this, name, text] {
+             QWidget* widget = control(name);
+             widget->setFocus();
+             QTest::keyClick(widget, Qt::Key_A, Qt::ControlModifier);
+             QTest::keyClick(widget, Qt::Key_Delete);
+             QTest::keyClicks(widget, text);
+         });
+}
+
+void Walker::press(int key, Qt::KeyboardModifiers modifiers) {
+    act([this, key, modifiers] {
+        QWidget* focus = QApplication::focusWidget();
+        if (focus == nullptr)
+            focus = windowOnShow();
+        if (focus == nullptr)
+            fail(QStringLiteral("no window takes the key"));
+        QTest::keyClick(focus, static_cast<Qt::Key>(key), modifiers);
+    });
+}
+
+void Walker::tool(const QString& key) {
+    act([this, key] {
+        QWidget* window = windowOnShow();
+        const auto bars = window->findChildren<QToolBar*>();
+        for (const QToolBar* bar : bars) {
+            const auto actions = bar->actions();
+            for (QAction* action : actions) {
+                if (action->objectName() != key)
+                    continue;
+                if (!action->isEnabled())
+                    fail(QStringLiteral("the toolbar's \"%1\" is disabled").arg(key));
+                QTest::mouseClick(bar->widgetForAction(action), Qt::LeftButton);
+                return;
+            }
+        }
+        fail(QStringLiteral("the toolbar has no \"%1\"").arg(key));
+    });
+}
+
+// By keys, as from the keyboard: the menu bar's menu is opened and its item chosen.
+void Walker::menu(const QString& name, int position) {
+    act([this, name, position] {
+        auto* menu = windowOnShow()->findChild<QMenu*>(name);
+        if (menu == nullptr)
+            fail(QStringLiteral("there is no menu \"%1\"").arg(name));
+        menu->popup(windowOnShow()->mapToGlobal(QPoint(20, 40)));
+    });
+    pause(60);
+    act([this, name, position] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        if (menu == nullptr || menu->objectName() != name)
+            fail(QStringLiteral("the menu \"%1\" does not open").arg(name));
+        QAction* item = menu->actions().value(position);
+        if (item == nullptr || !item->isEnabled())
+            fail(QStringLiteral("item %1 of \"%2\" cannot be chosen").arg(position).arg(name));
+        QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(item).center());
+    });
+}
+
+void Walker::tab(int index) {
+    act([this, index] {
+        auto* strip = qobject_cast<QTabBar*>(control(QStringLiteral("TabStrip1")));
+        if (strip == nullptr)
+            fail(QStringLiteral("there is no tab strip"));
+        QTest::mouseClick(strip, Qt::LeftButton, Qt::NoModifier, strip->tabRect(index).center());
+    });
+}
+
+void Walker::answer(const QString& saying, int button) {
+    when([] { return boxOnShow() != nullptr; },
+         [this, saying, button] {
+             QMessageBox* box = boxOnShow();
+             if (!box->text().contains(saying))
+                 fail(QStringLiteral("the box says \"%1\" and not \"%2\"").arg(box->text(), saying));
+             QAbstractButton* wanted = box->button(static_cast<QMessageBox::StandardButton>(button));
+             if (wanted == nullptr)
+                 fail(QStringLiteral("the box has no such button: %1").arg(box->text()));
+             QTest::mouseClick(wanted, Qt::LeftButton);
+         });
+}
+
+void Walker::picture(const QString& name) {
+    pause(120);  // the window has painted itself
+    act([this, name] {
+        QWidget* window = windowOnShow();
+        if (window == nullptr)
+            fail(QStringLiteral("there is no window to take a picture of"));
+        const QString file =
+            QStringLiteral("%1/%2-%3.png").arg(pictureFolder_).arg(pictureNumber_++, 2, 10, QLatin1Char('0')).arg(name);
+        if (!window->grab().save(file))
+            fail(QStringLiteral("the picture %1 cannot be written").arg(file));
+    });
+}
+
+void Walker::check(const QString& what, Condition condition) {
+    // Given a moment, as an eye gives it: what a click starts may end in a later turn of the event loop.
+    auto deadline = std::make_shared<int>(0);
+    when(
+        [condition, deadline] {
+            *deadline += kGlance;
+            return condition() || *deadline > 3000;
+        },
+        [this, what, condition] {
+            if (!condition())
+                fail(QStringLiteral("not so: %1").arg(what));
+        });
+}
+
+void Walker::checkText(const QString& name, const QString& expected) {
+    auto deadline = std::make_shared<int>(0);
+    when(
+        [this, name, expected, deadline] {
+            *deadline += kGlance;
+            return (shows(name) && textOf(control(name)) == expected) || *deadline > 3000;
+        },
+        [this, name, expected] {
+            const QString text = textOf(control(name));
+            if (text != expected)
+                fail(QStringLiteral("%1 shows \"%2\" and not \"%3\"").arg(name, text, expected));
+        });
+}
+
+void Walker::start() { QTimer::singleShot(0, this, &Walker::next); }
+
+void Walker::next() {
+    if (at_ >= steps_.size())
+        return;
+    const Step& step = steps_.at(at_);
+    if (!step.condition()) {
+        waited_ += kGlance;
+        if (waited_ > kPatience)
+            fail(QStringLiteral("waited in vain"));
+        QTimer::singleShot(kGlance, this, &Walker::next);
+        return;
+    }
+    waited_ = 0;
+    if (step.newStation) {
+        if (!station_.isEmpty())
+            say(QStringLiteral("ok    ") + station_);
+        station_ = step.station;
+    }
+    const Action action = step.action;
+    ++at_;
+    // Before the step acts: it may open a modal window and come back only when that is closed.
+    QTimer::singleShot(kGlance, this, &Walker::next);
+    action();
+}
+
+void Walker::fail(const QString& why) {
+    say(QStringLiteral("WRONG %1 (step %2): %3").arg(station_).arg(at_).arg(why));
+    if (QWidget* window = windowOnShow())
+        window->grab().save(pictureFolder_ + QStringLiteral("/wrong.png"));
+    std::_Exit(1);
+}
