@@ -19,6 +19,6 @@ struct Measure {
 std::vector<Measure> engineMeasures();
 std::vector<Measure> windowMeasures();
 
-// Prints the milliseconds from the start of this process to the usable main window, with what they were spent on.
-// One start for a process.
+// Prints the milliseconds from the start of this process to the usable main window, with what they were spent
+// on. One start for a process.
 int startUpMeasure();

@@ -22,7 +22,9 @@ Shop::Shop(const std::string& path) : path_(path) {
     run("SELECT count(*) FROM sqlite_master");
 }
 
-Shop::~Shop() { sqlite3_close(plain_); }
+Shop::~Shop() {
+    sqlite3_close(plain_);
+}
 
 void Shop::run(const char* sql) const {
     char* message = nullptr;

@@ -21,8 +21,8 @@
 
 namespace {
 
-// One main window for all window measures, on the generated shop. The seven seconds of the splash window are over
-// for it before they begin.
+// One main window for all window measures, on the generated shop. The seven seconds of the splash window are
+// over for it before they begin.
 frmMain& window() {
     static frmMain* const main = [] {
         auto* made = new frmMain;
@@ -37,7 +37,9 @@ frmMain& window() {
     return *main;
 }
 
-void clientsOurs(Shop&) { window().FillClientCombo(); }
+void clientsOurs(Shop&) {
+    window().FillClientCombo();
+}
 
 std::string lowered(std::string text) {
     for (char& letter : text)
@@ -68,7 +70,8 @@ void clientsBaseline(Shop& shop) {
         entries.push_back({lowered(text), text, sqlite3_column_int(statement, 0)});
     }
     sqlite3_finalize(statement);
-    std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) { return a.order < b.order; });
+    std::sort(entries.begin(), entries.end(),
+              [](const Entry& a, const Entry& b) { return a.order < b.order; });
     benchmark::DoNotOptimize(entries.data());
 }
 
@@ -108,7 +111,8 @@ void listBaseline(Shop& shop) {
         bool isFinished, isPaid;
     };
     sqlite3_stmt* statement = shop.prepare(
-        "SELECT ID, ServiceStarted, ServiceToBeFinished, ServiceFinished, Price, Discount, GST, Paid, ServiceTypes,"
+        "SELECT ID, ServiceStarted, ServiceToBeFinished, ServiceFinished, Price, Discount, GST, Paid, "
+        "ServiceTypes,"
         " Comments FROM Services WHERE MachineID=? ORDER BY ID");
     sqlite3_bind_int(statement, 1, busyComputer(shop));
     std::vector<Row> rows;
@@ -202,7 +206,8 @@ int startUpMeasure() {
     std::printf(
         "start_up %.0f ms: program and Qt loaded %.0f, database checked %.0f, window built %.0f,"
         " record sets opened and lists filled %.0f, painted %.0f\n",
-        painted - started, ready - started, checked - ready, built - checked, filled - built, painted - filled);
+        painted - started, ready - started, checked - ready, built - checked, filled - built,
+        painted - filled);
     main.AlwaysCreateBackupDB = false;
     main.unload();
     return 0;

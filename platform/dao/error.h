@@ -35,6 +35,13 @@ enum ErrorNumber {
     errObjectClosed = 3420,
     errDiskIo = 3043,               // disk or network error
     errUnrecognisedFormat = 3343,
+    errTransactionWithoutBegin = 3034,
+    errNoPermission = 3051,         // the file's owner gives no permission to read it
+    errDataChanged = 3197,          // the lock of an Edit was lost and the row changed meanwhile
+    errRelatedRecordExists = 3200,  // a row that others refer to, by a relation without cascade
+    errRelatedRecordRequired = 3201,
+    errTooComplex = 3360,
+    errDuplicateField = 3191,
 };
 
 // What every failing operation of the engine throws; DBEngine::Errors() holds the same until the next failure.

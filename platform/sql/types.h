@@ -9,6 +9,9 @@
 
 namespace sql {
 
+// Names of tables, queries, fields and functions are the same name in any case.
+bool sameName(std::string_view a, std::string_view b);
+
 // What a column or an expression holds, as the table declares it. Long is 32 bits wide, Single is a float,
 // Currency a 64-bit count of ten-thousandths, Date the days since 30 December 1899 as a double, Text is UTF-8.
 // Double comes only out of expressions; no table has a column of it.

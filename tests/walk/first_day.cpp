@@ -8,7 +8,9 @@
 namespace {
 
 // An entry field of the main window or the service editor, by its index.
-QString field(int index) { return QStringLiteral("Text1(%1)").arg(index); }
+QString field(int index) {
+    return QStringLiteral("Text1(%1)").arg(index);
+}
 
 struct Entry {
     int field;
@@ -22,7 +24,8 @@ void fill(Walker& walker, std::initializer_list<Entry> entries) {
 
 QString caption(Walker& walker, int tab) {
     auto* strip = qobject_cast<QTabBar*>(walker.control(QStringLiteral("TabStrip1")));
-    return strip == nullptr ? QString() : strip->tabText(tab).replace(QLatin1String("&&"), QLatin1String("&"));
+    return strip == nullptr ? QString()
+                            : strip->tabText(tab).replace(QLatin1String("&&"), QLatin1String("&"));
 }
 
 void takeInClients(Walker& walker) {
@@ -36,12 +39,19 @@ void takeInClients(Walker& walker) {
     walker.picture("client-refused");
     walker.answer("Missing Client's Address - Street Name & Number.", QMessageBox::Yes);
     walker.check("the first missing field has the focus", [] {
-        return QApplication::focusWidget() != nullptr && QApplication::focusWidget()->objectName() == "Text1(7)";
+        return QApplication::focusWidget() != nullptr &&
+               QApplication::focusWidget()->objectName() == "Text1(7)";
     });
 
     walker.station("a client with a firm is taken in");
-    fill(walker, {{6, "Pekara Zlatni Klas"}, {7, "Bulevar Oslobodjenja 12"}, {8, "Novi Sad"}, {9, "Vojvodina"},
-                  {10, "21000"}, {11, "Srbija"}, {12, "021 555 0101"}, {15, "jelena@zlatniklas.example"}});
+    fill(walker, {{6, "Pekara Zlatni Klas"},
+                  {7, "Bulevar Oslobodjenja 12"},
+                  {8, "Novi Sad"},
+                  {9, "Vojvodina"},
+                  {10, "21000"},
+                  {11, "Srbija"},
+                  {12, "021 555 0101"},
+                  {15, "jelena@zlatniklas.example"}});
     walker.click("Check1");
     walker.tool("SaveRecord");
     walker.checkText("Combo1(0)", "Pekara Zlatni Klas");
@@ -55,7 +65,8 @@ void takeInClients(Walker& walker) {
         walker.tool("NewRecord");
         fill(walker, {{0, surname}, {1, given}, {7, street}, {8, "Beograd"}, {10, "11000"}, {11, "Srbija"}});
         walker.tool("SaveRecord");
-        walker.checkText("Combo1(0)", QStringLiteral("%1, %2").arg(QLatin1String(surname), QLatin1String(given)));
+        walker.checkText("Combo1(0)",
+                         QStringLiteral("%1, %2").arg(QLatin1String(surname), QLatin1String(given)));
     }
 
     walker.station("a client is found by typing");
@@ -78,8 +89,13 @@ void takeInComputer(Walker& walker) {
 
     walker.station("a computer is taken in");
     walker.tool("NewRecord");
-    fill(walker, {{19, "Kasa u pekari"}, {20, "Ryzen 5 8500G"}, {21, "B650M"}, {23, "16 GB DDR5"},
-                  {24, "SSD 1 TB"}, {35, "Debian 12"}, {36, "Brasno u ventilatoru; cistiti svaka tri meseca."}});
+    fill(walker, {{19, "Kasa u pekari"},
+                  {20, "Ryzen 5 8500G"},
+                  {21, "B650M"},
+                  {23, "16 GB DDR5"},
+                  {24, "SSD 1 TB"},
+                  {35, "Debian 12"},
+                  {36, "Brasno u ventilatoru; cistiti svaka tri meseca."}});
     walker.tool("SaveRecord");
     walker.checkText("Combo1(1)", "Kasa u pekari");
     walker.picture("computer");
@@ -98,18 +114,28 @@ void takeInServices(Walker& walker) {
     walker.answer("GST must not be a number greater then or equal to 100%.", QMessageBox::Ok);
 
     walker.station("a service is taken in, finished and paid");
-    fill(walker, {{0, "03/02/2026"}, {2, "05/02/2026"}, {5, "12500.50"}, {6, "10"}, {7, "13500.54"}, {8, "20"},
+    fill(walker, {{0, "03/02/2026"},
+                  {2, "05/02/2026"},
+                  {5, "12500.50"},
+                  {6, "10"},
+                  {7, "13500.54"},
+                  {8, "20"},
                   {4, "Ociscen ventilator, zamenjena pasta."}});
     walker.checkText(field(3), "0.00");
     walker.picture("service-editor");
     walker.click("Command1(0)");
     walker.check("the list shows it", [&walker] { return rows(walker.control("ListView1")) == 1; });
-    walker.check("with its price", [&walker] { return cell(walker.control("ListView1"), 0, 3) == "12,500.50"; });
+    walker.check("with its price",
+                 [&walker] { return cell(walker.control("ListView1"), 0, 3) == "12,500.50"; });
     walker.checkText(field(37), "Ociscen ventilator, zamenjena pasta.");
 
     walker.station("a second service is taken in, neither finished nor paid");
     walker.tool("NewRecord");
-    fill(walker, {{0, "10/03/2026"}, {1, "20/03/2026"}, {5, "4000"}, {8, "20"}, {4, "Ne pali se posle nestanka struje."}});
+    fill(walker, {{0, "10/03/2026"},
+                  {1, "20/03/2026"},
+                  {5, "4000"},
+                  {8, "20"},
+                  {4, "Ne pali se posle nestanka struje."}});
     walker.checkText(field(3), "4,800.00");
     walker.click("Command1(0)");
     walker.check("the list shows two", [&walker] { return rows(walker.control("ListView1")) == 2; });
@@ -154,14 +180,16 @@ void lookAround(Walker& walker) {
 
     walker.station("the service's help is opened and closed");
     walker.press(Qt::Key_F1);
-    walker.when([] {
-        const auto windows = QApplication::topLevelWidgets();
-        for (const QWidget* window : windows) {
-            if (window->isVisible() && window->objectName() == "frmHelp")
-                return true;
-        }
-        return false;
-    }, [] {});
+    walker.when(
+        [] {
+            const auto windows = QApplication::topLevelWidgets();
+            for (const QWidget* window : windows) {
+                if (window->isVisible() && window->objectName() == "frmHelp")
+                    return true;
+            }
+            return false;
+        },
+        [] {});
     walker.act([] {
         const auto windows = QApplication::topLevelWidgets();
         for (QWidget* window : windows) {
@@ -173,11 +201,14 @@ void lookAround(Walker& walker) {
 
 }  // namespace
 
-QString tabCaption(Walker& walker, int tab) { return caption(walker, tab); }
+QString tabCaption(Walker& walker, int tab) {
+    return caption(walker, tab);
+}
 
 void walkFirstDay(Walker& walker) {
     walker.station("the program starts on an empty shop");
-    walker.when([] { return windowOnShow() != nullptr && windowOnShow()->objectName() == "frmSplash"; }, [] {});
+    walker.when([] { return windowOnShow() != nullptr && windowOnShow()->objectName() == "frmSplash"; },
+                [] {});
     walker.picture("splash");
     walker.when([&walker] { return windowOnShow() != nullptr && walker.shows("TabStrip1"); }, [] {});
     walker.check("the tab says Klijenti", [&walker] { return caption(walker, 0) == "Klijenti"; });

@@ -8,8 +8,8 @@
 void walkFirstDay(Walker& walker);
 void walkSecondDay(Walker& walker);
 
-// Loaded into the program by QT_QPA_GENERIC_PLUGINS="walk:DAY:PICTURES:FIRST": the day to walk, the folder for the
-// pictures, the number of the first of them.
+// Loaded into the program by QT_QPA_GENERIC_PLUGINS="walk:DAY:PICTURES:FIRST": the day to walk, the folder
+// for the pictures, the number of the first of them.
 class WalkPlugin : public QGenericPlugin {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "walk.json")

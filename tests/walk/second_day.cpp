@@ -26,25 +26,29 @@ void walkSecondDay(Walker& walker) {
     walker.check("the list shows two", [&walker] { return rows(walker.control("ListView1")) == 2; });
     walker.check("the first with its price",
                  [&walker] { return cell(walker.control("ListView1"), 0, 3) == "12,500.50"; });
-    walker.check("the second is paid", [&walker] { return cell(walker.control("ListView1"), 1, 6) == "4,800.00"; });
+    walker.check("the second is paid",
+                 [&walker] { return cell(walker.control("ListView1"), 1, 6) == "4,800.00"; });
     walker.picture("services-found-again");
 
     walker.station("a client is deleted, and everything of his goes with him");
     walker.tab(0);
     walker.tool("DeleteRecord");
     walker.answer("This will cause the delition of all related records", QMessageBox::Yes);
-    walker.check("two clients are left", [&walker] { return textOf(walker.control("Combo1(0)")) == "Petrovic, Milan"; });
+    walker.check("two clients are left",
+                 [&walker] { return textOf(walker.control("Combo1(0)")) == "Petrovic, Milan"; });
     walker.picture("client-deleted");
 
     walker.station("the database is compacted under the open window");
     walker.menu("mnuUtilities", 4);
     walker.checkText("Panel(Text)", "Ready");
     walker.checkText("Combo1(0)", "Anic, Vesna");
-    walker.check("the deleted client's services are gone", [&walker] { return tabCaption(walker, 2) == "Usluge"; });
+    walker.check("the deleted client's services are gone",
+                 [&walker] { return tabCaption(walker, 2) == "Usluge"; });
 
     walker.station("the picture of the program is shown as its about box");
     walker.menu("mnuHHelp", 5);
-    walker.when([] { return windowOnShow() != nullptr && windowOnShow()->objectName() == "frmSplash"; }, [] {});
+    walker.when([] { return windowOnShow() != nullptr && windowOnShow()->objectName() == "frmSplash"; },
+                [] {});
     walker.picture("about");
     walker.press(Qt::Key_Escape);
 

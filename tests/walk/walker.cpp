@@ -31,7 +31,9 @@ void say(const QString& line) {
 
 }  // namespace
 
-QMessageBox* boxOnShow() { return qobject_cast<QMessageBox*>(QApplication::activeModalWidget()); }
+QMessageBox* boxOnShow() {
+    return qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+}
 
 QWidget* windowOnShow() {
     if (QWidget* modal = QApplication::activeModalWidget())
@@ -224,8 +226,10 @@ void Walker::picture(const QString& name) {
         QWidget* window = windowOnShow();
         if (window == nullptr)
             fail(QStringLiteral("there is no window to take a picture of"));
-        const QString file =
-            QStringLiteral("%1/%2-%3.png").arg(pictureFolder_).arg(pictureNumber_++, 2, 10, QLatin1Char('0')).arg(name);
+        const QString file = QStringLiteral("%1/%2-%3.png")
+                                 .arg(pictureFolder_)
+                                 .arg(pictureNumber_++, 2, 10, QLatin1Char('0'))
+                                 .arg(name);
         if (!window->grab().save(file))
             fail(QStringLiteral("the picture %1 cannot be written").arg(file));
     });
@@ -259,7 +263,9 @@ void Walker::checkText(const QString& name, const QString& expected) {
         });
 }
 
-void Walker::start() { QTimer::singleShot(0, this, &Walker::next); }
+void Walker::start() {
+    QTimer::singleShot(0, this, &Walker::next);
+}
 
 void Walker::next() {
     if (at_ >= steps_.size())

@@ -13,9 +13,9 @@ class QWidget;
 // Walks through the running program as a person would, by keys and clicks into the controls that stand on the
 // screen. It is loaded into the real program as a Qt plugin, so nothing in the program knows of it.
 //
-// A walk is a list of steps. A step waits until what it needs is there (a window, a box), acts, and is followed by
-// the next one from the event loop, so that a step may open a modal window and the next one finds it. A step that
-// waits longer than a patient person ends the program with exit code 1 and says where it was.
+// A walk is a list of steps. A step waits until what it needs is there (a window, a box), acts, and is
+// followed by the next one from the event loop, so that a step may open a modal window and the next one finds
+// it. A step that waits longer than a patient person ends the program with exit code 1 and says where it was.
 class Walker : public QObject {
  public:
     explicit Walker(QString pictureFolder, int firstPicture);
@@ -29,7 +29,8 @@ class Walker : public QObject {
     void act(Action action);                        // the next turn of the event loop
     void pause(int milliseconds);
 
-    // The controls on show, by object name; the active modal window's first. Ends the walk where there is none.
+    // The controls on show, by object name; the active modal window's first. Ends the walk where there is
+    // none.
     QWidget* control(const QString& name);
     bool shows(const QString& name);  // a visible control of that name
 
@@ -37,10 +38,11 @@ class Walker : public QObject {
     void click(const QString& name);
     void type(const QString& name, const QString& text);  // into the control, replacing what it holds
     void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);  // to whatever has the focus
-    void tool(const QString& key);  // a button of the toolbar, by its key
+    void tool(const QString& key);                 // a button of the toolbar, by its key
     void menu(const QString& name, int position);  // an item of a menu of the main window, by its place
-    void tab(int index);  // of the tab strip of the main window
-    void answer(const QString& saying, int button);  // the message box that says so; a QMessageBox::StandardButton
+    void tab(int index);                           // of the tab strip of the main window
+    void answer(const QString& saying,
+                int button);            // the message box that says so; a QMessageBox::StandardButton
     void picture(const QString& name);  // of the active window, as the next numbered PNG
     void check(const QString& what, Condition condition);
     void checkText(const QString& name, const QString& expected);
@@ -65,8 +67,8 @@ class Walker : public QObject {
     QString station_;
 };
 
-QString textOf(const QWidget* control);         // what an entry field, a selector or a label shows
-QMessageBox* boxOnShow();                       // nullptr where there is none
-QWidget* windowOnShow();                        // the active modal window, else the main window
+QString textOf(const QWidget* control);                  // what an entry field, a selector or a label shows
+QMessageBox* boxOnShow();                                // nullptr where there is none
+QWidget* windowOnShow();                                 // the active modal window, else the main window
 QString cell(const QWidget* list, int row, int column);  // rows and columns from 0
 int rows(const QWidget* list);
