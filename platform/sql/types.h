@@ -13,15 +13,15 @@ namespace sql {
 bool sameName(std::string_view a, std::string_view b);
 
 // What a column or an expression holds, as the table declares it. Long is 32 bits wide, Single is a float,
-// Currency a 64-bit count of ten-thousandths, Date the days since 30 December 1899 as a double, Text is UTF-8.
-// Double comes only out of expressions; no table has a column of it.
+// Currency a 64-bit count of ten-thousandths, Date the days since 30 December 1899 as a double, Text is
+// UTF-8. Double comes only out of expressions; no table has a column of it.
 enum class Type : std::uint8_t { Null, YesNo, Long, Single, Double, Currency, Date, Text };
 
 // A statement the grammar does not know. `position` counts bytes from the start of the text, from 0.
 class SyntaxError : public std::runtime_error {
  public:
-    SyntaxError(std::string message, std::size_t position)
-        : std::runtime_error(std::move(message)), position_(position) {}
+    SyntaxError(const std::string& message, std::size_t position)
+        : std::runtime_error(message), position_(position) {}
     std::size_t position() const { return position_; }
 
  private:
@@ -44,8 +44,8 @@ class NameError : public std::runtime_error {
 struct ColumnInfo {
     std::string name;
     Type type = Type::Text;
-    int size = 0;            // characters a Text may hold; 0: no limit
-    bool counter = false;    // the engine gives the number of a new row
+    int size = 0;          // characters a Text may hold; 0: no limit
+    bool counter = false;  // the engine gives the number of a new row
 };
 
 struct TableInfo {

@@ -12,9 +12,9 @@ using IdSetPtr = std::shared_ptr<const IdSet>;
 struct ResultColumn {
     std::string name;
     Type type = Type::Text;
-    int size = 0;        // characters a Text may hold; 0: no limit or computed
-    int source = -1;     // index into WrittenSelect::sources; -1: computed, cannot be written
-    std::string field;   // the field of that source's table
+    int size = 0;       // characters a Text may hold; 0: no limit or computed
+    int source = -1;    // index into WrittenSelect::sources; -1: computed, cannot be written
+    std::string field;  // the field of that source's table
 };
 
 // A base table that takes part in a result, through however many stored queries.
@@ -23,20 +23,20 @@ struct ResultSource {
     bool nullable = false;  // the outer side of a join: its row key may be Null in a result row
 };
 
-// A SELECT in the store's own SQL. The store gives each row of a base table a hidden number that never changes
-// while the row lives (the row key); record sets are lists of those.
+// A SELECT in the store's own SQL. The store gives each row of a base table a hidden number that never
+// changes while the row lives (the row key); record sets are lists of those.
 struct WrittenSelect {
     std::string rows;   // every column of every row, in the statement's order: what a snapshot reads
     std::string keys;   // the row keys of every row, one column for each source, in the statement's order
-    std::string fetch;  // the columns of one row; parameter ?1 is the row key of sources[0], ?2 of sources[1] ...
-                        // (compared with IS, since an outer side may be Null)
+    std::string fetch;  // the columns of one row; parameter ?1 is the row key of sources[0], ?2 of sources[1]
+                        // ... (compared with IS, since an outer side may be Null)
     // One source only, else empty: row key first, then the columns, of all rows of that table with a row key
     // between ?1 and ?2, ascending, whatever the statement's own conditions say (the key list knows those).
     std::string fetchRange;
     std::vector<ResultColumn> columns;
     std::vector<ResultSource> sources;  // empty: not updatable (DISTINCT, grouping, ...): read as a snapshot
-    // The source whose row stands in one row of the result at most: the one that Delete removes from and AddNew
-    // adds to (the many side of a join). -1 where there is none.
+    // The source whose row stands in one row of the result at most: the one that Delete removes from and
+    // AddNew adds to (the many side of a join). -1 where there is none.
     int uniqueSource = -1;
     // Sets that the three texts refer to as the table-valued "idset(N)", N counting from idSetBase.
     std::vector<IdSetPtr> idSets;
@@ -59,23 +59,25 @@ class Writer {
 
     // The same selection narrowed by a criterion over its result's fields: what FindFirst looks through.
     // Only `keys`, `sources` and `idSets` are filled.
-    virtual WrittenSelect find(const Statement& statement, const Expression& criterion, const Catalog& catalog,
-                               int idSetBase) const = 0;
+    virtual WrittenSelect find(const Statement& statement, const Expression& criterion,
+                               const Catalog& catalog, int idSetBase) const = 0;
 
     // INSERT, UPDATE, DELETE.
     virtual WrittenAction action(const Statement& statement, const Catalog& catalog, int idSetBase) const = 0;
 };
 
 // The writer for the SQLite family. The store it writes for is to provide:
-//   - the collation DAO_TEXT (text without regard to case) and the SQL functions dao_datediff(interval, from, to
-//     [, firstDay]) and dao_now(), dao_text(value) (a number as the engine writes it into a text, Null as '');
-//   - the table-valued function idset(N) with one column `value`;
+//   - the collation DAO_TEXT (text without regard to case) and the SQL functions dao_datediff(interval, from,
+//   to
+//     [, firstDay]) and dao_now(), dao_text(value) (a number as the engine writes it into a text, Null as
+//     '');
+//   - the table-valued function idset(N) with one column `value`, which gives its numbers ascending;
 //   - row keys as `rowid`; Currency columns as integers of ten-thousandths, Yes/No as 0 and -1, Date as REAL.
 // A column of Currency in `rows` and `fetch` comes out as that integer; in expressions it counts in units.
 const Writer& sqliteWriter();
 
-// True where the statement is a plain "everything of one table or query", with the field's number compared to one
-// number: "CustID=17". Lets FindFirst look into its key list instead of asking the store.
+// True where the statement is a plain "everything of one table or query", with the field's number compared to
+// one number: "CustID=17". Lets FindFirst look into its key list instead of asking the store.
 struct KeyCriterion {
     std::string field;
     std::int64_t number = 0;

@@ -1,0 +1,132 @@
+#include "platform/sql/sqlite_scope.h"
+
+namespace sql::sqlite {
+
+bool Scope::find(std::string_view qualifier, std::string_view field, const Expression& name,
+                 Place& place) const {
+    for (std::size_t l = 0; l < leaves_.size(); ++l) {
+        if (!qualifier.empty() && !sameName(leaves_[l].name, qualifier)) {
+            continue;
+        }
+        for (std::size_t f = 0; f < leaves_[l].fields.size(); ++f) {
+            if (!sameName(leaves_[l].fields[f].name, field)) {
+                continue;
+            }
+            if (place.leaf >= 0) {
+                throw SyntaxError("The field '" + std::string(field) +
+                                      "' could be of more than one of the tables; say which.",
+                                  name.position);
+            }
+            place = {static_cast<int>(l), static_cast<int>(f)};
+            break;
+        }
+    }
+    return place.leaf >= 0;
+}
+
+Scope::Place Scope::find(const Expression& name) const {
+    Place place;
+    if (find(name.qualifier, name.text, name, place)) {
+        return place;
+    }
+    if (name.dotted) {
+        const std::size_t point = name.text.find('.');
+        const std::string_view text = name.text;
+        if (point > 0 && find(text.substr(0, point), text.substr(point + 1), name, place)) {
+            return place;
+        }
+    }
+    throw NameError(NameError::Kind::Field, (name.qualifier.empty() ? "" : name.qualifier + ".") + name.text);
+}
+
+const ScopeField& Scope::resolve(const Expression& name) const {
+    const Place place = find(name);
+    return leaves_[static_cast<std::size_t>(place.leaf)].fields[static_cast<std::size_t>(place.field)];
+}
+
+void Context::countText(std::size_t bytes, std::size_t position) {
+    constexpr std::size_t kMost = std::size_t{256} << 20;
+    textWritten += bytes;
+    if (textWritten > kMost) {
+        throw SyntaxError("The statement, with the stored queries in it, is too long for the store.",
+                          position);
+    }
+}
+
+void Context::countSource(std::size_t position) {
+    constexpr int kMost = 500;
+    if (++sourcesBound > kMost) {
+        throw SyntaxError("The statement, with the stored queries in it, joins too many tables.", position);
+    }
+}
+
+int Context::addIdSet(IdSetPtr ids) {
+    for (std::size_t i = 0; i < idSets.size(); ++i) {
+        if (idSets[i] == ids) {
+            return idSetBase + static_cast<int>(i);
+        }
+    }
+    idSets.push_back(std::move(ids));
+    return idSetBase + static_cast<int>(idSets.size()) - 1;
+}
+
+std::string quotedName(std::string_view name) {
+    std::string result = "\"";
+    for (const char c : name) {
+        result += c;
+        if (c == '"') {
+            result += c;
+        }
+    }
+    return result + "\"";
+}
+
+std::string quotedText(std::string_view text) {
+    std::string result = "'";
+    for (const char c : text) {
+        result += c;
+        if (c == '\'') {
+            result += c;
+        }
+    }
+    return result + "'";
+}
+
+std::string chain(const std::vector<std::string>& terms, std::string_view joint) {
+    constexpr std::size_t kGroup = 50;
+    if (terms.size() <= kGroup) {
+        std::string result;
+        for (const std::string& term : terms) {
+            if (!result.empty()) {
+                result += joint;
+            }
+            result += term;
+        }
+        return result;
+    }
+    std::vector<std::string> groups;
+    for (std::size_t i = 0; i < terms.size(); i += kGroup) {
+        const auto first = terms.begin() + static_cast<std::ptrdiff_t>(i);
+        const auto last = terms.size() - i > kGroup ? first + kGroup : terms.end();
+        groups.push_back("(" + chain({first, last}, joint) + ")");
+    }
+    return chain(groups, joint);
+}
+
+std::vector<const Expression*> conjuncts(const ExpressionPtr& condition) {
+    std::vector<const Expression*> result;
+    if (condition == nullptr) {
+        return result;
+    }
+    if (condition->kind != Expression::Kind::And) {
+        result.push_back(condition.get());
+        return result;
+    }
+    for (const ExpressionPtr& child : condition->children) {
+        const auto inner = conjuncts(child);
+        result.insert(result.end(), inner.begin(), inner.end());
+    }
+    return result;
+}
+
+}  // namespace sql::sqlite

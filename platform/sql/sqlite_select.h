@@ -1,0 +1,77 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/sql/sqlite_expressions.h"
+#include "platform/sql/sqlite_joins.h"
+#include "platform/sql/sqlite_scope.h"
+
+namespace sql::sqlite {
+
+// One SELECT: finds what its names mean, then writes it in its several forms. Stored queries in its FROM are
+// bound by a writer of their own and become leaves of this one.
+class SelectWriter {
+ public:
+    SelectWriter(const Statement& statement, Context& context);
+
+    WrittenSelect write();
+    WrittenSelect find(const Expression& criterion);
+    // This selection as a part of another FROM.
+    Leaf asLeaf(std::string name);
+
+ private:
+    // One column of the result.
+    struct Column {
+        ScopeField field;      // field.source counts through all leaves
+        std::string leafName;  // empty: computed
+        std::string leafField;
+    };
+    // Everything behind SELECT's columns, and what the names mean behind this FROM.
+    struct Body {
+        FromText from;
+        std::vector<Column> columns;
+        std::vector<std::string> conditions;
+        std::string groups;            // GROUP BY ... HAVING ...
+        std::vector<OrderTerm> order;  // without the keys
+    };
+    class OrderNames;
+    class CriterionNames;
+    class GroupNames;
+
+    JoinNodePtr bindFrom(const FromNode& node);
+    void bindSource(const FromNode& node);
+    void findIdSet(const Scope& scope);
+    void checkGrouped(const Expression& e, const Scope& scope) const;
+    bool isColumn(const Expression& name, const std::vector<Column>& columns) const;
+    Body body(bool fetch);
+    std::vector<Column> columns(const std::vector<Leaf>& leaves);
+    void addStar(const SelectItem& item, const std::vector<Leaf>& leaves, std::vector<Column>& result) const;
+    Column computed(const SelectItem& item, const Scope& scope, const std::vector<Leaf>& leaves);
+    void nameColumns(std::vector<Column>& columns) const;
+    void addWhere(Body& body);
+    void addGroups(Body& body);
+    void addOrder(Body& body);
+    std::string text(const Body& body, const std::string& selected, bool ordered) const;
+    std::string listOf(const Body& body) const;
+    std::string keysOf(const Body& body) const;
+    Leaf merged(std::string name);
+    Leaf nested(std::string name);
+    void fillSources(WrittenSelect& result) const;
+    std::string fetchText();
+
+    const Statement& statement_;
+    Context& context_;
+    std::vector<Leaf> leaves_;
+    JoinNodePtr join_;
+    bool grouped_ = false;
+    bool hasKeys_ = false;
+    int unique_ = -1;
+    const Expression* driver_ = nullptr;  // the condition that the only leaf's idSet stands for
+};
+
+// A leaf for a table or stored query, as FROM, UPDATE and DELETE name it.
+Leaf bindName(const std::string& name, const std::string& visibleName, std::size_t position,
+              Context& context);
+
+}  // namespace sql::sqlite

@@ -1,0 +1,193 @@
+#include <algorithm>
+
+#include "platform/sql/sqlite_select.h"
+#include "platform/sql/writer.h"
+
+namespace sql {
+
+namespace {
+
+using sqlite::Context;
+using sqlite::ExpressionWriter;
+using sqlite::Leaf;
+using sqlite::Scope;
+
+// INSERT knows no fields to reckon with.
+class NoNames : public sqlite::NameResolver {
+ public:
+    const sqlite::ScopeField& resolve(const Expression& name) const override {
+        throw NameError(NameError::Kind::Field,
+                        (name.qualifier.empty() ? "" : name.qualifier + ".") + name.text);
+    }
+};
+
+const ColumnInfo& columnOf(const TableInfo& table, const std::string& field) {
+    const int index = table.indexOf(field);
+    if (index < 0) {
+        throw NameError(NameError::Kind::Field, field);
+    }
+    return table.columns[static_cast<std::size_t>(index)];
+}
+
+void checkGivenOnce(const Statement& statement) {
+    const auto& all = statement.assignments;
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        for (std::size_t j = 0; j < i; ++j) {
+            if (sameName(all[i].field, all[j].field)) {
+                throw SyntaxError("The field '" + all[i].field + "' is given two values.", all[i].position);
+            }
+        }
+    }
+}
+
+// The one table that UPDATE and DELETE work on, perhaps through stored queries that narrow it.
+Leaf target(const Statement& statement, Context& context) {
+    context.plainAliases = true;
+    Leaf leaf = sqlite::bindName(statement.table, statement.table, statement.tablePosition, context);
+    if (leaf.table == nullptr) {
+        throw SyntaxError("The rows of '" + statement.table +
+                              "' are made of more than one table; they cannot be "
+                              "changed by a statement.",
+                          statement.tablePosition);
+    }
+    return leaf;
+}
+
+std::string whereOf(const Statement& statement, const Leaf& leaf, const Scope& scope, Context& context) {
+    std::vector<std::string> conditions;
+    if (!leaf.condition.empty()) {
+        conditions.push_back(leaf.condition);
+    }
+    if (leaf.idSet >= 0) {
+        conditions.push_back(leaf.idField + " IN (SELECT value FROM idset(" + std::to_string(leaf.idSet) +
+                             "))");
+    }
+    ExpressionWriter writer(scope, context);
+    for (const Expression* condition : sqlite::conjuncts(statement.where)) {
+        int nesting = 0;
+        conditions.push_back(
+            sqlite::wrapped(writer.condition(*condition), sqlite::kNot, nesting, condition->position));
+    }
+    return conditions.empty() ? "" : " WHERE " + sqlite::chain(conditions, " AND ");
+}
+
+std::string insertText(const Statement& statement, Context& context) {
+    const TableInfo* table = context.catalog.findTable(statement.table);
+    if (table == nullptr) {
+        throw NameError(NameError::Kind::Table, statement.table);
+    }
+    const NoNames names;
+    ExpressionWriter writer(names, context);
+    std::string fields;
+    std::string values;
+    for (const Assignment& a : statement.assignments) {
+        const ColumnInfo& column = columnOf(*table, a.field);
+        fields += (fields.empty() ? "" : ", ") + sqlite::quotedName(column.name);
+        values += (values.empty() ? "" : ", ") + writer.assigned(*a.value, column);
+    }
+    return "INSERT INTO " + sqlite::quotedName(table->name) + " (" + fields + ") VALUES (" + values + ")";
+}
+
+std::string updateText(const Statement& statement, Context& context) {
+    const std::vector<Leaf> leaves = {target(statement, context)};
+    const Leaf& leaf = leaves.front();
+    const Scope scope(leaves);
+    ExpressionWriter writer(scope, context);
+    std::string values;
+    for (const Assignment& a : statement.assignments) {
+        Expression name;
+        name.kind = Expression::Kind::Name;
+        name.qualifier = a.qualifier;
+        name.text = a.field;
+        name.dotted = a.qualifier.empty() && a.field.find('.') != std::string::npos;
+        name.position = a.position;
+        const sqlite::ScopeField& field = scope.resolve(name);
+        if (field.source < 0 || field.counter) {
+            throw SyntaxError("The field '" + a.field + "' cannot be changed: it is " +
+                                  (field.counter ? "numbered by the engine." : "computed."),
+                              a.position);
+        }
+        const ColumnInfo& column = columnOf(*leaf.table, field.field);
+        values += (values.empty() ? "" : ", ") + sqlite::quotedName(column.name) + " = " +
+                  writer.assigned(*a.value, column);
+    }
+    return "UPDATE " + sqlite::quotedName(leaf.table->name) + " SET " + values +
+           whereOf(statement, leaf, scope, context);
+}
+
+std::string deleteText(const Statement& statement, Context& context) {
+    const std::vector<Leaf> leaves = {target(statement, context)};
+    return "DELETE FROM " + sqlite::quotedName(leaves.front().table->name) +
+           whereOf(statement, leaves.front(), Scope(leaves), context);
+}
+
+class SqliteWriter : public Writer {
+ public:
+    WrittenSelect select(const Statement& statement, const Catalog& catalog, int idSetBase) const override {
+        Context context(catalog, idSetBase);
+        return selection(statement, context).write();
+    }
+
+    WrittenSelect find(const Statement& statement, const Expression& criterion, const Catalog& catalog,
+                       int idSetBase) const override {
+        Context context(catalog, idSetBase);
+        return selection(statement, context).find(criterion);
+    }
+
+    WrittenAction action(const Statement& statement, const Catalog& catalog, int idSetBase) const override {
+        Context context(catalog, idSetBase);
+        WrittenAction result;
+        checkGivenOnce(statement);
+        switch (statement.kind) {
+            case Statement::Kind::Insert:
+                result.text = insertText(statement, context);
+                break;
+            case Statement::Kind::Update:
+                result.text = updateText(statement, context);
+                break;
+            case Statement::Kind::Delete:
+                result.text = deleteText(statement, context);
+                break;
+            case Statement::Kind::Select:
+                throw SyntaxError("A selection changes nothing; it cannot be executed.", 0);
+        }
+        result.idSets = std::move(context.idSets);
+        return result;
+    }
+
+ private:
+    static sqlite::SelectWriter selection(const Statement& statement, Context& context) {
+        if (statement.kind != Statement::Kind::Select) {
+            throw SyntaxError("The statement changes rows; it has none to show.", 0);
+        }
+        return sqlite::SelectWriter(statement, context);
+    }
+};
+
+}  // namespace
+
+const Writer& sqliteWriter() {
+    static const SqliteWriter writer;
+    return writer;
+}
+
+bool isKeyCriterion(const Expression& criterion, KeyCriterion& out) {
+    using Kind = Expression::Kind;
+    if (criterion.kind != Kind::Compare || criterion.op != Expression::Op::Equal) {
+        return false;
+    }
+    const Expression* field = criterion.children[0].get();
+    const Expression* number = criterion.children[1].get();
+    if (field->kind != Kind::Name) {
+        std::swap(field, number);
+    }
+    if (field->kind != Kind::Name || number->kind != Kind::Integer || !field->qualifier.empty() ||
+        field->dotted) {
+        return false;
+    }
+    out.field = field->text;
+    out.number = number->integer;
+    return true;
+}
+
+}  // namespace sql

@@ -1,0 +1,34 @@
+#include "platform/sql/types.h"
+
+namespace sql {
+
+namespace {
+
+char folded(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+}  // namespace
+
+bool sameName(std::string_view a, std::string_view b) {
+    if (a.size() != b.size()) {
+        return false;
+    }
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        if (folded(a[i]) != folded(b[i])) {
+            return false;
+        }
+    }
+    return true;
+}
+
+int TableInfo::indexOf(std::string_view column) const {
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (sameName(columns[i].name, column)) {
+            return static_cast<int>(i);
+        }
+    }
+    return -1;
+}
+
+}  // namespace sql

@@ -1,0 +1,65 @@
+// Every statement that the shop's windows send, with the tree and the store's SQL that must come of it.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "platform/sql/describe.h"
+#include "platform/sql/sample_catalog.h"
+
+namespace {
+
+struct Entry {
+    int line = 0;
+    std::string head;
+    std::vector<std::string> expected;
+};
+
+std::vector<Entry> readCorpus() {
+    std::ifstream file(TESTS_SOURCE_DIR "/platform/sql/corpus.txt");
+    std::vector<Entry> entries;
+    int number = 0;
+    for (std::string line; std::getline(file, line);) {
+        ++number;
+        if (line.empty() || line[0] == '#') {
+            continue;
+        }
+        if (line.starts_with("S ") || line.starts_with("W ") || line.starts_with("Q ") || line == "S" ||
+            line == "W") {
+            entries.push_back({number, line, {}});
+        } else if (!entries.empty()) {
+            entries.back().expected.push_back(line);
+        }
+    }
+    return entries;
+}
+
+std::vector<std::string> actual(const Entry& entry, std::string& lastStatement, SampleCatalog& catalog) {
+    const std::string text = entry.head.size() > 2 ? entry.head.substr(2) : "";
+    switch (entry.head[0]) {
+        case 'S':
+            lastStatement = text;
+            return describe(text, catalog);
+        case 'W':
+            return describeFind(lastStatement, text, catalog);
+        default: {
+            const std::size_t sign = text.find('=');
+            catalog.setQuery(text.substr(0, sign), text.substr(sign + 1));
+            return {};
+        }
+    }
+}
+
+TEST(Corpus, EveryStatementBecomesWhatIsWritten) {
+    const std::vector<Entry> entries = readCorpus();
+    ASSERT_GT(entries.size(), 60U);
+    SampleCatalog catalog;
+    std::string lastStatement;
+    for (const Entry& entry : entries) {
+        EXPECT_EQ(actual(entry, lastStatement, catalog), entry.expected)
+            << "line " << entry.line << ": " << entry.head;
+    }
+}
+
+}  // namespace
