@@ -109,6 +109,9 @@ class Database {
     // Only while the foreign table is empty. The store keeps the rule from then on, also for other programs.
     void CreateRelation(const Relation& relation);
     std::vector<Relation> Relations() const;
+    // Makes searches and joins by this field quick. 3265 for an unknown table or field, 3022 if `unique` and the
+    // table holds a value twice.
+    void CreateIndex(std::string_view table, std::string_view field, bool unique = false);
 
     void Close();  // its record sets close with it; closing a closed one does nothing
     const std::shared_ptr<DatabaseImpl>& impl() const { return impl_; }

@@ -61,6 +61,12 @@ class DBEngine {
     // whole or absent; an existing target is replaced only then.
     static void CopyDatabase(const std::string& from, const std::string& to);
 
+    // Takes a database file away, or gives it another name in the place of whatever stands there, together with
+    // the journal that a crash may have left beside it: a journal must never meet a file it was not written for.
+    // 3024 if there is no such file, 3045 while another process has either of them open.
+    static void DeleteDatabase(const std::string& path);
+    static void RenameDatabase(const std::string& from, const std::string& to);
+
     static void Idle(int option = 0);  // dbRefreshCache: the next read asks the file again
     static void BeginTrans() { Workspaces(0).BeginTrans(); }
     static void CommitTrans() { Workspaces(0).CommitTrans(); }

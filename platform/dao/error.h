@@ -42,6 +42,7 @@ enum ErrorNumber {
     errRelatedRecordRequired = 3201,
     errTooComplex = 3360,
     errDuplicateField = 3191,
+    errFieldNotUpdatable = 3164,    // computed, or a number that the engine gives
 };
 
 // What every failing operation of the engine throws; DBEngine::Errors() holds the same until the next failure.

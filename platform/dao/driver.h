@@ -1,0 +1,139 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/dao/database.h"
+#include "platform/dao/row_block.h"
+#include "platform/sql/types.h"
+#include "platform/sql/writer.h"
+
+// The narrow gate to a store. Everything one kind of store does in its own way lies behind these two classes; the
+// record sets, the locks and the stored queries above them know no other.
+namespace dao::driver {
+
+// In a list of row keys: the outer side of a join has no row there.
+inline constexpr std::int64_t kNoRow = INT64_MIN;
+
+// A prepared statement. Every call that reads leaves it reset, so that no read lock outlives the call.
+class Statement {
+ public:
+    Statement() = default;
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
+    virtual ~Statement() = default;
+
+    virtual void bind(int index, const Value& value) = 0;  // from 1
+    virtual void bindInteger(int index, std::int64_t value) = 0;
+    virtual void bindRowKey(int index, std::int64_t key) = 0;  // kNoRow: Null
+
+    // Runs it to the end. The number of rows changed.
+    virtual std::int64_t run() = 0;
+    // All rows, as numbers, `columns` of each end to end; Null becomes kNoRow.
+    virtual void readKeys(std::vector<std::int64_t>& out, int columns) = 0;
+    // Appends rows to `block`, at most `limit`, skipping the first `skip` columns of each. The first column of each
+    // row goes to `keys` where `skip` is 1. With `wanted`, the columns it does not name are left unread. The number
+    // of rows read.
+    virtual std::size_t readRows(RowBlock& block, int skip = 0, std::vector<std::int64_t>* keys = nullptr,
+                                 std::size_t limit = SIZE_MAX, const std::vector<char>* wanted = nullptr) = 0;
+    // The first column of the first row; nothing where there is no row.
+    virtual std::optional<Value> scalar(Type type) = 0;
+};
+
+struct FieldValue {
+    std::string_view field;
+    const Value* value;
+};
+
+struct StoredQueryRow {
+    std::string name;
+    std::int64_t version;
+};
+
+// How a file is opened. `key` is the raw cipher key with the file's salt, hexadecimal.
+struct OpenRequest {
+    std::string path;
+    std::string key;
+    bool writable = true;
+    bool create = false;
+};
+
+// A connection to one file. One for a process and file.
+class Store {
+ public:
+    Store() = default;
+    Store(const Store&) = delete;
+    Store& operator=(const Store&) = delete;
+    virtual ~Store() = default;
+
+    virtual bool writable() const = 0;
+    virtual const sql::Writer& writer() const = 0;
+
+    virtual std::shared_ptr<Statement> prepare(std::string_view text) = 0;
+    // The same, from a small cache of those used last.
+    virtual std::shared_ptr<Statement> cached(const std::string& text) = 0;
+
+    // The write lock, waiting no longer than the engine's lock timeout: 3260.
+    virtual void beginWrite() = 0;
+    virtual void beginRead() = 0;
+    virtual void commit() = 0;            // on an error the transaction stands and must be rolled back
+    virtual void rollback() noexcept = 0;  // does nothing without a transaction
+    virtual bool inTransaction() const = 0;
+    virtual void savepoint(int level) = 0;
+    virtual void release(int level) = 0;
+    virtual void rollbackTo(int level) noexcept = 0;
+
+    // Pages the file says it has.
+    virtual std::int64_t pageCount() = 0;
+    virtual std::int64_t dataVersion() = 0;    // differs once another process has written
+    virtual std::int64_t schemaVersion() = 0;  // differs once tables have changed
+    virtual std::vector<sql::TableInfo> tables() = 0;
+    virtual std::vector<Relation> relations() = 0;
+    virtual void createTable(const TableDef& table) = 0;
+    virtual void dropTable(const std::string& table) = 0;
+    virtual void createRelation(const Relation& relation) = 0;
+    virtual void createIndex(const std::string& table, const std::string& field, bool unique) = 0;
+
+    // The keys of all rows of a table, ascending, by whatever road is shortest.
+    virtual void readAllKeys(const std::string& table, std::vector<std::int64_t>& keys) = 0;
+    // The next number of a table's counter, raised in the file; never below `above` + 1.
+    virtual std::int64_t raiseCounter(const std::string& table, std::int64_t above) = 0;
+    virtual std::int64_t insertRow(const std::string& table, std::span<const FieldValue> fields) = 0;
+    virtual bool updateRow(const std::string& table, std::int64_t key, std::span<const FieldValue> fields) = 0;
+    virtual bool deleteRow(const std::string& table, std::int64_t key) = 0;
+
+    virtual std::vector<StoredQueryRow> queries() = 0;  // in order of name
+    // The version of a stored query's text: another one each time the text is written. 0: no such query.
+    virtual std::int64_t queryVersion(std::string_view name) = 0;
+    virtual std::optional<std::string> queryText(std::string_view name) = 0;
+    // New or over the old one. The text's version.
+    virtual std::int64_t writeQuery(std::string_view name, std::string_view text) = 0;
+    virtual bool dropQuery(std::string_view name) = 0;
+
+    virtual void setIdSet(int number, sql::IdSetPtr set) = 0;
+    virtual void dropIdSet(int number) = 0;
+
+    // Bytes of the file as they lie, read by the connection's own handle: another handle of this process on the
+    // same file would, when closed, let go of every lock the process has on it. The number of bytes read.
+    virtual std::size_t readFile(std::int64_t offset, std::span<char> buffer) = 0;
+};
+
+std::unique_ptr<Store> openStore(const OpenRequest& request);
+// Writes all that `source` holds into a new file, densely.
+void writeDenseCopy(const OpenRequest& source, const OpenRequest& target);
+// A store in memory, for searching among rows that are no longer those of a file.
+std::unique_ptr<Store> openMemoryStore();
+
+void setLockTimeout(int milliseconds);
+int lockTimeout();
+
+// For tests of a full disk and of a power failure: files are reached by the operating-system layer registered
+// under this name; empty: the usual one.
+void setFileLayer(std::string name);
+
+}  // namespace dao::driver

@@ -1,0 +1,187 @@
+#include "platform/dao/file_paths.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <memory>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/dao/failure.h"
+
+namespace dao {
+namespace {
+
+std::string folderOf(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string::npos)
+        return ".";
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+std::string nameOf(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    return slash == std::string::npos ? path : path.substr(slash + 1);
+}
+
+std::string resolved(const std::string& path) {
+    const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr), &std::free);
+    return real != nullptr ? std::string(real.get()) : std::string();
+}
+
+bool isFolder(const std::string& path) {
+    struct stat found {};
+    return stat(path.c_str(), &found) == 0 && S_ISDIR(found.st_mode);
+}
+
+class Descriptor {
+ public:
+    Descriptor(const std::string& path, int flags) : fd_(open(path.c_str(), flags | O_CLOEXEC)) {}
+    ~Descriptor() {
+        if (fd_ >= 0)
+            close(fd_);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    int get() const { return fd_; }
+
+ private:
+    int fd_;
+};
+
+void syncPath(const std::string& path) {
+    const Descriptor file(path, O_RDONLY);
+    if (file.get() < 0 || fsync(file.get()) != 0)
+        failWithSystemError(errno);
+}
+
+}  // namespace
+
+void failWithSystemError(int systemError) {
+    switch (systemError) {
+        case ENOSPC:
+        case EDQUOT:
+        case EFBIG:
+            fail(errNotEnoughSpace);
+        case EROFS:
+        case EACCES:
+        case EPERM:
+            fail(errReadOnly);
+        case ENOENT:
+            fail(errFileNotFound);
+        default:
+            fail(errDiskIo);
+    }
+}
+
+std::string existingFile(const std::string& path) {
+    struct stat found {};
+    if (path.empty())
+        fail(errFileNotFound, "Couldn't find file ''.");
+    if (stat(path.c_str(), &found) != 0) {
+        if (errno == EACCES)
+            fail(errNoPermission);
+        if (errno == ENOTDIR || errno == ENAMETOOLONG || errno == ELOOP || !isFolder(folderOf(path)))
+            fail(errPathInvalid, "'" + path + "' isn't a valid path.");
+        fail(errFileNotFound, "Couldn't find file '" + path + "'.");
+    }
+    if (!S_ISREG(found.st_mode))
+        fail(errPathInvalid, "'" + path + "' isn't a valid path.");
+    const std::string real = resolved(path);
+    if (real.empty())
+        fail(errPathInvalid, "'" + path + "' isn't a valid path.");
+    return real;
+}
+
+std::string targetFile(const std::string& path) {
+    if (fileExists(path))
+        return existingFile(path);
+    const std::string folder = resolved(folderOf(path));
+    if (path.empty() || nameOf(path).empty() || folder.empty() || !isFolder(folder))
+        fail(errPathInvalid, "'" + path + "' isn't a valid path.");
+    return (folder == "/" ? "" : folder) + '/' + nameOf(path);
+}
+
+bool fileExists(const std::string& path) {
+    struct stat found {};
+    return stat(path.c_str(), &found) == 0;
+}
+
+std::int64_t fileSize(const std::string& path) {
+    struct stat found {};
+    return stat(path.c_str(), &found) == 0 ? found.st_size : 0;
+}
+
+bool mayWrite(const std::string& path) { return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0; }
+bool folderMayWrite(const std::string& path) { return mayWrite(folderOf(path)); }
+std::string journalOf(const std::string& path) { return path + "-journal"; }
+
+bool hasJournal(const std::string& path) {
+    struct stat found {};
+    return stat(journalOf(path).c_str(), &found) == 0 && found.st_size > 0;
+}
+
+void removeEmptyJournal(const std::string& path) noexcept {
+    struct stat found {};
+    const std::string journal = journalOf(path);
+    if (stat(journal.c_str(), &found) == 0 && found.st_size == 0)
+        unlink(journal.c_str());
+}
+
+Salt readSalt(const std::string& path) {
+    const Descriptor file(path, O_RDONLY);
+    if (file.get() < 0) {
+        if (errno == EACCES || errno == EPERM)
+            fail(errNoPermission);
+        failWithSystemError(errno);
+    }
+    struct stat found {};
+    Salt salt{};
+    if (fstat(file.get(), &found) != 0)
+        failWithSystemError(errno);
+    if (found.st_size < static_cast<off_t>(kPageSize) ||
+        pread(file.get(), salt.data(), salt.size(), 0) != static_cast<ssize_t>(salt.size()) || !hasOurMark(salt))
+        fail(errUnrecognisedFormat, "Unrecognized database format '" + path + "'.");
+    return salt;
+}
+
+void syncFolderOf(const std::string& path) {
+    const Descriptor folder(folderOf(path), O_RDONLY | O_DIRECTORY);
+    if (folder.get() >= 0)
+        fsync(folder.get());
+}
+
+void removeFile(const std::string& path) {
+    if (unlink(path.c_str()) != 0 && errno != ENOENT)
+        failWithSystemError(errno);
+}
+
+void renameFile(const std::string& from, const std::string& to) {
+    if (rename(from.c_str(), to.c_str()) != 0)
+        failWithSystemError(errno);
+    syncFolderOf(to);
+}
+
+UnfinishedFile::UnfinishedFile(std::string target) : target_(std::move(target)) {
+    path_ = target_ + ".part" + std::to_string(getpid());
+    unlink(path_.c_str());
+    unlink(journalOf(path_).c_str());
+}
+
+UnfinishedFile::~UnfinishedFile() {
+    if (finished_)
+        return;
+    unlink(path_.c_str());
+    unlink(journalOf(path_).c_str());
+}
+
+void UnfinishedFile::finish() {
+    syncPath(path_);
+    removeEmptyJournal(path_);
+    removeFile(journalOf(target_));
+    renameFile(path_, target_);
+    finished_ = true;
+}
+
+}  // namespace dao

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/dao/password.h"
+
+// What the engine asks of the file system. Paths are UTF-8; every failure is the engine's error for it.
+namespace dao {
+
+inline constexpr std::size_t kPageSize = 4096;
+
+// The file's path without links. 3024 no such file, 3044 a directory or a folder that is not there.
+std::string existingFile(const std::string& path);
+// The same for a file that may not be there yet; its folder must.
+std::string targetFile(const std::string& path);
+bool fileExists(const std::string& path);
+std::int64_t fileSize(const std::string& path);  // 0 where there is none
+bool mayWrite(const std::string& path);
+bool folderMayWrite(const std::string& path);
+std::string journalOf(const std::string& path);
+bool hasJournal(const std::string& path);  // one with something in it
+void removeEmptyJournal(const std::string& path) noexcept;
+// 3026, 3027 or 3043 by the operating system's own number.
+[[noreturn]] void failWithSystemError(int systemError);
+
+// The first bytes of a file that this process does not have open: another handle on an open one would let go of
+// its locks. 3343 for a file shorter than a page or without our mark.
+Salt readSalt(const std::string& path);
+
+void syncFolderOf(const std::string& path);
+void removeFile(const std::string& path);  // one that is not there is no error
+// In the place of whatever stands there; both are on disk when it returns.
+void renameFile(const std::string& from, const std::string& to);
+
+// A file's name for the time until it is whole; gone if it never becomes so.
+class UnfinishedFile {
+ public:
+    explicit UnfinishedFile(std::string target);
+    ~UnfinishedFile();
+    UnfinishedFile(const UnfinishedFile&) = delete;
+    UnfinishedFile& operator=(const UnfinishedFile&) = delete;
+    const std::string& path() const { return path_; }
+    // Onto disk and into its place, where the former file and its journal give way.
+    void finish();
+
+ private:
+    std::string target_;
+    std::string path_;
+    bool finished_ = false;
+};
+
+}  // namespace dao

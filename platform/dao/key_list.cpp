@@ -1,0 +1,79 @@
+#include "platform/dao/key_list.h"
+
+#include <algorithm>
+
+namespace dao {
+
+void KeyList::assign(std::vector<std::int64_t> keys, int stride, int unique) {
+    keys_ = std::move(keys);
+    stride_ = static_cast<std::size_t>(std::max(stride, 1));
+    rows_ = keys_.size() / stride_;
+    unique_ = unique;
+    ascending_ = stride_ == 1 && std::adjacent_find(keys_.begin(), keys_.end(), std::greater_equal<>()) == keys_.end();
+    placesKnown_ = false;
+}
+
+void KeyList::buildPlaces() const {
+    places_.clear();
+    places_.reserve(size());
+    for (std::size_t row = 0; row < size(); ++row)
+        places_.try_emplace(key(row, unique_), row);
+    placesKnown_ = true;
+}
+
+std::optional<std::size_t> KeyList::findKey(std::int64_t wanted, int source) const {
+    if (ascending_) {
+        const auto found = std::lower_bound(keys_.begin(), keys_.end(), wanted);
+        if (found == keys_.end() || *found != wanted)
+            return std::nullopt;
+        return static_cast<std::size_t>(found - keys_.begin());
+    }
+    if (source == unique_) {
+        if (!placesKnown_)
+            buildPlaces();
+        const auto found = places_.find(wanted);
+        return found == places_.end() ? std::nullopt : std::optional(found->second);
+    }
+    for (std::size_t row = 0; row < size(); ++row) {
+        if (key(row, source) == wanted)
+            return row;
+    }
+    return std::nullopt;
+}
+
+std::optional<std::size_t> KeyList::find(std::span<const std::int64_t> wanted) const {
+    if (wanted.size() != stride_)
+        return std::nullopt;
+    if (unique_ >= 0) {
+        const std::optional<std::size_t> row = findKey(wanted[static_cast<std::size_t>(unique_)], unique_);
+        return row && std::ranges::equal(at(*row), wanted) ? row : std::nullopt;
+    }
+    for (std::size_t row = 0; row < size(); ++row) {
+        if (std::ranges::equal(at(row), wanted))
+            return row;
+    }
+    return std::nullopt;
+}
+
+void KeyList::append(std::span<const std::int64_t> row) {
+    ascending_ = ascending_ && (keys_.empty() || keys_.back() < row.front());
+    if (placesKnown_ && unique_ >= 0)
+        places_.try_emplace(row[static_cast<std::size_t>(unique_)], size());
+    keys_.insert(keys_.end(), row.begin(), row.end());
+    ++rows_;
+}
+
+void KeyList::replace(std::size_t row, std::span<const std::int64_t> keys) {
+    std::ranges::copy(keys, keys_.begin() + static_cast<std::ptrdiff_t>(row * stride_));
+    placesKnown_ = false;
+    ascending_ = false;
+}
+
+void KeyList::erase(std::size_t row) {
+    const auto first = keys_.begin() + static_cast<std::ptrdiff_t>(row * stride_);
+    keys_.erase(first, first + static_cast<std::ptrdiff_t>(stride_));
+    --rows_;
+    placesKnown_ = false;
+}
+
+}  // namespace dao

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <unordered_map>
+#include <vector>
+
+namespace dao {
+
+// The rows of a dynaset, by number: one key for each table that takes part. One table in ascending order, the
+// usual case, is a bare vector that is searched by halves.
+class KeyList {
+ public:
+    // `stride` keys a row; `unique`: which of them no two rows share, -1 where there is none.
+    void assign(std::vector<std::int64_t> keys, int stride, int unique);
+
+    std::size_t size() const { return rows_; }
+    int stride() const { return static_cast<int>(stride_); }
+    std::span<const std::int64_t> at(std::size_t row) const { return {keys_.data() + row * stride_, stride_}; }
+    std::int64_t key(std::size_t row, int source) const { return keys_[row * stride_ + static_cast<std::size_t>(source)]; }
+    bool isAscending() const { return ascending_; }
+
+    std::optional<std::size_t> find(std::span<const std::int64_t> row) const;
+    // The first row that has this key for this source.
+    std::optional<std::size_t> findKey(std::int64_t key, int source) const;
+
+    void append(std::span<const std::int64_t> row);
+    void replace(std::size_t row, std::span<const std::int64_t> keys);
+    void erase(std::size_t row);
+
+ private:
+    void buildPlaces() const;
+
+    std::vector<std::int64_t> keys_;
+    std::size_t stride_ = 1;
+    std::size_t rows_ = 0;
+    int unique_ = 0;
+    bool ascending_ = true;
+    // Unique key to row, made when first asked for.
+    mutable std::unordered_map<std::int64_t, std::size_t> places_;
+    mutable bool placesKnown_ = false;
+};
+
+}  // namespace dao

@@ -1,0 +1,227 @@
+#include "platform/dao/keyset.h"
+
+#include <algorithm>
+
+#include "platform/dao/failure.h"
+#include "platform/dao/names.h"
+#include "platform/sql/ast.h"
+#include "platform/sql/parser.h"
+
+namespace dao {
+namespace {
+
+constexpr std::size_t kBlockRows = 512;
+constexpr std::size_t kSmallBlock = 32;
+constexpr std::int64_t kSparse = 4;  // a range with more strangers than this for each row is read row by row
+
+std::vector<Type> typesOf(const std::vector<sql::ResultColumn>& columns) {
+    std::vector<Type> types;
+    for (const sql::ResultColumn& column : columns)
+        types.push_back(column.type);
+    return types;
+}
+
+}  // namespace
+
+Keyset::Keyset(std::shared_ptr<DatabaseImpl> database, RecordsetType type, std::string statement)
+    : RecordsetImpl(std::move(database), type), statement_(std::move(statement)) {
+    open();
+    start();
+}
+
+Keyset::Keyset(const Keyset& of)
+    : RecordsetImpl(of.database_, of.type_), statement_(of.statement_), compiled_(of.compiled_), keys_(of.keys_) {
+    generation_ = of.generation_;
+    setColumns(of.columns_);
+    block_.reset(typesOf(columns_));
+}
+
+std::shared_ptr<RecordsetImpl> Keyset::copy() const { return std::shared_ptr<Keyset>(new Keyset(*this)); }
+
+void Keyset::open() {
+    OpenFile& in = file();
+    const ReadScope scope(in.store());
+    CompiledPtr compiled = in.compile(statement_);
+    if (compiled->select.sources.empty())
+        fail(errCannotUpdate);
+    std::vector<std::int64_t> keys;
+    compiled_ = std::move(compiled);
+    generation_ = &in.generation();
+    const bool single = select().sources.size() == 1;
+    const sql::TableInfo* whole = single ? wholeTable(*compiled_->tree, 0) : nullptr;
+    if (whole != nullptr)
+        in.store().readAllKeys(whole->name, keys);
+    else
+        readKeys(select(), keys);
+    keys_.assign(std::move(keys), static_cast<int>(select().sources.size()), single ? 0 : unique());
+    setColumns(select().columns);
+    block_.reset(typesOf(columns_));
+    dropBlock();
+}
+
+void Keyset::readKeys(const sql::WrittenSelect& from, std::vector<std::int64_t>& keys) const {
+    file().store().cached(from.keys)->readKeys(keys, static_cast<int>(from.sources.size()));
+}
+
+const sql::TableInfo* Keyset::wholeTable(const sql::Statement& tree, int depth) const {
+    const bool plain = !tree.distinct && tree.where == nullptr && tree.orderBy.empty() && tree.groupBy.empty() &&
+                       tree.having == nullptr && tree.from != nullptr &&
+                       tree.from->kind == sql::FromNode::Kind::Table && depth <= sql::kMaxQueryDepth;
+    if (!plain)
+        return nullptr;
+    const FileCatalog& catalog = file().catalog();
+    if (const sql::TableInfo* table = catalog.findTable(tree.from->name))
+        return table;
+    const sql::StatementPtr query = catalog.findQuery(tree.from->name);
+    return query == nullptr ? nullptr : wholeTable(*query, depth + 1);
+}
+
+void Keyset::release() noexcept {
+    compiled_.reset();
+    keys_.assign({}, 1, 0);
+    block_.clear();
+    blockRows_.clear();
+}
+
+void Keyset::dropBlock() {
+    block_.clear();
+    blockRows_.clear();
+    blockStart_ = 0;
+}
+
+void Keyset::distrust() {
+    if (!blockRows_.empty() && blockVersion_ != file().store().dataVersion()) {
+        dropBlock();
+        file().touch();
+    }
+}
+
+void Keyset::fetch(std::size_t row) {
+    if (blockGeneration_ != file().generation())
+        dropBlock();
+    if (!inBlock(row)) {
+        const bool onwards = lastFetched_ != kMissing && row == lastFetched_ + 1;
+        const bool backwards = lastFetched_ != kMissing && row + 1 == lastFetched_;
+        const bool longWalk = blockRows_.size() >= kSmallBlock;
+        const std::size_t wanted = !onwards && !backwards ? 1 : longWalk ? kBlockRows : kSmallBlock;
+        const std::size_t first = backwards ? row - std::min(row, wanted - 1) : row;
+        loadBlock(first, std::min(wanted, count() - first));
+    }
+    lastFetched_ = row;
+    current_ = blockRows_[row - blockStart_];
+    if (current_ == kMissing)
+        fail(errRecordDeleted);
+}
+
+void Keyset::loadBlock(std::size_t first, std::size_t rows) {
+    OpenFile& from = file();
+    dropBlock();
+    const ReadScope scope(from.store());
+    blockGeneration_ = from.generation();
+    try {
+        const bool dense = keys_.isAscending() && rows > 1 && !select().fetchRange.empty() &&
+                           keys_.key(first + rows - 1, 0) - keys_.key(first, 0) < kSparse * static_cast<std::int64_t>(rows);
+        if (dense)
+            loadRange(first, rows);
+        else
+            loadSingly(first, rows);
+        blockVersion_ = from.store().dataVersion();
+    } catch (...) {
+        dropBlock();
+        throw;
+    }
+    blockStart_ = first;
+}
+
+void Keyset::loadRange(std::size_t first, std::size_t rows) {
+    const auto statement = file().store().cached(select().fetchRange);
+    statement->bindInteger(1, keys_.key(first, 0));
+    statement->bindInteger(2, keys_.key(first + rows - 1, 0));
+    std::vector<std::int64_t> found;
+    statement->readRows(block_, 1, &found, SIZE_MAX, rows > kSmallBlock ? &asked_ : nullptr);
+    std::size_t at = 0;
+    for (std::size_t row = first; row < first + rows; ++row) {
+        while (at < found.size() && found[at] < keys_.key(row, 0))
+            ++at;
+        blockRows_.push_back(at < found.size() && found[at] == keys_.key(row, 0) ? at : kMissing);
+    }
+}
+
+void Keyset::loadSingly(std::size_t first, std::size_t rows) {
+    const auto statement = file().store().cached(select().fetch);
+    for (std::size_t row = first; row < first + rows; ++row) {
+        for (int source = 0; source < keys_.stride(); ++source)
+            statement->bindRowKey(source + 1, keys_.key(row, source));
+        const std::size_t at = block_.rows();
+        blockRows_.push_back(statement->readRows(block_, 0, nullptr, 1) == 1 ? at : kMissing);
+    }
+}
+
+void Keyset::fetchUnread() {
+    const std::size_t row = lastFetched_;
+    loadBlock(row, 1);
+    fetch(row);
+}
+
+dao::Bookmark Keyset::bookmarkOf(std::size_t row) const {
+    const std::span<const std::int64_t> keys = keys_.at(row);
+    return {keys.begin(), keys.end()};
+}
+
+std::optional<std::size_t> Keyset::findRow(std::string_view criterion) {
+    const sql::ExpressionPtr tree = translated([&] { return sql::parseCriterion(criterion); });
+    bool isKey = false;
+    const std::optional<std::size_t> row = findByKey(*tree, isKey);
+    return isKey ? row : findByStatement(*tree);
+}
+
+// Searches for one row's own number are what the windows do all day: the list knows where it is, and one look into
+// the file tells whether it is still there.
+std::optional<std::size_t> Keyset::findByKey(const sql::Expression& criterion, bool& isKey) {
+    sql::KeyCriterion wanted;
+    if (!sql::isKeyCriterion(criterion, wanted))
+        return std::nullopt;
+    for (const sql::ResultColumn& column : columns_) {
+        if (!sameName(column.name, wanted.field))
+            continue;
+        const sql::ColumnInfo* counter = column.source < 0 ? nullptr : counterOf(column.source);
+        if (counter == nullptr || !sameName(counter->name, column.field))
+            return std::nullopt;
+        isKey = true;
+        const std::optional<std::size_t> row = keys_.findKey(wanted.number, column.source);
+        if (!row)
+            return std::nullopt;
+        loadBlock(*row, 1);
+        return blockRows_.front() == kMissing ? std::nullopt : row;
+    }
+    return std::nullopt;
+}
+
+std::optional<std::size_t> Keyset::findByStatement(const sql::Expression& criterion) {
+    OpenFile& in = file();
+    const ReadScope scope(in.store());
+    const CompiledPtr find = in.compileFind(*compiled_, criterion);
+    std::vector<std::int64_t> keys;
+    in.store().prepare(find->select.keys)->readKeys(keys, keys_.stride());
+    std::optional<std::size_t> first;
+    const auto stride = static_cast<std::size_t>(keys_.stride());
+    for (std::size_t at = 0; at + stride <= keys.size(); at += stride) {
+        const std::optional<std::size_t> row = keys_.find({keys.data() + at, stride});
+        if (row && (!first || *row < *first))
+            first = row;
+    }
+    if (first)
+        loadBlock(*first, 1);
+    return first;
+}
+
+const sql::ColumnInfo* Keyset::counterOf(int source) const {
+    const sql::TableInfo* table = file().table(select().sources[static_cast<std::size_t>(source)].table);
+    if (table == nullptr)
+        return nullptr;
+    const auto counter =
+        std::find_if(table->columns.begin(), table->columns.end(), [](const auto& column) { return column.counter; });
+    return counter == table->columns.end() ? nullptr : &*counter;
+}
+
+}  // namespace dao

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <optional>
+
+#include "platform/dao/database_impl.h"
+#include "platform/dao/key_list.h"
+#include "platform/dao/recordset_impl.h"
+
+namespace dao {
+
+// A dynaset or a table: the keys of its rows are read once, the rows themselves when they are looked at, a block
+// ahead of whoever walks. What others change shows with the next fetch; what they add does not.
+class Keyset final : public RecordsetImpl {
+ public:
+    Keyset(std::shared_ptr<DatabaseImpl> database, RecordsetType type, std::string statement);
+    ~Keyset() override { Close(); }  // an Edit left behind must not keep the office waiting
+
+    void AddNew() override;
+    void Edit() override;
+    void Update() override;
+    void Delete() override;
+    void setValue(int index, Value value) override;
+    bool Updatable() const override;
+
+ protected:
+    void open() override;
+    std::shared_ptr<RecordsetImpl> copy() const override;
+    void release() noexcept override;
+    std::size_t count() const override { return keys_.size(); }
+    void fetch(std::size_t row) override;
+    void fetchUnread() override;
+    void distrust() override;
+    std::optional<std::size_t> findRow(std::string_view criterion) override;
+    dao::Bookmark bookmarkOf(std::size_t row) const override;
+    std::optional<std::size_t> rowOf(const dao::Bookmark& place) const override { return keys_.find(place); }
+    void dropPending() noexcept override;
+
+ private:
+    static constexpr std::size_t kMissing = static_cast<std::size_t>(-1);
+
+    Keyset(const Keyset& of);
+
+    OpenFile& file() const { return database_->file(); }
+    OpenFile& writableFile() const;
+    const sql::WrittenSelect& select() const { return compiled_->select; }
+    int unique() const { return select().uniqueSource; }
+    void readKeys(const sql::WrittenSelect& from, std::vector<std::int64_t>& keys) const;
+    // The table that the statement gives every row of, as they stand; nullptr where it does anything more.
+    const sql::TableInfo* wholeTable(const sql::Statement& tree, int depth) const;
+
+    void dropBlock();
+    bool inBlock(std::size_t row) const { return row - blockStart_ < blockRows_.size(); }
+    void loadBlock(std::size_t first, std::size_t rows);
+    void loadRange(std::size_t first, std::size_t rows);
+    void loadSingly(std::size_t first, std::size_t rows);
+    std::optional<std::size_t> findByKey(const sql::Expression& criterion, bool& isKey);
+    std::optional<std::size_t> findByStatement(const sql::Expression& criterion);
+
+    const sql::ColumnInfo* counterOf(int source) const;
+    Value converted(const sql::ResultColumn& column, const Value& value) const;
+    void updateEdited();
+    void updateAdded();
+    void writeChanged(std::size_t row);
+    void checkUnchanged();
+    void followJoin(std::size_t row);
+    void joinAdded(std::int64_t key);
+
+    std::string statement_;
+    CompiledPtr compiled_;
+    KeyList keys_;
+
+    std::size_t blockStart_ = 0;
+    std::vector<std::size_t> blockRows_;  // where in block_ a row lies; kMissing: deleted
+    std::int64_t blockGeneration_ = -1;
+    std::int64_t blockVersion_ = 0;
+    std::size_t lastFetched_ = kMissing;
+
+    std::size_t editedRow_ = 0;
+    std::int64_t editEpoch_ = 0;
+    std::int64_t addedNumber_ = 0;
+    std::vector<Value> original_;  // the row as Edit read it
+};
+
+}  // namespace dao

@@ -1,0 +1,259 @@
+#include <algorithm>
+
+#include "platform/dao/failure.h"
+#include "platform/dao/keyset.h"
+#include "platform/dao/names.h"
+
+// The part of a keyset that writes.
+namespace dao {
+namespace {
+
+std::size_t characters(std::string_view text) {
+    return static_cast<std::size_t>(
+        std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+}
+
+}  // namespace
+
+bool Keyset::Updatable() const {
+    checkOpen();
+    return !database_->isReadOnly();
+}
+
+OpenFile& Keyset::writableFile() const {
+    checkOpen();
+    return database_->writableFile();
+}
+
+Value Keyset::converted(const sql::ResultColumn& column, const Value& value) const {
+    if (value.isNull())
+        return column.type == Type::YesNo ? Value(false) : Value();
+    switch (column.type) {
+        case Type::YesNo:
+            return Value(value.asBool());
+        case Type::Long:
+            return Value(value.asLong());
+        case Type::Single:
+            return Value(value.asSingle());
+        case Type::Double:
+            return Value(value.asDouble());
+        case Type::Currency:
+            return Value(value.asCurrency());
+        case Type::Date:
+            return Value(value.asDate());
+        case Type::Text: {
+            std::string text = value.asText();
+            if (column.size > 0 && characters(text) > static_cast<std::size_t>(column.size))
+                fail(errFieldTooSmall);
+            return Value(std::move(text));
+        }
+        case Type::Null:
+            break;
+    }
+    return value;
+}
+
+void Keyset::setValue(int index, Value value) {
+    checkIndex(index);
+    if (editMode_ == Recordset::EditModeKind::None)
+        fail(errUpdateWithoutEdit);
+    const sql::ResultColumn& to = column(index);
+    if (to.source < 0 || (editMode_ == Recordset::EditModeKind::Add && to.source != unique()))
+        fail(errFieldNotUpdatable);
+    const sql::ColumnInfo* counter = counterOf(to.source);
+    if (counter != nullptr && sameName(counter->name, to.field))
+        fail(errFieldNotUpdatable);
+    Cell& cell = pending_[static_cast<std::size_t>(index)];
+    cell.value = converted(to, value);
+    cell.changed = true;
+}
+
+void Keyset::dropPending() noexcept {
+    if (editMode_ == Recordset::EditModeKind::InProgress)
+        file().unlockEdit();
+    editMode_ = Recordset::EditModeKind::None;
+}
+
+void Keyset::AddNew() {
+    OpenFile& to = writableFile();
+    leave();
+    if (unique() < 0)
+        fail(errCannotUpdate);
+    const sql::ColumnInfo* counter = counterOf(unique());
+    const std::string counterName = counter == nullptr ? std::string() : counter->name;
+    addedNumber_ =
+        counter == nullptr ? 0 : to.nextNumber(select().sources[static_cast<std::size_t>(unique())].table);
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        const sql::ResultColumn& each = columns_[i];
+        pending_[i].changed = false;
+        pending_[i].value = each.type == Type::YesNo && each.source == unique() ? Value(false) : Value();
+        if (addedNumber_ != 0 && each.source == unique() && sameName(each.field, counterName))
+            pending_[i].value = Value(static_cast<std::int32_t>(addedNumber_));
+    }
+    editMode_ = Recordset::EditModeKind::Add;
+}
+
+void Keyset::Edit() {
+    OpenFile& in = writableFile();
+    leave();
+    const std::size_t row = currentRow();
+    in.lockForEdit();
+    try {
+        in.touch();  // the row as it is now that nobody else can change it
+        needRow();
+        original_.resize(columns_.size());
+        for (std::size_t i = 0; i < columns_.size(); ++i) {
+            block_.get(current_, i, original_[i]);  // of one row all fields are there
+            pending_[i].value = original_[i];
+            pending_[i].changed = false;
+        }
+    } catch (...) {
+        in.unlockEdit();
+        throw;
+    }
+    editedRow_ = row;
+    editEpoch_ = in.lockEpoch();
+    editMode_ = Recordset::EditModeKind::InProgress;
+}
+
+void Keyset::Update() {
+    checkOpen();
+    switch (editMode_) {
+        case Recordset::EditModeKind::None:
+            fail(errUpdateWithoutEdit);
+        case Recordset::EditModeKind::InProgress:
+            updateEdited();
+            break;
+        case Recordset::EditModeKind::Add:
+            updateAdded();
+            break;
+    }
+}
+
+void Keyset::updateEdited() {
+    OpenFile& to = writableFile();
+    to.write(
+        [&] {
+            if (editEpoch_ != to.lockEpoch())
+                checkUnchanged();
+            writeChanged(editedRow_);
+        },
+        true);
+    editMode_ = Recordset::EditModeKind::None;
+    if (keys_.stride() > 1)
+        followJoin(editedRow_);
+    lastModified_ = bookmarkOf(editedRow_);
+}
+
+// The lock was let go between Edit and Update, by another write of this process or by an error: whoever wrote in
+// that time must not be overwritten unseen.
+void Keyset::checkUnchanged() {
+    file().touch();
+    dropBlock();
+    fetch(editedRow_);
+    Value now;
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        block_.get(current_, i, now);
+        if (!(now == original_[i]))
+            fail(errDataChanged);
+    }
+}
+
+void Keyset::writeChanged(std::size_t row) {
+    driver::Store& store = file().store();
+    for (std::size_t source = 0; source < select().sources.size(); ++source) {
+        std::vector<driver::FieldValue> fields;
+        for (std::size_t i = 0; i < columns_.size(); ++i) {
+            const Cell& cell = pending_[i];
+            if (columns_[i].source == static_cast<int>(source) && cell.changed && !(cell.value == original_[i]))
+                fields.push_back({columns_[i].field, &cell.value});
+        }
+        const std::int64_t key = keys_.key(row, static_cast<int>(source));
+        if (fields.empty())
+            continue;
+        if (key == driver::kNoRow)
+            fail(errFieldNotUpdatable);
+        if (!store.updateRow(select().sources[source].table, key, fields))
+            fail(errRecordDeleted);
+    }
+}
+
+// A product moved into another group still is the same product, but its row is now joined to another group's.
+void Keyset::followJoin(std::size_t row) {
+    loadBlock(row, 1);
+    if (blockRows_.front() != kMissing || unique() < 0)
+        return;
+    std::vector<std::int64_t> keys;
+    readKeys(select(), keys);
+    const auto stride = static_cast<std::size_t>(keys_.stride());
+    const auto source = static_cast<std::size_t>(unique());
+    const std::int64_t wanted = keys_.key(row, unique());
+    for (std::size_t at = 0; at + stride <= keys.size(); at += stride) {
+        if (keys[at + source] == wanted) {
+            keys_.replace(row, {keys.data() + at, stride});
+            dropBlock();
+            return;
+        }
+    }
+}
+
+void Keyset::updateAdded() {
+    OpenFile& to = writableFile();
+    const std::string& table = select().sources[static_cast<std::size_t>(unique())].table;
+    const sql::ColumnInfo* counter = counterOf(unique());
+    const Value number(static_cast<std::int32_t>(addedNumber_));
+    std::vector<driver::FieldValue> fields;
+    if (counter != nullptr)
+        fields.push_back({counter->name, &number});
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        const bool isCounter = counter != nullptr && sameName(counter->name, columns_[i].field);
+        if (columns_[i].source == unique() && pending_[i].changed && !isCounter)
+            fields.push_back({columns_[i].field, &pending_[i].value});
+    }
+    std::int64_t key = 0;
+    to.write([&] { key = to.store().insertRow(table, fields); });
+    editMode_ = Recordset::EditModeKind::None;
+    if (keys_.stride() > 1) {
+        joinAdded(key);
+        return;
+    }
+    keys_.append({&key, 1});
+    rowAppended();
+    lastModified_ = {key};
+}
+
+void Keyset::joinAdded(std::int64_t key) {
+    std::vector<std::int64_t> keys;
+    readKeys(select(), keys);
+    const auto stride = static_cast<std::size_t>(keys_.stride());
+    for (std::size_t at = 0; at + stride <= keys.size(); at += stride) {
+        if (keys[at + static_cast<std::size_t>(unique())] != key)
+            continue;
+        keys_.append({keys.data() + at, stride});
+        rowAppended();
+        lastModified_ = {keys.begin() + static_cast<std::ptrdiff_t>(at),
+                         keys.begin() + static_cast<std::ptrdiff_t>(at + stride)};
+        return;
+    }
+}
+
+void Keyset::Delete() {
+    OpenFile& in = writableFile();
+    leave();
+    const std::size_t row = currentRow();
+    if (unique() < 0)
+        fail(errCannotUpdate);
+    const std::int64_t key = keys_.key(row, unique());
+    if (key == driver::kNoRow)
+        fail(errCannotUpdate);
+    in.write([&] {
+        if (!in.store().deleteRow(select().sources[static_cast<std::size_t>(unique())].table, key))
+            fail(errRecordDeleted);
+    });
+    keys_.erase(row);
+    dropBlock();
+    lastFetched_ = kMissing;
+    leaveGap();
+}
+
+}  // namespace dao

@@ -1,0 +1,141 @@
+#include "platform/dao/lock_file.h"
+
+#include <cerrno>
+#include <chrono>
+#include <map>
+#include <thread>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/dao/failure.h"
+
+namespace dao {
+namespace {
+
+// A compaction of the shop's file takes less than this; whoever comes in the middle of one waits for it.
+constexpr std::chrono::milliseconds kPatience{1000};
+constexpr std::chrono::milliseconds kNap{10};
+
+std::map<std::string, std::weak_ptr<LockFile>>& locks() {
+    static auto* const kAll = new std::map<std::string, std::weak_ptr<LockFile>>;  // outlives every static window
+    return *kAll;
+}
+
+// Locks of the open file, not of the process: closing some other handle on the lock file does not lose them, and
+// changing between shared and exclusive is one step that either happens or leaves the old lock in place.
+bool setLock(int fd, short kind) {
+    struct flock request {};
+    request.l_type = kind;
+    request.l_whence = SEEK_SET;
+    for (;;) {
+        if (fcntl(fd, F_OFD_SETLK, &request) == 0)
+            return true;
+        if (errno == EAGAIN || errno == EACCES)
+            return false;
+        if (errno != EINTR)
+            fail(errCannotLockFile);
+    }
+}
+
+}  // namespace
+
+std::string LockFile::pathFor(const std::string& databasePath) {
+    const std::size_t slash = databasePath.rfind('/');
+    const std::size_t dot = databasePath.rfind('.');
+    const bool hasExtension = dot != std::string::npos && (slash == std::string::npos || dot > slash + 1);
+    return (hasExtension ? databasePath.substr(0, dot) : databasePath) + ".ldb";
+}
+
+std::shared_ptr<LockFile> LockFile::of(const std::string& path) {
+    const std::string lockPath = pathFor(path);
+    std::weak_ptr<LockFile>& known = locks()[lockPath];
+    if (std::shared_ptr<LockFile> lock = known.lock())
+        return lock;
+    std::shared_ptr<LockFile> lock(new LockFile(lockPath));
+    known = lock;
+    return lock;
+}
+
+LockFile::LockFile(std::string path) : path_(std::move(path)) {
+    const auto deadline = std::chrono::steady_clock::now() + kPatience;
+    while (!tryOpen()) {
+        if (std::chrono::steady_clock::now() >= deadline)
+            fail(errExclusiveByOther);
+        std::this_thread::sleep_for(kNap);
+    }
+}
+
+bool LockFile::tryOpen() {
+    fd_ = open(path_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+    if (fd_ < 0)
+        fail(errCannotLockFile);
+    struct stat held {};
+    struct stat named {};
+    try {
+        if (setLock(fd_, F_RDLCK)) {
+            // The last process to leave may have taken the file away between our opening and our locking it.
+            if (fstat(fd_, &held) == 0 && stat(path_.c_str(), &named) == 0 && held.st_ino == named.st_ino &&
+                held.st_dev == named.st_dev)
+                return true;
+        }
+    } catch (...) {
+        close(fd_);
+        throw;
+    }
+    close(fd_);
+    fd_ = -1;
+    return false;
+}
+
+LockFile::~LockFile() {
+    if (fd_ < 0)
+        return;
+    struct flock request {};
+    request.l_type = F_WRLCK;
+    request.l_whence = SEEK_SET;
+    if (fcntl(fd_, F_OFD_SETLK, &request) == 0)
+        unlink(path_.c_str());
+    close(fd_);
+    locks().erase(path_);
+}
+
+bool LockFile::enterExclusive() {
+    if (exclusive_ == 0 && !setLock(fd_, F_WRLCK))
+        return false;
+    ++exclusive_;
+    return true;
+}
+
+void LockFile::leaveExclusive() noexcept {
+    if (exclusive_ > 0 && --exclusive_ == 0) {
+        struct flock request {};
+        request.l_type = F_RDLCK;
+        request.l_whence = SEEK_SET;
+        fcntl(fd_, F_OFD_SETLK, &request);
+    }
+}
+
+ExclusiveUse::ExclusiveUse(std::shared_ptr<LockFile> lock) : lock_(std::move(lock)) {
+    if (lock_ != nullptr && !lock_->enterExclusive()) {
+        lock_.reset();
+        fail(errFileInUse);
+    }
+}
+
+ExclusiveUse& ExclusiveUse::operator=(ExclusiveUse&& other) noexcept {
+    if (this != &other) {
+        if (lock_ != nullptr)
+            lock_->leaveExclusive();
+        lock_ = std::move(other.lock_);
+    }
+    return *this;
+}
+
+ExclusiveUse::~ExclusiveUse() {
+    if (lock_ != nullptr)
+        lock_->leaveExclusive();
+}
+
+}  // namespace dao

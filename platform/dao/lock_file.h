@@ -1,0 +1,49 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+namespace dao {
+
+// Who is in a database: a small file beside it, held with a shared lock by each process that has the database open
+// and with an exclusive one by the process that wants it for itself. The lock goes with the process, however that
+// ends; the last to leave takes the file away.
+class LockFile {
+ public:
+    // The process's one lock on this database, taken now if it has none. `path`: the database's, without links.
+    // 3356 if another process has the database exclusively and keeps it; 3050 if no lock file can be made.
+    static std::shared_ptr<LockFile> of(const std::string& path);
+    static std::string pathFor(const std::string& databasePath);
+
+    LockFile(const LockFile&) = delete;
+    LockFile& operator=(const LockFile&) = delete;
+    ~LockFile();
+
+    // From here on no other process gets in, until the same number of calls to leaveExclusive. False if another
+    // process is in; then nothing has changed.
+    bool enterExclusive();
+    void leaveExclusive() noexcept;
+
+ private:
+    explicit LockFile(std::string path);
+    bool tryOpen();  // false: held exclusively by another
+
+    std::string path_;
+    int fd_ = -1;
+    int exclusive_ = 0;
+};
+
+// An exclusive use for the length of a block.
+class ExclusiveUse {
+ public:
+    ExclusiveUse() = default;
+    explicit ExclusiveUse(std::shared_ptr<LockFile> lock);  // 3045 if another process is in
+    ExclusiveUse(ExclusiveUse&& other) noexcept : lock_(std::move(other.lock_)) {}
+    ExclusiveUse& operator=(ExclusiveUse&& other) noexcept;
+    ~ExclusiveUse();
+
+ private:
+    std::shared_ptr<LockFile> lock_;
+};
+
+}  // namespace dao

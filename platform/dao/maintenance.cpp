@@ -1,0 +1,227 @@
+#include "platform/dao/maintenance.h"
+
+#include <cerrno>
+#include <chrono>
+#include <memory>
+#include <thread>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/dao/failure.h"
+#include "platform/dao/file_paths.h"
+#include "platform/dao/opening.h"
+
+namespace dao::maintenance {
+namespace {
+
+constexpr std::size_t kChunk = 256 * kPageSize;
+
+// This process's own windows must not hold what is about to be replaced; they find the new file by its path.
+void letGo(const std::string& path) {
+    while (const std::shared_ptr<OpenFile> file = OpenFiles::find(path, false)) {
+        if (file->isBusy())
+            fail(errFileInUse);
+        file->releaseStore();
+    }
+}
+
+class OutputFile {
+ public:
+    OutputFile(const std::string& path, mode_t mode)
+        : fd_(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, mode)) {
+        if (fd_ < 0)
+            failWithSystemError(errno);
+    }
+    ~OutputFile() { close(fd_); }
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
+
+    void write(std::span<const char> bytes) {
+        while (!bytes.empty()) {
+            const ssize_t written = ::write(fd_, bytes.data(), bytes.size());
+            if (written < 0 && errno == EINTR)
+                continue;
+            if (written <= 0)
+                failWithSystemError(written == 0 ? ENOSPC : errno);
+            bytes = bytes.subspan(static_cast<std::size_t>(written));
+        }
+    }
+
+ private:
+    int fd_;
+};
+
+mode_t modeOf(const std::string& path) {
+    struct stat found {};
+    return stat(path.c_str(), &found) == 0 ? (found.st_mode & 0666) | 0600 : 0600;
+}
+
+void copyThrough(driver::Store& store, OutputFile& out) {
+    const ReadScope scope(store);
+    store.schemaVersion();  // from here on writers wait
+    std::vector<char> buffer(kChunk);
+    std::int64_t offset = 0;
+    while (const std::size_t size = store.readFile(offset, buffer)) {
+        out.write({buffer.data(), size});
+        offset += static_cast<std::int64_t>(size);
+    }
+}
+
+// A file that gives nothing away without its password, or none of this engine's, can still be copied between two
+// writes: by the store's own locks on the file's bytes.
+class PlainReader {
+ public:
+    explicit PlainReader(const std::string& path) : fd_(open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
+        if (fd_ < 0)
+            failWithSystemError(errno);
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(driver::lockTimeout());
+        while (!lockShared()) {
+            if (std::chrono::steady_clock::now() >= deadline) {
+                close(fd_);
+                fail(errLocked);
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(3));
+        }
+    }
+    ~PlainReader() { close(fd_); }
+    PlainReader(const PlainReader&) = delete;
+    PlainReader& operator=(const PlainReader&) = delete;
+
+    std::size_t read(std::span<char> buffer) const {
+        for (;;) {
+            const ssize_t size = ::read(fd_, buffer.data(), buffer.size());
+            if (size >= 0)
+                return static_cast<std::size_t>(size);
+            if (errno != EINTR)
+                failWithSystemError(errno);
+        }
+    }
+
+ private:
+    static constexpr off_t kPendingByte = 0x40000000;
+    static constexpr off_t kSharedFirst = kPendingByte + 2;
+    static constexpr off_t kSharedSize = 510;
+
+    bool lock(short kind, off_t start, off_t length) const {
+        struct flock request {};
+        request.l_type = kind;
+        request.l_whence = SEEK_SET;
+        request.l_start = start;
+        request.l_len = length;
+        return fcntl(fd_, F_SETLK, &request) == 0;
+    }
+    bool lockShared() const {
+        if (!lock(F_RDLCK, kPendingByte, 1))
+            return false;
+        const bool locked = lock(F_RDLCK, kSharedFirst, kSharedSize);
+        lock(F_UNLCK, kPendingByte, 1);
+        return locked;
+    }
+
+    int fd_;
+};
+
+void copyPlain(const std::string& path, OutputFile& out) {
+    const PlainReader reader(path);
+    std::vector<char> buffer(kChunk);
+    while (const std::size_t size = reader.read(buffer))
+        out.write({buffer.data(), size});
+}
+
+// The connection a file is copied through; nothing where it does not open as a database.
+std::shared_ptr<OpenFile> openForCopy(const std::string& path) {
+    int number = 0;
+    std::string sentence;
+    {
+        const QuietErrors quiet;
+        try {
+            const Opening opening = examine(path, {}, true);
+            return openFile(opening, false, lockFor(opening.path, true));
+        } catch (const Error& error) {
+            number = error.Number();
+            sentence = error.Description();
+        }
+    }
+    if (number == errLocked || number == errExclusiveByOther || number == errNotEnoughSpace)
+        fail(number, sentence);
+    return nullptr;  // as it lies, then
+}
+
+// A journal left by a crash is rolled into its file by opening that; only then may the file go elsewhere.
+void settleJournal(const std::string& path) {
+    if (hasJournal(path))
+        openForCopy(path);
+}
+
+}  // namespace
+
+void createEmpty(const std::string& target, const std::string& password) {
+    UnfinishedFile fresh(target);
+    const Salt salt = newSalt(password);
+    driver::openStore({fresh.path(), rawKey(password, salt), true, true});
+    fresh.finish();
+}
+
+void compact(const std::string& from, const std::string& to, const std::string& connect) {
+    const Opening opening = examine(from, connect, true);
+    const std::string target = targetFile(to);
+    if (fileExists(target))
+        fail(errObjectExists, "Database '" + to + "' already exists.");
+    if (opening.openAlready != nullptr && opening.openAlready->isBusy())
+        fail(errFileInUse);
+    const ExclusiveUse use(lockFor(opening.path, false));
+    openFile(opening, false, nullptr)->store().schemaVersion();  // 3049 here, before anything is made
+
+    UnfinishedFile fresh(target);
+    const Salt salt = newSalt(opening.password);
+    driver::writeDenseCopy({opening.path, rawKey(opening.password, opening.salt), true, false},
+                           {fresh.path(), rawKey(opening.password, salt), true, true});
+    fresh.finish();
+}
+
+void copy(const std::string& from, const std::string& to) {
+    const std::string source = existingFile(from);
+    const std::string target = targetFile(to);
+    if (source == target)
+        fail(errInvalidOperation, "A file can't be copied onto itself.");
+    UnfinishedFile fresh(target);
+    {
+        const std::shared_ptr<OpenFile> file = openForCopy(source);
+        OutputFile out(fresh.path(), modeOf(source));
+        if (file != nullptr)
+            copyThrough(file->store(), out);
+        else
+            copyPlain(source, out);
+    }
+    fresh.finish();
+}
+
+void remove(const std::string& path) {
+    const std::string real = existingFile(path);
+    const ExclusiveUse use(lockFor(real, false));
+    letGo(real);
+    removeFile(real);
+    removeFile(journalOf(real));
+    syncFolderOf(real);
+}
+
+void rename(const std::string& from, const std::string& to) {
+    const std::string source = existingFile(from);
+    const std::string target = targetFile(to);
+    if (source == target)
+        return;
+    const ExclusiveUse useSource(lockFor(source, false));
+    const ExclusiveUse useTarget(lockFor(target, false));
+    settleJournal(source);
+    letGo(source);
+    letGo(target);
+    removeFile(journalOf(target));
+    if (hasJournal(source))
+        renameFile(journalOf(source), journalOf(target));
+    renameFile(source, target);
+}
+
+}  // namespace dao::maintenance

@@ -1,0 +1,369 @@
+#include "platform/dao/open_file.h"
+
+#include <algorithm>
+
+#include <sys/stat.h>
+
+#include "platform/dao/file_paths.h"
+#include "platform/dao/opening.h"
+#include "platform/sql/ast.h"
+#include "platform/sql/parser.h"
+
+namespace dao {
+namespace {
+
+constexpr std::size_t kCachedStatements = 48;
+constexpr std::size_t kCachedTextLimit = 65536;
+constexpr int kWriteLevel = 1000;  // the savepoint of one write inside a workspace transaction
+
+}  // namespace
+
+void failSyntax(const sql::SyntaxError& error) {
+    fail(errSyntax, "Syntax error in query expression: " + std::string(error.what()) + " (at character " +
+                        std::to_string(error.position() + 1) + ").");
+}
+
+void failName(const sql::NameError& error) {
+    if (error.kind() == sql::NameError::Kind::Table)
+        fail(errUnknownObject, "The engine can't find the input table or query '" + error.name() + "'.");
+    fail(errTooFewParameters, "Too few parameters. Expected 1. There is no field '" + error.name() + "'.");
+}
+
+Compiled::Compiled(OpenFile& file, sql::StatementPtr statement, sql::WrittenSelect written)
+    : tree(std::move(statement)),
+      select(std::move(written)),
+      file_(file.weak_from_this()),
+      firstSet_(file.addIdSets(select.idSets)) {}
+
+Compiled::~Compiled() {
+    if (const std::shared_ptr<OpenFile> file = file_.lock())
+        file->dropIdSets(firstSet_, select.idSets.size());
+}
+
+OpenFile::OpenFile(std::string path, std::string password, const Salt& salt, std::shared_ptr<LockFile> lock,
+                   std::unique_ptr<driver::Store> store)
+    : path_(std::move(path)),
+      password_(std::move(password)),
+      salt_(salt),
+      lock_(std::move(lock)),
+      store_(std::move(store)),
+      catalog_(*store_) {
+    catalog_.refresh();
+}
+
+OpenFile::~OpenFile() {
+    store_.reset();
+    // The journal stays beside the file for the next write; the last one to leave tidies up.
+    if (lock_ != nullptr && lock_.use_count() == 1 && lock_->enterExclusive()) {
+        removeEmptyJournal(path_);
+        lock_->leaveExclusive();
+    }
+}
+
+void OpenFile::releaseStore() {
+    OpenFiles::forget(this);
+    cache_.clear();
+    store_.reset();
+    touch();
+}
+
+void OpenFile::reopen() {
+    Opening opening = examine(path_, ";pwd=" + password_, false);
+    salt_ = opening.salt;
+    if (lock_ == nullptr)
+        lock_ = lockFor(path_, true);
+    store_ = openStoreFor(opening, mayWrite(path_) && folderMayWrite(path_));
+    catalog_.setStore(*store_);
+    for (const auto& [number, set] : idSets_)
+        store_->setIdSet(number, set);
+    OpenFiles::add(path_, shared_from_this());
+    touch();
+}
+
+int OpenFile::addIdSets(const std::vector<sql::IdSetPtr>& sets) {
+    const int first = nextIdSet_;
+    for (const sql::IdSetPtr& set : sets) {
+        idSets_[nextIdSet_] = set;
+        store_->setIdSet(nextIdSet_++, set);
+    }
+    return first;
+}
+
+void OpenFile::dropIdSets(int first, std::size_t count) noexcept {
+    for (int number = first; number < first + static_cast<int>(count); ++number) {
+        idSets_.erase(number);
+        if (store_ != nullptr)
+            store_->dropIdSet(number);
+    }
+}
+
+const FileCatalog& OpenFile::catalog() {
+    store();
+    catalog_.refresh();
+    return catalog_;
+}
+
+const sql::TableInfo* OpenFile::table(std::string_view name) { return catalog().findTable(name); }
+
+bool OpenFile::holds(const Compiled& compiled) {
+    return compiled.schemaVersion_ == catalog_.schemaVersion() && catalog_.stillHolds(compiled.queries_);
+}
+
+CompiledPtr OpenFile::compile(std::string_view text) {
+    const ReadScope scope(store());
+    catalog_.refresh();
+    const auto known =
+        std::find_if(cache_.begin(), cache_.end(), [&](const CacheEntry& entry) { return entry.text == text; });
+    if (known != cache_.end()) {
+        if (holds(*known->compiled)) {
+            cache_.splice(cache_.begin(), cache_, known);
+            return cache_.front().compiled;
+        }
+        cache_.erase(known);
+    }
+    return translated([&] {
+        sql::StatementPtr tree = sql::parse(text);
+        if (tree->kind != sql::Statement::Kind::Select)
+            fail(errInvalidOperation, "Invalid operation: only a SELECT gives records.");
+        catalog_.startNoting();
+        sql::WrittenSelect written = store_->writer().select(*tree, catalog_, nextIdSet_);
+        auto compiled = std::make_shared<Compiled>(*this, std::move(tree), std::move(written));
+        compiled->schemaVersion_ = catalog_.schemaVersion();
+        compiled->queries_ = catalog_.noted();
+        remember(std::string(text), compiled);
+        return CompiledPtr(compiled);
+    });
+}
+
+void OpenFile::remember(std::string text, CompiledPtr compiled) {
+    if (text.size() > kCachedTextLimit)
+        return;
+    cache_.push_front({std::move(text), std::move(compiled)});
+    if (cache_.size() > kCachedStatements)
+        cache_.pop_back();
+}
+
+CompiledPtr OpenFile::compileFind(const Compiled& in, const sql::Expression& criterion) {
+    store();
+    catalog_.refresh();
+    return translated([&] {
+        sql::WrittenSelect written = store_->writer().find(*in.tree, criterion, catalog_, nextIdSet_);
+        return CompiledPtr(std::make_shared<Compiled>(*this, in.tree, std::move(written)));
+    });
+}
+
+std::int64_t OpenFile::execute(std::string_view statement) {
+    const sql::StatementPtr tree = translated([&] { return sql::parse(statement); });
+    if (tree->kind == sql::Statement::Kind::Select)
+        fail(errInvalidOperation, "Cannot execute a select query.");
+    std::int64_t affected = 0;
+    write([&] {
+        catalog_.refresh();
+        const sql::WrittenAction action =
+            translated([&] { return store_->writer().action(*tree, catalog_, nextIdSet_); });
+        const int first = addIdSets(action.idSets);
+        struct Drop {
+            OpenFile& file;
+            int first;
+            std::size_t count;
+            ~Drop() { file.dropIdSets(first, count); }
+        } const drop{*this, first, action.idSets.size()};
+        affected = store_->prepare(action.text)->run();
+    });
+    return affected;
+}
+
+void OpenFile::writeQuery(std::string_view name, const std::string& text, sql::StatementPtr tree) {
+    catalog_.keep(name, store_->writeQuery(name, text), std::move(tree));
+}
+
+void OpenFile::lockForEdit() {
+    if (!store().writable())
+        fail(errReadOnly);
+    if (workspaceDepth_ == 0 && !store_->inTransaction())
+        store_->beginWrite();
+    ++editors_;
+}
+
+void OpenFile::unlockEdit() noexcept {
+    if (--editors_ == 0 && workspaceDepth_ == 0 && store_ != nullptr) {
+        store_->rollback();
+        ++lockEpoch_;
+    }
+}
+
+void OpenFile::beginWrite() {
+    if (!store().writable())
+        fail(errReadOnly);
+    if (workspaceDepth_ == 0) {
+        if (!store_->inTransaction())
+            store_->beginWrite();
+        return;
+    }
+    // The store gives a whole transaction up when the disk is full; what follows must not be written alone.
+    if (!store_->inTransaction())
+        fail(errDiskIo, "The transaction was lost by an earlier error; it can only be rolled back.");
+    store_->savepoint(kWriteLevel);
+}
+
+void OpenFile::finishWrite(bool endsEdit) {
+    if (workspaceDepth_ > 0)
+        store_->release(kWriteLevel);
+    else
+        store_->commit();
+    if (endsEdit)
+        --editors_;
+    touch();
+    if (workspaceDepth_ == 0)
+        lockAgain();
+}
+
+void OpenFile::abandonWrite() noexcept {
+    touch();
+    if (workspaceDepth_ > 0) {
+        store_->rollbackTo(kWriteLevel);
+        return;
+    }
+    store_->rollback();
+    lockAgain();
+}
+
+void OpenFile::lockAgain() noexcept {
+    ++lockEpoch_;
+    if (editors_ == 0 || store_->inTransaction())
+        return;
+    const QuietErrors quiet;
+    try {
+        store_->beginWrite();
+    } catch (const Error&) {
+        // The pending Edit finds its lock gone at Update, asks for it again there, and looks whether its row is
+        // still as it was: nothing is lost by going on without it.
+        return;
+    }
+}
+
+std::int64_t OpenFile::nextNumber(const std::string& table) {
+    std::int64_t& highest = highestGiven_[table];
+    std::int64_t number = 0;
+    write([&] { number = store_->raiseCounter(table, highest); });
+    highest = number;
+    if (workspaceDepth_ > 0)
+        givenInWorkspace_[table] = number;
+    return number;
+}
+
+void OpenFile::beginWorkspace() {
+    if (workspaceDepth_ > 0) {
+        store_->savepoint(workspaceDepth_);
+    } else if (!store().inTransaction()) {
+        store_->beginWrite();
+    }
+    ++workspaceDepth_;
+}
+
+void OpenFile::commitWorkspace() {
+    if (workspaceDepth_ > 1) {
+        store_->release(workspaceDepth_ - 1);
+        --workspaceDepth_;
+        return;
+    }
+    try {
+        if (!store_->inTransaction())
+            fail(errDiskIo, "The transaction was lost by an earlier error; nothing of it was written.");
+        store_->commit();
+    } catch (...) {
+        rollbackWorkspace();
+        throw;
+    }
+    workspaceDepth_ = 0;
+    givenInWorkspace_.clear();
+    touch();
+    lockAgain();
+}
+
+void OpenFile::rollbackWorkspace() noexcept {
+    touch();
+    if (workspaceDepth_ > 1) {
+        --workspaceDepth_;
+        store_->rollbackTo(workspaceDepth_);
+        keepCounters();
+        return;
+    }
+    store_->rollback();
+    workspaceDepth_ = 0;
+    keepCounters();
+    givenInWorkspace_.clear();
+    lockAgain();
+}
+
+// A number that was shown to somebody must not come back, although the row it was for was rolled back.
+void OpenFile::keepCounters() noexcept {
+    if (givenInWorkspace_.empty())
+        return;
+    const QuietErrors quiet;
+    try {
+        write([&] {
+            for (const auto& [table, highest] : givenInWorkspace_)
+                store_->raiseCounter(table, highest - 1);
+        });
+    } catch (const Error&) {
+        // This process still remembers what it gave; only the others lose the mark, and they never saw the number.
+        return;
+    }
+}
+
+namespace {
+
+struct FileIdentity {
+    dev_t device;
+    ino_t node;
+    bool writable;
+    auto operator<=>(const FileIdentity&) const = default;
+};
+
+std::map<FileIdentity, std::weak_ptr<OpenFile>>& registry() {
+    static auto* const kAll = new std::map<FileIdentity, std::weak_ptr<OpenFile>>;  // outlives every static window
+    return *kAll;
+}
+
+}  // namespace
+
+std::vector<std::shared_ptr<OpenFile>> OpenFiles::all() {
+    std::vector<std::shared_ptr<OpenFile>> files;
+    for (const auto& [identity, weak] : registry()) {
+        if (std::shared_ptr<OpenFile> file = weak.lock())
+            files.push_back(std::move(file));
+    }
+    return files;
+}
+
+std::shared_ptr<OpenFile> OpenFiles::find(const std::string& path, bool writable) {
+    struct stat found {};
+    if (stat(path.c_str(), &found) != 0)
+        return nullptr;
+    for (const bool canWrite : {true, false}) {
+        const auto entry = registry().find({found.st_dev, found.st_ino, canWrite});
+        if (entry == registry().end() || (writable && !canWrite))
+            continue;
+        if (std::shared_ptr<OpenFile> file = entry->second.lock())
+            return file;
+    }
+    return nullptr;
+}
+
+void OpenFiles::forget(const OpenFile* file) {
+    std::erase_if(registry(), [file](const auto& entry) {
+        const std::shared_ptr<OpenFile> open = entry.second.lock();
+        return open == nullptr || open.get() == file;
+    });
+}
+
+void OpenFiles::add(const std::string& path, const std::shared_ptr<OpenFile>& file) {
+    struct stat found {};
+    if (stat(path.c_str(), &found) != 0)
+        fail(errFileNotFound);
+    std::erase_if(registry(), [](const auto& entry) { return entry.second.expired(); });
+    registry()[{found.st_dev, found.st_ino, file->store().writable()}] = file;
+}
+
+}  // namespace dao

@@ -1,0 +1,192 @@
+#pragma once
+
+#include <list>
+#include <map>
+#include <memory>
+#include <string>
+#include <unordered_map>
+
+#include "platform/dao/driver.h"
+#include "platform/dao/failure.h"
+#include "platform/dao/file_catalog.h"
+#include "platform/dao/lock_file.h"
+#include "platform/dao/password.h"
+
+namespace dao {
+
+class OpenFile;
+
+// A statement translated for one file: good as long as the tables and stored queries it names are what they were.
+class Compiled {
+ public:
+    Compiled(OpenFile& file, sql::StatementPtr tree, sql::WrittenSelect select);
+    ~Compiled();
+    Compiled(const Compiled&) = delete;
+    Compiled& operator=(const Compiled&) = delete;
+
+    const sql::StatementPtr tree;
+    const sql::WrittenSelect select;
+
+ private:
+    friend class OpenFile;
+    std::weak_ptr<OpenFile> file_;
+    int firstSet_;
+    std::int64_t schemaVersion_ = 0;
+    FileCatalog::Noted queries_;
+};
+using CompiledPtr = std::shared_ptr<const Compiled>;
+
+// A database file that this process has open: one connection, whatever the number of Database objects on it.
+//
+// The write lock has three takers here. An Edit holds it until its Update or CancelUpdate; a workspace transaction
+// holds it from BeginTrans to its end; every other write takes it for itself. They share the connection's one
+// transaction: a write commits at once unless a workspace transaction is open, and the lock is taken again for the
+// Edits that are still pending.
+class OpenFile : public std::enable_shared_from_this<OpenFile> {
+ public:
+    OpenFile(std::string path, std::string password, const Salt& salt, std::shared_ptr<LockFile> lock,
+             std::unique_ptr<driver::Store> store);
+    ~OpenFile();
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+
+    const std::string& path() const { return path_; }
+    const std::string& password() const { return password_; }
+    const Salt& salt() const { return salt_; }
+    const std::shared_ptr<LockFile>& lock() const { return lock_; }
+    driver::Store& store() {
+        if (store_ == nullptr)
+            reopen();
+        return *store_;
+    }
+    // Closes the connection while the file is rebuilt or replaced; the next use opens what then stands at the
+    // path. Must not be busy.
+    void releaseStore();
+
+    // Counts up with everything that makes rows read earlier old: own writes, a rollback, Idle.
+    const std::int64_t& generation() const { return generation_; }
+    void touch() { ++generation_; }
+
+    const FileCatalog& catalog();  // compared with the file first
+    const sql::TableInfo* table(std::string_view name);
+    CompiledPtr compile(std::string_view text);
+    CompiledPtr compileFind(const Compiled& in, const sql::Expression& criterion);
+    std::int64_t execute(std::string_view statement);
+    // A stored query's text with its tree, new or over the old one. Inside write() only.
+    void writeQuery(std::string_view name, const std::string& text, sql::StatementPtr tree);
+
+    void lockForEdit();
+    void unlockEdit() noexcept;
+    // Differs once the lock has been let go and others may have written.
+    std::int64_t lockEpoch() const { return lockEpoch_; }
+    bool isBusy() const { return editors_ > 0 || workspaceDepth_ > 0; }
+
+    // Runs `body` as one change of the file: all of it is written, or an error and nothing. `endsEdit`: on success
+    // the caller's Edit ends with it.
+    template <typename Body>
+    void write(Body&& body, bool endsEdit = false);
+
+    // The next number of a counter, never given before by this process and raised in the file for the others.
+    std::int64_t nextNumber(const std::string& table);
+
+    void beginWorkspace();
+    void commitWorkspace();
+    void rollbackWorkspace() noexcept;
+    int workspaceDepth() const { return workspaceDepth_; }
+
+    int addIdSets(const std::vector<sql::IdSetPtr>& sets);
+    void dropIdSets(int first, std::size_t count) noexcept;
+    int nextIdSet() const { return nextIdSet_; }
+
+ private:
+    struct CacheEntry {
+        std::string text;
+        CompiledPtr compiled;
+    };
+
+    void reopen();
+    void beginWrite();
+    void finishWrite(bool endsEdit);
+    void abandonWrite() noexcept;
+    void lockAgain() noexcept;
+    void keepCounters() noexcept;
+    bool holds(const Compiled& compiled);
+    void remember(std::string text, CompiledPtr compiled);
+
+    std::string path_;
+    std::string password_;
+    Salt salt_;
+    std::shared_ptr<LockFile> lock_;
+    std::unique_ptr<driver::Store> store_;
+    FileCatalog catalog_;
+    std::list<CacheEntry> cache_;  // last used first
+    std::map<int, sql::IdSetPtr> idSets_;
+    int nextIdSet_ = 0;
+    std::map<std::string, std::int64_t> highestGiven_;
+    std::map<std::string, std::int64_t> givenInWorkspace_;
+    std::int64_t generation_ = 0;
+    std::int64_t lockEpoch_ = 0;
+    int editors_ = 0;
+    int workspaceDepth_ = 0;
+};
+
+// The files this process has open.
+class OpenFiles {
+ public:
+    static std::vector<std::shared_ptr<OpenFile>> all();
+    // The open file behind `path` by what it is, not by its name; nullptr if this process does not have it open.
+    // With `writable` a connection that can write.
+    static std::shared_ptr<OpenFile> find(const std::string& path, bool writable);
+    static void add(const std::string& path, const std::shared_ptr<OpenFile>& file);
+    static void forget(const OpenFile* file);
+};
+
+// Reads see one state of the file from the first to the last of the block, and lock and unlock it once.
+class ReadScope {
+ public:
+    explicit ReadScope(driver::Store& store) : store_(store), ours_(!store.inTransaction()) {
+        if (ours_)
+            store_.beginRead();
+    }
+    ~ReadScope() {
+        if (ours_)
+            store_.rollback();
+    }
+    ReadScope(const ReadScope&) = delete;
+    ReadScope& operator=(const ReadScope&) = delete;
+
+ private:
+    driver::Store& store_;
+    bool ours_;
+};
+
+// Runs `body` and turns what the statement parser and writer throw into the engine's errors.
+template <typename Body>
+auto translated(Body&& body) -> decltype(body());
+[[noreturn]] void failSyntax(const sql::SyntaxError& error);
+[[noreturn]] void failName(const sql::NameError& error);
+
+template <typename Body>
+auto translated(Body&& body) -> decltype(body()) {
+    try {
+        return body();
+    } catch (const sql::SyntaxError& error) {
+        failSyntax(error);
+    } catch (const sql::NameError& error) {
+        failName(error);
+    }
+}
+
+template <typename Body>
+void OpenFile::write(Body&& body, bool endsEdit) {
+    beginWrite();
+    try {
+        body();
+        finishWrite(endsEdit);
+    } catch (...) {
+        abandonWrite();
+        throw;
+    }
+}
+
+}  // namespace dao

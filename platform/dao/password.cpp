@@ -1,0 +1,126 @@
+#include "platform/dao/password.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+#include <openssl/evp.h>
+#include <openssl/rand.h>
+#include <openssl/sha.h>
+
+#include "platform/dao/failure.h"
+#include "platform/dao/names.h"
+
+namespace dao {
+namespace {
+
+constexpr int kIterations = 64000;
+constexpr std::size_t kRandomSize = 8;
+constexpr std::size_t kMarkedSize = 12;
+constexpr std::string_view kMark = "engine file, form 1";
+
+using Bytes = std::string;
+
+Bytes derive(const std::string& password, const unsigned char* salt, std::size_t saltSize, std::size_t size) {
+    Bytes out(size, '\0');
+    if (PKCS5_PBKDF2_HMAC_SHA1(password.data(), static_cast<int>(password.size()), salt, static_cast<int>(saltSize),
+                               kIterations, static_cast<int>(size),
+                               reinterpret_cast<unsigned char*>(out.data())) != 1)
+        fail(errInvalidOperation);
+    return out;
+}
+
+void mark(Salt& salt) {
+    Bytes text(salt.begin(), salt.begin() + kRandomSize);
+    text += kMark;
+    std::array<unsigned char, SHA256_DIGEST_LENGTH> digest{};
+    SHA256(reinterpret_cast<const unsigned char*>(text.data()), text.size(), digest.data());
+    std::copy_n(digest.begin(), kMarkedSize - kRandomSize, salt.begin() + kRandomSize);
+}
+
+struct Derived {
+    bool right = false;
+    std::string key;
+};
+
+std::map<std::pair<std::string, Salt>, Derived>& derivedKeys() {
+    static std::map<std::pair<std::string, Salt>, Derived> keys;
+    return keys;
+}
+
+std::map<Salt, std::string>& rightPasswords() {
+    static std::map<Salt, std::string> passwords;
+    return passwords;
+}
+
+std::string hex(const Bytes& bytes) {
+    constexpr std::string_view kDigits = "0123456789abcdef";
+    std::string text;
+    for (char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        text += kDigits[byte >> 4];
+        text += kDigits[byte & 15];
+    }
+    return text;
+}
+
+const Derived& derived(const std::string& password, const Salt& salt) {
+    const auto [entry, isNew] = derivedKeys().try_emplace({password, salt});
+    if (isNew) {
+        const Bytes check = derive(password, salt.data(), kMarkedSize, salt.size() - kMarkedSize);
+        entry->second.right = std::equal(check.begin(), check.end(), salt.begin() + kMarkedSize,
+                                         [](char a, unsigned char b) { return static_cast<unsigned char>(a) == b; });
+        if (entry->second.right) {
+            entry->second.key = hex(derive(password, salt.data(), salt.size(), 32)) + hex({salt.begin(), salt.end()});
+        }
+    }
+    if (entry->second.right)
+        rightPasswords()[salt] = password;
+    return entry->second;
+}
+
+}  // namespace
+
+Salt newSalt(const std::string& password) {
+    Salt salt{};
+    if (RAND_bytes(salt.data(), kRandomSize) != 1)
+        fail(errInvalidOperation);
+    mark(salt);
+    const Bytes check = derive(password, salt.data(), kMarkedSize, salt.size() - kMarkedSize);
+    std::copy(check.begin(), check.end(), salt.begin() + kMarkedSize);
+    return salt;
+}
+
+bool hasOurMark(const Salt& salt) {
+    Salt expected = salt;
+    mark(expected);
+    return expected == salt;
+}
+
+bool isRightPassword(const std::string& password, const Salt& salt) { return derived(password, salt).right; }
+
+std::string rawKey(const std::string& password, const Salt& salt) { return derived(password, salt).key; }
+
+bool rememberedPassword(const Salt& salt, std::string& password) {
+    const auto found = rightPasswords().find(salt);
+    if (found == rightPasswords().end())
+        return false;
+    password = found->second;
+    return true;
+}
+
+bool passwordFrom(std::string_view connect, std::string& password) {
+    constexpr std::string_view kKey = "pwd=";
+    while (!connect.empty()) {
+        const std::size_t end = std::min(connect.find(';'), connect.size());
+        const std::string_view part = connect.substr(0, end);
+        if (part.size() >= kKey.size() && sameName(part.substr(0, kKey.size()), kKey)) {
+            password = part.substr(kKey.size());
+            return true;
+        }
+        connect.remove_prefix(std::min(end + 1, connect.size()));
+    }
+    return false;
+}
+
+}  // namespace dao

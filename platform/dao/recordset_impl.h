@@ -1,0 +1,128 @@
+#pragma once
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/dao/database.h"
+#include "platform/dao/recordset.h"
+#include "platform/dao/row_block.h"
+#include "platform/sql/types.h"
+#include "platform/sql/writer.h"
+
+namespace dao {
+
+// What all record sets share: a place among rows, the fields of the row there, and what is pending for it.
+class RecordsetImpl {
+ public:
+    RecordsetImpl(std::shared_ptr<DatabaseImpl> database, RecordsetType type);
+    RecordsetImpl(const RecordsetImpl&) = delete;
+    RecordsetImpl& operator=(const RecordsetImpl&) = delete;
+    virtual ~RecordsetImpl() = default;
+
+    bool BOF() const;
+    bool EOF() const;
+    void MoveFirst();
+    void MoveLast();
+    void MoveNext();
+    void MovePrevious();
+    void Move(std::int64_t rows);
+    std::int64_t RecordCount() const;
+    std::int64_t AbsolutePosition() const;
+    void setAbsolutePosition(std::int64_t position);
+    std::shared_ptr<RecordsetImpl> Clone() const;
+
+    void FindFirst(std::string_view criterion);
+    bool NoMatch() const;
+
+    virtual void AddNew();
+    virtual void Edit();
+    virtual void Update();
+    void CancelUpdate();
+    virtual void Delete();
+    Recordset::EditModeKind EditMode() const;
+
+    dao::Bookmark Bookmark() const;
+    void setBookmark(const dao::Bookmark& place);
+    dao::Bookmark LastModified() const;
+
+    int FieldCount() const;
+    int fieldIndex(std::string_view name) const;  // 3265
+    void checkIndex(int index) const;             // 3265
+    const sql::ResultColumn& column(int index) const { return columns_[static_cast<std::size_t>(index)]; }
+    const Value& value(int index);
+    virtual void setValue(int index, Value value);
+
+    virtual bool Updatable() const { return false; }
+    RecordsetType Type() const { return type_; }
+    void Requery();
+    void Close() noexcept;
+    bool isClosed() const { return closed_; }
+
+ protected:
+    // Runs the statement; the columns go to setColumns.
+    virtual void open() = 0;
+    virtual void release() noexcept = 0;  // frees the rows; no other call follows
+    virtual std::size_t count() const = 0;
+    virtual std::shared_ptr<RecordsetImpl> copy() const = 0;  // the same rows, nothing fetched or pending
+    // The row gets into block_, at current_. 3167 if somebody has deleted it.
+    virtual void fetch(std::size_t row) = 0;
+    // The row at current_ was fetched without this field; now all of it is wanted.
+    virtual void fetchUnread() {}
+    // Asks the next fetch to look into the file, although it has the row.
+    virtual void distrust() {}
+    virtual std::optional<std::size_t> findRow(std::string_view criterion) = 0;
+    virtual dao::Bookmark bookmarkOf(std::size_t row) const = 0;
+    virtual std::optional<std::size_t> rowOf(const dao::Bookmark& place) const = 0;
+    virtual void dropPending() noexcept { editMode_ = Recordset::EditModeKind::None; }
+
+    void checkOpen() const;  // 3420
+    void setColumns(std::vector<sql::ResultColumn> columns);
+    void start();            // on the first row
+    void leave();            // a move begins: what is pending is dropped
+    void place(std::int64_t position);
+    bool hasRow() const { return !gap_ && position_ >= 0 && position_ < static_cast<std::int64_t>(count()); }
+    std::size_t currentRow() const;  // 3021, 3167
+    void needRow();                  // fetches the current row
+    void forgetCells() { ++cellStamp_; }
+    void leaveGap();                 // the current row is no longer among the rows
+    void rowAppended();              // count() has grown by one at the end; the current row stays what it was
+
+    struct Cell {
+        Value value;
+        std::uint64_t stamp = 0;
+        bool changed = false;  // set since Edit or AddNew
+    };
+
+    std::shared_ptr<DatabaseImpl> database_;
+    RecordsetType type_;
+    std::vector<sql::ResultColumn> columns_;
+    // Counts up once rows read earlier may no longer be as they were; a snapshot's never does.
+    const std::int64_t* generation_ = &kNeverOld;
+    RowBlock block_;           // rows that have been read
+    std::size_t current_ = 0;  // the fetched row's place in block_
+    std::vector<char> asked_;  // the fields that have been looked at: a long walk reads no others
+    std::vector<Cell> pending_;  // the row being edited or added
+    Recordset::EditModeKind editMode_ = Recordset::EditModeKind::None;
+    dao::Bookmark lastModified_;
+
+ private:
+    static constexpr std::int64_t kNeverOld = 0;
+    static constexpr std::size_t kNameSlots = 128;
+    static std::size_t slotOf(std::string_view name);
+
+    std::vector<Cell> cells_;  // the current row, as far as it has been read
+    std::array<std::int16_t, kNameSlots> slots_{};
+    std::uint64_t cellStamp_ = 1;
+    std::int64_t seenGeneration_ = -1;
+    std::int64_t position_ = 0;
+    std::int64_t fetched_ = -1;  // the position whose row is fetched
+    bool gap_ = false;           // the current row was deleted here; position_ is that of the row behind it
+    bool noMatch_ = false;
+    bool closed_ = false;
+};
+
+}  // namespace dao

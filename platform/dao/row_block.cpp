@@ -1,0 +1,159 @@
+#include "platform/dao/row_block.h"
+
+#include <bit>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+#include "platform/dao/failure.h"
+
+namespace dao {
+
+void RowBlock::reset(std::vector<Type> types) {
+    types_ = std::move(types);
+    clear();
+}
+
+void RowBlock::clear() {
+    slots_.clear();
+    kinds_.clear();
+    texts_.clear();
+    rows_ = 0;
+}
+
+void RowBlock::addText(std::string_view v) {
+    if (v.size() > std::numeric_limits<std::uint32_t>::max())
+        fail(errOverflow);
+    put(Kind::Text, texts_.size());
+    const auto size = static_cast<std::uint32_t>(v.size());
+    char head[sizeof size];
+    std::memcpy(head, &size, sizeof size);
+    texts_.append(head, sizeof size);
+    texts_.append(v);
+}
+
+std::string_view RowBlock::textAt(std::uint64_t slot) const {
+    std::uint32_t size = 0;
+    std::memcpy(&size, texts_.data() + slot, sizeof size);
+    return {texts_.data() + slot + sizeof size, size};
+}
+
+namespace {
+
+// A text in a column of another type: somebody has written into the file by other means than this engine.
+void convertText(Type type, Value& out) {
+    switch (type) {
+        case Type::YesNo:
+            out = Value(out.asBool());
+            break;
+        case Type::Long:
+            out = Value(out.asLong());
+            break;
+        case Type::Single:
+            out = Value(out.asSingle());
+            break;
+        case Type::Double:
+            out = Value(out.asDouble());
+            break;
+        case Type::Currency:
+            out = Value(out.asCurrency());
+            break;
+        case Type::Date:
+            out = Value(out.asDate());
+            break;
+        case Type::Text:
+        case Type::Null:
+            break;
+    }
+}
+
+bool isLong(std::int64_t number) { return number == static_cast<std::int32_t>(number); }
+
+void setInteger(Type type, std::int64_t number, Value::Store& out) {
+    const auto real = static_cast<double>(number);
+    switch (type) {
+        case Type::YesNo:
+            out = number != 0;
+            break;
+        case Type::Long:
+            out = isLong(number) ? static_cast<std::int32_t>(number) : Value(real).asLong();
+            break;
+        case Type::Single:
+            out = static_cast<float>(number);
+            break;
+        case Type::Double:
+            out = real;
+            break;
+        case Type::Currency:
+            out = Currency::fromScaled(number);
+            break;
+        case Type::Date:
+            out = Date{real};
+            break;
+        case Type::Text:
+            out = std::to_string(number);
+            break;
+        case Type::Null:
+            if (isLong(number))
+                out = static_cast<std::int32_t>(number);
+            else
+                out = real;
+            break;
+    }
+}
+
+void setReal(Type type, double number, Value::Store& out) {
+    switch (type) {
+        case Type::YesNo:
+            out = number != 0;
+            break;
+        case Type::Long:
+            out = Value(number).asLong();
+            break;
+        case Type::Single:
+            out = static_cast<float>(number);
+            break;
+        case Type::Currency:
+            out = Currency::fromScaled(std::llround(number));
+            break;
+        case Type::Date:
+            out = Date{number};
+            break;
+        case Type::Text:
+            out = Value(number).asText();
+            break;
+        case Type::Double:
+        case Type::Null:
+            out = number;
+            break;
+    }
+}
+
+}  // namespace
+
+void RowBlock::get(std::size_t row, std::size_t column, Value& out) const {
+    const std::size_t cell = at(row, column);
+    const std::uint64_t slot = slots_[cell];
+    Value::Store& store = out.store();
+    switch (kinds_[cell]) {
+        case Kind::Null:
+        case Kind::Unread:
+            store = std::monostate{};
+            break;
+        case Kind::Integer:
+            setInteger(types_[column], static_cast<std::int64_t>(slot), store);
+            break;
+        case Kind::Real:
+            setReal(types_[column], std::bit_cast<double>(slot), store);
+            break;
+        case Kind::Text:
+            if (std::string* old = std::get_if<std::string>(&store))
+                old->assign(textAt(slot));
+            else
+                store = std::string(textAt(slot));
+            convertText(types_[column], out);
+            break;
+    }
+}
+
+}  // namespace dao

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/dao/value.h"
+
+namespace dao {
+
+// Rows as they came from the store, packed: eight bytes a cell and the texts end to end, so that a snapshot of a
+// few hundred thousand rows fits beside everything else a workstation of the shop runs.
+class RowBlock {
+ public:
+    // `types` says what each column holds; Type::Null takes each cell as it comes.
+    void reset(std::vector<Type> types);
+    void clear();  // drops the rows, keeps the columns and the memory
+
+    std::size_t rows() const { return rows_; }
+    std::size_t columns() const { return types_.size(); }
+    std::span<const Type> types() const { return types_; }
+
+    // Cells of one row, from left to right, between startRow() and endRow().
+    void startRow() {
+        slots_.resize((rows_ + 1) * types_.size());
+        kinds_.resize((rows_ + 1) * types_.size());
+        next_ = rows_ * types_.size();
+    }
+    void addNull() { put(Kind::Null, 0); }
+    void addUnread() { put(Kind::Unread, 0); }  // left out: nobody had asked for that column
+    void addInteger(std::int64_t v) { put(Kind::Integer, static_cast<std::uint64_t>(v)); }
+    void addReal(double v) { put(Kind::Real, std::bit_cast<std::uint64_t>(v)); }
+    void addText(std::string_view v);
+    void endRow() { ++rows_; }
+
+    bool isNull(std::size_t row, std::size_t column) const { return kinds_[at(row, column)] == Kind::Null; }
+    bool isUnread(std::size_t row, std::size_t column) const { return kinds_[at(row, column)] == Kind::Unread; }
+    // Reuses the memory of `out`. Throws Error 6 for a number that the column's type cannot hold.
+    void get(std::size_t row, std::size_t column, Value& out) const;
+
+ private:
+    enum class Kind : std::uint8_t { Null, Unread, Integer, Real, Text };
+    std::size_t at(std::size_t row, std::size_t column) const { return row * types_.size() + column; }
+    void put(Kind kind, std::uint64_t slot) {
+        kinds_[next_] = kind;
+        slots_[next_++] = slot;
+    }
+    std::string_view textAt(std::uint64_t slot) const;
+
+    std::vector<Type> types_;
+    std::vector<std::uint64_t> slots_;
+    std::vector<Kind> kinds_;
+    std::string texts_;
+    std::size_t rows_ = 0;
+    std::size_t next_ = 0;  // the cell that is filled next
+};
+
+}  // namespace dao

@@ -1,0 +1,165 @@
+#include "platform/dao/snapshot.h"
+
+#include <algorithm>
+
+#include "platform/dao/failure.h"
+#include "platform/dao/names.h"
+#include "platform/sql/parser.h"
+
+namespace dao {
+namespace {
+
+constexpr std::string_view kTable = "snapshot";
+
+FieldType fieldTypeOf(Type type) {
+    switch (type) {
+        case Type::YesNo:
+            return dbBoolean;
+        case Type::Long:
+            return dbLong;
+        case Type::Currency:
+            return dbCurrency;
+        case Type::Single:
+        case Type::Double:
+            return dbSingle;
+        case Type::Date:
+            return dbDate;
+        default:
+            return dbMemo;
+    }
+}
+
+// One table and nothing else.
+class OneTable final : public sql::Catalog {
+ public:
+    explicit OneTable(sql::TableInfo table) : table_(std::move(table)) {}
+    const sql::TableInfo* findTable(std::string_view name) const override {
+        return sameName(name, table_.name) ? &table_ : nullptr;
+    }
+    sql::StatementPtr findQuery(std::string_view) const override { return nullptr; }
+    const sql::TableInfo& table() const { return table_; }
+
+ private:
+    sql::TableInfo table_;
+};
+
+sql::TableInfo tableFor(const std::vector<sql::ResultColumn>& columns) {
+    sql::TableInfo table;
+    table.name = kTable;
+    for (const sql::ResultColumn& column : columns) {
+        sql::ColumnInfo info;
+        info.name = column.name;
+        // Two joined tables may give two fields of one name; a search by that name means the first.
+        while (table.indexOf(info.name) >= 0)
+            info.name += '_';
+        info.type = column.type == Type::Null ? Type::Text : column.type;
+        table.columns.push_back(std::move(info));
+    }
+    return table;
+}
+
+}  // namespace
+
+struct Snapshot::Searchable {
+    OneTable catalog;
+    sql::StatementPtr all = sql::parse("SELECT * FROM snapshot");
+    std::unique_ptr<driver::Store> store = driver::openMemoryStore();
+};
+
+Snapshot::Snapshot(std::shared_ptr<DatabaseImpl> database, RecordsetType type, std::string statement)
+    : RecordsetImpl(std::move(database), type), statement_(std::move(statement)) {
+    open();
+    start();
+}
+
+Snapshot::~Snapshot() = default;
+
+Snapshot::Snapshot(const Snapshot& of) : RecordsetImpl(of.database_, of.type_), statement_(of.statement_) {
+    setColumns(of.columns_);
+    block_ = of.block_;
+}
+
+std::shared_ptr<RecordsetImpl> Snapshot::copy() const { return std::shared_ptr<Snapshot>(new Snapshot(*this)); }
+
+void Snapshot::open() {
+    OpenFile& file = database_->file();
+    const ReadScope scope(file.store());
+    const CompiledPtr compiled = file.compile(statement_);
+    std::vector<sql::Type> types;
+    for (const sql::ResultColumn& column : compiled->select.columns)
+        types.push_back(column.type);
+    RowBlock rows;
+    rows.reset(std::move(types));
+    file.store().cached(compiled->select.rows)->readRows(rows);
+    setColumns(compiled->select.columns);
+    block_ = std::move(rows);
+    searchable_.reset();
+}
+
+void Snapshot::release() noexcept {
+    block_.clear();
+    searchable_.reset();
+}
+
+std::optional<std::size_t> Snapshot::rowOf(const dao::Bookmark& place) const {
+    if (place.size() != 1 || place.front() < 0 || place.front() >= static_cast<std::int64_t>(block_.rows()))
+        return std::nullopt;
+    return static_cast<std::size_t>(place.front());
+}
+
+std::optional<std::size_t> Snapshot::findNumber(std::size_t column, std::int64_t number) const {
+    Value value;
+    for (std::size_t row = 0; row < block_.rows(); ++row) {
+        block_.get(row, column, value);
+        if (!value.isNull() && value.asLong() == number)
+            return row;
+    }
+    return std::nullopt;
+}
+
+std::optional<std::size_t> Snapshot::findRow(std::string_view criterion) {
+    const sql::ExpressionPtr tree = translated([&] { return sql::parseCriterion(criterion); });
+    sql::KeyCriterion wanted;
+    if (sql::isKeyCriterion(*tree, wanted)) {
+        for (std::size_t i = 0; i < columns_.size(); ++i) {
+            if (sameName(columns_[i].name, wanted.field) && columns_[i].type == Type::Long)
+                return findNumber(i, wanted.number);
+        }
+    }
+    if (searchable_ == nullptr)
+        makeSearchable();
+    driver::Store& store = *searchable_->store;
+    const sql::WrittenSelect find =
+        translated([&] { return store.writer().find(*searchable_->all, *tree, searchable_->catalog, 0); });
+    for (std::size_t i = 0; i < find.idSets.size(); ++i)
+        store.setIdSet(static_cast<int>(i), find.idSets[i]);
+    std::vector<std::int64_t> keys;
+    store.prepare(find.keys)->readKeys(keys, 1);
+    if (keys.empty())
+        return std::nullopt;
+    return static_cast<std::size_t>(*std::min_element(keys.begin(), keys.end()) - 1);
+}
+
+// The file may have changed since; a search in a snapshot must not see that. So its rows become a table in memory,
+// and the search is the same statement there.
+void Snapshot::makeSearchable() {
+    auto made = std::make_unique<Searchable>(Searchable{.catalog = OneTable(tableFor(columns_))});
+    TableDef definition{std::string(kTable)};
+    for (const sql::ColumnInfo& column : made->catalog.table().columns)
+        definition.Append({column.name, fieldTypeOf(column.type), 0, false});
+    made->store->beginWrite();
+    made->store->createTable(definition);
+    std::vector<Value> values(columns_.size());
+    std::vector<driver::FieldValue> fields;
+    for (std::size_t i = 0; i < columns_.size(); ++i)
+        fields.push_back({made->catalog.table().columns[i].name, &values[i]});
+    for (std::size_t row = 0; row < block_.rows(); ++row) {
+        for (std::size_t i = 0; i < columns_.size(); ++i)
+            block_.get(row, i, values[i]);
+        made->store->insertRow(std::string(kTable), fields);
+    }
+    made->store->commit();
+    searchable_ = std::move(made);
+}
+
+}  // namespace dao

@@ -1,0 +1,198 @@
+#include <clocale>
+#include <cmath>
+#include <ctime>
+#include <cwctype>
+#include <string>
+#include <string_view>
+
+#include "platform/dao/calendar.h"
+#include "platform/dao/names.h"
+#include "platform/dao/sqlite_store.h"
+
+namespace dao::driver {
+namespace {
+
+// What letter a letter with a mark belongs to, for its place in the alphabet.
+constexpr char kBasesE0[] = "aaaaaaaceeeeiiiidnooooo\0ouuuuyty";
+static_assert(sizeof kBasesE0 == 0x20 + 1);
+constexpr std::string_view kBases100 =
+    "aaaaaaccccccccddddeeeeeeeeeegggggggghhhhiiiiiiiiiiiijjkkkllllllllll"
+    "nnnnnnnnnoooooooorrrrrrssssssssttttttuuuuuuuuuuuuwwyyyzzzzzzs";
+static_assert(kBases100.size() == 0x80);
+
+wint_t lowered(wint_t letter) {
+    // The shop's texts fold the same way on every workstation, whatever the user's own locale is.
+    static const locale_t kLocale = newlocale(LC_CTYPE_MASK, "C.UTF-8", static_cast<locale_t>(nullptr));
+    return kLocale != nullptr ? towlower_l(letter, kLocale) : letter;
+}
+
+char32_t nextLetter(const unsigned char*& at, const unsigned char* end) {
+    const unsigned char first = *at++;
+    if (first < 0x80)
+        return first;
+    const int more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : first >= 0xC0 ? 1 : 0;
+    if (more == 0 || end - at < more)
+        return 0xDC00U + first;
+    char32_t letter = first & (0x3FU >> more);
+    for (int i = 0; i < more; ++i)
+        letter = (letter << 6) | (at[i] & 0x3FU);
+    at += more;
+    return letter;
+}
+
+// Place in the alphabet: the plain letter first, then the mark, so that every word in c stands before those in č.
+std::uint64_t weight(char32_t letter) {
+    if (letter < 0x80)
+        return static_cast<std::uint64_t>(lowerLetter(static_cast<char>(letter))) << 32;
+    const auto low = static_cast<char32_t>(lowered(static_cast<wint_t>(letter)));
+    char base = 0;
+    if (low >= 0xE0 && low <= 0xFF)
+        base = kBasesE0[low - 0xE0];
+    else if (low >= 0x100 && low <= 0x17F)
+        base = kBases100[low - 0x100];
+    constexpr char32_t kSoftC = 0x107;  // ć, in the alphabet behind č
+    constexpr char32_t kHardC = 0x10D;
+    const std::uint64_t mark = low == kSoftC ? kHardC + 1 : low == kHardC ? kSoftC : low;
+    return base != 0 ? (static_cast<std::uint64_t>(base) << 32) | mark : static_cast<std::uint64_t>(low) << 32;
+}
+
+int compareTexts(void*, int sizeA, const void* textA, int sizeB, const void* textB) {
+    const auto* a = static_cast<const unsigned char*>(textA);
+    const auto* b = static_cast<const unsigned char*>(textB);
+    const unsigned char* const endA = a + sizeA;
+    const unsigned char* const endB = b + sizeB;
+    while (a < endA && b < endB) {
+        if (*a == *b && *a < 0x80) {
+            ++a;
+            ++b;
+            continue;
+        }
+        const std::uint64_t weightA = weight(nextLetter(a, endA));
+        const std::uint64_t weightB = weight(nextLetter(b, endB));
+        if (weightA != weightB)
+            return weightA < weightB ? -1 : 1;
+    }
+    return (a < endA ? 1 : 0) - (b < endB ? 1 : 0);
+}
+
+std::string_view textOf(sqlite3_value* value) {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+    return text == nullptr ? std::string_view{}
+                           : std::string_view{text, static_cast<std::size_t>(sqlite3_value_bytes(value))};
+}
+
+std::int64_t floorDiv(std::int64_t a, std::int64_t b) { return a / b - (a % b < 0 ? 1 : 0); }
+
+struct Moment {
+    std::int64_t day;
+    std::int64_t seconds;  // since the calendar's start, on a straight line
+    CivilDay civil;
+};
+
+Moment momentOf(double date) {
+    const double line = linearDays(date);
+    Moment moment;
+    moment.seconds = std::llround(line * 86400.0);
+    moment.day = floorDiv(moment.seconds, 86400);
+    moment.civil = civilFromDays(moment.day);
+    return moment;
+}
+
+using Counter = std::int64_t (*)(const Moment&, int firstDay);
+
+struct Interval {
+    std::string_view name;
+    Counter count;
+};
+
+// The difference counts the borders crossed: from 31 December to 1 January is a year.
+constexpr Interval kIntervals[] = {
+    {"yyyy", [](const Moment& m, int) { return m.civil.year; }},
+    {"q", [](const Moment& m, int) { return m.civil.year * 4 + (m.civil.month - 1) / 3; }},
+    {"m", [](const Moment& m, int) { return m.civil.year * 12 + m.civil.month; }},
+    {"y", [](const Moment& m, int) { return m.day; }},
+    {"d", [](const Moment& m, int) { return m.day; }},
+    {"ww", [](const Moment& m, int firstDay) { return floorDiv(m.day + 6 - (firstDay - 1), 7); }},
+    {"h", [](const Moment& m, int) { return floorDiv(m.seconds, 3600); }},
+    {"n", [](const Moment& m, int) { return floorDiv(m.seconds, 60); }},
+    {"s", [](const Moment& m, int) { return m.seconds; }},
+};
+
+constexpr const char* kMismatch = "Data type mismatch";
+
+void dateDiff(sqlite3_context* context, int count, sqlite3_value** values) {
+    if (count < 3 || count > 5) {
+        sqlite3_result_error(context, kMismatch, -1);
+        return;
+    }
+    for (int i = 0; i < 3; ++i) {
+        if (sqlite3_value_type(values[i]) == SQLITE_NULL)
+            return;  // the difference to no date is Null
+    }
+    for (int i = 1; i < 3; ++i) {
+        const int type = sqlite3_value_numeric_type(values[i]);
+        const double date = sqlite3_value_double(values[i]);
+        if ((type != SQLITE_INTEGER && type != SQLITE_FLOAT) || !(std::fabs(date) < 1e8)) {
+            sqlite3_result_error(context, kMismatch, -1);
+            return;
+        }
+    }
+    const std::string_view name = textOf(values[0]);
+    const int firstDay = count > 3 ? std::max(1, sqlite3_value_int(values[3])) : 1;
+    const Moment from = momentOf(sqlite3_value_double(values[1]));
+    const Moment to = momentOf(sqlite3_value_double(values[2]));
+    if (sameName(name, "w")) {
+        sqlite3_result_int64(context, (to.day - from.day) / 7);
+        return;
+    }
+    for (const Interval& interval : kIntervals) {
+        if (sameName(name, interval.name)) {
+            sqlite3_result_int64(context, interval.count(to, firstDay) - interval.count(from, firstDay));
+            return;
+        }
+    }
+    sqlite3_result_error(context, kMismatch, -1);
+}
+
+void now(sqlite3_context* context, int, sqlite3_value**) {
+    timespec time{};
+    clock_gettime(CLOCK_REALTIME, &time);
+    tm local{};
+    localtime_r(&time.tv_sec, &local);
+    const std::int64_t day = daysFromCivil({local.tm_year + 1900, local.tm_mon + 1, local.tm_mday});
+    const int seconds = (local.tm_hour * 60 + local.tm_min) * 60 + local.tm_sec;
+    sqlite3_result_double(context, static_cast<double>(day) + seconds / 86400.0);
+}
+
+void text(sqlite3_context* context, int, sqlite3_value** values) {
+    switch (sqlite3_value_type(values[0])) {
+        case SQLITE_NULL:
+            sqlite3_result_text(context, "", 0, SQLITE_STATIC);
+            break;
+        case SQLITE_FLOAT: {
+            const std::string number = Value(sqlite3_value_double(values[0])).asText();
+            sqlite3_result_text(context, number.c_str(), static_cast<int>(number.size()), SQLITE_TRANSIENT);
+            break;
+        }
+        case SQLITE_INTEGER: {
+            const std::string number = std::to_string(sqlite3_value_int64(values[0]));
+            sqlite3_result_text(context, number.c_str(), static_cast<int>(number.size()), SQLITE_TRANSIENT);
+            break;
+        }
+        default:
+            sqlite3_result_value(context, values[0]);
+            break;
+    }
+}
+
+}  // namespace
+
+void installFunctions(sqlite3* db) {
+    constexpr int kPure = SQLITE_UTF8 | SQLITE_DETERMINISTIC;
+    sqlite3_create_collation_v2(db, "DAO_TEXT", SQLITE_UTF8, nullptr, &compareTexts, nullptr);
+    sqlite3_create_function_v2(db, "dao_datediff", -1, kPure, nullptr, &dateDiff, nullptr, nullptr, nullptr);
+    sqlite3_create_function_v2(db, "dao_now", 0, SQLITE_UTF8, nullptr, &now, nullptr, nullptr, nullptr);
+    sqlite3_create_function_v2(db, "dao_text", 1, kPure, nullptr, &text, nullptr, nullptr, nullptr);
+}
+
+}  // namespace dao::driver

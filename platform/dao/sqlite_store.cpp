@@ -1,0 +1,330 @@
+#include "platform/dao/sqlite_store.h"
+
+#include <cerrno>
+#include <random>
+#include <thread>
+
+#include <unistd.h>
+
+#include "platform/dao/failure.h"
+
+namespace dao::driver {
+namespace {
+
+constexpr std::size_t kCachedStatements = 64;
+constexpr std::size_t kCachedTextLimit = 4096;
+
+int& lockTimeoutSetting() {
+    static int milliseconds = 10000;
+    return milliseconds;
+}
+
+std::string& fileLayerSetting() {
+    static std::string name;
+    return name;
+}
+
+// Every parameter of the cipher by name: another release of the library has other defaults, and the shop's file
+// must open under each.
+constexpr std::string_view kCipherSettings[] = {
+    "cipher_page_size = 4096",
+    "kdf_iter = 64000",
+    "cipher_use_hmac = ON",
+    "cipher_hmac_algorithm = HMAC_SHA1",
+    "cipher_kdf_algorithm = PBKDF2_HMAC_SHA1",
+};
+
+std::string cipherSettings(std::string_view schema) {
+    std::string text;
+    for (const std::string_view setting : kCipherSettings)
+        text += "PRAGMA " + std::string(schema) + '.' + std::string(setting) + ';';
+    return text;
+}
+
+constexpr const char* kSessionSettings =
+    "PRAGMA foreign_keys = ON;"
+    // A commit is on disk when it returns: cutting the journal off is made to last, as removing it would not be.
+    "PRAGMA journal_mode = TRUNCATE;"
+    "PRAGMA synchronous = FULL;"
+    "PRAGMA temp_store = MEMORY;"
+    "PRAGMA cache_size = -65536;"
+    // Nothing of a transaction reaches the file before its commit, so a copy taken meanwhile is whole.
+    "PRAGMA cache_spill = OFF;";
+
+struct CodeNumber {
+    int code;
+    int number;
+};
+
+constexpr CodeNumber kExtended[] = {
+    {SQLITE_CONSTRAINT_UNIQUE, errDuplicateKey},
+    {SQLITE_CONSTRAINT_PRIMARYKEY, errDuplicateKey},
+    {SQLITE_CONSTRAINT_ROWID, errDuplicateKey},
+    {SQLITE_CONSTRAINT_FOREIGNKEY, errRelatedRecordRequired},
+};
+
+constexpr CodeNumber kPrimary[] = {
+    {SQLITE_BUSY, errLocked},       {SQLITE_LOCKED, errLocked},      {SQLITE_FULL, errNotEnoughSpace},
+    {SQLITE_READONLY, errReadOnly}, {SQLITE_CORRUPT, errCannotOpen}, {SQLITE_NOTADB, errCannotOpen},
+    {SQLITE_PERM, errReadOnly},     {SQLITE_CANTOPEN, errDiskIo},    {SQLITE_IOERR, errDiskIo},
+    {SQLITE_TOOBIG, errOverflow},   {SQLITE_MISMATCH, errTypeMismatch},
+};
+
+bool isFullDisk(int systemError) {
+    return systemError == ENOSPC || systemError == EDQUOT || systemError == EFBIG;
+}
+
+// Processes that wait for the same lock must not knock at the same moments.
+int jitter() {
+    static std::minstd_rand random(static_cast<unsigned>(getpid()) * 2654435761U + 1);
+    return std::uniform_int_distribution<int>(1000, 8000)(random);
+}
+
+}  // namespace
+
+void setLockTimeout(int milliseconds) { lockTimeoutSetting() = milliseconds < 0 ? 0 : milliseconds; }
+int lockTimeout() { return lockTimeoutSetting(); }
+void setFileLayer(std::string name) { fileLayerSetting() = std::move(name); }
+
+std::unique_ptr<Store> openStore(const OpenRequest& request) { return std::make_unique<SqliteStore>(request); }
+void writeDenseCopy(const OpenRequest& source, const OpenRequest& target) {
+    SqliteStore({source.path, source.key, true, true}, false).copyInto(target);
+}
+std::unique_ptr<Store> openMemoryStore() { return std::make_unique<SqliteStore>(OpenRequest{}); }
+
+std::string quoted(std::string_view name) {
+    std::string text = "\"";
+    for (char c : name) {
+        text += c;
+        if (c == '"')
+            text += c;
+    }
+    return text + '"';
+}
+
+std::string quotedText(std::string_view name) {
+    std::string text = "'";
+    for (char c : name) {
+        text += c;
+        if (c == '\'')
+            text += c;
+    }
+    return text + '\'';
+}
+
+SqliteStore::SqliteStore(const OpenRequest& request, bool withSystemTables) {
+    try {
+        open(request);
+        configure(request);
+        if (request.create && withSystemTables)
+            createSystemTables();
+    } catch (...) {
+        close();
+        throw;
+    }
+}
+
+SqliteStore::~SqliteStore() { close(); }
+
+void SqliteStore::open(const OpenRequest& request) {
+    const bool memory = request.path.empty();
+    writable_ = request.writable;
+    const int flags = (writable_ ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY) |
+                      (request.create || memory ? SQLITE_OPEN_CREATE : 0) | SQLITE_OPEN_NOMUTEX;
+    const std::string& layer = fileLayerSetting();
+    const int code = sqlite3_open_v2(memory ? ":memory:" : request.path.c_str(), &db_, flags,
+                                     layer.empty() || memory ? nullptr : layer.c_str());
+    if (db_ == nullptr)
+        throw std::bad_alloc();
+    sqlite3_extended_result_codes(db_, 1);
+    if (code != SQLITE_OK)
+        failWith(code);
+    sqlite3_busy_handler(db_, &SqliteStore::onBusy, this);
+}
+
+void SqliteStore::configure(const OpenRequest& request) {
+    installFunctions(db_);
+    installIdSets(db_, this);
+    if (!request.path.empty()) {
+        execute("PRAGMA key = \"x'" + request.key + "'\"");
+        execute(cipherSettings("main"));
+    }
+    execute(kSessionSettings);
+}
+
+void SqliteStore::createSystemTables() {
+    execute(
+        "BEGIN IMMEDIATE;"
+        "CREATE TABLE dao_queries(name TEXT NOT NULL PRIMARY KEY COLLATE DAO_TEXT,"
+        " version INTEGER NOT NULL, sql TEXT NOT NULL);"
+        "COMMIT");
+}
+
+void SqliteStore::close() noexcept {
+    recentByText_.clear();
+    recent_.clear();
+    for (SqliteStatement* statement : live_)
+        statement->finalize();
+    live_.clear();
+    sqlite3_close_v2(db_);
+    db_ = nullptr;
+}
+
+int SqliteStore::onBusy(void* self, int count) {
+    auto* store = static_cast<SqliteStore*>(self);
+    const auto now = std::chrono::steady_clock::now();
+    if (count == 0)
+        store->busySince_ = now;
+    const auto left = std::chrono::milliseconds(lockTimeout()) - (now - store->busySince_);
+    if (left <= std::chrono::milliseconds(0))
+        return 0;
+    const auto nap = std::chrono::microseconds(jitter());
+    std::this_thread::sleep_for(std::min<std::chrono::nanoseconds>(nap, left));
+    return 1;
+}
+
+void SqliteStore::failWith(int code, bool preparing) const {
+    const std::string message = db_ != nullptr ? sqlite3_errmsg(db_) : "";
+    const int extended = db_ != nullptr && code == (sqlite3_errcode(db_) & 0xFF) ? sqlite3_extended_errcode(db_) : code;
+    const int primary = code & 0xFF;
+    if (primary == SQLITE_NOMEM)
+        throw std::bad_alloc();
+    const int system = db_ != nullptr ? sqlite3_system_errno(db_) : 0;
+    if ((primary == SQLITE_IOERR || primary == SQLITE_CANTOPEN) && isFullDisk(system))
+        fail(errNotEnoughSpace);
+    // Clearing up after a failed write hides its reason (there is no journal to remove, say). A write that was not
+    // refused by the device itself has met a limit: the disk's, the user's share of it, the file's.
+    if (extended == SQLITE_IOERR_WRITE && system != EIO && system != EROFS)
+        fail(errNotEnoughSpace);
+    for (const CodeNumber& entry : kExtended) {
+        if (entry.code == extended || entry.code == code)
+            fail(entry.number);
+    }
+    for (const CodeNumber& entry : kPrimary) {
+        if (entry.code == primary)
+            fail(entry.number);
+    }
+    if (preparing) {
+        const bool tooLarge = message.find("too large") != std::string::npos ||
+                              message.find("too many") != std::string::npos ||
+                              message.find("overflow") != std::string::npos;
+        fail(tooLarge ? errTooComplex : errSyntax, tooLarge ? "" : "Syntax error in query expression: " + message + ".");
+    }
+    // A page that does not carry the seal of its key is no page of this file: the cipher calls that a general
+    // error, the shop calls it damage.
+    if (primary == SQLITE_ERROR && message.find("SQL logic error") != std::string::npos)
+        fail(errCannotOpen);
+    if (primary == SQLITE_ERROR && message.find("Data type mismatch") != std::string::npos)
+        fail(errTypeMismatch);
+    fail(errInvalidOperation, "Invalid operation: " + message + ".");
+}
+
+void SqliteStore::execute(const std::string& text) {
+    const int code = sqlite3_exec(db_, text.c_str(), nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK)
+        failWith(code);
+}
+
+std::shared_ptr<Statement> SqliteStore::prepare(std::string_view text) {
+    sqlite3_stmt* raw = nullptr;
+    const int code = sqlite3_prepare_v2(db_, text.data(), static_cast<int>(text.size()), &raw, nullptr);
+    if (code != SQLITE_OK)
+        failWith(code, true);
+    return std::make_shared<SqliteStatement>(this, raw);
+}
+
+std::shared_ptr<Statement> SqliteStore::cached(const std::string& text) {
+    const auto found = recentByText_.find(text);
+    if (found != recentByText_.end()) {
+        recent_.splice(recent_.begin(), recent_, found->second);
+        return recent_.front().statement;
+    }
+    std::shared_ptr<Statement> statement = prepare(text);
+    if (text.size() > kCachedTextLimit)
+        return statement;
+    recent_.push_front({text, statement});
+    recentByText_.emplace(recent_.front().text, recent_.begin());
+    if (recent_.size() > kCachedStatements) {
+        recentByText_.erase(recent_.back().text);
+        recent_.pop_back();
+    }
+    return statement;
+}
+
+void SqliteStore::beginWrite() {
+    if (!writable_)
+        fail(errReadOnly);
+    cached("BEGIN IMMEDIATE")->run();
+}
+
+void SqliteStore::beginRead() { cached("BEGIN")->run(); }
+void SqliteStore::commit() { cached("COMMIT")->run(); }
+
+void SqliteStore::rollback() noexcept {
+    if (!inTransaction())
+        return;
+    try {
+        cached("ROLLBACK")->run();
+    } catch (const std::exception&) {
+        // A rollback fails only where the store has already rolled back by itself.
+        sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+    }
+}
+
+void SqliteStore::savepoint(int level) { execute("SAVEPOINT dao_level" + std::to_string(level)); }
+void SqliteStore::release(int level) { execute("RELEASE dao_level" + std::to_string(level)); }
+
+void SqliteStore::rollbackTo(int level) noexcept {
+    if (!inTransaction())
+        return;
+    const std::string name = "dao_level" + std::to_string(level);
+    sqlite3_exec(db_, ("ROLLBACK TO " + name + ";RELEASE " + name).c_str(), nullptr, nullptr, nullptr);
+}
+
+std::int64_t SqliteStore::integerOf(const char* text) {
+    std::vector<std::int64_t> numbers;
+    cached(text)->readKeys(numbers, 1);
+    return numbers.empty() ? 0 : numbers.front();
+}
+
+std::int64_t SqliteStore::pageCount() { return integerOf("PRAGMA page_count"); }
+std::int64_t SqliteStore::dataVersion() { return integerOf("PRAGMA data_version"); }
+std::int64_t SqliteStore::schemaVersion() { return integerOf("PRAGMA schema_version"); }
+
+const sql::IdSetPtr* SqliteStore::findIdSet(std::int64_t number) const {
+    const auto found = idSets_.find(number);
+    return found == idSets_.end() ? nullptr : &found->second;
+}
+
+void SqliteStore::copyInto(const OpenRequest& target) {
+    execute("ATTACH " + quotedText(target.path) + " AS target KEY \"x'" + target.key + "'\"");
+    execute(cipherSettings("target"));
+    execute("PRAGMA foreign_keys = OFF; PRAGMA target.synchronous = FULL; PRAGMA cache_spill = ON");
+    beginWrite();
+    try {
+        copyTables();
+        commit();
+    } catch (...) {
+        rollback();
+        throw;
+    }
+    execute("DETACH target");
+}
+
+std::size_t SqliteStore::readFile(std::int64_t offset, std::span<char> buffer) {
+    sqlite3_file* file = nullptr;
+    if (sqlite3_file_control(db_, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK || file == nullptr ||
+        file->pMethods == nullptr)
+        fail(errDiskIo);
+    sqlite3_int64 size = 0;
+    if (file->pMethods->xFileSize(file, &size) != SQLITE_OK)
+        fail(errDiskIo);
+    if (offset >= size)
+        return 0;
+    const std::size_t wanted = std::min<std::size_t>(buffer.size(), static_cast<std::size_t>(size - offset));
+    if (file->pMethods->xRead(file, buffer.data(), static_cast<int>(wanted), offset) != SQLITE_OK)
+        fail(errDiskIo);
+    return wanted;
+}
+
+}  // namespace dao::driver

@@ -1,0 +1,136 @@
+#pragma once
+
+#include <sqlcipher/sqlite3.h>
+
+#include <chrono>
+#include <list>
+#include <map>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "platform/dao/driver.h"
+
+namespace dao::driver {
+
+class SqliteStatement;
+
+// One SQLCipher connection. It waits for locks by itself, in short steps that differ from process to process, and
+// speaks of every failure in the engine's numbers.
+class SqliteStore final : public Store {
+ public:
+    explicit SqliteStore(const OpenRequest& request, bool withSystemTables = true);  // an empty path: in memory
+    ~SqliteStore() override;
+
+    bool writable() const override { return writable_; }
+    const sql::Writer& writer() const override { return sql::sqliteWriter(); }
+
+    std::shared_ptr<Statement> prepare(std::string_view text) override;
+    std::shared_ptr<Statement> cached(const std::string& text) override;
+
+    void beginWrite() override;
+    void beginRead() override;
+    void commit() override;
+    void rollback() noexcept override;
+    bool inTransaction() const override { return sqlite3_get_autocommit(db_) == 0; }
+    void savepoint(int level) override;
+    void release(int level) override;
+    void rollbackTo(int level) noexcept override;
+
+    std::int64_t pageCount() override;
+    std::int64_t dataVersion() override;
+    std::int64_t schemaVersion() override;
+    std::vector<sql::TableInfo> tables() override;
+    std::vector<Relation> relations() override;
+    void createTable(const TableDef& table) override;
+    void dropTable(const std::string& table) override;
+    void createRelation(const Relation& relation) override;
+    void createIndex(const std::string& table, const std::string& field, bool unique) override;
+
+    void readAllKeys(const std::string& table, std::vector<std::int64_t>& keys) override;
+    std::int64_t raiseCounter(const std::string& table, std::int64_t above) override;
+    std::int64_t insertRow(const std::string& table, std::span<const FieldValue> fields) override;
+    bool updateRow(const std::string& table, std::int64_t key, std::span<const FieldValue> fields) override;
+    bool deleteRow(const std::string& table, std::int64_t key) override;
+
+    std::vector<StoredQueryRow> queries() override;
+    std::int64_t queryVersion(std::string_view name) override;
+    std::optional<std::string> queryText(std::string_view name) override;
+    std::int64_t writeQuery(std::string_view name, std::string_view text) override;
+    bool dropQuery(std::string_view name) override;
+
+    void setIdSet(int number, sql::IdSetPtr set) override { idSets_[number] = std::move(set); }
+    void dropIdSet(int number) override { idSets_.erase(number); }
+    const sql::IdSetPtr* findIdSet(std::int64_t number) const;
+
+    std::size_t readFile(std::int64_t offset, std::span<char> buffer) override;
+
+    sqlite3* handle() const { return db_; }
+    void execute(const std::string& text);
+    // The store was opened with `create`, which an attached file takes over.
+    void copyInto(const OpenRequest& target);
+    // Throws dao::Error for a result code of the library; `preparing`: the statement's text is at fault.
+    [[noreturn]] void failWith(int code, bool preparing = false) const;
+
+ private:
+    friend class SqliteStatement;
+    struct CachedStatement {
+        std::string text;
+        std::shared_ptr<Statement> statement;
+    };
+
+    void open(const OpenRequest& request);
+    void configure(const OpenRequest& request);
+    void createSystemTables();
+    void close() noexcept;
+    static int onBusy(void* self, int count);
+    std::int64_t integerOf(const char* text);
+    std::vector<std::string> tableNames();
+    void copyTables();
+    sql::TableInfo describe(const std::string& table);
+    std::string columnsDdl(const sql::TableInfo& table, const std::vector<Relation>& relations) const;
+    void createForeignIndexes(const std::string& table, const std::vector<Relation>& relations);
+
+    sqlite3* db_ = nullptr;
+    bool writable_ = true;
+    std::chrono::steady_clock::time_point busySince_;
+    std::unordered_set<SqliteStatement*> live_;
+    std::list<CachedStatement> recent_;  // last used first
+    std::unordered_map<std::string_view, std::list<CachedStatement>::iterator> recentByText_;
+    std::map<std::int64_t, sql::IdSetPtr> idSets_;
+};
+
+class SqliteStatement final : public Statement {
+ public:
+    SqliteStatement(SqliteStore* store, sqlite3_stmt* statement);
+    ~SqliteStatement() override;
+
+    void bind(int index, const Value& value) override;
+    void bindInteger(int index, std::int64_t value) override;
+    void bindRowKey(int index, std::int64_t key) override;
+    std::int64_t run() override;
+    void readKeys(std::vector<std::int64_t>& out, int columns) override;
+    std::size_t readRows(RowBlock& block, int skip, std::vector<std::int64_t>* keys, std::size_t limit,
+                         const std::vector<char>* wanted) override;
+    std::optional<Value> scalar(Type type) override;
+
+    void finalize() noexcept;  // the store closes: the statement is dead from here on
+
+ private:
+    friend class SqliteStore;
+    bool step();
+    void check() const;
+    void addCell(RowBlock& block, int column) const;
+
+    SqliteStore* store_;
+    sqlite3_stmt* statement_;
+};
+
+std::string quoted(std::string_view name);        // "name"
+std::string quotedText(std::string_view text);    // 'text'
+bool isSystemTable(std::string_view name);        // not for those who use the file
+inline constexpr const char* kHiddenKey = "dao_row";  // the key of a table that has no counter of its own
+
+void installFunctions(sqlite3* db);            // sqlite_functions.cpp
+void installIdSets(sqlite3* db, SqliteStore* store);  // sqlite_idset.cpp
+
+}  // namespace dao::driver

@@ -1,0 +1,448 @@
+#include "platform/dao/dao_shop.h"
+
+using namespace dao;
+using daotest::errorOf;
+
+namespace {
+
+class RecordsetTest : public daotest::ShopTest {};
+
+TEST_F(RecordsetTest, AnEmptySetStandsAtBothEnds) {
+    Recordset set = db.OpenRecordset("Customers");
+    EXPECT_TRUE(set.BOF());
+    EXPECT_TRUE(set.EOF());
+    EXPECT_EQ(set.RecordCount(), 0);
+    EXPECT_EQ(set.AbsolutePosition(), -1);
+    EXPECT_EQ(errorOf([&] { set.MoveFirst(); }), errNoCurrentRecord);
+    EXPECT_EQ(errorOf([&] { set.MoveLast(); }), errNoCurrentRecord);
+    EXPECT_EQ(errorOf([&] { set.MoveNext(); }), errNoCurrentRecord);
+    EXPECT_EQ(errorOf([&] { set.MovePrevious(); }), errNoCurrentRecord);
+    EXPECT_EQ(errorOf([&] { set.Move(0); }), errNoCurrentRecord);
+    EXPECT_EQ(errorOf([&] { set["Surname"]; }), errNoCurrentRecord);
+    EXPECT_EQ(errorOf([&] { set.Bookmark(); }), errNoCurrentRecord);
+    EXPECT_EQ(errorOf([&] { set.Edit(); }), errNoCurrentRecord);
+    EXPECT_EQ(errorOf([&] { set.Delete(); }), errNoCurrentRecord);
+    set.FindFirst("CustID=1");
+    EXPECT_TRUE(set.NoMatch());
+}
+
+TEST_F(RecordsetTest, WalkingGoesFromEndToEnd) {
+    fill(5);
+    Recordset set = db.OpenRecordset("SELECT * FROM Customers");
+    EXPECT_FALSE(set.BOF());
+    EXPECT_FALSE(set.EOF());
+    EXPECT_EQ(set["CustID"].asLong(), 1);
+    EXPECT_EQ(numbers(set, "CustID"), (std::vector{1, 2, 3, 4, 5}));
+    EXPECT_TRUE(set.EOF());
+    EXPECT_EQ(errorOf([&] { set.MoveNext(); }), errNoCurrentRecord);
+    set.MovePrevious();
+    EXPECT_EQ(set["CustID"].asLong(), 5);
+    set.MoveFirst();
+    set.MovePrevious();
+    EXPECT_TRUE(set.BOF());
+    EXPECT_EQ(errorOf([&] { set.MovePrevious(); }), errNoCurrentRecord);
+    set.MoveNext();
+    EXPECT_EQ(set["CustID"].asLong(), 1);
+    set.Move(3);
+    EXPECT_EQ(set.AbsolutePosition(), 3);
+    set.Move(-2);
+    EXPECT_EQ(set["CustID"].asLong(), 2);
+    set.Move(100);
+    EXPECT_TRUE(set.EOF());
+    set.Move(-100);
+    EXPECT_TRUE(set.BOF());
+}
+
+TEST_F(RecordsetTest, FieldsKnowTheirNameTypeAndSize) {
+    Recordset set = db.OpenRecordset("Customers");
+    EXPECT_EQ(set.FieldCount(), 6);
+    EXPECT_EQ(set.Fields("surname").Name(), "Surname");
+    EXPECT_EQ(set.Fields("Surname").Type(), dao::Type::Text);
+    EXPECT_EQ(set.Fields("Surname").Size(), 20);
+    EXPECT_EQ(set.Fields(0).Type(), dao::Type::Long);
+    EXPECT_EQ(errorOf([&] { set.Fields("Nobody"); }), errItemNotFound);
+    EXPECT_EQ(errorOf([&] { set.Fields(6); }), errItemNotFound);
+}
+
+TEST_F(RecordsetTest, AddNewGivesTheNumberAtOnceAndKeepsTheCurrentRow) {
+    fill(2);
+    Recordset set = db.OpenRecordset("Customers");
+    set.MoveLast();
+    set.AddNew();
+    EXPECT_EQ(set.EditMode(), Recordset::EditModeKind::Add);
+    EXPECT_EQ(set["CustID"].asLong(), 3);
+    EXPECT_TRUE(set["Surname"].isNull());
+    EXPECT_FALSE(set["FirmAddress"].isNull());
+    set.Fields("Surname") = Value("Novak");
+    set.Update();
+    EXPECT_EQ(set["CustID"].asLong(), 2);
+    EXPECT_EQ(set.RecordCount(), 3);
+    set.setBookmark(set.LastModified());
+    EXPECT_EQ(set["CustID"].asLong(), 3);
+    EXPECT_EQ(set["Surname"].asText(), "Novak");
+    EXPECT_FALSE(set["FirmAddress"].asBool());
+}
+
+TEST_F(RecordsetTest, ARowAddedAtTheEndDoesNotBecomeCurrent) {
+    fill(1);
+    Recordset set = db.OpenRecordset("Customers");
+    set.MoveNext();
+    ASSERT_TRUE(set.EOF());
+    set.AddNew();
+    set.Update();
+    EXPECT_TRUE(set.EOF());
+    set.MovePrevious();
+    EXPECT_EQ(set["CustID"].asLong(), 2);
+}
+
+TEST_F(RecordsetTest, ANumberIsNeverGivenTwice) {
+    Recordset set = db.OpenRecordset("Customers");
+    set.AddNew();
+    EXPECT_EQ(set["CustID"].asLong(), 1);
+    set.CancelUpdate();
+    set.AddNew();
+    EXPECT_EQ(set["CustID"].asLong(), 2);
+    set.Update();
+    set.MoveLast();
+    set.Delete();
+    set.AddNew();
+    EXPECT_EQ(set["CustID"].asLong(), 3);
+    set.CancelUpdate();
+
+    DBEngine::BeginTrans();
+    set.AddNew();
+    EXPECT_EQ(set["CustID"].asLong(), 4);
+    set.Update();
+    DBEngine::Rollback();
+    set.AddNew();
+    EXPECT_EQ(set["CustID"].asLong(), 5);
+    set.CancelUpdate();
+}
+
+TEST_F(RecordsetTest, NumbersSurviveTheProcess) {
+    Recordset set = db.OpenRecordset("Customers");
+    DBEngine::BeginTrans();
+    set.AddNew();
+    DBEngine::Rollback();
+    db.Close();
+    daotest::Child child([&](daotest::Child&) {
+        Database other = daotest::openShop(path);
+        Recordset rows = other.OpenRecordset("Customers");
+        rows.AddNew();
+        return rows["CustID"].asLong();
+    });
+    EXPECT_EQ(child.wait(), 2);
+}
+
+TEST_F(RecordsetTest, EditChangesOnlyWhatWasSet) {
+    fill(1);
+    Recordset set = db.OpenRecordset("Services");
+    set.Edit();
+    EXPECT_EQ(set.EditMode(), Recordset::EditModeKind::InProgress);
+    set.Fields("Price") = Value(12.5);
+    EXPECT_EQ(set["Price"].asCurrency(), Currency::fromScaled(125000));
+    set.Update();
+    EXPECT_EQ(set.EditMode(), Recordset::EditModeKind::None);
+    EXPECT_EQ(set["Price"].asCurrency(), Currency::fromScaled(125000));
+    EXPECT_EQ(set["MachineID"].asLong(), 1);
+    EXPECT_EQ(set.LastModified(), set.Bookmark());
+}
+
+TEST_F(RecordsetTest, CancelUpdateAndMovingDropWhatIsPending) {
+    fill(2);
+    Recordset set = db.OpenRecordset("Customers");
+    set.Edit();
+    set.Fields("Surname") = Value("Zaboravljeni");
+    set.CancelUpdate();
+    EXPECT_EQ(set["Surname"].asText(), "Klijent 1");
+    set.Edit();
+    set.Fields("Surname") = Value("Zaboravljeni");
+    set.Move(0);
+    EXPECT_EQ(set["Surname"].asText(), "Klijent 1");
+    EXPECT_EQ(errorOf([&] { set.Update(); }), errUpdateWithoutEdit);
+    EXPECT_EQ(errorOf([&] { set.CancelUpdate(); }), errUpdateWithoutEdit);
+    EXPECT_EQ(errorOf([&] { set.Fields("Surname") = Value("x"); }), errUpdateWithoutEdit);
+    set.AddNew();
+    set.MoveLast();
+    EXPECT_EQ(set.RecordCount(), 2);
+}
+
+TEST_F(RecordsetTest, WrongValuesAreRefusedAndNothingChanges) {
+    fill(1);
+    Recordset set = db.OpenRecordset("Customers");
+    set.Edit();
+    EXPECT_EQ(errorOf([&] { set.Fields("Surname") = Value("123456789012345678901"); }), errFieldTooSmall);
+    set.Fields("Surname") = Value("čćšđžčćšđžčćšđžčćšđž");  // twenty characters, forty bytes
+    EXPECT_EQ(errorOf([&] { set.Fields("BirthDate") = Value("juče"); }), errTypeMismatch);
+    EXPECT_EQ(errorOf([&] { set.Fields("CustID") = Value(7); }), errFieldNotUpdatable);
+    set.Update();
+    EXPECT_EQ(set["Surname"].asText(), "čćšđžčćšđžčćšđžčćšđž");
+    EXPECT_TRUE(set["BirthDate"].isNull());
+}
+
+TEST_F(RecordsetTest, TextsThatLookLikeNumbersStayTexts) {
+    Recordset set = db.OpenRecordset("Customers");
+    set.AddNew();
+    set.Fields("City") = Value("011");
+    set.Fields("Comments") = Value("0064 123\r\n\t'\"");
+    set.Update();
+    set.MoveFirst();
+    EXPECT_EQ(set["City"].asText(), "011");
+    EXPECT_EQ(set["Comments"].asText(), "0064 123\r\n\t'\"");
+    EXPECT_EQ(set["City"].type(), dao::Type::Text);
+}
+
+TEST_F(RecordsetTest, TypesComeFromTheTable) {
+    Recordset set = db.OpenRecordset("Services");
+    set.AddNew();
+    set.Fields("ServiceStarted") = Value(Date{1.0});
+    set.Fields("Price") = Value(Currency::fromScaled(123456));
+    set.Fields("Discount") = Value(10);
+    set.Update();
+    set.MoveFirst();
+    EXPECT_EQ(set["ServiceStarted"], Value(Date{1.0}));
+    EXPECT_EQ(set["Price"], Value(Currency::fromScaled(123456)));
+    EXPECT_EQ(set["Discount"], Value(10.0F));
+    EXPECT_TRUE(set["Paid"].isNull());
+    Recordset customers = db.OpenRecordset("Customers");
+    customers.AddNew();
+    customers.Fields("FirmAddress") = Value(true);
+    customers.Update();
+    customers.MoveFirst();
+    EXPECT_EQ(customers["FirmAddress"], Value(true));
+}
+
+TEST_F(RecordsetTest, AfterDeleteThereIsNoCurrentRowUntilAMove) {
+    fill(3);
+    Recordset set = db.OpenRecordset("Customers");
+    set.MoveNext();
+    set.Delete();
+    EXPECT_EQ(errorOf([&] { set["CustID"]; }), errRecordDeleted);
+    EXPECT_EQ(errorOf([&] { set.Delete(); }), errRecordDeleted);
+    EXPECT_FALSE(set.EOF());
+    EXPECT_EQ(set.RecordCount(), 2);
+    set.MoveNext();
+    EXPECT_EQ(set["CustID"].asLong(), 3);
+    set.Delete();
+    set.MoveNext();
+    EXPECT_TRUE(set.EOF());
+    set.MoveFirst();
+    set.Delete();
+    EXPECT_FALSE(set.EOF());
+    set.MoveNext();
+    EXPECT_TRUE(set.EOF());
+    EXPECT_TRUE(set.BOF());
+}
+
+TEST_F(RecordsetTest, DeletingAClientTakesEverythingOfHis) {
+    fill(3);
+    Recordset set = db.OpenRecordset("Customers");
+    set.FindFirst("CustID=2");
+    set.Delete();
+    EXPECT_EQ(numbers(db.OpenRecordset("Computers"), "MachineID"), (std::vector{1, 3}));
+    EXPECT_EQ(numbers(db.OpenRecordset("Services"), "ID"), (std::vector{1, 3}));
+}
+
+TEST_F(RecordsetTest, ARowWithoutItsParentIsRefused) {
+    fill(1);
+    Recordset set = db.OpenRecordset("Computers");
+    set.AddNew();
+    set.Fields("CustID") = Value(77);
+    EXPECT_EQ(errorOf([&] { set.Update(); }), errRelatedRecordRequired);
+    EXPECT_EQ(set.EditMode(), Recordset::EditModeKind::Add);
+    set.CancelUpdate();
+    EXPECT_EQ(numbers(db.OpenRecordset("Computers"), "MachineID"), (std::vector{1}));
+}
+
+TEST_F(RecordsetTest, FindFirstThatFindsNothingLeavesTheRowWhereItWas) {
+    fill(5);
+    Recordset set = db.OpenRecordset("Customers");
+    set.FindFirst("CustID=4");
+    EXPECT_FALSE(set.NoMatch());
+    EXPECT_EQ(set["Surname"].asText(), "Klijent 4");
+    set.FindFirst("CustID=44");
+    EXPECT_TRUE(set.NoMatch());
+    EXPECT_EQ(set["CustID"].asLong(), 4);
+    set.FindFirst("Surname='KLIJENT 2'");
+    EXPECT_FALSE(set.NoMatch());
+    EXPECT_EQ(set["CustID"].asLong(), 2);
+    set.FindFirst("Surname=\"nobody\"");
+    EXPECT_TRUE(set.NoMatch());
+    EXPECT_EQ(set["CustID"].asLong(), 2);
+}
+
+TEST_F(RecordsetTest, FindFirstLooksFromTheTopInTheSetsOrder) {
+    fill(5);
+    Recordset set = db.OpenRecordset("SELECT * FROM Customers ORDER BY CustID DESC");
+    set.FindFirst("City='Beograd'");
+    EXPECT_EQ(set["CustID"].asLong(), 5);
+    set.FindFirst("CustID=3");
+    EXPECT_EQ(set.AbsolutePosition(), 2);
+    set.FindFirst("CustID<3");
+    EXPECT_EQ(set["CustID"].asLong(), 2);
+}
+
+TEST_F(RecordsetTest, FindFirstLooksOnlyAmongTheSetsRows) {
+    fill(5);
+    Recordset set = db.OpenRecordset("SELECT * FROM Customers WHERE CustID<3");
+    set.FindFirst("CustID=4");
+    EXPECT_TRUE(set.NoMatch());
+    set.FindFirst("Surname='Klijent 4'");
+    EXPECT_TRUE(set.NoMatch());
+}
+
+TEST_F(RecordsetTest, ACriterionThatIsNoneIsASyntaxError) {
+    fill(1);
+    Recordset set = db.OpenRecordset("Customers");
+    for (const char* criterion : {"", "CustID", "17", "CustID=", "CustID=1 OR", "=1", "CustID=1;DELETE"})
+        EXPECT_EQ(errorOf([&] { set.FindFirst(criterion); }), errSyntax) << criterion;
+    EXPECT_EQ(errorOf([&] { set.FindFirst("Nobody=1"); }), errTooFewParameters);
+    EXPECT_EQ(set["CustID"].asLong(), 1);
+}
+
+TEST_F(RecordsetTest, SearchesInASnapshotSeeItsOwnRowsOnly) {
+    fill(5);
+    Recordset set = db.OpenRecordset("SELECT * FROM Customers ORDER BY CustID DESC", dbOpenSnapshot);
+    db.Execute("UPDATE Customers SET Surname='Promenjen' WHERE CustID=3");
+    db.Execute("DELETE * FROM Customers WHERE CustID=4");
+    set.FindFirst("CustID=4");
+    EXPECT_FALSE(set.NoMatch());
+    EXPECT_EQ(set.AbsolutePosition(), 1);
+    set.FindFirst("Surname='klijent 3'");
+    EXPECT_FALSE(set.NoMatch());
+    EXPECT_EQ(set["CustID"].asLong(), 3);
+    set.FindFirst("Surname='Promenjen'");
+    EXPECT_TRUE(set.NoMatch());
+    set.FindFirst("CustID<3 AND City='Beograd'");
+    EXPECT_EQ(set["CustID"].asLong(), 2);
+    EXPECT_FALSE(set.Updatable());
+    EXPECT_EQ(errorOf([&] { set.Edit(); }), errCannotUpdate);
+    EXPECT_EQ(errorOf([&] { set.AddNew(); }), errCannotUpdate);
+    EXPECT_EQ(errorOf([&] { set.Delete(); }), errCannotUpdate);
+}
+
+TEST_F(RecordsetTest, ADistinctSelectIsReadOnly) {
+    fill(4);
+    Recordset set = db.OpenRecordset("SELECT DISTINCT City FROM Customers");
+    EXPECT_EQ(set.RecordCount(), 1);
+    EXPECT_FALSE(set.Updatable());
+    EXPECT_EQ(errorOf([&] { set.Edit(); }), errCannotUpdate);
+    set.FindFirst("City='Beograd'");
+    EXPECT_FALSE(set.NoMatch());
+}
+
+TEST_F(RecordsetTest, ATableComesInItsOwnOrder) {
+    Recordset types = db.OpenRecordset("ServiceTypes");
+    for (const char* name : {"Ostalo", "Instalacija", "Čišćenje"}) {
+        types.AddNew();
+        types.Fields("Service") = Value(name);
+        types.Update();
+    }
+    Recordset table = db.OpenRecordset("servicetypes", dbOpenTable);
+    EXPECT_EQ(table.Type(), dbOpenTable);
+    table.MoveLast();
+    EXPECT_EQ(table.RecordCount(), 3);
+    EXPECT_EQ(table["Service"].asText(), "Čišćenje");
+    table.MoveFirst();
+    EXPECT_EQ(table["Service"].asText(), "Ostalo");
+    table.Edit();
+    table.Fields("Service") = Value("Razno");
+    table.Update();
+    EXPECT_EQ(table["Service"].asText(), "Razno");
+    EXPECT_EQ(errorOf([&] { db.OpenRecordset("OpremaGrupe", dbOpenTable); }), errInvalidOperation);
+    EXPECT_EQ(errorOf([&] { db.OpenRecordset("Nowhere", dbOpenTable); }), errUnknownObject);
+}
+
+TEST_F(RecordsetTest, ARowThatComesBackUnderTheSameContentIsAnotherRow) {
+    fill(1);
+    Recordset set = db.OpenRecordset("InvoiceData");
+    const auto add = [&](Recordset& to, const char* name) {
+        to.AddNew();
+        to.Fields("ServiceID") = Value(1);
+        to.Fields("Naziv") = Value(name);
+        to.Update();
+    };
+    add(set, "Prvi");
+    Recordset other = db.OpenRecordset("InvoiceData");
+    set.MoveFirst();
+    set.Delete();
+    add(set, "Drugi");
+    EXPECT_EQ(errorOf([&] { other["Naziv"]; }), errRecordDeleted);
+}
+
+TEST_F(RecordsetTest, ManyRowsAreReadInBlocksWithoutLosingAny) {
+    fill(2000);
+    Recordset set = db.OpenRecordset("Services");
+    int expected = 0;
+    for (set.MoveFirst(); !set.EOF(); set.MoveNext())
+        ASSERT_EQ(set["ID"].asLong(), ++expected);
+    EXPECT_EQ(expected, 2000);
+    for (set.MoveLast(); !set.BOF(); set.MovePrevious())
+        ASSERT_EQ(set["Price"].asCurrency(), Currency::fromScaled(expected-- * 10000));
+    db.Execute("DELETE * FROM Services WHERE ID>100 AND ID<1900");
+    Recordset sparse = db.OpenRecordset("SELECT * FROM Services ORDER BY Price DESC");
+    EXPECT_EQ(sparse.RecordCount(), 201);
+    expected = 2000;
+    for (; !sparse.EOF(); sparse.MoveNext(), expected = expected == 1900 ? 100 : expected - 1)
+        ASSERT_EQ(sparse["ID"].asLong(), expected);
+}
+
+TEST_F(RecordsetTest, RequeryRunsTheStatementAgain) {
+    fill(2);
+    Recordset set = db.OpenRecordset("Customers");
+    Recordset snapshot = db.OpenRecordset("Customers", dbOpenSnapshot);
+    fill(1);
+    EXPECT_EQ(set.RecordCount(), 2);
+    set.Requery();
+    snapshot.Requery();
+    EXPECT_EQ(set.RecordCount(), 3);
+    EXPECT_EQ(snapshot.RecordCount(), 3);
+}
+
+TEST_F(RecordsetTest, AClosedSetSaysSo) {
+    fill(1);
+    Recordset set = db.OpenRecordset("Customers");
+    Recordset same = set;
+    const Field field = set.Fields("Surname");
+    set.Close();
+    set.Close();
+    EXPECT_EQ(errorOf([&] { same.MoveFirst(); }), errObjectClosed);
+    EXPECT_EQ(errorOf([&] { field.Value(); }), errObjectClosed);
+    EXPECT_EQ(errorOf([&] { Recordset().RecordCount(); }), errObjectClosed);
+    Recordset open = db.OpenRecordset("Customers");
+    db.Close();
+    EXPECT_EQ(errorOf([&] { open["Surname"]; }), errObjectClosed);
+    EXPECT_EQ(errorOf([&] { db.Execute("DELETE * FROM Customers"); }), errObjectClosed);
+    EXPECT_FALSE(static_cast<bool>(db));
+    db.Close();
+}
+
+TEST_F(RecordsetTest, ABookmarkOfARowThatIsGoneIsRefused) {
+    fill(3);
+    Recordset set = db.OpenRecordset("Customers");
+    set.MoveNext();
+    const Bookmark place = set.Bookmark();
+    set.MoveFirst();
+    db.Execute("DELETE * FROM Customers WHERE CustID=2");
+    EXPECT_EQ(errorOf([&] { set.setBookmark(place); }), errRecordDeleted);
+    EXPECT_EQ(set["CustID"].asLong(), 1);
+    EXPECT_EQ(errorOf([&] { set.setBookmark({99}); }), errRecordDeleted);
+    EXPECT_EQ(errorOf([&] { set.setBookmark({}); }), errRecordDeleted);
+}
+
+TEST_F(RecordsetTest, ARowDeletedByAnotherIsMetOnlyWhenTouched) {
+    fill(3);
+    Recordset set = db.OpenRecordset("Customers");
+    db.Execute("DELETE * FROM Customers WHERE CustID=2");
+    EXPECT_EQ(set.RecordCount(), 3);
+    set.MoveNext();
+    EXPECT_EQ(errorOf([&] { set["CustID"]; }), errRecordDeleted);
+    EXPECT_EQ(errorOf([&] { set.Edit(); }), errRecordDeleted);
+    EXPECT_EQ(errorOf([&] { set.Delete(); }), errRecordDeleted);
+    set.FindFirst("CustID=2");
+    EXPECT_TRUE(set.NoMatch());
+    set.MoveNext();
+    EXPECT_EQ(set["CustID"].asLong(), 3);
+}
+
+}  // namespace
