@@ -16,9 +16,10 @@ QString formatShortDate(const QDate& date);
 QString textOfDate(dao::Date date);
 QString formatLongDate(const QDate& date);
 
-// A date as people type it under this locale: day, month and year in the locale's order with any of ". / - " or
-// blanks between, year in two digits (00 to 29: 2000 to 2029, 30 to 99: 1930 to 1999), in four, or left out (this
-// year); a month's name; ISO form; a time behind it. Nothing where it is no date. Range: years 100 to 9999.
+// A date as people type it under this locale: day, month and year in the locale's order with any of ". / - "
+// or blanks between, year in two digits (00 to 29: 2000 to 2029, 30 to 99: 1930 to 1999), in four, or left
+// out (this year); a month's name; ISO form; a time behind it. Nothing where it is no date. Range: years 100
+// to 9999.
 std::optional<dao::Date> readDate(const QString& text);
 bool isDate(const QString& text);
 

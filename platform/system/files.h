@@ -14,8 +14,11 @@ void renameFile(const QString& from, const QString& to);  // 58 if the target ex
 void deleteFile(const QString& path);
 
 // The program's folder: that of the executable while its user may write there, otherwise the user's own data
-// folder for Tarvello, seeded once from the delivered files beside the executable. Without a separator behind it.
+// folder for Tarvello, seeded once from the delivered files beside the executable. Without a separator behind
+// it.
 QString programFolder();
-void setProgramFolder(const QString& folder);  // for tests
+void setProgramFolder(const QString& folder);  // for tests; empty: found anew
+// The rule behind it: the first where a file can be made in it, otherwise the second, seeded from the first.
+QString chooseProgramFolder(const QString& executableFolder, const QString& ownFolder);
 
 }  // namespace platform

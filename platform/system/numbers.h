@@ -6,14 +6,15 @@
 
 #include "platform/dao/value.h"
 
-// Numbers and amounts as texts, and back. All of it goes by the user's locale (QLocale()), which a test sets with
-// QLocale::setDefault; currency decimals come from currencyDecimals().
+// Numbers and amounts as texts, and back. All of it goes by the user's locale (QLocale()), which a test sets
+// with QLocale::setDefault; currency decimals come from currencyDecimals().
 namespace platform {
 
-// Rounds half away from zero on the shortest decimal of the value: 0.335 to two places is 0.34, 1.005 is 1.01.
+// Rounds half away from zero on the shortest decimal of the value: 0.335 to two places is 0.34, 1.005
+// is 1.01.
 double roundHalfAway(double value, int decimals);
 
-// "#,##0.00" and its like: groups of three and a fixed number of decimals.
+// "#,##0.00" and its like: groups of three and a fixed number of decimals. What rounds to zero has no sign.
 QString formatGrouped(double value, int decimals = 2);
 QString formatGrouped(float value, int decimals = 2);  // rounds on the shortest decimal of the float
 QString formatGrouped(dao::Currency value, int decimals = 2);
@@ -24,8 +25,8 @@ QString formatCurrency(float value);
 QString formatCurrency(dao::Currency value);
 // The locale's currency decimals (Serbian dinar: 2), from the C library's table for QLocale().
 int currencyDecimals();
-// What formatting with "currency" and reading back gives: the amount in the locale's currency decimals, through a
-// Single. No text is made.
+// What formatting with "currency" and reading back gives: the amount in the locale's currency decimals,
+// through a Single. No text is made. Throws dao::Error 6 where the amount is too large for a Currency.
 dao::Currency throughCurrencyFormat(dao::Currency value);
 dao::Currency throughCurrencyFormat(float value);
 
@@ -33,8 +34,10 @@ dao::Currency throughCurrencyFormat(float value);
 QString textOfSingle(float value);
 QString textOfDouble(double value);
 
-// A number typed or shown by the program: blanks around it, thousands separators, a currency symbol, a sign in
-// front or behind, parentheses for negative, an exponent. Nothing where the text is no number.
+// A number typed or shown by the program: blanks around it, thousands separators, a currency symbol, a sign
+// in front or behind, parentheses for negative, an exponent. Nothing where the text is no number. Thousands
+// separators count only between groups of three: under a point "1,5" is no number, rather than a bill ten
+// times too high.
 std::optional<double> readNumber(const QString& text);
 std::optional<float> readSingle(const QString& text);  // none on overflow of a Single
 bool isNumeric(const QString& text);

@@ -8,9 +8,9 @@
 
 namespace platform {
 
-// A run-time failure outside the engine, numbered as the program's messages show it: 13 type mismatch, 53 file not
-// found, 58 file already exists, 61 disk full, 70 permission denied, 75 path/file access error, 35600 index out of
-// bounds, 35601 element not found.
+// A run-time failure outside the engine, numbered as the program's messages show it: 13 type mismatch, 53
+// file not found, 58 file already exists, 61 disk full, 70 permission denied, 75 path/file access error,
+// 35600 index out of bounds, 35601 element not found.
 class RunError : public std::runtime_error {
  public:
     RunError(int number, const QString& description)
@@ -21,8 +21,8 @@ class RunError : public std::runtime_error {
     int number_;
 };
 
-// Carries on past a failing step and remembers the last failure, so that a routine can look at it at the points
-// where it wants to. A step that goes well leaves an earlier failure standing, until clear().
+// Carries on past a failing step and remembers the last failure, so that a routine can look at it at the
+// points where it wants to. A step that goes well leaves an earlier failure standing, until clear().
 class Trap {
  public:
     template <typename Step>

@@ -1,0 +1,167 @@
+#include "platform/system/files.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStandardPaths>
+#include <QTemporaryFile>
+
+#include "platform/system/trap.h"
+
+namespace platform {
+
+namespace {
+
+enum FileError { kNotFound = 53, kExists = 58, kDiskFull = 61, kDenied = 70, kAccess = 75 };
+
+[[noreturn]] void fail(FileError number, const QString& path) {
+    const char* sentence = "Path/File access error";
+    switch (number) {
+        case kNotFound:
+            sentence = "File not found";
+            break;
+        case kExists:
+            sentence = "File already exists";
+            break;
+        case kDiskFull:
+            sentence = "Disk full";
+            break;
+        case kDenied:
+            sentence = "Permission denied";
+            break;
+        case kAccess:
+            break;
+    }
+    throw RunError(number, QString::fromLatin1(sentence) + QStringLiteral(": ") + path);
+}
+
+[[noreturn]] void fail(const QFileDevice& file) {
+    switch (file.error()) {
+        case QFileDevice::ResourceError:
+            fail(kDiskFull, file.fileName());
+        case QFileDevice::PermissionsError:
+            fail(kDenied, file.fileName());
+        default:
+            fail(kAccess, file.fileName());
+    }
+}
+
+void requireFile(const QString& path) {
+    if (!fileExists(path)) {
+        fail(QFileInfo(path).isDir() ? kAccess : kNotFound, path);
+    }
+}
+
+// Whether a file can be made there. Asking the folder's rights is not enough: a read-only medium, a server's
+// rules or a full disk say no as well.
+bool takesFiles(const QString& folder) {
+    QTemporaryFile probe(folder + QDir::separator() + QStringLiteral("TarvelloXXXXXX"));
+    return probe.open();
+}
+
+QString chosenFolder;
+
+}  // namespace
+
+QString nativePath(const QString& path) {
+    return QString(path).replace(QLatin1Char('\\'), QDir::separator());
+}
+
+bool fileExists(const QString& path) {
+    const QFileInfo file(nativePath(path));
+    return file.exists() && !file.isDir();
+}
+
+void copyFile(const QString& from, const QString& to) {
+    const QString source = nativePath(from);
+    const QString target = nativePath(to);
+    requireFile(source);
+    if (QFileInfo(target).exists() &&
+        QFileInfo(source).canonicalFilePath() == QFileInfo(target).canonicalFilePath()) {
+        return;
+    }
+    QFile reader(source);
+    if (!reader.open(QIODevice::ReadOnly)) {
+        fail(reader.error() == QFileDevice::OpenError ? kDenied : kAccess, source);
+    }
+    QSaveFile writer(target);
+    if (!writer.open(QIODevice::WriteOnly)) {
+        if (QFileInfo(target).isDir() || !QFileInfo(QFileInfo(target).path()).isDir()) {
+            fail(kAccess, target);
+        }
+        fail(writer.error() == QFileDevice::ResourceError ? kDiskFull : kDenied, target);
+    }
+    constexpr qint64 kBlock = 1 << 20;
+    while (!reader.atEnd()) {
+        const QByteArray block = reader.read(kBlock);
+        if (block.isEmpty() && reader.error() != QFileDevice::NoError) {
+            fail(kAccess, source);
+        }
+        // A disk that fills up takes a part of the block first, and says why only when asked for the rest.
+        for (qint64 done = 0; done < block.size();) {
+            const qint64 written = writer.write(block.constData() + done, block.size() - done);
+            if (written <= 0) {
+                fail(writer);
+            }
+            done += written;
+        }
+    }
+    if (!writer.commit()) {
+        fail(writer);
+    }
+}
+
+void renameFile(const QString& from, const QString& to) {
+    const QString source = nativePath(from);
+    const QString target = nativePath(to);
+    requireFile(source);
+    if (QFileInfo::exists(target)) {
+        fail(kExists, target);
+    }
+    QFile file(source);
+    if (!file.rename(target)) {
+        fail(QFileInfo(QFileInfo(target).path()).isDir() ? kDenied : kAccess, target);
+    }
+}
+
+void deleteFile(const QString& path) {
+    const QString native = nativePath(path);
+    requireFile(native);
+    if (!QFile::remove(native)) {
+        fail(kDenied, native);
+    }
+}
+
+QString chooseProgramFolder(const QString& executableFolder, const QString& ownFolder) {
+    if (takesFiles(executableFolder)) {
+        return executableFolder;
+    }
+    QDir().mkpath(ownFolder);
+    for (const char* delivered : {"Tarvello.mdb", "Tarvello.hlp"}) {
+        const QString name = QDir::separator() + QString::fromLatin1(delivered);
+        if (fileExists(executableFolder + name) && !fileExists(ownFolder + name)) {
+            // What cannot be copied is missed, and asked for, by the routine that needs it.
+            Trap step;
+            step([&] { copyFile(executableFolder + name, ownFolder + name); });
+        }
+    }
+    return ownFolder;
+}
+
+QString programFolder() {
+    if (chosenFolder.isEmpty()) {
+        const QString own = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+                            QStringLiteral("/Tarvello");
+        chosenFolder = chooseProgramFolder(QDir::toNativeSeparators(QCoreApplication::applicationDirPath()),
+                                           QDir::toNativeSeparators(own));
+    }
+    return chosenFolder;
+}
+
+void setProgramFolder(const QString& folder) {
+    chosenFolder = folder;
+}
+
+}  // namespace platform

@@ -1,0 +1,31 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLocale>
+#include <QTemporaryDir>
+
+#include "platform/system/files.h"
+#include "platform/system/settings_store.h"
+
+// The test programs that need windows. Nobody sits in front of them, so the windows are drawn into memory;
+// the settings and the program's folder are folders of this process alone, so that no test reads what a
+// colleague (or the test before it) has left in his own.
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    testing::InitGoogleTest(&argc, argv);
+    QApplication application(argc, argv);
+    application.setQuitOnLastWindowClosed(false);
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+
+    QTemporaryDir settings;
+    QTemporaryDir program;
+    if (!settings.isValid() || !program.isValid()) {
+        qCritical("No temporary folder for the tests.");
+        return 2;
+    }
+    platform::setSettingsFolder(settings.path());
+    platform::setProgramFolder(program.path());
+    return RUN_ALL_TESTS();
+}
