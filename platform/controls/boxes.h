@@ -7,8 +7,8 @@
 
 class QWidget;
 
-// The one place where message boxes, input boxes and file dialogs come from. Tests answer them here and read what
-// was said; under a test no box is ever shown.
+// The one place where message boxes, input boxes and file dialogs come from. Tests answer them here and read
+// what was said; under a test no box is ever shown.
 namespace platform {
 
 enum class BoxIcon { None, Information, Exclamation, Critical, Question };

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QHash>
 #include <QList>
 #include <QObject>
 #include <QPointer>
@@ -15,7 +14,9 @@ namespace platform {
 // A record set with one current row, and the entry fields bound to it: moving shows the row in the fields.
 // Bound widgets: QLineEdit, QPlainTextEdit (text), QCheckBox (Yes/No), DateField (date, Null allowed).
 // Nothing typed is ever written by a move: only UpdateRecord writes. A Null shows as empty; an empty text is
-// written as the empty text over a value that was not Null, and leaves a Null as it is.
+// written as the empty text over a value that was not Null, and leaves a Null as it is. A date left empty is
+// written as the date value 1.0, never as Null; both show as empty. A line takes no more characters than its
+// field holds.
 class DataControl : public QObject {
     Q_OBJECT
  public:
@@ -25,8 +26,9 @@ class DataControl : public QObject {
     QString Connect;       // ";Pwd=" and the password
     QString RecordSource;  // a SELECT; takes effect at Refresh
 
-    // Opens the file if it is not open (or DatabaseName changed), runs RecordSource as a dynaset and shows its
-    // first row. Throws dao::Error and then has no record set. With an empty RecordSource only the file is opened.
+    // Opens the file if it is not open (or DatabaseName changed), runs RecordSource as a dynaset and shows
+    // its first row. Throws dao::Error and then has no record set. With an empty RecordSource only the file
+    // is opened.
     void Refresh();
     dao::Database& Database() { return database_; }
     // The record set itself, for reading. Move it through the forwards below, so that the fields follow.
@@ -45,14 +47,15 @@ class DataControl : public QObject {
     void CancelUpdate();  // drops a pending AddNew or Edit; the current row is shown again
     void Delete();        // the fields keep showing the row until the next move
 
-    // Writes the bound fields to the row: of a pending AddNew, otherwise as Edit .. Update of the current row. Fields
-    // nobody touched are not written on an edit. On failure the edit is dropped, the fields keep what was typed,
-    // and the engine's error is thrown.
+    // Writes the bound fields to the row: of a pending AddNew, otherwise as Edit .. Update of the current
+    // row. Fields nobody touched are not written on an edit. On failure the edit is dropped, the fields keep
+    // what was typed, and the engine's error is thrown.
     void UpdateRecord();
     // Throws away what was typed and shows the row again.
     void UpdateControls();
 
-    // A field of the file shown in a widget. The widget's text changes mark it as changed.
+    // A field of the file shown in a widget. The widget's text changes mark it as changed: bind before
+    // connecting a handler that asks DataChanged.
     void bind(QWidget* widget, const QString& field);
     // The widget has been changed since its row was shown or written.
     bool DataChanged(const QWidget* widget) const;
@@ -69,6 +72,13 @@ class DataControl : public QObject {
     };
     void showRow();
     void showEmpty();
+    void put(const QList<dao::Value>& values);
+    void limitLengths();
+    void writeFields(bool adding);
+    void markChanged(const QWidget* widget);
+    bool isAdding() const;
+    template <typename Step>
+    void moveBy(Step step);
     dao::Database database_;
     dao::Recordset recordset_;
     QString openName_;

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <QList>
-#include <QString>
 #include <QStatusBar>
+#include <QString>
 
 class QLabel;
 
@@ -25,6 +25,7 @@ class StatusBar : public QStatusBar {
     QLabel* panel(const QString& key) const;  // object name "Panel(key)"; nullptr where there is none
     // A panel that shows the clock, with the long date as its tip.
     void addClock(const QString& key);
+    void showClock(const QString& key, const QDateTime& now);  // what the clock does each time it moves on
 
  signals:
     void panelDoubleClicked(const QString& key);
@@ -33,6 +34,8 @@ class StatusBar : public QStatusBar {
  protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
 
  private:
     struct Panel {
@@ -41,6 +44,7 @@ class StatusBar : public QStatusBar {
         AutoSize size = AutoSize::Fixed;
     };
     QList<Panel> panels_;
+    bool doubleClick_ = false;  // the release that follows belongs to a double click
 };
 
 }  // namespace platform

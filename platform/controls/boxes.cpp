@@ -1,0 +1,197 @@
+#include "platform/controls/boxes.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QDir>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStringList>
+#include <stdexcept>
+
+namespace platform {
+namespace {
+
+BoxScript* script = nullptr;
+
+// An hourglass over a question makes people wait for the machine while the machine waits for them. However
+// many routines have asked for one, all of them get theirs back when the box has been answered.
+class OrdinaryPointer {
+ public:
+    OrdinaryPointer() {
+        while (QCursor* shape = QApplication::overrideCursor()) {
+            shapes_.prepend(*shape);
+            QApplication::restoreOverrideCursor();
+        }
+    }
+    ~OrdinaryPointer() {
+        for (const QCursor& shape : shapes_)
+            QApplication::setOverrideCursor(shape);
+    }
+    OrdinaryPointer(const OrdinaryPointer&) = delete;
+    OrdinaryPointer& operator=(const OrdinaryPointer&) = delete;
+
+ private:
+    QList<QCursor> shapes_;
+};
+
+QWidget* ownerOr(QWidget* owner) {
+    return owner ? owner : QApplication::activeWindow();
+}
+
+QMessageBox::Icon iconOf(BoxIcon icon) {
+    switch (icon) {
+        case BoxIcon::Information:
+            return QMessageBox::Information;
+        case BoxIcon::Exclamation:
+            return QMessageBox::Warning;
+        case BoxIcon::Critical:
+            return QMessageBox::Critical;
+        case BoxIcon::Question:
+            return QMessageBox::Question;
+        case BoxIcon::None:
+            break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+QMessageBox::StandardButtons buttonsOf(BoxButtons buttons) {
+    switch (buttons) {
+        case BoxButtons::YesNo:
+            return QMessageBox::Yes | QMessageBox::No;
+        case BoxButtons::YesNoCancel:
+            return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+        case BoxButtons::Ok:
+            break;
+    }
+    return QMessageBox::Ok;
+}
+
+QMessageBox::StandardButton buttonOf(BoxAnswer answer) {
+    switch (answer) {
+        case BoxAnswer::Yes:
+            return QMessageBox::Yes;
+        case BoxAnswer::No:
+            return QMessageBox::No;
+        case BoxAnswer::Cancel:
+            return QMessageBox::Cancel;
+        case BoxAnswer::Ok:
+            break;
+    }
+    return QMessageBox::Ok;
+}
+
+BoxAnswer answerOf(int button) {
+    switch (button) {
+        case QMessageBox::Yes:
+            return BoxAnswer::Yes;
+        case QMessageBox::No:
+            return BoxAnswer::No;
+        case QMessageBox::Cancel:
+            return BoxAnswer::Cancel;
+        default:
+            return BoxAnswer::Ok;
+    }
+}
+
+// The front of a list of prepared answers, or the answer for when there is none.
+template <typename T>
+T takeOr(QList<T>& prepared, const T& otherwise) {
+    return prepared.isEmpty() ? otherwise : prepared.takeFirst();
+}
+
+BoxAnswer scriptedAnswer(const Box& box) {
+    script->asked.append(box);
+    if (script->onBox)
+        script->onBox(box);
+    return takeOr(script->answers, box.buttons == BoxButtons::Ok ? BoxAnswer::Ok : box.preselected);
+}
+
+// "Name (*.x)|*.x;*.y|Name|*.*" in the form that the toolkit's dialog takes. The pattern that the name
+// already shows is not shown twice, and "*.*" means every file, also one without a point in its name.
+QStringList nameFilters(const QString& filter) {
+    QStringList filters;
+    const QStringList parts = filter.split(QLatin1Char('|'));
+    for (qsizetype i = 0; i < parts.size(); i += 2) {
+        QString name = parts.at(i).trimmed();
+        if (const qsizetype bracket = name.lastIndexOf(QLatin1Char('(')); bracket > 0 && name.endsWith(u')'))
+            name = name.left(bracket).trimmed();
+        QStringList patterns = parts.value(i + 1).split(QLatin1Char(';'), Qt::SkipEmptyParts);
+        for (QString& pattern : patterns)
+            pattern = pattern.trimmed() == QLatin1String("*.*") ? QStringLiteral("*") : pattern.trimmed();
+        if (patterns.isEmpty())
+            patterns.append(QStringLiteral("*"));
+        if (!name.isEmpty())
+            filters.append(QStringLiteral("%1 (%2)").arg(name, patterns.join(QLatin1Char(' '))));
+    }
+    return filters;
+}
+
+}  // namespace
+
+BoxAnswer showBox(const Box& box, QWidget* owner) {
+    if (script)
+        return scriptedAnswer(box);
+    const OrdinaryPointer pointer;
+    QMessageBox window(iconOf(box.icon), box.title, QString(), buttonsOf(box.buttons), ownerOr(owner));
+    window.setObjectName(QStringLiteral("Box"));
+    window.setTextFormat(Qt::PlainText);  // a client's "<b>" is a name, not a command to us
+    window.setText(box.text);
+    if (box.buttons != BoxButtons::Ok)
+        window.setDefaultButton(buttonOf(box.preselected));
+    return answerOf(window.exec());
+}
+
+std::optional<QString> inputBox(const QString& prompt, const QString& title, const QString& initial,
+                                QWidget* owner) {
+    if (script) {
+        Box box;
+        box.text = prompt;
+        box.title = title;
+        script->asked.append(box);
+        if (script->onBox)
+            script->onBox(box);
+        return takeOr(script->inputs, std::optional<QString>());
+    }
+    const OrdinaryPointer pointer;
+    QInputDialog window(ownerOr(owner));
+    window.setObjectName(QStringLiteral("InputBox"));
+    window.setWindowTitle(title);
+    window.setLabelText(prompt);
+    window.setTextValue(initial);
+    for (QLabel* label : window.findChildren<QLabel*>())
+        label->setTextFormat(Qt::PlainText);
+    if (window.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return window.textValue();
+}
+
+std::optional<QString> openFileDialog(const FileQuestion& question, QWidget* owner) {
+    if (script) {
+        script->fileQuestions.append(question);
+        return takeOr(script->files, std::optional<QString>());
+    }
+    const OrdinaryPointer pointer;
+    QFileDialog window(ownerOr(owner), question.title, question.folder);
+    window.setObjectName(QStringLiteral("FileDialog"));
+    window.setAcceptMode(QFileDialog::AcceptOpen);
+    window.setFileMode(QFileDialog::ExistingFile);
+    window.setNameFilters(nameFilters(question.filter));
+    if (window.exec() != QDialog::Accepted || window.selectedFiles().isEmpty())
+        return std::nullopt;
+    return QDir::toNativeSeparators(window.selectedFiles().constFirst());
+}
+
+BoxScript::BoxScript() {
+    if (script)
+        throw std::logic_error("one BoxScript answers the boxes already");
+    script = this;
+}
+
+BoxScript::~BoxScript() {
+    script = nullptr;
+}
+
+}  // namespace platform

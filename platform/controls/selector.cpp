@@ -1,0 +1,196 @@
+#include "platform/controls/selector.h"
+
+#include <QAbstractListModel>
+#include <QHash>
+#include <QListView>
+#include <QProxyStyle>
+#include <QSignalBlocker>
+#include <QWheelEvent>
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace platform {
+namespace {
+
+// A popup in the style of a menu measures every entry before it opens. With the clients of twenty years in it
+// that is a wait at each click, so the list always drops down as a list of a few lines that scrolls.
+class ListPopup : public QProxyStyle {
+ public:
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* data) const override {
+        if (hint == SH_ComboBox_Popup)
+            return 0;
+        return QProxyStyle::styleHint(hint, option, widget, data);
+    }
+};
+
+// Where a letter stands in the alphabet: each accented letter right behind its plain one, č before ć, and đ
+// behind d, as our staff look names up. Sixteen places for the accents of one letter are enough for the
+// shop's clients; what shares a place keeps the order in which it came.
+char16_t place(QChar letter) {
+    static const QHash<char16_t, int> ours = {{0x030C, 1}, {0x0301, 2}};
+    constexpr int kAccents = 16;
+    const char16_t code = letter.unicode();
+    if (code < 0x80)
+        return static_cast<char16_t>(code * kAccents);
+    if (code == 0x0111)  // đ has no parts that it could be taken into
+        return static_cast<char16_t>('d' * kAccents + 3);
+    const QString parts = letter.decomposition();
+    if (parts.size() == 2 && parts.at(0).unicode() < 0x80)
+        return static_cast<char16_t>(parts.at(0).unicode() * kAccents + ours.value(parts.at(1).unicode(), 4));
+    return std::max(code, static_cast<char16_t>(0x80 * kAccents));
+}
+
+QString orderKey(const QString& text) {
+    QString key = text.toCaseFolded();
+    for (QChar& letter : key)
+        letter = QChar(place(letter));
+    return key;
+}
+
+}  // namespace
+
+class Selector::Model : public QAbstractListModel {
+ public:
+    using QAbstractListModel::QAbstractListModel;
+
+    // The key is that of the text an entry came in with. A text replaced later leaves it alone, and with it
+    // the entry's place and the order of all others.
+    struct Row {
+        QString text;
+        QString key;
+        qint32 data;
+    };
+
+    int rowCount(const QModelIndex& parent = {}) const override {
+        return parent.isValid() ? 0 : static_cast<int>(rows.size());
+    }
+    QVariant data(const QModelIndex& index, int role) const override {
+        if (!index.isValid() || static_cast<size_t>(index.row()) >= rows.size())
+            return {};
+        const Row& row = rows[static_cast<size_t>(index.row())];
+        if (role == Qt::DisplayRole || role == Qt::EditRole)
+            return row.text;
+        return role == Qt::UserRole ? QVariant(row.data) : QVariant();
+    }
+
+    bool has(int index) const { return index >= 0 && index < rowCount(); }
+
+    void setAll(std::vector<Row> sorted) {
+        beginResetModel();
+        rows = std::move(sorted);
+        endResetModel();
+    }
+    int insert(Row row) {
+        const auto after = std::upper_bound(rows.begin(), rows.end(), row, before);
+        const int index = static_cast<int>(after - rows.begin());
+        beginInsertRows({}, index, index);
+        rows.insert(after, std::move(row));
+        endInsertRows();
+        return index;
+    }
+    void remove(int index) {
+        beginRemoveRows({}, index, index);
+        rows.erase(rows.begin() + index);
+        endRemoveRows();
+    }
+    void replace(int index, const QString& text) {
+        rows[static_cast<size_t>(index)].text = text;
+        emit dataChanged(this->index(index), this->index(index));
+    }
+
+    static bool before(const Row& a, const Row& b) { return a.key < b.key; }
+
+    std::vector<Row> rows;
+};
+
+Selector::Selector(QWidget* parent) : QComboBox(parent), model_(new Model(this)) {
+    auto* style = new ListPopup;
+    style->setParent(this);
+    setStyle(style);
+    auto* list = new QListView(this);
+    list->setUniformItemSizes(true);
+    setModel(model_);
+    setView(list);
+    setEditable(false);
+    setMinimumContentsLength(12);
+    setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
+    setMaxVisibleItems(20);
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+void Selector::clearEntries() {
+    setEntries({});
+}
+
+void Selector::setEntries(QList<Entry> entries) {
+    std::vector<Model::Row> rows;
+    rows.reserve(static_cast<size_t>(entries.size()));
+    for (Entry& entry : entries) {
+        QString key = orderKey(entry.text);
+        rows.push_back({std::move(entry.text), std::move(key), entry.data});
+    }
+    std::stable_sort(rows.begin(), rows.end(), Model::before);
+    const QSignalBlocker quiet(this);
+    model_->setAll(std::move(rows));
+    setCurrentIndex(-1);
+}
+
+int Selector::addEntry(const QString& text, qint32 number) {
+    const bool nothingSelected = currentIndex() < 0;
+    const QSignalBlocker quiet(this);
+    const int index = model_->insert({text, orderKey(text), number});
+    if (nothingSelected)
+        setCurrentIndex(-1);
+    return index;
+}
+
+void Selector::removeEntry(int index) {
+    if (!model_->has(index))
+        return;
+    const int selected = currentIndex();
+    const QSignalBlocker quiet(this);
+    model_->remove(index);
+    if (index == selected || selected < 0)
+        setCurrentIndex(-1);
+    else
+        setCurrentIndex(selected > index ? selected - 1 : selected);
+    update();
+}
+
+void Selector::replaceText(int index, const QString& text) {
+    if (!model_->has(index))
+        return;
+    const QSignalBlocker quiet(this);
+    model_->replace(index, text);
+    update();
+}
+
+int Selector::entryCount() const {
+    return model_->rowCount();
+}
+
+QString Selector::entryText(int index) const {
+    return model_->has(index) ? model_->rows[static_cast<size_t>(index)].text : QString();
+}
+
+qint32 Selector::entryData(int index) const {
+    return model_->has(index) ? model_->rows[static_cast<size_t>(index)].data : -1;
+}
+
+int Selector::findPrefix(const QString& text) const {
+    const auto begins = [&](const Model::Row& row) { return row.text.startsWith(text, Qt::CaseInsensitive); };
+    const auto found = std::find_if(model_->rows.begin(), model_->rows.end(), begins);
+    return found == model_->rows.end() ? -1 : static_cast<int>(found - model_->rows.begin());
+}
+
+// Rolling past a selector on the way down a pane must not put another client on the screen.
+void Selector::wheelEvent(QWheelEvent* event) {
+    if (hasFocus())
+        QComboBox::wheelEvent(event);
+    else
+        event->ignore();
+}
+
+}  // namespace platform

@@ -1,0 +1,223 @@
+#include "platform/controls/boxes.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QFile>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QWidget>
+#include <functional>
+#include <stdexcept>
+
+namespace {
+
+using platform::Box;
+using platform::BoxAnswer;
+using platform::BoxButtons;
+using platform::BoxIcon;
+using platform::BoxScript;
+
+Box question() {
+    Box box;
+    box.text = "Delete <b>it</b>?";
+    box.title = "Tarvello";
+    box.icon = BoxIcon::Exclamation;
+    box.buttons = BoxButtons::YesNo;
+    box.preselected = BoxAnswer::No;
+    return box;
+}
+
+// Runs while the next real window is up. The window is closed afterwards, whatever happened, so that no test
+// hangs.
+template <typename Window>
+void whileUp(std::function<void(Window&)> act) {
+    QTimer::singleShot(0, qApp, [act] {
+        auto* window = qobject_cast<Window*>(QApplication::activeModalWidget());
+        ASSERT_NE(window, nullptr);
+        act(*window);
+        if (window->isVisible())
+            window->reject();
+    });
+}
+
+TEST(BoxScript, TakesTheAnswersInOrder) {
+    BoxScript boxes;
+    boxes.answers = {BoxAnswer::Yes, BoxAnswer::No};
+    EXPECT_EQ(platform::showBox(question()), BoxAnswer::Yes);
+    EXPECT_EQ(platform::showBox(question()), BoxAnswer::No);
+    EXPECT_TRUE(boxes.answers.isEmpty());
+}
+
+TEST(BoxScript, KeepsEveryBoxAsked) {
+    BoxScript boxes;
+    EXPECT_EQ(boxes.lastText(), QString());
+    platform::showBox(question());
+    Box notice;
+    notice.text = "Done.";
+    platform::showBox(notice);
+    ASSERT_EQ(boxes.asked.size(), 2);
+    EXPECT_EQ(boxes.asked[0].text, "Delete <b>it</b>?");
+    EXPECT_EQ(boxes.asked[0].title, "Tarvello");
+    EXPECT_EQ(boxes.asked[0].icon, BoxIcon::Exclamation);
+    EXPECT_EQ(boxes.asked[0].preselected, BoxAnswer::No);
+    EXPECT_EQ(boxes.lastText(), "Done.");
+}
+
+TEST(BoxScript, WithNoAnswerLeftThePreselectedButtonIsPressed) {
+    BoxScript boxes;
+    EXPECT_EQ(platform::showBox(question()), BoxAnswer::No);
+    Box box = question();
+    box.preselected = BoxAnswer::Yes;
+    EXPECT_EQ(platform::showBox(box), BoxAnswer::Yes);
+    box.buttons = BoxButtons::Ok;
+    EXPECT_EQ(platform::showBox(box), BoxAnswer::Ok);
+}
+
+TEST(BoxScript, ATestCanActWhileTheBoxWouldBeUp) {
+    BoxScript boxes;
+    QString seen;
+    boxes.onBox = [&](const Box& box) {
+        seen = box.text;
+        EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "no real box under a test";
+        boxes.answers.append(BoxAnswer::Yes);
+    };
+    EXPECT_EQ(platform::showBox(question()), BoxAnswer::Yes);
+    EXPECT_EQ(seen, "Delete <b>it</b>?");
+}
+
+TEST(BoxScript, InputAndFileWithoutAnswerAreCancelled) {
+    BoxScript boxes;
+    boxes.inputs = {QString("5")};
+    boxes.files = {QString("/x/y.mdb")};
+    EXPECT_EQ(platform::inputBox("How many?", "Tarvello", "1"), QString("5"));
+    EXPECT_EQ(platform::inputBox("How many?", "Tarvello", "1"), std::nullopt);
+    EXPECT_EQ(platform::openFileDialog({"Find", "All|*.*", "/"}), QString("/x/y.mdb"));
+    EXPECT_EQ(platform::openFileDialog({"Find it", "All|*.*", "/"}), std::nullopt);
+    EXPECT_EQ(boxes.lastText(), "How many?");
+    ASSERT_EQ(boxes.fileQuestions.size(), 2);
+    EXPECT_EQ(boxes.fileQuestions[1].title, "Find it");
+}
+
+TEST(BoxScript, OnlyOneAtATime) {
+    const BoxScript boxes;
+    EXPECT_THROW(BoxScript(), std::logic_error);
+    Box notice;
+    EXPECT_EQ(platform::showBox(notice), BoxAnswer::Ok) << "the first one is still in charge";
+    EXPECT_EQ(boxes.asked.size(), 1);
+}
+
+TEST(MessageBox, ShowsItsTextAsItStands) {
+    whileUp<QMessageBox>([](QMessageBox& window) {
+        EXPECT_EQ(window.text(), "Delete <b>it</b>?");
+        EXPECT_EQ(window.textFormat(), Qt::PlainText);
+        EXPECT_EQ(window.windowTitle(), "Tarvello");
+        EXPECT_EQ(window.icon(), QMessageBox::Warning);
+        EXPECT_EQ(window.standardButtons(), QMessageBox::Yes | QMessageBox::No);
+    });
+    platform::showBox(question());
+}
+
+TEST(MessageBox, EnterPressesThePreselectedButton) {
+    for (const BoxAnswer preselected : {BoxAnswer::Yes, BoxAnswer::No}) {
+        whileUp<QMessageBox>([](QMessageBox& window) { QTest::keyClick(&window, Qt::Key_Return); });
+        Box box = question();
+        box.preselected = preselected;
+        EXPECT_EQ(platform::showBox(box), preselected);
+    }
+}
+
+TEST(MessageBox, GivesTheButtonPressed) {
+    const QList<std::pair<QMessageBox::StandardButton, BoxAnswer>> buttons = {
+        {QMessageBox::Yes, BoxAnswer::Yes},
+        {QMessageBox::No, BoxAnswer::No},
+        {QMessageBox::Cancel, BoxAnswer::Cancel}};
+    for (const auto& [button, answer] : buttons) {
+        whileUp<QMessageBox>([which = button](QMessageBox& window) {
+            QTest::mouseClick(window.button(which), Qt::LeftButton);
+        });
+        Box box = question();
+        box.buttons = BoxButtons::YesNoCancel;
+        EXPECT_EQ(platform::showBox(box), answer);
+    }
+}
+
+TEST(MessageBox, EscapeNeverMeansYes) {
+    whileUp<QMessageBox>([](QMessageBox& window) { QTest::keyClick(&window, Qt::Key_Escape); });
+    Box box = question();
+    box.preselected = BoxAnswer::Yes;
+    EXPECT_EQ(platform::showBox(box), BoxAnswer::No);
+}
+
+TEST(MessageBox, ThePointerIsOrdinaryWhileItIsUpAndComesBack) {
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    QApplication::setOverrideCursor(Qt::BusyCursor);
+    whileUp<QMessageBox>([](QMessageBox&) { EXPECT_EQ(QApplication::overrideCursor(), nullptr); });
+    platform::showBox(question());
+    ASSERT_NE(QApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::BusyCursor);
+    QApplication::restoreOverrideCursor();
+    ASSERT_NE(QApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    QApplication::restoreOverrideCursor();
+}
+
+TEST(MessageBox, BelongsToTheActiveWindow) {
+    QWidget window;
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    whileUp<QMessageBox>([&](QMessageBox& box) { EXPECT_EQ(box.parentWidget(), &window); });
+    platform::showBox(question());
+}
+
+TEST(InputBox, TakesTheTextOrNothing) {
+    whileUp<QInputDialog>([](QInputDialog& window) {
+        EXPECT_EQ(window.windowTitle(), "Tarvello");
+        EXPECT_EQ(window.textValue(), "1");
+        for (const QLabel* label : window.findChildren<QLabel*>())
+            EXPECT_EQ(label->textFormat(), Qt::PlainText);
+        QLineEdit* line = window.findChild<QLineEdit*>();
+        ASSERT_NE(line, nullptr);
+        line->selectAll();
+        QTest::keyClicks(line, "12");
+        QTest::keyClick(line, Qt::Key_Return);
+    });
+    EXPECT_EQ(platform::inputBox("<i>How many?</i>", "Tarvello", "1"), QString("12"));
+    whileUp<QInputDialog>([](QInputDialog& window) { window.reject(); });
+    EXPECT_EQ(platform::inputBox("How many?", "Tarvello", "1"), std::nullopt);
+}
+
+TEST(FileDialog, TakesPairsOfNamesAndPatterns) {
+    whileUp<QFileDialog>([](QFileDialog& window) {
+        EXPECT_EQ(window.windowTitle(), "Where is it?");
+        EXPECT_EQ(window.fileMode(), QFileDialog::ExistingFile);
+        EXPECT_EQ(window.nameFilters(),
+                  QStringList({"Databases (*.mdb *.bkp)", "Old (1999) files (*.old)", "All files (*)"}));
+    });
+    const QString filter = "Databases (*.mdb;*.bkp)|*.mdb;*.bkp|Old (1999) files|*.old|All files|*.*";
+    EXPECT_EQ(platform::openFileDialog({"Where is it?", filter, QDir::tempPath()}), std::nullopt);
+}
+
+TEST(FileDialog, GivesAnExistingFileWithItsPath) {
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("Tarvello.mdb"));
+    ASSERT_TRUE(file.open(QFile::WriteOnly));
+    file.close();
+    whileUp<QFileDialog>([&](QFileDialog& window) {
+        window.selectFile(file.fileName());
+        static_cast<QDialog&>(window).accept();
+    });
+    EXPECT_EQ(platform::openFileDialog({"", "All|*.*", folder.path()}),
+              QDir::toNativeSeparators(file.fileName()));
+}
+
+}  // namespace
