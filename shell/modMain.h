@@ -9,8 +9,8 @@ class QWidget;
 // The routines and variables that every window uses.
 
 // Program-wide variables, set by Main before any window opens.
-extern float KursKupovni;      // dinars for one euro
-extern bool CeneDinarske;      // prices are shown in dinars
+extern float KursKupovni;  // dinars for one euro
+extern bool CeneDinarske;  // prices are shown in dinars
 extern bool AskBeforeDelete;
 extern bool MakeProperCase;
 extern bool ShowTipsAtStartup;
@@ -18,13 +18,18 @@ extern bool ShowTipsAtRandom;
 
 // A text of the string table; an unknown number gives the empty text.
 QString LoadResString(int id);
-// The text with each placeholder replaced by its value, one occurrence after the other, always searching from the
-// start. A value must not hold its own placeholder.
+// The text with each placeholder replaced by its value, one occurrence after the other, always searching from
+// the start. A value that holds its own placeholder goes in once and stays as it is.
 QString GetResString(int id, const QList<std::pair<QString, QString>>& pairs = {});
-QString GetDAOErrors();  // "[number] description", one line an error, no break behind the last
+QString GetDAOErrors();             // "[number] description", one line an error, no break behind the last
 QString GetLocaleValue(int field);  // 14: the decimal separator; anything else: empty
+// Modes: 0 all capitals, 1 all small, 2 a capital first, 3 each word, 4 each sentence; any other: empty.
 QString ConvertCase(const QString& text, int mode);
+// A number written under any decimal separator: the first character that is no digit counts as one. 0 for
+// anything that is no number then.
 float LocaleSingle(const QString& text);
+// The stored rate under any decimal separator; writes it back with that of this machine. Throws
+// platform::RunError 13 where it is no number, 6 where it is too large.
 float ReadKursKupovni();
 QString FileNameOf(const QString& path);
 void TryKillFile(const QString& path);
@@ -32,15 +37,18 @@ bool LaunchAssociated(QWidget* owner, const QString& target);
 bool CheckHelpFile();
 void SetTopMost(QWidget* window, bool flag);
 
+// Scrambled: ScrambleChars(ScrambleOrder(plain, false)); plain again: ScrambleOrder(ScrambleChars(scrambled),
+// true).
 QString ScrambleOrder(const QString& text, bool flag);
 QString ScrambleChars(const QString& text);
 
-// The places of windows, as the settings hold them: left and top edge in twips with a semicolon between.
+// The places of windows, as the settings hold them: left and top edge in twips with a semicolon between. A
+// text that is no place, or a place on no screen of today, leaves the window where it is.
 void moveToPlace(QWidget* window, const QString& place);
 QString placeOf(const QWidget* window);
 
-// The help viewer's commands. The viewer itself is a window (shell/frmHelp); it puts itself in here, so that every
-// window can ask for a topic without knowing it.
+// The help viewer's commands. The viewer itself is a window (shell/frmHelp); it puts itself in here, so that
+// every window can ask for a topic without knowing it.
 enum HelpCommand { HELP_CONTEXT = 1, HELP_QUIT = 2, HELP_FINDER = 15, HELP_KEY = 261 };
 using HelpViewer = bool (*)(const QString& file, HelpCommand command, int context);
 void setHelpViewer(HelpViewer viewer);

@@ -4,7 +4,8 @@
 #include <QStringList>
 #include <span>
 
-// Every setting of the program, in one table: section, key, kind, default. Nothing else in the code spells a key.
+// Every setting of the program, in one table: section, key, kind, default. Nothing else in the code spells a
+// key.
 namespace settings {
 
 enum class Kind { Text, Boolean, Integer, Number, Place, PlaceAndSize, List, SortState, Scrambled };
@@ -17,14 +18,14 @@ struct Setting {
 };
 
 // The rows, by name. (The table itself stands in settings.cpp; `all` walks it.)
-extern const Setting DatabasePath, HelpFilePath, ProperlyClosed, CeneDinarske, AskBeforeDelete, MakeProperCase,
-    ShowTipsAtStartup, ShowTipsAtRandom, KursKupovni, MainPosition, ToolbarVisible, StatusbarVisible, LVWSorted,
-    LVWSortField, LVWSortOrder, LVWColumnWidths, LVWColumnPositions, IncludeClients, IncludeComputers,
-    IncludeServices, ShowOnlySelectedClient, ShowOnlySelectedComputer, ShowOnlySelectedService, PrintBirthDetails,
-    PrintPIDCardDetails, PrintAddressDetails, PrintContactDetails, PrintClientComments, PrintMemoryDetails,
-    PrintStorageDetails, PrintPheriperalDetails, PrintOSDetails, PrintComputerComments, AlwaysCreateBackupDB,
-    ShowFilterStatistics, DefaultGST, DueDateDiff, DetailsPosition, ReportOptionsPosition, LegendPosition,
-    OptionsPosition, KonfigInputWindowData;
+extern const Setting DatabasePath, HelpFilePath, ProperlyClosed, CeneDinarske, AskBeforeDelete,
+    MakeProperCase, ShowTipsAtStartup, ShowTipsAtRandom, KursKupovni, MainPosition, ToolbarVisible,
+    StatusbarVisible, LVWSorted, LVWSortField, LVWSortOrder, LVWColumnWidths, LVWColumnPositions,
+    IncludeClients, IncludeComputers, IncludeServices, ShowOnlySelectedClient, ShowOnlySelectedComputer,
+    ShowOnlySelectedService, PrintBirthDetails, PrintPIDCardDetails, PrintAddressDetails, PrintContactDetails,
+    PrintClientComments, PrintMemoryDetails, PrintStorageDetails, PrintPheriperalDetails, PrintOSDetails,
+    PrintComputerComments, AlwaysCreateBackupDB, ShowFilterStatistics, DefaultGST, DueDateDiff,
+    DetailsPosition, ReportOptionsPosition, LegendPosition, OptionsPosition, KonfigInputWindowData;
 std::span<const Setting> all();  // these and the other windows' sections
 
 // Typed reading and writing. A missing or unreadable key gives the default; a boolean reads "1", "0", "True",
@@ -37,6 +38,10 @@ void setText(const Setting& setting, const QString& value);
 void setBoolean(const Setting& setting, bool value);  // "True" or "False"
 void setInteger(const Setting& setting, int value);
 void setScrambled(const Setting& setting, const QString& plain);
+
+// Throws platform::RunError where the store cannot be read at all. The typed readings above never do: they
+// give the defaults, so that a shop with a broken settings file can still open its records.
+void requireReadable();
 
 // A row of the table by section and key; throws std::out_of_range for one that is not there.
 const Setting& find(const QString& section, const QString& key);

@@ -1,0 +1,39 @@
+#include "shell/Main.h"
+
+#include "data/session.h"
+#include "platform/controls/boxes.h"
+#include "records/frmDetails.h"
+#include "records/frmMain.h"
+#include "shell/frmSplash.h"
+#include "shell/modMain.h"
+#include "shell/settings.h"
+
+std::unique_ptr<frmMain> Main(const std::function<void(frmMain&)>& prepare) {
+    CheckHelpFile();  // without its help file the program runs on
+    KursKupovni = ReadKursKupovni();
+    CeneDinarske = settings::boolean(settings::CeneDinarske);
+    AskBeforeDelete = settings::boolean(settings::AskBeforeDelete);
+    MakeProperCase = settings::boolean(settings::MakeProperCase);
+    ShowTipsAtStartup = settings::boolean(settings::ShowTipsAtStartup);
+    ShowTipsAtRandom = settings::boolean(settings::ShowTipsAtRandom);
+
+    auto splash = std::make_unique<frmSplash>();
+    splash->show();
+    splash->repaint();
+
+    QString errorText;
+    if (!CheckDatabase(errorText)) {
+        platform::showBox(
+            {QStringLiteral("Error(s) encountered while accessing the client's database.\n") + errorText,
+             GetResString(1), platform::BoxIcon::Critical},
+            splash.get());
+        return nullptr;
+    }
+    auto window = std::make_unique<frmMain>();
+    window->setSplash(std::move(splash));
+    if (prepare)
+        prepare(*window);
+    if (!window->Display())
+        return nullptr;
+    return window;
+}

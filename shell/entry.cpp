@@ -1,0 +1,24 @@
+#include <QApplication>
+#include <QIcon>
+
+#include "platform/controls/pictures.h"
+#include "records/frmMain.h"
+#include "shell/Main.h"
+#include "shell/frmHelp.h"
+
+// The database was found and the window stands: then the program runs until the window is closed, whatever
+// else may still be open, the splash picture included.
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Tarvello"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Tarvello"));
+    QApplication::setWindowIcon(platform::icon(QStringLiteral("Tarvello")));
+    QApplication::setQuitOnLastWindowClosed(false);
+    installHelpViewer();
+    const std::unique_ptr<frmMain> window = Main();
+    if (!window)
+        return 1;
+    QObject::connect(window.get(), &frmMain::unloaded, &application, &QCoreApplication::quit,
+                     Qt::QueuedConnection);
+    return QApplication::exec();
+}

@@ -1,0 +1,116 @@
+#include "shell/frmHelp_text.h"
+
+#include <QBuffer>
+#include <QImageReader>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextTable>
+
+namespace {
+
+constexpr double kMargin = 18;
+
+// Drawn as much larger as the font is than the usual one, and as sharp as the screen can.
+QImage pictureOf(const QByteArray& content, double enlarged, double pixelRatio) {
+    QBuffer buffer;
+    buffer.setData(content);
+    QImageReader reader(&buffer);
+    reader.setScaledSize(reader.size() * enlarged * pixelRatio);
+    QImage image = reader.read();
+    image.setDevicePixelRatio(pixelRatio);
+    return image;
+}
+
+QTextBlockFormat headingFormat(int level) {
+    QTextBlockFormat format;
+    format.setTopMargin(level == 1 ? 0 : kMargin);
+    format.setBottomMargin(level == 1 ? kMargin / 2 : kMargin / 4);
+    return format;
+}
+
+}  // namespace
+
+HelpText::HelpText(QWidget* parent) : QTextBrowser(parent) {
+    setOpenLinks(false);
+    document()->setDocumentMargin(kMargin);
+    QFont larger = font();
+    larger.setPointSizeF(larger.pointSizeF() * 1.1);
+    setFont(larger);
+}
+
+QVariant HelpText::loadResource(int type, const QUrl& name) {
+    const auto found = pictures_.constFind(name.toString());
+    return found == pictures_.constEnd() ? QTextBrowser::loadResource(type, name) : QVariant(*found);
+}
+
+void HelpText::showPage(const HelpBook& book, const HelpPage& page) {
+    constexpr double kUsualHeight = 16;
+    const double enlarged = qMax(1.0, fontMetrics().height() / kUsualHeight);
+    pictures_.clear();
+    for (const QString& name : book.picturesShown()) {
+        pictures_.insert(name, pictureOf(book.picture(name), enlarged, devicePixelRatioF()));
+    }
+    document()->setMarkdown(QStringLiteral("# %1\n\n").arg(page.title) + page.plainMarkdown(),
+                            QTextDocument::MarkdownDialectGitHub);
+    dressHeadings(QStringList{{}} + page.headingAnchors());
+    dressTables();
+    moveCursor(QTextCursor::Start);
+}
+
+void HelpText::dressHeadings(const QStringList& anchors) {
+    qsizetype heading = 0;
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        const int level = block.blockFormat().headingLevel();
+        if (level == 0) {
+            continue;
+        }
+        QTextCursor cursor(block);
+        cursor.mergeBlockFormat(headingFormat(level));
+        cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+        if (const QString anchor = anchors.value(heading++); !anchor.isEmpty()) {
+            QTextCharFormat format;
+            format.setAnchor(true);
+            format.setAnchorNames({anchor});
+            cursor.mergeCharFormat(format);
+        }
+    }
+}
+
+void HelpText::dressTables() {
+    for (QTextFrame* frame : document()->rootFrame()->childFrames()) {
+        if (auto* table = qobject_cast<QTextTable*>(frame)) {
+            QTextTableFormat format = table->format();
+            format.setBorderCollapse(true);
+            format.setBorder(1);
+            format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
+            format.setBorderBrush(palette().mid());
+            format.setCellPadding(5);
+            format.setCellSpacing(0);
+            format.setTopMargin(kMargin / 3);
+            format.setBottomMargin(kMargin / 2);
+            table->setFormat(format);
+        }
+    }
+}
+
+void HelpText::goTo(const QString& anchor) {
+    setExtraSelections({});
+    if (anchor.isEmpty()) {
+        verticalScrollBar()->setValue(0);
+        return;
+    }
+    scrollToAnchor(anchor);
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        const QTextBlock::iterator piece = block.begin();
+        if (!piece.atEnd() && piece.fragment().charFormat().anchorNames().contains(anchor)) {
+            ExtraSelection mark;
+            mark.cursor = QTextCursor(block);
+            QColor colour = palette().color(QPalette::Highlight);
+            colour.setAlphaF(0.18F);
+            mark.format.setBackground(colour);
+            mark.format.setProperty(QTextFormat::FullWidthSelection, true);
+            setExtraSelections({mark});
+        }
+    }
+}
