@@ -7,8 +7,8 @@
 // Each returns false on failure and leaves the reason in errorText; the caller shows it.
 
 QString BuildDatabasePassword();
-QString databasePath();                     // the setting, or the program folder's file
-QString connectText();                      // ";pwd=" and the password
+QString databasePath();  // the setting, or the program folder's file
+QString connectText();   // ";pwd=" and the password
 bool CheckDatabase(QString& errorText);
 bool RepairAndCompactDatabase(QString& errorText, bool withPassword);
 bool UseBackupDatabase(QString& errorText, bool silent);

@@ -1,0 +1,319 @@
+#include "data/session.h"
+
+#include <QFile>
+#include <QFileDevice>
+#include <QFileInfo>
+#include <array>
+#include <optional>
+
+#include "data/database_file.h"
+#include "platform/controls/boxes.h"
+#include "platform/dao/dao.h"
+#include "platform/system/files.h"
+#include "platform/system/trap.h"
+#include "shell/modMain.h"
+#include "shell/settings.h"
+
+namespace {
+
+using platform::BoxAnswer;
+using platform::BoxButtons;
+using platform::BoxIcon;
+using platform::Trap;
+
+constexpr char kDatabaseName[] = "Tarvello.mdb";
+
+// The backup stays with the workstation, also when the database lies on another machine.
+QString inProgramFolder(const char* name) {
+    return platform::nativePath(platform::programFolder() + QLatin1Char('\\') + QLatin1String(name));
+}
+QString backupPath() {
+    return inProgramFolder("Tarvello.bkp");
+}
+QString temporaryPath() {
+    return inProgramFolder("Tarvello.$$1");
+}
+
+QString lines(const QString& first, const QString& second) {
+    return first + QLatin1Char('\n') + second;
+}
+
+bool askYesNo(const QString& text) {
+    return platform::showBox({text, GetResString(1), BoxIcon::Exclamation, BoxButtons::YesNo}) ==
+           BoxAnswer::Yes;
+}
+
+void notice(const QString& text) {
+    platform::showBox({text, GetResString(1), BoxIcon::Exclamation, BoxButtons::Ok});
+}
+
+bool fail(QString& errorText, const QString& reason) {
+    errorText = reason;
+    return false;
+}
+
+// ----- CheckDatabase
+
+enum class Found { File, Backup, Nothing };
+
+std::optional<QString> askForDatabase() {
+    const auto chosen = platform::openFileDialog(
+        {GetResString(110),
+         QStringLiteral("Microsoft Access Baze Podataka (*.mdb)|*.mdb|Svi Fajlovi (*.*)|*.*"),
+         platform::nativePath(platform::programFolder())});
+    return chosen ? std::optional<QString>(chosen->trimmed()) : std::nullopt;
+}
+
+Found takeBackupInstead(QString& errorText) {
+    if (!askYesNo(GetResString(1012))) {
+        errorText = GetResString(1013);
+        return Found::Nothing;
+    }
+    QString reason;
+    if (!UseBackupDatabase(reason, true)) {
+        errorText = GetResString(1014) + QStringLiteral("\n\n") + reason;
+        return Found::Nothing;
+    }
+    return Found::Backup;
+}
+
+Found locateDatabase(QString& path, QString& errorText) {
+    for (;;) {
+        if (platform::fileExists(path)) {
+            if (FileNameOf(path).compare(QLatin1String(kDatabaseName), Qt::CaseInsensitive) == 0) {
+                return Found::File;
+            }
+            notice(GetResString(112));
+        }
+        const auto chosen = askForDatabase();
+        if (!chosen) {
+            return takeBackupInstead(errorText);
+        }
+        path = platform::nativePath(*chosen);
+    }
+}
+
+void tryOpening(Trap& step, const QString& path) {
+    step([&] {
+        dao::DBEngine::Workspaces(0)
+            .OpenDatabase(path.toStdString(), false, false, connectText().toStdString())
+            .Close();
+    });
+}
+
+// Whatever keeps the file from opening counts as damage here: a repair tells the cases apart soon enough.
+bool proveDatabase(const QString& path, QString& errorText) {
+    for (bool repaired = false;; repaired = true) {
+        Trap opening;
+        tryOpening(opening, path);
+        if (!opening.failed()) {
+            return true;
+        }
+        if (repaired) {
+            return fail(errorText, lines(GetResString(1017), GetDAOErrors()));
+        }
+        notice(GetResString(1016));
+        QString reason;
+        if (RepairAndCompactDatabase(reason, true)) {
+            return true;
+        }
+        if (!askYesNo(GetResString(1015, {{QStringLiteral("%1"), reason}}))) {
+            return fail(errorText, GetResString(1013));
+        }
+        if (!UseBackupDatabase(reason, true)) {
+            return fail(errorText, GetResString(1014) + QStringLiteral("\n\n") + reason);
+        }
+    }
+}
+
+// ----- the work queries
+
+constexpr std::array<const char*, 3> kWorkQueries{"QDCustomers", "QDComputers", "QDServices"};
+constexpr std::array<const char*, 3> kWorkTables{"Customers", "Computers", "Services"};
+
+std::string workQueryName(std::size_t which, int suffix) {
+    return kWorkQueries[which] + std::to_string(suffix);
+}
+
+// Between our look and our writing another workstation may close and take its queries away: what counts is
+// what is there when we write.
+void resetOrCreate(dao::Database& database, const std::string& name, const std::string& text) {
+    Trap resetting;
+    resetting([&] { database.QueryDefs()[name].setSQL(text); });
+    if (resetting.number() == dao::errItemNotFound) {
+        database.CreateQueryDef(name, text);
+    } else if (resetting.failed()) {
+        throw dao::Error(resetting.number(), resetting.description().toStdString());
+    }
+}
+
+}  // namespace
+
+QString BuildDatabasePassword() {
+    constexpr std::array<int, 12> kTable{142, 199, 177, 143, 201, 130, 167, 191, 131, 160, 147, 192};
+    QString text;
+    for (std::size_t i = 1; i <= kTable.size(); ++i) {
+        text += QChar(static_cast<char16_t>(256 - static_cast<int>(i) - kTable[i - 1]));
+    }
+    return ScrambleOrder(text, true);
+}
+
+QString databasePath() {
+    return platform::nativePath(settings::text(settings::DatabasePath));
+}
+
+QString connectText() {
+    return QStringLiteral(";pwd=") + BuildDatabasePassword();
+}
+
+bool CheckDatabase(QString& errorText) {
+    errorText.clear();
+    QString path = databasePath();
+    switch (locateDatabase(path, errorText)) {
+        case Found::Nothing:
+            return false;
+        case Found::Backup:
+            path = databasePath();
+            break;
+        case Found::File: {
+            // Settings that cannot be written are reported when the program saves its own; today's work goes
+            // on.
+            Trap saving;
+            saving([&] { settings::setText(settings::DatabasePath, path); });
+            break;
+        }
+    }
+    return proveDatabase(path, errorText);
+}
+
+bool RepairAndCompactDatabase(QString& errorText, bool withPassword) {
+    errorText.clear();
+    const QString path = databasePath();
+    const QString temporary = temporaryPath();
+    if (!platform::fileExists(path)) {
+        return fail(errorText, GetResString(1025, {{QStringLiteral("%1"), path}}));
+    }
+    data::removeDatabaseFiles(temporary);
+
+    const std::string from = path.toStdString();
+    const std::string connect = withPassword ? connectText().toStdString() : std::string();
+    // Nobody may come in between the copy and the exchange: what he wrote would be gone.
+    std::optional<data::SoleUse> sole;
+    Trap engine;
+    engine([&] {
+        sole.emplace(path);
+        dao::DBEngine::RepairDatabase(from, connect);
+        dao::DBEngine::CompactDatabase(from, temporary.toStdString(), connect);
+    });
+    if (engine.failed()) {
+        return fail(errorText, lines(GetResString(1027), GetDAOErrors()));
+    }
+
+    const QFileDevice::Permissions permissions = QFile::permissions(path);
+    Trap files;
+    files([&] {
+        dao::DBEngine::DeleteDatabase(from);
+        platform::renameFile(temporary, path);
+        QFile::setPermissions(path, permissions);
+    });
+    if (files.failed()) {
+        return fail(errorText, lines(GetResString(1026), files.line()));
+    }
+    return true;
+}
+
+bool UseBackupDatabase(QString& errorText, bool silent) {
+    errorText.clear();
+    const QString path = databasePath();
+    const QString backup = backupPath();
+    const QString temporary = temporaryPath();
+    if (!platform::fileExists(backup)) {
+        return fail(errorText, GetResString(1035, {{QStringLiteral("%1"), backup}}));
+    }
+    if (!silent && !askYesNo(GetResString(1036))) {
+        return false;
+    }
+    data::removeDatabaseFiles(temporary);
+    Trap saving;  // the database may well be unreadable, or not there at all
+    saving([&] { dao::DBEngine::CopyDatabase(path.toStdString(), temporary.toStdString()); });
+
+    bool taken = false;
+    Trap reverting;
+    reverting([&] {
+        const data::SoleUse sole(path);
+        const QFileDevice::Permissions permissions =
+            platform::fileExists(path) ? QFile::permissions(path) : QFile::permissions(backup);
+        data::setDatabaseAside(path, temporary);
+        taken = true;
+        platform::copyFile(backup, path);
+        QFile::setPermissions(path, permissions | QFileDevice::WriteOwner);
+    });
+    if (reverting.failed()) {
+        if (taken) {
+            Trap puttingBack;
+            puttingBack([&] { data::renameDatabaseFiles(temporary, path); });
+        } else {
+            data::removeDatabaseFiles(temporary);
+        }
+        return fail(errorText, lines(GetResString(1037), reverting.line()));
+    }
+    data::removeDatabaseFiles(temporary);
+    return true;
+}
+
+bool BackupDatabase(QString& errorText) {
+    errorText.clear();
+    const QString path = databasePath();
+    const QString backup = backupPath();
+    const QString temporary = temporaryPath();
+    if (!platform::fileExists(path)) {
+        return fail(errorText, GetResString(1001, {{QStringLiteral("%1"), path}}));
+    }
+    data::removeDatabaseFiles(temporary);
+    const bool saved = platform::fileExists(backup);
+    if (saved) {
+        Trap saving;
+        saving([&] { platform::copyFile(backup, temporary); });
+        if (saving.failed()) {
+            return fail(errorText, lines(GetResString(1002), saving.line()));
+        }
+    }
+    // The copy takes the old backup's place in one step when it is whole. Deleting the old one first would
+    // leave a shop without any backup if the power went just then.
+    Trap copying;
+    copying([&] { dao::DBEngine::CopyDatabase(path.toStdString(), backup.toStdString()); });
+    if (copying.failed()) {
+        if (saved) {
+            Trap restoring;
+            restoring([&] { platform::copyFile(temporary, backup); });
+        }
+        return fail(errorText,
+                    QStringLiteral(
+                        "Database is opened in multiuser environment and at least one user is on line thus "
+                        "it is impossible to create backup database."));
+    }
+    data::removeDatabaseFiles(temporary);
+    return true;
+}
+
+int CreateWorkQueries(dao::Database& database) {
+    const int suffix = (database.QueryDefs().Count() + 1) / 3;  // a third, to the nearest whole
+    for (std::size_t i = 0; i < kWorkQueries.size(); ++i) {
+        resetOrCreate(database, workQueryName(i, suffix), std::string("SELECT * FROM ") + kWorkTables[i]);
+    }
+    return suffix;
+}
+
+void DropWorkQueries(dao::Database& database, int querySuffix) {
+    std::optional<dao::Error> first;
+    for (std::size_t i = 0; i < kWorkQueries.size(); ++i) {
+        try {
+            database.QueryDefs().Delete(workQueryName(i, querySuffix));
+        } catch (const dao::Error& e) {
+            first = first ? first : e;
+        }
+    }
+    if (first) {
+        throw *first;
+    }
+}
