@@ -1,0 +1,190 @@
+#include "records/frmMain.h"
+
+#include <QCloseEvent>
+#include <QDate>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QStackedWidget>
+#include <chrono>
+
+#include "platform/system/trap.h"
+#include "records/frmDetails.h"
+#include "shell/frmSplash.h"
+#include "shell/modMain.h"
+
+using platform::BoxIcon;
+
+namespace {
+
+// The pointer that tells the user to wait, for as long as the window is being built.
+class Hourglass {
+ public:
+    Hourglass() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~Hourglass() { QGuiApplication::restoreOverrideCursor(); }
+    Hourglass(const Hourglass&) = delete;
+    Hourglass& operator=(const Hourglass&) = delete;
+};
+
+constexpr int kUsualWidth = 980;  // logical pixels
+
+qint64 steadyMilliseconds() {
+    using namespace std::chrono;
+    return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
+}
+
+}  // namespace
+
+frmMain::frmMain(QWidget* parent) : QMainWindow(parent), GetTickCount(steadyMilliseconds) {
+    setObjectName(QStringLiteral("frmMain"));
+    setContextMenuPolicy(Qt::NoContextMenu);
+    for (platform::DataControl*& control : Data1)
+        control = new platform::DataControl(this);
+    buildPanes();
+    bindFields();
+    connectFields();
+    connectServiceList();
+}
+
+frmMain::~frmMain() = default;
+
+void frmMain::setSplash(std::unique_ptr<frmSplash> splash) {
+    splash_ = std::move(splash);
+    if (splash_)
+        splash_->setCloseCallback([this] { DistroySplashForm(); });
+}
+
+void frmMain::DistroySplashForm() {
+    if (!splash_)
+        return;
+    splash_->hide();
+    // The splash window's own timer may be what asks for this, so it must outlive the call.
+    splash_.release()->deleteLater();
+}
+
+platform::BoxAnswer frmMain::box(const QString& text, BoxIcon icon, platform::BoxButtons buttons,
+                                 platform::BoxAnswer preselected) {
+    return platform::showBox({text, GetResString(1), icon, buttons, preselected}, this);
+}
+
+bool frmMain::runStep(StepRoutine routine) {
+    QString errorText;
+    if ((this->*routine)(errorText))
+        return true;
+    box(errorText, BoxIcon::Critical);
+    if (splash_)
+        splash_->repaint();
+    return false;
+}
+
+bool frmMain::failDisplay(const QString& errorText) {
+    box(errorText, BoxIcon::Critical);
+    DistroySplashForm();
+    unload();
+    return false;
+}
+
+bool frmMain::Display() {
+    const qint64 startTick = GetTickCount();
+    QString errorText;
+    {
+        const Hourglass pointer;
+        LoadSettings();
+        runStep(&frmMain::CreateToolbarImages);
+        runStep(&frmMain::CreateTabImages);
+        runStep(&frmMain::CreateColumnImages);
+        if (!CreateTabs(errorText))
+            return failDisplay(errorText);
+        for (platform::DateField* date : DTPicker1)
+            date->setValue(QDate::currentDate());
+        if (!InitServiceListView(errorText))
+            return failDisplay(errorText);
+        showSortIcon();
+        setWindowTitle(GetResString(1));
+        runStep(&frmMain::CreateMenus);
+        if (runStep(&frmMain::CreateStatusBar))
+            SetStatusText(QStringLiteral("Ready"), true);
+        runStep(&frmMain::CreateToolbar);
+        panes_->setCurrentIndex(0);
+        bool ok = false;
+        OpenDataControls(errorText, ok);
+        if (!ok)
+            return failDisplay(errorText);
+        FillClientCombo();
+        FillComputerCombo();
+        setTabCaption(2, GetResString(102));
+        FillServiceList({});
+        UpdateServiceButtons();
+        ServiceEditor = std::make_unique<frmDetails>(this);
+        settleSplash(startTick);
+        resize(qMin(screen()->availableSize().width(), qMax(kUsualWidth, sizeHint().width())), height());
+        ArrangeControls();
+        show();
+    }
+    return true;
+}
+
+// The picture stays for seven seconds in all, however much of that time the building took.
+void frmMain::settleSplash(qint64 startTick) {
+    if (!splash_)
+        return;
+    const qint64 elapsed = GetTickCount() - startTick;
+    if (elapsed >= kSplashTime) {
+        DistroySplashForm();
+        return;
+    }
+    SetTopMost(splash_.get(), true);
+    splash_->repaint();
+    splash_->setTimerInterval(static_cast<int>(kSplashTime - elapsed));
+}
+
+// The order of the list that was in force when the program was last closed. What the settings hold goes into
+// a statement, and a word in it that is no column would send a sound database to repair.
+void frmMain::showSortIcon() {
+    LVWSortOrder = LVWSortOrder == QLatin1String("ASC") ? QStringLiteral("ASC") : QStringLiteral("DESC");
+    const int column = ListView1->columnOf(LVWSortField);
+    if (column == 0) {
+        LVWSorted = false;
+        LVWSortField = QStringLiteral("ServiceStarted");
+        LVWSortOrder = QStringLiteral("ASC");
+    }
+    if (!LVWSorted)
+        return;
+    ListView1->setColumnImages(columnImages_);
+    ListView1->setColumnIcon(
+        column, LVWSortOrder == QLatin1String("ASC") ? QStringLiteral("SortUp") : QStringLiteral("SortDown"));
+}
+
+void frmMain::unload() {
+    close();
+    unloadHandler();  // a window that was never shown gets no close event on every platform
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    unloadHandler();
+    event->accept();
+}
+
+void frmMain::unloadHandler() {
+    if (unloaded_)
+        return;
+    unloaded_ = true;
+    platform::Trap step;
+    step([&] {
+        bool ok = false;
+        CloseDatabases(ok);
+    });
+    ServiceEditor.reset();
+    SaveSettings();
+    step([&] { WinHelp(helpFile(), HELP_QUIT); });
+    step.clear();
+    DistroySplashForm();
+    emit unloaded();
+}
+
+bool frmMain::event(QEvent* event) {
+    if (event->type() == QEvent::WindowActivate && !activated_) {
+        activated_ = true;
+        ArrangeControls();
+    }
+    return QMainWindow::event(event);
+}

@@ -1,0 +1,306 @@
+// What the commands do, and when they may be given.
+
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
+#include <QResizeEvent>
+#include <QScreen>
+#include <QToolBar>
+
+#include "platform/system/launch.h"
+#include "records/commands.h"
+#include "records/frmMain.h"
+#include "shell/frmSplash.h"
+#include "shell/modMain.h"
+
+using platform::BoxIcon;
+
+namespace {
+
+const QString kTextPanel = QStringLiteral("Text");
+const QString kTimePanel = QStringLiteral("Time");
+const QString kFilterPanel = QStringLiteral("Filter");
+
+constexpr const char* kFilterCaptions[] = {
+    "FILTER: Finished but not paid services",
+    "FILTER: Not finished and not paid services",
+    "FILTER: Not finished but paid services",
+    "FILTER: Not finished and not paid services with due date",
+    "FILTER: Not finished but paid services with due date",
+};
+constexpr int kFirstFilterPosition = 2;  // in mnuQuickSearch
+
+}  // namespace
+
+void frmMain::unknownIndex(const char* handler, int index) {
+    box(QStringLiteral("Unknown index: %1(%2)").arg(QLatin1String(handler)).arg(index), BoxIcon::Exclamation);
+}
+
+void frmMain::mnuDatabase_Click(int index) {
+    bool ok = false;
+    switch (index) {
+        case 0:
+            return AddNewRecord();
+        case 1:
+            return EditService(1);
+        case 3:
+            return DeleteRecord(CurrentStage - 1);
+        case 5:
+            return SaveRecord(CurrentStage, ok);
+        case 7:
+            box(GetResString(166), BoxIcon::Information);
+            return;
+        case 8:
+        case 10:
+            return;  // their sub-menus act
+        case 12:
+            return unload();
+        default:
+            return unknownIndex("mnuDatabase_Click", index);
+    }
+}
+
+void frmMain::mnuQuickSearch_Click(int index) {
+    if (!isNotYet(QStringLiteral("mnuQuickSearch(%1)").arg(index)))
+        unknownIndex("mnuQuickSearch_Click", index);
+}
+
+void frmMain::mnuUtilities_Click(int index) {
+    if (isNotYet(QStringLiteral("mnuUtilities(%1)").arg(index)))
+        return;
+    if (index != 3 && index != 4)
+        return unknownIndex("mnuUtilities_Click", index);
+    QString errorText;
+    bool ok = false;
+    if (index == 4) {
+        CompactOpenDatabase(errorText, ok);
+        if (ok || errorText.isEmpty())
+            return;
+        box(QStringLiteral(
+                "Database is opened in multiuser environment and at least one user is on line thus it is "
+                "impossible to compact database. Application will try to restart the database."),
+            BoxIcon::Exclamation);
+        errorText.clear();
+    }
+    RestartDatabase(errorText, ok);
+    if (ok || errorText.isEmpty())
+        return;
+    box(QStringLiteral("Restarting database has failed.\n\n%1\n\nAplication will terminate.").arg(errorText),
+        BoxIcon::Critical);
+    unload();
+}
+
+void frmMain::mnuView_Click(int index) {
+    if (isNotYet(QStringLiteral("mnuView(%1)").arg(index)))
+        return;
+    if (index != 0 && index != 1)
+        return unknownIndex("mnuView_Click", index);
+    QWidget* bar = index == 0 ? static_cast<QWidget*>(Toolbar1) : StatusBar1;
+    if (bar == nullptr)
+        return;
+    bool& wanted = index == 0 ? ToolbarVisible : StatusbarVisible;
+    wanted = bar->isHidden();
+    bar->setVisible(wanted);
+    updateViewMenu();
+    ArrangeControls();
+}
+
+void frmMain::mnuHelp_Click(int index) {
+    if (isNotYet(QStringLiteral("mnuHelp(%1)").arg(index)))
+        return;
+    switch (index) {
+        case 0:
+            if (CheckHelpFile())
+                WinHelp(helpFile(), HELP_FINDER);
+            return;
+        case 1:
+            if (CheckHelpFile())
+                WinHelp(helpFile(), HELP_KEY);
+            return;
+        case 5:
+            return showAbout();
+        default:
+            return unknownIndex("mnuHelp_Click", index);
+    }
+}
+
+void frmMain::showAbout() {
+    auto* about = new frmSplash(this);
+    about->OpenedAsAbout = true;
+    about->setAttribute(Qt::WA_DeleteOnClose);
+    about->setCloseCallback([about] { about->close(); });
+    about->setWindowModality(Qt::ApplicationModal);
+    about->show();
+}
+
+void frmMain::mnuPopup_Click(int index) {
+    if (isNotYet(QStringLiteral("mnuPopup(%1)").arg(index)))
+        return;
+    switch (index) {
+        case 2:
+            return EditService(1);
+        case 3:
+            return EditService(0);
+        case 5:
+            return DeleteRecord(CurrentStage - 1);
+        default:
+            return unknownIndex("mnuPopup_Click", index);
+    }
+}
+
+void frmMain::toolbarClick(const QString& key) {
+    bool ok = false;
+    if (key == QLatin1String("NewRecord"))
+        AddNewRecord();
+    else if (key == QLatin1String("EditRecord"))
+        EditService(1);
+    else if (key == QLatin1String("DeleteRecord"))
+        DeleteRecord(CurrentStage - 1);
+    else if (key == QLatin1String("SaveRecord"))
+        SaveRecord(CurrentStage, ok);
+    else if (key == QLatin1String("ApplyFilter"))
+        box(QStringLiteral(
+                "Press a little down arrow on the very righ of this button to select a filter to apply."),
+            BoxIcon::Information);
+    else if (key == QLatin1String("RemoveFilter"))
+        setButtonEnabled(key, false);
+    else if (key == QLatin1String("Help"))
+        mnuHelp_Click(0);
+}
+
+void frmMain::SetStatusText(const QString& text, bool sticky) {
+    if (sticky)
+        stickyText_ = text;
+    if (StatusBar1 == nullptr)
+        return;
+    const QString shown = text.isEmpty() ? stickyText_ : text;
+    if (shown != StatusBar1->panelText(kTextPanel))
+        StatusBar1->setPanelText(kTextPanel, shown);
+}
+
+QString frmMain::statusText() const {
+    return StatusBar1 == nullptr ? QString() : StatusBar1->panelText(kTextPanel);
+}
+
+void frmMain::statusPanelDoubleClicked(const QString& key) {
+    if (key == kTimePanel && !platform::openDateTimePanel())
+        box(GetResString(162), BoxIcon::Exclamation);
+}
+
+void frmMain::ShowFilterCaption(int number, bool remove) {
+    if (StatusBar1 == nullptr)
+        return;
+    if (remove) {
+        if (StatusBar1->firstPanelKey() == kFilterPanel)
+            StatusBar1->removePanel(kFilterPanel);
+        return;
+    }
+    if (number < 0 || number >= static_cast<int>(std::size(kFilterCaptions)))
+        return;
+    if (StatusBar1->firstPanelKey() != kFilterPanel)
+        StatusBar1->addPanel(kFilterPanel, platform::StatusBar::AutoSize::Contents, 1);
+    StatusBar1->setPanelText(kFilterPanel, QLatin1String(kFilterCaptions[number]));
+}
+
+// --- When a command may be given.
+
+void frmMain::UpdateToolbarState() {
+    const bool clients = Combo1[0]->entryCount() > 0;
+    const bool computers = Combo1[1]->entryCount() > 0;
+    const bool listed = ListView1->count() > 0;
+    const struct {
+        bool add, remove, save;
+    } rules[] = {
+        {true, clients, StageDirty[0]}, {clients, computers, StageDirty[1]}, {computers, listed, false}};
+    const auto& rule = rules[CurrentStage - 1];
+    setButtonEnabled(QStringLiteral("NewRecord"), rule.add);
+    setButtonEnabled(QStringLiteral("DeleteRecord"), rule.remove);
+    setButtonEnabled(QStringLiteral("SaveRecord"), rule.save);
+    setButtonEnabled(QStringLiteral("ViewReport"), clients);
+}
+
+void frmMain::UpdateServiceButtons() {
+    const bool usable = CurrentStage == 3 && ListView1->count() > 0;
+    for (const char* key : {"PriceList", "Invoice", "Quotation", "EditRecord"})
+        setButtonEnabled(QLatin1String(key), usable);
+}
+
+void frmMain::updateDatabaseMenu() {
+    const bool client = Combo1[0]->currentIndex() != -1;
+    const bool computer = Combo1[1]->currentIndex() != -1;
+    const bool listed = ListView1->count() > 0;
+    const struct {
+        bool add, edit, remove, save, documents;
+    } rules[] = {{true, false, client, StageDirty[0], false},
+                 {client, false, computer, StageDirty[1], false},
+                 {computer, computer && listed, listed, false, listed}};
+    const auto& rule = rules[CurrentStage - 1];
+    setEnabled(mnuDatabase.at(0), rule.add);
+    setEnabled(mnuDatabase.at(1), rule.edit);
+    setEnabled(mnuDatabase.at(3), rule.remove);
+    setEnabled(mnuDatabase.at(5), rule.save);
+    setEnabled(mnuDatabase.at(7), client);
+    setEnabled(mnuDatabase.at(8), client);
+    setEnabled(mnuUtilities.at(0), rule.documents);
+    setEnabled(mnuUtilities.at(1), rule.documents);
+    for (QAction* filter : mnuQuickSearch.mid(kFirstFilterPosition))
+        filter->setChecked(false);
+    setEnabled(mnuQuickSearch.at(0), ActiveFilter != -1);
+    if (ActiveFilter != -1)
+        mnuQuickSearch.at(ActiveFilter + kFirstFilterPosition)->setChecked(true);
+}
+
+void frmMain::updateViewMenu() {
+    const bool client = Combo1[0]->currentIndex() != -1;
+    mnuView.at(0)->setChecked(Toolbar1 != nullptr && !Toolbar1->isHidden());
+    mnuView.at(1)->setChecked(StatusBar1 != nullptr && !StatusBar1->isHidden());
+    setEnabled(mnuView.at(3), client);
+    setEnabled(mnuView.at(4), client);
+    setEnabled(mnuView.at(6), CurrentStage == 3 && ListView1->selectedIndex() > 0);
+}
+
+void frmMain::updateHelpMenu() {
+    setEnabled(mnuHelp.at(3), CurrentStage == 3);
+}
+
+void frmMain::updatePopupMenu() {
+    const bool computer = Combo1[1]->currentIndex() != -1;
+    const bool listed = ListView1->count() > 0;
+    for (const int position : {0, 5, 7, 9, 10})
+        setEnabled(mnuPopup.at(position), listed);
+    setEnabled(mnuPopup.at(2), computer && listed);
+    setEnabled(mnuPopup.at(3), computer);
+    setEnabled(mnuPopup.at(12), LVWSorted && listed);
+}
+
+void frmMain::connectServiceList() {
+    connect(ListView1, &platform::ListView::contextMenuAsked, this, [this](const QPoint& place) {
+        if (mnuPPopup != nullptr)
+            mnuPPopup->popup(place);
+    });
+}
+
+// --- The window's shape.
+
+// A bar that comes or goes makes the window taller or shorter; the panes keep their height.
+void frmMain::ArrangeControls() {
+    if (isMaximized() || isFullScreen())
+        return;
+    const auto heightOf = [](const QWidget* bar) {
+        return bar == nullptr || bar->isHidden() ? 0 : bar->sizeHint().height();
+    };
+    const int least = centralWidget()->minimumSizeHint().height();
+    const int inside = qMax(least, insideHeight_ > 0 ? insideHeight_ : centralWidget()->sizeHint().height());
+    const int frame = frameGeometry().height() - height();
+    const int wanted = inside + heightOf(menuBar()) + heightOf(Toolbar1) + heightOf(StatusBar1);
+    arranging_ = true;
+    resize(width(), qMin(wanted, screen()->availableGeometry().height() - frame));
+    arranging_ = false;
+    insideHeight_ = inside;
+}
+
+void frmMain::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    if (!arranging_ && isVisible() && activated_)
+        insideHeight_ = centralWidget()->height();
+}

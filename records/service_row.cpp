@@ -1,0 +1,162 @@
+#include "records/service_row.h"
+
+#include <charconv>
+#include <cmath>
+#include <system_error>
+
+#include "platform/system/dates.h"
+#include "platform/system/numbers.h"
+#include "platform/system/trap.h"
+
+namespace service_row {
+
+namespace {
+
+const QString kMark = QStringLiteral("##");
+
+QString dateCell(dao::Date date) {
+    return isFinished(date) ? platform::textOfDate(date) : QString();
+}
+
+dao::Currency times(dao::Currency amount, double factor) {
+    return dao::Currency::fromDouble(amount.toDouble() * factor);
+}
+
+}  // namespace
+
+QString ScreenUnit::suffix() const {
+    return dinars ? QStringLiteral(" [DIN]") : QStringLiteral(" [EUR]");
+}
+
+dao::Currency ScreenUnit::toScreen(dao::Currency stored) const {
+    return dinars ? times(stored, decimalOf(rate)) : stored;
+}
+
+dao::Currency ScreenUnit::toStored(float shown) const {
+    return currencyOf(dinars ? shown / rate : shown);
+}
+
+void Readings::fillFrom(const Readings& earlier) {
+    const auto keep = [](auto& mine, const auto& before) {
+        if (!mine)
+            mine = before;
+    };
+    keep(toBeFinished, earlier.toBeFinished);
+    keep(finished, earlier.finished);
+    keep(price, earlier.price);
+    keep(paid, earlier.paid);
+    keep(discount, earlier.discount);
+    keep(gst, earlier.gst);
+}
+
+Figures Readings::figures() const {
+    return {
+        toBeFinished.value_or(dao::Date{}), finished.value_or(dao::Date{}), price.value_or(dao::Currency{}),
+        paid.value_or(dao::Currency{}),     discount.value_or(0.0F),        gst.value_or(0.0F)};
+}
+
+double decimalOf(float value) {
+    if (!std::isfinite(value))
+        return value;
+    char text[64];
+    const auto written = std::to_chars(text, text + sizeof text, value);
+    double number = value;
+    std::from_chars(text, written.ptr, number);
+    return number;
+}
+
+dao::Currency currencyOf(float value) {
+    return dao::Currency::fromDouble(decimalOf(value));
+}
+
+dao::Currency remainder(const Figures& figures) {
+    const dao::Currency discount = times(figures.price, decimalOf(figures.discount) / 100);
+    const dao::Currency net = figures.price - discount;
+    const dao::Currency gross = times(net, 1 + decimalOf(figures.gst) / 100);
+    const dao::Currency rest = platform::throughCurrencyFormat(gross - figures.paid);
+    return rest < kTolerance ? dao::Currency() : rest;
+}
+
+float editorRemainder(float price, float discount, float gst, float paid) {
+    return (price - discount / 100.0F * price) * (gst / 100.0F + 1.0F) - paid;
+}
+
+dao::Currency settledRemainder(float rawRemainder) {
+    const dao::Currency rest = platform::throughCurrencyFormat(rawRemainder);
+    return rest < kTolerance ? dao::Currency() : rest;
+}
+
+bool isFinished(dao::Date finished) {
+    return std::floor(finished.days) >= kFirstRealDate.days;
+}
+
+bool isPaid(dao::Currency remainder, bool hasPrice) {
+    return remainder <= dao::Currency() && hasPrice;
+}
+
+QString stateKey(bool finished, bool paid) {
+    if (finished)
+        return paid ? QStringLiteral("FinishedPayed") : QStringLiteral("FinishedNotPayed");
+    return paid ? QStringLiteral("NotFinishedPayed") : QStringLiteral("NotFinishedNotPayed");
+}
+
+QString repricedState(const QString& presentState, dao::Currency remainder, float total) {
+    if (!isPaid(remainder, total > 0)) {
+        const bool open = presentState == stateKey(false, false) || presentState == stateKey(false, true);
+        return stateKey(!open, false);
+    }
+    const bool done = presentState == stateKey(true, true) || presentState == stateKey(true, false);
+    return stateKey(done, true);
+}
+
+QString keyOf(qint32 id) {
+    return QStringLiteral("K%1").arg(id);
+}
+
+qint32 idOfKey(const QString& key) {
+    return key.mid(1).toInt();
+}
+
+QString tagOf(const QString& types, const QString& comments) {
+    return types + kMark + comments;
+}
+
+QString typesOfTag(const QString& tag) {
+    return tag.left(tag.indexOf(kMark));
+}
+
+QString commentsOfTag(const QString& tag) {
+    const auto mark = tag.indexOf(kMark);
+    return mark < 0 ? QString() : tag.mid(mark + kMark.size());
+}
+
+QString typeNames(const QString& types, const QStringList& names) {
+    QStringList found;
+    for (const QString& position : types.split(QLatin1Char('|'))) {
+        bool isNumber = false;
+        const int index = position.trimmed().toInt(&isNumber);
+        if (isNumber && index >= 1 && index < names.size())
+            found.append(names.at(index));
+    }
+    return found.join(QLatin1Char('\n'));
+}
+
+platform::ListItem makeItem(qint32 id, const std::optional<dao::Date>& started, const Figures& figures,
+                            const QString& types, const QString& comments) {
+    // An amount too large to be computed with is a debt, never a settled bill.
+    dao::Currency rest = figures.price;
+    platform::Trap step;
+    step([&] { rest = remainder(figures); });
+
+    platform::ListItem item;
+    item.Key = keyOf(id);
+    item.Text = started ? platform::textOfDate(*started) : QString();
+    item.SmallIcon = stateKey(isFinished(figures.finished), isPaid(rest, figures.price > dao::Currency()));
+    item.subItems = {dateCell(figures.toBeFinished),         dateCell(figures.finished),
+                     platform::formatGrouped(figures.price), platform::textOfSingle(figures.discount),
+                     platform::textOfSingle(figures.gst),    platform::formatGrouped(figures.paid)};
+    item.Tag = tagOf(types, comments);
+    return item;
+}
+
+}  // namespace service_row

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QHash>
+#include <optional>
+
+#include "platform/dao/recordset.h"
+#include "records/service_row.h"
+
+// The rows of the services list, each computed from the record set when somebody looks at it. A shop has
+// hundreds of thousands of services and a screen some forty lines, so the window must not wait for the rest.
+//
+// Rows count from 1, in the record set's order. An amount, percentage or date that cannot be read is the one
+// of the row before it, however far up that stands, just as if all rows had been computed from the top.
+class ServiceRows {
+ public:
+    // Reads through a clone, so that the current row of `source` stays where it is. Throws dao::Error.
+    ServiceRows(const dao::Recordset& source, service_row::ScreenUnit unit);
+
+    int count() const { return count_; }
+    // Nothing where the row has been deleted since, or the set is closed.
+    std::optional<platform::ListItem> read(int index);
+    // The same for a list that has promised its reader a row there: an empty one, whose key stands for no
+    // service.
+    platform::ListItem make(int index);
+    // 0 where the set has no such row.
+    int find(const QString& key);
+
+ private:
+    service_row::Readings readings() const;
+    service_row::Readings completed(int index, service_row::Readings own);
+
+    dao::Recordset rows_;
+    service_row::ScreenUnit unit_;
+    int count_ = 0;
+    struct Columns {
+        dao::Field id, started, toBeFinished, finished, price, paid, discount, gst, types, comments;
+    };
+    Columns columns_;
+    QHash<int, service_row::Readings> completed_;  // rows that had to look upwards
+};

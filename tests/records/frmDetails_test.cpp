@@ -1,0 +1,838 @@
+#include "records/frmDetails.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDate>
+#include <QDateEdit>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QLocale>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+#include <algorithm>
+#include <functional>
+#include <memory>
+
+#include "platform/controls/boxes.h"
+#include "platform/controls/date_field.h"
+#include "platform/system/dates.h"
+#include "platform/system/settings_store.h"
+#include "records/link_label.h"
+#include "shell/modMain.h"
+#include "shell/settings.h"
+
+namespace {
+
+QString today() {
+    return platform::formatShortDate(QDate::currentDate());
+}
+
+struct HelpCall {
+    HelpCommand command;
+    int context;
+};
+QList<HelpCall> helpCalls;
+
+bool noteHelp(const QString&, HelpCommand command, int context) {
+    helpCalls.append({command, context});
+    return true;
+}
+
+// The service editor alone, filled and emptied as a person does it.
+struct ServiceEditor : ::testing::Test {
+    void SetUp() override {
+        ASSERT_TRUE(settings_.isValid());
+        platform::setSettingsFolder(settings_.path());
+        use("en_US");
+        CeneDinarske = true;
+        KursKupovni = 80.0F;
+        helpCalls.clear();
+        setHelpViewer(noteHelp);
+    }
+    void TearDown() override {
+        setHelpViewer(nullptr);
+        QLocale::setDefault(before_);
+        static QTemporaryDir nobodysFolder;
+        platform::setSettingsFolder(nobodysFolder.path());
+    }
+
+    static void use(const char* locale) { QLocale::setDefault(QLocale(QLatin1String(locale))); }
+
+    frmDetails& editor() {
+        if (!editor_) {
+            editor_ = std::make_unique<frmDetails>();
+            editor_->setAllServiceTypes({"", "Other", "Cleaning", "Repair", "Upgrade"});
+        }
+        return *editor_;
+    }
+
+    // Shows the window; `work` happens in it. Whoever leaves it open has made a mistake in the test.
+    void show(int mode, const std::function<void()>& work) {
+        QTimer::singleShot(0, &editor(), [&] {
+            ASSERT_TRUE(QTest::qWaitForWindowActive(&editor()));
+            work();
+            if (editor().isVisible()) {
+                ADD_FAILURE() << "the window is still open: " << boxes.lastText().toStdString();
+                editor().reject();
+            }
+        });
+        editor().Display(mode);
+    }
+    void add(const std::function<void()>& work) { show(frmDetails::AddMode, work); }
+    void edit(const std::function<void()>& work) { show(frmDetails::EditMode, work); }
+
+    template <typename Control = QLineEdit>
+    Control* control(const QString& name) {
+        auto* found = editor().findChild<Control*>(name);
+        EXPECT_NE(found, nullptr) << name.toStdString();
+        return found;
+    }
+    QLineEdit* field(int index) { return control(QStringLiteral("Text1(%1)").arg(index)); }
+    QString text(int index) { return field(index)->text(); }
+    QString forPayment() { return text(3); }
+    void type(int index, const QString& keys) {
+        field(index)->setFocus();
+        field(index)->selectAll();
+        if (keys.isEmpty())
+            QTest::keyClick(field(index), Qt::Key_Delete);
+        else
+            QTest::keyClicks(field(index), keys);
+    }
+    void paste(int index, const QString& text) { field(index)->setText(text); }
+    void click(const QString& name) { QTest::mouseClick(control<QWidget>(name), Qt::LeftButton); }
+    void ok() { click("Command1(0)"); }
+    void cancel() { click("Command1(1)"); }
+    QString picture(int index) {
+        return control<QToolButton>(QStringLiteral("Image1(%1)").arg(index))->property("picture").toString();
+    }
+    platform::DateField* picker() { return control<platform::DateField>("DTPicker1"); }
+    QListWidget* list() { return control<QListWidget>("List1"); }
+    void clickKind(int line) {
+        QTest::mouseClick(list()->viewport(), Qt::LeftButton, {},
+                          list()->visualItemRect(list()->item(line)).center());
+    }
+    QString selectedKinds() {
+        QString lines;
+        for (int i = 0; i < list()->count(); ++i)
+            lines += list()->item(i)->isSelected() ? '1' : '0';
+        return lines;
+    }
+    QString focusName() {
+        const QWidget* focus = editor().focusWidget();
+        return focus ? focus->objectName() : QString();
+    }
+
+    platform::BoxScript boxes;
+
+ private:
+    QTemporaryDir settings_;
+    QLocale before_;
+    std::unique_ptr<frmDetails> editor_;
+};
+
+}  // namespace
+
+// Properties and filling
+// ------------------------------------------------------------------------------------------
+
+TEST_F(ServiceEditor, PropertiesHaveTheirDefaultsAtCreation) {
+    frmDetails fresh;
+    EXPECT_EQ(fresh.ServiceStarted(), today());
+    EXPECT_EQ(fresh.ServiceToBeFinished(), "");
+    EXPECT_EQ(fresh.ServiceFinished(), "");
+    EXPECT_EQ(fresh.ServiceTypes(), "1");
+    EXPECT_EQ(fresh.Comments(), "");
+    EXPECT_EQ(fresh.Price(), "0");
+    EXPECT_EQ(fresh.Discount(), "0");
+    EXPECT_EQ(fresh.Paid(), "0");
+    EXPECT_EQ(fresh.GST(), "0");
+    EXPECT_EQ(fresh.ServiceID(), -1);
+    EXPECT_FALSE(fresh.Cancelled());
+    EXPECT_EQ(fresh.windowTitle(), "Service");
+}
+
+TEST_F(ServiceEditor, AddBeginsWithTodayAndEmptyFields) {
+    add([&] {
+        EXPECT_TRUE(editor().isModal());
+        EXPECT_EQ(text(0), today());
+        for (int i : {1, 2, 5, 6, 7, 8})
+            EXPECT_EQ(text(i), "") << i;
+        EXPECT_EQ(control<QPlainTextEdit>("Text1(4)")->toPlainText(), "");
+        EXPECT_EQ(forPayment(), "0.00");
+        EXPECT_EQ(selectedKinds(), "1000") << "the catch-all kind";
+        EXPECT_EQ(picture(0), "DateFilled");
+        EXPECT_EQ(picture(1), "DateEmpty");
+        EXPECT_EQ(picture(2), "DateEmpty");
+        EXPECT_TRUE(control<QPushButton>("Command1(0)")->isEnabled());
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, DefaultGSTIsOfferedUnlessItIsNothing) {
+    editor().setDefaultGST(0);
+    add([&] {
+        EXPECT_EQ(text(8), "");
+        cancel();
+    });
+    editor().setDefaultGST(18);
+    add([&] {
+        EXPECT_EQ(text(8), "18");
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, EditShowsTheProperties) {
+    editor().setServiceStarted("3/3/2026");
+    editor().setServiceToBeFinished("3/9/2026");
+    editor().setServiceFinished("");
+    editor().setServiceTypes("2|4");
+    editor().setComments("one\ntwo");
+    editor().setPrice("1,234.50");
+    editor().setDiscount("12.5");
+    editor().setPaid("1,000.00");
+    editor().setGST("18");
+    edit([&] {
+        EXPECT_EQ(text(0), "3/3/2026");
+        EXPECT_EQ(text(1), "3/9/2026");
+        EXPECT_EQ(text(2), "");
+        EXPECT_EQ(control<QPlainTextEdit>("Text1(4)")->toPlainText(), "one\ntwo");
+        EXPECT_EQ(text(5), "1,234.50");
+        EXPECT_EQ(text(6), "12.5");
+        EXPECT_EQ(text(7), "1,000.00");
+        EXPECT_EQ(text(8), "18");
+        EXPECT_EQ(selectedKinds(), "0101");
+        EXPECT_EQ(forPayment(), "274.62");  // 1234.5 * 0.875 * 1.18 - 1000
+        EXPECT_EQ(picture(1), "DateFilled");
+        ok();
+    });
+    EXPECT_FALSE(editor().Cancelled());
+    EXPECT_EQ(editor().Price(), "1234.5");
+    EXPECT_EQ(editor().Paid(), "1000");
+    EXPECT_EQ(editor().Discount(), "12.5") << "a fraction that came from elsewhere stays";
+    EXPECT_EQ(editor().GST(), "18");
+    EXPECT_EQ(editor().ServiceTypes(), "2|4");
+    EXPECT_EQ(editor().Comments(), "one\ntwo");
+    EXPECT_EQ(editor().ServiceToBeFinished(), "3/9/2026");
+}
+
+TEST_F(ServiceEditor, NothingOfTheUseBeforeIsLeft) {
+    add([&] {
+        type(5, "500");
+        type(7, "20");
+        control<QPlainTextEdit>("Text1(4)")->setPlainText("old");
+        click("Image1(1)");
+        clickKind(2);
+        cancel();
+    });
+    add([&] {
+        EXPECT_EQ(text(5), "");
+        EXPECT_EQ(control<QPlainTextEdit>("Text1(4)")->toPlainText(), "");
+        EXPECT_EQ(forPayment(), "0.00");
+        EXPECT_FALSE(picker()->isVisible());
+        EXPECT_TRUE(field(1)->isVisible());
+        EXPECT_EQ(selectedKinds(), "1000");
+        ok();
+    });
+}
+
+TEST_F(ServiceEditor, CurrencyIsTheOneInForce) {
+    add([&] {
+        EXPECT_EQ(control<QLabel>("Label4")->text(), "DIN");
+        cancel();
+    });
+    CeneDinarske = false;
+    add([&] {
+        EXPECT_EQ(control<QLabel>("Label4")->text(), "EUR");
+        cancel();
+    });
+}
+
+// Kinds of service
+// ------------------------------------------------------------------------------------------------
+
+TEST_F(ServiceEditor, FirstKindAloneIsKept) {
+    add([&] { ok(); });
+    EXPECT_EQ(editor().ServiceTypes(), "1");
+}
+
+TEST_F(ServiceEditor, FirstKindGivesWayToARealOne) {
+    add([&] {
+        clickKind(2);
+        EXPECT_EQ(selectedKinds(), "1010");
+        ok();
+    });
+    EXPECT_EQ(editor().ServiceTypes(), "3");
+}
+
+TEST_F(ServiceEditor, SeveralKindsAreJoined) {
+    add([&] {
+        clickKind(1);
+        clickKind(3);
+        ok();
+    });
+    EXPECT_EQ(editor().ServiceTypes(), "2|4");
+}
+
+TEST_F(ServiceEditor, NoKindIsTheFirstKind) {
+    add([&] {
+        clickKind(0);
+        EXPECT_EQ(selectedKinds(), "0000");
+        ok();
+    });
+    EXPECT_EQ(editor().ServiceTypes(), "1");
+}
+
+TEST_F(ServiceEditor, TenthKindIsNotTakenForTheFirst) {
+    QStringList names{""};
+    for (int i = 1; i <= 11; ++i)
+        names.append(QString::number(i));
+    editor().setAllServiceTypes(names);
+    add([&] {
+        clickKind(0);
+        list()->item(9)->setSelected(true);
+        list()->item(10)->setSelected(true);
+        ok();
+    });
+    EXPECT_EQ(editor().ServiceTypes(), "10|11");
+}
+
+TEST_F(ServiceEditor, DeselectingLeavesTheFirstKind) {
+    add([&] {
+        clickKind(1);
+        clickKind(3);
+        click("Label2");
+        EXPECT_EQ(selectedKinds(), "1000");
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, WithoutATableThereIsOneUnnamedKind) {
+    editor().setAllServiceTypes({});
+    add([&] {
+        ASSERT_EQ(list()->count(), 1);
+        EXPECT_EQ(list()->item(0)->text(), "Other services");
+        EXPECT_EQ(selectedKinds(), "0") << "without kinds nothing is selected by the program";
+        ok();
+    });
+    EXPECT_EQ(editor().ServiceTypes(), "1");
+}
+
+TEST_F(ServiceEditor, KindThatIsGoneSelectsNothing) {
+    editor().setServiceTypes("3|77|x");
+    edit([&] {
+        EXPECT_EQ(selectedKinds(), "0010");
+        cancel();
+    });
+}
+
+// Keys
+// ------------------------------------------------------------------------------------------------------------
+
+TEST_F(ServiceEditor, NumberFieldsTakeOnlyWhatBelongsInANumber) {
+    add([&] {
+        type(5, "1a2,b3.4-5n");
+        EXPECT_EQ(text(5), "123.45");
+        type(7, "x9.5");
+        EXPECT_EQ(text(7), "9.5");
+        type(6, "1.5,5%");
+        EXPECT_EQ(text(6), "155") << "whole percentages";
+        type(8, "1.8");
+        EXPECT_EQ(text(8), "18");
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, PointBecomesTheSeparatorOfTheLocale) {
+    use("sr_Latn_RS");
+    add([&] {
+        type(5, "12.5");
+        EXPECT_EQ(text(5), "12,5");
+        field(7)->setFocus();
+        QTest::keyClick(field(7), Qt::Key_7, Qt::KeypadModifier);
+        QTest::keyClick(field(7), Qt::Key_Period, Qt::KeypadModifier);
+        QTest::keyClick(field(7), Qt::Key_5, Qt::KeypadModifier);
+        EXPECT_EQ(text(7), "7,5");
+        type(8, "1.9");
+        EXPECT_EQ(text(8), "19");
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, PadCommaIsThePointOfAPointLocale) {
+    add([&] {
+        field(7)->setFocus();
+        QTest::keyClick(field(7), Qt::Key_7, Qt::KeypadModifier);
+        QTest::keyClick(field(7), Qt::Key_Comma, Qt::KeypadModifier);
+        QTest::keyClick(field(7), Qt::Key_5, Qt::KeypadModifier);
+        EXPECT_EQ(text(7), "7.5");
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, EditingKeysPassTheFilter) {
+    add([&] {
+        type(5, "123");
+        QTest::keyClick(field(5), Qt::Key_Backspace);
+        EXPECT_EQ(text(5), "12");
+        QTest::keyClick(field(5), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(field(5), Qt::Key_Delete);
+        EXPECT_EQ(text(5), "");
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, DateAndDescriptionTakeAnyText) {
+    add([&] {
+        type(1, "in May");
+        EXPECT_EQ(text(1), "in May");
+        auto* description = control<QPlainTextEdit>("Text1(4)");
+        description->setFocus();
+        QTest::keyClicks(description, "a-b");
+        QTest::keyClick(description, Qt::Key_Return);
+        QTest::keyClicks(description, "c");
+        EXPECT_EQ(description->toPlainText(), "a-b\nc") << "Enter belongs to the text here";
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, FieldIsSelectedWholeWhenItGetsTheFocus) {
+    editor().setPrice("12.00");
+    edit([&] {
+        EXPECT_EQ(field(0)->selectedText(), text(0));
+        QTest::mouseClick(field(5), Qt::LeftButton);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(field(5)->selectedText(), "12.00");
+        QTest::keyClicks(field(5), "7");
+        EXPECT_EQ(text(5), "7");
+        click("Label1(0)");
+        EXPECT_EQ(field(0)->selectedText(), text(0));
+        auto* description = control<QPlainTextEdit>("Text1(4)");
+        description->setPlainText("one two");
+        click("Label1(4)");
+        EXPECT_EQ(description->textCursor().selectedText(), "one two");
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, TabWalksInTheOrderOfAnEntry) {
+    add([&] {
+        QStringList walked{focusName()};
+        for (int i = 0; i < 9; ++i) {
+            QTest::keyClick(editor().focusWidget(), Qt::Key_Tab);
+            walked.append(focusName());
+        }
+        EXPECT_EQ(walked, QStringList({"Text1(0)", "Text1(1)", "Text1(2)", "Text1(5)", "Text1(7)", "Text1(6)",
+                                       "Text1(8)", "List1", "Text1(4)", "Command1(0)"}));
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, LabelLeadsToItsField) {
+    add([&] {
+        const QList<QPair<int, QString>> fields{{1, "Text1(1)"}, {2, "Text1(2)"}, {4, "Text1(4)"},
+                                                {5, "Text1(5)"}, {6, "Text1(6)"}, {7, "Text1(7)"},
+                                                {8, "Text1(8)"}, {9, "List1"},    {0, "Text1(0)"}};
+        for (const auto& [label, name] : fields) {
+            click(QStringLiteral("Label1(%1)").arg(label));
+            EXPECT_EQ(focusName(), name) << label;
+            EXPECT_NE(control<QLabel>(QStringLiteral("Label1(%1)").arg(label))->buddy(), nullptr);
+        }
+        cancel();
+    });
+}
+
+// For payment
+// -----------------------------------------------------------------------------------------------------
+
+TEST_F(ServiceEditor, ForPaymentFollowsTheFigures) {
+    add([&] {
+        type(8, "0");
+        type(5, "1000");
+        EXPECT_EQ(forPayment(), "1,000.00");
+        type(6, "10");
+        EXPECT_EQ(forPayment(), "900.00");
+        type(7, "100");
+        EXPECT_EQ(forPayment(), "800.00");
+        type(8, "20");
+        EXPECT_EQ(forPayment(), "980.00");
+        type(7, "2000");
+        EXPECT_EQ(forPayment(), "-920.00") << "an overpayment shows";
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, EmptyGSTCountsEighteenButIsKeptAsNothing) {
+    editor().setDefaultGST(5);
+    add([&] {
+        type(5, "100");
+        EXPECT_EQ(forPayment(), "105.00");
+        type(8, "");
+        EXPECT_EQ(forPayment(), "118.00");
+        ok();
+    });
+    EXPECT_EQ(editor().GST(), "0");
+}
+
+TEST_F(ServiceEditor, UnreadableFiguresCountAsNothing) {
+    add([&] {
+        type(8, "0");
+        paste(5, "ten");
+        EXPECT_EQ(forPayment(), "0.00");
+        type(5, "10");
+        paste(7, "?");
+        EXPECT_EQ(forPayment(), "10.00");
+        cancel();
+    });
+}
+
+// OK
+// --------------------------------------------------------------------------------------------------------------
+
+TEST_F(ServiceEditor, OkNeedsAStartDate) {
+    add([&] {
+        type(0, "");
+        EXPECT_FALSE(control<QPushButton>("Command1(0)")->isEnabled());
+        type(0, "  ");
+        EXPECT_FALSE(control<QPushButton>("Command1(0)")->isEnabled());
+        type(0, "3");
+        EXPECT_TRUE(control<QPushButton>("Command1(0)")->isEnabled());
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, StartThatIsNoDateIsRefused) {
+    add([&] {
+        type(0, "yesterdayish");
+        type(5, "1");
+        ok();
+        ASSERT_EQ(boxes.asked.size(), 1);
+        EXPECT_EQ(boxes.asked[0].text,
+                  "The date when the service has begun must be entered and must be presented with the "
+                  "correct short "
+                  "date format, e.g. " +
+                      today());
+        EXPECT_EQ(boxes.asked[0].icon, platform::BoxIcon::Exclamation);
+        EXPECT_EQ(boxes.asked[0].title, "Tarvello");
+        EXPECT_TRUE(editor().isVisible());
+        EXPECT_EQ(focusName(), "Text1(0)");
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, EveryFailureIsSaidInOneBoxInTheOrderOfTheChecks) {
+    add([&] {
+        paste(0, "a");
+        paste(1, "b");
+        paste(2, "c");
+        paste(5, "d");
+        paste(7, "e");
+        paste(6, "f");
+        paste(8, "g");
+        ok();
+        const QString date = " must be presented with the correct short date format, e.g. " + today();
+        ASSERT_EQ(boxes.asked.size(), 1);
+        EXPECT_EQ(boxes.lastText(),
+                  QStringList({"The date when the service has begun must be entered and" + date,
+                               "The date when the service has to be finished" + date,
+                               "The date when the service was finished" + date,
+                               "A service price must be a valid nuber.",
+                               "A paid amount of money must be a valid nuber.",
+                               "Discount must be a valid nuber.", "GST must be a valid nuber."})
+                      .join('\n'));
+        EXPECT_EQ(focusName(), "Text1(0)");
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, FocusGoesToTheFirstFailureOfTheChecksNotOfTheTabOrder) {
+    add([&] {
+        paste(6, "much");  // discount comes behind paid in the checks, and so does gst
+        paste(8, "100");
+        ok();
+        EXPECT_EQ(boxes.lastText(),
+                  "Discount must be a valid nuber.\nGST must not be a number greater then or equal to 100%.");
+        EXPECT_EQ(focusName(), "Text1(6)");
+        paste(6, "1");
+        paste(7, "?");
+        paste(8, "?");
+        ok();
+        EXPECT_EQ(boxes.lastText(),
+                  "A paid amount of money must be a valid nuber.\nGST must be a valid nuber.");
+        EXPECT_EQ(focusName(), "Text1(7)");
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, GSTStaysBelowAHundred) {
+    add([&] {
+        type(8, "100");
+        ok();
+        EXPECT_EQ(boxes.lastText(), "GST must not be a number greater then or equal to 100%.");
+        EXPECT_EQ(focusName(), "Text1(8)");
+        type(8, "99");
+        ok();
+    });
+    EXPECT_EQ(editor().GST(), "99");
+}
+
+TEST_F(ServiceEditor, DiscountHasNoLimit) {
+    add([&] {
+        type(5, "100");
+        type(8, "0");
+        type(6, "150");
+        EXPECT_EQ(forPayment(), "-50.00");
+        ok();
+    });
+    EXPECT_TRUE(boxes.asked.isEmpty());
+    EXPECT_EQ(editor().Discount(), "150");
+}
+
+TEST_F(ServiceEditor, EmptyFiguresAreNothing) {
+    add([&] {
+        paste(5, " ");
+        ok();
+    });
+    EXPECT_EQ(editor().Price(), "0");
+    EXPECT_EQ(editor().Paid(), "0");
+    EXPECT_EQ(editor().Discount(), "0");
+    EXPECT_EQ(editor().ServiceToBeFinished(), "");
+    EXPECT_EQ(editor().ServiceFinished(), "");
+}
+
+TEST_F(ServiceEditor, DatesComeBackInTheProgramsForm) {
+    add([&] {
+        type(0, " 3/9/26 ");
+        type(1, "2026-03-10");
+        ok();
+    });
+    EXPECT_EQ(editor().ServiceStarted(), "3/9/2026");
+    EXPECT_EQ(editor().ServiceToBeFinished(), "3/10/2026");
+}
+
+TEST_F(ServiceEditor, AmountsOfACommaLocaleAreRead) {
+    use("sr_Latn_RS");
+    editor().setServiceStarted(today());
+    editor().setPrice("1.234,50");
+    editor().setPaid("12.345,67");
+    edit([&] { ok(); });
+    EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
+    EXPECT_EQ(editor().Price(), "1234,5");
+    EXPECT_EQ(editor().Paid(), "12345,67");
+}
+
+TEST_F(ServiceEditor, EnterIsOkAndEscapeIsCancel) {
+    add([&] { QTest::keyClick(field(5), Qt::Key_Return); });
+    EXPECT_FALSE(editor().Cancelled());
+    add([&] { QTest::keyClick(field(5), Qt::Key_Escape); });
+    EXPECT_TRUE(editor().Cancelled());
+}
+
+TEST_F(ServiceEditor, CancelKeepsTheProperties) {
+    editor().setServiceStarted("3/3/2026");
+    editor().setPrice("5");
+    edit([&] {
+        type(5, "77");
+        cancel();
+    });
+    EXPECT_TRUE(editor().Cancelled());
+    EXPECT_EQ(editor().Price(), "5");
+    edit([&] { ok(); });
+    EXPECT_FALSE(editor().Cancelled());
+}
+
+TEST_F(ServiceEditor, CloseBoxIsACancel) {
+    add([&] { editor().close(); });
+    EXPECT_TRUE(editor().Cancelled());
+}
+
+// Date picker
+// -----------------------------------------------------------------------------------------------------
+
+TEST_F(ServiceEditor, PickerLiesOverItsField) {
+    add([&] {
+        const QRect place = field(1)->geometry();
+        click("Image1(1)");
+        EXPECT_TRUE(picker()->isVisible());
+        EXPECT_FALSE(field(1)->isVisible());
+        EXPECT_EQ(picker()->geometry(), place);
+        EXPECT_EQ(picture(1), "DateOpen");
+        EXPECT_TRUE(picker()->edit()->hasFocus());
+        EXPECT_FALSE(picker()->value().has_value()) << "an empty field opens unchecked";
+        click("Image1(1)");
+        EXPECT_TRUE(picker()->isVisible()) << "a second click changes nothing";
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, PickerTakesTheDateOfTheField) {
+    add([&] {
+        type(1, "3/9/2026");
+        click("Image1(1)");
+        EXPECT_EQ(picker()->value(), QDate(2026, 3, 9));
+        picker()->setValue(QDate(2026, 4, 1));
+        field(5)->setFocus();
+        EXPECT_FALSE(picker()->isVisible());
+        EXPECT_TRUE(field(1)->isVisible());
+        EXPECT_EQ(text(1), "4/1/2026");
+        EXPECT_EQ(picture(1), "DateFilled");
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, UncheckedPickerEmptiesTheField) {
+    add([&] {
+        click("Image1(0)");
+        picker()->setValue(std::nullopt);
+        field(5)->setFocus();
+        EXPECT_EQ(text(0), "");
+        EXPECT_EQ(picture(0), "DateEmpty");
+        EXPECT_FALSE(control<QPushButton>("Command1(0)")->isEnabled());
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, TextThatIsNoDateIsSaidAndDeleted) {
+    add([&] {
+        type(2, "soon");
+        click("Image1(2)");
+        ASSERT_EQ(boxes.asked.size(), 1);
+        EXPECT_EQ(boxes.lastText(),
+                  "The text entered as the date is invalid. Text \"soon\" will be deleted.");
+        EXPECT_EQ(boxes.asked[0].icon, platform::BoxIcon::Exclamation);
+        EXPECT_EQ(text(2), "");
+        EXPECT_FALSE(picker()->value().has_value());
+        EXPECT_TRUE(picker()->isVisible());
+        EXPECT_EQ(picture(2), "DateOpen");
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, PickerMovesToAnotherFieldAfterTakingTheFirst) {
+    add([&] {
+        click("Image1(1)");
+        picker()->setValue(QDate(2026, 5, 5));
+        click("Image1(2)");
+        EXPECT_EQ(text(1), "5/5/2026");
+        EXPECT_TRUE(field(1)->isVisible());
+        EXPECT_EQ(picture(1), "DateFilled");
+        EXPECT_FALSE(field(2)->isVisible());
+        EXPECT_EQ(picker()->geometry(), field(2)->geometry());
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, ClickOnTheBackgroundTakesThePicker) {
+    add([&] {
+        click("Image1(1)");
+        picker()->setValue(QDate(2026, 5, 5));
+        QTest::mouseClick(&editor(), Qt::LeftButton, {}, QPoint(3, 3));
+        EXPECT_FALSE(picker()->isVisible());
+        EXPECT_EQ(text(1), "5/5/2026");
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, OkTakesThePickerThatIsStillOpen) {
+    add([&] {
+        click("Image1(2)");
+        picker()->setValue(QDate(2026, 5, 5));
+        QTest::keyClick(picker()->edit(), Qt::Key_Return);
+    });
+    EXPECT_FALSE(editor().Cancelled());
+    EXPECT_EQ(editor().ServiceFinished(), "5/5/2026");
+}
+
+TEST_F(ServiceEditor, KeyboardOpensThePickerAndGoesOn) {
+    add([&] {
+        field(1)->setFocus();
+        QTest::keyClick(field(1), Qt::Key_Down, Qt::AltModifier);
+        ASSERT_TRUE(picker()->isVisible());
+        QTest::keyClick(picker()->edit(), Qt::Key_Space);  // checks it: today
+        QTest::keyClick(picker()->edit(), Qt::Key_Tab);
+        EXPECT_EQ(text(1), today());
+        EXPECT_EQ(focusName(), "Text1(2)");
+        cancel();
+    });
+}
+
+// Links, help, place
+// ----------------------------------------------------------------------------------------------
+
+TEST_F(ServiceEditor, NewServiceHasNoPriceListYet) {
+    add([&] {
+        click("Label3");
+        ASSERT_EQ(boxes.asked.size(), 1);
+        EXPECT_EQ(
+            boxes.asked[0].text,
+            "This feature is available only on existing services. Add this service to the database and then "
+            "open it for editing to view the Parts list.");
+        EXPECT_EQ(boxes.asked[0].icon, platform::BoxIcon::Information);
+        EXPECT_EQ(boxes.asked[0].title, "Tarvello");
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, LinksShowThemselvesUnderTheMouse) {
+    add([&] {
+        auto* link = control<LinkLabel>("Label2");
+        EXPECT_FALSE(link->font().underline());
+        EXPECT_EQ(link->cursor().shape(), Qt::PointingHandCursor);
+        QEnterEvent enter({1, 1}, {1, 1}, {1, 1});
+        QCoreApplication::sendEvent(link, &enter);
+        EXPECT_TRUE(link->font().underline());
+        EXPECT_EQ(link->palette().color(QPalette::WindowText), QColor(0, 0, 255));
+        QEvent leave(QEvent::Leave);
+        QCoreApplication::sendEvent(link, &leave);
+        EXPECT_FALSE(link->font().underline());
+        EXPECT_NE(link->palette().color(QPalette::WindowText), QColor(0, 0, 255));
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, HelpClosesWithTheWindow) {
+    add([&] { ok(); });
+    ASSERT_EQ(helpCalls.size(), 1);
+    EXPECT_EQ(helpCalls[0].command, HELP_QUIT);
+    add([&] { cancel(); });
+    ASSERT_EQ(helpCalls.size(), 2);
+    EXPECT_EQ(helpCalls[1].command, HELP_QUIT);
+}
+
+TEST_F(ServiceEditor, EveryControlHasATopicOfItsOwn) {
+    QList<int> topics;
+    for (const QWidget* widget : editor().findChildren<QWidget*>())
+        if (const int topic = widget->property("HelpContextID").toInt())
+            topics.append(topic);
+    std::sort(topics.begin(), topics.end());
+    QList<int> expected;
+    for (int topic = 301; topic <= 318; ++topic)
+        expected.append(topic);
+    EXPECT_EQ(topics, expected);
+}
+
+TEST_F(ServiceEditor, PlaceIsKeptWhenTheWindowIsUnloaded) {
+    settings::setText(settings::DetailsPosition, "1500;900");
+    {
+        frmDetails window;
+        QTimer::singleShot(0, &window, [&] {
+            EXPECT_EQ(window.pos(), QPoint(100, 60));
+            window.move(40, 20);
+            window.reject();
+        });
+        window.Display(frmDetails::AddMode);
+        EXPECT_EQ(settings::text(settings::DetailsPosition), "1500;900") << "not before it is unloaded";
+    }
+    EXPECT_EQ(settings::text(settings::DetailsPosition), "600;300");
+}
+
+TEST_F(ServiceEditor, WindowThatWasNeverShownKeepsNoPlace) {
+    { frmDetails window; }
+    EXPECT_FALSE(QFile::exists(platform::settingsFile("Tarvello")));
+}

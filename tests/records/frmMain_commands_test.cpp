@@ -1,0 +1,420 @@
+// The menus, the toolbar, the popup menu and the status bar: what stands there, and when it may be used.
+
+#include <QLabel>
+#include <QMenuBar>
+
+#include "main_window.h"
+#include "platform/system/launch.h"
+
+using platform::BoxIcon;
+
+namespace {
+
+struct HelpCall {
+    HelpCommand command;
+    int context;
+};
+QList<HelpCall> helpCalls;
+
+bool noteHelp(const QString&, HelpCommand command, int context) {
+    helpCalls.append({command, context});
+    return true;
+}
+
+class Commands : public MainWindow {
+ protected:
+    void SetUp() override {
+        MainWindow::SetUp();
+        helpCalls.clear();
+        setHelpViewer(noteHelp);
+    }
+    void TearDown() override {
+        MainWindow::TearDown();
+        setHelpViewer(nullptr);
+    }
+    void clientWithServices() {
+        anic = addClient("Anic", "Vesna");
+        desk = addComputer(anic, "Desk");
+        addService(desk);
+    }
+    static QStringList texts(const QList<QAction*>& items) {
+        QStringList all;
+        for (const QAction* item : items)
+            all.append(item->isSeparator() ? QStringLiteral("-") : item->text());
+        return all;
+    }
+    // Positions of the items that can be chosen right after the menu was opened.
+    QList<int> usable(QMenu* menu, const QList<QAction*>& items) {
+        open(menu);
+        QList<int> positions;
+        for (int i = 0; i < items.size(); ++i) {
+            if (!items.at(i)->isSeparator() && items.at(i)->isEnabled())
+                positions.append(i);
+        }
+        menu->close();
+        return positions;
+    }
+    QList<int> inDatabaseMenu() { return usable(win().mnuDDatabase, win().mnuDatabase); }
+    QStringList onToolbar() {
+        QStringList keys;
+        for (const QAction* action : win().Toolbar1->actions()) {
+            if (!action->isSeparator() && action->isEnabled())
+                keys.append(action->objectName());
+        }
+        return keys;
+    }
+    int anic = 0, desk = 0;
+};
+
+TEST_F(Commands, MenusHaveTheirTextsInOrder) {
+    start();
+    EXPECT_EQ(texts(win().menuBar()->actions()), QStringList({"&Database", "&View", "&Pomoc"}));
+    EXPECT_EQ(texts(win().mnuDatabase),
+              QStringList({"&Add New Record", "&Edit Current Record...", "-", "&Delete Current Record", "-",
+                           "&Save Current Record", "-", "Sea&rch...", "Quick &Filter", "-", "&Utilities", "-",
+                           "E&xit"}));
+    EXPECT_EQ(
+        texts(win().mnuQuickSearch),
+        QStringList({"&Remove", "-", "&Finished and not paid services", "N&ot finished and not paid services",
+                     "Not fi&nished and paid services", "Not finis&hed and not paid services with due date",
+                     "Not finishe&d and paid services with due date"}));
+    EXPECT_EQ(texts(win().mnuUtilities), QStringList({"Create &Invoice...", "Create &Quotation...", "-",
+                                                      "&Restart Database", "&Compact Database"}));
+    EXPECT_EQ(texts(win().mnuView),
+              QStringList({"&Toolbar", "&Statusbar", "-", "R&eport Options...", "&Report", "-",
+                           "Price &List...", "-", "&Options...", "-", "Re&fresh"}));
+    EXPECT_EQ(texts(win().mnuHelp),
+              QStringList({"&Sadrzaj...", "&Indeks...", "-", "&Simboli", "-", "&O Programu..."}));
+    EXPECT_EQ(texts(win().mnuPopup),
+              QStringList({"Legend", "-", "Edit", "Add New", "-", "Delete", "-", "Price list", "-",
+                           "Create Invoice...", "Create Quotation...", "-", "Unsort All"}));
+    EXPECT_EQ(win().mnuDatabase.at(8)->menu(), menuNamed("mnuQuickSearch"));
+    EXPECT_EQ(win().mnuDatabase.at(10)->menu(), menuNamed("mnuUtilities"));
+    EXPECT_EQ(win().mnuPPopup->defaultAction(), win().mnuPopup.at(2));
+}
+
+TEST_F(Commands, ToolbarHasItsButtonsTipsAndPicturesInOrder) {
+    start();
+    QStringList keys, tips;
+    for (const QAction* action : win().Toolbar1->actions()) {
+        keys.append(action->isSeparator() ? QStringLiteral("|") : action->objectName());
+        if (action->isSeparator())
+            continue;
+        tips.append(action->toolTip());
+        EXPECT_FALSE(action->icon().isNull()) << action->objectName().toStdString();
+    }
+    EXPECT_EQ(keys, QStringList({"NewRecord", "EditRecord", "|", "DeleteRecord", "|", "SaveRecord", "|",
+                                 "ApplyFilter", "RemoveFilter", "|", "Refresh", "|", "ViewReport", "|",
+                                 "PriceList", "Invoice", "Quotation", "|", "Help"}));
+    EXPECT_EQ(tips, QStringList({"Add New Record", "Edit Current Record", "Delete Current Record",
+                                 "Save Current Record", "Apply Filter", "Remove Filter", "Refresh",
+                                 "Generate Report", "View Price List", "Generate Invoice Document",
+                                 "Generate Quotation Document", "Help Contents"}));
+}
+
+// The list of what the shop still waits for. A command that comes leaves it.
+TEST_F(Commands, CommandsStillToComeStayDisabledWhateverIsSelected) {
+    clientWithServices();
+    start();
+    tab(3);
+    ASSERT_GT(win().ListView1->count(), 0);
+    for (const char* key : {"RemoveFilter", "Refresh", "ViewReport", "PriceList", "Invoice", "Quotation"})
+        EXPECT_FALSE(canUse(key)) << key;
+    for (const char* key : {"FNP", "NFNP", "NFP", "NFNPDD", "NFPDD"})
+        EXPECT_FALSE(win().filterEntry(key)->isEnabled()) << key;
+    EXPECT_EQ(usable(win().mnuVView, win().mnuView), QList<int>({0, 1}));
+    EXPECT_EQ(usable(win().mnuHHelp, win().mnuHelp), QList<int>({0, 1, 5}));
+    EXPECT_EQ(usable(win().mnuPPopup, win().mnuPopup), QList<int>({2, 3, 5}));
+    open(win().mnuDDatabase);
+    EXPECT_EQ(usable(menuNamed("mnuUtilities"), win().mnuUtilities), QList<int>({3, 4}));
+    EXPECT_EQ(usable(menuNamed("mnuQuickSearch"), win().mnuQuickSearch), QList<int>());
+    win().mnuDDatabase->close();
+}
+
+TEST_F(Commands, EmptyShopOffersOnlyAdd) {
+    start();
+    EXPECT_EQ(inDatabaseMenu(), QList<int>({0, 10, 12}));
+    EXPECT_EQ(onToolbar(), QStringList({"NewRecord", "ApplyFilter", "Help"}));
+    tab(2);
+    EXPECT_EQ(inDatabaseMenu(), QList<int>({10, 12}));
+    tab(3);
+    EXPECT_EQ(inDatabaseMenu(), QList<int>({10, 12}));
+    EXPECT_EQ(usable(win().mnuPPopup, win().mnuPopup), QList<int>());
+}
+
+TEST_F(Commands, DatabaseMenuFollowsTheStage) {
+    clientWithServices();
+    start();
+    EXPECT_EQ(inDatabaseMenu(), QList<int>({0, 3, 7, 8, 10, 12}));
+    type(13, "064");
+    EXPECT_EQ(inDatabaseMenu(), QList<int>({0, 3, 5, 7, 8, 10, 12}));
+    tab(2);
+    EXPECT_EQ(inDatabaseMenu(), QList<int>({0, 3, 7, 8, 10, 12}));
+    type(40, "router");
+    EXPECT_EQ(inDatabaseMenu(), QList<int>({0, 3, 5, 7, 8, 10, 12}));
+    tab(3);
+    EXPECT_EQ(inDatabaseMenu(), QList<int>({0, 1, 3, 7, 8, 10, 12}));
+}
+
+TEST_F(Commands, DatabaseMenuOfAComputerWithoutServices) {
+    addComputer(addClient("Anic", "Vesna"), "Desk");
+    start();
+    tab(3);
+    EXPECT_EQ(inDatabaseMenu(), QList<int>({0, 7, 8, 10, 12}));
+    EXPECT_EQ(usable(win().mnuPPopup, win().mnuPopup), QList<int>({3}));
+}
+
+TEST_F(Commands, DatabaseMenuWhileAddingFollowsTheEmptySelection) {
+    addClient("Anic", "Vesna");
+    start();
+    tool("NewRecord");
+    EXPECT_EQ(inDatabaseMenu(), QList<int>({0, 10, 12}));
+}
+
+TEST_F(Commands, ToolbarFollowsTheStage) {
+    clientWithServices();
+    start();
+    EXPECT_EQ(onToolbar(), QStringList({"NewRecord", "DeleteRecord", "ApplyFilter", "Help"}));
+    type(13, "064");
+    EXPECT_EQ(onToolbar(), QStringList({"NewRecord", "DeleteRecord", "SaveRecord", "ApplyFilter", "Help"}));
+    tab(2);
+    EXPECT_EQ(onToolbar(), QStringList({"NewRecord", "DeleteRecord", "ApplyFilter", "Help"}));
+    tab(3);
+    EXPECT_EQ(onToolbar(), QStringList({"NewRecord", "EditRecord", "DeleteRecord", "ApplyFilter", "Help"}));
+}
+
+TEST_F(Commands, ActiveFilterIsCheckedWhenTheMenuOpens) {
+    addClient("Anic", "Vesna");
+    start();
+    win().ActiveFilter = 3;
+    inDatabaseMenu();
+    EXPECT_TRUE(win().mnuQuickSearch.at(5)->isChecked());
+    win().ActiveFilter = -1;
+    inDatabaseMenu();
+    for (const QAction* filter : win().mnuQuickSearch)
+        EXPECT_FALSE(filter->isChecked());
+}
+
+TEST_F(Commands, FilterButtonItselfFiltersNothing) {
+    clientWithServices();
+    start();
+    QTest::mouseClick(face("ApplyFilter"), Qt::LeftButton, Qt::NoModifier, QPoint(6, 10));
+    ASSERT_EQ(boxes.asked.size(), 1);
+    EXPECT_EQ(boxes.lastText(),
+              "Press a little down arrow on the very righ of this button to select a filter to apply.");
+    EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Information);
+    EXPECT_EQ(win().ActiveFilter, -1);
+}
+
+TEST_F(Commands, FilterButtonDropsDownTheFiveFilters) {
+    start();
+    QStringList keys;
+    for (const QAction* entry : win().toolbarButton("ApplyFilter")->menu()->actions())
+        keys.append(entry->objectName() + ": " + entry->text());
+    EXPECT_EQ(keys, QStringList({"FNP: &Finished and not paid services",
+                                 "NFNP: N&ot finished and not paid services",
+                                 "NFP: Not fi&nished and paid services",
+                                 "NFNPDD: Not finis&hed and not paid services with due date",
+                                 "NFPDD: Not finishe&d and paid services with due date"}));
+}
+
+TEST_F(Commands, RemovingAFilterWhereThereIsNoneOnlyDisablesTheButton) {
+    clientWithServices();
+    start();
+    win().toolbarButton("RemoveFilter")->setEnabled(true);
+    tool("RemoveFilter");
+    EXPECT_FALSE(canUse("RemoveFilter"));
+    EXPECT_TRUE(boxes.asked.isEmpty());
+    EXPECT_EQ(win().Combo1[0]->entryCount(), 1);
+}
+
+TEST_F(Commands, SearchIsAnnouncedForLater) {
+    addClient("Anic", "Vesna");
+    start();
+    choose(win().mnuDDatabase, 7);
+    EXPECT_EQ(boxes.lastText(), "This is an additional feature that will be built in later.");
+    EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Information);
+}
+
+TEST_F(Commands, DatabaseMenuAddsSavesAndDeletes) {
+    start();
+    choose(win().mnuDDatabase, 0);
+    EXPECT_TRUE(win().AddNewMode);
+    typeClient("Babic", "Bo");
+    choose(win().mnuDDatabase, 5);
+    EXPECT_EQ(countRows("Customers"), 1);
+    closeDatabases();
+    boxes.answers << platform::BoxAnswer::Yes;
+    choose(win().mnuDDatabase, 3);
+    EXPECT_EQ(countRows("Customers"), 0);
+}
+
+TEST_F(Commands, ExitUnloadsTheWindow) {
+    start();
+    choose(win().mnuDDatabase, 12);
+    EXPECT_TRUE(win().isUnloaded());
+    EXPECT_FALSE(win().isVisible());
+    EXPECT_TRUE(boxes.asked.isEmpty());
+}
+
+TEST_F(Commands, UnknownPositionsNameTheirHandler) {
+    start();
+    win().mnuDatabase_Click(2);
+    EXPECT_EQ(boxes.lastText(), "Unknown index: mnuDatabase_Click(2)");
+    EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Exclamation);
+    win().mnuHelp_Click(9);
+    EXPECT_EQ(boxes.lastText(), "Unknown index: mnuHelp_Click(9)");
+    win().mnuPopup_Click(1);
+    EXPECT_EQ(boxes.lastText(), "Unknown index: mnuPopup_Click(1)");
+    win().mnuQuickSearch_Click(7);
+    EXPECT_EQ(boxes.lastText(), "Unknown index: mnuQuickSearch_Click(7)");
+    win().mnuUtilities_Click(2);
+    EXPECT_EQ(boxes.lastText(), "Unknown index: mnuUtilities_Click(2)");
+    win().mnuView_Click(-1);
+    EXPECT_EQ(boxes.lastText(), "Unknown index: mnuView_Click(-1)");
+}
+
+TEST_F(Commands, BarsComeAndGoFromTheViewMenu) {
+    start();
+    open(win().mnuVView);
+    EXPECT_TRUE(win().mnuView.at(0)->isChecked());
+    EXPECT_TRUE(win().mnuView.at(1)->isChecked());
+    win().mnuVView->close();
+    const int full = win().height();
+    const int pane = win().Picture1[0]->height();
+    choose(win().mnuVView, 0);
+    EXPECT_FALSE(win().Toolbar1->isVisible());
+    EXPECT_FALSE(win().mnuView.at(0)->isChecked());
+    EXPECT_LT(win().height(), full);
+    EXPECT_EQ(win().Picture1[0]->height(), pane) << "the panes keep their height";
+    choose(win().mnuVView, 1);
+    EXPECT_FALSE(win().StatusBar1->isVisible());
+    choose(win().mnuVView, 0);
+    choose(win().mnuVView, 1);
+    EXPECT_TRUE(win().Toolbar1->isVisible());
+    EXPECT_TRUE(win().StatusBar1->isVisible());
+    EXPECT_EQ(win().height(), full);
+}
+
+TEST_F(Commands, HiddenToolbarStaysHiddenAfterARestart) {
+    start();
+    choose(win().mnuVView, 0);
+    end();
+    start();
+    EXPECT_FALSE(win().Toolbar1->isVisible());
+    EXPECT_TRUE(win().StatusBar1->isVisible());
+    open(win().mnuVView);
+    EXPECT_FALSE(win().mnuView.at(0)->isChecked());
+    win().mnuVView->close();
+}
+
+TEST_F(Commands, HelpMenuOpensContentsAndIndex) {
+    start();
+    if (!QFile::exists(path("Tarvello.hlp"))) {
+        ASSERT_TRUE(QFile(path("Tarvello.hlp")).open(QIODevice::WriteOnly));
+    }
+    choose(win().mnuHHelp, 0);
+    choose(win().mnuHHelp, 1);
+    tool("Help");
+    ASSERT_EQ(helpCalls.size(), 3);
+    EXPECT_EQ(helpCalls.at(0).command, HELP_FINDER);
+    EXPECT_EQ(helpCalls.at(1).command, HELP_KEY);
+    EXPECT_EQ(helpCalls.at(2).command, HELP_FINDER);
+}
+
+TEST_F(Commands, HelpAsksForAMissingFileEachTime) {
+    start();
+    QFile::remove(path("Tarvello.hlp"));
+    for (int i = 1; i <= 2; ++i) {
+        boxes.answers << platform::BoxAnswer::No;
+        choose(win().mnuHHelp, 0);
+        EXPECT_EQ(boxes.asked.size(), i);
+        EXPECT_EQ(boxes.lastText(), "Help file is missing. Would you like to try to find it?");
+    }
+    EXPECT_TRUE(helpCalls.isEmpty());
+}
+
+TEST_F(Commands, AboutIsTheSplashWindowAndGoesAtAClick) {
+    start();
+    choose(win().mnuHHelp, 5);
+    auto* about = win().findChild<frmSplash*>();
+    ASSERT_NE(about, nullptr);
+    EXPECT_TRUE(about->OpenedAsAbout);
+    EXPECT_TRUE(about->isModal());
+    EXPECT_EQ(about->timerInterval(), 0);
+    QTest::mouseClick(about, Qt::LeftButton);
+    EXPECT_FALSE(about->isVisible());
+}
+
+TEST_F(Commands, StatusTextFallsBackToTheStickyOne) {
+    start();
+    EXPECT_EQ(win().statusText(), "Ready");
+    win().SetStatusText("Busy");
+    EXPECT_EQ(win().statusText(), "Busy");
+    win().SetStatusText({});
+    EXPECT_EQ(win().statusText(), "Ready");
+    win().SetStatusText("Open", true);
+    win().SetStatusText("Busy");
+    win().SetStatusText({});
+    EXPECT_EQ(win().statusText(), "Open");
+}
+
+TEST_F(Commands, ClockOpensTheDateAndTimePanel) {
+    int opened = 0;
+    platform::setDateTimePanelHook([&] { return ++opened == 1; });
+    start();
+    QWidget* clock = win().StatusBar1->panel("Time");
+    ASSERT_NE(clock, nullptr);
+    QTest::mouseDClick(clock, Qt::LeftButton);
+    EXPECT_EQ(opened, 1);
+    EXPECT_TRUE(boxes.asked.isEmpty());
+    QTest::mouseDClick(clock, Qt::LeftButton);
+    platform::setDateTimePanelHook({});
+    EXPECT_EQ(boxes.lastText(), "Couldn't start Date/Time panel from Windows Control Panel.");
+    EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Exclamation);
+}
+
+TEST_F(Commands, FilterCaptionHasAPanelOfItsOwnAtTheLeft) {
+    start();
+    win().ShowFilterCaption(2, false);
+    EXPECT_EQ(win().StatusBar1->firstPanelKey(), "Filter");
+    EXPECT_EQ(win().StatusBar1->panelText("Filter"), "FILTER: Not finished but paid services");
+    win().ShowFilterCaption(0, false);
+    EXPECT_EQ(win().StatusBar1->panelText("Filter"), "FILTER: Finished but not paid services");
+    win().ShowFilterCaption(-1, true);
+    EXPECT_EQ(win().StatusBar1->firstPanelKey(), "Text");
+    win().ShowFilterCaption(-1, true);
+    EXPECT_EQ(win().StatusBar1->firstPanelKey(), "Text");
+}
+
+TEST_F(Commands, RightClickOnTheListOpensThePopupMenu) {
+    clientWithServices();
+    start();
+    tab(3);
+    emit win().ListView1->contextMenuAsked(QPoint(50, 50));
+    EXPECT_TRUE(win().mnuPPopup->isVisible());
+    win().mnuPPopup->close();
+}
+
+TEST_F(Commands, PopupDeleteDeletesTheService) {
+    clientWithServices();
+    start();
+    tab(3);
+    boxes.answers << platform::BoxAnswer::Yes;
+    choose(win().mnuPPopup, 5);
+    EXPECT_EQ(countRows("Services"), 0);
+    EXPECT_EQ(win().ListView1->count(), 0);
+    EXPECT_FALSE(canUse("EditRecord"));
+    EXPECT_FALSE(canUse("DeleteRecord"));
+}
+
+TEST_F(Commands, MenusWorkFromTheKeyboard) {
+    addClient("Anic", "Vesna");
+    start();
+    QTest::keyClick(&win(), Qt::Key_D, Qt::AltModifier);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return win().mnuDDatabase->isVisible(); }));
+    QTest::keyClick(win().mnuDDatabase, Qt::Key_A);
+    EXPECT_TRUE(win().AddNewMode);
+}
+
+}  // namespace

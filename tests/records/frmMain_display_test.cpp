@@ -1,0 +1,410 @@
+// The main window's start, piece by piece, and its end; what it remembers.
+
+#include <QDate>
+#include <QMenuBar>
+#include <QScreen>
+
+#include "main_window.h"
+#include "platform/system/trap.h"
+
+using platform::BoxIcon;
+
+namespace {
+
+QList<HelpCommand> helpCommands;
+
+class Start : public MainWindow {
+ protected:
+    void SetUp() override {
+        MainWindow::SetUp();
+        helpCommands.clear();
+        setHelpViewer([](const QString&, HelpCommand command, int) {
+            helpCommands.append(command);
+            return true;
+        });
+    }
+    void TearDown() override {
+        MainWindow::TearDown();
+        setHelpViewer(nullptr);
+    }
+    // A window whose step fails.
+    bool displayWithout(StartStep failing) {
+        make().onStartStep = [failing](StartStep step) {
+            if (step == failing)
+                throw platform::RunError(7, "Out of memory");
+        };
+        return win().Display();
+    }
+    // A clock that Display reads twice: at its beginning and when all is built.
+    void displayTaking(qint64 milliseconds) {
+        make().GetTickCount = [=, reading = 0]() mutable -> qint64 {
+            return 1000 + (reading++ > 0 ? milliseconds : 0);
+        };
+        auto splash = std::make_unique<frmSplash>();
+        splash->show();
+        picture = splash.get();
+        win().setSplash(std::move(splash));
+        EXPECT_TRUE(win().Display());
+    }
+    QPointer<frmSplash> picture;
+};
+
+const QString kNumber = QStringLiteral("\n[7] Out of memory");
+
+TEST_F(Start, StartsWithTheBuiltInValues) {
+    make();
+    EXPECT_EQ(win().DueDateDiff, 5);
+    EXPECT_TRUE(win().ShowMsgBoxFilterResults);
+    EXPECT_EQ(win().DefaultGST, 0);
+    EXPECT_FALSE(win().AddNewMode);
+    EXPECT_EQ(win().CurrentStage, 1);
+    EXPECT_FALSE(win().LVWSorted);
+    EXPECT_EQ(win().LVWSortField, "ServiceStarted");
+    EXPECT_EQ(win().LVWSortOrder, "ASC");
+    EXPECT_EQ(win().ActiveFilter, -1);
+    EXPECT_FALSE(win().Data1[0]->isOpen());
+}
+
+TEST_F(Start, WindowIsCaptionedAndReady) {
+    start();
+    EXPECT_EQ(win().windowTitle(), "Tarvello");
+    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_TRUE(win().Picture1[0]->isVisible());
+    EXPECT_FALSE(win().Picture1[1]->isVisible());
+    EXPECT_FALSE(win().Picture1[2]->isVisible());
+    EXPECT_NE(win().ServiceEditor, nullptr);
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    EXPECT_TRUE(boxes.asked.isEmpty());
+}
+
+TEST_F(Start, PointerIsTheHourglassWhileBuilding) {
+    bool hourglass = false;
+    make().onStartStep = [&](StartStep) {
+        hourglass = QGuiApplication::overrideCursor() != nullptr &&
+                    QGuiApplication::overrideCursor()->shape() == Qt::WaitCursor;
+    };
+    EXPECT_TRUE(win().Display());
+    EXPECT_TRUE(hourglass);
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(Start, DateFieldsAreOfTodayUntilARecordIsShown) {
+    make();
+    win().onStartStep = [&](StartStep step) {
+        if (step == StartStep::ServiceList) {
+            for (const platform::DateField* date : win().DTPicker1)
+                EXPECT_EQ(date->value(), QDate::currentDate());
+        }
+    };
+    EXPECT_TRUE(win().Display());
+}
+
+TEST_F(Start, StepsComeInTheirOrder) {
+    QList<StartStep> steps;
+    make().onStartStep = [&](StartStep step) { steps.append(step); };
+    EXPECT_TRUE(win().Display());
+    EXPECT_EQ(steps, QList<StartStep>({StartStep::ToolbarImages, StartStep::TabImages,
+                                       StartStep::ColumnImages, StartStep::Tabs, StartStep::ServiceList,
+                                       StartStep::Menus, StartStep::StatusBar, StartStep::Toolbar}));
+}
+
+TEST_F(Start, WithoutToolbarPicturesThereIsNoToolbarAndNoEntryForIt) {
+    EXPECT_TRUE(displayWithout(StartStep::ToolbarImages));
+    EXPECT_EQ(boxes.lastText(),
+              "Error while importing images for the application. Toolbar will not be visible." + kNumber);
+    EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Critical);
+    EXPECT_FALSE(win().Toolbar1->isVisible());
+    EXPECT_FALSE(win().mnuView.at(0)->isVisible());
+    EXPECT_FALSE(win().mnuView.at(0)->isEnabled());
+    EXPECT_TRUE(win().isVisible());
+}
+
+TEST_F(Start, BarThatFailedOnceIsWantedAgainTomorrow) {
+    EXPECT_TRUE(displayWithout(StartStep::Toolbar));
+    end();
+    EXPECT_TRUE(settings::boolean(settings::ToolbarVisible));
+}
+
+TEST_F(Start, WithoutTabPicturesTheTabsHaveNone) {
+    EXPECT_TRUE(displayWithout(StartStep::TabImages));
+    EXPECT_EQ(boxes.lastText(),
+              "An error has occured while importing images for the Tab Strip Control. Tab Strip Control "
+              "will be without images." +
+                  kNumber);
+    EXPECT_TRUE(win().TabImagesFailed);
+    win().TabStrip1->setCurrentIndex(1);
+    EXPECT_EQ(win().CurrentStage, 2);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_TRUE(win().TabStrip1->tabIcon(i).isNull());
+}
+
+TEST_F(Start, WithoutColumnPicturesTheListStillWorks) {
+    EXPECT_TRUE(displayWithout(StartStep::ColumnImages));
+    EXPECT_EQ(
+        boxes.lastText(),
+        "An error has occured while importing images for the Column Header of List View control." + kNumber);
+}
+
+TEST_F(Start, WithoutMenusTheMenuBarIsHidden) {
+    EXPECT_TRUE(displayWithout(StartStep::Menus));
+    EXPECT_EQ(
+        boxes.lastText(),
+        "An error has occured while creating menus for this application. Menu bar will not be visible." +
+            kNumber);
+    EXPECT_FALSE(win().menuBar()->isVisible());
+    EXPECT_TRUE(win().Toolbar1->isVisible());
+}
+
+TEST_F(Start, WithoutStatusBarTheProgramRuns) {
+    EXPECT_TRUE(displayWithout(StartStep::StatusBar));
+    EXPECT_EQ(boxes.lastText(),
+              "An error has occured while creating status bar for this application. Status bar will not be "
+              "visible." +
+                  kNumber);
+    EXPECT_EQ(win().StatusBar1, nullptr);
+    EXPECT_FALSE(win().mnuView.at(1)->isEnabled());
+    EXPECT_FALSE(win().mnuView.at(1)->isChecked());
+    tool("NewRecord");
+    EXPECT_TRUE(win().AddNewMode);
+}
+
+TEST_F(Start, WithoutToolbarTheProgramRuns) {
+    EXPECT_TRUE(displayWithout(StartStep::Toolbar));
+    EXPECT_EQ(boxes.lastText(),
+              "Error while creating toolbar for the application. Toolbar will not be visible." + kNumber);
+    EXPECT_FALSE(win().mnuView.at(0)->isEnabled());
+    win().mnuDatabase_Click(0);
+    EXPECT_TRUE(win().AddNewMode);
+}
+
+TEST_F(Start, WithoutTabsTheProgramEnds) {
+    EXPECT_FALSE(displayWithout(StartStep::Tabs));
+    EXPECT_EQ(boxes.lastText(),
+              "An unexpected error has occured while creating Tab Strip Control. Application will "
+              "terminate." +
+                  kNumber);
+    EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Critical);
+    EXPECT_TRUE(win().isUnloaded());
+    EXPECT_FALSE(win().isVisible());
+    EXPECT_FALSE(QFile::exists(path("Tarvello.bkp")));
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(Start, WithoutServiceListTheProgramEnds) {
+    EXPECT_FALSE(displayWithout(StartStep::ServiceList));
+    EXPECT_EQ(boxes.lastText(),
+              "An unexpected error has occured while creating ListView Control. Application will "
+              "terminate." +
+                  kNumber);
+    EXPECT_TRUE(win().isUnloaded());
+}
+
+TEST_F(Start, FailedStartTakesTheSplashWindowAway) {
+    make().onStartStep = [](StartStep step) {
+        if (step == StartStep::Tabs)
+            throw platform::RunError(7, "Out of memory");
+    };
+    auto splash = std::make_unique<frmSplash>();
+    splash->show();
+    picture = splash.get();
+    win().setSplash(std::move(splash));
+    EXPECT_FALSE(win().Display());
+    EXPECT_EQ(win().splash(), nullptr);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(picture.isNull());
+}
+
+TEST_F(Start, WithoutDatabaseTheProgramEnds) {
+    QFile::remove(databaseFile());
+    make();
+    boxes.answers << platform::BoxAnswer::Ok << platform::BoxAnswer::No;
+    EXPECT_FALSE(win().Display());
+    EXPECT_EQ(boxes.lastText(), "User abort.");
+    EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Critical);
+    EXPECT_TRUE(win().isUnloaded());
+}
+
+// --- The seven seconds of the splash window.
+
+TEST_F(Start, SplashStaysForTheRestOfSevenSeconds) {
+    displayTaking(1200);
+    ASSERT_NE(win().splash(), nullptr);
+    EXPECT_TRUE(picture->isVisible());
+    EXPECT_EQ(picture->timerInterval(), 5800);
+    EXPECT_TRUE(picture->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+}
+
+TEST_F(Start, SplashGoesAtOnceAfterSevenSeconds) {
+    displayTaking(7000);
+    EXPECT_EQ(win().splash(), nullptr);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(picture.isNull());
+}
+
+TEST_F(Start, SplashOneMillisecondBeforeTheTime) {
+    displayTaking(6999);
+    ASSERT_NE(win().splash(), nullptr);
+    EXPECT_EQ(picture->timerInterval(), 1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return picture.isNull(); }));
+    EXPECT_EQ(win().splash(), nullptr);
+}
+
+TEST_F(Start, ClickTakesTheSplashAway) {
+    displayTaking(10);
+    QTest::mouseClick(picture, Qt::LeftButton);
+    EXPECT_EQ(win().splash(), nullptr);
+}
+
+// --- What is remembered.
+
+TEST_F(Start, SettingsMakeTheRoundTrip) {
+    start();
+    win().move(120, 90);
+    win().DueDateDiff = 12;
+    win().DefaultGST = 20;
+    win().ShowMsgBoxFilterResults = false;
+    win().AlwaysCreateBackupDB = false;
+    win().PrintOSDetails = false;
+    win().IncludeServices = false;
+    win().ShowOnlySelectedClient = false;
+    win().ListView1->setColumnWidthTwips(2, 2100);
+    win().ListView1->setColumnPosition(7, 1);
+    const QPoint place = win().pos();
+    end();
+    EXPECT_EQ(settings::text(settings::DueDateDiff), "12");
+    EXPECT_EQ(settings::text(settings::DefaultGST), "20");
+    EXPECT_EQ(settings::text(settings::ShowFilterStatistics), "False");
+    EXPECT_EQ(settings::text(settings::LVWColumnPositions), "2;3;4;5;6;7;1");
+    start();
+    EXPECT_EQ(win().pos(), place);
+    EXPECT_EQ(win().DueDateDiff, 12);
+    EXPECT_EQ(win().DefaultGST, 20);
+    EXPECT_FALSE(win().ShowMsgBoxFilterResults);
+    EXPECT_FALSE(win().AlwaysCreateBackupDB);
+    EXPECT_FALSE(win().PrintOSDetails);
+    EXPECT_FALSE(win().IncludeServices);
+    EXPECT_FALSE(win().ShowOnlySelectedClient);
+    EXPECT_TRUE(win().PrintComputerComments);
+    EXPECT_EQ(win().ListView1->columnWidthTwips(2), 2100);
+    EXPECT_EQ(win().ListView1->columnPosition(7), 1);
+}
+
+TEST_F(Start, UntouchedListKeepsItsColumnsInTheSettings) {
+    start();
+    end();
+    EXPECT_EQ(settings::text(settings::LVWColumnWidths), "1440;1440;1440;1440;1440;1440;1440");
+    EXPECT_EQ(settings::text(settings::LVWColumnPositions), "1;2;3;4;5;6;7");
+}
+
+TEST_F(Start, MinimisedWindowKeepsTheOldPlace) {
+    start();
+    win().move(120, 90);
+    end();
+    const QString place = settings::text(settings::MainPosition);
+    start();
+    win().move(300, 200);
+    win().setWindowState(Qt::WindowMinimized);
+    end();
+    EXPECT_EQ(settings::text(settings::MainPosition), place);
+}
+
+TEST_F(Start, SettingsThatCannotBeWrittenAreToldWithTheLine) {
+    start();
+    platform::setSettingsFolder(path("Tarvello.mdb") + "/nowhere");
+    win().AlwaysCreateBackupDB = false;
+    end();
+    ASSERT_FALSE(boxes.asked.isEmpty());
+    EXPECT_TRUE(boxes.lastText().startsWith(
+        "An unexpected error has occured while saving application settings to the Registry database:\n["))
+        << boxes.lastText().toStdString();
+    EXPECT_TRUE(boxes.lastText().contains(" in line ")) << boxes.lastText().toStdString();
+    EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Exclamation);
+}
+
+TEST_F(Start, SortedListComesUpSortedWithItsIcon) {
+    const int desk = addComputer(addClient("Anic", "Vesna"), "Desk");
+    addService(desk, {{"Price", dao::Currency::fromScaled(10000)}});
+    addService(desk, {{"Price", dao::Currency::fromScaled(90000)}});
+    CeneDinarske = false;
+    settings::setBoolean(settings::LVWSorted, true);
+    settings::setText(settings::LVWSortField, "Price");
+    settings::setText(settings::LVWSortOrder, "DESC");
+    start();
+    EXPECT_EQ(win().ListView1->columnIcon(4), "SortDown");
+    EXPECT_EQ(win().ListView1->item(1).SubItems(3), "9.00");
+    end();
+    settings::setText(settings::LVWSortOrder, "ASC");
+    start();
+    EXPECT_EQ(win().ListView1->columnIcon(4), "SortUp");
+    EXPECT_EQ(win().ListView1->item(1).SubItems(3), "1.00");
+}
+
+TEST_F(Start, UnsortedListHasNoIcon) {
+    start();
+    for (int column = 1; column <= 7; ++column)
+        EXPECT_EQ(win().ListView1->columnIcon(column), "");
+}
+
+TEST_F(Start, SortFieldThatIsNoColumnIsForgotten) {
+    settings::setBoolean(settings::LVWSorted, true);
+    settings::setText(settings::LVWSortField, "Nonsense");
+    start();
+    EXPECT_TRUE(boxes.asked.isEmpty());
+    EXPECT_FALSE(win().LVWSorted);
+    EXPECT_EQ(win().LVWSortField, "ServiceStarted");
+}
+
+// --- The end.
+
+TEST_F(Start, ClosingClosesTheHelpAndTheEditor) {
+    start();
+    win().close();
+    EXPECT_EQ(win().ServiceEditor, nullptr);
+    EXPECT_EQ(helpCommands, QList<HelpCommand>({HELP_QUIT}));
+    EXPECT_FALSE(win().Data1[0]->isOpen());
+}
+
+TEST_F(Start, ClosingHappensOnce) {
+    start();
+    int times = 0;
+    QObject::connect(&win(), &frmMain::unloaded, [&] { ++times; });
+    win().close();
+    win().unload();
+    EXPECT_EQ(times, 1);
+    EXPECT_EQ(helpCommands.size(), 1);
+}
+
+TEST_F(Start, WindowFitsASmallScreen) {
+    addClient("Anic", "Vesna");
+    start();
+    const QSize least = win().minimumSizeHint();
+    EXPECT_LE(least.width(), 1024);
+    EXPECT_LE(least.height(), 740);
+    EXPECT_LE(win().width(), 1024);
+    EXPECT_LE(win().height(), 768);
+}
+
+TEST_F(Start, EveryEntryFieldHasItsTopicAndItsName) {
+    make();
+    const auto check = [](const QWidget* widget, int from, int to) {
+        ASSERT_NE(widget, nullptr);
+        const int context = widget->property("HelpContextID").toInt();
+        EXPECT_TRUE(context >= from && context <= to) << widget->objectName().toStdString() << " " << context;
+        EXPECT_FALSE(widget->accessibleName().isEmpty()) << widget->objectName().toStdString();
+    };
+    for (int i = 0; i < frmMain::kEntryFields; ++i) {
+        if (i <= 18)
+            check(field(i), 501, 528);
+        else if (i == 37 || i == 38)
+            check(field(i), 701, 703);
+        else
+            check(field(i), 601, 621);
+        EXPECT_EQ(field(i)->objectName(), QString("Text1(%1)").arg(i));
+    }
+    check(win().Check1, 501, 528);
+    check(win().ListView1, 701, 703);
+    for (size_t i = 0; i < 3; ++i)
+        check(win().DTPicker1[i], 501, 528);
+}
+
+}  // namespace

@@ -1,0 +1,358 @@
+// The database under the open window: opening with repair and backup at hand, closing, compacting,
+// restarting.
+
+#include "main_window.h"
+#include "support/second_process.h"
+
+using platform::BoxAnswer;
+using platform::BoxIcon;
+
+namespace {
+
+class Session : public MainWindow {
+ protected:
+    void shop() {
+        anic = addClient("Anic", "Vesna");
+        peric = addClient("Peric", "Pera");
+        desk = addComputer(anic, "Desk");
+        office = addComputer(peric, "Office");
+        addService(desk);
+        addService(desk);
+        addService(office);
+    }
+    void utility(int position) {
+        open(win().mnuDDatabase);
+        choose(menuNamed("mnuUtilities"), position);
+        win().mnuDDatabase->close();
+    }
+    void compact() { utility(4); }
+    void restart() { utility(3); }
+    QStringList queries() {
+        QStringList names;
+        const dao::QueryDefsCollection all = openDatabase().QueryDefs();
+        for (int i = 0; i < all.Count(); ++i)
+            names.append(QString::fromStdString(all[i].Name()));
+        closeDatabases();
+        return names;
+    }
+    // Overwrites the head of a file, so that nothing opens it any more.
+    static void ruin(const QString& file) {
+        QFile bytes(file);
+        ASSERT_TRUE(bytes.open(QIODevice::ReadWrite));
+        bytes.write(QByteArray(8192, '\x5a'));
+    }
+    // Another workstation that has the file open, and nothing else.
+    std::unique_ptr<SecondProcess> colleague() {
+        return std::make_unique<SecondProcess>([this](const SecondProcess::Side& side) {
+            side.untilReleased();
+            dao::Database file = dao::DBEngine::OpenDatabase(databaseFile().toStdString(), false, false,
+                                                             connectText().toStdString());
+            side.ready();
+            side.untilReleased();
+        });
+    }
+    int anic = 0, peric = 0, desk = 0, office = 0;
+};
+
+const QString kAskRepair =
+    QStringLiteral("There was an error while openning the database. Application will try to reapir it.");
+const QString kMultiUser = QStringLiteral(
+    "Database is opened in multiuser environment and at least one user is on line thus it is impossible to "
+    "compact "
+    "database. Application will try to restart the database.");
+
+TEST_F(Session, ThreeQueriesLiveAsLongAsTheWindow) {
+    shop();
+    start();
+    EXPECT_EQ(win().QuerySuffix, 0);
+    EXPECT_EQ(queries(), QStringList({"OpremaGrupe", "QDComputers0", "QDCustomers0", "QDServices0"}));
+    end();
+    EXPECT_EQ(queries(), QStringList({"OpremaGrupe"}));
+}
+
+TEST_F(Session, ProperlyClosedIsFalseWhileOpenAndTrueAfterACloseWithoutBackup) {
+    start();
+    EXPECT_FALSE(settings::boolean(settings::ProperlyClosed));
+    EXPECT_EQ(settings::text(settings::ProperlyClosed), "False");
+    win().AlwaysCreateBackupDB = false;
+    end();
+    EXPECT_TRUE(settings::boolean(settings::ProperlyClosed));
+    EXPECT_FALSE(QFile::exists(path("Tarvello.bkp")));
+}
+
+TEST_F(Session, CloseWithBackupLeavesProperlyClosedAlone) {
+    shop();
+    start();
+    end();
+    EXPECT_FALSE(settings::boolean(settings::ProperlyClosed));
+    EXPECT_TRUE(QFile::exists(path("Tarvello.bkp")));
+    EXPECT_TRUE(boxes.asked.isEmpty());
+}
+
+TEST_F(Session, FailedBackupIsToldAndTheProgramEndsAllTheSame) {
+    shop();
+    start();
+    ASSERT_TRUE(QDir().mkpath(path("Tarvello.bkp")));  // a folder where the backup should be
+    end();
+    ASSERT_EQ(boxes.asked.size(), 1);
+    EXPECT_TRUE(boxes.lastText().startsWith("Application has failed to create backup database:\n\n"))
+        << boxes.lastText().toStdString();
+    EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Exclamation);
+}
+
+TEST_F(Session, KindsOfServiceAreReadAtOpening) {
+    start();
+    ASSERT_GT(win().ServiceTypeNames.size(), 1);
+    EXPECT_EQ(win().ServiceTypeNames.size() - 1, countRows("ServiceTypes"));
+}
+
+TEST_F(Session, BrokenFileIsRepairedOnceAndOnlyOnce) {
+    shop();
+    closeDatabases();
+    make();
+    QString errorText;
+    bool ok = true;
+    // The file opens, but the query's table is gone: a repair succeeds and helps nothing.
+    openDatabase().TableDefs().Delete("Services");
+    closeDatabases();
+    win().OpenDataControls(errorText, ok);
+    EXPECT_FALSE(ok);
+    EXPECT_EQ(errorText, "Application couldn't open database since the repair procedure has failed.");
+    ASSERT_EQ(boxes.asked.size(), 1);
+    EXPECT_EQ(boxes.lastText(), kAskRepair);
+    EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Exclamation);
+}
+
+TEST_F(Session, HopelessFileMayBeReplacedByTheBackup) {
+    shop();
+    closeDatabases();
+    ASSERT_TRUE(QFile::copy(databaseFile(), path("Tarvello.bkp")));
+    ruin(databaseFile());
+    make();
+    QString errorText;
+    bool ok = false;
+    boxes.answers << BoxAnswer::Ok << BoxAnswer::Yes;
+    win().OpenDataControls(errorText, ok);
+    EXPECT_TRUE(ok) << errorText.toStdString();
+    ASSERT_EQ(boxes.asked.size(), 2);
+    EXPECT_EQ(boxes.asked.first().text, kAskRepair);
+    EXPECT_TRUE(boxes.lastText().startsWith("Repair database failed\n"));
+    EXPECT_TRUE(boxes.lastText().endsWith("\nDo you wish to use backup database instead?"));
+    EXPECT_EQ(countRows("Customers"), 2);
+}
+
+TEST_F(Session, HopelessFileAndNoBackupWanted) {
+    shop();
+    closeDatabases();
+    ruin(databaseFile());
+    make();
+    QString errorText;
+    bool ok = true;
+    boxes.answers << BoxAnswer::Ok << BoxAnswer::No;
+    win().OpenDataControls(errorText, ok);
+    EXPECT_FALSE(ok);
+    EXPECT_EQ(errorText, "User abort.");
+}
+
+TEST_F(Session, HopelessFileAndNoBackupThere) {
+    shop();
+    closeDatabases();
+    ruin(databaseFile());
+    make();
+    QString errorText;
+    bool ok = true;
+    boxes.answers << BoxAnswer::Ok << BoxAnswer::Yes;
+    win().OpenDataControls(errorText, ok);
+    EXPECT_FALSE(ok);
+    EXPECT_TRUE(errorText.startsWith("Failed to use backup database.\nCouldn't find the backup database "))
+        << errorText.toStdString();
+}
+
+TEST_F(Session, FailedStartDoesNotOverwriteTheBackup) {
+    shop();
+    closeDatabases();
+    ASSERT_TRUE(QFile::copy(databaseFile(), path("Tarvello.bkp")));
+    const auto sizeBefore = QFileInfo(path("Tarvello.bkp")).size();
+    ruin(databaseFile());
+    make();
+    boxes.answers << BoxAnswer::Ok << BoxAnswer::No;
+    EXPECT_FALSE(win().Display());
+    EXPECT_EQ(QFileInfo(path("Tarvello.bkp")).size(), sizeBefore);
+    QFile backup(path("Tarvello.bkp"));
+    ASSERT_TRUE(backup.open(QIODevice::ReadOnly));
+    EXPECT_NE(backup.read(16), QByteArray(16, '\x5a'));
+}
+
+// --- Restart and compaction from the menu.
+
+TEST_F(Session, RestartKeepsTheRecordsAndGoesToTheFirstStage) {
+    shop();
+    start();
+    choose(0, "Peric, Pera");
+    tab(3);
+    restart();
+    EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
+    EXPECT_EQ(win().CurrentStage, 1);
+    EXPECT_EQ(win().TabStrip1->currentIndex(), 0);
+    EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Peric, Pera"}));
+    EXPECT_EQ(chosen(0), "Anic, Vesna");
+    EXPECT_EQ(entries(1), QStringList({"Desk"}));
+    EXPECT_EQ(win().RememberedIndex[1], -1);
+    EXPECT_EQ(win().ListView1->count(), 2);
+    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(win().cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(Session, NextChangeOfTabReadsTheStagesAgain) {
+    shop();
+    start();
+    restart();
+    const QString whole = win().Data1[1]->RecordSource;
+    EXPECT_EQ(whole, QString("Select * FROM QDComputers%1").arg(win().QuerySuffix));
+    EXPECT_EQ(win().Data1[2]->RecordSource, QString("Select * FROM QDServices%1").arg(win().QuerySuffix));
+    addComputer(anic, "Brand new");
+    tab(2);
+    EXPECT_EQ(entries(1), QStringList({"Brand new", "Desk"}));
+    tab(3);
+    EXPECT_NE(win().Data1[2]->RecordSource, whole);
+}
+
+TEST_F(Session, RestartOfAnEmptyShop) {
+    start();
+    restart();
+    EXPECT_TRUE(boxes.asked.isEmpty());
+    EXPECT_EQ(win().Combo1[0]->entryCount(), 0);
+    tool("NewRecord");
+    typeClient("Babic", "Bo");
+    tool("SaveRecord");
+    EXPECT_EQ(countRows("Customers"), 1);
+}
+
+TEST_F(Session, RestartSavesWhatIsPending) {
+    shop();
+    start();
+    type(13, "064");
+    restart();
+    EXPECT_EQ(valueOf("Customers", "CustID", anic, "Cellular").asText(), "064");
+}
+
+TEST_F(Session, RestartIsRefusedWhileSomethingIsMissing) {
+    shop();
+    start();
+    type(0, "");
+    boxes.answers << BoxAnswer::Yes;
+    restart();
+    EXPECT_EQ(boxes.asked.size(), 1);
+    EXPECT_EQ(text(0), "");
+    EXPECT_TRUE(win().StageDirty[0]);
+    EXPECT_TRUE(win().Data1[0]->isOpen());
+    boxes.answers << BoxAnswer::Yes;
+    compact();
+    EXPECT_EQ(boxes.asked.size(), 2) << "no multi-user notice where the user himself has refused";
+}
+
+TEST_F(Session, RestartForgetsTheFilter) {
+    shop();
+    start();
+    win().ActiveFilter = 1;
+    win().ShowFilterCaption(1, false);
+    restart();
+    EXPECT_EQ(win().ActiveFilter, -1);
+    EXPECT_EQ(win().StatusBar1->firstPanelKey(), "Text");
+    EXPECT_FALSE(canUse("RemoveFilter"));
+}
+
+TEST_F(Session, RestartKeepsTheOrderOfTheList) {
+    anic = addClient("Anic", "Vesna");
+    desk = addComputer(anic, "Desk");
+    addService(desk, {{"Price", dao::Currency::fromScaled(10000)}});
+    addService(desk, {{"Price", dao::Currency::fromScaled(90000)}});
+    start();
+    CeneDinarske = false;
+    win().LVWSorted = true;
+    win().LVWSortField = "Price";
+    win().LVWSortOrder = "DESC";
+    restart();
+    EXPECT_EQ(win().ListView1->item(1).SubItems(3), "9.00");
+}
+
+TEST_F(Session, CompactingMakesTheFileSmallerAndKeepsTheRecords) {
+    shop();
+    dao::DBEngine::BeginTrans();
+    for (int i = 0; i < 400; ++i)
+        addClient("Gone", "G" + QString::number(i), {{"Comments", std::string(4000, 'x')}});
+    openDatabase().Execute("DELETE * FROM Customers WHERE Surname='Gone'");
+    dao::DBEngine::CommitTrans();
+    start();
+    const qint64 before = QFileInfo(databaseFile()).size();
+    compact();
+    EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
+    EXPECT_LT(QFileInfo(databaseFile()).size(), before / 2);
+    EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Peric, Pera"}));
+    EXPECT_EQ(win().statusText(), "Ready");
+    choose(0, "Peric, Pera");
+    tab(3);
+    EXPECT_EQ(win().ListView1->count(), 1);
+    type(win().Text2[0], "");
+    end();
+    EXPECT_EQ(countRows("Services"), 3);
+}
+
+TEST_F(Session, CompactingWhileAColleagueHasTheFileOpenRestartsInstead) {
+    const auto other = colleague();
+    shop();
+    start();
+    other->release();
+    ASSERT_TRUE(other->waitReady());
+    compact();
+    ASSERT_EQ(boxes.asked.size(), 1);
+    EXPECT_EQ(boxes.lastText(), kMultiUser);
+    EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Exclamation);
+    EXPECT_FALSE(win().isUnloaded());
+    EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Peric, Pera"}));
+    EXPECT_EQ(win().ListView1->count(), 2);
+    EXPECT_EQ(win().statusText(), "Ready");
+    other->release();
+    EXPECT_EQ(other->wait(), 0);
+}
+
+TEST_F(Session, ReasonOfAFailedCompactionIsHandedBack) {
+    const auto other = colleague();
+    shop();
+    start();
+    other->release();
+    ASSERT_TRUE(other->waitReady());
+    QString errorText;
+    bool ok = true;
+    win().CompactOpenDatabase(errorText, ok);
+    EXPECT_FALSE(ok);
+    EXPECT_TRUE(
+        errorText.startsWith("Unexpected error(s) occured while repairing and compacting the database:\n"
+                             "Error(s) occured while Repairing and Compacting database:"))
+        << errorText.toStdString();
+    EXPECT_TRUE(errorText.contains("[3045]"));
+    other->release();
+}
+
+TEST_F(Session, FailedRestartEndsTheProgram) {
+    shop();
+    start();
+    boxes.onBox = [&](const platform::Box& box) {
+        if (box.text == kAskRepair)
+            QFile::remove(databaseFile());
+    };
+    win().Data1[0]->Close();
+    win().Data1[1]->Close();
+    win().Data1[2]->Close();
+    ruin(databaseFile());
+    boxes.answers << BoxAnswer::Ok << BoxAnswer::No;
+    restart();
+    ASSERT_EQ(boxes.asked.size(), 3);
+    EXPECT_EQ(boxes.lastText(),
+              "Restarting database has failed.\n\nUnexpected error(s) occured while reopening the "
+              "database:\nUser abort.\n\nAplication will terminate.");
+    EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Critical);
+    EXPECT_TRUE(win().isUnloaded());
+}
+
+}  // namespace

@@ -1,0 +1,117 @@
+#pragma once
+
+#include <QAbstractItemView>
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QTest>
+#include <QToolBar>
+#include <QToolButton>
+#include <memory>
+
+#include "records/frmDetails.h"
+#include "records/frmMain.h"
+#include "shell/frmSplash.h"
+#include "support/fixture.h"
+
+// The main window on the shop's first morning, driven by keys and clicks.
+class MainWindow : public DeliveredFixture {
+ protected:
+    void TearDown() override {
+        window_.reset();
+        DeliveredFixture::TearDown();
+    }
+
+    // The window before Display.
+    frmMain& make() {
+        window_ = std::make_unique<frmMain>();
+        return *window_;
+    }
+    // The window on show. Records the test needs are added before.
+    frmMain& start() {
+        closeDatabases();
+        make();
+        EXPECT_TRUE(window_->Display());
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+        return *window_;
+    }
+    // Closed and gone, as at the end of the day.
+    void end() {
+        window_->close();
+        window_.reset();
+    }
+    frmMain& win() { return *window_; }
+
+    QWidget* face(const QString& key) { return win().Toolbar1->widgetForAction(win().toolbarButton(key)); }
+    void tool(const QString& key) { QTest::mouseClick(face(key), Qt::LeftButton); }
+    bool canUse(const QString& key) { return win().toolbarButton(key)->isEnabled(); }
+    void tab(int stage) {
+        QTest::mouseClick(win().TabStrip1, Qt::LeftButton, Qt::NoModifier,
+                          win().TabStrip1->tabRect(stage - 1).center());
+    }
+    QString caption(int stage) { return win().TabStrip1->caption(stage - 1); }
+
+    // Opens a menu, with its state rule, and chooses an item by a click.
+    void choose(QMenu* menu, int position) {
+        open(menu);
+        const QAction* item = menu->actions().at(position);
+        QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier,
+                          menu->actionGeometry(const_cast<QAction*>(item)).center());
+        menu->close();
+    }
+    static void open(QMenu* menu) {
+        menu->popup(QPoint(10, 10));
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(menu));
+    }
+    QMenu* menuNamed(const char* name) { return win().findChild<QMenu*>(QLatin1String(name)); }
+
+    QWidget* field(int index) { return win().Text1[static_cast<size_t>(index)]; }
+    QString text(int index) { return win().fieldText(index); }
+    void type(int index, const QString& words) { type(field(index), words); }
+    static void type(QWidget* widget, const QString& words) {
+        widget->setFocus();
+        QTest::keyClick(widget, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(widget, Qt::Key_Delete);
+        QTest::keyClicks(widget, words);
+    }
+    QString chosen(int stageIndex) { return win().Combo1[static_cast<size_t>(stageIndex)]->currentText(); }
+    QStringList entries(int stageIndex) {
+        QStringList all;
+        const platform::Selector* selector = win().Combo1[static_cast<size_t>(stageIndex)];
+        for (int i = 0; i < selector->entryCount(); ++i)
+            all.append(selector->entryText(i));
+        return all;
+    }
+    // Down to the entry with the arrow keys, one by one, as from the keyboard.
+    void choose(int stageIndex, const QString& entry) {
+        platform::Selector* selector = win().Combo1[static_cast<size_t>(stageIndex)];
+        selector->setFocus();
+        const int wanted = static_cast<int>(entries(stageIndex).indexOf(entry));
+        ASSERT_GE(wanted, 0) << entry.toStdString();
+        selector->setCurrentIndex(wanted);
+    }
+    // Types the required fields of a client into the pane.
+    void typeClient(const QString& surname, const QString& givenName) {
+        type(0, surname);
+        type(1, givenName);
+        type(7, QStringLiteral("Lipova 1"));
+        type(8, QStringLiteral("Beograd"));
+        type(10, QStringLiteral("11000"));
+        type(11, QStringLiteral("Srbija"));
+    }
+    bool locked(int index) {
+        if (const auto* line = qobject_cast<const QLineEdit*>(field(index)))
+            return line->isReadOnly();
+        return qobject_cast<const QPlainTextEdit*>(field(index))->isReadOnly();
+    }
+    qint32 currentKey(int stageIndex) {
+        const char* keys[] = {"CustID", "MachineID", "ID"};
+        return win().Data1[static_cast<size_t>(stageIndex)]->Recordset()[keys[stageIndex]].asLong();
+    }
+
+ private:
+    std::unique_ptr<frmMain> window_;
+};
