@@ -39,8 +39,7 @@ void takeInClients(Walker& walker) {
     walker.picture("client-refused");
     walker.answer("Missing Client's Address - Street Name & Number.", QMessageBox::Yes);
     walker.check("the first missing field has the focus", [] {
-        return QApplication::focusWidget() != nullptr &&
-               QApplication::focusWidget()->objectName() == "Text1(7)";
+        return focusOnShow() != nullptr && focusOnShow()->objectName() == "Text1(7)";
     });
 
     walker.station("a client with a firm is taken in");
@@ -167,36 +166,16 @@ void takeInServices(Walker& walker) {
 void lookAround(Walker& walker) {
     walker.station("the menus open, and what the shop still waits for is grey");
     for (const char* name : {"mnuDDatabase", "mnuVView", "mnuHHelp"}) {
-        walker.act([name] {
-            auto* menu = windowOnShow()->findChild<QWidget*>(QLatin1String(name));
-            if (menu != nullptr)
-                QMetaObject::invokeMethod(menu, "show");
-        });
-        walker.act([] {
-            if (QWidget* menu = QApplication::activePopupWidget())
-                menu->close();
-        });
+        walker.openMenu(name);
+        walker.picture(QLatin1String(name), name);
+        walker.press(Qt::Key_Escape);
     }
 
     walker.station("the service's help is opened and closed");
     walker.press(Qt::Key_F1);
-    walker.when(
-        [] {
-            const auto windows = QApplication::topLevelWidgets();
-            for (const QWidget* window : windows) {
-                if (window->isVisible() && window->objectName() == "frmHelp")
-                    return true;
-            }
-            return false;
-        },
-        [] {});
-    walker.act([] {
-        const auto windows = QApplication::topLevelWidgets();
-        for (QWidget* window : windows) {
-            if (window->objectName() == "frmHelp")
-                window->close();
-        }
-    });
+    walker.when([] { return topWindow("frmHelp") != nullptr; }, [] {});
+    walker.picture("help", "frmHelp");
+    walker.act([] { topWindow("frmHelp")->close(); });
 }
 
 }  // namespace
@@ -207,9 +186,8 @@ QString tabCaption(Walker& walker, int tab) {
 
 void walkFirstDay(Walker& walker) {
     walker.station("the program starts on an empty shop");
-    walker.when([] { return windowOnShow() != nullptr && windowOnShow()->objectName() == "frmSplash"; },
-                [] {});
-    walker.picture("splash");
+    walker.when([] { return topWindow("frmSplash") != nullptr; }, [] {});
+    walker.picture("splash", "frmSplash");
     walker.when([&walker] { return windowOnShow() != nullptr && walker.shows("TabStrip1"); }, [] {});
     walker.check("the tab says Klijenti", [&walker] { return caption(walker, 0) == "Klijenti"; });
     walker.checkText("Panel(Text)", "Ready");

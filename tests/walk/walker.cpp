@@ -35,19 +35,24 @@ QMessageBox* boxOnShow() {
     return qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
 }
 
-QWidget* windowOnShow() {
-    if (QWidget* modal = QApplication::activeModalWidget())
-        return modal;
+QWidget* topWindow(const QString& name) {
     const auto windows = QApplication::topLevelWidgets();
     for (QWidget* window : windows) {
-        if (window->isVisible() && window->objectName() == QLatin1String("frmMain"))
-            return window;
-    }
-    for (QWidget* window : windows) {
-        if (window->isVisible() && window->windowType() != Qt::Popup)
+        if (window->isVisible() && window->objectName() == name)
             return window;
     }
     return nullptr;
+}
+
+QWidget* windowOnShow() {
+    if (QWidget* modal = QApplication::activeModalWidget())
+        return modal;
+    return topWindow(QStringLiteral("frmMain"));
+}
+
+QWidget* focusOnShow() {
+    QWidget* window = windowOnShow();
+    return window != nullptr && window->focusWidget() != nullptr ? window->focusWidget() : window;
 }
 
 QString textOf(const QWidget* control) {
@@ -150,9 +155,14 @@ void Walker::type(const QString& name, const QString& text) {
 
 void Walker::press(int key, Qt::KeyboardModifiers modifiers) {
     act([this, key, modifiers] {
-        QWidget* focus = QApplication::focusWidget();
-        if (focus == nullptr)
-            focus = windowOnShow();
+        QWidget* focus = QApplication::activePopupWidget();
+        if (focus == nullptr) {
+            if (QWidget* window = windowOnShow()) {
+                window->activateWindow();  // no window manager does it here
+                static_cast<void>(QTest::qWaitForWindowActive(window, 1000));
+            }
+            focus = focusOnShow();
+        }
         if (focus == nullptr)
             fail(QStringLiteral("no window takes the key"));
         QTest::keyClick(focus, static_cast<Qt::Key>(key), modifiers);
@@ -178,15 +188,18 @@ void Walker::tool(const QString& key) {
     });
 }
 
-// By keys, as from the keyboard: the menu bar's menu is opened and its item chosen.
-void Walker::menu(const QString& name, int position) {
-    act([this, name, position] {
+void Walker::openMenu(const QString& name) {
+    act([this, name] {
         auto* menu = windowOnShow()->findChild<QMenu*>(name);
         if (menu == nullptr)
             fail(QStringLiteral("there is no menu \"%1\"").arg(name));
         menu->popup(windowOnShow()->mapToGlobal(QPoint(20, 40)));
     });
     pause(60);
+}
+
+void Walker::menu(const QString& name, int position) {
+    openMenu(name);
     act([this, name, position] {
         auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
         if (menu == nullptr || menu->objectName() != name)
@@ -220,10 +233,10 @@ void Walker::answer(const QString& saying, int button) {
          });
 }
 
-void Walker::picture(const QString& name) {
+void Walker::picture(const QString& name, const QString& windowName) {
     pause(120);  // the window has painted itself
-    act([this, name] {
-        QWidget* window = windowOnShow();
+    act([this, name, windowName] {
+        QWidget* window = windowName.isEmpty() ? windowOnShow() : topWindow(windowName);
         if (window == nullptr)
             fail(QStringLiteral("there is no window to take a picture of"));
         const QString file = QStringLiteral("%1/%2-%3.png")

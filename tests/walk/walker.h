@@ -38,12 +38,14 @@ class Walker : public QObject {
     void click(const QString& name);
     void type(const QString& name, const QString& text);  // into the control, replacing what it holds
     void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);  // to whatever has the focus
-    void tool(const QString& key);                 // a button of the toolbar, by its key
+    void tool(const QString& key);  // a button of the toolbar, by its key
+    void openMenu(const QString& name);
     void menu(const QString& name, int position);  // an item of a menu of the main window, by its place
     void tab(int index);                           // of the tab strip of the main window
     void answer(const QString& saying,
-                int button);            // the message box that says so; a QMessageBox::StandardButton
-    void picture(const QString& name);  // of the active window, as the next numbered PNG
+                int button);  // the message box that says so; a QMessageBox::StandardButton
+    // Of the active window, or of the top-level window of that name, as the next numbered PNG.
+    void picture(const QString& name, const QString& window = {});
     void check(const QString& what, Condition condition);
     void checkText(const QString& name, const QString& expected);
 
@@ -67,8 +69,10 @@ class Walker : public QObject {
     QString station_;
 };
 
-QString textOf(const QWidget* control);                  // what an entry field, a selector or a label shows
-QMessageBox* boxOnShow();                                // nullptr where there is none
-QWidget* windowOnShow();                                 // the active modal window, else the main window
+QString textOf(const QWidget* control);   // what an entry field, a selector or a label shows
+QMessageBox* boxOnShow();                 // nullptr where there is none
+QWidget* windowOnShow();                  // the active modal window, else the main window
+QWidget* focusOnShow();                   // the control in it that takes the keys
+QWidget* topWindow(const QString& name);  // a visible top-level window of that name; nullptr: none
 QString cell(const QWidget* list, int row, int column);  // rows and columns from 0
 int rows(const QWidget* list);
