@@ -2,6 +2,7 @@
 
 #include "data/session.h"
 #include "platform/controls/boxes.h"
+#include "platform/system/trap.h"
 #include "records/frmDetails.h"
 #include "records/frmMain.h"
 #include "shell/frmSplash.h"
@@ -10,7 +11,12 @@
 
 std::unique_ptr<frmMain> Main(const std::function<void(frmMain&)>& prepare) {
     CheckHelpFile();  // without its help file the program runs on
-    KursKupovni = ReadKursKupovni();
+    // A rate that somebody has spoilt by hand must not keep the shop closed: it is told, and the usual rate holds.
+    platform::Trap rate;
+    rate([] { KursKupovni = ReadKursKupovni(); });
+    if (rate.failed())
+        platform::showBox({GetResString(1041) + QLatin1Char('\n') + rate.line(), GetResString(1),
+                           platform::BoxIcon::Exclamation});
     CeneDinarske = settings::boolean(settings::CeneDinarske);
     AskBeforeDelete = settings::boolean(settings::AskBeforeDelete);
     MakeProperCase = settings::boolean(settings::MakeProperCase);

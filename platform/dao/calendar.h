@@ -14,8 +14,8 @@ struct CivilDay {
 CivilDay civilFromDays(std::int64_t days);
 std::int64_t daysFromCivil(const CivilDay& day);
 
-// A date before the first day still has its time of day counted forward: -1.25 is six in the morning of the 29th.
-// This gives the point on a straight line, in days.
+// A date before the first day still has its time of day counted forward: -1.25 is six in the morning of the
+// 29th. This gives the point on a straight line, in days.
 double linearDays(double date);
 
 }  // namespace dao

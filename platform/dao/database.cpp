@@ -26,8 +26,9 @@ std::string_view bareName(std::string_view source) {
 }
 
 void checkNewName(OpenFile& file, std::string_view name) {
-    if (name.empty() || name.size() > kLongestName || name.find_first_of("[]!.`\"'") != std::string_view::npos ||
-        name.front() == ' ' || sameName(name.substr(0, 4), "dao_") || sameName(name.substr(0, 7), "sqlite_"))
+    if (name.empty() || name.size() > kLongestName ||
+        name.find_first_of("[]!.`\"'") != std::string_view::npos || name.front() == ' ' ||
+        sameName(name.substr(0, 4), "dao_") || sameName(name.substr(0, 7), "sqlite_"))
         fail(errInvalidOperation, "'" + std::string(name) + "' is not a valid name.");
     if (file.table(name) != nullptr || file.store().queryVersion(name) != 0)
         fail(errObjectExists, "Object '" + std::string(name) + "' already exists.");
@@ -106,7 +107,8 @@ std::shared_ptr<RecordsetImpl> DatabaseImpl::openRecordset(std::string_view sour
         fail(errInvalidOperation);
     if (type == dbOpenTable && !isTable)
         fail(isName ? errInvalidOperation : errUnknownObject,
-             isName ? std::string() : "The engine can't find the input table or query '" + std::string(name) + "'.");
+             isName ? std::string()
+                    : "The engine can't find the input table or query '" + std::string(name) + "'.");
     if (!isName && !name.empty() && name.find_first_of(" \t\r\n(") == std::string_view::npos)
         fail(errUnknownObject, "The engine can't find the input table or query '" + std::string(name) + "'.");
     std::string statement = isName ? "SELECT * FROM [" + std::string(name) + ']' : std::string(source);
@@ -135,7 +137,9 @@ DatabaseImpl& opened(const std::shared_ptr<DatabaseImpl>& impl) {
 
 }  // namespace
 
-const std::string& Database::Name() const { return opened(impl_).name(); }
+const std::string& Database::Name() const {
+    return opened(impl_).name();
+}
 
 Recordset Database::OpenRecordset(std::string_view source, RecordsetType type) {
     return Recordset(opened(impl_).openRecordset(source, type));
@@ -147,7 +151,9 @@ void Database::Execute(std::string_view statement, int) {
     impl.recordsAffected = impl.writableFile().execute(statement);
 }
 
-std::int64_t Database::RecordsAffected() const { return opened(impl_).recordsAffected; }
+std::int64_t Database::RecordsAffected() const {
+    return opened(impl_).recordsAffected;
+}
 
 void Database::Close() {
     if (impl_ != nullptr)
@@ -186,7 +192,9 @@ void Database::CreateRelation(const Relation& relation) {
     });
 }
 
-std::vector<Relation> Database::Relations() const { return opened(impl_).file().store().relations(); }
+std::vector<Relation> Database::Relations() const {
+    return opened(impl_).file().store().relations();
+}
 
 void Database::CreateIndex(std::string_view table, std::string_view field, bool unique) {
     OpenFile& file = opened(impl_).writableFile();
@@ -213,7 +221,9 @@ void QueryDef::setSQL(const std::string& text) {
     });
 }
 
-int QueryDefsCollection::Count() const { return static_cast<int>(opened(db_).file().store().queries().size()); }
+int QueryDefsCollection::Count() const {
+    return static_cast<int>(opened(db_).file().store().queries().size());
+}
 
 QueryDef QueryDefsCollection::operator[](int index) const {
     const auto queries = opened(db_).file().store().queries();
@@ -241,7 +251,9 @@ void QueryDefsCollection::Delete(std::string_view name) {
     });
 }
 
-int TableDefsCollection::Count() const { return static_cast<int>(opened(db_).file().catalog().tables().size()); }
+int TableDefsCollection::Count() const {
+    return static_cast<int>(opened(db_).file().catalog().tables().size());
+}
 
 TableDef TableDefsCollection::operator[](int index) const {
     const std::vector<sql::TableInfo>& tables = opened(db_).file().catalog().tables();

@@ -14,7 +14,15 @@ namespace dao {
 class DatabaseImpl;
 
 enum ExecuteOption { dbFailOnError = 128 };
-enum FieldType { dbBoolean = 1, dbLong = 4, dbCurrency = 5, dbSingle = 6, dbDate = 8, dbText = 10, dbMemo = 12 };
+enum FieldType {
+    dbBoolean = 1,
+    dbLong = 4,
+    dbCurrency = 5,
+    dbSingle = 6,
+    dbDate = 8,
+    dbText = 10,
+    dbMemo = 12
+};
 
 struct FieldDef {
     std::string Name;
@@ -50,9 +58,10 @@ struct Relation {
 // A stored query: lives in the file, is seen by every process that has it open.
 class QueryDef {
  public:
-    QueryDef(std::shared_ptr<DatabaseImpl> db, std::string name) : db_(std::move(db)), name_(std::move(name)) {}
+    QueryDef(std::shared_ptr<DatabaseImpl> db, std::string name)
+        : db_(std::move(db)), name_(std::move(name)) {}
     const std::string& Name() const { return name_; }
-    std::string SQL() const;                 // 3265 if it has been dropped meanwhile
+    std::string SQL() const;  // 3265 if it has been dropped meanwhile
     // 3075 if it does not parse, and then the old text stays. Names are looked up when the query is run.
     void setSQL(const std::string& text);
 
@@ -95,8 +104,8 @@ class Database {
     explicit operator bool() const { return impl_ != nullptr; }  // false after Close, too
 
     const std::string& Name() const;  // the path it was opened by
-    // `source`: a table's or stored query's name, or a SELECT. dbOpenTable takes a table's name only and gives its
-    // rows in the table's own order.
+    // `source`: a table's or stored query's name, or a SELECT. dbOpenTable takes a table's name only and
+    // gives its rows in the table's own order.
     Recordset OpenRecordset(std::string_view source, RecordsetType type = dbOpenDynaset);
     // INSERT, UPDATE, DELETE. All of it happens or, on an error, nothing, whatever `options` says.
     void Execute(std::string_view statement, int options = dbFailOnError);
@@ -109,8 +118,8 @@ class Database {
     // Only while the foreign table is empty. The store keeps the rule from then on, also for other programs.
     void CreateRelation(const Relation& relation);
     std::vector<Relation> Relations() const;
-    // Makes searches and joins by this field quick. 3265 for an unknown table or field, 3022 if `unique` and the
-    // table holds a value twice.
+    // Makes searches and joins by this field quick. 3265 for an unknown table or field, 3022 if `unique` and
+    // the table holds a value twice.
     void CreateIndex(std::string_view table, std::string_view field, bool unique = false);
 
     void Close();  // its record sets close with it; closing a closed one does nothing

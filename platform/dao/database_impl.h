@@ -15,7 +15,10 @@ class RecordsetImpl;
 class DatabaseImpl : public std::enable_shared_from_this<DatabaseImpl> {
  public:
     DatabaseImpl(std::string name, std::shared_ptr<OpenFile> file, bool readOnly, ExclusiveUse exclusive)
-        : name_(std::move(name)), file_(std::move(file)), exclusive_(std::move(exclusive)), readOnly_(readOnly) {}
+        : name_(std::move(name)),
+          file_(std::move(file)),
+          exclusive_(std::move(exclusive)),
+          readOnly_(readOnly) {}
     ~DatabaseImpl() { close(); }
     DatabaseImpl(const DatabaseImpl&) = delete;
     DatabaseImpl& operator=(const DatabaseImpl&) = delete;

@@ -16,15 +16,23 @@ Workspace& DBEngine::Workspaces(int index) {
     return only;
 }
 
-Database Workspace::OpenDatabase(const std::string& path, bool exclusive, bool readOnly, const std::string& connect) {
+Database Workspace::OpenDatabase(const std::string& path, bool exclusive, bool readOnly,
+                                 const std::string& connect) {
     return DBEngine::OpenDatabase(path, exclusive, readOnly, connect);
 }
 
-void Workspace::BeginTrans() { workspace::begin(); }
-void Workspace::CommitTrans() { workspace::commit(); }
-void Workspace::Rollback() { workspace::rollback(); }
+void Workspace::BeginTrans() {
+    workspace::begin();
+}
+void Workspace::CommitTrans() {
+    workspace::commit();
+}
+void Workspace::Rollback() {
+    workspace::rollback();
+}
 
-Database DBEngine::OpenDatabase(const std::string& path, bool exclusive, bool readOnly, const std::string& connect) {
+Database DBEngine::OpenDatabase(const std::string& path, bool exclusive, bool readOnly,
+                                const std::string& connect) {
     const Opening opening = examine(path, connect, false);
     if (!readOnly && !mayWrite(opening.path))
         fail(errReadOnly);
@@ -52,15 +60,23 @@ void DBEngine::RepairDatabase(const std::string& path, const std::string& connec
     maintenance::repair(path, connect);
 }
 
-const RepairReport& DBEngine::LastRepair() { return maintenance::lastRepair(); }
+const RepairReport& DBEngine::LastRepair() {
+    return maintenance::lastRepair();
+}
 
 void DBEngine::CompactDatabase(const std::string& from, const std::string& to, const std::string& connect) {
     maintenance::compact(from, to, connect);
 }
 
-void DBEngine::CopyDatabase(const std::string& from, const std::string& to) { maintenance::copy(from, to); }
-void DBEngine::DeleteDatabase(const std::string& path) { maintenance::remove(path); }
-void DBEngine::RenameDatabase(const std::string& from, const std::string& to) { maintenance::rename(from, to); }
+void DBEngine::CopyDatabase(const std::string& from, const std::string& to) {
+    maintenance::copy(from, to);
+}
+void DBEngine::DeleteDatabase(const std::string& path) {
+    maintenance::remove(path);
+}
+void DBEngine::RenameDatabase(const std::string& from, const std::string& to) {
+    maintenance::rename(from, to);
+}
 
 void DBEngine::Idle(int option) {
     if ((option & dbRefreshCache) == 0)
@@ -69,7 +85,11 @@ void DBEngine::Idle(int option) {
         file->touch();
 }
 
-const std::vector<ErrorEntry>& DBEngine::Errors() { return lastErrors(); }
-void DBEngine::setLockTimeout(int milliseconds) { driver::setLockTimeout(milliseconds); }
+const std::vector<ErrorEntry>& DBEngine::Errors() {
+    return lastErrors();
+}
+void DBEngine::setLockTimeout(int milliseconds) {
+    driver::setLockTimeout(milliseconds);
+}
 
 }  // namespace dao

@@ -18,9 +18,9 @@ struct ErrorEntry {
 
 // What a repair found.
 struct RepairReport {
-    bool damaged = false;        // false: every page was in order and the file was not touched
+    bool damaged = false;  // false: every page was in order and the file was not touched
     std::int64_t rowsKept = 0;
-    std::int64_t rowsLost = 0;   // rows known to have been there (by an index or a gap) and not readable
+    std::int64_t rowsLost = 0;  // rows known to have been there (by an index or a gap) and not readable
     std::vector<std::string> notes;
 };
 
@@ -39,31 +39,33 @@ class DBEngine {
  public:
     static Workspace& Workspaces(int index);  // 0 is the only one: 3265 otherwise
 
-    // Errors: 3024 no such file, 3044 a directory, 3343 no database of this engine, 3031 wrong or missing password
-    // (a file that this process has open with the right one is let in without), 3049 the engine's own but damaged,
-    // 3045 exclusive wanted and another process has it, 3356 another process has it exclusively, 3050 its folder
-    // takes no lock file, 3027 the file is read-only and `readOnly` is false.
+    // Errors: 3024 no such file, 3044 a directory, 3343 no database of this engine, 3031 wrong or missing
+    // password (a file that this process has open with the right one is let in without), 3049 the engine's
+    // own but damaged, 3045 exclusive wanted and another process has it, 3356 another process has it
+    // exclusively, 3050 its folder takes no lock file, 3027 the file is read-only and `readOnly` is false.
     static Database OpenDatabase(const std::string& path, bool exclusive = false, bool readOnly = false,
                                  const std::string& connect = {});
     // A new empty file. 3012 if there is one already.
     static Database CreateDatabase(const std::string& path, const std::string& connect);
 
-    // Checks every page; if something is broken all rows that can still be read go into a fresh file, which takes
-    // the old one's place only when it is whole. Needs the file for this process alone: 3045. Uses the password
-    // that this process last opened the file with, or, failing that, the one given; 3031 with neither.
+    // Checks every page; if something is broken all rows that can still be read go into a fresh file, which
+    // takes the old one's place only when it is whole. Needs the file for this process alone: 3045. Uses the
+    // password that this process last opened the file with, or, failing that, the one given; 3031 with
+    // neither.
     static void RepairDatabase(const std::string& path, const std::string& connect = {});
     static const RepairReport& LastRepair();
     // Writes a fresh, dense copy, same password. 3045 while another process has the source open, 3012 if the
     // target exists. `connect` as for OpenDatabase; empty: the password this process last opened it with.
-    static void CompactDatabase(const std::string& from, const std::string& to, const std::string& connect = {});
-    // A consistent copy of the file, byte for byte, also while other processes write to it: writers wait. A file
-    // that does not open as a database is copied as it lies. The target is written beside and renamed, so it is
-    // whole or absent; an existing target is replaced only then.
+    static void CompactDatabase(const std::string& from, const std::string& to,
+                                const std::string& connect = {});
+    // A consistent copy of the file, byte for byte, also while other processes write to it: writers wait. A
+    // file that does not open as a database is copied as it lies. The target is written beside and renamed,
+    // so it is whole or absent; an existing target is replaced only then.
     static void CopyDatabase(const std::string& from, const std::string& to);
 
-    // Takes a database file away, or gives it another name in the place of whatever stands there, together with
-    // the journal that a crash may have left beside it: a journal must never meet a file it was not written for.
-    // 3024 if there is no such file, 3045 while another process has either of them open.
+    // Takes a database file away, or gives it another name in the place of whatever stands there, together
+    // with the journal that a crash may have left beside it: a journal must never meet a file it was not
+    // written for. 3024 if there is no such file, 3045 while another process has either of them open.
     static void DeleteDatabase(const std::string& path);
     static void RenameDatabase(const std::string& from, const std::string& to);
 
@@ -74,7 +76,8 @@ class DBEngine {
 
     static const std::vector<ErrorEntry>& Errors();  // of the last failing operation
 
-    // How long Edit, Update and the like wait for another workstation's lock. Milliseconds; 10,000 at the start.
+    // How long Edit, Update and the like wait for another workstation's lock. Milliseconds; 10,000 at the
+    // start.
     static void setLockTimeout(int milliseconds);
 };
 

@@ -13,8 +13,8 @@
 #include "platform/sql/types.h"
 #include "platform/sql/writer.h"
 
-// The narrow gate to a store. Everything one kind of store does in its own way lies behind these two classes; the
-// record sets, the locks and the stored queries above them know no other.
+// The narrow gate to a store. Everything one kind of store does in its own way lies behind these two classes;
+// the record sets, the locks and the stored queries above them know no other.
 namespace dao::driver {
 
 // In a list of row keys: the outer side of a join has no row there.
@@ -36,9 +36,9 @@ class Statement {
     virtual std::int64_t run() = 0;
     // All rows, as numbers, `columns` of each end to end; Null becomes kNoRow.
     virtual void readKeys(std::vector<std::int64_t>& out, int columns) = 0;
-    // Appends rows to `block`, at most `limit`, skipping the first `skip` columns of each. The first column of each
-    // row goes to `keys` where `skip` is 1. With `wanted`, the columns it does not name are left unread. The number
-    // of rows read.
+    // Appends rows to `block`, at most `limit`, skipping the first `skip` columns of each. The first column
+    // of each row goes to `keys` where `skip` is 1. With `wanted`, the columns it does not name are left
+    // unread. The number of rows read.
     virtual std::size_t readRows(RowBlock& block, int skip = 0, std::vector<std::int64_t>* keys = nullptr,
                                  std::size_t limit = SIZE_MAX, const std::vector<char>* wanted = nullptr) = 0;
     // The first column of the first row; nothing where there is no row.
@@ -81,7 +81,7 @@ class Store {
     // The write lock, waiting no longer than the engine's lock timeout: 3260.
     virtual void beginWrite() = 0;
     virtual void beginRead() = 0;
-    virtual void commit() = 0;            // on an error the transaction stands and must be rolled back
+    virtual void commit() = 0;             // on an error the transaction stands and must be rolled back
     virtual void rollback() noexcept = 0;  // does nothing without a transaction
     virtual bool inTransaction() const = 0;
     virtual void savepoint(int level) = 0;
@@ -104,7 +104,8 @@ class Store {
     // The next number of a table's counter, raised in the file; never below `above` + 1.
     virtual std::int64_t raiseCounter(const std::string& table, std::int64_t above) = 0;
     virtual std::int64_t insertRow(const std::string& table, std::span<const FieldValue> fields) = 0;
-    virtual bool updateRow(const std::string& table, std::int64_t key, std::span<const FieldValue> fields) = 0;
+    virtual bool updateRow(const std::string& table, std::int64_t key,
+                           std::span<const FieldValue> fields) = 0;
     virtual bool deleteRow(const std::string& table, std::int64_t key) = 0;
 
     virtual std::vector<StoredQueryRow> queries() = 0;  // in order of name
@@ -118,8 +119,8 @@ class Store {
     virtual void setIdSet(int number, sql::IdSetPtr set) = 0;
     virtual void dropIdSet(int number) = 0;
 
-    // Bytes of the file as they lie, read by the connection's own handle: another handle of this process on the
-    // same file would, when closed, let go of every lock the process has on it. The number of bytes read.
+    // Bytes of the file as they lie, read by the connection's own handle: another handle of this process on
+    // the same file would, when closed, let go of every lock the process has on it. The number of bytes read.
     virtual std::size_t readFile(std::int64_t offset, std::span<char> buffer) = 0;
 };
 

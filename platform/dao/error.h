@@ -10,30 +10,30 @@ enum ErrorNumber {
     errOverflow = 6,
     errTypeMismatch = 13,
     errInvalidUseOfNull = 94,
-    errInvalidOperation = 3001,     // the set or the moment does not allow it
+    errInvalidOperation = 3001,  // the set or the moment does not allow it
     errNoCurrentRecord = 3021,
     errFileNotFound = 3024,
-    errNotEnoughSpace = 3026,       // disk full
-    errReadOnly = 3027,             // database or object is read-only
+    errNotEnoughSpace = 3026,  // disk full
+    errReadOnly = 3027,        // database or object is read-only
     errInvalidPassword = 3031,
-    errPathInvalid = 3044,          // a directory, or a folder that is not there
-    errFileInUse = 3045,            // another process has the file
-    errExclusiveByOther = 3356,     // another process has the file for itself alone
-    errCannotOpen = 3049,           // ours by its head, but damaged
-    errCannotLockFile = 3050,       // no lock file can be made (read-only folder)
-    errTooFewParameters = 3061,     // an unknown field in a statement
-    errSyntax = 3075,               // syntax error in an expression or statement
-    errUnknownObject = 3078,        // no such table or query
+    errPathInvalid = 3044,       // a directory, or a folder that is not there
+    errFileInUse = 3045,         // another process has the file
+    errExclusiveByOther = 3356,  // another process has the file for itself alone
+    errCannotOpen = 3049,        // ours by its head, but damaged
+    errCannotLockFile = 3050,    // no lock file can be made (read-only folder)
+    errTooFewParameters = 3061,  // an unknown field in a statement
+    errSyntax = 3075,            // syntax error in an expression or statement
+    errUnknownObject = 3078,     // no such table or query
     errUpdateWithoutEdit = 3020,
     errFieldTooSmall = 3163,
     errDuplicateKey = 3022,
     errRecordDeleted = 3167,
-    errCannotUpdate = 3326,         // this record set is not updatable
-    errLocked = 3260,               // somebody else held the lock too long
-    errItemNotFound = 3265,         // not in this collection
+    errCannotUpdate = 3326,  // this record set is not updatable
+    errLocked = 3260,        // somebody else held the lock too long
+    errItemNotFound = 3265,  // not in this collection
     errObjectExists = 3012,
     errObjectClosed = 3420,
-    errDiskIo = 3043,               // disk or network error
+    errDiskIo = 3043,  // disk or network error
     errUnrecognisedFormat = 3343,
     errTransactionWithoutBegin = 3034,
     errNoPermission = 3051,         // the file's owner gives no permission to read it
@@ -42,10 +42,11 @@ enum ErrorNumber {
     errRelatedRecordRequired = 3201,
     errTooComplex = 3360,
     errDuplicateField = 3191,
-    errFieldNotUpdatable = 3164,    // computed, or a number that the engine gives
+    errFieldNotUpdatable = 3164,  // computed, or a number that the engine gives
 };
 
-// What every failing operation of the engine throws; DBEngine::Errors() holds the same until the next failure.
+// What every failing operation of the engine throws; DBEngine::Errors() holds the same until the next
+// failure.
 class Error : public std::runtime_error {
  public:
     Error(int number, const std::string& description) : std::runtime_error(description), number_(number) {}

@@ -35,7 +35,8 @@ constexpr std::array kSentences{
     Sentence{errFieldNotUpdatable, "The field can't be updated."},
     Sentence{errRecordDeleted, "Record is deleted."},
     Sentence{errDataChanged, "The data has been changed by somebody else meanwhile."},
-    Sentence{errRelatedRecordExists, "The record can't be deleted or changed; another table has related records."},
+    Sentence{errRelatedRecordExists,
+             "The record can't be deleted or changed; another table has related records."},
     Sentence{errRelatedRecordRequired,
              "A related record is required; the record this one is to belong to does not exist."},
     Sentence{errLocked, "Couldn't update; currently locked."},
@@ -68,9 +69,13 @@ void fail(int number, const std::string& sentence) {
     throw Error(number, text);
 }
 
-const std::vector<ErrorEntry>& lastErrors() { return errorList(); }
+const std::vector<ErrorEntry>& lastErrors() {
+    return errorList();
+}
 
 QuietErrors::QuietErrors() : before_(errorList()) {}
-QuietErrors::~QuietErrors() { errorList() = std::move(before_); }
+QuietErrors::~QuietErrors() {
+    errorList() = std::move(before_);
+}
 
 }  // namespace dao

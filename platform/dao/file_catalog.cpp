@@ -63,8 +63,9 @@ void FileCatalog::keep(std::string_view name, std::int64_t version, sql::Stateme
 }
 
 bool FileCatalog::stillHolds(const Noted& noted) const {
-    return std::all_of(noted.begin(), noted.end(),
-                       [this](const auto& entry) { return store_->queryVersion(entry.first) == entry.second; });
+    return std::all_of(noted.begin(), noted.end(), [this](const auto& entry) {
+        return store_->queryVersion(entry.first) == entry.second;
+    });
 }
 
 }  // namespace dao

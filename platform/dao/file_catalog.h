@@ -10,14 +10,16 @@
 
 namespace dao {
 
-// What a file holds, as the statement writer asks for it: tables, read again when they have changed, and stored
-// queries, parsed again only when their text has changed (a narrowed view of a large shop is a text of megabytes).
+// What a file holds, as the statement writer asks for it: tables, read again when they have changed, and
+// stored queries, parsed again only when their text has changed (a narrowed view of a large shop is a text of
+// megabytes).
 class FileCatalog final : public sql::Catalog {
  public:
     explicit FileCatalog(driver::Store& store) : store_(&store) {}
 
     void setStore(driver::Store& store);
-    // Compares with the file. Call before a statement is written; the tables found stay where they are until then.
+    // Compares with the file. Call before a statement is written; the tables found stay where they are until
+    // then.
     void refresh();
     std::int64_t schemaVersion() const { return schemaVersion_; }
     const std::vector<sql::TableInfo>& tables() const { return tables_; }

@@ -88,7 +88,7 @@ std::string existingFile(const std::string& path) {
     }
     if (!S_ISREG(found.st_mode))
         fail(errPathInvalid, "'" + path + "' isn't a valid path.");
-    const std::string real = resolved(path);
+    std::string real = resolved(path);
     if (real.empty())
         fail(errPathInvalid, "'" + path + "' isn't a valid path.");
     return real;
@@ -113,9 +113,15 @@ std::int64_t fileSize(const std::string& path) {
     return stat(path.c_str(), &found) == 0 ? found.st_size : 0;
 }
 
-bool mayWrite(const std::string& path) { return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0; }
-bool folderMayWrite(const std::string& path) { return mayWrite(folderOf(path)); }
-std::string journalOf(const std::string& path) { return path + "-journal"; }
+bool mayWrite(const std::string& path) {
+    return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+}
+bool folderMayWrite(const std::string& path) {
+    return mayWrite(folderOf(path));
+}
+std::string journalOf(const std::string& path) {
+    return path + "-journal";
+}
 
 bool hasJournal(const std::string& path) {
     struct stat found {};
@@ -141,7 +147,8 @@ Salt readSalt(const std::string& path) {
     if (fstat(file.get(), &found) != 0)
         failWithSystemError(errno);
     if (found.st_size < static_cast<off_t>(kPageSize) ||
-        pread(file.get(), salt.data(), salt.size(), 0) != static_cast<ssize_t>(salt.size()) || !hasOurMark(salt))
+        pread(file.get(), salt.data(), salt.size(), 0) != static_cast<ssize_t>(salt.size()) ||
+        !hasOurMark(salt))
         fail(errUnrecognisedFormat, "Unrecognized database format '" + path + "'.");
     return salt;
 }

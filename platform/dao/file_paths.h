@@ -24,8 +24,8 @@ void removeEmptyJournal(const std::string& path) noexcept;
 // 3026, 3027 or 3043 by the operating system's own number.
 [[noreturn]] void failWithSystemError(int systemError);
 
-// The first bytes of a file that this process does not have open: another handle on an open one would let go of
-// its locks. 3343 for a file shorter than a page or without our mark.
+// The first bytes of a file that this process does not have open: another handle on an open one would let go
+// of its locks. 3343 for a file shorter than a page or without our mark.
 Salt readSalt(const std::string& path);
 
 void syncFolderOf(const std::string& path);

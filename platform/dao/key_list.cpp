@@ -9,7 +9,8 @@ void KeyList::assign(std::vector<std::int64_t> keys, int stride, int unique) {
     stride_ = static_cast<std::size_t>(std::max(stride, 1));
     rows_ = keys_.size() / stride_;
     unique_ = unique;
-    ascending_ = stride_ == 1 && std::adjacent_find(keys_.begin(), keys_.end(), std::greater_equal<>()) == keys_.end();
+    ascending_ =
+        stride_ == 1 && std::adjacent_find(keys_.begin(), keys_.end(), std::greater_equal<>()) == keys_.end();
     placesKnown_ = false;
 }
 

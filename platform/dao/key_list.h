@@ -17,8 +17,12 @@ class KeyList {
 
     std::size_t size() const { return rows_; }
     int stride() const { return static_cast<int>(stride_); }
-    std::span<const std::int64_t> at(std::size_t row) const { return {keys_.data() + row * stride_, stride_}; }
-    std::int64_t key(std::size_t row, int source) const { return keys_[row * stride_ + static_cast<std::size_t>(source)]; }
+    std::span<const std::int64_t> at(std::size_t row) const {
+        return {keys_.data() + row * stride_, stride_};
+    }
+    std::int64_t key(std::size_t row, int source) const {
+        return keys_[row * stride_ + static_cast<std::size_t>(source)];
+    }
     bool isAscending() const { return ascending_; }
 
     std::optional<std::size_t> find(std::span<const std::int64_t> row) const;

@@ -16,6 +16,7 @@ constexpr std::int64_t kSparse = 4;  // a range with more strangers than this fo
 
 std::vector<Type> typesOf(const std::vector<sql::ResultColumn>& columns) {
     std::vector<Type> types;
+    types.reserve(columns.size());
     for (const sql::ResultColumn& column : columns)
         types.push_back(column.type);
     return types;
@@ -30,13 +31,18 @@ Keyset::Keyset(std::shared_ptr<DatabaseImpl> database, RecordsetType type, std::
 }
 
 Keyset::Keyset(const Keyset& of)
-    : RecordsetImpl(of.database_, of.type_), statement_(of.statement_), compiled_(of.compiled_), keys_(of.keys_) {
+    : RecordsetImpl(of.database_, of.type_),
+      statement_(of.statement_),
+      compiled_(of.compiled_),
+      keys_(of.keys_) {
     generation_ = of.generation_;
     setColumns(of.columns_);
     block_.reset(typesOf(columns_));
 }
 
-std::shared_ptr<RecordsetImpl> Keyset::copy() const { return std::shared_ptr<Keyset>(new Keyset(*this)); }
+std::shared_ptr<RecordsetImpl> Keyset::copy() const {
+    return std::shared_ptr<Keyset>(new Keyset(*this));
+}
 
 void Keyset::open() {
     OpenFile& in = file();
@@ -64,8 +70,8 @@ void Keyset::readKeys(const sql::WrittenSelect& from, std::vector<std::int64_t>&
 }
 
 const sql::TableInfo* Keyset::wholeTable(const sql::Statement& tree, int depth) const {
-    const bool plain = !tree.distinct && tree.where == nullptr && tree.orderBy.empty() && tree.groupBy.empty() &&
-                       tree.having == nullptr && tree.from != nullptr &&
+    const bool plain = !tree.distinct && tree.where == nullptr && tree.orderBy.empty() &&
+                       tree.groupBy.empty() && tree.having == nullptr && tree.from != nullptr &&
                        tree.from->kind == sql::FromNode::Kind::Table && depth <= sql::kMaxQueryDepth;
     if (!plain)
         return nullptr;
@@ -119,8 +125,9 @@ void Keyset::loadBlock(std::size_t first, std::size_t rows) {
     const ReadScope scope(from.store());
     blockGeneration_ = from.generation();
     try {
-        const bool dense = keys_.isAscending() && rows > 1 && !select().fetchRange.empty() &&
-                           keys_.key(first + rows - 1, 0) - keys_.key(first, 0) < kSparse * static_cast<std::int64_t>(rows);
+        const bool dense =
+            keys_.isAscending() && rows > 1 && !select().fetchRange.empty() &&
+            keys_.key(first + rows - 1, 0) - keys_.key(first, 0) < kSparse * static_cast<std::int64_t>(rows);
         if (dense)
             loadRange(first, rows);
         else
@@ -175,8 +182,8 @@ std::optional<std::size_t> Keyset::findRow(std::string_view criterion) {
     return isKey ? row : findByStatement(*tree);
 }
 
-// Searches for one row's own number are what the windows do all day: the list knows where it is, and one look into
-// the file tells whether it is still there.
+// Searches for one row's own number are what the windows do all day: the list knows where it is, and one look
+// into the file tells whether it is still there.
 std::optional<std::size_t> Keyset::findByKey(const sql::Expression& criterion, bool& isKey) {
     sql::KeyCriterion wanted;
     if (!sql::isKeyCriterion(criterion, wanted))
@@ -219,8 +226,8 @@ const sql::ColumnInfo* Keyset::counterOf(int source) const {
     const sql::TableInfo* table = file().table(select().sources[static_cast<std::size_t>(source)].table);
     if (table == nullptr)
         return nullptr;
-    const auto counter =
-        std::find_if(table->columns.begin(), table->columns.end(), [](const auto& column) { return column.counter; });
+    const auto counter = std::find_if(table->columns.begin(), table->columns.end(),
+                                      [](const auto& column) { return column.counter; });
     return counter == table->columns.end() ? nullptr : &*counter;
 }
 

@@ -8,8 +8,8 @@
 
 namespace dao {
 
-// A dynaset or a table: the keys of its rows are read once, the rows themselves when they are looked at, a block
-// ahead of whoever walks. What others change shows with the next fetch; what they add does not.
+// A dynaset or a table: the keys of its rows are read once, the rows themselves when they are looked at, a
+// block ahead of whoever walks. What others change shows with the next fetch; what they add does not.
 class Keyset final : public RecordsetImpl {
  public:
     Keyset(std::shared_ptr<DatabaseImpl> database, RecordsetType type, std::string statement);

@@ -9,8 +9,8 @@ namespace dao {
 namespace {
 
 std::size_t characters(std::string_view text) {
-    return static_cast<std::size_t>(
-        std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+    return static_cast<std::size_t>(std::count_if(
+        text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
 }
 
 }  // namespace
@@ -145,8 +145,8 @@ void Keyset::updateEdited() {
     lastModified_ = bookmarkOf(editedRow_);
 }
 
-// The lock was let go between Edit and Update, by another write of this process or by an error: whoever wrote in
-// that time must not be overwritten unseen.
+// The lock was let go between Edit and Update, by another write of this process or by an error: whoever wrote
+// in that time must not be overwritten unseen.
 void Keyset::checkUnchanged() {
     file().touch();
     dropBlock();
@@ -165,7 +165,8 @@ void Keyset::writeChanged(std::size_t row) {
         std::vector<driver::FieldValue> fields;
         for (std::size_t i = 0; i < columns_.size(); ++i) {
             const Cell& cell = pending_[i];
-            if (columns_[i].source == static_cast<int>(source) && cell.changed && !(cell.value == original_[i]))
+            if (columns_[i].source == static_cast<int>(source) && cell.changed &&
+                !(cell.value == original_[i]))
                 fields.push_back({columns_[i].field, &cell.value});
         }
         const std::int64_t key = keys_.key(row, static_cast<int>(source));

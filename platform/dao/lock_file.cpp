@@ -19,12 +19,13 @@ constexpr std::chrono::milliseconds kPatience{1000};
 constexpr std::chrono::milliseconds kNap{10};
 
 std::map<std::string, std::weak_ptr<LockFile>>& locks() {
-    static auto* const kAll = new std::map<std::string, std::weak_ptr<LockFile>>;  // outlives every static window
+    static auto* const kAll =
+        new std::map<std::string, std::weak_ptr<LockFile>>;  // outlives every static window
     return *kAll;
 }
 
-// Locks of the open file, not of the process: closing some other handle on the lock file does not lose them, and
-// changing between shared and exclusive is one step that either happens or leaves the old lock in place.
+// Locks of the open file, not of the process: closing some other handle on the lock file does not lose them,
+// and changing between shared and exclusive is one step that either happens or leaves the old lock in place.
 bool setLock(int fd, short kind) {
     struct flock request {};
     request.l_type = kind;

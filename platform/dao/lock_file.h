@@ -5,13 +5,14 @@
 
 namespace dao {
 
-// Who is in a database: a small file beside it, held with a shared lock by each process that has the database open
-// and with an exclusive one by the process that wants it for itself. The lock goes with the process, however that
-// ends; the last to leave takes the file away.
+// Who is in a database: a small file beside it, held with a shared lock by each process that has the database
+// open and with an exclusive one by the process that wants it for itself. The lock goes with the process,
+// however that ends; the last to leave takes the file away.
 class LockFile {
  public:
-    // The process's one lock on this database, taken now if it has none. `path`: the database's, without links.
-    // 3356 if another process has the database exclusively and keeps it; 3050 if no lock file can be made.
+    // The process's one lock on this database, taken now if it has none. `path`: the database's, without
+    // links. 3356 if another process has the database exclusively and keeps it; 3050 if no lock file can be
+    // made.
     static std::shared_ptr<LockFile> of(const std::string& path);
     static std::string pathFor(const std::string& databasePath);
 
@@ -19,8 +20,8 @@ class LockFile {
     LockFile& operator=(const LockFile&) = delete;
     ~LockFile();
 
-    // From here on no other process gets in, until the same number of calls to leaveExclusive. False if another
-    // process is in; then nothing has changed.
+    // From here on no other process gets in, until the same number of calls to leaveExclusive. False if
+    // another process is in; then nothing has changed.
     bool enterExclusive();
     void leaveExclusive() noexcept;
 

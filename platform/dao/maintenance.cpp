@@ -70,14 +70,15 @@ void copyThrough(driver::Store& store, OutputFile& out) {
     }
 }
 
-// A file that gives nothing away without its password, or none of this engine's, can still be copied between two
-// writes: by the store's own locks on the file's bytes.
+// A file that gives nothing away without its password, or none of this engine's, can still be copied between
+// two writes: by the store's own locks on the file's bytes.
 class PlainReader {
  public:
     explicit PlainReader(const std::string& path) : fd_(open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
         if (fd_ < 0)
             failWithSystemError(errno);
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(driver::lockTimeout());
+        const auto deadline =
+            std::chrono::steady_clock::now() + std::chrono::milliseconds(driver::lockTimeout());
         while (!lockShared()) {
             if (std::chrono::steady_clock::now() >= deadline) {
                 close(fd_);

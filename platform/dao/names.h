@@ -5,12 +5,16 @@
 
 namespace dao {
 
-// Names of tables, fields and queries are compared without regard to case, in the letters that names are made of.
-inline char lowerLetter(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
+// Names of tables, fields and queries are compared without regard to case, in the letters that names are made
+// of.
+inline char lowerLetter(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+}
 
 inline bool sameName(std::string_view a, std::string_view b) {
-    return a.size() == b.size() &&
-           std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return lowerLetter(x) == lowerLetter(y); });
+    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
+               return lowerLetter(x) == lowerLetter(y);
+           });
 }
 
 }  // namespace dao

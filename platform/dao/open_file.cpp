@@ -103,7 +103,9 @@ const FileCatalog& OpenFile::catalog() {
     return catalog_;
 }
 
-const sql::TableInfo* OpenFile::table(std::string_view name) { return catalog().findTable(name); }
+const sql::TableInfo* OpenFile::table(std::string_view name) {
+    return catalog().findTable(name);
+}
 
 bool OpenFile::holds(const Compiled& compiled) {
     return compiled.schemaVersion_ == catalog_.schemaVersion() && catalog_.stillHolds(compiled.queries_);
@@ -112,8 +114,8 @@ bool OpenFile::holds(const Compiled& compiled) {
 CompiledPtr OpenFile::compile(std::string_view text) {
     const ReadScope scope(store());
     catalog_.refresh();
-    const auto known =
-        std::find_if(cache_.begin(), cache_.end(), [&](const CacheEntry& entry) { return entry.text == text; });
+    const auto known = std::find_if(cache_.begin(), cache_.end(),
+                                    [&](const CacheEntry& entry) { return entry.text == text; });
     if (known != cache_.end()) {
         if (holds(*known->compiled)) {
             cache_.splice(cache_.begin(), cache_, known);
@@ -236,8 +238,8 @@ void OpenFile::lockAgain() noexcept {
     try {
         store_->beginWrite();
     } catch (const Error&) {
-        // The pending Edit finds its lock gone at Update, asks for it again there, and looks whether its row is
-        // still as it was: nothing is lost by going on without it.
+        // The pending Edit finds its lock gone at Update, asks for it again there, and looks whether its row
+        // is still as it was: nothing is lost by going on without it.
         return;
     }
 }
@@ -307,7 +309,8 @@ void OpenFile::keepCounters() noexcept {
                 store_->raiseCounter(table, highest - 1);
         });
     } catch (const Error&) {
-        // This process still remembers what it gave; only the others lose the mark, and they never saw the number.
+        // This process still remembers what it gave; only the others lose the mark, and they never saw the
+        // number.
         return;
     }
 }
@@ -322,7 +325,8 @@ struct FileIdentity {
 };
 
 std::map<FileIdentity, std::weak_ptr<OpenFile>>& registry() {
-    static auto* const kAll = new std::map<FileIdentity, std::weak_ptr<OpenFile>>;  // outlives every static window
+    static auto* const kAll =
+        new std::map<FileIdentity, std::weak_ptr<OpenFile>>;  // outlives every static window
     return *kAll;
 }
 

@@ -16,7 +16,8 @@ namespace dao {
 
 class OpenFile;
 
-// A statement translated for one file: good as long as the tables and stored queries it names are what they were.
+// A statement translated for one file: good as long as the tables and stored queries it names are what they
+// were.
 class Compiled {
  public:
     Compiled(OpenFile& file, sql::StatementPtr tree, sql::WrittenSelect select);
@@ -38,10 +39,10 @@ using CompiledPtr = std::shared_ptr<const Compiled>;
 
 // A database file that this process has open: one connection, whatever the number of Database objects on it.
 //
-// The write lock has three takers here. An Edit holds it until its Update or CancelUpdate; a workspace transaction
-// holds it from BeginTrans to its end; every other write takes it for itself. They share the connection's one
-// transaction: a write commits at once unless a workspace transaction is open, and the lock is taken again for the
-// Edits that are still pending.
+// The write lock has three takers here. An Edit holds it until its Update or CancelUpdate; a workspace
+// transaction holds it from BeginTrans to its end; every other write takes it for itself. They share the
+// connection's one transaction: a write commits at once unless a workspace transaction is open, and the lock
+// is taken again for the Edits that are still pending.
 class OpenFile : public std::enable_shared_from_this<OpenFile> {
  public:
     OpenFile(std::string path, std::string password, const Salt& salt, std::shared_ptr<LockFile> lock,
@@ -81,8 +82,8 @@ class OpenFile : public std::enable_shared_from_this<OpenFile> {
     std::int64_t lockEpoch() const { return lockEpoch_; }
     bool isBusy() const { return editors_ > 0 || workspaceDepth_ > 0; }
 
-    // Runs `body` as one change of the file: all of it is written, or an error and nothing. `endsEdit`: on success
-    // the caller's Edit ends with it.
+    // Runs `body` as one change of the file: all of it is written, or an error and nothing. `endsEdit`: on
+    // success the caller's Edit ends with it.
     template <typename Body>
     void write(Body&& body, bool endsEdit = false);
 
@@ -134,8 +135,8 @@ class OpenFile : public std::enable_shared_from_this<OpenFile> {
 class OpenFiles {
  public:
     static std::vector<std::shared_ptr<OpenFile>> all();
-    // The open file behind `path` by what it is, not by its name; nullptr if this process does not have it open.
-    // With `writable` a connection that can write.
+    // The open file behind `path` by what it is, not by its name; nullptr if this process does not have it
+    // open. With `writable` a connection that can write.
     static std::shared_ptr<OpenFile> find(const std::string& path, bool writable);
     static void add(const std::string& path, const std::shared_ptr<OpenFile>& file);
     static void forget(const OpenFile* file);

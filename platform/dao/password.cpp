@@ -23,8 +23,8 @@ using Bytes = std::string;
 
 Bytes derive(const std::string& password, const unsigned char* salt, std::size_t saltSize, std::size_t size) {
     Bytes out(size, '\0');
-    if (PKCS5_PBKDF2_HMAC_SHA1(password.data(), static_cast<int>(password.size()), salt, static_cast<int>(saltSize),
-                               kIterations, static_cast<int>(size),
+    if (PKCS5_PBKDF2_HMAC_SHA1(password.data(), static_cast<int>(password.size()), salt,
+                               static_cast<int>(saltSize), kIterations, static_cast<int>(size),
                                reinterpret_cast<unsigned char*>(out.data())) != 1)
         fail(errInvalidOperation);
     return out;
@@ -68,10 +68,12 @@ const Derived& derived(const std::string& password, const Salt& salt) {
     const auto [entry, isNew] = derivedKeys().try_emplace({password, salt});
     if (isNew) {
         const Bytes check = derive(password, salt.data(), kMarkedSize, salt.size() - kMarkedSize);
-        entry->second.right = std::equal(check.begin(), check.end(), salt.begin() + kMarkedSize,
-                                         [](char a, unsigned char b) { return static_cast<unsigned char>(a) == b; });
+        entry->second.right =
+            std::equal(check.begin(), check.end(), salt.begin() + kMarkedSize,
+                       [](char a, unsigned char b) { return static_cast<unsigned char>(a) == b; });
         if (entry->second.right) {
-            entry->second.key = hex(derive(password, salt.data(), salt.size(), 32)) + hex({salt.begin(), salt.end()});
+            entry->second.key =
+                hex(derive(password, salt.data(), salt.size(), 32)) + hex({salt.begin(), salt.end()});
         }
     }
     if (entry->second.right)
@@ -97,9 +99,13 @@ bool hasOurMark(const Salt& salt) {
     return expected == salt;
 }
 
-bool isRightPassword(const std::string& password, const Salt& salt) { return derived(password, salt).right; }
+bool isRightPassword(const std::string& password, const Salt& salt) {
+    return derived(password, salt).right;
+}
 
-std::string rawKey(const std::string& password, const Salt& salt) { return derived(password, salt).key; }
+std::string rawKey(const std::string& password, const Salt& salt) {
+    return derived(password, salt).key;
+}
 
 bool rememberedPassword(const Salt& salt, std::string& password) {
     const auto found = rightPasswords().find(salt);

@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-// How the engine knows its own files, and a wrong password from a damaged page, before it decrypts anything. The
-// first sixteen bytes of a file are the salt of its key; ours are eight random bytes, four that mark them as ours,
-// and four that only the right password gives.
+// How the engine knows its own files, and a wrong password from a damaged page, before it decrypts anything.
+// The first sixteen bytes of a file are the salt of its key; ours are eight random bytes, four that mark them
+// as ours, and four that only the right password gives.
 namespace dao {
 
 using Salt = std::array<unsigned char, 16>;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <cstdio>
 #include <cstdint>
+#include <cstdio>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -29,8 +29,8 @@ class Field {
     // Of the current row, or of the row being added or edited. Throws 3021 where there is none, 3167 where
     // somebody has deleted it. The reference lives until the record set moves or changes.
     const dao::Value& Value() const;
-    // Only between AddNew or Edit and Update: 3020 otherwise; 3163 for a text too long; 13 for a value that does
-    // not convert to the field's type.
+    // Only between AddNew or Edit and Update: 3020 otherwise; 3163 for a text too long; 13 for a value that
+    // does not convert to the field's type.
     void setValue(dao::Value value);
     Field& operator=(dao::Value value) {
         setValue(std::move(value));
@@ -61,30 +61,32 @@ class Recordset {
     // Opened on the first row, or with both true where there are no rows.
     bool BOF() const;
     bool EOF() const;
-    // Moving drops a pending AddNew or Edit. MoveFirst and MoveLast throw 3021 on an empty set; MoveNext at EOF and
-    // MovePrevious at BOF too. Move goes `rows` on (negative: back), stopping at EOF or BOF.
+    // Moving drops a pending AddNew or Edit. MoveFirst and MoveLast throw 3021 on an empty set; MoveNext at
+    // EOF and MovePrevious at BOF too. Move goes `rows` on (negative: back), stopping at EOF or BOF.
     void MoveFirst();
     void MoveLast();
     void MoveNext();
     void MovePrevious();
     void Move(std::int64_t rows);
-    std::int64_t RecordCount() const;        // all rows of the set, our own added and without our own deleted
-    std::int64_t AbsolutePosition() const;   // from 0; -1: no current row
+    std::int64_t RecordCount() const;       // all rows of the set, our own added and without our own deleted
+    std::int64_t AbsolutePosition() const;  // from 0; -1: no current row
 
     // Makes the row at that place (from 0) current; 3021 where the set has none there.
     void setAbsolutePosition(std::int64_t position);
-    // The same rows with a current row of its own: a list on the screen reads rows through it as they come into
-    // view, while the record set stands where it stood. Opened on the first row. Costs no reading of keys.
+    // The same rows with a current row of its own: a list on the screen reads rows through it as they come
+    // into view, while the record set stands where it stood. Opened on the first row. Costs no reading of
+    // keys.
     Recordset Clone() const;
 
-    // The first row, from the top, that meets the criterion becomes current and NoMatch is false; otherwise the
-    // current row stays as it was and NoMatch is true. Asks the file as it is now; looks only among the set's rows.
+    // The first row, from the top, that meets the criterion becomes current and NoMatch is false; otherwise
+    // the current row stays as it was and NoMatch is true. Asks the file as it is now; looks only among the
+    // set's rows.
     void FindFirst(std::string_view criterion);
     bool NoMatch() const;
 
-    // Edit takes the write lock (bounded wait, then 3260) and reads the row afresh (3167 if it is gone). Update
-    // writes and lets go. CancelUpdate, moving, closing let go. AddNew gives the counter its number at once and
-    // takes no lock; the new row belongs to the set after Update, the current row stays what it was.
+    // Edit takes the write lock (bounded wait, then 3260) and reads the row afresh (3167 if it is gone).
+    // Update writes and lets go. CancelUpdate, moving, closing let go. AddNew gives the counter its number at
+    // once and takes no lock; the new row belongs to the set after Update, the current row stays what it was.
     // 3027 on a read-only database, 3326 on a set that cannot be changed, 3020 for Update without either.
     void AddNew();
     void Edit();
@@ -94,9 +96,9 @@ class Recordset {
     enum class EditModeKind { None, InProgress, Add };
     EditModeKind EditMode() const;
 
-    dao::Bookmark Bookmark() const;                 // 3021 where there is no current row
+    dao::Bookmark Bookmark() const;                // 3021 where there is no current row
     void setBookmark(const dao::Bookmark& place);  // 3167 if that row is gone
-    dao::Bookmark LastModified() const;             // the row that the last Update wrote
+    dao::Bookmark LastModified() const;            // the row that the last Update wrote
 
     int FieldCount() const;
     Field Fields(std::string_view name) const;  // 3265 where there is none

@@ -28,8 +28,8 @@ bool sameWord(const char* a, const char* b) {
     return x == y;
 }
 
-// Two names of one length, mostly the very same letters: as many of them at a time as the machine takes. The last
-// word overlaps the one before.
+// Two names of one length, mostly the very same letters: as many of them at a time as the machine takes. The
+// last word overlaps the one before.
 bool sameLetters(std::string_view a, std::string_view b) {
     const std::size_t size = a.size();
     if (size >= 8) {
@@ -52,7 +52,8 @@ std::size_t RecordsetImpl::slotOf(std::string_view name) {
         return 0;
     // Small and capital letters differ in one bit; a name's middle tells more than its beginning.
     const auto letter = [](char c) { return static_cast<std::size_t>(c & 0x1F); };
-    return (name.size() + letter(name.front()) * 5 + letter(name[name.size() / 2]) * 11 + letter(name.back()) * 37) %
+    return (name.size() + letter(name.front()) * 5 + letter(name[name.size() / 2]) * 11 +
+            letter(name.back()) * 37) %
            kNameSlots;
 }
 
@@ -249,7 +250,9 @@ Recordset::EditModeKind RecordsetImpl::EditMode() const {
     return editMode_;
 }
 
-dao::Bookmark RecordsetImpl::Bookmark() const { return bookmarkOf(currentRow()); }
+dao::Bookmark RecordsetImpl::Bookmark() const {
+    return bookmarkOf(currentRow());
+}
 
 void RecordsetImpl::setBookmark(const dao::Bookmark& bookmark) {
     leave();

@@ -81,15 +81,15 @@ class RecordsetImpl {
 
     void checkOpen() const;  // 3420
     void setColumns(std::vector<sql::ResultColumn> columns);
-    void start();            // on the first row
-    void leave();            // a move begins: what is pending is dropped
+    void start();  // on the first row
+    void leave();  // a move begins: what is pending is dropped
     void place(std::int64_t position);
     bool hasRow() const { return !gap_ && position_ >= 0 && position_ < static_cast<std::int64_t>(count()); }
     std::size_t currentRow() const;  // 3021, 3167
     void needRow();                  // fetches the current row
     void forgetCells() { ++cellStamp_; }
-    void leaveGap();                 // the current row is no longer among the rows
-    void rowAppended();              // count() has grown by one at the end; the current row stays what it was
+    void leaveGap();     // the current row is no longer among the rows
+    void rowAppended();  // count() has grown by one at the end; the current row stays what it was
 
     struct Cell {
         Value value;
@@ -102,9 +102,9 @@ class RecordsetImpl {
     std::vector<sql::ResultColumn> columns_;
     // Counts up once rows read earlier may no longer be as they were; a snapshot's never does.
     const std::int64_t* generation_ = &kNeverOld;
-    RowBlock block_;           // rows that have been read
-    std::size_t current_ = 0;  // the fetched row's place in block_
-    std::vector<char> asked_;  // the fields that have been looked at: a long walk reads no others
+    RowBlock block_;             // rows that have been read
+    std::size_t current_ = 0;    // the fetched row's place in block_
+    std::vector<char> asked_;    // the fields that have been looked at: a long walk reads no others
     std::vector<Cell> pending_;  // the row being edited or added
     Recordset::EditModeKind editMode_ = Recordset::EditModeKind::None;
     dao::Bookmark lastModified_;

@@ -12,7 +12,9 @@ RepairReport& report() {
     return last;
 }
 
-void note(const std::string& text) { report().notes.push_back(text); }
+void note(const std::string& text) {
+    report().notes.push_back(text);
+}
 
 // What a crash left half written is put back from its journal before anybody calls it damage.
 void settleJournal(const Opening& opening) {
@@ -52,6 +54,8 @@ void repair(const std::string& path, const std::string& connect) {
     report() = std::move(found);
 }
 
-const RepairReport& lastRepair() { return report(); }
+const RepairReport& lastRepair() {
+    return report();
+}
 
 }  // namespace dao::maintenance

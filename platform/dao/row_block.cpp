@@ -67,7 +67,9 @@ void convertText(Type type, Value& out) {
     }
 }
 
-bool isLong(std::int64_t number) { return number == static_cast<std::int32_t>(number); }
+bool isLong(std::int64_t number) {
+    return number == static_cast<std::int32_t>(number);
+}
 
 void setInteger(Type type, std::int64_t number, Value::Store& out) {
     const auto real = static_cast<double>(number);

@@ -11,8 +11,8 @@
 
 namespace dao {
 
-// Rows as they came from the store, packed: eight bytes a cell and the texts end to end, so that a snapshot of a
-// few hundred thousand rows fits beside everything else a workstation of the shop runs.
+// Rows as they came from the store, packed: eight bytes a cell and the texts end to end, so that a snapshot
+// of a few hundred thousand rows fits beside everything else a workstation of the shop runs.
 class RowBlock {
  public:
     // `types` says what each column holds; Type::Null takes each cell as it comes.
@@ -37,7 +37,9 @@ class RowBlock {
     void endRow() { ++rows_; }
 
     bool isNull(std::size_t row, std::size_t column) const { return kinds_[at(row, column)] == Kind::Null; }
-    bool isUnread(std::size_t row, std::size_t column) const { return kinds_[at(row, column)] == Kind::Unread; }
+    bool isUnread(std::size_t row, std::size_t column) const {
+        return kinds_[at(row, column)] == Kind::Unread;
+    }
     // Reuses the memory of `out`. Throws Error 6 for a number that the column's type cannot hold.
     void get(std::size_t row, std::size_t column, Value& out) const;
 

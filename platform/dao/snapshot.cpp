@@ -79,7 +79,9 @@ Snapshot::Snapshot(const Snapshot& of) : RecordsetImpl(of.database_, of.type_), 
     block_ = of.block_;
 }
 
-std::shared_ptr<RecordsetImpl> Snapshot::copy() const { return std::shared_ptr<Snapshot>(new Snapshot(*this)); }
+std::shared_ptr<RecordsetImpl> Snapshot::copy() const {
+    return std::shared_ptr<Snapshot>(new Snapshot(*this));
+}
 
 void Snapshot::open() {
     OpenFile& file = database_->file();
@@ -140,8 +142,8 @@ std::optional<std::size_t> Snapshot::findRow(std::string_view criterion) {
     return static_cast<std::size_t>(*std::min_element(keys.begin(), keys.end()) - 1);
 }
 
-// The file may have changed since; a search in a snapshot must not see that. So its rows become a table in memory,
-// and the search is the same statement there.
+// The file may have changed since; a search in a snapshot must not see that. So its rows become a table in
+// memory, and the search is the same statement there.
 void Snapshot::makeSearchable() {
     auto made = std::make_unique<Searchable>(Searchable{.catalog = OneTable(tableFor(columns_))});
     TableDef definition{std::string(kTable)};

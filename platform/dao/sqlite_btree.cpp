@@ -6,6 +6,7 @@
 namespace dao::driver {
 namespace {
 
+constexpr char kUnreadable = 0;
 constexpr char kTableLeaf = 0x0D;
 constexpr char kTableInterior = 0x05;
 constexpr char kIndexLeaf = 0x0A;
@@ -16,7 +17,9 @@ constexpr std::size_t kLeafHeader = 8;
 constexpr std::size_t kInteriorHeader = 12;
 constexpr std::size_t kFreelistField = 32;
 
-std::size_t headerAt(PageNumber number) { return number == 1 ? kFileHeader : 0; }
+std::size_t headerAt(PageNumber number) {
+    return number == 1 ? kFileHeader : 0;
+}
 
 // Reads a number of one to nine bytes; false at the end of the text.
 bool varint(std::string_view text, std::size_t& at, std::uint64_t& number) {
@@ -95,7 +98,8 @@ std::vector<std::size_t> TreeReader::cellPlaces(const std::string& page, PageNum
     return places;
 }
 
-bool TreeReader::payload(const std::string& page, const Cell& cell, std::size_t localLimit, std::string& out) {
+bool TreeReader::payload(const std::string& page, const Cell& cell, std::size_t localLimit,
+                         std::string& out) {
     const std::size_t usable = page.size();
     const std::size_t smallest = (usable - 12) * 32 / 255 - 23;
     const std::uint64_t size = cell.payloadSize;
@@ -143,9 +147,10 @@ void TreeReader::readLeaf(PageNumber number, const OnRow& onRow, Missing& missin
     }
 }
 
-void TreeReader::walkTable(PageNumber number, const Gap& range, int depth, const OnRow& onRow, Missing& missing) {
+void TreeReader::walkTable(PageNumber number, const Gap& range, int depth, const OnRow& onRow,
+                           Missing& missing) {
     const std::string page(depth < kDeepest && visit(number) ? pages_.page(number) : std::string_view{});
-    const char kind = page.empty() ? 0 : page[headerAt(number)];
+    const char kind = page.empty() ? kUnreadable : page[headerAt(number)];
     if (kind == kTableLeaf) {
         readLeaf(number, onRow, missing);
         return;
@@ -176,7 +181,7 @@ TreeReader::Missing TreeReader::readTable(PageNumber root, const OnRow& onRow) {
 
 bool TreeReader::walkIndex(PageNumber number, int depth, std::vector<std::int64_t>& rowids) {
     const std::string page(depth < kDeepest && visit(number) ? pages_.page(number) : std::string_view{});
-    const char kind = page.empty() ? 0 : page[headerAt(number)];
+    const char kind = page.empty() ? kUnreadable : page[headerAt(number)];
     if (kind != kIndexLeaf && kind != kIndexInterior)
         return false;
     for (const std::size_t place : cellPlaces(page, number)) {
@@ -192,15 +197,18 @@ bool TreeReader::walkIndex(PageNumber number, int depth, std::vector<std::int64_
         if (!varint(page, at, cell.payloadSize))
             return false;
         cell.payloadAt = at;
-        if (!payload(page, cell, (page.size() - 12) * 64 / 255 - 23, content) || !parseRecord(content, cells) ||
-            cells.empty() || !std::holds_alternative<std::int64_t>(cells.back()))
+        if (!payload(page, cell, (page.size() - 12) * 64 / 255 - 23, content) ||
+            !parseRecord(content, cells) || cells.empty() ||
+            !std::holds_alternative<std::int64_t>(cells.back()))
             return false;
         rowids.push_back(std::get<std::int64_t>(cells.back()));
     }
     return kind == kIndexLeaf || walkIndex(bigEndian(page, headerAt(number) + 8, 4), depth + 1, rowids);
 }
 
-bool TreeReader::readIndex(PageNumber root, std::vector<std::int64_t>& rowids) { return walkIndex(root, 0, rowids); }
+bool TreeReader::readIndex(PageNumber root, std::vector<std::int64_t>& rowids) {
+    return walkIndex(root, 0, rowids);
+}
 
 void TreeReader::markFreePages() {
     const std::string first(pages_.page(1));

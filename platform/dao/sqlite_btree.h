@@ -32,8 +32,8 @@ class TreeReader {
 
     using OnRow = std::function<void(StoredRow)>;
     struct Missing {
-        std::vector<Gap> gaps;                // unreadable pages of the tree
-        std::vector<std::int64_t> rows;       // rows whose own content is unreadable
+        std::vector<Gap> gaps;           // unreadable pages of the tree
+        std::vector<std::int64_t> rows;  // rows whose own content is unreadable
         bool empty() const { return gaps.empty() && rows.empty(); }
     };
     Missing readTable(PageNumber root, const OnRow& onRow);

@@ -40,7 +40,8 @@ char32_t nextLetter(const unsigned char*& at, const unsigned char* end) {
     return letter;
 }
 
-// Place in the alphabet: the plain letter first, then the mark, so that every word in c stands before those in č.
+// Place in the alphabet: the plain letter first, then the mark, so that every word in c stands before those
+// in č.
 std::uint64_t weight(char32_t letter) {
     if (letter < 0x80)
         return static_cast<std::uint64_t>(lowerLetter(static_cast<char>(letter))) << 32;
@@ -53,7 +54,8 @@ std::uint64_t weight(char32_t letter) {
     constexpr char32_t kSoftC = 0x107;  // ć, in the alphabet behind č
     constexpr char32_t kHardC = 0x10D;
     const std::uint64_t mark = low == kSoftC ? kHardC + 1 : low == kHardC ? kSoftC : low;
-    return base != 0 ? (static_cast<std::uint64_t>(base) << 32) | mark : static_cast<std::uint64_t>(low) << 32;
+    return base != 0 ? (static_cast<std::uint64_t>(base) << 32) | mark
+                     : static_cast<std::uint64_t>(low) << 32;
 }
 
 int compareTexts(void*, int sizeA, const void* textA, int sizeB, const void* textB) {
@@ -81,7 +83,9 @@ std::string_view textOf(sqlite3_value* value) {
                            : std::string_view{text, static_cast<std::size_t>(sqlite3_value_bytes(value))};
 }
 
-std::int64_t floorDiv(std::int64_t a, std::int64_t b) { return a / b - (a % b < 0 ? 1 : 0); }
+std::int64_t floorDiv(std::int64_t a, std::int64_t b) {
+    return a / b - (a % b < 0 ? 1 : 0);
+}
 
 struct Moment {
     std::int64_t day;

@@ -2,8 +2,8 @@
 
 #include "platform/dao/sqlite_store.h"
 
-// idset(N): the numbers that a narrowed view of the shop's services was made of, as a table of one column. They
-// stay where the writer put them; nothing is copied into the file.
+// idset(N): the numbers that a narrowed view of the shop's services was made of, as a table of one column.
+// They stay where the writer put them; nothing is copied into the file.
 namespace dao::driver {
 namespace {
 

@@ -29,8 +29,12 @@ constexpr std::string_view kFirstBytes{"SQLite format 3\0", 16};
 constexpr std::size_t kCachedPages = 4096;
 constexpr std::size_t kPageCountField = 28;
 
-const unsigned char* bytes(const std::string& text) { return reinterpret_cast<const unsigned char*>(text.data()); }
-unsigned char* bytes(std::string& text) { return reinterpret_cast<unsigned char*>(text.data()); }
+const unsigned char* bytes(const std::string& text) {
+    return reinterpret_cast<const unsigned char*>(text.data());
+}
+unsigned char* bytes(std::string& text) {
+    return reinterpret_cast<unsigned char*>(text.data());
+}
 
 std::string fromHex(std::string_view hex) {
     std::string out;
@@ -39,7 +43,9 @@ std::string fromHex(std::string_view hex) {
     return out;
 }
 
-std::size_t contentStart(PageNumber number) { return number == 1 ? kSaltSize : 0; }
+std::size_t contentStart(PageNumber number) {
+    return number == 1 ? kSaltSize : 0;
+}
 
 }  // namespace
 
@@ -50,7 +56,8 @@ std::uint32_t bigEndian(std::string_view text, std::size_t at, int size) {
     return number;
 }
 
-PageFile::PageFile(const std::string& path, const std::string& key) : fd_(open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
+PageFile::PageFile(const std::string& path, const std::string& key)
+    : fd_(open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
     if (fd_ < 0)
         failWithSystemError(errno);
     const std::string raw = fromHex(key);
@@ -70,7 +77,9 @@ PageFile::PageFile(const std::string& path, const std::string& key) : fd_(open(p
         expected_ = bigEndian(first, kPageCountField, 4);
 }
 
-PageFile::~PageFile() { close(fd_); }
+PageFile::~PageFile() {
+    close(fd_);
+}
 
 bool PageFile::readRaw(PageNumber number, std::string& raw) const {
     if (number == 0 || number > size_)
@@ -97,9 +106,11 @@ std::string PageFile::decrypt(PageNumber number, const std::string& raw) const {
     const std::size_t start = contentStart(number);
     std::string plain(kContent - start, '\0');
     int size = 0;
-    if (EVP_DecryptInit_ex(context.get(), EVP_aes_256_cbc(), nullptr, bytes(cipherKey_), bytes(raw) + kContent) != 1 ||
+    if (EVP_DecryptInit_ex(context.get(), EVP_aes_256_cbc(), nullptr, bytes(cipherKey_),
+                           bytes(raw) + kContent) != 1 ||
         EVP_CIPHER_CTX_set_padding(context.get(), 0) != 1 ||
-        EVP_DecryptUpdate(context.get(), bytes(plain), &size, bytes(raw) + start, static_cast<int>(plain.size())) != 1)
+        EVP_DecryptUpdate(context.get(), bytes(plain), &size, bytes(raw) + start,
+                          static_cast<int>(plain.size())) != 1)
         return {};
     return number == 1 ? std::string(kFirstBytes) + plain : plain;
 }

@@ -10,8 +10,8 @@ namespace dao::driver {
 
 using PageNumber = std::uint32_t;  // from 1, as the file counts
 
-// The pages of an enciphered file, each for itself, without the store: a page that the store stumbles over must
-// not keep the others from being read. The file must not be open in this process.
+// The pages of an enciphered file, each for itself, without the store: a page that the store stumbles over
+// must not keep the others from being read. The file must not be open in this process.
 class PageFile {
  public:
     // `key`: as in OpenRequest. Throws dao::Error if the file cannot be read at all.
@@ -22,10 +22,10 @@ class PageFile {
 
     enum class State { Whole, Empty, Broken, Missing };  // Empty: nothing but zeroes
     State state(PageNumber page);
-    PageNumber size() const { return size_; }      // whole pages in the file
+    PageNumber size() const { return size_; }          // whole pages in the file
     PageNumber expected() const { return expected_; }  // pages it ought to have; needs a whole first page
-    // The page's plain bytes without the cipher's reserve; nothing where it is not whole. Lives until the next call
-    // for many others.
+    // The page's plain bytes without the cipher's reserve; nothing where it is not whole. Lives until the
+    // next call for many others.
     std::string_view page(PageNumber number);
 
  private:

@@ -34,7 +34,9 @@ struct Salvaged {
     std::vector<std::int64_t> kept;
 };
 
-const std::string* textOf(const StoredCell& cell) { return std::get_if<std::string>(&cell); }
+const std::string* textOf(const StoredCell& cell) {
+    return std::get_if<std::string>(&cell);
+}
 
 class Salvage {
  public:
@@ -198,8 +200,8 @@ bool Salvage::couldBelong(const Salvaged& table, const StoredRow& row) const {
 Salvaged* Salvage::ownerOf(const std::vector<StoredRow>& rows) {
     Salvaged* owner = nullptr;
     for (Salvaged& table : tables_) {
-        if (rows.empty() ||
-            !std::all_of(rows.begin(), rows.end(), [&](const StoredRow& row) { return couldBelong(table, row); }))
+        if (rows.empty() || !std::all_of(rows.begin(), rows.end(),
+                                         [&](const StoredRow& row) { return couldBelong(table, row); }))
             continue;
         if (owner != nullptr)
             return nullptr;  // rather lose a page than put one shop's rows into another's table
@@ -208,13 +210,14 @@ Salvaged* Salvage::ownerOf(const std::vector<StoredRow>& rows) {
     return owner;
 }
 
-// Where a page that only points at others is broken, those others still lie in the file, with nothing that leads
-// to them: one bad page at the top of a table must not cost all its rows.
+// Where a page that only points at others is broken, those others still lie in the file, with nothing that
+// leads to them: one bad page at the top of a table must not cost all its rows.
 void Salvage::carryStray() {
     for (const PageNumber page : reader_.strayLeaves()) {
         std::vector<StoredRow> rows;
         TreeReader::Missing missing;
-        reader_.readLeaf(page, [&](StoredRow row) { rows.push_back(std::move(row)); }, missing);
+        reader_.readLeaf(
+            page, [&](StoredRow row) { rows.push_back(std::move(row)); }, missing);
         Salvaged* owner = ownerOf(rows);
         if (owner == nullptr)
             continue;
@@ -254,7 +257,8 @@ std::int64_t Salvage::lossOf(const Salvaged& table) {
     if (known)
         return byIndex;
     auto lost = static_cast<std::int64_t>(table.missing.rows.size());
-    const std::int64_t highest = std::max(counterOf(table.entry.name), table.kept.empty() ? 0 : table.kept.back());
+    const std::int64_t highest =
+        std::max(counterOf(table.entry.name), table.kept.empty() ? 0 : table.kept.back());
     for (const Gap& gap : table.missing.gaps) {
         const std::int64_t after = std::max<std::int64_t>(gap.after, 0);
         const std::int64_t upTo = std::min(gap.upTo, highest);
@@ -297,19 +301,22 @@ void Salvage::createIndexes() {
 
 void Salvage::carryCounters() {
     for (const auto& [table, number] : counters_) {
-        const bool exists = std::any_of(tables_.begin(), tables_.end(),
-                                        [&, &name = table](const Salvaged& each) { return each.entry.name == name; });
+        const bool exists =
+            std::any_of(tables_.begin(), tables_.end(),
+                        [&, &name = table](const Salvaged& each) { return each.entry.name == name; });
         if (!exists)
             continue;
         const std::string where = " WHERE name=" + quotedText(table);
         fresh_.execute("INSERT INTO sqlite_sequence(name,seq) SELECT " + quotedText(table) +
-                       ",0 WHERE NOT EXISTS(SELECT 1 FROM sqlite_sequence" + where + ");"
-                       "UPDATE sqlite_sequence SET seq=max(seq," + std::to_string(number) + ")" + where);
+                       ",0 WHERE NOT EXISTS(SELECT 1 FROM sqlite_sequence" + where +
+                       ");"
+                       "UPDATE sqlite_sequence SET seq=max(seq," +
+                       std::to_string(number) + ")" + where);
     }
 }
 
-// A computer whose client's page is lost stays: it is worth more to the shop than the rule, and the number tells
-// that somebody has to look.
+// A computer whose client's page is lost stays: it is worth more to the shop than the rule, and the number
+// tells that somebody has to look.
 void Salvage::countOrphans() {
     RowBlock block;
     block.reset({Type::Text});

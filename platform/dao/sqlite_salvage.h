@@ -7,8 +7,8 @@
 
 namespace dao::driver {
 
-// Whether every page of the file carries its seal and the trees are in order. 3049 where not even the first page
-// can be read.
+// Whether every page of the file carries its seal and the trees are in order. 3049 where not even the first
+// page can be read.
 bool isWhole(const OpenRequest& file);
 
 // Carries every row that can be read into `fresh`, a newly created file, with the tables, relations, indexes,

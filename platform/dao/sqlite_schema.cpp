@@ -74,7 +74,8 @@ sql::TableInfo infoFrom(const TableDef& table) {
             fail(errInvalidOperation, "Invalid field data type.");
         column.type = row->type;
         if (info.indexOf(field.Name) >= 0)
-            fail(errDuplicateField, "Field '" + field.Name + "' already exists in table '" + info.name + "'.");
+            fail(errDuplicateField,
+                 "Field '" + field.Name + "' already exists in table '" + info.name + "'.");
         info.columns.push_back(std::move(column));
     }
     return info;
@@ -101,7 +102,9 @@ void sortKeys(std::vector<std::int64_t>& keys) {
     }
     std::vector<std::int64_t> dealt(keys.size());
     for (int shift = 0; shift < 3 * kBits; shift += kBits) {
-        const auto pileOf = [shift](std::int64_t key) { return static_cast<std::size_t>(key >> shift) % kPiles; };
+        const auto pileOf = [shift](std::int64_t key) {
+            return static_cast<std::size_t>(key >> shift) % kPiles;
+        };
         std::vector<std::size_t> places(kPiles + 1, 0);
         for (const std::int64_t key : keys)
             ++places[pileOf(key) + 1];
@@ -130,8 +133,8 @@ bool isSystemTable(std::string_view name) {
 
 std::vector<std::string> SqliteStore::tableNames() {
     std::vector<std::string> names;
-    for (const Value& name :
-         textColumn(*cached("SELECT name FROM sqlite_master WHERE type='table' ORDER BY name COLLATE DAO_TEXT"))) {
+    for (const Value& name : textColumn(
+             *cached("SELECT name FROM sqlite_master WHERE type='table' ORDER BY name COLLATE DAO_TEXT"))) {
         if (!isSystemTable(name.textRef()))
             names.push_back(name.textRef());
     }
@@ -171,7 +174,8 @@ std::vector<Relation> SqliteStore::relations() {
     std::vector<Relation> relations;
     for (const std::string& table : tableNames()) {
         RowBlock block;  // id, seq, table, from, to, on_update, on_delete, match
-        block.reset({Type::Long, Type::Long, Type::Text, Type::Text, Type::Text, Type::Text, Type::Text, Type::Text});
+        block.reset(
+            {Type::Long, Type::Long, Type::Text, Type::Text, Type::Text, Type::Text, Type::Text, Type::Text});
         prepare("PRAGMA foreign_key_list(" + quoted(table) + ")")->readRows(block);
         Value cell;
         for (std::size_t row = block.rows(); row-- > 0;) {
@@ -191,21 +195,22 @@ std::vector<Relation> SqliteStore::relations() {
     return relations;
 }
 
-std::string SqliteStore::columnsDdl(const sql::TableInfo& table, const std::vector<Relation>& relations) const {
+std::string SqliteStore::columnsDdl(const sql::TableInfo& table,
+                                    const std::vector<Relation>& relations) const {
     std::string text;
-    const bool hasCounter =
-        std::any_of(table.columns.begin(), table.columns.end(), [](const auto& column) { return column.counter; });
+    const bool hasCounter = std::any_of(table.columns.begin(), table.columns.end(),
+                                        [](const auto& column) { return column.counter; });
     for (const sql::ColumnInfo& column : table.columns)
         text += (text.empty() ? "" : ",") + columnDdl(column);
-    // A row must never come back as another under the same number: a list on another workstation still knows it
-    // by that.
+    // A row must never come back as another under the same number: a list on another workstation still knows
+    // it by that.
     if (!hasCounter)
         text += std::string(text.empty() ? "" : ",") + kHiddenKey + " INTEGER PRIMARY KEY AUTOINCREMENT";
     for (const Relation& relation : relations) {
         if (!sameName(relation.foreignTable, table.name))
             continue;
-        text += ",FOREIGN KEY(" + quoted(relation.foreignField) + ") REFERENCES " + quoted(relation.table) + '(' +
-                quoted(relation.field) + ')' + (relation.cascadeDelete ? " ON DELETE CASCADE" : "");
+        text += ",FOREIGN KEY(" + quoted(relation.foreignField) + ") REFERENCES " + quoted(relation.table) +
+                '(' + quoted(relation.field) + ')' + (relation.cascadeDelete ? " ON DELETE CASCADE" : "");
     }
     return text;
 }
@@ -214,11 +219,13 @@ void SqliteStore::createTable(const TableDef& table) {
     execute("CREATE TABLE " + quoted(table.Name()) + '(' + columnsDdl(infoFrom(table), {}) + ')');
 }
 
-void SqliteStore::dropTable(const std::string& table) { execute("DROP TABLE " + quoted(table)); }
+void SqliteStore::dropTable(const std::string& table) {
+    execute("DROP TABLE " + quoted(table));
+}
 
 void SqliteStore::createIndex(const std::string& table, const std::string& field, bool unique) {
-    execute(std::string(unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ") + quoted(indexName(table, field)) + " ON " +
-            quoted(table) + '(' + quoted(field) + ')');
+    execute(std::string(unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ") + quoted(indexName(table, field)) +
+            " ON " + quoted(table) + '(' + quoted(field) + ')');
 }
 
 void SqliteStore::createForeignIndexes(const std::string& table, const std::vector<Relation>& relations) {
@@ -233,17 +240,19 @@ void SqliteStore::createRelation(const Relation& relation) {
     const std::string& table = relation.foreignTable;
     const sql::TableInfo info = describe(table);
     if (cached("SELECT 1 FROM " + quoted(table) + " LIMIT 1")->scalar(Type::Long))
-        fail(errInvalidOperation, "The relation can't be created; table '" + table + "' already holds records.");
+        fail(errInvalidOperation,
+             "The relation can't be created; table '" + table + "' already holds records.");
     const sql::TableInfo parent = describe(relation.table);
     const int parentColumn = parent.indexOf(relation.field);
     if (!parent.columns[static_cast<std::size_t>(parentColumn)].counter)
-        execute("CREATE UNIQUE INDEX IF NOT EXISTS " + quoted(indexName(relation.table, relation.field)) + " ON " +
-                quoted(relation.table) + '(' + quoted(relation.field) + ')');
+        execute("CREATE UNIQUE INDEX IF NOT EXISTS " + quoted(indexName(relation.table, relation.field)) +
+                " ON " + quoted(relation.table) + '(' + quoted(relation.field) + ')');
 
     std::vector<Relation> all = relations();
     all.push_back(relation);
     std::vector<Value> indexes = textColumn(
-        *prepare("SELECT sql FROM sqlite_master WHERE type='index' AND sql IS NOT NULL AND tbl_name=" + quotedText(table)));
+        *prepare("SELECT sql FROM sqlite_master WHERE type='index' AND sql IS NOT NULL AND tbl_name=" +
+                 quotedText(table)));
     const std::optional<Value> counter =
         prepare("SELECT seq FROM sqlite_sequence WHERE name=" + quotedText(table))->scalar(Type::Long);
     dropTable(table);
@@ -252,13 +261,15 @@ void SqliteStore::createRelation(const Relation& relation) {
         execute(index.textRef());
     createForeignIndexes(table, all);
     if (counter)
-        execute("INSERT INTO sqlite_sequence(name,seq) VALUES(" + quotedText(table) + ',' + counter->asText() + ')');
+        execute("INSERT INTO sqlite_sequence(name,seq) VALUES(" + quotedText(table) + ',' +
+                counter->asText() + ')');
 }
 
 // Tables before their rows, rows before their indexes: each is then written once, from front to end.
 void SqliteStore::copyTables() {
     const auto textsOf = [this](const std::string& what) {
-        return textColumn(*prepare("SELECT " + what + " AND name NOT LIKE 'sqlite!_%' ESCAPE '!' ORDER BY rowid"));
+        return textColumn(
+            *prepare("SELECT " + what + " AND name NOT LIKE 'sqlite!_%' ESCAPE '!' ORDER BY rowid"));
     };
     // The file keeps these statements from their first word on as it wrote them itself.
     const auto createIn = [this](const std::string& text, std::string_view verb) {
@@ -269,7 +280,8 @@ void SqliteStore::copyTables() {
     for (const Value& table : textsOf("sql FROM main.sqlite_master WHERE type='table'"))
         createIn(table.textRef(), "CREATE TABLE ");
     for (const Value& table : textsOf("name FROM main.sqlite_master WHERE type='table'"))
-        execute("INSERT INTO target." + quoted(table.textRef()) + " SELECT * FROM main." + quoted(table.textRef()));
+        execute("INSERT INTO target." + quoted(table.textRef()) + " SELECT * FROM main." +
+                quoted(table.textRef()));
     for (const Value& index : textsOf("sql FROM main.sqlite_master WHERE type='index'")) {
         const bool unique = index.textRef().rfind("CREATE UNIQUE", 0) == 0;
         createIn(index.textRef(), unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ");
@@ -280,7 +292,8 @@ void SqliteStore::copyTables() {
             "INSERT INTO target.sqlite_sequence(name,seq) SELECT name,seq FROM main.sqlite_sequence");
 }
 
-// An index on some other field lists all rows, too, in a tenth of the pages; the price is that its order is another.
+// An index on some other field lists all rows, too, in a tenth of the pages; the price is that its order is
+// another.
 void SqliteStore::readAllKeys(const std::string& table, std::vector<std::int64_t>& keys) {
     cached("SELECT rowid FROM " + quoted(table))->readKeys(keys, 1);
     if (!std::is_sorted(keys.begin(), keys.end()))

@@ -4,8 +4,8 @@
 namespace dao::driver {
 namespace {
 
-// Resets the statement however the call ends: a statement left on a row holds the file's read lock, and nobody
-// else in the office could save.
+// Resets the statement however the call ends: a statement left on a row holds the file's read lock, and
+// nobody else in the office could save.
 class ResetLater {
  public:
     explicit ResetLater(sqlite3_stmt* statement) : statement_(statement) {}
@@ -34,7 +34,8 @@ struct Binder {
 
 }  // namespace
 
-SqliteStatement::SqliteStatement(SqliteStore* store, sqlite3_stmt* statement) : store_(store), statement_(statement) {
+SqliteStatement::SqliteStatement(SqliteStore* store, sqlite3_stmt* statement)
+    : store_(store), statement_(statement) {
     store_->live_.insert(this);
 }
 
@@ -83,7 +84,8 @@ bool SqliteStatement::step() {
         return true;
     if (code == SQLITE_DONE)
         return false;
-    if (code == SQLITE_CONSTRAINT_FOREIGNKEY && std::string_view(sqlite3_sql(statement_)).substr(0, 6) == "DELETE")
+    if (code == SQLITE_CONSTRAINT_FOREIGNKEY &&
+        std::string_view(sqlite3_sql(statement_)).substr(0, 6) == "DELETE")
         fail(errRelatedRecordExists);
     store_->failWith(code);
 }
@@ -134,8 +136,8 @@ void SqliteStatement::addCell(RowBlock& block, int column) const {
     }
 }
 
-std::size_t SqliteStatement::readRows(RowBlock& block, int skip, std::vector<std::int64_t>* keys, std::size_t limit,
-                                      const std::vector<char>* wanted) {
+std::size_t SqliteStatement::readRows(RowBlock& block, int skip, std::vector<std::int64_t>* keys,
+                                      std::size_t limit, const std::vector<char>* wanted) {
     check();
     const ResetLater later(statement_);
     const int columns = static_cast<int>(block.columns());

@@ -24,8 +24,8 @@ std::string& fileLayerSetting() {
     return name;
 }
 
-// Every parameter of the cipher by name: another release of the library has other defaults, and the shop's file
-// must open under each.
+// Every parameter of the cipher by name: another release of the library has other defaults, and the shop's
+// file must open under each.
 constexpr std::string_view kCipherSettings[] = {
     "cipher_page_size = 4096",
     "kdf_iter = 64000",
@@ -43,7 +43,8 @@ std::string cipherSettings(std::string_view schema) {
 
 constexpr const char* kSessionSettings =
     "PRAGMA foreign_keys = ON;"
-    // A commit is on disk when it returns: cutting the journal off is made to last, as removing it would not be.
+    // A commit is on disk when it returns: cutting the journal off is made to last, as removing it would not
+    // be.
     "PRAGMA journal_mode = TRUNCATE;"
     "PRAGMA synchronous = FULL;"
     "PRAGMA temp_store = MEMORY;"
@@ -64,9 +65,9 @@ constexpr CodeNumber kExtended[] = {
 };
 
 constexpr CodeNumber kPrimary[] = {
-    {SQLITE_BUSY, errLocked},       {SQLITE_LOCKED, errLocked},      {SQLITE_FULL, errNotEnoughSpace},
-    {SQLITE_READONLY, errReadOnly}, {SQLITE_CORRUPT, errCannotOpen}, {SQLITE_NOTADB, errCannotOpen},
-    {SQLITE_PERM, errReadOnly},     {SQLITE_CANTOPEN, errDiskIo},    {SQLITE_IOERR, errDiskIo},
+    {SQLITE_BUSY, errLocked},       {SQLITE_LOCKED, errLocked},         {SQLITE_FULL, errNotEnoughSpace},
+    {SQLITE_READONLY, errReadOnly}, {SQLITE_CORRUPT, errCannotOpen},    {SQLITE_NOTADB, errCannotOpen},
+    {SQLITE_PERM, errReadOnly},     {SQLITE_CANTOPEN, errDiskIo},       {SQLITE_IOERR, errDiskIo},
     {SQLITE_TOOBIG, errOverflow},   {SQLITE_MISMATCH, errTypeMismatch},
 };
 
@@ -82,15 +83,25 @@ int jitter() {
 
 }  // namespace
 
-void setLockTimeout(int milliseconds) { lockTimeoutSetting() = milliseconds < 0 ? 0 : milliseconds; }
-int lockTimeout() { return lockTimeoutSetting(); }
-void setFileLayer(std::string name) { fileLayerSetting() = std::move(name); }
+void setLockTimeout(int milliseconds) {
+    lockTimeoutSetting() = milliseconds < 0 ? 0 : milliseconds;
+}
+int lockTimeout() {
+    return lockTimeoutSetting();
+}
+void setFileLayer(std::string name) {
+    fileLayerSetting() = std::move(name);
+}
 
-std::unique_ptr<Store> openStore(const OpenRequest& request) { return std::make_unique<SqliteStore>(request); }
+std::unique_ptr<Store> openStore(const OpenRequest& request) {
+    return std::make_unique<SqliteStore>(request);
+}
 void writeDenseCopy(const OpenRequest& source, const OpenRequest& target) {
     SqliteStore({source.path, source.key, true, true}, false).copyInto(target);
 }
-std::unique_ptr<Store> openMemoryStore() { return std::make_unique<SqliteStore>(OpenRequest{}); }
+std::unique_ptr<Store> openMemoryStore() {
+    return std::make_unique<SqliteStore>(OpenRequest{});
+}
 
 std::string quoted(std::string_view name) {
     std::string text = "\"";
@@ -124,7 +135,9 @@ SqliteStore::SqliteStore(const OpenRequest& request, bool withSystemTables) {
     }
 }
 
-SqliteStore::~SqliteStore() { close(); }
+SqliteStore::~SqliteStore() {
+    close();
+}
 
 void SqliteStore::open(const OpenRequest& request) {
     const bool memory = request.path.empty();
@@ -185,15 +198,16 @@ int SqliteStore::onBusy(void* self, int count) {
 
 void SqliteStore::failWith(int code, bool preparing) const {
     const std::string message = db_ != nullptr ? sqlite3_errmsg(db_) : "";
-    const int extended = db_ != nullptr && code == (sqlite3_errcode(db_) & 0xFF) ? sqlite3_extended_errcode(db_) : code;
+    const int extended =
+        db_ != nullptr && code == (sqlite3_errcode(db_) & 0xFF) ? sqlite3_extended_errcode(db_) : code;
     const int primary = code & 0xFF;
     if (primary == SQLITE_NOMEM)
         throw std::bad_alloc();
     const int system = db_ != nullptr ? sqlite3_system_errno(db_) : 0;
     if ((primary == SQLITE_IOERR || primary == SQLITE_CANTOPEN) && isFullDisk(system))
         fail(errNotEnoughSpace);
-    // Clearing up after a failed write hides its reason (there is no journal to remove, say). A write that was not
-    // refused by the device itself has met a limit: the disk's, the user's share of it, the file's.
+    // Clearing up after a failed write hides its reason (there is no journal to remove, say). A write that
+    // was not refused by the device itself has met a limit: the disk's, the user's share of it, the file's.
     if (extended == SQLITE_IOERR_WRITE && system != EIO && system != EROFS)
         fail(errNotEnoughSpace);
     for (const CodeNumber& entry : kExtended) {
@@ -208,7 +222,8 @@ void SqliteStore::failWith(int code, bool preparing) const {
         const bool tooLarge = message.find("too large") != std::string::npos ||
                               message.find("too many") != std::string::npos ||
                               message.find("overflow") != std::string::npos;
-        fail(tooLarge ? errTooComplex : errSyntax, tooLarge ? "" : "Syntax error in query expression: " + message + ".");
+        fail(tooLarge ? errTooComplex : errSyntax,
+             tooLarge ? "" : "Syntax error in query expression: " + message + ".");
     }
     // A page that does not carry the seal of its key is no page of this file: the cipher calls that a general
     // error, the shop calls it damage.
@@ -257,8 +272,12 @@ void SqliteStore::beginWrite() {
     cached("BEGIN IMMEDIATE")->run();
 }
 
-void SqliteStore::beginRead() { cached("BEGIN")->run(); }
-void SqliteStore::commit() { cached("COMMIT")->run(); }
+void SqliteStore::beginRead() {
+    cached("BEGIN")->run();
+}
+void SqliteStore::commit() {
+    cached("COMMIT")->run();
+}
 
 void SqliteStore::rollback() noexcept {
     if (!inTransaction())
@@ -271,8 +290,12 @@ void SqliteStore::rollback() noexcept {
     }
 }
 
-void SqliteStore::savepoint(int level) { execute("SAVEPOINT dao_level" + std::to_string(level)); }
-void SqliteStore::release(int level) { execute("RELEASE dao_level" + std::to_string(level)); }
+void SqliteStore::savepoint(int level) {
+    execute("SAVEPOINT dao_level" + std::to_string(level));
+}
+void SqliteStore::release(int level) {
+    execute("RELEASE dao_level" + std::to_string(level));
+}
 
 void SqliteStore::rollbackTo(int level) noexcept {
     if (!inTransaction())
@@ -287,9 +310,15 @@ std::int64_t SqliteStore::integerOf(const char* text) {
     return numbers.empty() ? 0 : numbers.front();
 }
 
-std::int64_t SqliteStore::pageCount() { return integerOf("PRAGMA page_count"); }
-std::int64_t SqliteStore::dataVersion() { return integerOf("PRAGMA data_version"); }
-std::int64_t SqliteStore::schemaVersion() { return integerOf("PRAGMA schema_version"); }
+std::int64_t SqliteStore::pageCount() {
+    return integerOf("PRAGMA page_count");
+}
+std::int64_t SqliteStore::dataVersion() {
+    return integerOf("PRAGMA data_version");
+}
+std::int64_t SqliteStore::schemaVersion() {
+    return integerOf("PRAGMA schema_version");
+}
 
 const sql::IdSetPtr* SqliteStore::findIdSet(std::int64_t number) const {
     const auto found = idSets_.find(number);

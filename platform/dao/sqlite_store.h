@@ -14,11 +14,12 @@ namespace dao::driver {
 
 class SqliteStatement;
 
-// One SQLCipher connection. It waits for locks by itself, in short steps that differ from process to process, and
-// speaks of every failure in the engine's numbers.
+// One SQLCipher connection. It waits for locks by itself, in short steps that differ from process to process,
+// and speaks of every failure in the engine's numbers.
 class SqliteStore final : public Store {
  public:
-    explicit SqliteStore(const OpenRequest& request, bool withSystemTables = true);  // an empty path: in memory
+    explicit SqliteStore(const OpenRequest& request,
+                         bool withSystemTables = true);  // an empty path: in memory
     ~SqliteStore() override;
 
     bool writable() const override { return writable_; }
@@ -125,12 +126,12 @@ class SqliteStatement final : public Statement {
     sqlite3_stmt* statement_;
 };
 
-std::string quoted(std::string_view name);        // "name"
-std::string quotedText(std::string_view text);    // 'text'
-bool isSystemTable(std::string_view name);        // not for those who use the file
+std::string quoted(std::string_view name);            // "name"
+std::string quotedText(std::string_view text);        // 'text'
+bool isSystemTable(std::string_view name);            // not for those who use the file
 inline constexpr const char* kHiddenKey = "dao_row";  // the key of a table that has no counter of its own
 
-void installFunctions(sqlite3* db);            // sqlite_functions.cpp
+void installFunctions(sqlite3* db);                   // sqlite_functions.cpp
 void installIdSets(sqlite3* db, SqliteStore* store);  // sqlite_idset.cpp
 
 }  // namespace dao::driver

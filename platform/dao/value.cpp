@@ -39,15 +39,16 @@ double numberFromText(std::string_view text) {
     return number;
 }
 
-// Money is typed and shown in decimals, so it is the shortest decimal of a number that gets rounded: 1.00005 is
-// half way although no double is.
+// Money is typed and shown in decimals, so it is the shortest decimal of a number that gets rounded: 1.00005
+// is half way although no double is.
 std::int64_t scaledFromDecimal(std::string_view digits) {
     const bool negative = !digits.empty() && digits.front() == '-';
     if (negative)
         digits.remove_prefix(1);
     const std::size_t point = digits.find('.');
     const std::string_view whole = digits.substr(0, point);
-    std::string_view fraction = point == std::string_view::npos ? std::string_view{} : digits.substr(point + 1);
+    std::string_view fraction =
+        point == std::string_view::npos ? std::string_view{} : digits.substr(point + 1);
     std::int64_t scaled = 0;
     constexpr std::int64_t kLimit = std::numeric_limits<std::int64_t>::max();
     const auto push = [&](int digit) {
@@ -75,7 +76,8 @@ std::string shortestText(Number number) {
         return number != number ? "NaN" : number > 0 ? "Inf" : "-Inf";
     std::array<char, 400> buffer;
     const double size = std::fabs(static_cast<double>(number));
-    const auto format = size >= 1e-5 && size < 1e15 ? std::chars_format::fixed : std::chars_format::scientific;
+    const auto format =
+        size >= 1e-5 && size < 1e15 ? std::chars_format::fixed : std::chars_format::scientific;
     const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, format);
     std::string text(buffer.data(), result.ptr);
     std::replace(text.begin(), text.end(), 'e', 'E');
@@ -84,7 +86,8 @@ std::string shortestText(Number number) {
 
 std::string currencyText(std::int64_t scaled) {
     const bool negative = scaled < 0;
-    const std::uint64_t size = negative ? 0 - static_cast<std::uint64_t>(scaled) : static_cast<std::uint64_t>(scaled);
+    const std::uint64_t size =
+        negative ? 0 - static_cast<std::uint64_t>(scaled) : static_cast<std::uint64_t>(scaled);
     std::string text = std::to_string(size / 10000);
     std::string fraction = std::to_string(size % 10000);
     fraction.insert(0, 4 - fraction.size(), '0');
@@ -95,8 +98,8 @@ std::string currencyText(std::int64_t scaled) {
     return negative ? '-' + text : text;
 }
 
-// A date has no text of its own in the engine, whose text must be the same on every workstation: year first, and
-// the time of day only where there is one. Before the first day the time still counts forward.
+// A date has no text of its own in the engine, whose text must be the same on every workstation: year first,
+// and the time of day only where there is one. Before the first day the time still counts forward.
 std::string dateText(double days) {
     double whole = std::trunc(days);
     std::int64_t seconds = std::llround(std::fabs(days - whole) * 86400.0);
@@ -142,10 +145,13 @@ Currency Currency::fromDouble(double number) {
     std::array<char, 400> buffer;
     const auto result =
         std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::fixed);
-    return fromScaled(scaledFromDecimal({buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data())}));
+    return fromScaled(
+        scaledFromDecimal({buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data())}));
 }
 
-Type Value::type() const { return kTypes[v_.index()]; }
+Type Value::type() const {
+    return kTypes[v_.index()];
+}
 
 bool Value::asBool() const {
     if (const bool* v = std::get_if<bool>(&v_))
@@ -164,7 +170,8 @@ std::int32_t Value::asLong() const {
     if (const std::int32_t* v = std::get_if<std::int32_t>(&v_))
         return *v;
     const double rounded = std::nearbyint(asDouble());
-    if (!(rounded >= std::numeric_limits<std::int32_t>::min() && rounded <= std::numeric_limits<std::int32_t>::max()))
+    if (!(rounded >= std::numeric_limits<std::int32_t>::min() &&
+          rounded <= std::numeric_limits<std::int32_t>::max()))
         fail(errOverflow);
     return static_cast<std::int32_t>(rounded);
 }
@@ -178,7 +185,9 @@ float Value::asSingle() const {
     return static_cast<float>(number);
 }
 
-double Value::asDouble() const { return std::visit(ToDouble{}, v_); }
+double Value::asDouble() const {
+    return std::visit(ToDouble{}, v_);
+}
 
 Currency Value::asCurrency() const {
     if (const Currency* v = std::get_if<Currency>(&v_))
@@ -196,7 +205,9 @@ Currency Value::asCurrency() const {
     return Currency::fromDouble(asDouble());
 }
 
-Date Value::asDate() const { return Date{asDouble()}; }
+Date Value::asDate() const {
+    return Date{asDouble()};
+}
 
 std::string Value::asText() const {
     struct ToText {

@@ -38,8 +38,8 @@ struct Date {
     constexpr auto operator<=>(const Date&) const = default;
 };
 
-// A field's value. Null is a value of its own; reading it as a number or a date throws Error 94 ("Invalid use of
-// Null"), reading it as a text gives the empty text.
+// A field's value. Null is a value of its own; reading it as a number or a date throws Error 94 ("Invalid use
+// of Null"), reading it as a text gives the empty text.
 class Value {
  public:
     Value() = default;  // Null
@@ -55,8 +55,8 @@ class Value {
     bool isNull() const { return v_.index() == 0; }
     Type type() const;
 
-    // Conversions as the engine makes them: between numbers freely, from a text where it reads as a number with a
-    // point. Throws Error 94 for Null, 13 (type mismatch), 6 (overflow).
+    // Conversions as the engine makes them: between numbers freely, from a text where it reads as a number
+    // with a point. Throws Error 94 for Null, 13 (type mismatch), 6 (overflow).
     bool asBool() const;
     std::int32_t asLong() const;
     float asSingle() const;
@@ -70,7 +70,8 @@ class Value {
 
     bool operator==(const Value&) const = default;
 
-    using Store = std::variant<std::monostate, bool, std::int32_t, float, double, Currency, Date, std::string>;
+    using Store =
+        std::variant<std::monostate, bool, std::int32_t, float, double, Currency, Date, std::string>;
     const Store& store() const { return v_; }
     Store& store() { return v_; }
 

@@ -113,8 +113,7 @@ QStringList subItems(const platform::ListItem& item) {
 
 }  // namespace
 
-// Setting up
-// ------------------------------------------------------------------------------------------------------
+// --- Setting up.
 
 TEST_F(Services, ColumnsBearTheirKeysAndTheUnit) {
     QStringList keys, texts;
@@ -172,8 +171,7 @@ TEST_F(Services, KindsOfServiceCountFromOne) {
     EXPECT_EQ(window().ServiceTypeNames.size() - 1, countRows("ServiceTypes"));
 }
 
-// Filling
-// ---------------------------------------------------------------------------------------------------------
+// --- Filling.
 
 TEST_F(Services, RowShowsItsService) {
     const int id = addService(machine, {{"ServiceStarted", day(2026, 3, 3)},
@@ -303,8 +301,7 @@ TEST_F(Services, ClickOnARowShowsItsDetails) {
     EXPECT_EQ(description(), "one");
 }
 
-// Long lists
-// ------------------------------------------------------------------------------------------------------
+// --- Long lists.
 
 namespace {
 
@@ -389,8 +386,7 @@ TEST_F(ManyServices, NewServiceStandsAtTheEnd) {
     EXPECT_EQ(list().item(kRows + 1).SubItems(3), "5.00");
 }
 
-// Deleting
-// --------------------------------------------------------------------------------------------------------
+// --- Deleting.
 
 TEST_F(Services, DeletingSelectsTheNextRow) {
     const int first = addService(machine, {{"Comments", "one"}});
@@ -464,8 +460,7 @@ TEST_F(Services, DeleteKeyIsTheDeleteCommandOfTheStage) {
     EXPECT_TRUE(stored(id, "ID").isNull());
 }
 
-// Adding and editing
-// ----------------------------------------------------------------------------------------------
+// --- Adding and editing.
 
 TEST_F(Services, NewServiceGoesIntoListAndDatabase) {
     window().DefaultGST = 18;
@@ -517,7 +512,8 @@ TEST_F(Services, CancelledAddLeavesNoRow) {
 
 TEST_F(Services, EditedServiceChangesItsRowAndItsRecord) {
     const int other = addService(machine, {{"Comments", "other"}});
-    const int id = addService(machine, {{"Comments", "before"}, {"ServiceTypes", "2"}});
+    const int id = addService(
+        machine, {{"Comments", "before"}, {"ServiceTypes", "2"}, {"Discount", 10.0F}, {"GST", 18.0F}});
     window();
     list().select(2);
     window().ShowServiceDetails(*list().selectedItem());
@@ -526,15 +522,20 @@ TEST_F(Services, EditedServiceChangesItsRowAndItsRecord) {
         EXPECT_EQ(field(0)->text(), "3/3/2026");
         EXPECT_EQ(field(1)->text(), "");
         EXPECT_EQ(field(5)->text(), "100.00");
+        EXPECT_EQ(field(6)->text(), "10");
+        EXPECT_EQ(field(8)->text(), "18");
+        EXPECT_EQ(field(7)->text(), "0.00");
         type(2, "3/8/2026");
-        type(7, "100");
+        type(7, "106.2");
     });
     EXPECT_EQ(list().count(), 2);
     EXPECT_EQ(row(id).SmallIcon, "FinishedPayed");
     EXPECT_EQ(row(id).SubItems(2), "3/8/2026");
     EXPECT_EQ(row(id).Tag, "2##before");
     EXPECT_EQ(stored(id, "ServiceFinished").asDate(), day(2026, 3, 8));
-    EXPECT_EQ(stored(id, "Paid").asCurrency(), money(100));
+    EXPECT_EQ(stored(id, "Paid").asCurrency(), money(106.2));
+    EXPECT_EQ(stored(id, "Discount").asSingle(), 10.0F);
+    EXPECT_EQ(stored(id, "GST").asSingle(), 18.0F);
     EXPECT_EQ(stored(id, "ServiceToBeFinished").asDate(), kEmptyDate);
     EXPECT_EQ(stored(other, "Comments").asText(), "other");
     EXPECT_EQ(list().selectedIndex(), 2);
@@ -620,8 +621,7 @@ TEST_F(Services, EnterOnAnEmptyListDoesNothing) {
     EXPECT_FALSE(window().ServiceEditor->isVisible());
 }
 
-// Amounts there and back
-// ------------------------------------------------------------------------------------------
+// --- Amounts there and back.
 
 namespace {
 
@@ -702,8 +702,7 @@ TEST_F(Services, DatesOfAnotherLocaleGoThereAndBack) {
     EXPECT_EQ(stored(id, "ServiceFinished").asDate(), day(2026, 12, 1));
 }
 
-// Repricing
-// -------------------------------------------------------------------------------------------------------
+// --- Repricing.
 
 TEST_F(Services, RepricingWritesTheTotalAndThePaidHalf) {
     CeneDinarske = true;

@@ -276,6 +276,23 @@ TEST_F(Session, RestartKeepsTheOrderOfTheList) {
     EXPECT_EQ(win().ListView1->item(1).SubItems(3), "9.00");
 }
 
+TEST_F(Session, RestartOnAClientWithoutComputersShowsAllServicesInOrder) {
+    addClient("Zoric", "Zora");
+    desk = addComputer(addClient("Anic", "Vesna"), "Desk");
+    addService(desk, {{"Price", dao::Currency::fromScaled(10000)}});
+    addService(desk, {{"Price", dao::Currency::fromScaled(90000)}});
+    CeneDinarske = false;
+    start();
+    win().LVWSorted = true;
+    win().LVWSortField = "Price";
+    win().LVWSortOrder = "DESC";
+    restart();
+    EXPECT_EQ(chosen(0), "Zoric, Zora");
+    EXPECT_EQ(win().Combo1[1]->entryCount(), 0);
+    EXPECT_EQ(win().ListView1->count(), 2);
+    EXPECT_EQ(win().ListView1->item(1).SubItems(3), "9.00");
+}
+
 TEST_F(Session, CompactingMakesTheFileSmallerAndKeepsTheRecords) {
     shop();
     dao::DBEngine::BeginTrans();

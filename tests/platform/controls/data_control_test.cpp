@@ -204,7 +204,8 @@ TEST_F(DataControlTest, WhileARowIsShownNoFieldCountsAsChanged) {
     surnameLine.setText("A");
     comments.setPlainText("B");
     bool any = false;
-    QObject::connect(&surnameLine, &QLineEdit::textChanged,
+    const QObject test;
+    QObject::connect(&surnameLine, &QLineEdit::textChanged, &test,
                      [&] { any |= data.DataChanged(&surnameLine) || data.DataChanged(&comments); });
     data.MoveNext();
     EXPECT_FALSE(any);

@@ -502,7 +502,8 @@ TEST_F(ListViewTest, TheRightButtonSelectsTheRowUnderItAndAsksForTheMenu) {
     QSignalSpy clicked(&view, &ListView::itemClicked);
     QSignalSpy menu(&view, &ListView::contextMenuAsked);
     int selectedThen = 0;
-    QObject::connect(&view, &ListView::contextMenuAsked, [&] { selectedThen = view.selectedIndex(); });
+    const QObject test;
+    QObject::connect(&view, &ListView::contextMenuAsked, &test, [&] { selectedThen = view.selectedIndex(); });
     rightClick(rectOf(3).center());
     ASSERT_EQ(menu.count(), 1);
     EXPECT_EQ(menu.at(0).at(0).toPoint(), view.viewport()->mapToGlobal(rectOf(3).center()));

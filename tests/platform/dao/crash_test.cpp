@@ -19,7 +19,8 @@ namespace {
 
 class CrashTest : public daotest::ShopTest {};
 
-// Edits, adds and deletes clients for ever, and tells what it has committed: "E number name", "A ...", "D number".
+// Edits, adds and deletes clients for ever, and tells what it has committed: "E number name", "A ...", "D
+// number".
 int workForEver(Child& child, const std::string& path, unsigned seed) {
     std::minstd_rand random(seed);
     Database db = openShop(path);
@@ -89,7 +90,8 @@ TEST_F(CrashTest, WhatWasReportedAsWrittenIsThereAfterAKill) {
         Expected found;
         for (; !set.EOF(); set.MoveNext())
             found[set["CustID"].asLong()] = set["Surname"].asText();
-        // The killed step had perhaps been committed and not yet told: one row may differ, by a name of that child.
+        // The killed step had perhaps been committed and not yet told: one row may differ, by a name of that
+        // child.
         int differences = 0;
         for (const auto& [number, name] : expected) {
             const auto row = found.find(number);
@@ -128,7 +130,8 @@ TEST_F(CrashTest, FourWorkstationsDrawingTheSameProductsLoseNothing) {
                 set.Edit();
                 set.Fields("Stanje") = Value(set["Stanje"].asSingle() - 1);
                 set.Update();
-                longest = std::max(longest, std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
+                longest = std::max(
+                    longest, std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
             }
             child.tell(std::to_string(longest));
             return 0;

@@ -13,7 +13,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-dao::FieldDef counter(const std::string& name) { return {name, dao::dbLong, 0, true}; }
+dao::FieldDef counter(const std::string& name) {
+    return {name, dao::dbLong, 0, true};
+}
 
 void append(dao::Database& db, const std::string& name, const std::vector<dao::FieldDef>& fields) {
     dao::TableDef table = db.CreateTableDef(name);
@@ -41,23 +43,39 @@ void createShop(const std::string& path) {
     using namespace dao;
     Database db = DBEngine::CreateDatabase(path, kConnect);
     append(db, "Customers",
-           {counter("CustID"), {"Surname", dbText, 20}, {"City", dbText, 0}, {"FirmAddress", dbBoolean},
-            {"BirthDate", dbDate}, {"Comments", dbMemo}});
+           {counter("CustID"),
+            {"Surname", dbText, 20},
+            {"City", dbText, 0},
+            {"FirmAddress", dbBoolean},
+            {"BirthDate", dbDate},
+            {"Comments", dbMemo}});
     append(db, "Computers", {counter("MachineID"), {"CustID", dbLong}, {"MachineName", dbText, 50}});
     append(db, "Services",
-           {counter("ID"), {"MachineID", dbLong}, {"ServiceStarted", dbDate}, {"Comments", dbMemo},
-            {"Price", dbCurrency}, {"Discount", dbSingle}, {"Paid", dbCurrency}});
+           {counter("ID"),
+            {"MachineID", dbLong},
+            {"ServiceStarted", dbDate},
+            {"Comments", dbMemo},
+            {"Price", dbCurrency},
+            {"Discount", dbSingle},
+            {"Paid", dbCurrency}});
     append(db, "Grupe", {counter("ID"), {"Grupa", dbText, 50}});
-    append(db, "Oprema", {counter("ID"), {"IDGrupe", dbLong}, {"Naziv", dbText, 255}, {"Stanje", dbSingle}, {"Cena", dbSingle}});
-    append(db, "InvoiceData", {{"ServiceID", dbLong}, {"OpremaID", dbLong}, {"Naziv", dbText, 255}, {"Stanje", dbSingle}});
+    append(db, "Oprema",
+           {counter("ID"),
+            {"IDGrupe", dbLong},
+            {"Naziv", dbText, 255},
+            {"Stanje", dbSingle},
+            {"Cena", dbSingle}});
+    append(db, "InvoiceData",
+           {{"ServiceID", dbLong}, {"OpremaID", dbLong}, {"Naziv", dbText, 255}, {"Stanje", dbSingle}});
     append(db, "ServiceTypes", {{"Service", dbText, 100}});
     db.CreateRelation({"Customers", "CustID", "Computers", "CustID", true});
     db.CreateRelation({"Computers", "MachineID", "Services", "MachineID", true});
     db.CreateRelation({"Services", "ID", "InvoiceData", "ServiceID", true});
     db.CreateRelation({"Grupe", "ID", "Oprema", "IDGrupe", true});
-    db.CreateQueryDef("OpremaGrupe",
-                      "SELECT Oprema.ID, Grupe.Grupa, Oprema.Naziv, Oprema.Stanje, Oprema.IDGrupe FROM Grupe INNER JOIN "
-                      "Oprema ON Grupe.ID = Oprema.IDGrupe;");
+    db.CreateQueryDef(
+        "OpremaGrupe",
+        "SELECT Oprema.ID, Grupe.Grupa, Oprema.Naziv, Oprema.Stanje, Oprema.IDGrupe FROM Grupe INNER JOIN "
+        "Oprema ON Grupe.ID = Oprema.IDGrupe;");
 }
 
 void fillShop(dao::Database& db, int clients) {
@@ -166,7 +184,9 @@ std::string Child::hear() const {
     return line;
 }
 
-void Child::kill() const { ::kill(pid_, SIGKILL); }
+void Child::kill() const {
+    ::kill(pid_, SIGKILL);
+}
 
 int Child::wait() {
     int status = 0;
@@ -175,8 +195,12 @@ int Child::wait() {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
 
-void Child::complain(const char* text) { std::fprintf(stderr, "child: %s\n", text); }
-void Child::leave(int code) { _exit(code); }
+void Child::complain(const char* text) {
+    std::fprintf(stderr, "child: %s\n", text);
+}
+void Child::leave(int code) {
+    _exit(code);
+}
 
 std::vector<char> readFile(const std::string& path) {
     std::ifstream in(path, std::ios::binary);

@@ -63,8 +63,8 @@ int errorOf(Body&& body) {
     return 0;
 }
 
-// Runs `body` in a process of its own, which must not have a connection of ours: call it only while nothing is
-// open here. What the body returns is the exit code; 99 stands for an exception.
+// Runs `body` in a process of its own, which must not have a connection of ours: call it only while nothing
+// is open here. What the body returns is the exit code; 99 stands for an exception.
 class Child {
  public:
     template <typename Body>

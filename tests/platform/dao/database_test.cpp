@@ -52,7 +52,8 @@ TEST_F(DatabaseTest, AnUnknownNameIsNamed) {
     EXPECT_EQ(errorOf([&] { db.OpenRecordset("SELECT * FROM Nowhere"); }), errUnknownObject);
     EXPECT_EQ(errorOf([&] { db.OpenRecordset("SELECT Nobody FROM Customers"); }), errTooFewParameters);
     EXPECT_NE(DBEngine::Errors().front().Description.find("Nobody"), std::string::npos);
-    EXPECT_NE(DBEngine::Errors().front().Description.find("Too few parameters. Expected 1."), std::string::npos);
+    EXPECT_NE(DBEngine::Errors().front().Description.find("Too few parameters. Expected 1."),
+              std::string::npos);
     EXPECT_EQ(errorOf([&] { db.OpenRecordset(""); }), errSyntax);
     EXPECT_EQ(errorOf([&] { db.OpenRecordset("DELETE * FROM Customers"); }), errInvalidOperation);
     EXPECT_EQ(count("[customers]"), 0);
@@ -211,9 +212,18 @@ TEST_F(DatabaseTest, RelationsAreKeptByTheFile) {
     fill(1);
     EXPECT_EQ(errorOf([&] { db.CreateRelation({"Oprema", "ID", "InvoiceData", "OpremaID", false}); }), 0);
     EXPECT_EQ(db.Relations().size(), 5U);
-    EXPECT_EQ(errorOf([&] { db.CreateRelation({"Grupe", "ID", "Customers", "CustID", false}); }), errInvalidOperation);
-    EXPECT_EQ(errorOf([&] { db.CreateRelation({"Nowhere", "ID", "InvoiceData", "OpremaID", false}); }), errItemNotFound);
-    EXPECT_EQ(errorOf([&] { db.CreateRelation({"Oprema", "Nobody", "InvoiceData", "OpremaID", false}); }), errItemNotFound);
+    EXPECT_EQ(errorOf([&] {
+                  db.CreateRelation({"Grupe", "ID", "Customers", "CustID", false});
+              }),
+              errInvalidOperation);
+    EXPECT_EQ(errorOf([&] {
+                  db.CreateRelation({"Nowhere", "ID", "InvoiceData", "OpremaID", false});
+              }),
+              errItemNotFound);
+    EXPECT_EQ(errorOf([&] {
+                  db.CreateRelation({"Oprema", "Nobody", "InvoiceData", "OpremaID", false});
+              }),
+              errItemNotFound);
     db.Execute("INSERT INTO InvoiceData (ServiceID, OpremaID, Naziv) VALUES (1, 1, 'Miš')");
     EXPECT_EQ(errorOf([&] { db.Execute("DELETE * FROM Oprema WHERE ID=1"); }), errRelatedRecordExists);
     EXPECT_EQ(count("Oprema"), 1);
@@ -321,7 +331,8 @@ TEST_F(DatabaseTest, AFileOpenedInATransactionTakesPart) {
 
 TEST_F(DatabaseTest, TextComparesWithoutRegardToCaseAndSortsByTheAlphabet) {
     Recordset set = db.OpenRecordset("Customers");
-    for (const char* name : {"Žarko", "Zoran", "ćosić", "Čolić", "Cvetić", "đurić", "Dodić", "Ema", "šarić", "Sava"}) {
+    for (const char* name :
+         {"Žarko", "Zoran", "ćosić", "Čolić", "Cvetić", "đurić", "Dodić", "Ema", "šarić", "Sava"}) {
         set.AddNew();
         set.Fields("Surname") = Value(name);
         set.Update();
@@ -340,8 +351,10 @@ TEST_F(DatabaseTest, TextComparesWithoutRegardToCaseAndSortsByTheAlphabet) {
 TEST_F(DatabaseTest, DateDifferencesCountTheBordersCrossed) {
     fill(1);
     const auto difference = [&](const std::string& interval, const std::string& from, const std::string& to) {
-        return db.OpenRecordset("SELECT DateDiff('" + interval + "', #" + from + "#, #" + to + "#) AS D FROM Customers",
-                                dbOpenSnapshot)["D"]
+        return db
+            .OpenRecordset(
+                "SELECT DateDiff('" + interval + "', #" + from + "#, #" + to + "#) AS D FROM Customers",
+                dbOpenSnapshot)["D"]
             .asLong();
     };
     EXPECT_EQ(difference("d", "1/31/2005", "2/1/2005"), 1);
@@ -398,7 +411,8 @@ TEST_F(DatabaseTest, AnOuterSideWithoutARowIsNull) {
     fill(2);
     db.Execute("INSERT INTO Oprema (Naziv) VALUES ('Bez grupe')");
     Recordset set = db.OpenRecordset(
-        "SELECT Oprema.ID, Grupe.Grupa, Oprema.Naziv FROM Oprema LEFT JOIN Grupe ON Oprema.IDGrupe = Grupe.ID ORDER BY "
+        "SELECT Oprema.ID, Grupe.Grupa, Oprema.Naziv FROM Oprema LEFT JOIN Grupe ON Oprema.IDGrupe = "
+        "Grupe.ID ORDER BY "
         "Oprema.ID");
     set.MoveLast();
     EXPECT_TRUE(set["Grupa"].isNull());

@@ -24,8 +24,12 @@ struct File : sqlite3_file {
     sqlite3_file* real() { return reinterpret_cast<sqlite3_file*>(this + 1); }
 };
 
-File* our(sqlite3_file* file) { return static_cast<File*>(file); }
-sqlite3_file* real(sqlite3_file* file) { return our(file)->real(); }
+File* our(sqlite3_file* file) {
+    return static_cast<File*>(file);
+}
+sqlite3_file* real(sqlite3_file* file) {
+    return our(file)->real();
+}
 sqlite3_vfs* realLayer() {
     static sqlite3_vfs* const kReal = sqlite3_vfs_find(nullptr);
     return kReal;
@@ -36,7 +40,9 @@ void record(FaultLayer::Event event) {
         state.events.push_back(std::move(event));
 }
 
-int closeFile(sqlite3_file* f) { return real(f)->pMethods->xClose(real(f)); }
+int closeFile(sqlite3_file* f) {
+    return real(f)->pMethods->xClose(real(f));
+}
 int readFile(sqlite3_file* f, void* to, int size, sqlite3_int64 at) {
     return real(f)->pMethods->xRead(real(f), to, size, at);
 }
@@ -66,19 +72,33 @@ int syncFile(sqlite3_file* f, int flags) {
     record({FaultLayer::Event::Kind::Sync, our(f)->name, 0, {}});
     return real(f)->pMethods->xSync(real(f), flags);
 }
-int sizeFile(sqlite3_file* f, sqlite3_int64* size) { return real(f)->pMethods->xFileSize(real(f), size); }
-int lockFile(sqlite3_file* f, int level) { return real(f)->pMethods->xLock(real(f), level); }
-int unlockFile(sqlite3_file* f, int level) { return real(f)->pMethods->xUnlock(real(f), level); }
-int checkFile(sqlite3_file* f, int* out) { return real(f)->pMethods->xCheckReservedLock(real(f), out); }
-int controlFile(sqlite3_file* f, int op, void* arg) { return real(f)->pMethods->xFileControl(real(f), op, arg); }
-int sectorSize(sqlite3_file* f) { return real(f)->pMethods->xSectorSize(real(f)); }
+int sizeFile(sqlite3_file* f, sqlite3_int64* size) {
+    return real(f)->pMethods->xFileSize(real(f), size);
+}
+int lockFile(sqlite3_file* f, int level) {
+    return real(f)->pMethods->xLock(real(f), level);
+}
+int unlockFile(sqlite3_file* f, int level) {
+    return real(f)->pMethods->xUnlock(real(f), level);
+}
+int checkFile(sqlite3_file* f, int* out) {
+    return real(f)->pMethods->xCheckReservedLock(real(f), out);
+}
+int controlFile(sqlite3_file* f, int op, void* arg) {
+    return real(f)->pMethods->xFileControl(real(f), op, arg);
+}
+int sectorSize(sqlite3_file* f) {
+    return real(f)->pMethods->xSectorSize(real(f));
+}
 // A cautious disk: it promises nothing.
-int characteristics(sqlite3_file*) { return 0; }
+int characteristics(sqlite3_file*) {
+    return 0;
+}
 
-const sqlite3_io_methods kMethods = {1,        closeFile, readFile,   writeFile, truncateFile,
-                                     syncFile, sizeFile,  lockFile,   unlockFile, checkFile,
-                                     controlFile, sectorSize, characteristics, nullptr, nullptr,
-                                     nullptr,  nullptr,   nullptr,    nullptr};
+const sqlite3_io_methods kMethods = {1,           closeFile,  readFile,        writeFile,  truncateFile,
+                                     syncFile,    sizeFile,   lockFile,        unlockFile, checkFile,
+                                     controlFile, sectorSize, characteristics, nullptr,    nullptr,
+                                     nullptr,     nullptr,    nullptr,         nullptr};
 
 int openFile(sqlite3_vfs*, const char* name, sqlite3_file* f, int flags, int* outFlags) {
     File* file = new (f) File{};
@@ -118,7 +138,9 @@ FaultLayer::~FaultLayer() {
     state = {};
 }
 
-void FaultLayer::setRoom(std::int64_t bytes) { state.room = bytes; }
+void FaultLayer::setRoom(std::int64_t bytes) {
+    state.room = bytes;
+}
 
 void FaultLayer::startRecording() {
     state.events.clear();

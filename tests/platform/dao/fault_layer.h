@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-// A file layer between the engine and the operating system, for the two things that no test can wait for: a disk
-// that fills up in the middle of a write, and a power failure after any write.
+// A file layer between the engine and the operating system, for the two things that no test can wait for: a
+// disk that fills up in the middle of a write, and a power failure after any write.
 namespace daotest {
 
 class FaultLayer {

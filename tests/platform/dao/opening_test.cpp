@@ -40,8 +40,8 @@ TEST_F(OpeningTest, WhatIsNotThereIsSaidSo) {
 
 TEST_F(OpeningTest, WhatIsNoDatabaseIsSaidSo) {
     const std::string other = folder.file("Other.mdb");
-    for (const std::vector<char>& bytes :
-         {std::vector<char>{}, std::vector<char>(100, 'x'), std::vector<char>(8192, 'x'), std::vector<char>(8192, 0)}) {
+    for (const std::vector<char>& bytes : {std::vector<char>{}, std::vector<char>(100, 'x'),
+                                           std::vector<char>(8192, 'x'), std::vector<char>(8192, 0)}) {
         daotest::writeFile(other, bytes);
         EXPECT_EQ(errorOpening(other), errUnrecognisedFormat) << bytes.size();
         EXPECT_EQ(daotest::readFile(other), bytes);
@@ -169,7 +169,8 @@ TEST_F(OpeningTest, AReadOnlyOpeningWritesNothingAlthoughTheFileCouldBeWritten) 
     Database reader = openShop(path, false, true);
     Recordset set = reader.OpenRecordset("Customers");
     EXPECT_EQ(errorOf([&] { set.Edit(); }), errReadOnly);
-    EXPECT_EQ(errorOf([&] { reader.QueryDefs()["OpremaGrupe"].setSQL("SELECT * FROM Oprema"); }), errReadOnly);
+    EXPECT_EQ(errorOf([&] { reader.QueryDefs()["OpremaGrupe"].setSQL("SELECT * FROM Oprema"); }),
+              errReadOnly);
     Recordset writable = db.OpenRecordset("Customers");
     writable.Edit();
     writable.Fields("City") = Value("Niš");
@@ -179,7 +180,8 @@ TEST_F(OpeningTest, AReadOnlyOpeningWritesNothingAlthoughTheFileCouldBeWritten) 
 
 TEST_F(OpeningTest, CreatingOverAFileIsRefused) {
     EXPECT_EQ(errorOf([&] { DBEngine::CreateDatabase(path, daotest::kConnect); }), errObjectExists);
-    EXPECT_EQ(errorOf([&] { DBEngine::CreateDatabase(folder.file("no/New.mdb"), daotest::kConnect); }), errPathInvalid);
+    EXPECT_EQ(errorOf([&] { DBEngine::CreateDatabase(folder.file("no/New.mdb"), daotest::kConnect); }),
+              errPathInvalid);
     Database unprotected = DBEngine::CreateDatabase(folder.file("Open.mdb"), "");
     unprotected.Close();
     EXPECT_EQ(errorOpening(folder.file("Open.mdb"), ""), 0);
@@ -196,7 +198,8 @@ TEST_F(OpeningTest, ACrashedCreationLeavesNoTrace) {
 
 TEST_F(OpeningTest, ThereIsOneWorkspace) {
     EXPECT_EQ(errorOf([] { DBEngine::Workspaces(1); }), errItemNotFound);
-    EXPECT_EQ(errorOf([&] { DBEngine::Workspaces(0).OpenDatabase(path, false, false, daotest::kConnect); }), 0);
+    EXPECT_EQ(errorOf([&] { DBEngine::Workspaces(0).OpenDatabase(path, false, false, daotest::kConnect); }),
+              0);
 }
 
 }  // namespace

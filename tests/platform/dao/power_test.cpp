@@ -102,8 +102,8 @@ TEST_F(PowerTest, APowerFailureAfterAnyWriteLeavesTheOldOrTheNewState) {
     }
     ASSERT_GT(events.size(), 30U);
 
-    Disk written;   // a disk that has taken everything at once
-    Disk synced;    // one that has taken only what it was made to take
+    Disk written;  // a disk that has taken everything at once
+    Disk synced;   // one that has taken only what it was made to take
     written[path] = synced[path] = std::string(before.begin(), before.end());
     std::map<std::string, std::vector<FaultLayer::Event>> waiting;
     bool wasNew = false;
@@ -179,6 +179,20 @@ TEST_F(PowerTest, AFullDiskInAnUpdateKeepsTheEditAndTheLock) {
     FaultLayer::setRoom(FaultLayer::kPlenty);
     set.Update();
     EXPECT_EQ(set["Comments"].asText().size(), 50000U);
+}
+
+TEST_F(PowerTest, ANumberRolledBackOnAFullDiskDoesNotComeBack) {
+    const FaultLayer faults;
+    db = openShop(path);
+    Recordset set = db.OpenRecordset("Customers");
+    DBEngine::BeginTrans();
+    set.AddNew();
+    const int given = set["CustID"].asLong();
+    FaultLayer::setRoom(0);
+    DBEngine::Rollback();
+    FaultLayer::setRoom(FaultLayer::kPlenty);
+    set.AddNew();
+    EXPECT_GT(set["CustID"].asLong(), given);
 }
 
 TEST_F(PowerTest, AFullDiskStopsARepairWithoutHarm) {

@@ -387,6 +387,40 @@ TEST_F(RecordsetTest, ManyRowsAreReadInBlocksWithoutLosingAny) {
         ASSERT_EQ(sparse["ID"].asLong(), expected);
 }
 
+TEST_F(RecordsetTest, RowsOfOthersBetweenTheSetsOwnAreSteppedOver) {
+    fill(1500);
+    db.Execute("UPDATE Services SET Discount=1 WHERE Price=1 OR ID BETWEEN 3 AND 700");
+    Recordset set = db.OpenRecordset(
+        "SELECT * FROM Services WHERE Discount IS NULL AND (ID<5 OR ID BETWEEN 350 AND 1400)");
+    db.Execute("UPDATE Services SET Discount=2 WHERE ID=1000");
+    std::vector<int> expected{2};
+    for (int id = 701; id <= 1400; ++id)
+        expected.push_back(id);
+    EXPECT_EQ(numbers(set, "ID"), expected);
+    // Every third row, so that each stretch of keys holds twice as many strangers.
+    std::string text = "SELECT * FROM Services WHERE ";
+    for (int id = 1; id < 1500; id += 3)
+        text += "ID=" + std::to_string(id) + " OR ";
+    Recordset thirds = db.OpenRecordset(text + "ID=1500");
+    int id = 1;
+    for (; thirds.AbsolutePosition() < 499; thirds.MoveNext(), id += 3)
+        ASSERT_EQ(thirds["ID"].asLong(), id);
+    EXPECT_EQ(thirds.RecordCount(), 501);
+}
+
+TEST_F(RecordsetTest, AFieldFirstLookedAtInTheMiddleOfALongWalkIsThere) {
+    fill(1200);
+    Recordset set = db.OpenRecordset("Services");
+    for (int i = 1; i <= 900; ++i, set.MoveNext())
+        ASSERT_EQ(set["ID"].asLong(), i);
+    EXPECT_EQ(set["Comments"].asText(), std::string(100, static_cast<char>('a' + 901 % 26)));
+    EXPECT_EQ(set["ID"].asLong(), 901);
+    for (int i = 901; i <= 1200; ++i, set.MoveNext()) {
+        ASSERT_EQ(set["Comments"].asText().front(), 'a' + i % 26);
+        ASSERT_EQ(set["Price"].asCurrency().scaled(), i * 10000);
+    }
+}
+
 TEST_F(RecordsetTest, RequeryRunsTheStatementAgain) {
     fill(2);
     Recordset set = db.OpenRecordset("Customers");

@@ -129,7 +129,8 @@ TEST_F(RepairTest, ADamagedFirstPageLeavesTheFileUntouched) {
 TEST_F(RepairTest, ATruncatedFileGivesWhatIsLeft) {
     for (const std::size_t left : {pages / 2, pages - 1, std::size_t{20}}) {
         SCOPED_TRACE(left);
-        std::vector<char> bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(left * kPage + 17));
+        std::vector<char> bytes(whole.begin(),
+                                whole.begin() + static_cast<std::ptrdiff_t>(left * kPage + 17));
         daotest::writeFile(path, bytes);
         EXPECT_EQ(errorOf([&] { openShop(path); }), errCannotOpen);
         repairAndOpen();
@@ -166,7 +167,8 @@ TEST_F(RepairTest, ARepairedFileWorksOn) {
         EXPECT_GT(set["CustID"].asLong(), 400) << page;
         set.Fields("Surname") = Value("Posle popravke");
         set.Update();
-        EXPECT_EQ(errorOf([&] { db.Execute("INSERT INTO Computers (CustID) VALUES (9999)"); }), errRelatedRecordRequired);
+        EXPECT_EQ(errorOf([&] { db.Execute("INSERT INTO Computers (CustID) VALUES (9999)"); }),
+                  errRelatedRecordRequired);
         EXPECT_LE(db.QueryDefs().Count(), 1);
         set.Close();
         db.Close();

@@ -48,7 +48,8 @@ TEST_F(SharingTest, AnotherIdleProcessKeepsExclusiveUseAway) {
     ASSERT_EQ(other.hear(), "in");
     EXPECT_EQ(errorOf([&] { openShop(path, true); }), errFileInUse);
     EXPECT_EQ(errorOf([&] { DBEngine::RepairDatabase(path, daotest::kConnect); }), errFileInUse);
-    EXPECT_EQ(errorOf([&] { DBEngine::CompactDatabase(path, folder.file("c.mdb"), daotest::kConnect); }), errFileInUse);
+    EXPECT_EQ(errorOf([&] { DBEngine::CompactDatabase(path, folder.file("c.mdb"), daotest::kConnect); }),
+              errFileInUse);
     EXPECT_EQ(errorOf([&] { DBEngine::DeleteDatabase(path); }), errFileInUse);
     EXPECT_EQ(errorOf([&] { DBEngine::RenameDatabase(path, folder.file("r.mdb")); }), errFileInUse);
     EXPECT_FALSE(fs::exists(folder.file("c.mdb")));
@@ -218,6 +219,16 @@ TEST_F(SharingTest, TheLockIsLetGoHoweverAnEditEnds) {
     EXPECT_TRUE(isFree());
     set.Edit();
     set.AddNew();
+    EXPECT_TRUE(isFree());
+    set.CancelUpdate();
+    EXPECT_EQ(errorOf([&] { here.Execute("UPDATE Computers SET CustID=99"); }), errRelatedRecordRequired);
+    EXPECT_TRUE(isFree());
+    Recordset computers = here.OpenRecordset("Computers");
+    computers.Edit();
+    computers.Fields("CustID") = Value(99);
+    EXPECT_EQ(errorOf([&] { computers.Update(); }), errRelatedRecordRequired);
+    EXPECT_FALSE(isFree());
+    computers.CancelUpdate();
     EXPECT_TRUE(isFree());
     set.Edit();
     set.Close();
