@@ -101,5 +101,7 @@ int main(int argc, char** argv) {
     platform::setProgramFolder(place.path());
     platform::setSettingsFolder(place.path());
     settings::setText(settings::DatabasePath, QString::fromStdString(file.string()));
+    const std::filesystem::path help = std::filesystem::path(argv[argc - 1]).parent_path() / "Tarvello.hlp";
+    settings::setText(settings::HelpFilePath, QString::fromStdString(help.string()));
     return startUp ? startUpMeasure() : measureAll(file.string());
 }

@@ -125,8 +125,11 @@ void listBaseline(Shop& shop) {
         return std::string(text);
     };
     const auto money = [&text](double amount) {
-        std::snprintf(text, sizeof text, "%'.2f", amount * KursKupovni);
-        return std::string(text);
+        std::snprintf(text, sizeof text, "%.2f", amount * KursKupovni);
+        std::string grouped = text;
+        for (std::size_t at = grouped.size() - 3; at > 3; at -= 3)
+            grouped.insert(at - 3, 1, ',');
+        return grouped;
     };
     const auto percent = [&text](double number) {
         std::snprintf(text, sizeof text, "%g", number);

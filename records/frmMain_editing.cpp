@@ -296,13 +296,9 @@ void frmMain::OpenWebOrMail(const QString& address, bool isWeb) {
         setFocusToField(isWeb ? kWeb : kEMail);
         return;
     }
-    const QStringList schemes = isWeb ? QStringList{QStringLiteral("http://"), QStringLiteral("https://")}
-                                      : QStringList{QStringLiteral("mailto:")};
-    bool complete = false;
-    for (const QString& scheme : schemes)
-        complete = complete || target.contains(scheme, Qt::CaseInsensitive);
-    if (!complete)
-        target.prepend(schemes.first());
+    const QString scheme = isWeb ? QStringLiteral("http://") : QStringLiteral("mailto:");
+    if (!target.contains(scheme, Qt::CaseInsensitive))
+        target.prepend(scheme);
     Trap step;
     step([&] { LaunchAssociated(this, target); });
     step.clear();

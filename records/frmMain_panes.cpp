@@ -25,7 +25,7 @@ namespace {
 constexpr const char* kHelpContext = "HelpContextID";
 constexpr const char* kEntry = "entryField";  // what Enter walks through
 constexpr const char* kSelectsAll = "selectsAllOnFocus";
-constexpr int kPanels = 2;         // panes with entry fields
+constexpr int kPanels = 2;          // panes with entry fields
 constexpr int kShortestField = 10;  // letters
 
 QString numbered(const char* name, int index) {

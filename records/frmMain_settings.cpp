@@ -83,7 +83,8 @@ QString listOf(const platform::ListView& list, ColumnFigure figure) {
 
 void frmMain::LoadSettings() {
     Trap step;
-    step([] { settings::requireReadable(); });  // the typed readings below give the default instead of failing
+    step(
+        [] { settings::requireReadable(); });  // the typed readings below give the default instead of failing
     step([&] { moveToPlace(this, settings::text(settings::MainPosition)); });
     for (const Flag& flag : flags())
         step([&] { this->*flag.property = settings::boolean(flag.setting); });

@@ -11,7 +11,8 @@
 
 std::unique_ptr<frmMain> Main(const std::function<void(frmMain&)>& prepare) {
     CheckHelpFile();  // without its help file the program runs on
-    // A rate that somebody has spoilt by hand must not keep the shop closed: it is told, and the usual rate holds.
+    // A rate that somebody has spoilt by hand must not keep the shop closed: it is told, and the usual rate
+    // holds.
     platform::Trap rate;
     rate([] { KursKupovni = ReadKursKupovni(); });
     if (rate.failed())

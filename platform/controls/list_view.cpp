@@ -69,6 +69,7 @@ ListView::ListView(QWidget* parent) : QTreeView(parent), model_(std::make_unique
     header()->setSectionsClickable(true);
     header()->setStretchLastSection(false);
     header()->setMinimumSectionSize(0);
+    header()->setTextElideMode(Qt::ElideRight);
     connect(header(), &QHeaderView::sectionClicked, this,
             [this](int column) { emit columnClicked(column + 1); });
     showSelectionWithoutFocus();

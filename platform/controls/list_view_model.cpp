@@ -46,7 +46,7 @@ QVariant ListView::Model::headerData(int section, Qt::Orientation orientation, i
     if (orientation != Qt::Horizontal || section < 0 || section >= columns.size())
         return {};
     const Column& column = columns.at(section);
-    if (role == Qt::DisplayRole)
+    if (role == Qt::DisplayRole || role == Qt::ToolTipRole)  // a narrow column still tells what it is
         return column.text;
     if (role == Qt::TextAlignmentRole)
         return QVariant(column.alignment | Qt::AlignVCenter);

@@ -19,7 +19,7 @@ class Keyset final : public RecordsetImpl {
     void Edit() override;
     void Update() override;
     void Delete() override;
-    void setValue(int index, Value value) override;
+    void setValue(int index, Value&& value) override;
     bool Updatable() const override;
 
  protected:
@@ -57,7 +57,7 @@ class Keyset final : public RecordsetImpl {
     std::optional<std::size_t> findByStatement(const sql::Expression& criterion);
 
     const sql::ColumnInfo* counterOf(int source) const;
-    Value converted(const sql::ResultColumn& column, const Value& value) const;
+    static Value converted(const sql::ResultColumn& column, Value&& value);
     void updateEdited();
     void updateAdded();
     void writeChanged(std::size_t row);

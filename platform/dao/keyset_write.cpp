@@ -25,7 +25,7 @@ OpenFile& Keyset::writableFile() const {
     return database_->writableFile();
 }
 
-Value Keyset::converted(const sql::ResultColumn& column, const Value& value) const {
+Value Keyset::converted(const sql::ResultColumn& column, Value&& value) {
     if (value.isNull())
         return column.type == Type::YesNo ? Value(false) : Value();
     switch (column.type) {
@@ -42,18 +42,20 @@ Value Keyset::converted(const sql::ResultColumn& column, const Value& value) con
         case Type::Date:
             return Value(value.asDate());
         case Type::Text: {
-            std::string text = value.asText();
+            if (value.type() != Type::Text)
+                value = Value(value.asText());
+            const std::string& text = value.textRef();
             if (column.size > 0 && characters(text) > static_cast<std::size_t>(column.size))
                 fail(errFieldTooSmall);
-            return Value(std::move(text));
+            return std::move(value);
         }
         case Type::Null:
             break;
     }
-    return value;
+    return std::move(value);
 }
 
-void Keyset::setValue(int index, Value value) {
+void Keyset::setValue(int index, Value&& value) {
     checkIndex(index);
     if (editMode_ == Recordset::EditModeKind::None)
         fail(errUpdateWithoutEdit);
@@ -64,7 +66,7 @@ void Keyset::setValue(int index, Value value) {
     if (counter != nullptr && sameName(counter->name, to.field))
         fail(errFieldNotUpdatable);
     Cell& cell = pending_[static_cast<std::size_t>(index)];
-    cell.value = converted(to, value);
+    cell.value = converted(to, std::move(value));
     cell.changed = true;
 }
 

@@ -1,6 +1,7 @@
 #include "platform/dao/open_file.h"
 
 #include <algorithm>
+#include <tuple>
 
 #include <sys/stat.h>
 
@@ -317,12 +318,7 @@ void OpenFile::keepCounters() noexcept {
 
 namespace {
 
-struct FileIdentity {
-    dev_t device;
-    ino_t node;
-    bool writable;
-    auto operator<=>(const FileIdentity&) const = default;
-};
+using FileIdentity = std::tuple<dev_t, ino_t, bool>;  // the last: it can be written
 
 std::map<FileIdentity, std::weak_ptr<OpenFile>>& registry() {
     static auto* const kAll =

@@ -191,7 +191,8 @@ void RecordsetImpl::setAbsolutePosition(std::int64_t position) {
     leave();
     if (position < 0 || position >= static_cast<std::int64_t>(count()))
         fail(errNoCurrentRecord);
-    distrust();
+    if (position != position_ + 1)  // the next row is a step of a walk, as with MoveNext
+        distrust();
     place(position);
 }
 
@@ -322,7 +323,7 @@ const Value& RecordsetImpl::value(int index) {
     return cell.value;
 }
 
-void RecordsetImpl::setValue(int index, Value) {
+void RecordsetImpl::setValue(int index, Value&&) {
     checkIndex(index);
     fail(errUpdateWithoutEdit);
 }

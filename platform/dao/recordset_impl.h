@@ -54,7 +54,7 @@ class RecordsetImpl {
     void checkIndex(int index) const;             // 3265
     const sql::ResultColumn& column(int index) const { return columns_[static_cast<std::size_t>(index)]; }
     const Value& value(int index);
-    virtual void setValue(int index, Value value);
+    virtual void setValue(int index, Value&& value);
 
     virtual bool Updatable() const { return false; }
     RecordsetType Type() const { return type_; }

@@ -306,12 +306,15 @@ void Salvage::carryCounters() {
                         [&, &name = table](const Salvaged& each) { return each.entry.name == name; });
         if (!exists)
             continue;
-        const std::string where = " WHERE name=" + quotedText(table);
-        fresh_.execute("INSERT INTO sqlite_sequence(name,seq) SELECT " + quotedText(table) +
-                       ",0 WHERE NOT EXISTS(SELECT 1 FROM sqlite_sequence" + where +
-                       ");"
-                       "UPDATE sqlite_sequence SET seq=max(seq," +
-                       std::to_string(number) + ")" + where);
+        const auto add = fresh_.cached(
+            "INSERT INTO sqlite_sequence(name,seq) SELECT ?1,0 "
+            "WHERE NOT EXISTS(SELECT 1 FROM sqlite_sequence WHERE name=?1)");
+        add->bind(1, Value(table));
+        add->run();
+        const auto raise = fresh_.cached("UPDATE sqlite_sequence SET seq=max(seq,?2) WHERE name=?1");
+        raise->bind(1, Value(table));
+        raise->bindInteger(2, number);
+        raise->run();
     }
 }
 

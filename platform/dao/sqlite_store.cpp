@@ -48,7 +48,8 @@ constexpr const char* kSessionSettings =
     "PRAGMA journal_mode = TRUNCATE;"
     "PRAGMA synchronous = FULL;"
     "PRAGMA temp_store = MEMORY;"
-    "PRAGMA cache_size = -65536;"
+    // All of a large shop's file: a page once deciphered need not be deciphered again.
+    "PRAGMA cache_size = -262144;"
     // Nothing of a transaction reaches the file before its commit, so a copy taken meanwhile is whole.
     "PRAGMA cache_spill = OFF;";
 

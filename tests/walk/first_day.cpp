@@ -38,9 +38,8 @@ void takeInClients(Walker& walker) {
     walker.when([] { return boxOnShow() != nullptr; }, [] {});
     walker.picture("client-refused");
     walker.answer("Missing Client's Address - Street Name & Number.", QMessageBox::Yes);
-    walker.check("the first missing field has the focus", [] {
-        return focusOnShow() != nullptr && focusOnShow()->objectName() == "Text1(7)";
-    });
+    walker.check("the first missing field has the focus",
+                 [] { return focusOnShow() != nullptr && focusOnShow()->objectName() == "Text1(7)"; });
 
     walker.station("a client with a firm is taken in");
     fill(walker, {{6, "Pekara Zlatni Klas"},

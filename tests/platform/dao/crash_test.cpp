@@ -117,6 +117,7 @@ TEST_F(CrashTest, FourWorkstationsDrawingTheSameProductsLoseNothing) {
     db.Close();
     constexpr int kEach = 500;
     std::vector<std::unique_ptr<Child>> children;
+    children.reserve(4);
     for (int who = 0; who < 4; ++who) {
         children.push_back(std::make_unique<Child>([&, who](Child& child) {
             Database here = openShop(path);

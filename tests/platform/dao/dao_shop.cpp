@@ -104,7 +104,7 @@ void fillShop(dao::Database& db, int clients) {
         services.Fields("MachineID") = Value(i);
         services.Fields("ServiceStarted") = Value(Date{40000.0 + i});
         services.Fields("Price") = Value(i);
-        services.Fields("Comments") = Value(std::string(100, 'a' + static_cast<char>(i % 26)));
+        services.Fields("Comments") = Value(std::string(100, static_cast<char>('a' + i % 26)));
         services.Update();
         products.AddNew();
         products.Fields("IDGrupe") = Value(1 + i % 2);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <concepts>
 #include <string>
 #include <vector>
 
@@ -68,7 +69,8 @@ int errorOf(Body&& body) {
 class Child {
  public:
     template <typename Body>
-    explicit Child(Body&& body) : pid_(begin()) {
+    requires std::invocable<Body, Child&>
+    explicit Child(Body body) : pid_(begin()) {
         if (pid_ == 0)
             finish([&] { return body(*this); });
         proceed();

@@ -73,7 +73,7 @@ TEST_F(MaintenanceTest, CompactingNeedsAFreeTargetAndASoundSource) {
     EXPECT_EQ(errorOf([&] { DBEngine::CompactDatabase(path, folder.file("T.mdb"), ";pwd=x"); }),
               errInvalidPassword);
     std::vector<char> bytes = daotest::readFile(path);
-    std::fill(bytes.begin() + 4096 * 3, bytes.begin() + 4096 * 4, 'x');
+    std::fill(bytes.begin() + 4096L * 3, bytes.begin() + 4096L * 4, 'x');
     daotest::writeFile(path, bytes);
     EXPECT_EQ(errorOf([&] { DBEngine::CompactDatabase(path, folder.file("T.mdb")); }), errCannotOpen);
     EXPECT_EQ(names(), (std::vector<std::string>{"Shop.mdb", "Target.mdb"}));
@@ -201,7 +201,7 @@ TEST_F(MaintenanceTest, AFullDiskLeavesTheOldBackup) {
     daotest::writeFile(target, {'o', 'l', 'd'});
     db.Close();
     Child child([&](Child&) {
-        limitFiles(100 * 1024);
+        limitFiles(100UL * 1024);
         EXPECT_EQ(errorOf([&] { DBEngine::CopyDatabase(path, target); }), errNotEnoughSpace);
         EXPECT_EQ(errorOf([&] { DBEngine::CompactDatabase(path, folder.file("c.mdb"), daotest::kConnect); }),
                   errNotEnoughSpace);

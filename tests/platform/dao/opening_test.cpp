@@ -99,7 +99,7 @@ TEST_F(OpeningTest, ADamagedHeadOrATruncatedFileDoesNotOpen) {
 TEST_F(OpeningTest, ADamagedPageIsMetWhenItIsRead) {
     fill(500);
     db.Close();
-    damage(4096 * 30, 4096);
+    damage(4096UL * 30, 4096);
     db = openShop(path);
     int failures = 0;
     for (const char* table : {"Customers", "Computers", "Services", "Oprema", "Grupe"}) {

@@ -378,7 +378,7 @@ TEST_F(RecordsetTest, ManyRowsAreReadInBlocksWithoutLosingAny) {
         ASSERT_EQ(set["ID"].asLong(), ++expected);
     EXPECT_EQ(expected, 2000);
     for (set.MoveLast(); !set.BOF(); set.MovePrevious())
-        ASSERT_EQ(set["Price"].asCurrency(), Currency::fromScaled(expected-- * 10000));
+        ASSERT_EQ(set["Price"].asCurrency(), Currency::fromScaled(expected-- * 10000LL));
     db.Execute("DELETE * FROM Services WHERE ID>100 AND ID<1900");
     Recordset sparse = db.OpenRecordset("SELECT * FROM Services ORDER BY Price DESC");
     EXPECT_EQ(sparse.RecordCount(), 201);
@@ -417,7 +417,7 @@ TEST_F(RecordsetTest, AFieldFirstLookedAtInTheMiddleOfALongWalkIsThere) {
     EXPECT_EQ(set["ID"].asLong(), 901);
     for (int i = 901; i <= 1200; ++i, set.MoveNext()) {
         ASSERT_EQ(set["Comments"].asText().front(), 'a' + i % 26);
-        ASSERT_EQ(set["Price"].asCurrency().scaled(), i * 10000);
+        ASSERT_EQ(set["Price"].asCurrency().scaled(), i * 10000LL);
     }
 }
 
