@@ -243,8 +243,8 @@ class frmMain : public QMainWindow {
     void statusPanelDoubleClicked(const QString& key);
     void unknownIndex(const char* handler, int index);
     void showAbout();
-    void setEnabled(QAction* action,
-                    bool enabled) const;  // stays disabled while its command is still to come
+    // Stays disabled while its command is still to come.
+    void setEnabled(QAction* action, bool enabled) const;
     void setButtonEnabled(const QString& key, bool enabled) const;
 
     // Stages (frmMain_stages.cpp).
@@ -311,6 +311,6 @@ class frmMain : public QMainWindow {
     bool unloaded_ = false;
     bool puttingTabBack_ = false;
     bool arranging_ = false;
-    int insideHeight_ =
-        0;  // what the window's inside keeps when a bar comes or goes; logical pixels, 0: not known
+    // What the window's inside keeps when a bar comes or goes; logical pixels, 0: not known.
+    int insideHeight_ = 0;
 };

@@ -14,8 +14,8 @@ class WalkPlugin : public QGenericPlugin {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "walk.json")
  public:
-    QObject* create(const QString& name, const QString& specification) override {
-        const QStringList words = specification.split(QLatin1Char(':'));
+    QObject* create(const QString& name, const QString& order) override {
+        const QStringList words = order.split(QLatin1Char(':'));
         if (name.compare(QLatin1String("walk"), Qt::CaseInsensitive) != 0 || words.size() < 3)
             return nullptr;
         auto* walker = new Walker(words.at(1), words.at(2).toInt());
