@@ -13,7 +13,6 @@
 
 #include "data/session.h"
 #include "measures.h"
-#include "platform/sql/parser.h"
 #include "records/frmDetails.h"
 #include "records/frmMain.h"
 #include "shell/frmSplash.h"
