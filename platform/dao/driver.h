@@ -37,10 +37,11 @@ class Statement {
     // All rows, as numbers, `columns` of each end to end; Null becomes kNoRow.
     virtual void readKeys(std::vector<std::int64_t>& out, int columns) = 0;
     // Appends rows to `block`, at most `limit`, skipping the first `skip` columns of each. The first column
-    // of each row goes to `keys` where `skip` is 1. With `wanted`, the columns it does not name are left
-    // unread. The number of rows read.
+    // of each row goes to `keys` where `skip` is 1. `places` tells where behind the skipped ones a column of
+    // the block stands in the statement, -1: it is left unread; without it they stand in order. The number of
+    // rows read.
     virtual std::size_t readRows(RowBlock& block, int skip = 0, std::vector<std::int64_t>* keys = nullptr,
-                                 std::size_t limit = SIZE_MAX, const std::vector<char>* wanted = nullptr) = 0;
+                                 std::size_t limit = SIZE_MAX, const std::vector<int>* places = nullptr) = 0;
     // The first column of the first row; nothing where there is no row.
     virtual std::optional<Value> scalar(Type type) = 0;
 };

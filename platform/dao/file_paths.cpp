@@ -124,15 +124,14 @@ std::string journalOf(const std::string& path) {
 }
 
 bool hasJournal(const std::string& path) {
-    struct stat found {};
-    return stat(journalOf(path).c_str(), &found) == 0 && found.st_size > 0;
+    const Descriptor journal(journalOf(path), O_RDONLY);
+    char head = 0;
+    return journal.get() >= 0 && pread(journal.get(), &head, 1, 0) == 1 && head != 0;
 }
 
-void removeEmptyJournal(const std::string& path) noexcept {
-    struct stat found {};
-    const std::string journal = journalOf(path);
-    if (stat(journal.c_str(), &found) == 0 && found.st_size == 0)
-        unlink(journal.c_str());
+void removeSpentJournal(const std::string& path) noexcept {
+    if (fileExists(journalOf(path)) && !hasJournal(path))
+        unlink(journalOf(path).c_str());
 }
 
 Salt readSalt(const std::string& path) {
@@ -185,7 +184,7 @@ UnfinishedFile::~UnfinishedFile() {
 
 void UnfinishedFile::finish() {
     syncPath(path_);
-    removeEmptyJournal(path_);
+    removeSpentJournal(path_);
     removeFile(journalOf(target_));
     renameFile(path_, target_);
     finished_ = true;

@@ -19,8 +19,9 @@ std::int64_t fileSize(const std::string& path);  // 0 where there is none
 bool mayWrite(const std::string& path);
 bool folderMayWrite(const std::string& path);
 std::string journalOf(const std::string& path);
-bool hasJournal(const std::string& path);  // one with something in it
-void removeEmptyJournal(const std::string& path) noexcept;
+// One that holds what is to be put back into the file. A finished change leaves a crossed-out one.
+bool hasJournal(const std::string& path);
+void removeSpentJournal(const std::string& path) noexcept;
 // 3026, 3027 or 3043 by the operating system's own number.
 [[noreturn]] void failWithSystemError(int systemError);
 

@@ -38,6 +38,7 @@ Keyset::Keyset(const Keyset& of)
     generation_ = of.generation_;
     setColumns(of.columns_);
     block_.reset(typesOf(columns_));
+    projection_ = {};
 }
 
 std::shared_ptr<RecordsetImpl> Keyset::copy() const {
@@ -62,6 +63,7 @@ void Keyset::open() {
     keys_.assign(std::move(keys), static_cast<int>(select().sources.size()), single ? 0 : unique());
     setColumns(select().columns);
     block_.reset(typesOf(columns_));
+    projection_ = {};
     dropBlock();
 }
 
@@ -83,6 +85,7 @@ const sql::TableInfo* Keyset::wholeTable(const sql::Statement& tree, int depth) 
 }
 
 void Keyset::release() noexcept {
+    projection_ = {};
     compiled_.reset();
     keys_.assign({}, 1, 0);
     block_.clear();
@@ -141,17 +144,45 @@ void Keyset::loadBlock(std::size_t first, std::size_t rows) {
 }
 
 void Keyset::loadRange(std::size_t first, std::size_t rows) {
-    const auto statement = file().store().cached(select().fetchRange);
+    const Projection* part = rows > kSmallBlock ? &projection() : nullptr;
+    const sql::WrittenSelect& from = part != nullptr ? part->compiled->select : select();
+    const auto statement = file().store().cached(from.fetchRange);
     statement->bindInteger(1, keys_.key(first, 0));
     statement->bindInteger(2, keys_.key(first + rows - 1, 0));
     std::vector<std::int64_t> found;
-    statement->readRows(block_, 1, &found, SIZE_MAX, rows > kSmallBlock ? &asked_ : nullptr);
+    statement->readRows(block_, 1, &found, SIZE_MAX, part != nullptr ? &part->places : nullptr);
     std::size_t at = 0;
     for (std::size_t row = first; row < first + rows; ++row) {
         while (at < found.size() && found[at] < keys_.key(row, 0))
             ++at;
         blockRows_.push_back(at < found.size() && found[at] == keys_.key(row, 0) ? at : kMissing);
     }
+}
+
+const Keyset::Projection& Keyset::projection() {
+    if (projection_.compiled != nullptr && projection_.asked == asked_)
+        return projection_;
+    const sql::Statement& tree = *compiled_->tree;
+    const bool canCut =
+        tree.items.size() == 1 && tree.items.front().star && tree.items.front().qualifier.empty();
+    Projection part{asked_, compiled_, {}};
+    auto cut = std::make_shared<sql::Statement>(tree);
+    cut->items.clear();
+    cut->where = nullptr;  // a range of keys asks for no more than its keys
+    cut->orderBy.clear();
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        const int place = static_cast<int>(canCut ? cut->items.size() : i);
+        part.places.push_back(asked_[i] != 0 ? place : -1);
+        if (asked_[i] == 0)
+            continue;
+        auto name = std::make_shared<sql::Expression>();
+        name->kind = sql::Expression::Kind::Name;
+        name->text = columns_[i].name;
+        cut->items.emplace_back().expression = std::move(name);
+    }
+    if (canCut && !cut->items.empty())
+        part.compiled = file().compileTree(cut);
+    return projection_ = std::move(part);
 }
 
 void Keyset::loadSingly(std::size_t first, std::size_t rows) {

@@ -36,6 +36,13 @@ class Keyset final : public RecordsetImpl {
     void dropPending() noexcept override;
 
  private:
+    // The statement cut down to the fields that have been looked at, for a long walk.
+    struct Projection {
+        std::vector<char> asked;
+        CompiledPtr compiled;
+        std::vector<int> places;  // as readRows takes them
+    };
+
     static constexpr std::size_t kMissing = static_cast<std::size_t>(-1);
 
     Keyset(const Keyset& of);
@@ -52,6 +59,7 @@ class Keyset final : public RecordsetImpl {
     bool inBlock(std::size_t row) const { return row - blockStart_ < blockRows_.size(); }
     void loadBlock(std::size_t first, std::size_t rows);
     void loadRange(std::size_t first, std::size_t rows);
+    const Projection& projection();
     void loadSingly(std::size_t first, std::size_t rows);
     std::optional<std::size_t> findByKey(const sql::Expression& criterion, bool& isKey);
     std::optional<std::size_t> findByStatement(const sql::Expression& criterion);
@@ -74,6 +82,8 @@ class Keyset final : public RecordsetImpl {
     std::int64_t blockGeneration_ = -1;
     std::int64_t blockVersion_ = 0;
     std::size_t lastFetched_ = kMissing;
+
+    Projection projection_;
 
     std::size_t editedRow_ = 0;
     std::int64_t editEpoch_ = 0;

@@ -102,6 +102,7 @@ void Keyset::Edit() {
     in.lockForEdit();
     try {
         in.touch();  // the row as it is now that nobody else can change it
+        loadBlock(row, 1);
         needRow();
         original_.resize(columns_.size());
         for (std::size_t i = 0; i < columns_.size(); ++i) {

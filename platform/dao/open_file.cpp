@@ -56,7 +56,7 @@ OpenFile::~OpenFile() {
     store_.reset();
     // The journal stays beside the file for the next write; the last one to leave tidies up.
     if (lock_ != nullptr && lock_.use_count() == 1 && lock_->enterExclusive()) {
-        removeEmptyJournal(path_);
+        removeSpentJournal(path_);
         lock_->leaveExclusive();
     }
 }
@@ -144,6 +144,15 @@ void OpenFile::remember(std::string text, CompiledPtr compiled) {
     cache_.push_front({std::move(text), std::move(compiled)});
     if (cache_.size() > kCachedStatements)
         cache_.pop_back();
+}
+
+CompiledPtr OpenFile::compileTree(const sql::StatementPtr& tree) {
+    const ReadScope scope(store());
+    catalog_.refresh();
+    return translated([&] {
+        return CompiledPtr(
+            std::make_shared<Compiled>(*this, tree, store_->writer().select(*tree, catalog_, nextIdSet_)));
+    });
 }
 
 CompiledPtr OpenFile::compileFind(const Compiled& in, const sql::Expression& criterion) {

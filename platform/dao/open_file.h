@@ -71,6 +71,7 @@ class OpenFile : public std::enable_shared_from_this<OpenFile> {
     const FileCatalog& catalog();  // compared with the file first
     const sql::TableInfo* table(std::string_view name);
     CompiledPtr compile(std::string_view text);
+    CompiledPtr compileTree(const sql::StatementPtr& tree);
     CompiledPtr compileFind(const Compiled& in, const sql::Expression& criterion);
     std::int64_t execute(std::string_view statement);
     // A stored query's text with its tree, new or over the old one. Inside write() only.

@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <numeric>
+#include <bit>
 #include <random>
 
 #include "platform/dao/failure.h"
@@ -91,27 +91,27 @@ std::int64_t randomVersion() {
     return static_cast<std::int64_t>(bits >> 1) | 1;
 }
 
-// Three rounds of dealing out by eleven bits: a tenth of the time of comparing, for numbers a counter gives.
+// A table's keys are different numbers, and lie close together where a counter gave them: then each is one
+// mark on a long strip, and reading the strip gives their order.
 void sortKeys(std::vector<std::int64_t>& keys) {
-    constexpr int kBits = 11;
-    constexpr std::size_t kPiles = std::size_t{1} << kBits;
+    constexpr std::uint64_t kWord = 64;
     const auto [lowest, highest] = std::minmax_element(keys.begin(), keys.end());
-    if (*lowest < 0 || *highest >= (std::int64_t{1} << (3 * kBits)) || keys.size() < kPiles) {
+    const auto first = static_cast<std::uint64_t>(*lowest);
+    const std::uint64_t span = static_cast<std::uint64_t>(*highest) - first;
+    if (span / kWord > keys.size()) {
         std::sort(keys.begin(), keys.end());
         return;
     }
-    std::vector<std::int64_t> dealt(keys.size());
-    for (int shift = 0; shift < 3 * kBits; shift += kBits) {
-        const auto pileOf = [shift](std::int64_t key) {
-            return static_cast<std::size_t>(key >> shift) % kPiles;
-        };
-        std::vector<std::size_t> places(kPiles + 1, 0);
-        for (const std::int64_t key : keys)
-            ++places[pileOf(key) + 1];
-        std::partial_sum(places.begin(), places.end(), places.begin());
-        for (const std::int64_t key : keys)
-            dealt[places[pileOf(key)]++] = key;
-        keys.swap(dealt);
+    std::vector<std::uint64_t> strip(span / kWord + 1, 0);
+    for (const std::int64_t key : keys) {
+        const std::uint64_t place = static_cast<std::uint64_t>(key) - first;
+        strip[place / kWord] |= std::uint64_t{1} << (place % kWord);
+    }
+    auto out = keys.begin();
+    for (std::size_t word = 0; word < strip.size(); ++word) {
+        for (std::uint64_t marks = strip[word]; marks != 0; marks &= marks - 1)
+            *out++ = static_cast<std::int64_t>(first + word * kWord +
+                                               static_cast<std::uint64_t>(std::countr_zero(marks)));
     }
 }
 

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "platform/dao/failure.h"
 #include "platform/dao/sqlite_store.h"
 
@@ -137,22 +139,26 @@ void SqliteStatement::addCell(RowBlock& block, int column) const {
 }
 
 std::size_t SqliteStatement::readRows(RowBlock& block, int skip, std::vector<std::int64_t>* keys,
-                                      std::size_t limit, const std::vector<char>* wanted) {
+                                      std::size_t limit, const std::vector<int>* places) {
     check();
     const ResetLater later(statement_);
     const int columns = static_cast<int>(block.columns());
+    int needed = skip + columns;
+    if (places != nullptr)
+        needed = skip + 1 + (columns == 0 ? -1 : *std::max_element(places->begin(), places->end()));
     std::size_t rows = 0;
     while (rows < limit && step()) {
-        if (rows == 0 && sqlite3_column_count(statement_) < columns + skip)
+        if (rows == 0 && sqlite3_column_count(statement_) < needed)
             fail(errInvalidOperation);
         if (keys != nullptr)
             keys->push_back(sqlite3_column_int64(statement_, 0));
         block.startRow();
         for (int column = 0; column < columns; ++column) {
-            if (wanted != nullptr && (*wanted)[static_cast<std::size_t>(column)] == 0)
+            const int place = places == nullptr ? column : (*places)[static_cast<std::size_t>(column)];
+            if (place < 0)
                 block.addUnread();
             else
-                addCell(block, column + skip);
+                addCell(block, place + skip);
         }
         block.endRow();
         ++rows;

@@ -111,7 +111,7 @@ class SqliteStatement final : public Statement {
     std::int64_t run() override;
     void readKeys(std::vector<std::int64_t>& out, int columns) override;
     std::size_t readRows(RowBlock& block, int skip, std::vector<std::int64_t>* keys, std::size_t limit,
-                         const std::vector<char>* wanted) override;
+                         const std::vector<int>* places) override;
     std::optional<Value> scalar(Type type) override;
 
     void finalize() noexcept;  // the store closes: the statement is dead from here on

@@ -421,6 +421,22 @@ TEST_F(RecordsetTest, AFieldFirstLookedAtInTheMiddleOfALongWalkIsThere) {
     }
 }
 
+TEST_F(RecordsetTest, ALongWalkThroughAQueryReadsTheFieldsByTheQuerysNames) {
+    fill(1200);
+    db.CreateQueryDef(
+        "Cene",
+        "SELECT Price AS Cena, ID AS Broj, Price*2 AS Dvostruko, Comments FROM Services WHERE ID>100");
+    Recordset set = db.OpenRecordset("SELECT * FROM Cene");
+    for (int i = 101; i <= 1200; ++i, set.MoveNext()) {
+        ASSERT_EQ(set["Broj"].asLong(), i);
+        ASSERT_EQ(set["Cena"].asCurrency().scaled(), i * 10000LL);
+        if (i > 800) {
+            ASSERT_EQ(set["Dvostruko"].asDouble(), 2.0 * i);
+        }
+    }
+    EXPECT_TRUE(set.EOF());
+}
+
 TEST_F(RecordsetTest, RequeryRunsTheStatementAgain) {
     fill(2);
     Recordset set = db.OpenRecordset("Customers");
