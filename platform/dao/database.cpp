@@ -66,6 +66,8 @@ FieldType fieldTypeOf(const sql::ColumnInfo& column) {
     }
 }
 
+}  // namespace
+
 TableDef definitionOf(const sql::TableInfo& table) {
     TableDef definition(table.name);
     for (const sql::ColumnInfo& column : table.columns)
@@ -73,7 +75,7 @@ TableDef definitionOf(const sql::TableInfo& table) {
     return definition;
 }
 
-}  // namespace
+namespace {}  // namespace
 
 OpenFile& DatabaseImpl::file() const {
     if (file_ == nullptr)

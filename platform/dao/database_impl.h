@@ -4,12 +4,16 @@
 #include <string>
 #include <vector>
 
+#include "platform/dao/database.h"
 #include "platform/dao/open_file.h"
 #include "platform/dao/recordset.h"
 
 namespace dao {
 
 class RecordsetImpl;
+
+// A table as the file has it, in the words of Database::TableDefs.
+TableDef definitionOf(const sql::TableInfo& table);
 
 // One opening of a file, as a window makes it.
 class DatabaseImpl : public std::enable_shared_from_this<DatabaseImpl> {

@@ -11,24 +11,6 @@ namespace {
 
 constexpr std::string_view kTable = "snapshot";
 
-FieldType fieldTypeOf(Type type) {
-    switch (type) {
-        case Type::YesNo:
-            return dbBoolean;
-        case Type::Long:
-            return dbLong;
-        case Type::Currency:
-            return dbCurrency;
-        case Type::Single:
-        case Type::Double:
-            return dbSingle;
-        case Type::Date:
-            return dbDate;
-        default:
-            return dbMemo;
-    }
-}
-
 // One table and nothing else.
 class OneTable final : public sql::Catalog {
  public:
@@ -146,9 +128,7 @@ std::optional<std::size_t> Snapshot::findRow(std::string_view criterion) {
 // memory, and the search is the same statement there.
 void Snapshot::makeSearchable() {
     auto made = std::make_unique<Searchable>(Searchable{.catalog = OneTable(tableFor(columns_))});
-    TableDef definition{std::string(kTable)};
-    for (const sql::ColumnInfo& column : made->catalog.table().columns)
-        definition.Append({column.name, fieldTypeOf(column.type), 0, false});
+    const TableDef definition = definitionOf(made->catalog.table());
     made->store->beginWrite();
     made->store->createTable(definition);
     std::vector<Value> values(columns_.size());
