@@ -13,6 +13,7 @@
 #include "platform/dao/dbengine.h"
 #include "platform/system/files.h"
 #include "platform/system/launch.h"
+#include "platform/system/locale_facts.h"
 #include "platform/system/numbers.h"
 #include "platform/system/trap.h"
 #include "shell/settings.h"
@@ -56,6 +57,10 @@ QString GetDAOErrors() {
 
 QString GetLocaleValue(int field) {
     constexpr int kDecimalSeparator = 14;
+    constexpr int kThousandsSeparator = 15;
+    if (field == kThousandsSeparator) {
+        return platform::localeFacts().group;
+    }
     return field == kDecimalSeparator ? platform::decimalSeparator() : QString();
 }
 
@@ -229,6 +234,31 @@ void moveToPlace(QWidget* window, const QString& place) {
     if (left && top && onSomeScreen(QRect(QPoint(*left, *top), window->size()))) {
         window->move(*left, *top);
     }
+}
+
+void moveToPlaceAndSize(QWidget* window, const QString& frame) {
+    constexpr int kParts = 4;
+    constexpr int kUsualWidth = 12000;
+    constexpr int kUsualHeight = 8000;
+    QStringList parts = frame.split(QLatin1Char(';'));
+    if (parts.size() < kParts) {
+        parts.resize(kParts);
+        parts[2] = QString::number(kUsualWidth);
+        parts[3] = QString::number(kUsualHeight);
+    }
+    const std::optional<int> width = pixelsOf(parts[2]);
+    const std::optional<int> height = pixelsOf(parts[3]);
+    if (width && height && *width > 0 && *height > 0) {
+        window->resize(QSize(*width, *height).boundedTo(window->screen()->availableSize()));
+    }
+    moveToPlace(window, parts[0] + QLatin1Char(';') + parts[1]);
+}
+
+QString placeAndSizeOf(const QWidget* window) {
+    return QStringLiteral("%1;%2;%3")
+        .arg(placeOf(window))
+        .arg(window->width() * kTwipsToPixel)
+        .arg(window->height() * kTwipsToPixel);
 }
 
 QString placeOf(const QWidget* window) {

@@ -21,8 +21,9 @@ QString LoadResString(int id);
 // The text with each placeholder replaced by its value, one occurrence after the other, always searching from
 // the start. A value that holds its own placeholder goes in once and stays as it is.
 QString GetResString(int id, const QList<std::pair<QString, QString>>& pairs = {});
-QString GetDAOErrors();             // "[number] description", one line an error, no break behind the last
-QString GetLocaleValue(int field);  // 14: the decimal separator; anything else: empty
+QString GetDAOErrors();  // "[number] description", one line an error, no break behind the last
+// 14: the decimal separator, 15: the thousands separator (empty where there is none); anything else: empty
+QString GetLocaleValue(int field);
 // Modes: 0 all capitals, 1 all small, 2 a capital first, 3 each word, 4 each sentence; any other: empty.
 QString ConvertCase(const QString& text, int mode);
 // A number written under any decimal separator: the first character that is no digit counts as one. 0 for
@@ -46,6 +47,10 @@ QString ScrambleChars(const QString& text);
 // text that is no place, or a place on no screen of today, leaves the window where it is.
 void moveToPlace(QWidget* window, const QString& place);
 QString placeOf(const QWidget* window);
+// The same with the size: left, top, width and height. With fewer than four figures the size is 12000 by
+// 8000 twips. A window is never made larger than the screen.
+void moveToPlaceAndSize(QWidget* window, const QString& frame);
+QString placeAndSizeOf(const QWidget* window);
 
 // The help viewer's commands. The viewer itself is a window (shell/frmHelp); it puts itself in here, so that
 // every window can ask for a topic without knowing it.

@@ -97,6 +97,21 @@ QLabel* StatusBar::panel(const QString& key) const {
     return nullptr;
 }
 
+void StatusBar::coverPanel(const QString& key, QWidget* cover) {
+    QLabel* under = panel(key);
+    if (!under)
+        return;
+    cover->setParent(under);
+    cover->setGeometry(under->contentsRect());
+    cover->show();
+    cover->raise();
+}
+
+void StatusBar::uncover(QWidget* cover, QWidget* home) {
+    cover->hide();
+    cover->setParent(home);
+}
+
 void StatusBar::addClock(const QString& key) {
     addPanel(key, AutoSize::Contents);
     setPanelAlignment(key, Qt::AlignHCenter);
@@ -119,6 +134,13 @@ void StatusBar::showClock(const QString& key, const QDateTime& now) {
 }
 
 bool StatusBar::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Resize) {
+        for (const Panel& each : panels_) {
+            if (each.label == watched)
+                for (QWidget* cover : each.label->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+                    cover->setGeometry(each.label->contentsRect());
+        }
+    }
     if (event->type() == QEvent::MouseButtonDblClick &&
         static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
         for (const Panel& each : panels_) {

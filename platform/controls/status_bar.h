@@ -23,6 +23,10 @@ class StatusBar : public QStatusBar {
     void setPanelToolTip(const QString& key, const QString& tip);
     void setPanelAlignment(const QString& key, Qt::Alignment alignment);
     QLabel* panel(const QString& key) const;  // object name "Panel(key)"; nullptr where there is none
+    // Lays a widget over a panel, as large as it, and shows it: a progress bar while a list is being filled.
+    // It follows the panel's size until it is taken back. Nothing where there is no such panel.
+    void coverPanel(const QString& key, QWidget* cover);
+    void uncover(QWidget* cover, QWidget* home);  // hides it and gives it back to its window
     // A panel that shows the clock, with the long date as its tip.
     void addClock(const QString& key);
     void showClock(const QString& key, const QDateTime& now);  // what the clock does each time it moves on

@@ -61,6 +61,28 @@ bool takesFiles(const QString& folder) {
     return probe.open();
 }
 
+void openForWriting(QSaveFile& writer) {
+    const QString target = writer.fileName();
+    if (writer.open(QIODevice::WriteOnly)) {
+        return;
+    }
+    if (QFileInfo(target).isDir() || !QFileInfo(QFileInfo(target).path()).isDir()) {
+        fail(kAccess, target);
+    }
+    fail(writer.error() == QFileDevice::ResourceError ? kDiskFull : kDenied, target);
+}
+
+// A disk that fills up takes a part of the block first, and says why only when asked for the rest.
+void writeAll(QSaveFile& writer, const QByteArray& block) {
+    for (qint64 done = 0; done < block.size();) {
+        const qint64 written = writer.write(block.constData() + done, block.size() - done);
+        if (written <= 0) {
+            fail(writer);
+        }
+        done += written;
+    }
+}
+
 QString chosenFolder;
 
 }  // namespace
@@ -87,26 +109,14 @@ void copyFile(const QString& from, const QString& to) {
         fail(reader.error() == QFileDevice::OpenError ? kDenied : kAccess, source);
     }
     QSaveFile writer(target);
-    if (!writer.open(QIODevice::WriteOnly)) {
-        if (QFileInfo(target).isDir() || !QFileInfo(QFileInfo(target).path()).isDir()) {
-            fail(kAccess, target);
-        }
-        fail(writer.error() == QFileDevice::ResourceError ? kDiskFull : kDenied, target);
-    }
+    openForWriting(writer);
     constexpr qint64 kBlock = 1 << 20;
     while (!reader.atEnd()) {
         const QByteArray block = reader.read(kBlock);
         if (block.isEmpty() && reader.error() != QFileDevice::NoError) {
             fail(kAccess, source);
         }
-        // A disk that fills up takes a part of the block first, and says why only when asked for the rest.
-        for (qint64 done = 0; done < block.size();) {
-            const qint64 written = writer.write(block.constData() + done, block.size() - done);
-            if (written <= 0) {
-                fail(writer);
-            }
-            done += written;
-        }
+        writeAll(writer, block);
     }
     if (!writer.commit()) {
         fail(writer);
@@ -131,6 +141,19 @@ void deleteFile(const QString& path) {
     requireFile(native);
     if (!QFile::remove(native)) {
         fail(kDenied, native);
+    }
+}
+
+void writeTextFile(const QString& path, const QString& text) {
+    QSaveFile writer(nativePath(path));
+    openForWriting(writer);
+#ifdef Q_OS_WIN
+    writeAll(writer, QString(text).replace(QLatin1Char('\n'), QLatin1String("\r\n")).toUtf8());
+#else
+    writeAll(writer, text.toUtf8());
+#endif
+    if (!writer.commit()) {
+        fail(writer);
     }
 }
 

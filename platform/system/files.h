@@ -12,6 +12,9 @@ QString nativePath(const QString& path);  // every "\" becomes the native separa
 void copyFile(const QString& from, const QString& to);    // replaces an existing target, whole or not at all
 void renameFile(const QString& from, const QString& to);  // 58 if the target exists
 void deleteFile(const QString& path);
+// A text file for people, in UTF-8 with the platform's line ends; lines are parted by "\n" in `text`.
+// Replaces what is there, whole or not at all.
+void writeTextFile(const QString& path, const QString& text);
 
 // The program's folder: that of the executable while its user may write there, otherwise the user's own data
 // folder for Tarvello, seeded once from the delivered files beside the executable. Without a separator behind

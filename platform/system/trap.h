@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <source_location>
 #include <stdexcept>
 #include <utility>
 
@@ -26,15 +27,15 @@ class RunError : public std::runtime_error {
 class Trap {
  public:
     template <typename Step>
-    void operator()(Step&& step) {
+    void operator()(Step&& step, std::source_location where = std::source_location::current()) {
         try {
             std::forward<Step>(step)();
         } catch (const dao::Error& e) {
-            note(e.Number(), e.what());
+            note(e.Number(), e.what(), where);
         } catch (const RunError& e) {
-            note(e.number(), e.what());
+            note(e.number(), e.what(), where);
         } catch (const std::exception& e) {
-            note(51, e.what());
+            note(51, e.what(), where);
         }
     }
     bool failed() const { return number_ != 0; }
@@ -42,17 +43,23 @@ class Trap {
     QString description() const { return description_; }
     // "[number] description", the form that the program's messages show.
     QString line() const { return QStringLiteral("[%1] %2").arg(number_).arg(description_); }
+    // The line of the source where the failing step stands; 0 where nothing failed. Messages tell it, so that
+    // a shop can read it out over the telephone.
+    int codeLine() const { return codeLine_; }
     void clear() {
         number_ = 0;
+        codeLine_ = 0;
         description_.clear();
     }
 
  private:
-    void note(int number, const char* description) {
+    void note(int number, const char* description, const std::source_location& where) {
         number_ = number;
         description_ = QString::fromUtf8(description);
+        codeLine_ = static_cast<int>(where.line());
     }
     int number_ = 0;
+    int codeLine_ = 0;
     QString description_;
 };
 

@@ -100,11 +100,13 @@ TEST_F(ModMain, EngineErrorsAreListedOneALineWithoutABreakBehindTheLast) {
     EXPECT_EQ(GetDAOErrors(), QStringLiteral("[3024] ") + step.description());
 }
 
-TEST_F(ModMain, OnlyTheDecimalSeparatorOfTheLocaleIsKnown) {
+TEST_F(ModMain, TheDecimalAndTheThousandsSeparatorOfTheLocaleAreKnown) {
     EXPECT_EQ(GetLocaleValue(14), ".");
+    EXPECT_EQ(GetLocaleValue(15), ",");
     useComma();
     EXPECT_EQ(GetLocaleValue(14), ",");
-    EXPECT_EQ(GetLocaleValue(15), "");
+    EXPECT_EQ(GetLocaleValue(15), ".");
+    EXPECT_EQ(GetLocaleValue(16), "");
 }
 
 TEST_F(ModMain, ConvertCaseKnowsFiveModes) {
@@ -343,6 +345,34 @@ TEST_F(ModMain, WhatIsNoPlaceOrLiesOnNoScreenLeavesTheWindowWhereItIs) {
         moveToPlace(&window, place);
         EXPECT_EQ(window.pos(), QPoint(50, 60)) << place;
     }
+}
+
+TEST_F(ModMain, APlaceAndSizeIsLeftTopWidthAndHeight) {
+    QWidget window;
+    moveToPlaceAndSize(&window, "1500;3000;4500;3000");
+    EXPECT_EQ(window.geometry(), QRect(100, 200, 300, 200));
+    EXPECT_EQ(placeAndSizeOf(&window), "1500;3000;4500;3000");
+}
+
+TEST_F(ModMain, WithFewerThanFourFiguresTheSizeIsTheUsualOne) {
+    QWidget window;
+    const QSize usual = QSize(800, 533).boundedTo(window.screen()->availableSize());
+    moveToPlaceAndSize(&window, "150;300;4500");
+    EXPECT_EQ(window.geometry(), QRect(QPoint(10, 20), usual));
+    window.resize(90, 80);
+    moveToPlaceAndSize(&window, "");
+    EXPECT_EQ(window.geometry(), QRect(QPoint(10, 20), usual));
+}
+
+TEST_F(ModMain, ASizeThatIsNoneIsLeftAloneAndNoneIsLargerThanTheScreen) {
+    QWidget window;
+    window.resize(90, 80);
+    moveToPlaceAndSize(&window, "150;300;x;4500");
+    EXPECT_EQ(window.size(), QSize(90, 80));
+    moveToPlaceAndSize(&window, "150;300;-15;4500");
+    EXPECT_EQ(window.size(), QSize(90, 80));
+    moveToPlaceAndSize(&window, "150;300;900000;900000");
+    EXPECT_EQ(window.size(), window.screen()->availableSize());
 }
 
 TEST_F(ModMain, ScrambleOrderTurnsAbcdeIntoBdaec) {

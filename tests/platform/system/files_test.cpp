@@ -140,6 +140,19 @@ TEST_F(Files, DeletingTakesReadOnlyFilesToo) {
     EXPECT_EQ(names(), QStringList());
 }
 
+TEST_F(Files, ATextFileIsWrittenInUtf8AndReplacesWhatIsThere) {
+    make("list.txt", "an older and much longer list");
+    writeTextFile(path("list.txt"), QString::fromUtf8("Usluga\n\u0161est\n"));
+    EXPECT_EQ(content("list.txt"), QByteArray("Usluga\n\u0161est\n"));
+    EXPECT_EQ(names(), QStringList("list.txt"));
+}
+
+TEST_F(Files, ATextFileThatCannotBeWrittenLeavesTheOldOne) {
+    EXPECT_EQ(errorOf([&] { writeTextFile(path("nowhere/list.txt"), "x"); }), 75);
+    ASSERT_TRUE(QDir(folder_.path()).mkdir("list.txt"));
+    EXPECT_EQ(errorOf([&] { writeTextFile(path("list.txt"), "x"); }), 75);
+}
+
 TEST_F(Files, AFolderWithoutRightsIsPermissionDenied) {
     make("a", "x");
     ASSERT_TRUE(QDir(folder_.path()).mkdir("closed"));

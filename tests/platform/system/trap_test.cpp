@@ -30,3 +30,16 @@ TEST(TrapTest, APercentSignInADescriptionStaysAsItIs) {
     step([] { throw RunError(5, QStringLiteral("100%1 wrong")); });
     EXPECT_EQ(step.line(), "[5] 100%1 wrong");
 }
+
+TEST(TrapTest, KnowsTheLineOfTheStepThatFailed) {
+    platform::Trap step;
+    EXPECT_EQ(step.codeLine(), 0);
+    step([] {});
+    EXPECT_EQ(step.codeLine(), 0);
+    const int line = __LINE__ + 1;
+    step([] { throw platform::RunError(5, QStringLiteral("first")); });
+    step([] {});
+    EXPECT_EQ(step.codeLine(), line);
+    step.clear();
+    EXPECT_EQ(step.codeLine(), 0);
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+class QKeyEvent;
+class QLineEdit;
+class QWidget;
+
+namespace platform {
+
+// What a field for a number takes from the keyboard: digits and the user's decimal separator, once that is
+// pressed on the main keys, on the numeric pad or, under a locale with a comma, as a point. True where the
+// key has been dealt with (dropped, or turned into the separator); commands such as Ctrl+V and the editing
+// keys pass.
+struct NumberKeys {
+    bool decimals = true;        // false: digits only
+    bool letterNCounts = false;  // under a locale whose separator is no point, "n" writes the separator
+};
+bool filterNumberKey(QLineEdit& field, const QKeyEvent& key, NumberKeys rule = {});
+
+// Enter or Return, on the main keys or the pad, with no modifier but the pad's.
+bool isEnter(const QKeyEvent& key);
+// The Tab key, as if the person had pressed it: the focus goes on to the next control of the window.
+void pressTab(QWidget* focus);
+
+}  // namespace platform
