@@ -160,8 +160,8 @@ constexpr Setting kTable[] = {
     {"frmJM", "SortedHow", Kind::Text, "ASC"},
 
     {"frmInputBox", "WindowData", Kind::Place, "500;500"},
-    {"frmInputBox", "MakeProperCase", Kind::Boolean, "False"},
-    {"frmInputBox", "AppendSerialNumber", Kind::Boolean, "False"},
+    {"frmInputBox", "MakeProperCase", Kind::Boolean, "1"},
+    {"frmInputBox", "AppendSerialNumber", Kind::Boolean, "0"},
 };
 #undef LIST_SETTING
 
@@ -206,13 +206,17 @@ void requireReadable() {
 }
 
 QString text(const Setting& setting) {
+    return text(setting, defaultOf(setting));
+}
+
+QString text(const Setting& setting, const QString& defaultValue) {
     platform::Trap step;
     QString value;
     step([&] {
         value = platform::GetSetting(kApplication, QString::fromUtf8(setting.section),
-                                     QString::fromUtf8(setting.key), defaultOf(setting));
+                                     QString::fromUtf8(setting.key), defaultValue);
     });
-    return step.failed() ? defaultOf(setting) : value;
+    return step.failed() ? defaultValue : value;
 }
 
 bool boolean(const Setting& setting) {
@@ -227,6 +231,11 @@ int integer(const Setting& setting) {
 
 QString scrambled(const Setting& setting) {
     return ScrambleOrder(ScrambleChars(text(setting)), true);
+}
+
+QString scrambled(const Setting& setting, const QString& defaultValue) {
+    return ScrambleOrder(ScrambleChars(text(setting, ScrambleChars(ScrambleOrder(defaultValue, false)))),
+                         true);
 }
 
 void setText(const Setting& setting, const QString& value) {

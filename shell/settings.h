@@ -31,9 +31,12 @@ std::span<const Setting> all();  // these and the other windows' sections
 // Typed reading and writing. A missing or unreadable key gives the default; a boolean reads "1", "0", "True",
 // "False" (any case; another number than 0 is true). Writing throws platform::RunError.
 QString text(const Setting& setting);
+// The same with a default of the caller's own for a missing key; a stored empty text stays empty.
+QString text(const Setting& setting, const QString& defaultValue);
 bool boolean(const Setting& setting);
 int integer(const Setting& setting);
 QString scrambled(const Setting& setting);  // in plain form
+QString scrambled(const Setting& setting, const QString& defaultValue);  // both in plain form
 void setText(const Setting& setting, const QString& value);
 void setBoolean(const Setting& setting, bool value);  // "True" or "False"
 void setInteger(const Setting& setting, int value);

@@ -4,6 +4,7 @@
 #include <QCursor>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
@@ -182,6 +183,48 @@ std::optional<QString> openFileDialog(const FileQuestion& question, QWidget* own
     if (window.exec() != QDialog::Accepted || window.selectedFiles().isEmpty())
         return std::nullopt;
     return QDir::toNativeSeparators(window.selectedFiles().constFirst());
+}
+
+namespace {
+
+std::optional<QString> nameToWrite(const FileQuestion& question, QWidget* owner) {
+    if (script) {
+        script->fileQuestions.append(question);
+        return takeOr(script->files, std::optional<QString>());
+    }
+    const OrdinaryPointer pointer;
+    QFileDialog window(ownerOr(owner), question.title, question.folder);
+    window.setObjectName(QStringLiteral("FileDialog"));
+    window.setAcceptMode(QFileDialog::AcceptSave);
+    window.setFileMode(QFileDialog::AnyFile);
+    window.setNameFilters(nameFilters(question.filter));
+    window.setOption(QFileDialog::DontConfirmOverwrite);
+    window.selectFile(question.name);
+    if (window.exec() != QDialog::Accepted || window.selectedFiles().isEmpty())
+        return std::nullopt;
+    return window.selectedFiles().constFirst();
+}
+
+}  // namespace
+
+std::optional<QString> saveFileDialog(const FileQuestion& question, QWidget* owner) {
+    FileQuestion asked = question;
+    for (;;) {
+        std::optional<QString> path = nameToWrite(asked, owner);
+        if (!path || path->isEmpty())
+            return std::nullopt;
+        if (!path->endsWith(question.extension, Qt::CaseInsensitive))
+            path->append(question.extension);
+        const QFileInfo file(*path);
+        if (question.replaceText.isEmpty() || !file.exists())
+            return QDir::toNativeSeparators(*path);
+        const Box box{question.replaceText.arg(file.fileName()), question.title, BoxIcon::Exclamation,
+                      BoxButtons::YesNo, BoxAnswer::No};
+        if (showBox(box, owner) == BoxAnswer::Yes)
+            return QDir::toNativeSeparators(*path);
+        asked.folder = file.absolutePath();
+        asked.name = file.fileName();
+    }
 }
 
 BoxScript::BoxScript() {

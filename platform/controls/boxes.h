@@ -34,9 +34,18 @@ struct FileQuestion {
     QString title;
     QString filter;  // "Name (*.x)|*.x|Name|*.*": pairs of a name and a pattern
     QString folder;
+    // For a file to be written:
+    QString name = {};       // proposed, may be empty
+    QString extension = {};  // ".pdf" and its like, put behind a name that does not end with it
+    // Asked (No preselected) where the file is there already, "%1" standing for its name; after a No the name
+    // is asked for again. Empty: nobody is asked.
+    QString replaceText = {};
 };
 // An existing file; nothing where it was cancelled.
 std::optional<QString> openFileDialog(const FileQuestion& question, QWidget* owner = nullptr);
+
+// The path of a file to be written; nothing where it was cancelled. Writes nothing itself.
+std::optional<QString> saveFileDialog(const FileQuestion& question, QWidget* owner = nullptr);
 
 // What tests put in the place of the real boxes. Every box asked is kept in `asked`; an answer is taken from
 // `answers` (front first); with none left a Yes/No question answers its preselected button, OK boxes OK.

@@ -153,6 +153,15 @@ void ListBox::mouseDoubleClickEvent(QMouseEvent* event) {
         emit doubleClicked();
 }
 
+// Coming to a list chooses nothing in it: a view makes its first row the current one then.
+void ListBox::focusInEvent(QFocusEvent* event) {
+    const QScopedValueRollback quiet(quiet_, true);
+    const bool chosen = currentIndex().isValid();
+    QListView::focusInEvent(event);
+    if (!chosen)
+        selectionModel()->clear();
+}
+
 void ListBox::contextMenuEvent(QContextMenuEvent* event) {
     QPoint at = event->globalPos();
     if (event->reason() == QContextMenuEvent::Keyboard && currentIndex().isValid())

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QLocale>
+#include <QScreen>
 #include <QSet>
 #include <QTemporaryDir>
 #include <QWidget>

@@ -77,11 +77,11 @@ TEST_F(Settings, TheSameKeyInTwoWindowsHasTwoDefaults) {
     EXPECT_EQ(settings::integer(settings::find("frmKonfigPrint", "PriceRoundUp")), 0);
     EXPECT_EQ(settings::integer(settings::find("frmPrintInvoiceEx", "PriceRoundUp")), 2);
     EXPECT_TRUE(settings::boolean(settings::MakeProperCase));
-    EXPECT_FALSE(settings::boolean(settings::find("frmInputBox", "MakeProperCase")));
-    settings::setBoolean(settings::find("frmInputBox", "MakeProperCase"), true);
-    settings::setBoolean(settings::MakeProperCase, false);
     EXPECT_TRUE(settings::boolean(settings::find("frmInputBox", "MakeProperCase")));
-    EXPECT_FALSE(settings::boolean(settings::MakeProperCase));
+    EXPECT_FALSE(settings::boolean(settings::find("frmInputBox", "AppendSerialNumber")));
+    settings::setText(settings::find("frmInputBox", "MakeProperCase"), "0");
+    EXPECT_FALSE(settings::boolean(settings::find("frmInputBox", "MakeProperCase")));
+    EXPECT_TRUE(settings::boolean(settings::MakeProperCase));
 }
 
 TEST_F(Settings, DefaultsOfTheOtherWindows) {

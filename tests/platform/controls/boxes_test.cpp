@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QInputDialog>
@@ -218,6 +219,71 @@ TEST(FileDialog, GivesAnExistingFileWithItsPath) {
     });
     EXPECT_EQ(platform::openFileDialog({"", "All|*.*", folder.path()}),
               QDir::toNativeSeparators(file.fileName()));
+}
+
+// The path of a new list in a folder of its own, where "old.txt" lies already.
+class SaveDialog : public ::testing::Test {
+ protected:
+    void SetUp() override {
+        QFile old(folder.path() + "/old.txt");
+        ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+        old.write("old");
+        question.title = "Save";
+        question.filter = "Text (*.txt)|*.txt";
+        question.folder = folder.path();
+        question.name = "list.txt";
+        question.extension = ".txt";
+        question.replaceText = "%1 is there. Replace it?";
+    }
+    QString path(const QString& name) const { return QDir::toNativeSeparators(folder.path() + '/' + name); }
+    QTemporaryDir folder;
+    platform::FileQuestion question;
+};
+
+TEST_F(SaveDialog, PutsTheExtensionBehindAndAsksNobodyAboutANewFile) {
+    BoxScript boxes;
+    boxes.files = {path("new"), path("new.TXT"), path("v1.2")};
+    EXPECT_EQ(platform::saveFileDialog(question), path("new.txt"));
+    EXPECT_EQ(platform::saveFileDialog(question), path("new.TXT"));
+    EXPECT_EQ(platform::saveFileDialog(question), path("v1.2.txt"));
+    EXPECT_TRUE(boxes.asked.isEmpty());
+    EXPECT_EQ(boxes.fileQuestions.size(), 3);
+}
+
+TEST_F(SaveDialog, CancelledGivesNothing) {
+    BoxScript boxes;
+    boxes.files = {std::nullopt};
+    EXPECT_FALSE(platform::saveFileDialog(question));
+}
+
+TEST_F(SaveDialog, AsksBeforeAFileThatIsThereAndAgainAfterANo) {
+    BoxScript boxes;
+    boxes.files = {path("old"), path("old.txt")};
+    boxes.answers = {BoxAnswer::No, BoxAnswer::Yes};
+    EXPECT_EQ(platform::saveFileDialog(question), path("old.txt"));
+    ASSERT_EQ(boxes.asked.size(), 2);
+    EXPECT_EQ(boxes.asked[0].text, "old.txt is there. Replace it?");
+    EXPECT_EQ(boxes.asked[0].title, "Save");
+    EXPECT_EQ(boxes.asked[0].preselected, BoxAnswer::No);
+    EXPECT_EQ(boxes.fileQuestions[1].name, "old.txt");
+}
+
+TEST_F(SaveDialog, WithoutAReplaceTextNobodyIsAsked) {
+    BoxScript boxes;
+    question.replaceText.clear();
+    boxes.files = {path("old.txt")};
+    EXPECT_EQ(platform::saveFileDialog(question), path("old.txt"));
+    EXPECT_TRUE(boxes.asked.isEmpty());
+}
+
+TEST_F(SaveDialog, RealWindowProposesTheName) {
+    whileUp<QFileDialog>([this](QFileDialog& window) {
+        EXPECT_EQ(window.windowTitle(), "Save");
+        EXPECT_EQ(window.acceptMode(), QFileDialog::AcceptSave);
+        EXPECT_EQ(window.selectedFiles().value(0), folder.path() + "/list.txt");
+        static_cast<QDialog&>(window).accept();
+    });
+    EXPECT_EQ(platform::saveFileDialog(question), path("list.txt"));
 }
 
 }  // namespace

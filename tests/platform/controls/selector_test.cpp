@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QListView>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 #include <QVBoxLayout>
