@@ -1,0 +1,463 @@
+#include "catalogue/frmJM.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "catalogue/whole_statement.h"
+#include "data/session.h"
+#include "platform/controls/boxes.h"
+#include "platform/controls/data_control.h"
+#include "platform/controls/keys.h"
+#include "platform/controls/list_box.h"
+#include "platform/controls/popup_menu.h"
+#include "platform/dao/dao.h"
+#include "platform/system/trap.h"
+#include "shell/modMain.h"
+#include "shell/settings.h"
+
+using platform::BoxAnswer;
+using platform::BoxButtons;
+using platform::BoxIcon;
+using platform::Trap;
+
+namespace {
+
+constexpr int kNameLimit = 25;
+const QString kWindow = QStringLiteral("frmJM");
+const QString kMenu = QStringLiteral("mnu_list");
+const QString kDuplicate = QStringLiteral("Naziv vec postoji u bazi podataka. Pokusajte sa novim nazivom.");
+
+struct MenuLine {
+    const char* key;
+    const char* caption;  // with the shortcut's name behind a tab
+};
+constexpr MenuLine kMenuLines[] = {
+    {"edit", "Promeni...\tF2"},
+    {"", "-"},
+    {"delete", "Izbrisi\tDel"},
+    {"delall", "Izbrisi Sve\tShift+Del"},
+    {"", "-"},
+    {"asc", "Sortiraj Rastuce"},
+    {"desc", "Sortiraj Opadajuce"},
+    {"", "-"},
+    {"unsort", "Ponisti Sortiranje\tF8"},
+    {"", "-"},
+    {"refresh", "Azuriraj Listu\tF5"},
+};
+
+struct Order {
+    const char* how;
+    const char* already;
+    const char* tip;
+};
+constexpr Order kAscending = {"ASC", "Jedinice mere su vec sortirane po rastucim nazivima.",
+                              "Lista jedinica mera je sortirana po rastucim nazivima."};
+constexpr Order kDescending = {"DESC", "Jedinice mere su vec sortirane po opadajucim nazivima.",
+                               "Lista jedinica mera je sortirana po opadajucim nazivima."};
+
+BoxAnswer tell(QWidget* owner, const QString& text, BoxIcon icon = BoxIcon::Exclamation,
+               BoxButtons buttons = BoxButtons::Ok) {
+    return platform::showBox({text, GetResString(1), icon, buttons}, owner);
+}
+
+void tellEngine(QWidget* owner, const char* what) {
+    tell(owner, QString::fromLatin1(what) + QStringLiteral("\n\n") + GetDAOErrors());
+}
+
+// A name goes into a criterion as it was typed.
+QString quoted(const QString& name) {
+    return QLatin1Char('"') + name + QLatin1Char('"');
+}
+
+}  // namespace
+
+// Building --------------------------------------------------------------------------------------------------
+
+frmJM::frmJM(QWidget* parent) : QDialog(parent) {
+    setObjectName(kWindow);
+    setWindowTitle(QStringLiteral("Jedinica mere"));
+    Data1_ = new platform::DataControl(this);
+    List1_ = new platform::ListBox(this);
+    List1_->setObjectName(QStringLiteral("List1"));
+    List1_->setAccessibleName(QStringLiteral("Jedinice mere"));
+    List1_->setMinimumSize(fontMetrics().averageCharWidth() * 34, fontMetrics().height() * 10);
+
+    auto* page = new QHBoxLayout(this);
+    page->setContentsMargins(14, 14, 14, 12);
+    page->setSpacing(10);
+    auto* left = new QVBoxLayout;
+    auto* entry = new QHBoxLayout;
+    auto* right = new QVBoxLayout;
+    buildEntry(entry);
+    buildButtons(right);
+    left->addLayout(entry);
+    left->addWidget(List1_, 1);
+    page->addLayout(left, 1);
+    page->addLayout(right);
+    setTabOrder(Text1_, Command1_[kAdd]);
+    setTabOrder(Command1_[kAdd], List1_);
+    setTabOrder(List1_, Command1_[kChange]);
+    connectControls();
+}
+
+frmJM::~frmJM() {
+    Unload();
+}
+
+void frmJM::buildEntry(QHBoxLayout* row) {
+    Text1_ = new QLineEdit(this);
+    Text1_->setObjectName(QStringLiteral("Text1"));
+    Text1_->setAccessibleName(QStringLiteral("Nova jedinica mere"));
+    Text1_->setMaxLength(kNameLimit);
+    row->addWidget(Text1_, 1);
+}
+
+void frmJM::buildButtons(QVBoxLayout* column) {
+    const char* const captions[] = {"Dodaj",        "&Promeni...", "&Izbrisi",
+                                    "Izbrisi &Sve", "&Azuriraj",   "Zatvori"};
+    for (int i = 0; i < kButtons; ++i) {
+        auto* button = new QPushButton(QString::fromLatin1(captions[i]), this);
+        button->setObjectName(QStringLiteral("Command1(%1)").arg(i));
+        button->setAccessibleName(QString(button->text()).remove(QLatin1Char('&')));
+        button->setDefault(false);
+        if (i == kChange)
+            column->addSpacing(8);
+        if (i == kClose)
+            column->addStretch(1);
+        column->addWidget(button);
+        Command1_[static_cast<size_t>(i)] = button;
+    }
+}
+
+void frmJM::connectControls() {
+    connect(Command1_[kAdd], &QPushButton::clicked, this, &frmJM::addUnit);
+    connect(Command1_[kChange], &QPushButton::clicked, this, &frmJM::changeUnit);
+    connect(Command1_[kDelete], &QPushButton::clicked, this, &frmJM::deleteUnit);
+    connect(Command1_[kDeleteAll], &QPushButton::clicked, this, &frmJM::deleteAllUnits);
+    connect(Command1_[kRefresh], &QPushButton::clicked, this, [this] { Sort(RefreshOnly, false); });
+    connect(Command1_[kClose], &QPushButton::clicked, this, &frmJM::reject);
+    connect(Text1_, &QLineEdit::textChanged, this,
+            [this] { Command1_[kAdd]->setEnabled(!Text1_->text().trimmed().isEmpty()); });
+    connect(List1_, &platform::ListBox::clicked, this, &frmJM::updateButtons);
+    connect(List1_, &platform::ListBox::contextMenuAsked, this, &frmJM::showMenu);
+    List1_->installEventFilter(this);
+    Text1_->installEventFilter(this);
+}
+
+void frmJM::Display() {
+    if (!loaded_) {
+        loaded_ = true;
+        load();
+        Text1_->setFocus();
+    }
+    exec();
+}
+
+void frmJM::load() {
+    moveToPlace(this, settings::text(settings::find(kWindow, QStringLiteral("WindowData"))));
+    cP_ = new platform::PopupMenu(this);
+    connect(cP_, &platform::PopupMenu::click, this, &frmJM::cP_Click);
+    if (const QString failure = CreateMenu(); !failure.isEmpty()) {
+        tell(this, QStringLiteral("Neocekivana greska prilikom stvaranja PopUp menija:\n\n") + failure,
+             BoxIcon::Critical);
+    }
+    Sorted = settings::boolean(settings::find(kWindow, QStringLiteral("Sorted")));
+    SortedHow = settings::text(settings::find(kWindow, QStringLiteral("SortedHow")));
+    if (!Sorted)
+        Sort(RefreshOnly, false);
+    else
+        Sort(SortedHow == QLatin1String("ASC") ? Ascending : Descending, true);
+}
+
+void frmJM::Unload() {
+    if (!loaded_ || unloaded_)
+        return;
+    unloaded_ = true;
+    delete cP_;
+    cP_ = nullptr;
+    Trap step;  // an order that cannot be kept must not disturb the work
+    step([&] {
+        settings::setInteger(settings::find(kWindow, QStringLiteral("Sorted")), Sorted ? 1 : 0);
+        settings::setText(settings::find(kWindow, QStringLiteral("SortedHow")), SortedHow);
+        settings::setText(settings::find(kWindow, QStringLiteral("WindowData")), placeOf(this));
+    });
+}
+
+QString frmJM::CreateMenu() {
+    Trap step;
+    step([&] {
+        cP_->clear();
+        for (const MenuLine& line : kMenuLines)
+            cP_->addItem(QString::fromLatin1(line.caption), {}, {}, true, QString::fromLatin1(line.key));
+        cP_->store(kMenu);
+    });
+    if (!step.failed())
+        return {};
+    return QStringLiteral("%1 Prog. linija: %2; frmJM -> CreateMenu procedura.")
+        .arg(step.line())
+        .arg(step.codeLine());
+}
+
+// The list --------------------------------------------------------------------------------------------------
+
+void frmJM::RefreshList(const QString& selectName, bool reset) {
+    if (reset) {
+        Sorted = false;
+        SortedHow = QStringLiteral("ASC");
+    }
+    Data1_->DatabaseName = databasePath();
+    Data1_->RecordSource = QStringLiteral("SELECT * FROM JM");
+    if (Sorted)
+        Data1_->RecordSource += QStringLiteral(" ORDER BY Naziv ") + SortedHow;
+    if (const QString failure = FillListBox(selectName); !failure.isEmpty())
+        tell(this,
+             QStringLiteral("Neocekivana greska prilikom popunjavanja liste jedinica mera:\n\n") + failure);
+    if (List1_->isVisible())
+        List1_->setFocus();
+    updateButtons();
+}
+
+QString frmJM::FillListBox(const QString& selectName) {
+    Trap step;
+    List1_->resetContent();
+    step([&] {
+        Data1_->Refresh();
+        dao::Recordset& rows = Data1_->Recordset();
+        for (; !rows.EOF(); rows.MoveNext()) {
+            const dao::Value& name = rows["Naziv"];
+            const QString text = name.isNull() ? QString() : QString::fromStdString(name.asText());
+            List1_->addString(text, rows["AID"].asLong());
+        }
+        if (List1_->count() > 0)
+            Data1_->MoveFirst();
+    });
+    if (!selectName.isEmpty()) {
+        const int row = List1_->findString(selectName);
+        if (row >= 0) {
+            List1_->setCurSel(row);
+            List1_->setTopIndex(row);
+        }
+    }
+    if (!step.failed())
+        return {};
+    return QStringLiteral("%1\nLinija koda: %2; frmJM -> FillListBox()")
+        .arg(step.line())
+        .arg(step.codeLine());
+}
+
+void frmJM::Sort(int mode, bool force) {
+    const QString remembered = List1_->selectedText();
+    if (mode == Unsorted)
+        List1_->setToolTip(QString());
+    if (mode == Ascending || mode == Descending) {
+        const Order& order = mode == Ascending ? kAscending : kDescending;
+        const QString how = QString::fromLatin1(order.how);
+        if (Sorted && SortedHow == how && !force) {
+            tell(this, QString::fromLatin1(order.already), BoxIcon::Information);
+            return;
+        }
+        Sorted = true;
+        SortedHow = how;
+        List1_->setToolTip(QString::fromLatin1(order.tip));
+    }
+    RefreshList(remembered, mode == Unsorted);
+}
+
+bool frmJM::hasSelection() const {
+    return List1_->count() > 0 && List1_->curSel() >= 0;
+}
+
+void frmJM::updateButtons() {
+    Command1_[kAdd]->setEnabled(!Text1_->text().trimmed().isEmpty());
+    Command1_[kChange]->setEnabled(hasSelection());
+    Command1_[kDelete]->setEnabled(hasSelection());
+    Command1_[kDeleteAll]->setEnabled(List1_->count() > 0);
+}
+
+void frmJM::showMenu(const QPoint& globalPosition) {
+    const bool isAscending = Sorted && SortedHow == QLatin1String(kAscending.how);
+    const bool isDescending = Sorted && !isAscending;
+    cP_->restore(kMenu);
+    cP_->setEnabled(QStringLiteral("edit"), hasSelection());
+    cP_->setEnabled(QStringLiteral("delete"), hasSelection());
+    cP_->setEnabled(QStringLiteral("delall"), List1_->count() > 0);
+    cP_->setEnabled(QStringLiteral("asc"), !isAscending);
+    cP_->setEnabled(QStringLiteral("desc"), !isDescending);
+    cP_->setEnabled(QStringLiteral("unsort"), Sorted);
+    cP_->show(globalPosition);
+}
+
+void frmJM::cP_Click(int item) {
+    const QString key = cP_->keyOf(item);
+    if (key == QLatin1String("edit"))
+        changeUnit();
+    else if (key == QLatin1String("delete"))
+        deleteUnit();
+    else if (key == QLatin1String("delall"))
+        deleteAllUnits();
+    else if (key == QLatin1String("asc"))
+        Sort(Ascending, false);
+    else if (key == QLatin1String("desc"))
+        Sort(Descending, false);
+    else if (key == QLatin1String("unsort"))
+        Sort(Unsorted, false);
+    else if (key == QLatin1String("refresh"))
+        Sort(RefreshOnly, false);
+}
+
+bool frmJM::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        if (watched == Text1_ && platform::isEnter(key)) {
+            platform::pressTab(Text1_);
+            return true;
+        }
+        if (watched == List1_ && key.modifiers() == Qt::NoModifier &&
+            (key.key() == Qt::Key_F5 || key.key() == Qt::Key_F8)) {
+            Sort(key.key() == Qt::Key_F5 ? RefreshOnly : Unsorted, false);
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+// Commands --------------------------------------------------------------------------------------------------
+
+void frmJM::addUnit() {
+    const QString name = Text1_->text().trimmed();
+    if (name.isEmpty())
+        return;
+    Trap step;
+    bool isFree = true;
+    step([&] { Data1_->FindFirst(QStringLiteral("Naziv=") + quoted(name)); });
+    step([&] { isFree = Data1_->Recordset().NoMatch(); });
+    if (isFree) {
+        step([&] {
+            Data1_->AddNew();
+            Data1_->Recordset().Fields("Naziv") = name.toStdString();
+        });
+        // A unit is in the list only when it is in the table.
+        if (!step.failed())
+            step([&] { Data1_->Recordset().Update(); });
+        if (step.failed()) {
+            tellEngine(this, "Neocekivana greska prilikom dodavanja jedinice mere u bazu podataka:");
+            step.clear();
+            giveUpEdit();
+        } else {
+            step([&] { Data1_->setBookmark(Data1_->Recordset().LastModified()); });
+            const int row = List1_->addString(name);
+            step([&] { List1_->setItemData(row, Data1_->Recordset()["AID"].asLong()); });
+            List1_->setCurSel(row);
+        }
+    } else {
+        tell(this, kDuplicate);
+    }
+    Text1_->clear();
+    updateButtons();
+}
+
+void frmJM::giveUpEdit() {
+    Trap step;  // there may be nothing to give up
+    step([&] { Data1_->CancelUpdate(); });
+}
+
+void frmJM::changeUnit() {
+    if (!hasSelection())
+        return;
+    const QString name = platform::inputBox(QStringLiteral("Promenite naziv jedinice mere:"),
+                                            QStringLiteral("Jedinica mere"), List1_->selectedText(), this)
+                             .value_or(QString())
+                             .trimmed();
+    if (name.isEmpty())
+        return;
+    Trap step;
+    bool isGone = true;
+    bool isFree = true;
+    step([&] { Data1_->FindFirst(QStringLiteral("AID=%1").arg(List1_->selectedData())); });
+    step([&] { isGone = Data1_->Recordset().NoMatch(); });
+    if (isGone) {
+        tell(this, QStringLiteral(
+                       "Jedinica mere koju pokusavate da promenite nije pronadjena u bazi podataka. Moguce "
+                       "je da je neko od korisnika vec obrisao. Azurirajte podatke i pokusajte ponovo."));
+        return;
+    }
+    step([&] { Data1_->FindFirst(QStringLiteral("Naziv=") + quoted(name)); });
+    step([&] { isFree = Data1_->Recordset().NoMatch(); });
+    if (isFree)
+        writeName(name);
+    else
+        tell(this, kDuplicate);
+    updateButtons();
+}
+
+// The search for the name found nothing, so the row found by its number is still the current one.
+void frmJM::writeName(const QString& name) {
+    Trap step;
+    step([&] {
+        Data1_->Recordset().Edit();
+        Data1_->Recordset().Fields("Naziv") = name.toStdString();
+        Data1_->Recordset().Update();
+    });
+    if (step.failed()) {
+        tellEngine(this, "Neocekivana greska prilikom promene jedinice mere u bazi podataka:");
+        step.clear();
+        giveUpEdit();
+        return;
+    }
+    step([&] { Data1_->setBookmark(Data1_->Recordset().LastModified()); });
+    List1_->setText(List1_->curSel(), name);
+}
+
+void frmJM::deleteUnit() {
+    if (!hasSelection())
+        return;
+    if (AskBeforeDelete &&
+        tell(
+            this,
+            QStringLiteral("Upravo se spremate da izbrisete jedinicu mere iz baze podataka. Nastavljate li?"),
+            BoxIcon::Exclamation, BoxButtons::YesNo) != BoxAnswer::Yes)
+        return;
+    Trap step;
+    bool isGone = true;
+    step([&] { Data1_->FindFirst(QStringLiteral("AID=%1").arg(List1_->selectedData())); });
+    step([&] { isGone = Data1_->Recordset().NoMatch(); });
+    if (isGone) {
+        tell(this, QStringLiteral(
+                       "Jedinica mere koju pokusavate da izbrisete nije pronadjena u bazi podataka. Moguce "
+                       "je da je neko od korisnika vec obrisao. Azurirajte podatke i pokusajte ponovo."));
+        return;
+    }
+    step([&] { Data1_->Delete(); });
+    if (step.failed()) {
+        tellEngine(this, "Neocekivana greska prilikom brisanja jedinice mere u bazi podataka:");
+        step.clear();
+    } else {
+        if (Data1_->Recordset().RecordCount() > 0)
+            step([&] { Data1_->MoveFirst(); });
+        List1_->deleteString(List1_->curSel());
+        List1_->setCurSel(0);
+    }
+    updateButtons();
+}
+
+void frmJM::deleteAllUnits() {
+    if (List1_->count() == 0)
+        return;
+    if (AskBeforeDelete &&
+        tell(this,
+             QStringLiteral(
+                 "Upravo se spremate da izbrisete sve jedinice mere iz baze podataka. Nastavljate li?"),
+             BoxIcon::Exclamation, BoxButtons::YesNo) != BoxAnswer::Yes)
+        return;
+    Trap step;
+    const auto tellFailure = [this] {
+        tellEngine(this, "Neocekivana greska prilikom brisanja svih jedinica mera iz baze podataka:");
+    };
+    if (executeWhole(Data1_->Database(), QStringLiteral("DELETE * FROM JM"), step, tellFailure) >= 0)
+        List1_->resetContent();
+    updateButtons();
+}

@@ -1,0 +1,333 @@
+// Drawing a product from stock for the parent's service, and dragging it there.
+
+#include <QApplication>
+#include <QDrag>
+#include <QDragEnterEvent>
+#include <QMimeData>
+#include <QTimer>
+#include <functional>
+#include <optional>
+#include <utility>
+
+#include "catalogue/frmKonfiguratorEx.h"
+#include "documents/frmInputBox.h"
+#include "platform/controls/pictures.h"
+#include "platform/system/numbers.h"
+#include "platform/system/trap.h"
+#include "shell/modMain.h"
+
+using platform::BoxAnswer;
+using platform::BoxButtons;
+using platform::BoxIcon;
+using platform::RunError;
+using platform::Trap;
+
+struct frmKonfiguratorEx::Draw {
+    platform::ListItem item;  // as the list shows it
+    QString key;
+    qint32 id = 0;
+    float listed = 0;  // pieces, as the list said when the person chose
+    float quantity = 0;
+    QString serialNumber;
+    bool append = false;
+};
+
+namespace {
+
+constexpr int kPriceColumn = 3, kStockColumn = 4;
+constexpr int kDragIconSize = 32;
+
+void refreshCache() {
+    dao::DBEngine::Idle(dao::dbRefreshCache);
+}
+
+float listedStock(const platform::ListItem& item) {
+    return platform::readSingle(item.SubItems(kStockColumn)).value_or(0.0F);
+}
+
+// Euro. The list shows dinars where the shop wants them; the requisition never keeps them.
+float priceInEuro(const platform::ListItem& item) {
+    const std::optional<double> shown = platform::readNumber(item.SubItems(kPriceColumn));
+    if (!shown)
+        throw RunError(13, QStringLiteral("Type mismatch"));
+    if (!CeneDinarske)
+        return static_cast<float>(*shown);
+    if (KursKupovni == 0)
+        throw RunError(11, QStringLiteral("Division by zero"));
+    return static_cast<float>(*shown / static_cast<double>(KursKupovni));
+}
+
+std::string utf8(const QString& text) {
+    return text.toStdString();
+}
+
+}  // namespace
+
+void frmKonfiguratorEx::TrebovanjeExecute() {
+    const platform::ListItem* selected = ListView1->selectedItem();
+    if (!selected || !ParentForm)
+        return;
+    Draw draw;
+    draw.item = *selected;
+    draw.key = selected->Key;
+    draw.id = draw.key.mid(1).toInt();
+    draw.listed = listedStock(*selected);
+    if (draw.listed == 0) {
+        box(QStringLiteral("Proizvoda nema na stanju. Ne mozete da ga trebujete."), BoxIcon::Information);
+        return;
+    }
+    StockCheck check = StockCheck::AskAgain;
+    while (check == StockCheck::AskAgain) {
+        if (!askQuantity(draw))
+            return;
+        check = checkStock(draw);
+    }
+    if (check == StockCheck::Stop)
+        return;
+
+    const bool rowExists = ParentForm->requisitionList().hasItem(draw.key);
+    if (rowExists && box(QStringLiteral("Proizvod je vec trebovan. Zelite li da nova kolicina bude dodata na "
+                                        "postojecu?"),
+                         BoxIcon::Question, BoxButtons::YesNo) != BoxAnswer::Yes)
+        return;
+
+    // The stock goes down first: goods that are counted twice are worse than a line that is missing.
+    if (takeFromStock(draw) && !(rowExists && addToRow(draw)))
+        addNewRow(draw);
+    ParentForm->TrebovanjeRefresh(false);
+    DataUpdate(kProducts, draw.key, false);
+}
+
+bool frmKonfiguratorEx::askQuantity(Draw& draw) {
+    frmInputBox input(this);
+    input.Display();
+    if (input.Cancelled())
+        return false;
+    draw.quantity = input.Kolicina;
+    draw.serialNumber = input.SeriskiBroj;
+    draw.append = input.AppendSerialNumber();
+    input.Unload();
+    return true;
+}
+
+// The quantity was typed against the number in the list; here it meets what the file holds by now.
+frmKonfiguratorEx::StockCheck frmKonfiguratorEx::checkStock(Draw& draw) {
+    Trap step;
+    platform::DataControl& source = *Data1[kProducts];
+    bool gone = false;
+    float real = draw.listed;
+    step([&] {
+        refreshCache();
+        source.FindFirst(QStringLiteral("ID=%1").arg(draw.id));
+        gone = source.Recordset().NoMatch();
+        if (!gone)
+            real = source.Recordset()["Stanje"].asSingle();
+    });
+    if (gone) {
+        box(QStringLiteral(
+                "Proizvod koji ste pokusali da trebujete nije pronadjen u bazi podataka. Verovatno "
+                "ga je neko od korisnika obrisao u medjuvremenu."),
+            BoxIcon::Exclamation);
+        DataUpdate(kProducts, QString(), false);
+        return StockCheck::Stop;
+    }
+    if (real != draw.listed) {
+        box(QStringLiteral("Doslo je do promene stanja proizvoda koji trebujete.\nRaspoloziva kolicina vise "
+                           "nije: %1 vec iznosi: %2.\n\nLista proizvoda ce biti automatski azurirana.")
+                .arg(platform::textOfSingle(draw.listed), platform::textOfSingle(real)),
+            BoxIcon::Exclamation);
+        DataUpdate(kProducts, draw.key, false);
+        if (ListView1->hasItem(draw.key))
+            draw.item = ListView1->item(draw.key);
+    }
+    if (draw.quantity <= real)
+        return StockCheck::Goes;
+    const BoxAnswer answer =
+        box(QStringLiteral("Trebujete vise nego sto proizvoda ima ma stanju. Trenutno stanje proizvoda je: "
+                           "%1.\n\nHocete li da trebujete upravo ovu kolicinu?")
+                .arg(platform::textOfSingle(real)),
+            BoxIcon::Exclamation, BoxButtons::YesNoCancel);
+    if (answer == BoxAnswer::No)
+        return StockCheck::AskAgain;
+    draw.quantity = real;
+    return answer == BoxAnswer::Yes ? StockCheck::Goes : StockCheck::Stop;
+}
+
+bool frmKonfiguratorEx::takeFromStock(const Draw& draw) {
+    dao::Recordset rows = Data1[kProducts]->Recordset();
+    Trap step;
+    step([&] {
+        rows.Edit();
+        rows.Fields("Stanje") = rows["Stanje"].asSingle() - draw.quantity;
+        rows.Update();
+        rows.setBookmark(rows.LastModified());
+        refreshCache();
+    });
+    if (!step.failed())
+        return true;
+    box(QStringLiteral("Doslo je do neocekivane greske prilikom upisivanja trebovane kolicine proizvoda u "
+                       "bazu podataka.\n\nGreska je data kao:\n%1 (frmKonfiguratorEx->TrebovanjeExecute())")
+            .arg(step.line()),
+        BoxIcon::Exclamation);
+    Trap release;  // the lock must not outlive the failure
+    release([&] { rows.CancelUpdate(); });
+    return false;
+}
+
+bool frmKonfiguratorEx::addToRow(const Draw& draw) {
+    platform::DataControl& source = ParentForm->requisitionData();
+    Trap step;
+    bool found = false;
+    step([&] {
+        refreshCache();
+        source.FindFirst(QStringLiteral("OpremaID=%1").arg(draw.id));
+        found = !source.Recordset().NoMatch();
+    });
+    if (!found) {
+        box(QStringLiteral(
+                "Neko je u medjuvremnu obrisao stavku iz liste trebovanja, ona ce ponovo biti dodata "
+                "u listu."),
+            BoxIcon::Information);
+        return false;
+    }
+    dao::Recordset rows = source.Recordset();
+    step([&] { rows.Edit(); });
+    step([&] { rows.Fields("Stanje") = rows["Stanje"].asSingle() + draw.quantity; });
+    step([&] {
+        const QString old = QString::fromStdString(rows["SN"].asText());
+        const bool joins = !old.isEmpty() && draw.append;
+        rows.Fields("SN") = utf8(joins ? old + QStringLiteral(", ") + draw.serialNumber : draw.serialNumber);
+    });
+    step([&] {
+        rows.Fields("JM") = utf8(draw.item.Tag.mid(draw.item.Tag.lastIndexOf(QLatin1Char('|')) + 1));
+    });
+    step([&] { rows.Update(); });
+    if (step.failed())
+        step([&] { rows.CancelUpdate(); });
+    step([&] { source.setBookmark(rows.LastModified()); });
+    step([] { refreshCache(); });
+    return true;
+}
+
+void frmKonfiguratorEx::addNewRow(const Draw& draw) {
+    platform::DataControl& source = ParentForm->requisitionData();
+    dao::Recordset rows = source.Recordset();
+    const QString unit = draw.item.Tag.mid(draw.item.Tag.lastIndexOf(QLatin1Char('|')) + 1);
+    const std::pair<const char*, std::function<dao::Value()>> fields[] = {
+        {"ServiceID", [&] { return dao::Value(ParentForm->ServiceID()); }},
+        {"OpremaID", [&] { return dao::Value(draw.id); }},
+        {"JM", [&] { return dao::Value(utf8(unit)); }},
+        {"SN", [&] { return dao::Value(utf8(draw.serialNumber)); }},
+        {"Proizvodjac", [&] { return dao::Value(utf8(draw.item.Text)); }},
+        {"Grupa", [&] { return dao::Value(utf8(List1[kGroups]->selectedText())); }},
+        {"Naziv", [&] { return dao::Value(utf8(draw.item.SubItems(1))); }},
+        {"Opis", [&] { return dao::Value(utf8(draw.item.SubItems(2))); }},
+        {"Stanje", [&] { return dao::Value(draw.quantity); }},
+        {"Cena", [&] { return dao::Value(priceInEuro(draw.item)); }}};
+    Trap step;  // each field by itself: one that does not fit must not cost the others
+    step([&] { rows.AddNew(); });
+    for (const auto& [name, value] : fields)
+        step([&, field = name, make = value] { rows.Fields(field) = make(); });
+    step([&] { rows.Update(); });
+    step([&] { source.setBookmark(rows.LastModified()); });
+    step([] { refreshCache(); });
+}
+
+// Dragging
+// --------------------------------------------------------------------------------------------------------
+
+// With the button down the pointer draws a product, it does not sweep over the rows.
+bool frmKonfiguratorEx::dragMouse(const QMouseEvent& event) {
+    const QPoint at = event.position().toPoint();
+    if (event.type() == QEvent::MouseButtonPress) {
+        pressed_ = event.button() == Qt::LeftButton;
+        pressedAt_ = at;
+        return false;
+    }
+    if (!event.buttons().testFlag(Qt::LeftButton))
+        return false;
+    const bool far = (at - pressedAt_).manhattanLength() >= QApplication::startDragDistance();
+    const platform::ListItem* item = ListView1->selectedItem();
+    if (pressed_ && far && item && listedStock(*item) != 0) {
+        pressed_ = false;
+        beginDrag();
+    }
+    return true;
+}
+
+void frmKonfiguratorEx::beginDrag() {
+    auto* product = new QMimeData;
+    product->setData(QLatin1String(kProductDragFormat), ListView1->selectedItem()->Key.toUtf8());
+    QRect row = ListView1->visualRect(ListView1->currentIndex());
+    row.setLeft(0);
+    row.setRight(ListView1->viewport()->width());
+    drag_ = new QDrag(ListView1);
+    drag_->setMimeData(product);
+    drag_->setPixmap(ListView1->viewport()->grab(row));
+    drag_->setHotSpot(QPoint(-8, -8));
+    drag_->exec(Qt::CopyAction);
+    drag_ = nullptr;
+    setDragIcon(QString());
+    if (std::exchange(drawPending_, false))
+        drawSoon();
+}
+
+void frmKonfiguratorEx::setDragIcon(const QString& key) {
+    dragIcon_ = key;
+    if (!drag_)
+        return;
+    QPixmap picture;
+    if (!key.isEmpty())
+        picture =
+            platform::icon(key == QLatin1String("drag") ? QStringLiteral("Drag") : QStringLiteral("NoDrop"))
+                .pixmap(kDragIconSize);
+    for (const Qt::DropAction action : {Qt::CopyAction, Qt::MoveAction, Qt::IgnoreAction})
+        drag_->setDragCursor(picture, action);
+}
+
+void frmKonfiguratorEx::dragEnterEvent(QDragEnterEvent* event) {
+    dragMoveEvent(event);
+}
+
+// The catalogue itself takes no product; only its list, where the way back lies, shows no refusal.
+void frmKonfiguratorEx::dragMoveEvent(QDragMoveEvent* event) {
+    if (!event->mimeData()->hasFormat(QLatin1String(kProductDragFormat)))
+        return;
+    const QPoint at = ListView1->mapFrom(this, event->position().toPoint());
+    setDragIcon(ListView1->rect().contains(at) ? QStringLiteral("drag") : QStringLiteral("nodrop"));
+    event->setDropAction(Qt::IgnoreAction);
+    event->accept();
+}
+
+void frmKonfiguratorEx::dragLeaveEvent(QDragLeaveEvent*) {
+    setDragIcon(QString());
+}
+
+void frmKonfiguratorEx::dropEvent(QDropEvent* event) {
+    setDragIcon(QString());
+    event->setDropAction(Qt::IgnoreAction);
+    event->accept();
+}
+
+void frmKonfiguratorEx::parentDragOver(State state, bool overList) {
+    setDragIcon(state == State::Leave ? QString()
+                : overList            ? QStringLiteral("drag")
+                                      : QStringLiteral("nodrop"));
+}
+
+// The drag's own loop still runs here; boxes can open only when it has ended.
+void frmKonfiguratorEx::parentDrop() {
+    if (drag_)
+        drawPending_ = true;
+    else
+        drawSoon();
+}
+
+void frmKonfiguratorEx::drawSoon() {
+    QTimer::singleShot(0, this, [this] {
+        if (!isVisible())
+            return;
+        activateWindow();
+        TrebovanjeExecute();
+    });
+}

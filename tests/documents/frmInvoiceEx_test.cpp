@@ -1,0 +1,569 @@
+#include "documents/frmInvoiceEx.h"
+
+#include <QMimeData>
+#include <QProgressBar>
+#include <QScreen>
+#include <QWindow>
+
+#include "catalogue/frmKonfiguratorEx.h"
+#include "documents/requisition_window.h"
+
+namespace {
+
+using platform::BoxIcon;
+
+class RequisitionList : public RequisitionWindow {
+ protected:
+    void drawThree() {
+        draw(11, "Seagate", "Beta", 30, 1);
+        draw(12, "Asus", "Gama", 10, 2);
+        draw(13, "Intel", "Alfa", 20, 3);
+    }
+};
+
+// Filling
+// ----------------------------------------------------------------------------------------------------------
+
+TEST_F(RequisitionList, AnEmptyRequisitionShowsOnlyTheTotal) {
+    show([&] {
+        EXPECT_EQ(keys(), QStringList{"total"});
+        EXPECT_EQ(list().item(1).Text, " ");
+        EXPECT_EQ(list().item(1).SmallIcon, "total");
+        EXPECT_EQ(cell("total", 6), " ");
+        EXPECT_EQ(cell("total", 7), "TOTAL:");
+        EXPECT_EQ(total(), "0.00");
+        EXPECT_EQ(status(), "Nema dobavljaca u bazi podataka");
+        EXPECT_EQ(usable(), "konfig refresh help");
+        EXPECT_EQ(selectedKey(), "total");
+    });
+    EXPECT_EQ(win().TotalForPayment(), 0.0F);
+    EXPECT_TRUE(boxes.asked.isEmpty());
+}
+
+TEST_F(RequisitionList, ARowHoldsWhatWasDrawn) {
+    draw(12, "Asus", "Ploca", 1234.5F, 2.5F, {{"SN", "A1, A2"}, {"JM", "m"}});
+    show([&] {
+        EXPECT_EQ(keys(), (QStringList{"total", "K12"})) << "the total is always the first row";
+        const platform::ListItem& row = list().item("K12");
+        EXPECT_EQ(row.Text, "Asus");
+        EXPECT_EQ(row.SmallIcon, "stavka");
+        EXPECT_EQ(row.Tag, "m");
+        EXPECT_EQ(row.subItems.join('|'), "Diskovi|Ploca|opis|A1, A2|1,234.50|2.5|3,086.25");
+        EXPECT_EQ(total(), "3,086.25");
+        EXPECT_EQ(status(), "1 proizvod(a) trebovano.");
+        EXPECT_EQ(usable(), "konfig delete delall refresh print help");
+        EXPECT_TRUE(list().isVisible());
+        EXPECT_FALSE(win().ProgressBar1->isVisible());
+        EXPECT_FALSE(win().findChild<QLabel*>("Label1")->isVisible());
+    });
+    EXPECT_EQ(win().TotalForPayment(), 3086.25F);
+}
+
+TEST_F(RequisitionList, UnderACommaAmountsAndQuantitiesHaveIt) {
+    QLocale::setDefault(QLocale("de_DE"));
+    draw(12, "Asus", "Ploca", 1234.5F, 2.5F);
+    show([&] {
+        EXPECT_EQ(cell("K12", 6), "1.234,50");
+        EXPECT_EQ(cell("K12", 7), "2,5");
+        EXPECT_EQ(cell("K12", 8), "3.086,25");
+        EXPECT_EQ(total(), "3.086,25");
+    });
+    EXPECT_EQ(win().TotalForPayment(), 3086.25F);
+}
+
+TEST_F(RequisitionList, DinarsAreCountedAtTheRateAndTheFileKeepsEuro) {
+    CeneDinarske = true;
+    KursKupovni = 117.5F;
+    draw(12, "Asus", "Ploca", 10.5F, 2);
+    show([&] {
+        EXPECT_EQ(list().columnText(6), "Cena [DIN]");
+        EXPECT_EQ(cell("K12", 6), "1,233.75");
+        EXPECT_EQ(cell("K12", 8), "2,467.50");
+    });
+    EXPECT_EQ(win().TotalForPayment(), 2467.5F);
+    EXPECT_EQ(valueOf("InvoiceData", "OpremaID", 12, "Cena").asSingle(), 10.5F);
+}
+
+TEST_F(RequisitionList, TheTotalAddsUpTheAmountsOnShow) {
+    for (int product : {11, 12, 13})
+        draw(product, "Asus", "Sitnica", 0.335F, 1);
+    show([&] {
+        EXPECT_EQ(cell("K11", 8), "0.34");
+        EXPECT_EQ(total(), "1.02");
+        EXPECT_EQ(status(), "3 proizvod(a) trebovano.");
+    });
+    EXPECT_EQ(win().TotalForPayment(), 1.02F);
+}
+
+TEST_F(RequisitionList, AFieldThatIsNullIsEmpty) {
+    draw(12, "Asus", "Ploca", 10, 1,
+         {{"Proizvodjac", dao::Value()}, {"SN", dao::Value()}, {"JM", dao::Value()}});
+    show([&] {
+        EXPECT_EQ(cell("K12", 1), "");
+        EXPECT_EQ(cell("K12", 5), "");
+        EXPECT_EQ(list().item("K12").Tag, "");
+    });
+    EXPECT_TRUE(boxes.asked.isEmpty());
+}
+
+TEST_F(RequisitionList, OnlyTheServicesOwnRowsAreShown) {
+    draw(11, "Asus", "Ploca", 10, 1);
+    const int another = addService(addComputer(addClient("Mikic")));
+    draw(12, "Asus", "Tudja", 10, 1, {{"ServiceID", another}});
+    show([&] { EXPECT_EQ(names(), "Ploca"); });
+}
+
+TEST_F(RequisitionList, AProductThatStandsTwiceIsToldAndStillCharged) {
+    draw(11, "Asus", "Ploca", 10, 1);
+    draw(11, "Asus", "Ploca", 10, 1);
+    show([&] {
+        ASSERT_EQ(boxes.asked.size(), 1);
+        EXPECT_EQ(boxes.asked[0].icon, BoxIcon::Exclamation);
+        EXPECT_TRUE(boxes.lastText().startsWith(
+            "Neocekivana greska prilikom popunjavanja liste trebovanih proizvoda:\n\n[35602] "))
+            << boxes.lastText().toStdString();
+        EXPECT_TRUE(boxes.lastText().contains(" ; Code line no.: "));
+        EXPECT_TRUE(boxes.lastText().endsWith("\nOccured in procedure FillListView of Form frmInvoiceEx"));
+        EXPECT_EQ(total(), "20.00");
+    });
+}
+
+TEST_F(RequisitionList, AFileThatDoesNotOpenIsToldAndTheWindowLives) {
+    draw(11, "Asus", "Ploca", 10, 1);
+    closeDatabases();
+    settings::setText(settings::DatabasePath, path("nema.mdb"));
+    show([&] {
+        ASSERT_EQ(boxes.asked.size(), 1);
+        EXPECT_TRUE(boxes.lastText().contains("\n\n[3024] ")) << boxes.lastText().toStdString();
+        EXPECT_EQ(keys(), QStringList{"total"});
+        settings::setText(settings::DatabasePath, databaseFile());
+        press(Qt::Key_F5);
+        EXPECT_EQ(names(), "Ploca");
+        EXPECT_EQ(boxes.asked.size(), 1);
+    });
+}
+
+TEST_F(RequisitionList, TheConnectTextHoldsThePasswordOnceHoweverOftenItIsRead) {
+    show([&] {
+        const QString once = win().Data1->Connect;
+        EXPECT_EQ(once, ";Pwd=" + BuildDatabasePassword());
+        press(Qt::Key_F5);
+        press(Qt::Key_F5);
+        EXPECT_EQ(win().Data1->Connect, once);
+    });
+}
+
+TEST_F(RequisitionList, F5ShowsWhatAnotherWorkstationHasDrawn) {
+    draw(11, "Asus", "Ploca", 10, 1);
+    auto other = otherWorkstation("UPDATE InvoiceData SET Stanje=4 WHERE OpremaID=11");
+    show([&] {
+        EXPECT_EQ(total(), "10.00");
+        doIts(*other);
+        press(Qt::Key_F5);
+        EXPECT_EQ(total(), "40.00");
+        EXPECT_TRUE(list().hasFocus());
+    });
+    EXPECT_EQ(win().TotalForPayment(), 40.0F);
+}
+
+TEST_F(RequisitionList, TheListIsFilledOnlyOnceByActivation) {
+    show([&] {
+        draw(11, "Asus", "Ploca", 10, 1);
+        QEvent again(QEvent::WindowActivate);
+        QCoreApplication::sendEvent(&win(), &again);
+        EXPECT_EQ(list().count(), 1);
+    });
+}
+
+TEST_F(RequisitionList, AWindowShutAtOnceStillGivesItsTotal) {
+    draw(11, "Asus", "Ploca", 10, 1);
+    QMetaObject::invokeMethod(
+        &win(), [&] { win().reject(); }, Qt::QueuedConnection);
+    win().Display();
+    EXPECT_EQ(win().TotalForPayment(), 10.0F);
+}
+
+// Selection
+// --------------------------------------------------------------------------------------------------------
+
+TEST_F(RequisitionList, TheSelectionSurvivesARefreshByItsKey) {
+    drawThree();
+    show([&] {
+        clickRow("K12");
+        press(Qt::Key_F5);
+        EXPECT_EQ(selectedKey(), "K12");
+        win().UpdateDATA("K13", false);
+        EXPECT_EQ(selectedKey(), "K13");
+        win().UpdateDATA("K99", false);
+        EXPECT_EQ(selectedKey(), "") << "a product that is not there selects nothing";
+        win().UpdateDATA({}, false);
+        EXPECT_EQ(selectedKey(), "total") << "the first row";
+    });
+}
+
+TEST_F(RequisitionList, ASelectedRowThatIsGoneLeavesNothingSelected) {
+    drawThree();
+    show([&] {
+        clickRow("K12");
+        openDatabase().Execute("DELETE FROM InvoiceData WHERE OpremaID=12");
+        press(Qt::Key_F5);
+        EXPECT_EQ(selectedKey(), "");
+        EXPECT_FALSE(canUse("delete"));
+        EXPECT_TRUE(canUse("delall"));
+    });
+}
+
+TEST_F(RequisitionList, AClickOnTheTotalTakesDeleteAway) {
+    drawThree();
+    show([&] {
+        clickRow("K12");
+        EXPECT_TRUE(canUse("delete"));
+        clickRow("total");
+        EXPECT_FALSE(canUse("delete"));
+        clickRow("K11");
+        EXPECT_TRUE(canUse("delete"));
+    });
+}
+
+// Sorting
+// ----------------------------------------------------------------------------------------------------------
+
+TEST_F(RequisitionList, AHeaderSortsInTheFileAndTurnsRoundAtTheSecondClick) {
+    drawThree();
+    show([&] {
+        EXPECT_EQ(names(), "Beta,Gama,Alfa");
+        EXPECT_FALSE(canUse("unsort"));
+        clickHeader(3);
+        EXPECT_EQ(names(), "Alfa,Beta,Gama");
+        EXPECT_EQ(list().columnIcon(3), "ASC");
+        EXPECT_TRUE(canUse("unsort"));
+        clickHeader(3);
+        EXPECT_EQ(names(), "Gama,Beta,Alfa");
+        EXPECT_EQ(list().columnIcon(3), "DESC");
+        EXPECT_EQ(win().Data1Tag, "1Naziv1");
+        clickHeader(6);
+        EXPECT_EQ(names(), "Gama,Alfa,Beta") << "by price, as numbers";
+        EXPECT_EQ(list().columnIcon(3), "dummy");
+        EXPECT_EQ(list().columnIcon(6), "ASC");
+    });
+    unload();
+    EXPECT_EQ(kept("LVWColumnSort"), "1Cena0");
+}
+
+TEST_F(RequisitionList, TheFieldThatWouldSortTurnsRoundAtItsFirstClick) {
+    drawThree();
+    show([&] {
+        clickHeader(1);
+        EXPECT_EQ(names(), "Beta,Alfa,Gama") << "Seagate, Intel, Asus";
+        EXPECT_EQ(list().columnIcon(1), "DESC");
+    });
+}
+
+TEST_F(RequisitionList, SubtotalsCannotBeSorted) {
+    drawThree();
+    show([&] {
+        clickHeader(3);
+        clickHeader(8);
+        EXPECT_EQ(boxes.lastText(), "Ne mozete sortirati po medjutotalu.");
+        EXPECT_EQ(boxes.asked[0].icon, BoxIcon::Information);
+        EXPECT_EQ(names(), "Alfa,Beta,Gama");
+        EXPECT_EQ(win().Data1Tag, "1Naziv0");
+    });
+}
+
+TEST_F(RequisitionList, HeadersOfAnEmptyListDoNothing) {
+    show([&] {
+        clickHeader(8);
+        clickHeader(3);
+        EXPECT_TRUE(boxes.asked.isEmpty());
+        EXPECT_EQ(win().Data1Tag, "0Proizvodjac0");
+    });
+}
+
+TEST_F(RequisitionList, F8GoesBackToTheOrderOfTheTable) {
+    drawThree();
+    show([&] {
+        clickHeader(3);
+        press(Qt::Key_F8);
+        EXPECT_EQ(names(), "Beta,Gama,Alfa");
+        EXPECT_EQ(list().columnIcon(3), "");
+        EXPECT_FALSE(canUse("unsort"));
+        clickHeader(3);
+        tool("unsort");
+        EXPECT_EQ(names(), "Beta,Gama,Alfa");
+    });
+    unload();
+    EXPECT_EQ(kept("LVWColumnSort"), "0Naziv0");
+}
+
+TEST_F(RequisitionList, TheOrderOfLastTimeComesBack) {
+    drawThree();
+    keep("LVWColumnSort", "1Naziv1");
+    show([&] {
+        EXPECT_EQ(names(), "Gama,Beta,Alfa");
+        EXPECT_EQ(list().columnIcon(3), "DESC");
+    });
+}
+
+TEST_F(RequisitionList, AnEmptyTagIsTheDefault) {
+    drawThree();
+    keep("LVWColumnSort", "");
+    show([&] { EXPECT_EQ(win().Data1Tag, "0Proizvodjac0"); });
+    EXPECT_TRUE(boxes.asked.isEmpty());
+}
+
+TEST_F(RequisitionList, ATagThatCannotBeReadIsTold) {
+    drawThree();
+    keep("LVWColumnSort", "xNaziv0");
+    show([&] {
+        ASSERT_EQ(boxes.asked.size(), 1);
+        EXPECT_EQ(boxes.asked[0].title, "frmInvoiceEx -> GetSortTagData(xNaziv0)");
+        EXPECT_EQ(boxes.asked[0].icon, BoxIcon::Exclamation);
+        EXPECT_TRUE(boxes.lastText().startsWith(
+            "Neocekivana greska prilikom odredjivanja svojstava sortiranja:\n\n[13] "));
+        EXPECT_TRUE(boxes.lastText().contains("\nLinija koda: "));
+        EXPECT_EQ(names(), "Beta,Gama,Alfa");
+    });
+    EXPECT_EQ(win().GetSortTagData("?"), (platform::SortTag{false, "", "ASC"}));
+}
+
+TEST_F(RequisitionList, ATagHasItsThreeParts) {
+    EXPECT_EQ(win().GetSortTagData("1Stanje1"), (platform::SortTag{true, "Stanje", "DESC"}));
+    EXPECT_EQ(win().GetSortTagData("0Naziv0"), (platform::SortTag{false, "Naziv", "ASC"}));
+    EXPECT_TRUE(boxes.asked.isEmpty());
+}
+
+TEST_F(RequisitionList, AStoredOrderBySubtotalFailsAndF8MendsIt) {
+    drawThree();
+    keep("LVWColumnSort", "1Medjutotal0");
+    show([&] {
+        ASSERT_EQ(boxes.asked.size(), 1);
+        EXPECT_TRUE(boxes.lastText().startsWith(
+            "Neocekivana greska prilikom popunjavanja liste trebovanih proizvoda:\n\n[3061] "))
+            << boxes.lastText().toStdString();
+        EXPECT_EQ(keys(), QStringList{"total"});
+        EXPECT_EQ(status(), "");
+        EXPECT_EQ(usable(), "konfig refresh help");
+        press(Qt::Key_F8);
+        EXPECT_EQ(boxes.asked.size(), 1);
+        EXPECT_EQ(names(), "Beta,Gama,Alfa");
+    });
+    EXPECT_EQ(win().TotalForPayment(), 110.0F);
+}
+
+// Columns and place
+// ------------------------------------------------------------------------------------------------
+
+TEST_F(RequisitionList, HasEightColumnsAndTheUnitInThePrice) {
+    show([&] {
+        QStringList headers, fields;
+        for (int i = 1; i <= list().columnCount(); ++i) {
+            headers.append(list().columnText(i));
+            fields.append(list().columnKey(i));
+        }
+        EXPECT_EQ(headers.join('|'),
+                  "Proizvodjac|Grupa|Naziv|Opis|Serijski broj|Cena [EUR]|Trebovano|Medjutotal");
+        EXPECT_EQ(fields.join('|'), "Proizvodjac|Grupa|Naziv|Opis|SN|Cena|Stanje|Medjutotal");
+        EXPECT_EQ(win().windowTitle(), "Cenovna Lista Usluge");
+    });
+}
+
+TEST_F(RequisitionList, TheVeryFirstOpeningTellsOfItsWidthsOnce) {
+    settings::setText(settings::find("frmInvoiceEx", "LVWColumnWidths"),
+                      QLatin1String(settings::find("frmInvoiceEx", "LVWColumnWidths").defaultValue));
+    show([&] {
+        ASSERT_EQ(boxes.asked.size(), 1);
+        EXPECT_EQ(boxes.asked[0].icon, BoxIcon::Critical);
+        EXPECT_TRUE(boxes.lastText().startsWith(
+            "Neocekivana greska prilikom stvaranja ListView kontrole:\n\n[35600] "))
+            << boxes.lastText().toStdString();
+        EXPECT_TRUE(boxes.lastText().contains("\nLinija koda: "));
+        EXPECT_EQ(list().columnWidthTwips(7), 0);
+        EXPECT_EQ(list().columnWidthTwips(8), 1440);
+        EXPECT_EQ(total(), "0.00") << "the window works";
+    });
+    unload();
+    EXPECT_EQ(kept("LVWColumnWidths"), "1440;1440;1440;1440;1440;1440;0;1440");
+    show([&] { EXPECT_EQ(boxes.asked.size(), 1) << "not a second time"; });
+}
+
+TEST_F(RequisitionList, ColumnsAndPlaceAreKeptAtUnloadOnly) {
+    keep("WindowData", "450;600;10500;7500");
+    keep("LVWColumnPositions", "2;1;3;4;5;6;7;8");
+    show([&] {
+        EXPECT_EQ(win().pos(), QPoint(30, 40));
+        EXPECT_EQ(win().size(), QSize(700, 500));
+        EXPECT_EQ(list().columnPosition(1), 2);
+        list().setColumnWidthTwips(3, 3000);
+        win().move(60, 80);
+        win().resize(720, 480);
+    });
+    EXPECT_EQ(kept("WindowData"), "450;600;10500;7500");
+    win().Unload();
+    EXPECT_EQ(kept("WindowData"), "900;1200;10800;7200");
+    EXPECT_EQ(kept("LVWColumnWidths"), "1440;1440;3000;1440;1440;1440;1440;1440");
+    EXPECT_EQ(kept("LVWColumnPositions"), "2;1;3;4;5;6;7;8");
+    EXPECT_EQ(kept("LVWColumnSort"), "0Proizvodjac0");
+}
+
+TEST_F(RequisitionList, APlaceWithTooFewFiguresGetsTheUsualSize) {
+    keep("WindowData", "450;600");
+    show([&] { EXPECT_EQ(win().size(), QSize(800, 533).boundedTo(win().screen()->availableSize())); });
+}
+
+// Toolbar and status text
+// ------------------------------------------------------------------------------------------
+
+TEST_F(RequisitionList, TheToolbarHasItsButtonsInOrder) {
+    QStringList all;
+    for (const QAction* action : win().Toolbar1->actions())
+        all.append(action->isSeparator() ? QString("-") : action->text());
+    EXPECT_EQ(all.join('|'),
+              "Konfigurator|-|Izbrisi|Izbrisi Sve|-|Azuriraj|-|Stampaj|-|Ponisti Sortiranje|-|Pomoc");
+}
+
+TEST_F(RequisitionList, AButtonUnderThePointerTellsWhatItDoesWhileItCanBeUsed) {
+    show([&] {
+        const std::pair<const char*, const char*> told[] = {
+            {"konfig", "Otvara prozor Konfiguratora (pregled i trebovanje opreme) - F12."},
+            {"refresh", "Popunjava listu najsvezijim podacima iza baze podataka - F5."},
+            {"help", "Prikazuje pomoc vezanu za koriscenje ove forme - F1."}};
+        for (const auto& [button, text] : told) {
+            moveOver(face(button));
+            EXPECT_EQ(status(), text);
+            EXPECT_EQ(win().toolbarButton(button)->toolTip(), text);
+        }
+        for (QWidget* place : {static_cast<QWidget*>(list().viewport()), static_cast<QWidget*>(&win()),
+                               static_cast<QWidget*>(win().StatusBar1)}) {
+            moveOver(face("refresh"));
+            moveOver(place);
+            EXPECT_EQ(status(), "Nema dobavljaca u bazi podataka");
+        }
+        moveOver(face("delete"));
+        EXPECT_EQ(status(), "Nema dobavljaca u bazi podataka") << "a grey button keeps silent";
+    });
+}
+
+TEST_F(RequisitionList, EveryButtonHasItsHint) {
+    EXPECT_EQ(win().toolbarButton("delete")->toolTip(), "Brise trenutno izabranu stavku u listi - Del.");
+    EXPECT_EQ(win().toolbarButton("delall")->toolTip(), "Brise sve stavke iz liste - Shift+Del");
+    EXPECT_EQ(win().toolbarButton("print")->toolTip(), "Stampa profakturu/fakturu - Ctrl+P.");
+    EXPECT_EQ(win().toolbarButton("unsort")->toolTip(),
+              "Ponistava sortiranje liste (ukoliko ga je bilo) - F8.");
+}
+
+TEST_F(RequisitionList, HelpSaysNothing) {
+    show([&] {
+        tool("help");
+        press(Qt::Key_F1);
+        EXPECT_TRUE(win().isVisible());
+        EXPECT_TRUE(boxes.asked.isEmpty());
+    });
+}
+
+TEST_F(RequisitionList, EscapeAndTheCloseBoxHideIt) {
+    show([&] {
+        press(Qt::Key_Escape);
+        EXPECT_FALSE(win().isVisible());
+    });
+    show([&] {
+        win().close();
+        EXPECT_FALSE(win().isVisible());
+    });
+    EXPECT_TRUE(exists());
+}
+
+TEST_F(RequisitionList, TheOwnerIsItsParent) {
+    QWidget owner;
+    win().setParentForm(&owner);
+    EXPECT_EQ(win().parentWidget(), &owner);
+    EXPECT_TRUE(win().isWindow());
+    EXPECT_EQ(win().JedinicaMere, "Kom.");
+    EXPECT_EQ(win().ServiceID(), service);
+    unload();
+}
+
+// The catalogue
+// ----------------------------------------------------------------------------------------------------
+
+TEST_F(RequisitionList, F12AndTheFirstButtonOpenTheCatalogueOverIt) {
+    show([&] {
+        int opened = 0;
+        const auto closeIt = [&] {
+            for (QWidget* window : QApplication::topLevelWidgets())
+                if (auto* catalogue = qobject_cast<frmKonfiguratorEx*>(window)) {
+                    ++opened;
+                    EXPECT_EQ(catalogue->ParentForm, static_cast<CatalogueParent*>(&win()));
+                    catalogue->reject();
+                }
+        };
+        QTimer::singleShot(50, &win(), closeIt);
+        press(Qt::Key_F12);
+        EXPECT_EQ(opened, 1);
+        QTimer::singleShot(50, &win(), closeIt);
+        tool("konfig");
+        EXPECT_EQ(opened, 2);
+        EXPECT_TRUE(win().isVisible());
+    });
+}
+
+struct DragNotes : ParentDragEvents {
+    QStringList told;
+    void parentDragOver(State state, bool over) override {
+        const char* const names[] = {"enter", "over", "leave"};
+        told.append(QLatin1String(names[static_cast<int>(state)]) + (over ? QString("+") : QString("-")));
+    }
+    void parentDrop() override { told.append("drop"); }
+};
+
+class RequisitionDrag : public RequisitionList {
+ protected:
+    template <typename Event, typename... More>
+    bool send(const QPointF& place, const More&... more) {
+        Event event(place.toPoint(), Qt::CopyAction, &product, Qt::LeftButton, Qt::NoModifier, more...);
+        event.ignore();
+        QCoreApplication::sendEvent(win().windowHandle(), &event);
+        return event.isAccepted();
+    }
+    QPoint inList() { return list().mapTo(&win(), list().rect().center()); }
+    QPoint onToolbar() { return face("konfig")->mapTo(&win(), QPoint(5, 5)); }
+    void leave() {
+        QDragLeaveEvent event;
+        QCoreApplication::sendEvent(win().windowHandle(), &event);
+    }
+    QMimeData product;
+    DragNotes notes;
+};
+
+TEST_F(RequisitionDrag, TellsTheCatalogueWhetherItIsOverTheList) {
+    product.setData(kProductDragFormat, "K1");
+    show([&] {
+        win().setDragEvents(&notes);
+        EXPECT_TRUE(send<QDragEnterEvent>(onToolbar()));
+        EXPECT_TRUE(send<QDragMoveEvent>(inList()));
+        EXPECT_TRUE(send<QDragMoveEvent>(list().geometry().topLeft())) << "its edge is not inside";
+        EXPECT_TRUE(send<QDragMoveEvent>(list().geometry().topLeft() + QPoint(1, 1)));
+        leave();
+        EXPECT_EQ(notes.told.join(' '), "enter- over+ over- over+ leave-");
+        notes.told.clear();
+        send<QDragEnterEvent>(onToolbar());
+        send<QDropEvent>(onToolbar());
+        EXPECT_EQ(notes.told.last(), "drop") << "anywhere on the window";
+        win().setDragEvents(nullptr);
+    });
+}
+
+TEST_F(RequisitionDrag, OtherThingsAndNobodyListeningAreRefused) {
+    product.setText("K1");
+    show([&] {
+        win().setDragEvents(&notes);
+        EXPECT_FALSE(send<QDragEnterEvent>(inList()));
+        product.setData(kProductDragFormat, "K1");
+        win().setDragEvents(nullptr);
+        EXPECT_FALSE(win().acceptDrops());
+        EXPECT_FALSE(send<QDragEnterEvent>(inList()));
+        EXPECT_TRUE(notes.told.isEmpty());
+    });
+}
+
+}  // namespace

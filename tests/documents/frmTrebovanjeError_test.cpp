@@ -1,0 +1,216 @@
+#include "documents/frmTrebovanjeError.h"
+
+#include <QTest>
+#include <QTimer>
+
+#include "platform/system/launch.h"
+#include "support/fixture.h"
+
+namespace {
+
+class CriticalProducts : public DeliveredFixture {
+ protected:
+    void SetUp() override {
+        DeliveredFixture::SetUp();
+        CeneDinarske = false;
+        platform::setShellExecuteHook([this](const QString& target) {
+            launched.append(target);
+            return answer;
+        });
+        window = std::make_unique<frmTrebovanjeError>();
+    }
+    void TearDown() override {
+        window.reset();
+        platform::setShellExecuteHook({});
+        CeneDinarske = true;
+        DeliveredFixture::TearDown();
+    }
+    void add(const QString& key, qint32 code, const QString& name = "Disk", float price = 1234.5F) {
+        window->AddListItem(key, "Seagate", "Diskovi", name, "opis", price, 2.5F, code);
+    }
+    QString keys() {
+        QStringList all;
+        for (int i = 1; i <= window->ListView1->count(); ++i)
+            all.append(window->ListView1->item(i).Key + ":" + window->ListView1->item(i).SmallIcon);
+        return all.join(' ');
+    }
+    QString file() {
+        QFile report(path("TError.txt"));
+        EXPECT_TRUE(report.open(QIODevice::ReadOnly));
+        return QString::fromUtf8(report.readAll());
+    }
+    static QString kept(const char* key) {
+        return settings::text(settings::find("frmTrebovanjeError", QLatin1String(key)));
+    }
+    void show(const std::function<void()>& work) {
+        QTimer::singleShot(0, window.get(), [&] {
+            ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+            work();
+            if (window->isVisible())
+                window->reject();
+        });
+        window->Display();
+    }
+
+    std::unique_ptr<frmTrebovanjeError> window;
+    QStringList launched;
+    int answer = 42;
+};
+
+const QString kHead =
+    "Proizvodi koji nisu mogli da budu trebovani jer\n"
+    "nisu pronadjeni u bazi podataka (najverovatnije\n"
+    "zato sto su izbrisani od strane drugih korisnika):\n\n\n";
+
+TEST_F(CriticalProducts, ExplainsTheMarksAndHasSixColumns) {
+    EXPECT_EQ(window->windowTitle(), " Kriticni Proizvodi");
+    EXPECT_EQ(
+        window->Text1->text(),
+        "Proizvodi u listi nisu pronadjeni u bazi podataka.\n"
+        "Proizvodi oznaceni brojem 1 nisu pronadjeni u tabeli trebovanih stavki, najverovatnije zato sto "
+        "ih je neko od korisnika odatle vec izbrisao.\n"
+        "Proizvodi oznaceni brojem 2 nisu pronadjeni u tabeli proizvoda, najverovatnije zato sto ih je "
+        "neko od korisnika odatle vec izbrisao.");
+    QStringList headers;
+    for (int i = 1; i <= window->ListView1->columnCount(); ++i)
+        headers.append(window->ListView1->columnText(i));
+    EXPECT_EQ(headers.join('|'), "Proizvodjac|Grupa|Naziv|Opis|Cena [EUR]|Kolicina");
+    EXPECT_TRUE(boxes.asked.isEmpty());
+}
+
+TEST_F(CriticalProducts, CodeOneGoesToTheEndWithTheMarkTwo) {
+    add("K1", 1);
+    add("K2", 1);
+    EXPECT_EQ(keys(), "K1:dva K2:dva");
+    const platform::ListItem& row = window->ListView1->item(1);
+    EXPECT_EQ(row.Text, "Seagate");
+    EXPECT_EQ(row.subItems.join('|'), "Diskovi|Disk|opis|1,234.50|2.5");
+}
+
+TEST_F(CriticalProducts, AnyOtherCodeGoesToTheTopWithTheMarkOne) {
+    add("K1", 1);
+    add("K2", 2);
+    add("K3", 0);
+    EXPECT_EQ(keys(), "K3:jedan K2:jedan K1:dva");
+}
+
+TEST_F(CriticalProducts, ThePriceHeaderTellsTheUnit) {
+    CeneDinarske = true;
+    add("K1", 1);
+    EXPECT_EQ(window->ListView1->columnText(5), "Cena [DIN]");
+}
+
+TEST_F(CriticalProducts, AProductTwiceIsToldAndLosesNoRow) {
+    add("K1", 1);
+    add("K2", 1);
+    add("K1", 2);
+    EXPECT_EQ(keys(), "K1:dva K2:dva");
+    ASSERT_EQ(boxes.asked.size(), 1);
+    EXPECT_EQ(boxes.asked[0].icon, platform::BoxIcon::Exclamation);
+    EXPECT_TRUE(boxes.lastText().startsWith("[35602] ")) << boxes.lastText().toStdString();
+    EXPECT_TRUE(boxes.lastText().endsWith("\nOccured in procedure AddListItem of Form frmTrebovanjeError"));
+}
+
+TEST_F(CriticalProducts, TheFileNamesTheTableByTheMark) {
+    add("K1", 1);
+    add("K2", 2, "Ploca");
+    QString errorText = "x";
+    EXPECT_TRUE(window->PrintReport(errorText));
+    EXPECT_EQ(errorText, "");
+    EXPECT_EQ(file(), kHead +
+                          "Seagate - Diskovi     (Nije pronadjen u tabeli trebovanja)\n"
+                          "Ploca - opis\n"
+                          "Cena [EUR]: 1,234.50  x  2.5 kom.\n\n"
+                          "Seagate - Diskovi     (Nije pronadjen u tabeli proizvoda)\n"
+                          "Disk - opis\n"
+                          "Cena [EUR]: 1,234.50  x  2.5 kom.\n\n");
+    EXPECT_EQ(launched, QStringList{path("TError.txt")});
+}
+
+TEST_F(CriticalProducts, ThePriceIsFormattedOnceMoreInTheFile) {
+    QLocale::setDefault(QLocale("de_DE"));
+    CeneDinarske = true;
+    add("K1", 1);
+    window->ListView1->changeItem("K1", [](platform::ListItem& row) { row.setSubItems(4, "1234,5678"); });
+    QString errorText;
+    EXPECT_TRUE(window->PrintReport(errorText));
+    EXPECT_TRUE(file().contains("\nCena [DIN]: 1.234,57  x  2,5 kom.\n\n")) << file().toStdString();
+}
+
+TEST_F(CriticalProducts, AnEmptyListPrintsNothing) {
+    QString errorText;
+    window->PrintReport(errorText);
+    EXPECT_EQ(boxes.lastText(), "Nema podataka koji bi mogli da se stampaju.");
+    EXPECT_EQ(boxes.asked[0].icon, platform::BoxIcon::Information);
+    EXPECT_FALSE(QFile::exists(path("TError.txt")));
+    EXPECT_TRUE(launched.isEmpty());
+}
+
+TEST_F(CriticalProducts, AFileThatCannotBeWrittenIsTold) {
+    ASSERT_TRUE(QDir().mkpath(path("TError.txt")));
+    add("K1", 1);
+    show([&] { QTest::mouseClick(window->Command1[1], Qt::LeftButton); });
+    ASSERT_EQ(boxes.asked.size(), 1);
+    EXPECT_TRUE(boxes.lastText().startsWith("Neocekivana greska prilikom generisanja izvestaja:\n\n["))
+        << boxes.lastText().toStdString();
+    EXPECT_TRUE(boxes.lastText().endsWith("\nOccured in procedure PrintReport of Form frmTrebovanjeError"));
+    EXPECT_EQ(boxes.asked[0].icon, platform::BoxIcon::Exclamation);
+    EXPECT_TRUE(launched.isEmpty());
+}
+
+TEST_F(CriticalProducts, CtrlPPrintsFromTheListAndFromTheButtons) {
+    add("K1", 1);
+    show([&] {
+        EXPECT_TRUE(window->ListView1->hasFocus());
+        QTest::keyClick(window->ListView1, Qt::Key_P, Qt::ControlModifier);
+        window->Command1[0]->setFocus();
+        QTest::keyClick(window->Command1[0], Qt::Key_P, Qt::ControlModifier);
+    });
+    EXPECT_EQ(launched.size(), 2);
+}
+
+TEST_F(CriticalProducts, TheButtonEscapeAndTheCloseBoxHideIt) {
+    show([&] {
+        QTest::mouseClick(window->Command1[0], Qt::LeftButton);
+        EXPECT_FALSE(window->isVisible());
+    });
+    show([&] {
+        QTest::keyClick(window->ListView1, Qt::Key_Escape);
+        EXPECT_FALSE(window->isVisible());
+    });
+    show([&] {
+        window->close();
+        EXPECT_FALSE(window->isVisible());
+    });
+}
+
+TEST_F(CriticalProducts, ColumnsAndPlaceAreKeptAtUnload) {
+    window->ListView1->setColumnWidthTwips(2, 3000);
+    window->ListView1->setColumnPositions({2, 1, 3, 4, 5, 6});
+    window->resize(700, 500);
+    window->move(30, 40);
+    window->Unload();
+    EXPECT_EQ(kept("LVWColumnWidths"), "1440;3000;1440;1440;1440;1440");
+    EXPECT_EQ(kept("LVWColumnPositions"), "2;1;3;4;5;6");
+    EXPECT_EQ(kept("WindowData"), "450;600;10500;7500");
+    window = std::make_unique<frmTrebovanjeError>();
+    EXPECT_EQ(window->ListView1->columnWidthTwips(2), 3000);
+    EXPECT_EQ(window->size(), QSize(700, 500));
+}
+
+TEST_F(CriticalProducts, WidthsThatCannotBeUsedAreToldAndTheWindowWorks) {
+    window->Unload();
+    settings::setText(settings::find("frmTrebovanjeError", "LVWColumnWidths"),
+                      "1440;1440;1440;1440;1440;1440;9");
+    window = std::make_unique<frmTrebovanjeError>();
+    ASSERT_EQ(boxes.asked.size(), 1);
+    EXPECT_EQ(boxes.asked[0].icon, platform::BoxIcon::Critical);
+    EXPECT_TRUE(
+        boxes.lastText().startsWith("Neocekivana greska prilikom stvaranja ListView kontrole:\n\n[35600] "))
+        << boxes.lastText().toStdString();
+    EXPECT_TRUE(boxes.lastText().contains("\nLinija koda: "));
+    add("K1", 1);
+    EXPECT_EQ(window->ListView1->count(), 1);
+}
+
+}  // namespace
