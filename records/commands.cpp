@@ -19,21 +19,10 @@ constexpr const char* kNotYet[] = {
     "NFNPDD",
     "NFPDD",
     "RemoveFilter",
-    // Documents.
-    "mnuUtilities(0)",
-    "mnuUtilities(1)",
-    "mnuPopup(9)",
-    "mnuPopup(10)",
-    "Invoice",
-    "Quotation",
     // The text report and its options.
     "mnuView(3)",
     "mnuView(4)",
     "ViewReport",
-    // The requisition of a service.
-    "mnuView(6)",
-    "mnuPopup(7)",
-    "PriceList",
     // Options.
     "mnuView(8)",
     // Reading everything afresh.

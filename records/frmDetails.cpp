@@ -262,9 +262,6 @@ void frmDetails::Display(int mode) {
     else
         fillEmpty();
     currency_->setText(CeneDinarske ? QStringLiteral("DIN") : QStringLiteral("EUR"));
-    // A service's price list opens in a window that the program does not have yet.
-    priceList_->setEnabled(mode != EditMode);
-    priceList_->setToolTip(mode == EditMode ? QStringLiteral("Not available yet") : QString());
     loading_ = false;
     for (int index : {0, 1, 2, kPrice})
         fieldChanged(index);

@@ -6,6 +6,7 @@
 #include <array>
 
 class LinkLabel;
+class ServiceView;
 class QGridLayout;
 class QLabel;
 class QLineEdit;
@@ -58,6 +59,8 @@ class frmDetails : public QDialog {
     }  // for new services; 0: the field stays empty
     // The kinds of service at their positions from 1; [0] is not used. Empty: there is no table of them.
     void setAllServiceTypes(const QStringList& names) { allTypes_ = names; }
+    // For the list of parts that the requisition prints; outlives this window. nullptr: there is none.
+    void setServiceView(const ServiceView* view) { serviceView_ = view; }
     bool Cancelled() const { return cancelled_; }
 
     // Fills the window for a new service (AddMode) or from the properties (EditMode) and returns when it is
@@ -148,6 +151,7 @@ class frmDetails : public QDialog {
     std::array<QPushButton*, 3> command_{};
 
     Data data_;
+    const ServiceView* serviceView_ = nullptr;
     qint32 serviceId_ = -1;
     qint16 defaultGST_ = 0;
     QStringList allTypes_;

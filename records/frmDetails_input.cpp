@@ -8,8 +8,10 @@
 #include <QTimer>
 #include <QToolButton>
 
+#include "documents/frmInvoiceEx.h"
 #include "platform/controls/boxes.h"
 #include "platform/controls/date_field.h"
+#include "platform/controls/keys.h"
 #include "platform/controls/pictures.h"
 #include "platform/system/dates.h"
 #include "platform/system/numbers.h"
@@ -22,8 +24,6 @@ namespace {
 // Taxes in this country are mostly 18 percent; the figure for payment counts with them until something is
 // typed.
 constexpr float kUsualGST = 18;
-constexpr int kDecimalSeparatorField = 14;
-const QString kDigits = QStringLiteral("0123456789");
 
 float numberOr(const QString& text, float otherwise) {
     return platform::readSingle(text).value_or(otherwise);
@@ -95,24 +95,10 @@ bool frmDetails::filterKey(int index, const QKeyEvent& key) {
         openPicker(index);
         return true;
     }
-    const QString typed = key.text();
-    constexpr auto kCommandKeys = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
-    if (index < kPrice || typed.isEmpty() || !typed.front().isPrint() ||
-        (key.modifiers() & kCommandKeys) != 0)
+    if (index < kPrice)
         return false;
-    if (index == kDiscount || index == kGST)
-        return !kDigits.contains(typed);
-
-    QString separator = GetLocaleValue(kDecimalSeparatorField);
-    if (separator.isEmpty())
-        separator = QStringLiteral(".");
-    const bool isPadPoint = key.modifiers().testFlag(Qt::KeypadModifier) &&
-                            (key.key() == Qt::Key_Period || key.key() == Qt::Key_Comma);
-    if (typed != separator && (typed == QLatin1String(".") || isPadPoint)) {
-        text_[static_cast<size_t>(index)]->insert(separator);
-        return true;
-    }
-    return typed != separator && !kDigits.contains(typed);
+    return platform::filterNumberKey(*text_[static_cast<size_t>(index)], key,
+                                     {.decimals = index != kDiscount && index != kGST});
 }
 
 void frmDetails::focusField(int index) {
@@ -202,8 +188,16 @@ void frmDetails::resizeEvent(QResizeEvent* event) {
 }
 
 void frmDetails::viewPriceList() {
-    if (mode_ == EditMode)
+    if (mode_ == EditMode) {
+        frmInvoiceEx requisition(this);
+        requisition.setParentForm(this);
+        requisition.setServiceView(serviceView_);
+        requisition.setServiceID(serviceId_);
+        requisition.Display();
+        setFieldText(kPrice, platform::textOfSingle(requisition.TotalForPayment()));
+        requisition.Unload();
         return;
+    }
     platform::showBox(
         {QStringLiteral("This feature is available only on existing services. Add this service to the "
                         "database and then open it for editing to view the Parts list."),

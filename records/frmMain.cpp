@@ -2,11 +2,11 @@
 
 #include <QCloseEvent>
 #include <QDate>
-#include <QGuiApplication>
 #include <QScreen>
 #include <QStackedWidget>
 #include <chrono>
 
+#include "platform/controls/wait_pointer.h"
 #include "platform/system/trap.h"
 #include "records/frmDetails.h"
 #include "shell/frmSplash.h"
@@ -15,15 +15,6 @@
 using platform::BoxIcon;
 
 namespace {
-
-// The pointer that tells the user to wait, for as long as the window is being built.
-class Hourglass {
- public:
-    Hourglass() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~Hourglass() { QGuiApplication::restoreOverrideCursor(); }
-    Hourglass(const Hourglass&) = delete;
-    Hourglass& operator=(const Hourglass&) = delete;
-};
 
 constexpr int kUsualWidth = 980;  // logical pixels
 
@@ -87,7 +78,7 @@ bool frmMain::Display() {
     const qint64 startTick = GetTickCount();
     QString errorText;
     {
-        const Hourglass pointer;
+        const platform::WaitPointer pointer;
         LoadSettings();
         runStep(&frmMain::CreateToolbarImages);
         runStep(&frmMain::CreateTabImages);
@@ -115,6 +106,7 @@ bool frmMain::Display() {
         FillServiceList({});
         UpdateServiceButtons();
         ServiceEditor = std::make_unique<frmDetails>(this);
+        ServiceEditor->setServiceView(&view_);
         settleSplash(startTick);
         resize(qMin(screen()->availableSize().width(), qMax(kUsualWidth, sizeHint().width())), height());
         ArrangeControls();

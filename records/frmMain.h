@@ -15,6 +15,7 @@
 #include "platform/controls/list_view.h"
 #include "platform/controls/selector.h"
 #include "platform/controls/status_bar.h"
+#include "records/main_window_view.h"
 #include "records/stage_tabs.h"
 
 class QAction;
@@ -183,7 +184,10 @@ class frmMain : public QMainWindow {
     void FillServiceList(const QString& selectKey);
     void ShowServiceDetails(const platform::ListItem& item);
     void DeleteSelectedService();
+    // The parts drawn for the selected service; their total becomes its price. Nothing without a selection.
     void OpenServiceRequisition();
+    // The invoice, or the quotation, of the selected service. Nothing without a selection.
+    void OpenDocumentOptions(bool invoice);
     void EditService(int mode);  // 1: edit the selected service; anything else: a new one
     // Takes the list off the record set that its rows come from: before that record set's database closes.
     void CloseServiceRows();
@@ -300,6 +304,7 @@ class frmMain : public QMainWindow {
                             platform::BoxButtons buttons = platform::BoxButtons::Ok,
                             platform::BoxAnswer preselected = platform::BoxAnswer::Yes);
 
+    const MainWindowView view_{*this};
     std::unique_ptr<frmSplash> splash_;
     QStackedWidget* panes_ = nullptr;
     QHash<QString, QIcon> toolbarImages_, tabImages_, columnImages_;

@@ -66,8 +66,8 @@ void frmMain::mnuQuickSearch_Click(int index) {
 }
 
 void frmMain::mnuUtilities_Click(int index) {
-    if (isNotYet(QStringLiteral("mnuUtilities(%1)").arg(index)))
-        return;
+    if (index == 0 || index == 1)
+        return OpenDocumentOptions(index == 0);
     if (index != 3 && index != 4)
         return unknownIndex("mnuUtilities_Click", index);
     QString errorText;
@@ -93,6 +93,8 @@ void frmMain::mnuUtilities_Click(int index) {
 void frmMain::mnuView_Click(int index) {
     if (isNotYet(QStringLiteral("mnuView(%1)").arg(index)))
         return;
+    if (index == 6)
+        return OpenServiceRequisition();
     if (index != 0 && index != 1)
         return unknownIndex("mnuView_Click", index);
     QWidget* bar = index == 0 ? static_cast<QWidget*>(Toolbar1) : StatusBar1;
@@ -143,6 +145,11 @@ void frmMain::mnuPopup_Click(int index) {
             return EditService(0);
         case 5:
             return DeleteRecord(CurrentStage - 1);
+        case 7:
+            return OpenServiceRequisition();
+        case 9:
+        case 10:
+            return OpenDocumentOptions(true);  // the shop's people are used to both opening the invoice
         default:
             return unknownIndex("mnuPopup_Click", index);
     }
@@ -164,6 +171,10 @@ void frmMain::toolbarClick(const QString& key) {
             BoxIcon::Information);
     else if (key == QLatin1String("RemoveFilter"))
         setButtonEnabled(key, false);
+    else if (key == QLatin1String("PriceList"))
+        OpenServiceRequisition();
+    else if (key == QLatin1String("Invoice") || key == QLatin1String("Quotation"))
+        OpenDocumentOptions(key == QLatin1String("Invoice"));
     else if (key == QLatin1String("Help"))
         mnuHelp_Click(0);
 }

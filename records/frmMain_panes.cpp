@@ -15,6 +15,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include "platform/controls/keys.h"
 #include "platform/controls/pictures.h"
 #include "records/frmMain.h"
 #include "records/main_fields.h"
@@ -307,8 +308,7 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
             if ((key->modifiers() & Qt::ControlModifier) != 0 && lines != nullptr && !lines->isReadOnly()) {
                 lines->insertPlainText(QStringLiteral("\n"));
             } else {
-                QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier, QStringLiteral("\t"));
-                QCoreApplication::sendEvent(watched, &tab);
+                platform::pressTab(static_cast<QWidget*>(watched));
             }
             return true;
         }

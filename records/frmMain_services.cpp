@@ -3,6 +3,8 @@
 #include <cmath>
 #include <memory>
 
+#include "documents/frmInvoiceEx.h"
+#include "documents/frmPrintInvoiceEx.h"
 #include "platform/controls/pictures.h"
 #include "platform/dao/dao.h"
 #include "platform/system/dates.h"
@@ -10,6 +12,7 @@
 #include "platform/system/trap.h"
 #include "records/frmDetails.h"
 #include "records/frmMain.h"
+#include "records/service_repricing.h"
 #include "records/service_row.h"
 #include "records/service_rows.h"
 #include "shell/modMain.h"
@@ -326,9 +329,30 @@ void frmMain::DeleteSelectedService() {
 }
 
 void frmMain::OpenServiceRequisition() {
-    // The window of the parts comes later, and RepriceService waits for its total; until then the commands
-    // that lead here are disabled, and whoever gets here all the same is told why nothing opens.
-    box(GetResString(166), BoxIcon::Information);
+    const ListItem* selected = ListView1->selectedItem();
+    if (selected == nullptr)
+        return;
+    const qint32 id = service_row::idOfKey(selected->Key);
+    float total = 0;
+    {
+        frmInvoiceEx requisition(this);
+        requisition.setParentForm(this);
+        requisition.setServiceView(&view_);
+        requisition.setServiceID(id);
+        requisition.Display();
+        total = requisition.TotalForPayment();
+        requisition.Unload();
+    }
+    RepriceService(*this, id, total);
+}
+
+void frmMain::OpenDocumentOptions(bool invoice) {
+    if (ListView1->selectedItem() == nullptr)
+        return;
+    frmPrintInvoiceEx document(view_, this);
+    document.OpenType = invoice ? frmPrintInvoiceEx::Invoice : frmPrintInvoiceEx::ProForma;
+    document.Display();
+    document.Unload();
 }
 
 void frmMain::EditService(int mode) {

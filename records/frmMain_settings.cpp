@@ -4,6 +4,7 @@
 
 #include "platform/system/trap.h"
 #include "records/frmMain.h"
+#include "shell/list_columns.h"
 #include "shell/modMain.h"
 #include "shell/settings.h"
 
@@ -70,15 +71,6 @@ std::initializer_list<Word> words() {
     return all;
 }
 
-using ColumnFigure = int (platform::ListView::*)(int) const;
-
-QString listOf(const platform::ListView& list, ColumnFigure figure) {
-    QStringList figures;
-    for (int column = 1; column <= list.columnCount(); ++column)
-        figures.append(QString::number((list.*figure)(column)));
-    return figures.join(QLatin1Char(';'));
-}
-
 }  // namespace
 
 void frmMain::LoadSettings() {
@@ -115,14 +107,8 @@ void frmMain::SaveSettings() {
     for (const Word& word : words())
         write([&] { settings::setText(word.setting, this->*word.property); });
     if (ListView1->columnCount() > 0) {
-        write([&] {
-            settings::setText(settings::LVWColumnWidths,
-                              listOf(*ListView1, &platform::ListView::columnWidthTwips));
-        });
-        write([&] {
-            settings::setText(settings::LVWColumnPositions,
-                              listOf(*ListView1, &platform::ListView::columnPosition));
-        });
+        write([&] { settings::setText(settings::LVWColumnWidths, columnWidths(*ListView1)); });
+        write([&] { settings::setText(settings::LVWColumnPositions, columnPositions(*ListView1)); });
     }
     if (step.failed())
         box(GetResString(1040) + QLatin1Char('\n') + step.line() +

@@ -118,15 +118,15 @@ TEST_F(Commands, CommandsStillToComeStayDisabledWhateverIsSelected) {
     start();
     tab(3);
     ASSERT_GT(win().ListView1->count(), 0);
-    for (const char* key : {"RemoveFilter", "Refresh", "ViewReport", "PriceList", "Invoice", "Quotation"})
+    for (const char* key : {"RemoveFilter", "Refresh", "ViewReport"})
         EXPECT_FALSE(canUse(key)) << key;
     for (const char* key : {"FNP", "NFNP", "NFP", "NFNPDD", "NFPDD"})
         EXPECT_FALSE(win().filterEntry(key)->isEnabled()) << key;
-    EXPECT_EQ(usable(win().mnuVView, win().mnuView), QList<int>({0, 1}));
+    EXPECT_EQ(usable(win().mnuVView, win().mnuView), QList<int>({0, 1, 6}));
     EXPECT_EQ(usable(win().mnuHHelp, win().mnuHelp), QList<int>({0, 1, 5}));
-    EXPECT_EQ(usable(win().mnuPPopup, win().mnuPopup), QList<int>({2, 3, 5}));
+    EXPECT_EQ(usable(win().mnuPPopup, win().mnuPopup), QList<int>({2, 3, 5, 7, 9, 10}));
     open(win().mnuDDatabase);
-    EXPECT_EQ(usable(menuNamed("mnuUtilities"), win().mnuUtilities), QList<int>({3, 4}));
+    EXPECT_EQ(usable(menuNamed("mnuUtilities"), win().mnuUtilities), QList<int>({0, 1, 3, 4}));
     EXPECT_EQ(usable(menuNamed("mnuQuickSearch"), win().mnuQuickSearch), QList<int>());
     win().mnuDDatabase->close();
 }
@@ -180,7 +180,8 @@ TEST_F(Commands, ToolbarFollowsTheStage) {
     tab(2);
     EXPECT_EQ(onToolbar(), QStringList({"NewRecord", "DeleteRecord", "ApplyFilter", "Help"}));
     tab(3);
-    EXPECT_EQ(onToolbar(), QStringList({"NewRecord", "EditRecord", "DeleteRecord", "ApplyFilter", "Help"}));
+    EXPECT_EQ(onToolbar(), QStringList({"NewRecord", "EditRecord", "DeleteRecord", "ApplyFilter", "PriceList",
+                                        "Invoice", "Quotation", "Help"}));
 }
 
 TEST_F(Commands, ActiveFilterIsCheckedWhenTheMenuOpens) {

@@ -16,6 +16,7 @@
 #include "records/frmMain.h"
 #include "records/service_repricing.h"
 #include "support/fixture.h"
+#include "support/modal.h"
 
 using dao::Currency;
 using dao::Date;
@@ -68,7 +69,7 @@ struct Services : DeliveredFixture {
         frmDetails* editor = window().ServiceEditor.get();
         QTimer::singleShot(0, editor, [&] {
             opened = editor->isVisible();
-            EXPECT_TRUE(QTest::qWaitForWindowActive(editor));
+            EXPECT_TRUE(waitUntilActive(*editor));
             work();
             if (editor->isVisible())
                 press(0);
