@@ -7,6 +7,7 @@
 
 void walkFirstDay(Walker& walker);
 void walkSecondDay(Walker& walker);
+void walkThirdDay(Walker& walker, const QString& papers);
 
 // Loaded into the program by QT_QPA_GENERIC_PLUGINS="walk:DAY:PICTURES:FIRST": the day to walk, the folder
 // for the pictures, the number of the first of them.
@@ -21,8 +22,10 @@ class WalkPlugin : public QGenericPlugin {
         auto* walker = new Walker(words.at(1), words.at(2).toInt());
         if (words.at(0) == QLatin1String("first"))
             walkFirstDay(*walker);
-        else
+        else if (words.at(0) == QLatin1String("second"))
             walkSecondDay(*walker);
+        else
+            walkThirdDay(*walker, words.at(1));
         walker->start();
         return walker;
     }

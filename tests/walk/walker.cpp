@@ -10,12 +10,14 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMessageBox>
+#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QTabBar>
 #include <QTest>
 #include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
+#include <QWindow>
 #include <cstdio>
 #include <cstdlib>
 
@@ -45,7 +47,13 @@ QWidget* topWindow(const QString& name) {
 }
 
 QWidget* windowOnShow() {
-    if (QWidget* modal = QApplication::activeModalWidget())
+    QWidget* modal = QApplication::activeModalWidget();
+    // The catalogue holds the requisition below it still without Qt's help, so that it can take a drop.
+    if (modal != nullptr && modal->objectName() == QLatin1String("frmInvoiceEx")) {
+        if (QWidget* catalogue = topWindow(QStringLiteral("frmKonfiguratorEx")))
+            return catalogue;
+    }
+    if (modal != nullptr)
         return modal;
     return topWindow(QStringLiteral("frmMain"));
 }
@@ -218,6 +226,79 @@ void Walker::tab(int index) {
             fail(QStringLiteral("there is no tab strip"));
         QTest::mouseClick(strip, Qt::LeftButton, Qt::NoModifier, strip->tabRect(index).center());
     });
+}
+
+QModelIndex Walker::find(const QString& list, int column, const QString& text) {
+    auto* view = qobject_cast<QAbstractItemView*>(control(list));
+    if (view == nullptr)
+        fail(QStringLiteral("\"%1\" is no list").arg(list));
+    for (int i = 0; i < view->model()->rowCount(); ++i) {
+        if (view->model()->index(i, column).data().toString() == text)
+            return view->model()->index(i, column);
+    }
+    fail(QStringLiteral("\"%1\" has no row with \"%2\"").arg(list, text));
+    return {};
+}
+
+void Walker::row(const QString& list, int column, const QString& text) {
+    act([this, list, column, text] {
+        const QModelIndex index = find(list, column, text);
+        auto* view = qobject_cast<QAbstractItemView*>(control(list));
+        view->scrollTo(index);
+        view->setFocus();
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, view->visualRect(index).center());
+    });
+}
+
+void Walker::drag(const QString& list, int column, const QString& text, const QString& window) {
+    // While the button is down a loop of the drag's own turns: each of these steps comes from it.
+    const auto over = [window](int towards) {
+        QWidget* target = topWindow(window);
+        return std::pair(target->windowHandle(), target->rect().center() + QPoint(towards, towards));
+    };
+    act([this, list, column, text] {
+        const QModelIndex index = find(list, column, text);
+        auto* view = qobject_cast<QAbstractItemView*>(control(list));
+        view->scrollTo(index);
+        const QPoint at = view->visualRect(index).center();
+        QWidget* surface = view->viewport();
+        QTest::mousePress(surface, Qt::LeftButton, Qt::NoModifier, at);
+        for (const int step : {4, 12, 24}) {
+            QMouseEvent move(QEvent::MouseMove, at + QPoint(step, step),
+                             surface->mapToGlobal(at + QPoint(step, step)), Qt::NoButton, Qt::LeftButton,
+                             Qt::NoModifier);
+            QApplication::sendEvent(surface, &move);
+        }
+    });
+    for (const int towards : {-20, -10, 0}) {
+        act([over, towards] {
+            const auto [handle, at] = over(towards);
+            QTest::mouseMove(handle, at);
+        });
+    }
+    act([over] {
+        const auto [handle, at] = over(0);
+        QTest::mouseRelease(handle, Qt::LeftButton, Qt::NoModifier, at);
+    });
+}
+
+void Walker::enter(const QString& dialog, const QString& text) {
+    when(
+        [dialog] {
+            const QWidget* modal = QApplication::activeModalWidget();
+            return modal != nullptr && modal->objectName() == dialog;
+        },
+        [this, text] {
+            for (QLineEdit* field : QApplication::activeModalWidget()->findChildren<QLineEdit*>()) {
+                if (!field->isVisible())
+                    continue;
+                field->selectAll();
+                QTest::keyClicks(field, text);
+                QTest::keyClick(field, Qt::Key_Return);
+                return;
+            }
+            fail(QStringLiteral("the dialog has no entry field"));
+        });
 }
 
 void Walker::answer(const QString& saying, int button) {

@@ -7,6 +7,7 @@
 #include <functional>
 
 class QAbstractItemView;
+class QModelIndex;
 class QMessageBox;
 class QWidget;
 
@@ -42,6 +43,13 @@ class Walker : public QObject {
     void openMenu(const QString& name);
     void menu(const QString& name, int position);  // an item of a menu of the main window, by its place
     void tab(int index);                           // of the tab strip of the main window
+    // A click on the row of a list whose column (from 0) holds the text, wherever it stands.
+    void row(const QString& list, int column, const QString& text);
+    // The same row taken by the mouse, carried over the window of that name and let go in its middle.
+    void drag(const QString& list, int column, const QString& text, const QString& window);
+    // Into the entry field of a small dialog (an input box, a file dialog) of that name, with Enter behind
+    // it.
+    void enter(const QString& dialog, const QString& text);
     void answer(const QString& saying,
                 int button);  // the message box that says so; a QMessageBox::StandardButton
     // Of the active window, or of the top-level window of that name, as the next numbered PNG.
@@ -61,6 +69,7 @@ class Walker : public QObject {
     };
     void next();
     void fail(const QString& why);
+    QModelIndex find(const QString& list, int column, const QString& text);
     QList<Step> steps_;
     int at_ = 0;
     qint64 waited_ = 0;
