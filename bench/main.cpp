@@ -68,8 +68,8 @@ void print(const Measure& measure, const Medians& medians) {
 int measureAll(const std::string& path) {
     Shop shop(path);
     std::vector<Measure> measures = engineMeasures();
-    for (Measure& measure : windowMeasures())
-        measures.push_back(std::move(measure));
+    for (const auto& more : {windowMeasures(), stockMeasures()})
+        measures.insert(measures.end(), more.begin(), more.end());
     Medians medians;
     for (const Measure& measure : measures)
         enter(measure, shop);
