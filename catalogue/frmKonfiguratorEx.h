@@ -19,6 +19,10 @@
 #include "platform/controls/status_bar.h"
 #include "platform/system/sort_tag.h"
 
+namespace stock_draw {
+struct Addition;
+}
+
 class QAction;
 class QDrag;
 class QElapsedTimer;
@@ -190,6 +194,7 @@ class frmKonfiguratorEx : public QDialog, public ParentDragEvents {
 
     // Drawing and dragging (frmKonfiguratorEx_requisition.cpp).
     struct Draw;  // one product on its way from the stock to the requisition
+    static stock_draw::Addition additionOf(const Draw& draw);
     bool askQuantity(Draw& draw);
     enum class StockCheck { Goes, AskAgain, Stop };
     StockCheck checkStock(Draw& draw);

@@ -5,11 +5,11 @@
 #include <QDragEnterEvent>
 #include <QMimeData>
 #include <QTimer>
-#include <functional>
 #include <optional>
 #include <utility>
 
 #include "catalogue/frmKonfiguratorEx.h"
+#include "catalogue/stock_draw.h"
 #include "documents/frmInputBox.h"
 #include "platform/controls/pictures.h"
 #include "platform/system/numbers.h"
@@ -19,7 +19,6 @@
 using platform::BoxAnswer;
 using platform::BoxButtons;
 using platform::BoxIcon;
-using platform::RunError;
 using platform::Trap;
 
 struct frmKonfiguratorEx::Draw {
@@ -31,6 +30,11 @@ struct frmKonfiguratorEx::Draw {
     QString serialNumber;
     bool append = false;
 };
+
+stock_draw::Addition frmKonfiguratorEx::additionOf(const Draw& draw) {
+    const qsizetype unit = draw.item.Tag.lastIndexOf(QLatin1Char('|')) + 1;
+    return {draw.quantity, draw.serialNumber, draw.append, draw.item.Tag.mid(unit)};
+}
 
 namespace {
 
@@ -45,20 +49,13 @@ float listedStock(const platform::ListItem& item) {
     return platform::readSingle(item.SubItems(kStockColumn)).value_or(0.0F);
 }
 
-// Euro. The list shows dinars where the shop wants them; the requisition never keeps them.
-float priceInEuro(const platform::ListItem& item) {
+// Euro; none where the list shows no number. The list shows dinars where the shop wants them; the requisition
+// never keeps them.
+std::optional<float> priceInEuro(const platform::ListItem& item) {
     const std::optional<double> shown = platform::readNumber(item.SubItems(kPriceColumn));
-    if (!shown)
-        throw RunError(13, QStringLiteral("Type mismatch"));
-    if (!CeneDinarske)
-        return static_cast<float>(*shown);
-    if (KursKupovni == 0)
-        throw RunError(11, QStringLiteral("Division by zero"));
-    return static_cast<float>(*shown / static_cast<double>(KursKupovni));
-}
-
-std::string utf8(const QString& text) {
-    return text.toStdString();
+    if (!shown || (CeneDinarske && KursKupovni == 0))
+        return std::nullopt;
+    return static_cast<float>(CeneDinarske ? *shown / static_cast<double>(KursKupovni) : *shown);
 }
 
 }  // namespace
@@ -154,23 +151,14 @@ frmKonfiguratorEx::StockCheck frmKonfiguratorEx::checkStock(Draw& draw) {
 }
 
 bool frmKonfiguratorEx::takeFromStock(const Draw& draw) {
-    dao::Recordset rows = Data1[kProducts]->Recordset();
     Trap step;
-    step([&] {
-        rows.Edit();
-        rows.Fields("Stanje") = rows["Stanje"].asSingle() - draw.quantity;
-        rows.Update();
-        rows.setBookmark(rows.LastModified());
-        refreshCache();
-    });
+    step([&] { stock_draw::takeFromStock(Data1[kProducts]->Recordset(), draw.quantity); });
     if (!step.failed())
         return true;
     box(QStringLiteral("Doslo je do neocekivane greske prilikom upisivanja trebovane kolicine proizvoda u "
                        "bazu podataka.\n\nGreska je data kao:\n%1 (frmKonfiguratorEx->TrebovanjeExecute())")
             .arg(step.line()),
         BoxIcon::Exclamation);
-    Trap release;  // the lock must not outlive the failure
-    release([&] { rows.CancelUpdate(); });
     return false;
 }
 
@@ -190,51 +178,22 @@ bool frmKonfiguratorEx::addToRow(const Draw& draw) {
             BoxIcon::Information);
         return false;
     }
-    dao::Recordset rows = source.Recordset();
-    step([&] { rows.Edit(); });
-    step([&] { rows.Fields("Stanje") = rows["Stanje"].asSingle() + draw.quantity; });
-    step([&] {
-        const QString old = QString::fromStdString(rows["SN"].asText());
-        const bool joins = !old.isEmpty() && draw.append;
-        rows.Fields("SN") = utf8(joins ? old + QStringLiteral(", ") + draw.serialNumber : draw.serialNumber);
-    });
-    step([&] {
-        rows.Fields("JM") = utf8(draw.item.Tag.mid(draw.item.Tag.lastIndexOf(QLatin1Char('|')) + 1));
-    });
-    step([&] { rows.Update(); });
-    if (step.failed())
-        step([&] { rows.CancelUpdate(); });
-    step([&] { source.setBookmark(rows.LastModified()); });
-    step([] { refreshCache(); });
+    stock_draw::addToRow(source.Recordset(), additionOf(draw));
     return true;
 }
 
 void frmKonfiguratorEx::addNewRow(const Draw& draw) {
-    platform::DataControl& source = ParentForm->requisitionData();
-    dao::Recordset rows = source.Recordset();
-    const QString unit = draw.item.Tag.mid(draw.item.Tag.lastIndexOf(QLatin1Char('|')) + 1);
-    const std::pair<const char*, std::function<dao::Value()>> fields[] = {
-        {"ServiceID", [&] { return dao::Value(ParentForm->ServiceID()); }},
-        {"OpremaID", [&] { return dao::Value(draw.id); }},
-        {"JM", [&] { return dao::Value(utf8(unit)); }},
-        {"SN", [&] { return dao::Value(utf8(draw.serialNumber)); }},
-        {"Proizvodjac", [&] { return dao::Value(utf8(draw.item.Text)); }},
-        {"Grupa", [&] { return dao::Value(utf8(List1[kGroups]->selectedText())); }},
-        {"Naziv", [&] { return dao::Value(utf8(draw.item.SubItems(1))); }},
-        {"Opis", [&] { return dao::Value(utf8(draw.item.SubItems(2))); }},
-        {"Stanje", [&] { return dao::Value(draw.quantity); }},
-        {"Cena", [&] { return dao::Value(priceInEuro(draw.item)); }}};
-    Trap step;  // each field by itself: one that does not fit must not cost the others
-    step([&] { rows.AddNew(); });
-    for (const auto& [name, value] : fields)
-        step([&, field = name, make = value] { rows.Fields(field) = make(); });
-    step([&] { rows.Update(); });
-    step([&] { source.setBookmark(rows.LastModified()); });
-    step([] { refreshCache(); });
+    stock_draw::addRow(ParentForm->requisitionData().Recordset(), {.serviceId = ParentForm->ServiceID(),
+                                                                   .productId = draw.id,
+                                                                   .manufacturer = draw.item.Text,
+                                                                   .group = List1[kGroups]->selectedText(),
+                                                                   .name = draw.item.SubItems(1),
+                                                                   .description = draw.item.SubItems(2),
+                                                                   .drawn = additionOf(draw),
+                                                                   .price = priceInEuro(draw.item)});
 }
 
-// Dragging
-// --------------------------------------------------------------------------------------------------------
+// Dragging --------------------------------------------------------------------------------------------------
 
 // With the button down the pointer draws a product, it does not sweep over the rows.
 bool frmKonfiguratorEx::dragMouse(const QMouseEvent& event) {

@@ -23,6 +23,10 @@ void changeStock(dao::Recordset& products, float by) {
     dao::DBEngine::Idle(dao::dbRefreshCache);
 }
 
+dao::Value priceOf(const Row& row) {
+    return row.price ? dao::Value(*row.price) : dao::Value();
+}
+
 void keep(dao::Recordset& rows, platform::Trap& step) {
     platform::Trap update;
     update([&] { rows.Update(); });
@@ -68,7 +72,7 @@ void addRow(dao::Recordset requisition, const Row& row) {
                                                          {"Naziv", row.name.toStdString()},
                                                          {"Opis", row.description.toStdString()},
                                                          {"Stanje", row.drawn.quantity},
-                                                         {"Cena", row.price}};
+                                                         {"Cena", priceOf(row)}};
     for (const auto& field : fields)
         step([&] { requisition.Fields(field.first) = field.second; });
     keep(requisition, step);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 
 #include "platform/dao/recordset.h"
 
@@ -29,7 +30,7 @@ struct Row {
     qint32 serviceId = 0, productId = 0;
     QString manufacturer, group, name, description;
     Addition drawn;
-    float price = 0;  // euro
+    std::optional<float> price;  // euro; none: could not be told, and is left empty
 };
 // A new row; becomes the current one. Silent as addToRow.
 void addRow(dao::Recordset requisition, const Row& row);

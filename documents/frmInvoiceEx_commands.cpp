@@ -1,6 +1,7 @@
 // Giving products back to stock, and the printed list.
 #include <algorithm>
 
+#include "catalogue/stock_draw.h"
 #include "documents/frmInvoiceEx.h"
 #include "documents/frmTrebovanjeError.h"
 #include "platform/system/files.h"
@@ -22,22 +23,9 @@ float singleOf(const QString& text) {
     return platform::readSingle(text).value_or(0.0F);
 }
 
-bool findRow(dao::Recordset& rows, const char* field, const QString& id) {
-    rows.FindFirst((QString::fromLatin1(field) + QLatin1Char('=') + id).toStdString());
+bool findRow(dao::Recordset& rows, const QString& id) {
+    rows.FindFirst("OpremaID=" + id.toStdString());
     return !rows.NoMatch();
-}
-
-// The product's row is read afresh under its lock, so that what another workstation has drawn meanwhile is
-// not lost.
-bool giveBack(dao::Recordset& stock, const QString& id, float quantity) {
-    if (!findRow(stock, "ID", id))
-        return false;
-    stock.Edit();
-    stock.Fields("Stanje") = stock["Stanje"].asSingle() + quantity;
-    stock.Update();
-    stock.setBookmark(stock.LastModified());
-    dao::DBEngine::Idle(dao::dbRefreshCache);
-    return true;
 }
 
 QString occuredIn(const char* procedure) {
@@ -63,7 +51,7 @@ bool frmInvoiceEx::deleteRow(const QString& id, bool& found, platform::Trap& ste
     found = true;
     bool deleted = false;
     step([&] {
-        found = findRow(Data1->Recordset(), "OpremaID", id);
+        found = findRow(Data1->Recordset(), id);
         if (!found)
             return;
         Data1->Delete();
@@ -96,7 +84,7 @@ void frmInvoiceEx::TrebovanjeDelete() {
     if (deleted)
         step([&] {
             dao::Recordset stock = Data1->Database().OpenRecordset("Oprema", dao::dbOpenDynaset);
-            hasProduct = giveBack(stock, id, quantity);
+            hasProduct = stock_draw::giveBack(stock, id.toInt(), quantity);
             stock.Close();
         });
     if (!hasProduct)
@@ -114,8 +102,9 @@ frmInvoiceEx::Returned frmInvoiceEx::returnRow(const platform::ListItem& row, da
         return found ? Returned::Failed : Returned::NotDrawn;
     Returned result = Returned::Failed;
     step([&] {
-        result = giveBack(stock, idOf(row), singleOf(row.SubItems(kQuantity))) ? Returned::Done
-                                                                               : Returned::NoProduct;
+        result = stock_draw::giveBack(stock, idOf(row).toInt(), singleOf(row.SubItems(kQuantity)))
+                     ? Returned::Done
+                     : Returned::NoProduct;
     });
     return result;
 }
