@@ -15,6 +15,8 @@ Shop::Shop(const std::string& path) : path_(path) {
     sqlite3_key(plain_, password.data(), static_cast<int>(password.size()));
     run("PRAGMA cipher_page_size=4096");
     run("PRAGMA kdf_iter=64000");
+    run("PRAGMA journal_mode=PERSIST");  // as we have it; the usual one makes and deletes a file for each
+                                         // change
     run("PRAGMA synchronous=FULL");
     run("PRAGMA temp_store=MEMORY");
     run("PRAGMA cache_size=-200000");

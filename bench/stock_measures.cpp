@@ -17,6 +17,7 @@
 #include "documents/ActiveReport2.h"
 #include "documents/frmInvoiceEx.h"
 #include "measures.h"
+#include "platform/controls/boxes.h"
 #include "shell/modMain.h"
 #include "stock.h"
 
@@ -166,6 +167,7 @@ void drawBaseline(Shop& shop) {
 
 void requisitionOurs(Shop& shop) {
     static frmInvoiceEx* const window = [&shop] {
+        const platform::BoxScript quiet;  // the first opening says that it has no widths yet
         auto* made = new frmInvoiceEx;
         made->setServiceID(stockOf(shop).service);
         QTimer::singleShot(0, made, [made] { made->hide(); });

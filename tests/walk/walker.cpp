@@ -12,6 +12,7 @@
 #include <QMessageBox>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
+#include <QScopedValueRollback>
 #include <QTabBar>
 #include <QTest>
 #include <QTimer>
@@ -24,6 +25,7 @@
 namespace {
 
 constexpr int kPatience = 30000;  // milliseconds
+constexpr int kMoment = 10000;
 constexpr int kGlance = 20;
 
 void say(const QString& line) {
@@ -136,8 +138,14 @@ QWidget* Walker::control(const QString& name) {
                 return widget;
         }
     }
-    fail(QStringLiteral("there is no \"%1\" on show").arg(name));
+    if (!glancing_)
+        fail(QStringLiteral("there is no \"%1\" on show").arg(name));
     return nullptr;
+}
+
+bool Walker::glance(const Condition& condition) {
+    const QScopedValueRollback glancing(glancing_, true);
+    return condition();
 }
 
 void Walker::click(const QString& name) {
@@ -292,8 +300,8 @@ void Walker::enter(const QString& dialog, const QString& text) {
             for (QLineEdit* field : QApplication::activeModalWidget()->findChildren<QLineEdit*>()) {
                 if (!field->isVisible())
                     continue;
-                field->selectAll();
-                QTest::keyClicks(field, text);
+                field->setText(
+                    text);  // letter by letter the list of completions may come up and take the Enter
                 QTest::keyClick(field, Qt::Key_Return);
                 return;
             }
@@ -333,9 +341,9 @@ void Walker::check(const QString& what, Condition condition) {
     // Given a moment, as an eye gives it: what a click starts may end in a later turn of the event loop.
     auto deadline = std::make_shared<int>(0);
     when(
-        [condition, deadline] {
+        [this, condition, deadline] {
             *deadline += kGlance;
-            return condition() || *deadline > 3000;
+            return glance(condition) || *deadline > kMoment;
         },
         [this, what, condition] {
             if (!condition())
@@ -348,7 +356,7 @@ void Walker::checkText(const QString& name, const QString& expected) {
     when(
         [this, name, expected, deadline] {
             *deadline += kGlance;
-            return (shows(name) && textOf(control(name)) == expected) || *deadline > 3000;
+            return (shows(name) && textOf(control(name)) == expected) || *deadline > kMoment;
         },
         [this, name, expected] {
             const QString text = textOf(control(name));

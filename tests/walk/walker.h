@@ -61,6 +61,8 @@ class Walker : public QObject {
     void start();
 
  private:
+    // What is not on show at the moment is no failure while a check still waits.
+    bool glance(const Condition& condition);
     struct Step {
         QString station;
         Condition condition;
@@ -73,6 +75,7 @@ class Walker : public QObject {
     QList<Step> steps_;
     int at_ = 0;
     qint64 waited_ = 0;
+    bool glancing_ = false;
     QString pictureFolder_;
     int pictureNumber_;
     QString station_;
