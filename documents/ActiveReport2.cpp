@@ -1,11 +1,14 @@
 #include "documents/ActiveReport2.h"
 
 #include <QStringList>
+#include <algorithm>
+#include <cmath>
 #include <limits>
 
 #include "documents/ActiveReport2_design.h"
 #include "documents/amount_in_words.h"
 #include "platform/controls/boxes.h"
+#include "platform/report/typeface.h"
 #include "platform/system/dates.h"
 #include "platform/system/numbers.h"
 #include "platform/system/trap.h"
@@ -184,6 +187,41 @@ void ActiveReport2::showClient(Steps& step) {
         control(kHead, "lblKupacPIB").Caption = kupacPIB_;
     });
     step([&] { control(kHead, "lblKupacOstalo").Caption = kupacOstalo_; });
+    if (pageNumber() <= 1)  // the head of the document stands on its first page only
+        step([&] { placeClient(); });
+}
+
+// A long address is the client's own: it is written out, however many lines it takes, and never pushes the
+// number of the document beside it out of its place.
+void ActiveReport2::placeClient() {
+    using namespace active_report2;
+    int top = kClientTop;
+    for (const char* name :
+         {"lblKupacIme", "lblKupacAdresa", "lblKupacGrad", "lblKupacPIB", "lblKupacOstalo"}) {
+        report::Control* found = nullptr;
+        platform::Trap missing;  // the step that fills the label has told it already
+        missing([&] { found = &control(kHead, name); });
+        if (!found)
+            continue;
+        report::Control& label = *found;
+        label.Top = top;
+        if (label.Caption.isEmpty())
+            continue;
+        report::ItemStyle style;
+        style.family = label.style.family;
+        style.points = label.style.points;
+        style.bold = label.style.bold;
+        const report::Typeface face(style);
+        const auto lines = static_cast<int>(report::breakLines(face, label.Caption, label.Width).size());
+        label.Height = std::max(kClientLine, static_cast<int>(std::ceil(lines * face.lineHeight())));
+        top += label.Height + (top == kClientTop ? kNameGap : kClientGap);
+    }
+    report::Control& box = control(kHead, "Shape1");
+    box.Height = std::max(kBoxHeight, top + (kClientTop - kBoxTop) - kBoxTop);
+    const int down = box.Height - kBoxHeight;
+    report::Control& rule = control(kHead, "Line1");
+    rule.Y1 = rule.Y2 = kHeadRule + down;
+    Sections(QLatin1String(kHead)).Height = kHeadEnd + down;
 }
 
 void ActiveReport2::showDocument(Steps& step) {

@@ -80,6 +80,7 @@ class ActiveReport2 : public report::Report {
     report::Control& control(const char* section, const char* name);
     void showFirm(Steps& step);
     void showClient(Steps& step);
+    void placeClient();
     void showDocument(Steps& step);
     void showConditions(Steps& step);
     void showFooter(Steps& step);

@@ -75,7 +75,7 @@ struct SectionRow {
     bool canShrink, repeat;
 };
 constexpr SectionRow kSections[] = {
-    {Section::Kind::ReportHeader, "ReportHeader", 3760, false, false},
+    {Section::Kind::ReportHeader, "ReportHeader", kHeadEnd, false, false},
     {Section::Kind::PageHeader, "PageHeader", 0, false, false},
     {Section::Kind::GroupHeader, "GroupHeader1", 420, false, true},
     {Section::Kind::Detail, "Detail", 300, true, false},
@@ -110,6 +110,7 @@ constexpr char kPage[] = "PageFooter";
 
 constexpr int kPaper = 10206;  // between the margins
 constexpr int kSumsLeft = 4900, kSumsWidth = 3100, kAmountLeft = 8000, kAmountWidth = kPaper - kAmountLeft;
+constexpr int kTotalLeft = 7200;  // in large letters, and never cut off
 constexpr int kValueLeft = 2500, kValueWidth = kPaper - kValueLeft;
 
 constexpr ControlRow kControls[] = {
@@ -127,40 +128,40 @@ constexpr ControlRow kControls[] = {
     {kHead, kLabel, "lblFrmPDV", 7070, 400, 3136, 250, kPlain, ""},
     {kHead, kLabel, "lblFrmRacunBrTxt", 5900, 680, 1150, 250, kMuted, "Racun broj:"},
     {kHead, kLabel, "lblFrmRacunBr", 7070, 680, 3136, 250, kPlain, ""},
-    // Taller than its five lines, for the firms whose name takes two.
-    {kHead, kShape, "Shape1", 5200, 1720, kPaper - 5200, 1780, kNone, ""},
-    {kHead, kLabel, "lblKupacIme", 5360, 1810, 4700, 290, kBold, "", true},
-    {kHead, kLabel, "lblKupacAdresa", 5360, 2120, 4700, 250, kPlain, ""},
-    {kHead, kLabel, "lblKupacGrad", 5360, 2380, 4700, 250, kPlain, ""},
-    {kHead, kLabel, "lblKupacPIB", 5360, 2640, 4700, 250, kPlain, ""},
-    {kHead, kLabel, "lblKupacOstalo", 5360, 2900, 4700, 250, kPlain, ""},
+    // The client's lines are set one under the other when they are known: see ActiveReport2::placeClient.
+    {kHead, kShape, "Shape1", 5200, kBoxTop, kPaper - 5200, kBoxHeight, kNone, ""},
+    {kHead, kLabel, "lblKupacIme", 5360, kClientTop, 4700, 290, kBold, ""},
+    {kHead, kLabel, "lblKupacAdresa", 5360, kClientTop, 4700, kClientLine, kPlain, ""},
+    {kHead, kLabel, "lblKupacGrad", 5360, kClientTop, 4700, kClientLine, kPlain, ""},
+    {kHead, kLabel, "lblKupacPIB", 5360, kClientTop, 4700, kClientLine, kPlain, ""},
+    {kHead, kLabel, "lblKupacOstalo", 5360, kClientTop, 4700, kClientLine, kPlain, ""},
     {kHead, kLabel, "lblPredRacun", 0, 1700, 5000, 560, kTitle, ""},
     {kHead, kLabel, "lblBrojDokumenta", 0, 2380, 5000, 330, kSubtitle, ""},
     {kHead, kLabel, "lblOtpremnica", 0, 2760, 5000, 330, kSubtitle, "OTPREMNICA"},
     {kHead, kLabel, "lblDatumDokumenta", 0, 3180, 5000, 280, kDate, ""},
-    {kHead, kLine, "Line1", 0, 3640, kPaper, 0, kNone, ""},
+    {kHead, kLine, "Line1", 0, kHeadRule, kPaper, 0, kNone, ""},
 
-    {kTitles, kLine, "Line2", 0, 40, kPaper, 0, kNone, ""},
-    {kTitles, kLabel, "", 0, 110, 560, 220, kColumn, "R. br."},
-    {kTitles, kLabel, "", 640, 110, 2860, 220, kColumn, "Naziv"},
-    {kTitles, kLabel, "", 3540, 110, 480, 220, kColumn, "J/M"},
-    {kTitles, kLabel, "", 4020, 110, 740, 220, kColumnRight, "Kolicina"},
-    {kTitles, kLabel, "", 4780, 110, 1300, 220, kColumnRight, "Jed. cena"},
-    {kTitles, kLabel, "lblPDVHeader", 6120, 110, 1260, 220, kColumnRight, "..."},
-    {kTitles, kLabel, "", 7420, 110, 1320, 220, kColumnRight, "Cena+PDV"},
+    {kTitles, kLine, "Line2", 0, 30, kPaper, 0, kNone, ""},
+    {kTitles, kLabel, "", 0, 110, 720, 220, kColumn, "R. br."},
+    {kTitles, kLabel, "", 760, 110, 3020, 220, kColumn, "Naziv"},
+    {kTitles, kLabel, "", 3840, 110, 480, 220, kColumn, "J/M"},
+    {kTitles, kLabel, "", 4320, 110, 740, 220, kColumnRight, "Kolicina"},
+    {kTitles, kLabel, "", 5100, 110, 1240, 220, kColumnRight, "Jed. cena"},
+    {kTitles, kLabel, "lblPDVHeader", 6380, 110, 1120, 220, kColumnRight, "..."},
+    {kTitles, kLabel, "", 7540, 110, 1200, 220, kColumnRight, "Cena+PDV"},
     {kTitles, kLabel, "", 8780, 110, 1426, 220, kColumnRight, "Ukupno"},
     {kTitles, kLine, "Line10", 0, 390, kPaper, 0, kNone, ""},
 
     {kDetail, kField, "txtRedniBr", 0, 30, 560, 220, kCellCenter, ""},
-    {kDetail, kField, "txtNaziv", 640, 30, 2860, 240, kCell, "XXX", true},
-    {kDetail, kField, "txtJM", 3540, 30, 480, 220, kCell, "JM"},
-    {kDetail, kField, "txtStanje", 4020, 30, 740, 220, kCellRight, "Stanje"},
-    {kDetail, kField, "txtCena", 4780, 30, 1300, 220, kCellRight, "Cena1"},
-    {kDetail, kField, "txtPDV", 6120, 30, 1260, 220, kCellRight, "PDV"},
-    {kDetail, kField, "txtPDVPrice", 7420, 30, 1320, 220, kCellRight, "PDVPrice"},
+    {kDetail, kField, "txtNaziv", 760, 30, 3020, 240, kCell, "XXX", true},
+    {kDetail, kField, "txtJM", 3840, 30, 480, 240, kCell, "JM", true},
+    {kDetail, kField, "txtStanje", 4320, 30, 740, 220, kCellRight, "Stanje"},
+    {kDetail, kField, "txtCena", 5100, 30, 1240, 220, kCellRight, "Cena1"},
+    {kDetail, kField, "txtPDV", 6380, 30, 1120, 220, kCellRight, "PDV"},
+    {kDetail, kField, "txtPDVPrice", 7540, 30, 1200, 220, kCellRight, "PDVPrice"},
     {kDetail, kField, "txtMedjuTotal", 8780, 30, 1426, 220, kCellRight, "MedjuTotal"},
-    {kDetail, kLabel, "lblSNtext", 640, 270, 1100, 220, kSerial, "Serijski broj:"},
-    {kDetail, kField, "txtSN", 1740, 270, 8400, 230, kSerial, "SN", true},
+    {kDetail, kLabel, "lblSNtext", 760, 270, 1100, 220, kSerial, "Serijski broj:"},
+    {kDetail, kField, "txtSN", 1860, 270, 8280, 230, kSerial, "SN", true},
     {kDetail, kLine, "Line3", 0, 500, kPaper, 0, kNone, ""},
 
     {kFoot, kLabel, "Label7", kSumsLeft, 120, kSumsWidth, 250, kSum, "Ukupno bez PDV-a:"},
@@ -179,8 +180,8 @@ constexpr ControlRow kControls[] = {
     {kFoot, kLabel, "lblSumPDVText", kSumsLeft, 1540, kSumsWidth, 250, kSum, "Ukupan PDV:"},
     {kFoot, kLabel, "lblSumPDV", kAmountLeft, 1540, kAmountWidth, 250, kSumRight, ""},
     {kFoot, kLine, "Line6", kSumsLeft, 1830, kPaper - kSumsLeft, 0, kNone, ""},
-    {kFoot, kLabel, "Label12", kSumsLeft, 1890, kSumsWidth, 310, kTotal, "TOTAL za uplatu:"},
-    {kFoot, kLabel, "lblTotal", kAmountLeft, 1890, kAmountWidth, 310, kTotalRight, ""},
+    {kFoot, kLabel, "Label12", kSumsLeft, 1890, kTotalLeft - kSumsLeft, 310, kTotal, "TOTAL za uplatu:"},
+    {kFoot, kLabel, "lblTotal", kTotalLeft, 1890, kPaper - kTotalLeft, 310, kTotalRight, ""},
     {kFoot, kLine, "Line7", kSumsLeft, 2230, kPaper - kSumsLeft, 0, kNone, ""},
     {kFoot, kLine, "Line8", kSumsLeft, 2265, kPaper - kSumsLeft, 0, kNone, ""},
     // Two lines: its height is settled before its words are.

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QMouseEvent>
 #include <QProgressBar>
+#include <QStackedLayout>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -130,10 +131,11 @@ void frmInvoiceEx::buildList() {
     filling_->setAccessibleName(filling_->text());
     filling_->setAlignment(Qt::AlignCenter);
     filling_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    filling_->hide();
-    auto* column = static_cast<QVBoxLayout*>(layout());
-    column->addWidget(ListView1, 1);
-    column->addWidget(filling_, 1);
+    // In one place, so that the list is as high while it is filled as it is afterwards.
+    stack_ = new QStackedLayout;
+    stack_->addWidget(ListView1);
+    stack_->addWidget(filling_);
+    static_cast<QVBoxLayout*>(layout())->addLayout(stack_, 1);
 }
 
 void frmInvoiceEx::buildStatusBar() {

@@ -16,6 +16,7 @@
 class QAction;
 class QLabel;
 class QProgressBar;
+class QStackedLayout;
 class QToolBar;
 class frmTrebovanjeError;
 namespace platform {
@@ -137,6 +138,7 @@ class frmInvoiceEx : public QDialog, public CatalogueParent {
     platform::SortTag sort_{true, QStringLiteral("Proizvodjac"), QStringLiteral("ASC")};
     QString statusText_;
     QLabel* filling_ = nullptr;
+    QStackedLayout* stack_ = nullptr;  // the list, or the word that it is being filled
     QHash<QString, QAction*> buttons_;
     QHash<QString, QIcon> columnIcons_;
 };

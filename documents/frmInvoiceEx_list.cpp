@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QScopeGuard>
+#include <QStackedLayout>
 #include <optional>
 
 #include "data/session.h"
@@ -142,9 +143,9 @@ void frmInvoiceEx::fillRows(platform::Trap& step) {
     ProgressBar1->setRange(0, static_cast<int>(count));
     float total = 0;
     {
+        const platform::WaitPointer wait;
         setFilling(true);
         const auto end = qScopeGuard([this] { setFilling(false); });
-        const platform::WaitPointer wait;
         step([&] {
             const SourceFields fields(rows);
             QElapsedTimer sinceShown;
@@ -191,14 +192,12 @@ void frmInvoiceEx::setFilling(bool on) {
     if (on) {
         hadFocus_ = ListView1->hasFocus();
         ShowProgress(true);
-        filling_->show();
-        ListView1->hide();
+        stack_->setCurrentWidget(filling_);
         filling_->repaint();
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
         return;
     }
-    ListView1->show();
-    filling_->hide();
+    stack_->setCurrentWidget(ListView1);
     ShowProgress(false);
     if (hadFocus_)
         ListView1->setFocus();

@@ -98,7 +98,6 @@ class frmPrintInvoiceEx : public QDialog {
     void fillReport(ActiveReport2& report);
     void fillConditions(ActiveReport2& report);
     void showRows(ActiveReport2& report);
-    QString rateText() const;
     QString rowsQuery() const;
     float percentOf(int column) const;
 

@@ -16,6 +16,7 @@
 #include "platform/system/numbers.h"
 #include "platform/system/trap.h"
 #include "shell/modMain.h"
+#include "shell/rate_term.h"
 #include "shell/settings.h"
 
 using print_invoice::guarded;
@@ -159,24 +160,15 @@ void frmPrintInvoiceEx::fillConditions(ActiveReport2& report) {
     guarded(this, [&] { report.setOptPecatSpor(isOn(kStamp) ? text2_[kStampText]->text() : QString()); });
 }
 
-QString frmPrintInvoiceEx::rateText() const {
-    if (!CeneDinarske)
-        return QStringLiteral("1");
-    QString decimal = GetLocaleValue(14);
-    if (decimal.isEmpty())
-        decimal = QStringLiteral(".");
-    return platform::textOfSingle(KursKupovni).replace(decimal, QStringLiteral("."));
-}
-
 QString frmPrintInvoiceEx::rowsQuery() const {
     const QString name =
         QStringLiteral("InvoiceData.Grupa & ', ' & InvoiceData.Proizvodjac & ', ' & InvoiceData.Naziv");
-    const QString price = QStringLiteral("InvoiceData.Cena*") + rateText();
+    const QString price = QStringLiteral("InvoiceData.Cena*") + rateTerm();
     const QString tax = platform::textOfSingle(percentOf(kTaxColumn));
     QString query = QStringLiteral("SELECT ") + name +
                     QStringLiteral(" AS XXX, InvoiceData.SN, InvoiceData.JM, InvoiceData.Stanje, ");
     query += price + QStringLiteral(" AS Cena1, ");
-    query += QStringLiteral("InvoiceData.Cena*InvoiceData.Stanje*") + rateText() + QStringLiteral("*(1+") +
+    query += QStringLiteral("InvoiceData.Cena*InvoiceData.Stanje*") + rateTerm() + QStringLiteral("*(1+") +
              tax + QStringLiteral("/100) AS MedjuTotal, ");
     query += price + QStringLiteral("*(") + tax + QStringLiteral("/100) AS PDV, ");
     query += price + QStringLiteral("*(1+") + tax + QStringLiteral("/100) AS PDVPrice ");

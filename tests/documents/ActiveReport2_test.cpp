@@ -6,6 +6,7 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <memory>
+#include <tuple>
 
 #include "documents/document_rows.h"
 #include "platform/controls/boxes.h"
@@ -267,6 +268,129 @@ TEST_F(ActiveReport2Test, AnInvoice) {
     EXPECT_EQ(report.title, "Racun 17/2026");
 }
 
+TEST_F(ActiveReport2Test, AnyOtherKindIsAnInvoiceThatNobodySigns) {
+    report.setDokumentTip(2);
+    const QString text = textOf(make({{}}));
+    EXPECT_TRUE(text.contains("Racun"));
+    EXPECT_TRUE(text.contains("OTPREMNICA"));
+    for (const char* absent : {"Robu izdao:", "Robu primio u ispravnom stanju:", "M.P."})
+        EXPECT_FALSE(text.contains(absent)) << absent;
+}
+
+TEST_F(ActiveReport2Test, EverySectionHasItsControlsAndTheirFirstTexts) {
+    const std::pair<const char*, std::vector<const char*>> kNames[] = {
+        {"ReportHeader",
+         {"Image1",         "Image2",        "lblFrmMatBrTxt",   "lblFrmRegBrTxt",    "lblFrmSifDelTxt",
+          "lblFrmPIBTxt",   "lblFrmPDVTxt",  "lblFrmRacunBrTxt", "lblFrmMatBr",       "lblFrmRegBr",
+          "lblFrmSifDel",   "lblFrmPIB",     "lblFrmPDV",        "lblFrmRacunBr",     "lblKupacIme",
+          "lblKupacAdresa", "lblKupacGrad",  "lblKupacPIB",      "lblKupacOstalo",    "Shape1",
+          "lblPredRacun",   "lblOtpremnica", "lblBrojDokumenta", "lblDatumDokumenta", "Line1"}},
+        {"GroupHeader1", {"lblPDVHeader", "Line2", "Line10"}},
+        {"Detail",
+         {"txtRedniBr", "txtNaziv", "txtStanje", "txtCena", "txtPDV", "txtPDVPrice", "txtMedjuTotal",
+          "lblSNtext", "txtSN", "Line3"}},
+        {"GroupFooter1",
+         {"lblSlovima", "lblNacinPlacanjaTxt", "lblNacinPlacanja", "lblRokPlacanjaTxt", "lblRokPlacanja",
+          "lblRokIsporukeTxt", "lblRokIsporuke", "lblIsporukaTxt", "lblIsporuka", "lblNapomenaTxt",
+          "lblNapomena", "Line4", "Line5", "Line6", "Line7", "Line8"}},
+        {"PageFooter", {"lblRobuIzdao", "lblRobuPrimio", "lblMP", "lblPecat", "Line9", "txtFooter"}}};
+    for (const auto& [section, names] : kNames)
+        for (const char* name : names)
+            EXPECT_NO_THROW(control(section, name)) << section << " " << name;
+    EXPECT_TRUE(report.Sections("PageHeader").all().empty());
+    EXPECT_TRUE(report.Sections("ReportFooter").all().empty());
+
+    const std::tuple<const char*, const char*, const char*> kTexts[] = {
+        {"ReportHeader", "lblFrmMatBrTxt", "Maticni broj:"},
+        {"ReportHeader", "lblFrmRegBrTxt", "Registarski broj:"},
+        {"ReportHeader", "lblFrmSifDelTxt", "Sifra delatnosti:"},
+        {"ReportHeader", "lblFrmPIBTxt", "PIB:"},
+        {"ReportHeader", "lblFrmPDVTxt", "PDV:"},
+        {"ReportHeader", "lblFrmRacunBrTxt", "Racun broj:"},
+        {"ReportHeader", "lblOtpremnica", "OTPREMNICA"},
+        {"GroupHeader1", "lblPDVHeader", "..."},
+        {"Detail", "lblSNtext", "Serijski broj:"},
+        {"GroupFooter1", "Label7", "Ukupno bez PDV-a:"},
+        {"GroupFooter1", "lblRabatText", "Ukupan rabat (...%):"},
+        {"GroupFooter1", "Label9", "Ukupno sa rabatom:"},
+        {"GroupFooter1", "lblOstaloText", "Ostali troskovi (...%):"},
+        {"GroupFooter1", "lblSumSaOstaloText", "Ukupno sa ostalim troskovima:"},
+        {"GroupFooter1", "lblSumPDVText", "Ukupan PDV:"},
+        {"GroupFooter1", "Label12", "TOTAL za uplatu:"},
+        {"PageFooter", "lblMP", "M.P."}};
+    for (const auto& [section, name, text] : kTexts)
+        EXPECT_EQ(control(section, name).Caption, text) << name;
+    const std::pair<const char*, const char*> kFields[] = {
+        {"txtNaziv", "XXX"},         {"txtStanje", "Stanje"},         {"txtCena", "Cena1"}, {"txtPDV", "PDV"},
+        {"txtPDVPrice", "PDVPrice"}, {"txtMedjuTotal", "MedjuTotal"}, {"txtSN", "SN"}};
+    for (const auto& [name, field] : kFields)
+        EXPECT_EQ(control("Detail", name).DataField, field) << name;
+}
+
+// Titles stand over their figures, and each title stands at the sum it names.
+TEST_F(ActiveReport2Test, TheSumsStandAtTheirTitles) {
+    report.setCalcRabat(10);
+    report.setCalcRest(5);
+    const QString text = textOf(make({{.quantity = 2, .price = 100}}));
+    for (const char* line :
+         {"R. br. Naziv J/M Kolicina Jed. cena PDV-18% Cena+PDV Ukupno", "Ukupno bez PDV-a: 200.00",
+          "Ukupan rabat (10%): 20.00", "Ukupno sa rabatom: 180.00", "Ukupni ostali troskovi (5%): 9.00",
+          "Ukupno sa ostalim troskovima: 189.00", "Ukupan PDV: 36.00", "TOTAL za uplatu: =225.00"})
+        EXPECT_TRUE(text.contains(line)) << line << "\n" << text.toStdString();
+}
+
+TEST_F(ActiveReport2Test, ALongClientIsWrittenOutAndLeavesTheNumberInItsPlace) {
+    const auto placeOf = [](const report::Document& document, const QString& text) {
+        for (const report::PageItem& item : document.pages.front().items)
+            if (item.text == text)
+                return item.place;
+        ADD_FAILURE() << text.toStdString();
+        return QRectF();
+    };
+    const report::Document plain = make({{}});
+    report.setKupacNaziv("Preduzece za proizvodnju, promet i usluge racunarske opreme PRIMER d.o.o. Beograd");
+    report.setKupacAdresa("Bulevar kralja Aleksandra 123456, lamela C, ulaz 7, sprat 4, stan 21");
+    report.setKupacPIB("100200300");
+    report.setKupacOstalo("Na ruke gospodji Mileni Petrovic-Jovanovic, nabavka, drugi sprat levo");
+    const report::Document full = make({{}});
+    const QString text = textOf(full);
+    for (const char* end : {"Beograd", "stan 21", "Beograd, 11000", "PIB: 100200300", "sprat levo"})
+        EXPECT_TRUE(text.contains(end)) << end;
+    EXPECT_FALSE(text.contains(QChar(0x2026))) << text.toStdString();
+    for (const char* beside : {"PREDRACUN", "Br. 17/2026", "U Smederevu, 3/5/2026."})
+        EXPECT_EQ(placeOf(full, beside), placeOf(plain, beside)) << beside;
+    const double titles = placeOf(full, "Naziv").top();
+    EXPECT_GT(titles, placeOf(plain, "Naziv").top());
+    for (const report::PageItem& item : full.pages.front().items) {
+        if (item.kind == report::PageItem::Kind::Frame) {
+            EXPECT_LT(item.place.bottom(), titles);
+            EXPECT_GT(item.place.bottom(), placeOf(full, "PIB: 100200300").bottom());
+        }
+    }
+    report.setKupacNaziv("Peric Pera");
+    report.setKupacAdresa("Lipova 1");
+    report.setKupacOstalo("");
+    EXPECT_EQ(placeOf(make({{}}), "Naziv"), placeOf(plain, "Naziv"))
+        << "the next client's box is small again";
+}
+
+TEST_F(ActiveReport2Test, NothingOfAnOrdinaryDocumentIsCutOff) {
+    giveConditions();
+    report.setDokumentTip(1);
+    report.setSlovimaTotal(true);
+    report.setPriceRoundUp(2);
+    report.setFirmaRacunBr("160-0000000012345-67");
+    tax = 18.25;  // the total is past a milliard
+    for (const bool comma : {false, true}) {
+        QLocale::setDefault(QLocale(comma ? "sr_Latn_RS" : "en_US"));
+        const QString text =
+            textOf(make({{.quantity = 12.5, .price = 1234567.89, .serial = "SN-1", .unit = "Kom."},
+                         {.quantity = 100, .price = 12345678.9, .unit = "Pak."},
+                         {.quantity = 1, .price = 0.5, .unit = "Komplet"}}));
+        EXPECT_FALSE(text.contains(QChar(0x2026))) << text.toStdString();
+    }
+}
+
 TEST_F(ActiveReport2Test, TheFirmsValuesHideWhereEmptyAndTheirTitlesStay) {
     report.setFirmaMatBr("0123");
     report.setFirmaRacunBr("160-1-1");
@@ -433,7 +557,7 @@ TEST_F(ActiveReport2Test, AnAmountPastAllWordsIsToldAndTheDocumentStands) {
     EXPECT_TRUE(boxes.lastText().startsWith(
         "Doslo je do neocekivane greske prilikom sracunavanja rabata, poreza i ostalih troskova. Dokument ce "
         "biti generisan ali ce rezultati biti nekorektni.\n\nDetalji greske:\n\n[6] "));
-    EXPECT_TRUE(textOf(document).contains("=3,540,000,"));
+    EXPECT_TRUE(textOf(document).contains("=3,540,000,000.00"));
 }
 
 TEST_F(ActiveReport2Test, ADocumentWithoutRowsIsADocument) {

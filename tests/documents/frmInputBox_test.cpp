@@ -233,6 +233,46 @@ TEST_F(InputBox, ThePlaceIsKeptAtUnloadOnceOnly) {
     EXPECT_EQ(kept("WindowData"), "0;0");
 }
 
+TEST_F(InputBox, TheFirstTimeItStandsAtItsUsualPlace) {
+    EXPECT_EQ(kept("WindowData"), "500;500");
+    show([&] { EXPECT_EQ(win.pos(), QPoint(33, 33)); });
+}
+
+TEST_F(InputBox, MinimisedItsPlaceIsNotKept) {
+    settings::setText(settings::find("frmInputBox", "WindowData"), "1500;3000");
+    show([&] {
+        win.move(40, 60);
+        win.setWindowState(Qt::WindowMinimized);
+    });
+    win.Unload();
+    EXPECT_EQ(kept("WindowData"), "1500;3000");
+}
+
+TEST_F(InputBox, KeysThatEditPassAndAPastedWordCannotBeConfirmed) {
+    show([&] {
+        type(quantity(), "125");
+        QTest::keyClick(quantity(), Qt::Key_Backspace);
+        EXPECT_EQ(quantity()->text(), "12");
+        QTest::keyClick(quantity(), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(quantity(), Qt::Key_X, Qt::ControlModifier);
+        EXPECT_EQ(quantity()->text(), "");
+        QTest::keyClick(quantity(), Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(quantity()->text(), "12");
+        EXPECT_TRUE(confirm()->isEnabled());
+        quantity()->setText("dvanaest");
+        EXPECT_FALSE(confirm()->isEnabled());
+    });
+}
+
+TEST_F(InputBox, AnOptionOfLastTimeIsThereAgain) {
+    settings::setText(settings::find("frmInputBox", "MakeProperCase"), "0");
+    settings::setText(settings::find("frmInputBox", "AppendSerialNumber"), "1");
+    show([&] {
+        EXPECT_FALSE(capitals()->isChecked());
+        EXPECT_TRUE(append()->isChecked());
+    });
+}
+
 TEST_F(InputBox, MnemonicsLeadToTheirFields) {
     EXPECT_EQ(control<QLabel>("Label1(0)")->text(), "&Kolicina:");
     EXPECT_EQ(control<QLabel>("Label1(1)")->text(), "&Serijski Broj:");

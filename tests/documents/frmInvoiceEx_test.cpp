@@ -183,6 +183,47 @@ TEST_F(RequisitionList, AWindowShutAtOnceStillGivesItsTotal) {
     EXPECT_EQ(win().TotalForPayment(), 10.0F);
 }
 
+TEST_F(RequisitionList, WhileItIsFilledAWordStandsInItsPlaceAndTheStatusBarShowsHowFar) {
+    drawThree();
+    show([&] {
+        const QSize size = list().size();
+        int seen = 0;
+        // The filling lets what waits have its turn once.
+        QTimer::singleShot(0, &win(), [&] {
+            ++seen;
+            auto* word = win().findChild<QLabel*>("Label1");
+            EXPECT_EQ(word->text(), "Popunjavanje podacima je u toku... Molim sacekajte...");
+            EXPECT_TRUE(word->isVisible());
+            EXPECT_EQ(word->size(), size);
+            EXPECT_FALSE(list().isVisible());
+            ASSERT_NE(QApplication::overrideCursor(), nullptr);
+            EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+            const QProgressBar& bar = *win().ProgressBar1;
+            EXPECT_TRUE(bar.isVisible());
+            EXPECT_TRUE(win().StatusBar1->isAncestorOf(&bar));
+            EXPECT_EQ(bar.minimum(), 0);
+            EXPECT_EQ(bar.maximum(), 3);
+            EXPECT_EQ(bar.value(), 0);
+        });
+        win().TrebovanjeRefresh(false);
+        EXPECT_EQ(seen, 1);
+        EXPECT_EQ(list().size(), size);
+        EXPECT_TRUE(list().isVisible());
+        EXPECT_TRUE(list().hasFocus());
+        EXPECT_FALSE(win().ProgressBar1->isVisible());
+        EXPECT_FALSE(win().StatusBar1->isAncestorOf(win().ProgressBar1));
+        EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    });
+}
+
+TEST_F(RequisitionList, TheRefreshButtonReadsTheFileAgain) {
+    show([&] {
+        draw(11, "Asus", "Ploca", 10, 1);
+        tool("refresh");
+        EXPECT_EQ(names(), "Ploca");
+    });
+}
+
 // Selection
 // --------------------------------------------------------------------------------------------------------
 
@@ -248,6 +289,27 @@ TEST_F(RequisitionList, AHeaderSortsInTheFileAndTurnsRoundAtTheSecondClick) {
     });
     unload();
     EXPECT_EQ(kept("LVWColumnSort"), "1Cena0");
+}
+
+TEST_F(RequisitionList, EachHeaderSortsByItsField) {
+    drawThree();
+    show([&] {
+        const char* const fields[] = {"Proizvodjac", "Grupa", "Naziv", "Opis", "SN", "Cena", "Stanje"};
+        for (int column = 7; column >= 1; --column) {
+            clickHeader(column);
+            const QString field = fields[column - 1];
+            EXPECT_EQ(win().Data1Tag, "1" + field + "0");
+            EXPECT_EQ(win().Data1->RecordSource,
+                      QString("SELECT * FROM InvoiceData WHERE ServiceID=%1 ORDER BY %2 ASC")
+                          .arg(service)
+                          .arg(field));
+            EXPECT_EQ(list().columnIcon(column), "ASC");
+        }
+        press(Qt::Key_F8);
+        EXPECT_EQ(win().Data1->RecordSource,
+                  QString("SELECT * FROM InvoiceData WHERE ServiceID=%1").arg(service));
+    });
+    EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
 }
 
 TEST_F(RequisitionList, TheFieldThatWouldSortTurnsRoundAtItsFirstClick) {
@@ -330,6 +392,9 @@ TEST_F(RequisitionList, ATagThatCannotBeReadIsTold) {
 TEST_F(RequisitionList, ATagHasItsThreeParts) {
     EXPECT_EQ(win().GetSortTagData("1Stanje1"), (platform::SortTag{true, "Stanje", "DESC"}));
     EXPECT_EQ(win().GetSortTagData("0Naziv0"), (platform::SortTag{false, "Naziv", "ASC"}));
+    EXPECT_EQ(win().GetSortTagData("7SN9"), (platform::SortTag{true, "SN", "DESC"}))
+        << "any figure but nought is a yes, and any other end than nought turns the order round";
+    EXPECT_EQ(win().GetSortTagData("1Opisx"), (platform::SortTag{true, "Opis", "DESC"}));
     EXPECT_TRUE(boxes.asked.isEmpty());
 }
 
@@ -365,6 +430,19 @@ TEST_F(RequisitionList, HasEightColumnsAndTheUnitInThePrice) {
                   "Proizvodjac|Grupa|Naziv|Opis|Serijski broj|Cena [EUR]|Trebovano|Medjutotal");
         EXPECT_EQ(fields.join('|'), "Proizvodjac|Grupa|Naziv|Opis|SN|Cena|Stanje|Medjutotal");
         EXPECT_EQ(win().windowTitle(), "Cenovna Lista Usluge");
+    });
+}
+
+TEST_F(RequisitionList, FiguresStandAtTheRight) {
+    draw(11, "Asus", "Ploca", 10, 1);
+    show([&] {
+        for (int column = 1; column <= 8; ++column) {
+            const int wanted = column >= 6 ? Qt::AlignRight : Qt::AlignLeft;
+            const QAbstractItemModel& model = *list().model();
+            EXPECT_TRUE(model.headerData(column - 1, Qt::Horizontal, Qt::TextAlignmentRole).toInt() & wanted)
+                << column;
+            EXPECT_TRUE(model.index(1, column - 1).data(Qt::TextAlignmentRole).toInt() & wanted) << column;
+        }
     });
 }
 
@@ -411,6 +489,26 @@ TEST_F(RequisitionList, APlaceWithTooFewFiguresGetsTheUsualSize) {
     show([&] { EXPECT_EQ(win().size(), QSize(800, 533).boundedTo(win().screen()->availableSize())); });
 }
 
+TEST_F(RequisitionList, TheFirstTimeItStandsAtItsUsualPlace) {
+    EXPECT_EQ(kept("WindowData"), "800;800;12000;8000");
+    show([&] {
+        EXPECT_EQ(win().pos(), QPoint(53, 53));
+        EXPECT_EQ(win().size(), QSize(800, 533).boundedTo(win().screen()->availableSize()));
+    });
+}
+
+TEST_F(RequisitionList, MinimisedItKeepsItsColumnsAndNotItsPlace) {
+    keep("WindowData", "450;600;10500;7500");
+    show([&] {
+        list().setColumnWidthTwips(3, 3000);
+        win().move(60, 80);
+        win().setWindowState(Qt::WindowMinimized);
+    });
+    unload();
+    EXPECT_EQ(kept("WindowData"), "450;600;10500;7500");
+    EXPECT_EQ(kept("LVWColumnWidths"), "1440;1440;3000;1440;1440;1440;1440;1440");
+}
+
 // Toolbar and status text
 // ------------------------------------------------------------------------------------------
 
@@ -433,8 +531,9 @@ TEST_F(RequisitionList, AButtonUnderThePointerTellsWhatItDoesWhileItCanBeUsed) {
             EXPECT_EQ(status(), text);
             EXPECT_EQ(win().toolbarButton(button)->toolTip(), text);
         }
-        for (QWidget* place : {static_cast<QWidget*>(list().viewport()), static_cast<QWidget*>(&win()),
-                               static_cast<QWidget*>(win().StatusBar1)}) {
+        for (QWidget* place :
+             {static_cast<QWidget*>(list().viewport()), static_cast<QWidget*>(&win()),
+              static_cast<QWidget*>(win().StatusBar1), static_cast<QWidget*>(win().ProgressBar1)}) {
             moveOver(face("refresh"));
             moveOver(place);
             EXPECT_EQ(status(), "Nema dobavljaca u bazi podataka");

@@ -297,6 +297,97 @@ TEST_F(FrmPrintInvoiceExPrintTest, EverySettingComesBack) {
     });
 }
 
+TEST_F(FrmPrintInvoiceExPrintTest, EachEntryIsKeptUnderItsOwnName) {
+    proForma([&] {
+        combo(0)->setCurrentIndex(2);
+        combo(1)->setCurrentIndex(3);
+        combo(2)->setCurrentIndex(1);
+        for (int i = 0; i <= 12; ++i)
+            text2(i)->setText(QString::number(10 + i));
+        for (int i = 0; i < 6; ++i)
+            text1(i)->setText(QString::number(50 + i));
+        check(0)->setChecked(true);
+        check(2)->setChecked(false);
+        check(7)->setChecked(false);
+        print();
+    });
+    const std::pair<const char*, const char*> kept[] = {{"NumberDelimiter", "2"},
+                                                        {"NumberSuffix", "3"},
+                                                        {"PriceRoundUp", "1"},
+                                                        {"OstaliTrosak", "10"},
+                                                        {"Slovima", "1"},
+                                                        {"ChkNacinPlacanja", "1"},
+                                                        {"ChkRokPlacanja", "0"},
+                                                        {"ChkRokIsporuke", "1"},
+                                                        {"ChkIsporuka", "1"},
+                                                        {"ChkNapomena", "1"},
+                                                        {"ChkPecatPotpis", "1"},
+                                                        {"ChkFooter", "0"},
+                                                        {"ChkFooterFromSett", "1"},
+                                                        {"txtNacinPlacanja1", "11"},
+                                                        {"txtNacinPlacanja2", "12"},
+                                                        {"txtRokPlacanja1", "13"},
+                                                        {"txtRokPlacanja2", "14"},
+                                                        {"txtRokIsporuke1", "15"},
+                                                        {"txtRokIsporuke2", "16"},
+                                                        {"txtIsporuka1", "17"},
+                                                        {"txtIsporuka2", "18"},
+                                                        {"txtNapomena1", "19"},
+                                                        {"txtNapomena2", "20"},
+                                                        {"txtPecatPotpis", "21"},
+                                                        {"txtFooter", "22"}};
+    for (const auto& [key, value] : kept)
+        EXPECT_EQ(settings::text(own(key)), value) << key;
+    const char* const veiled[] = {"frmSettMatBr", "frmSettRegBr", "frmSettSifDel",
+                                  "frmSettPIB",   "frmSettPDV",   "frmSettRnBr"};
+    for (int i = 0; i < 6; ++i)
+        EXPECT_EQ(settings::scrambled(own(veiled[i])), QString::number(50 + i)) << veiled[i];
+}
+
+// Only nought is a pro-forma invoice to the numbers and the conditions, only one an invoice to the
+// signatures.
+TEST_F(FrmPrintInvoiceExPrintTest, AnyOtherKindCountsAsAnInvoice) {
+    draw("Modul", 1, 1);
+    open(2, [&] {
+        EXPECT_EQ(window().windowTitle(), "Stampanje Predracuna");
+        print();
+    });
+    EXPECT_EQ(titles.last(), "Racun 1/" + year());
+    EXPECT_EQ(document_number::last(Kind::Invoice), 1);
+    EXPECT_EQ(document_number::last(Kind::ProForma), 0);
+    EXPECT_FALSE(documentText().contains("Nacin placanja:"));
+    EXPECT_TRUE(documentText().contains("Robu izdao:"));
+}
+
+TEST_F(FrmPrintInvoiceExPrintTest, ThePointerIsNormalAgainWhenTheDocumentIsShown) {
+    proForma([&] {
+        bool shown = false;
+        window().onShow = [&](ActiveReport2&) {
+            shown = true;
+            EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+        };
+        print();
+        EXPECT_TRUE(shown);
+    });
+}
+
+TEST_F(FrmPrintInvoiceExPrintTest, TheNoteNeedsItsCaptionAndItsText) {
+    draw("Modul", 1, 1);
+    invoice([&] {
+        text2(10)->setText("Hvala.");
+        check(5)->setChecked(false);
+        print();
+        EXPECT_FALSE(documentText().contains("Hvala."));
+        check(5)->setChecked(true);
+        text2(9)->setText("");
+        print();
+        EXPECT_FALSE(documentText().contains("Hvala."));
+        text2(9)->setText("Vazno:");
+        print();
+        EXPECT_TRUE(documentText().contains("Vazno: Hvala."));
+    });
+}
+
 TEST_F(FrmPrintInvoiceExPrintTest, TheFirmsNumbersAreKeptVeiled) {
     proForma([&] {
         text1(3)->setText(" 101234567 ");
@@ -334,6 +425,19 @@ TEST_F(FrmPrintInvoiceExPrintTest, ALockedNumberIsToldAndTheDocumentShowsThatItH
     colleague.release();
     colleague.wait();
     EXPECT_EQ(document_number::last(Kind::ProForma), 0);
+}
+
+TEST_F(FrmPrintInvoiceExPrintTest, WithoutTheTableOfNumbersItIsToldAndTheDocumentShowsThatItHasNone) {
+    proForma([&] {
+        openDatabase().TableDefs().Delete("DocNumber");
+        closeDatabases();
+        print();
+        EXPECT_EQ(command(2)->text(), "-1");
+    });
+    EXPECT_EQ(boxes.lastText(),
+              "Tabela sa brojevima predracuna i racuna ne postoji. Zapis novog broja nije moguc.");
+    ASSERT_EQ(titles.size(), 1);
+    EXPECT_EQ(titles.last(), "Predracun -1/" + year());
 }
 
 TEST_F(FrmPrintInvoiceExPrintTest, AfterTheDocumentTheFileIsFree) {

@@ -1,5 +1,7 @@
 #include "documents/frmPrintInvoiceEx.h"
 
+#include <QGroupBox>
+
 #include "documents/document_number.h"
 #include "documents/document_window.h"
 #include "platform/system/dates.h"
@@ -91,6 +93,26 @@ TEST_F(FrmPrintInvoiceExTest, CaptionsAndToolTips) {
                 EXPECT_FALSE(widget->accessibleName().isEmpty()) << widget->objectName().toStdString();
             }
         }
+    });
+}
+
+TEST_F(FrmPrintInvoiceExTest, FramesAndLabelsOfBothTabs) {
+    EXPECT_EQ(sample(), "(npr. ..., od)") << "until its number is known";
+    proForma([&] {
+        QStringList frames;
+        for (const auto* frame : window().findChildren<QGroupBox*>())
+            frames += frame->title();
+        frames.sort();
+        EXPECT_EQ(frames.join('|'), "Fiskalni podaci firme:|Ostalo:|Podaci Kupca/Klijenta:|Uslovi:");
+        const char* const labels[] = {"Broj:", nullptr, "Zaokruzivanje brojeva:", "Ostali troskovi (%):"};
+        for (const int i : {0, 2, 3})
+            EXPECT_EQ(control<QLabel>(QString("Label3(%1)").arg(i))->text().remove('&'), labels[i]);
+        const auto shown = [&](int panel) {
+            return control<QWidget>(QString("Picture1(%1)").arg(panel))->isVisible();
+        };
+        EXPECT_TRUE(shown(0) && !shown(1));
+        tabs()->setCurrentIndex(1);
+        EXPECT_TRUE(!shown(0) && shown(1));
     });
 }
 
@@ -340,6 +362,28 @@ TEST_F(FrmPrintInvoiceExTest, ANumberByHand) {
     EXPECT_EQ(document_number::last(Kind::Invoice), 0);
 }
 
+// The figure that stands for "the next one" is that to whoever types it, too.
+TEST_F(FrmPrintInvoiceExTest, MinusOneByHandTakesTheNextNumber) {
+    document_number::last(Kind::ProForma);
+    document_number::change(Kind::ProForma, 41);
+    boxes.inputs = {QString("-1")};
+    proForma([&] {
+        QTest::mouseClick(command(2), Qt::LeftButton);
+        EXPECT_EQ(command(2)->text(), "42");
+    });
+    EXPECT_EQ(document_number::last(Kind::ProForma), 42);
+}
+
+TEST_F(FrmPrintInvoiceExTest, AFractionByHandGoesToTheNearestAndAHalfToTheEvenNumber) {
+    boxes.inputs = {QString("2.5"), QString("2.6"), QString("1,000")};
+    proForma([&] {
+        for (const char* wanted : {"2", "3", "1000"}) {
+            QTest::mouseClick(command(2), Qt::LeftButton);
+            EXPECT_EQ(command(2)->text(), wanted);
+        }
+    });
+}
+
 TEST_F(FrmPrintInvoiceExTest, CancelledOrEmptyTheNumberStays) {
     boxes.inputs = {std::nullopt, QString("")};
     proForma([&] {
@@ -449,6 +493,31 @@ TEST_F(FrmPrintInvoiceExTest, TabAndPlaceAreKept) {
     EXPECT_EQ(settings::text(own("WindowData")), "900;1200");
     closeWindow();
     proForma([&] { EXPECT_EQ(tabs()->currentIndex(), 1); });
+}
+
+TEST_F(FrmPrintInvoiceExTest, TheFirstTimeItStandsAtItsUsualPlace) {
+    EXPECT_EQ(settings::text(own("WindowData")), "1800;1800");
+    proForma([&] { EXPECT_EQ(window().pos(), QPoint(120, 120)); });
+}
+
+TEST_F(FrmPrintInvoiceExTest, MinimisedItKeepsItsTabAndNotItsPlace) {
+    settings::setText(own("WindowData"), "450;600");
+    proForma([&] {
+        tabs()->setCurrentIndex(1);
+        window().move(60, 80);
+        window().setWindowState(Qt::WindowMinimized);
+    });
+    window().Unload();
+    EXPECT_EQ(settings::text(own("WindowData")), "450;600");
+    EXPECT_EQ(settings::text(own("TabIndex")), "2");
+}
+
+TEST_F(FrmPrintInvoiceExTest, ClosingTakesNoNumberBackAndTakesNone) {
+    document_number::last(Kind::ProForma);
+    document_number::change(Kind::ProForma, 7);
+    proForma([&] { QTest::mouseClick(command(1), Qt::LeftButton); });
+    closeWindow();
+    EXPECT_EQ(document_number::last(Kind::ProForma), 7);
 }
 
 TEST_F(FrmPrintInvoiceExTest, TheCloseBoxAndTheButtonHide) {

@@ -1,5 +1,6 @@
 #include "documents/frmTrebovanjeError.h"
 
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
 
@@ -76,6 +77,19 @@ TEST_F(CriticalProducts, ExplainsTheMarksAndHasSixColumns) {
         headers.append(window->ListView1->columnText(i));
     EXPECT_EQ(headers.join('|'), "Proizvodjac|Grupa|Naziv|Opis|Cena [EUR]|Kolicina");
     EXPECT_TRUE(boxes.asked.isEmpty());
+}
+
+TEST_F(CriticalProducts, FiguresStandAtTheRightAndTheButtonsSayWhatTheyDo) {
+    add("K1", 1);
+    for (int column = 1; column <= 6; ++column) {
+        const int wanted = column >= 5 ? Qt::AlignRight : Qt::AlignLeft;
+        const QAbstractItemModel& model = *window->ListView1->model();
+        EXPECT_TRUE(model.headerData(column - 1, Qt::Horizontal, Qt::TextAlignmentRole).toInt() & wanted);
+        EXPECT_TRUE(model.index(0, column - 1).data(Qt::TextAlignmentRole).toInt() & wanted);
+    }
+    EXPECT_EQ(window->Command1[0]->objectName(), "Command1(0)");
+    EXPECT_EQ(window->Command1[1]->objectName(), "Command1(1)");
+    EXPECT_EQ(window->Command1[1]->text(), "&Stampaj...");
 }
 
 TEST_F(CriticalProducts, CodeOneGoesToTheEndWithTheMarkTwo) {
@@ -181,6 +195,66 @@ TEST_F(CriticalProducts, TheButtonEscapeAndTheCloseBoxHideIt) {
     show([&] {
         window->close();
         EXPECT_FALSE(window->isVisible());
+    });
+}
+
+TEST_F(CriticalProducts, TheFirstTimeItStandsAtItsUsualPlace) {
+    EXPECT_EQ(kept("WindowData"), "800;800;12000;8000");
+    EXPECT_EQ(window->pos(), QPoint(53, 53));
+    EXPECT_EQ(window->size(), QSize(800, 533).boundedTo(window->screen()->availableSize()));
+    for (int column = 1; column <= 6; ++column) {
+        EXPECT_EQ(window->ListView1->columnWidthTwips(column), 1440);
+        EXPECT_EQ(window->ListView1->columnPosition(column), column);
+    }
+}
+
+TEST_F(CriticalProducts, MinimisedItKeepsItsColumnsAndNotItsPlace) {
+    show([&] {
+        window->ListView1->setColumnWidthTwips(2, 3000);
+        window->move(30, 40);
+        window->setWindowState(Qt::WindowMinimized);
+    });
+    window->Unload();
+    EXPECT_EQ(kept("WindowData"), "800;800;12000;8000");
+    EXPECT_EQ(kept("LVWColumnWidths"), "1440;3000;1440;1440;1440;1440");
+}
+
+TEST_F(CriticalProducts, TextListAndButtonsFollowTheWindow) {
+    show([&] {
+        const auto grown = [&](const QSize& by) {
+            const QSize list = window->ListView1->size();
+            const QPoint button = window->Command1[0]->pos();
+            const int text = window->Text1->width();
+            window->resize(window->size() + by);
+            QCoreApplication::processEvents();
+            EXPECT_EQ(window->ListView1->width() - list.width(), by.width());
+            EXPECT_EQ(window->Text1->width() - text, by.width());
+            EXPECT_EQ(window->Command1[0]->pos() - button, QPoint(by.width(), by.height()));
+            return window->ListView1->height() - list.height();
+        };
+        EXPECT_GT(grown({0, 120}), 100);
+        EXPECT_LT(grown({0, -150}), -100);
+        grown({-120, 0});
+    });
+}
+
+// A dark line, and under it a light one that reaches a little further at both ends.
+TEST_F(CriticalProducts, ARuleIsEngravedAboveTheButtons) {
+    show([&] {
+        auto* rule = window->findChild<QWidget*>("Line1");
+        ASSERT_NE(rule, nullptr);
+        EXPECT_GT(rule->y(), window->ListView1->geometry().bottom());
+        EXPECT_LT(rule->geometry().bottom(), window->Command1[0]->y());
+        const QImage image = rule->grab().toImage();
+        const QRgb dark = rule->palette().color(QPalette::Dark).rgb();
+        const QRgb light = rule->palette().color(QPalette::Light).rgb();
+        const int middle = image.width() / 2, last = image.width() - 1;
+        EXPECT_EQ(image.pixel(middle, 0), dark);
+        EXPECT_EQ(image.pixel(middle, 1), light);
+        EXPECT_NE(image.pixel(0, 0), dark);
+        EXPECT_NE(image.pixel(last, 0), dark);
+        EXPECT_EQ(image.pixel(0, 1), light);
+        EXPECT_EQ(image.pixel(last, 1), light);
     });
 }
 

@@ -246,6 +246,11 @@ TEST(ReportField, ShowsValuesByFormatAndLocale) {
         {std::string("Mi\xC5\xA1"), "#,##0.00", "Mi\xC5\xA1", "Mi\xC5\xA1"},
         {true, "", "True", "True"},
         {-0.001F, "#,##0.00", "0.00", "0,00"},
+        // Reckoned in binary these end a hair below the half; the customer's pocket calculator does not.
+        {6.375 * 1.2, "#,##0.0", "7.7", "7,7"},
+        {-6.375 * 1.2, "#,##0.0", "-7.7", "-7,7"},
+        {1.15 * 100.5, "#,##0.00", "115.58", "115,58"},
+        {123456789012.345, "#,##0.00", "123,456,789,012.35", "123.456.789.012,35"},
     };
     for (const Shown& shown : all) {
         const LocaleScope point("en_US");
