@@ -137,13 +137,22 @@ void ListBox::currentChanged(const QModelIndex& current, const QModelIndex& prev
     emit clicked();
 }
 
+// A click beside the rows leaves the selection alone, and no key held takes a row back out of it: the shop's
+// lists go by the row that is chosen.
+QItemSelectionModel::SelectionFlags ListBox::selectionCommand(const QModelIndex& index,
+                                                              const QEvent* event) const {
+    if (!index.isValid())
+        return QItemSelectionModel::NoUpdate;
+    const QItemSelectionModel::SelectionFlags asked = QListView::selectionCommand(index, event);
+    if (asked & (QItemSelectionModel::Deselect | QItemSelectionModel::Toggle))
+        return QItemSelectionModel::ClearAndSelect;
+    return asked;
+}
+
 void ListBox::mousePressEvent(QMouseEvent* event) {
     told_ = false;
     const QModelIndex under = indexAt(event->position().toPoint());
     QListView::mousePressEvent(event);
-    // A click beside the rows leaves the selection alone.
-    if (!under.isValid() && currentIndex().isValid())
-        selectionModel()->select(currentIndex(), QItemSelectionModel::ClearAndSelect);
     if (under.isValid() && !told_)
         emit clicked();
 }

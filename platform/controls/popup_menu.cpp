@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QMenu>
+#include <QMouseEvent>
 
 #include "platform/system/trap.h"
 
@@ -31,10 +32,31 @@ void PopupMenu::clear() {
     connect(building_, &QMenu::triggered, this, [this](QAction* action) {
         emit click(static_cast<int>(current_->actions().indexOf(action)) + 1);
     });
-    connect(building_, &QMenu::hovered, this, [this](QAction* action) {
-        emit itemHighlight(static_cast<int>(current_->actions().indexOf(action)) + 1, action->isEnabled(),
-                           action->isSeparator() || action->property(kHeader).toBool());
-    });
+    connect(building_, &QMenu::hovered, this,
+            [this, menu = building_](QAction* action) { tellHighlight(menu, action); });
+    building_->installEventFilter(this);
+}
+
+void PopupMenu::tellHighlight(const QMenu* menu, QAction* action) {
+    const int item = static_cast<int>(menu->actions().indexOf(action)) + 1;
+    if (item == highlighted_)
+        return;
+    highlighted_ = item;
+    emit itemHighlight(highlighted_, action->isEnabled(),
+                       action->isSeparator() || action->property(kHeader).toBool());
+}
+
+// Most desktops do not light up what is off, and would leave the hint of another item standing.
+bool PopupMenu::eventFilter(QObject* watched, QEvent* event) {
+    auto* menu = static_cast<QMenu*>(watched);
+    if (event->type() == QEvent::Show) {
+        highlighted_ = 0;
+    } else if (event->type() == QEvent::MouseMove) {
+        QAction* under = menu->actionAt(static_cast<QMouseEvent*>(event)->position().toPoint());
+        if (under && (under->isSeparator() || !under->isEnabled()))
+            tellHighlight(menu, under);
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 int PopupMenu::addItem(const QString& caption, const QString& helpText, const QIcon& icon, bool enabled,

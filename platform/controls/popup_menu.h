@@ -38,16 +38,21 @@ class PopupMenu : public QObject {
     void show(const QPoint& globalPosition);
     QMenu* menu() const { return current_; }  // nullptr before the first restore
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
  signals:
     void click(int item);
+    // The pointer or the keys have come to an item; also to one that is off, which nothing else shows.
     void itemHighlight(int item, bool enabled, bool separator);
 
  private:
+    void tellHighlight(const QMenu* menu, QAction* action);
     QAction* itemAt(int index) const;  // nullptr out of range
     QWidget* owner_;
     QMenu* building_ = nullptr;
     QMenu* current_ = nullptr;
     QHash<QString, QMenu*> stored_;
+    int highlighted_ = 0;  // item told last while the menu is up
 };
 
 }  // namespace platform

@@ -563,6 +563,20 @@ TEST_F(Units, OrderAndPlaceAreKept) {
     EXPECT_TRUE(boxes.asked.isEmpty());
 }
 
+TEST_F(Units, OpensTheFirstTimeAtItsUsualPlace) {
+    show([&] {
+        EXPECT_EQ(win().pos(), QPoint(500 / 15, 500 / 15));
+        EXPECT_FALSE(win().Sorted);
+        EXPECT_EQ(win().SortedHow, "ASC");
+    });
+}
+
+TEST_F(Units, AnyOtherOrderThanAscendingIsDescending) {
+    settings::setText(settings::find("frmJM", "Sorted"), "1");
+    settings::setText(settings::find("frmJM", "SortedHow"), "down");
+    show([&] { EXPECT_EQ(rows(), QStringList(kAscending.rbegin(), kAscending.rend())); });
+}
+
 TEST_F(Units, EveryWayOutHides) {
     openDatabase();
     for (const auto& way : {std::function<void()>([&] { QTest::keyClick(entry(), Qt::Key_Escape); }),

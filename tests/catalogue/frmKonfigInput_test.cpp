@@ -509,6 +509,36 @@ TEST_F(ProductInput, KeepsItsPlace) {
     EXPECT_EQ(settings::text(settings::KonfigInputWindowData), "600;900") << "once";
 }
 
+TEST_F(ProductInput, OpensTheFirstTimeAtItsUsualPlace) {
+    show([&] {
+        EXPECT_EQ(win().pos(), QPoint(800 / 15, 800 / 15));
+        click(2);
+    });
+}
+
+TEST_F(ProductInput, MinimisedItKeepsItsOldPlace) {
+    settings::setText(settings::KonfigInputWindowData, "1500;3000");
+    show([&] {
+        win().setWindowState(Qt::WindowMinimized);
+        win().Unload();
+        win().reject();
+    });
+    EXPECT_EQ(settings::text(settings::KonfigInputWindowData), "1500;3000");
+}
+
+TEST_F(ProductInput, ItsCallerFindsWhatIsUsual) {
+    EXPECT_EQ(win().ParentForm, nullptr);
+    EXPECT_EQ(win().OpenMode, frmKonfigInput::NewProduct);
+    EXPECT_EQ(frmKonfigInput::NewProduct, 0);
+    EXPECT_EQ(frmKonfigInput::ExistingProduct, 1);
+    EXPECT_EQ(frmKonfigInput::Search, 2);
+    EXPECT_FALSE(win().Cancelled);
+    EXPECT_TRUE(win().ContinueInput);
+    EXPECT_EQ(win().JedinicaMere, "Kom.");
+    EXPECT_EQ(win().Cena, 0.0F);
+    EXPECT_EQ(win().Stanje, 0.0F);
+}
+
 TEST_F(ProductInput, NeverShownItStoresNothing) {
     settings::setText(settings::KonfigInputWindowData, "1500;3000");
     unload();

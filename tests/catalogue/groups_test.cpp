@@ -363,6 +363,28 @@ TEST_F(Groups, SingleQuoteKeepsTheOldNameInRequisitions) {
     EXPECT_EQ(parent().updates, 0);
 }
 
+TEST_F(Groups, SingleQuoteOfAManufacturerIsToldInItsOwnWords) {
+    fillShop();
+    draw(m17, "17 inca", "opis", "Monitori", "Adler");
+    show([&] {
+        select(kManufacturers, "Adler");
+        boxes.inputs = {QString("O'ADLER")};
+        window().EditGrpMft();
+        ASSERT_EQ(boxes.asked.size(), 3);
+        expectError(boxes.asked[1],
+                    "Neocekivana greska prilikom promene naziva proizvodjaca u bazi podataka u tabeli "
+                    "trebovanih stavki. Greska je data kao:",
+                    3075, occured("EditGrpMft"));
+        expectError(boxes.asked[2],
+                    "Neocekivana greska prilikom promene naziva proizvodjaca u bazi podataka:", 3075,
+                    " ; Code line no.: ");
+        EXPECT_TRUE(boxes.asked[2].text.endsWith(occured("EditGrpMft")));
+    });
+    EXPECT_EQ(manufacturerName(adler), "O'ADLER");
+    EXPECT_EQ(drawn("Proizvodjac='Adler'"), 1);
+    EXPECT_EQ(parent().updates, 0);
+}
+
 // Deleting --------------------------------------------------------------------------------------------------
 
 TEST_F(Groups, DeletingAGroupAsksAndTakesItsProducts) {
@@ -506,6 +528,18 @@ TEST_F(Groups, DeletingAllManufacturersFromTheSearchBox) {
     });
     EXPECT_EQ(countRows("Proizvodjaci"), 0);
     EXPECT_EQ(countRows("Oprema"), 0);
+}
+
+TEST_F(Groups, NobodyIsAskedBeforeAllGoWhereTheQuestionIsOff) {
+    AskBeforeDelete = false;
+    fillShop();
+    show([&] {
+        focus(kGroups);
+        window().DeleteAllGrpMft();
+        EXPECT_EQ(groups().count(), 0);
+    });
+    EXPECT_TRUE(boxes.asked.isEmpty());
+    EXPECT_EQ(countRows("Grupe"), 0);
 }
 
 TEST_F(Groups, LockedFileIsToldOnEveryCommand) {

@@ -640,6 +640,21 @@ TEST_F(Products, NoDeletesThoseOfTheSelectedGroupAndManufacturer) {
     EXPECT_EQ(nameOf(fast), "Brzi");
 }
 
+TEST_F(Products, NoEmptiesTheListAlsoOfProductsThatStay) {
+    fillShop();
+    withMonitors([&] {
+        window().PrikaziSveProizvodjace = true;
+        window().RefreshProduct(false);
+        ASSERT_EQ(products().count(), 3);
+        boxes.answers = {BoxAnswer::No};
+        window().DeleteAllProduct();
+        EXPECT_EQ(products().count(), 0);
+        EXPECT_EQ(statusText(), "U bazi podataka nema Proizvoda");
+        window().RefreshProduct(false);
+        EXPECT_EQ(productNames(), "21 inca") << "until the next refresh";
+    });
+}
+
 TEST_F(Products, NoNeedsAGroupAndAManufacturer) {
     fillShop();
     withMonitors([&] {

@@ -1,0 +1,124 @@
+#include "platform/controls/keys.h"
+
+#include <gtest/gtest.h>
+
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QLocale>
+#include <QTest>
+#include <QVBoxLayout>
+
+#include "platform/system/locale_scope.h"
+
+namespace {
+
+using platform::filterNumberKey;
+using platform::NumberKeys;
+
+QKeyEvent press(int key, const char* text, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    return {QEvent::KeyPress, key, modifiers, QString::fromUtf8(text)};
+}
+
+// What a field holds after these characters were typed on the main keys.
+QString typed(const char* text, NumberKeys rule = {}) {
+    QLineEdit field;
+    for (const QChar letter : QString::fromUtf8(text)) {
+        const QKeyEvent key(QEvent::KeyPress, 0, Qt::NoModifier, QString(letter));
+        if (!filterNumberKey(field, key, rule))
+            field.insert(QString(letter));
+    }
+    return field.text();
+}
+
+TEST(NumberKeys, DigitsAndTheUsersSeparatorPass) {
+    const LocaleScope point("en_US");
+    EXPECT_EQ(typed("12.5"), "12.5");
+    EXPECT_EQ(typed("1,2-3 4e5k"), "12345") << "everything else is dropped";
+}
+
+TEST(NumberKeys, UnderACommaThePointWritesTheComma) {
+    const LocaleScope comma("de_DE");
+    EXPECT_EQ(typed("12,5"), "12,5");
+    EXPECT_EQ(typed("12.5"), "12,5");
+}
+
+TEST(NumberKeys, ThePadsPointIsTheSeparatorWhateverItIs) {
+    for (const char* locale : {"en_US", "de_DE"}) {
+        const LocaleScope scope(locale);
+        const QString separator = QLocale().decimalPoint();
+        for (const bool comma : {false, true}) {
+            QLineEdit field;
+            const QKeyEvent key =
+                press(comma ? Qt::Key_Comma : Qt::Key_Period, comma ? "," : ".", Qt::KeypadModifier);
+            const bool dealtWith = filterNumberKey(field, key);
+            EXPECT_EQ(dealtWith ? field.text() : key.text(), separator) << locale << comma;
+        }
+    }
+}
+
+TEST(NumberKeys, TheLetterNWritesTheSeparatorOnlyUnderACommaAndOnlyWhereItCounts) {
+    const NumberKeys rule{.letterNCounts = true};
+    {
+        const LocaleScope comma("de_DE");
+        EXPECT_EQ(typed("1n5", rule), "1,5");
+        EXPECT_EQ(typed("1n5"), "15");
+        EXPECT_EQ(typed("1N5", rule), "15");
+    }
+    const LocaleScope point("en_US");
+    EXPECT_EQ(typed("1n5", rule), "15");
+}
+
+TEST(NumberKeys, WholeNumbersTakeDigitsOnly) {
+    for (const char* locale : {"en_US", "de_DE"}) {
+        const LocaleScope scope(locale);
+        EXPECT_EQ(typed("1.2,3n", {.decimals = false, .letterNCounts = true}), "123") << locale;
+    }
+}
+
+TEST(NumberKeys, OtherPeoplesDigitsAreNone) {
+    const LocaleScope point("en_US");
+    EXPECT_EQ(typed("1\u0663\u00b2"), "1");
+}
+
+TEST(NumberKeys, CommandsAndEditingKeysPass) {
+    QLineEdit field("7");
+    for (const QKeyEvent& key :
+         {press(Qt::Key_V, "\x16", Qt::ControlModifier), press(Qt::Key_V, "v", Qt::ControlModifier),
+          press(Qt::Key_Backspace, "\b"), press(Qt::Key_Delete, "\x7f"), press(Qt::Key_Left, ""),
+          press(Qt::Key_Tab, "\t"), press(Qt::Key_K, "k", Qt::AltModifier)})
+        EXPECT_FALSE(filterNumberKey(field, key)) << key.key();
+    EXPECT_EQ(field.text(), "7");
+}
+
+TEST(NumberKeys, ASeparatorReplacesWhatIsSelected) {
+    const LocaleScope comma("de_DE");
+    QLineEdit field("12");
+    field.setSelection(1, 1);
+    EXPECT_TRUE(filterNumberKey(field, press(Qt::Key_Period, ".")));
+    EXPECT_EQ(field.text(), "1,");
+}
+
+TEST(EnterKey, IsEitherOfTheTwoWithoutAnotherKeyHeld) {
+    EXPECT_TRUE(platform::isEnter(press(Qt::Key_Return, "\r")));
+    EXPECT_TRUE(platform::isEnter(press(Qt::Key_Enter, "\r", Qt::KeypadModifier)));
+    for (const Qt::KeyboardModifier held : {Qt::ControlModifier, Qt::ShiftModifier, Qt::AltModifier})
+        EXPECT_FALSE(platform::isEnter(press(Qt::Key_Return, "\r", held))) << held;
+    EXPECT_FALSE(platform::isEnter(press(Qt::Key_Space, " ")));
+}
+
+TEST(PressTab, GoesOnToTheNextControl) {
+    QWidget window;
+    auto* column = new QVBoxLayout(&window);
+    auto* first = new QLineEdit;
+    auto* second = new QLineEdit;
+    column->addWidget(first);
+    column->addWidget(second);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    first->setFocus();
+    platform::pressTab(first);
+    EXPECT_TRUE(second->hasFocus());
+    EXPECT_EQ(first->text(), "");
+}
+
+}  // namespace
