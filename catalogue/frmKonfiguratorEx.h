@@ -84,6 +84,8 @@ class frmKonfiguratorEx : public QDialog, public ParentDragEvents {
     void DeleteAllGrpMft();
     // Draws the selected product from stock for the parent's service (frmKonfiguratorEx_requisition.cpp).
     void TrebovanjeExecute();
+    // Asks for what the price list shall hold, and shows it (frmKonfiguratorEx_bars.cpp).
+    void PrintPriceList();
 
     // --- Controls and state, under the names the shop's other windows know them by.
     std::array<platform::DataControl*, kPanes> Data1{};

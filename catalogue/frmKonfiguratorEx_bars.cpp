@@ -9,6 +9,7 @@
 #include <functional>
 #include <utility>
 
+#include "catalogue/frmKonfigPrint.h"
 #include "catalogue/frmKonfiguratorEx.h"
 #include "platform/controls/pictures.h"
 #include "platform/system/trap.h"
@@ -32,7 +33,6 @@ constexpr Command kToolbar[] = {
     {nullptr, 0, nullptr, nullptr},         {"refresh", 10516, "Refresh", "Azuriraj"},
     {nullptr, 0, nullptr, nullptr},         {"unsort", 10517, "Unsort", "Ponisti sortiranje"},
     {nullptr, 0, nullptr, nullptr},         {"help", 10518, "Help", "Pomoc"}};
-constexpr char kNotYet[] = "Not available yet";
 
 constexpr Command kListMenu[] = {{nullptr, 0, nullptr, "-hahaha"},
                                  {"new", 10511, "New", "Nova Stavka...\tCtrl+N"},
@@ -104,8 +104,6 @@ void frmKonfiguratorEx::buildToolbar() {
             widget->setAccessibleName(QLatin1String(button.caption));
         }
     }
-    QAction* print = toolbarButton(QStringLiteral("print"));
-    print->setToolTip(print->toolTip() + QLatin1Char('\n') + QLatin1String(kNotYet));
 }
 
 QAction* frmKonfiguratorEx::toolbarButton(const QString& key) const {
@@ -135,7 +133,9 @@ void frmKonfiguratorEx::runToolbar(const QString& key) {
         }
     }
     const bool unsort = key == QLatin1String("unsort");
-    if (key == QLatin1String("help"))
+    if (key == QLatin1String("print"))
+        PrintPriceList();
+    else if (key == QLatin1String("help"))
         box(QStringLiteral("Bice, bice..."), platform::BoxIcon::Information);
     else if (unsort || key == QLatin1String("refresh"))
         onList ? SortList(unsort ? 3 : 0, false) : RefreshProduct(unsort);
@@ -155,6 +155,14 @@ bool frmKonfiguratorEx::hasSelection(int pane) const {
                              : ListView1->selectedIndex() > 0;
 }
 
+void frmKonfiguratorEx::PrintPriceList() {
+    frmKonfigPrint options(this);
+    options.setIDGrupe(List1[kGroups]->selectedData());
+    options.setIDProizvodjaca(List1[kManufacturers]->selectedData());
+    options.Display();
+    options.Unload();
+}
+
 platform::SortTag frmKonfiguratorEx::sortOf(int pane) const {
     Trap step;  // filling the list has told of it already
     platform::SortTag sort;
@@ -169,7 +177,7 @@ void frmKonfiguratorEx::ToolbarUpdate() {
     const std::pair<const char*, bool> states[] = {{"edit", selected},
                                                    {"delete", selected},
                                                    {"delall", rows},
-                                                   {"print", false},  // until there is a price list
+                                                   {"print", rows && pane == kProducts},
                                                    {"unsort", rows && sortOf(pane).sorted}};
     for (const auto& [key, on] : states)
         toolbarButton(QLatin1String(key))->setEnabled(on);
@@ -218,11 +226,7 @@ void frmKonfiguratorEx::openProductMenu(const QPoint& at) {
         cP->setEnabled(QStringLiteral("lvedit"), selected);
         cP->setEnabled(QStringLiteral("lvdelete"), selected);
         cP->setEnabled(QStringLiteral("lvdelall"), rows);
-        cP->setEnabled(QStringLiteral("lvprint"), false);
-        cP->menu()
-            ->actions()
-            .at(cP->indexOf(QStringLiteral("lvprint")) - 1)
-            ->setToolTip(QLatin1String(kNotYet));
+        cP->setEnabled(QStringLiteral("lvprint"), rows);
         cP->setEnabled(QStringLiteral("lvunsort"), rows && sortOf(kProducts).sorted);
         cP->show(at);
     });
@@ -242,6 +246,7 @@ void frmKonfiguratorEx::cP_Click(int item) {
         {"lvedit", [this] { EditProduct(); }},
         {"lvdelete", [this] { DeleteProduct(); }},
         {"lvdelall", [this] { DeleteAllProduct(); }},
+        {"lvprint", [this] { PrintPriceList(); }},
         {"lvunsort", [this] { RefreshProduct(true); }},
         {"lvrefresh", [this] { RefreshProduct(false); }}};
     const QString key = cP->keyOf(item);

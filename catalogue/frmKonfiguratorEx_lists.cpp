@@ -13,6 +13,7 @@
 #include "platform/system/numbers.h"
 #include "platform/system/trap.h"
 #include "shell/modMain.h"
+#include "shell/rate_term.h"
 
 using platform::BoxIcon;
 using platform::SortTag;
@@ -40,16 +41,6 @@ QString fillErrorOf(const Trap& step, const char* procedure) {
         .arg(step.line())
         .arg(step.codeLine())
         .arg(QLatin1String(procedure));
-}
-
-// Statements are written with a point, whatever the user's separator.
-QString rateTerm() {
-    if (!CeneDinarske)
-        return QStringLiteral("1");
-    QString separator = platform::decimalSeparator();
-    if (separator.isEmpty())
-        separator = QStringLiteral(".");
-    return platform::textOfSingle(KursKupovni).replace(separator, QStringLiteral("."));
 }
 
 QHash<QString, QIcon> sortArrows() {

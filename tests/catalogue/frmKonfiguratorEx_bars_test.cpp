@@ -75,9 +75,9 @@ TEST_F(frmKonfiguratorExBars, ButtonsFollowTheFocusedPane) {
         manufacturers().setFocus();
         EXPECT_EQ(toolbarOn(), "new,edit,delete,delall,refresh,help");
         products().setFocus();
-        EXPECT_EQ(toolbarOn(), "new,edit,delete,delall,refresh,help");
+        EXPECT_EQ(toolbarOn(), "new,edit,delete,delall,print,refresh,help");
         emit products().columnClicked(2);
-        EXPECT_EQ(toolbarOn(), "new,edit,delete,delall,refresh,unsort,help");
+        EXPECT_EQ(toolbarOn(), "new,edit,delete,delall,print,refresh,unsort,help");
         clickRow(groups(), "Prazna");
         products().setFocus();
         EXPECT_EQ(toolbarOn(), "new,refresh,help");
@@ -89,15 +89,24 @@ TEST_F(frmKonfiguratorExBars, ButtonsFollowTheFocusedPane) {
     });
 }
 
-TEST_F(frmKonfiguratorExBars, PrintingIsNotThereYet) {
+TEST_F(frmKonfiguratorExBars, ProductsCanBePrintedWhileTheyAreTheActivePane) {
     fillShop();
     show([&] {
+        QAction* print = window().toolbarButton("print");
+        EXPECT_EQ(print->toolTip(), GetResString(10515));
+        groups().setFocus();
+        EXPECT_FALSE(print->isEnabled());
+        search(1)->setFocus();
+        EXPECT_FALSE(print->isEnabled());
         products().setFocus();
-        EXPECT_FALSE(window().toolbarButton("print")->isEnabled());
-        EXPECT_EQ(window().toolbarButton("print")->toolTip(),
-                  "Stampa razlicite izvestaje vezane za proizvode, grupe proizvoda i njihove "
-                  "proizvodjace.\nNot available yet");
+        EXPECT_TRUE(print->isEnabled());
         QMenu* menu = openMenu(&products());
+        EXPECT_TRUE(window().cP->isEnabled(window().cP->indexOf("lvprint")));
+        menu->close();
+        clickRow(groups(), "Prazna");
+        products().setFocus();
+        EXPECT_FALSE(print->isEnabled()) << "no rows";
+        menu = openMenu(&products());
         EXPECT_FALSE(window().cP->isEnabled(window().cP->indexOf("lvprint")));
         menu->close();
     });
@@ -222,16 +231,16 @@ TEST_F(frmKonfiguratorExBars, ProductMenuHasItsItemsAndStates) {
         EXPECT_EQ(captions(menu),
                   "Proizvodi|Nova Stavka...\tCtrl+N|Promeni Naziv...||Izbrisi\tDel|Izbrisi Sve\tShift+Del||"
                   "Stampaj...\tCtrl+P||Ponisti Sortiranje\tF8||Azuriraj Podatke\tF5");
-        EXPECT_EQ(menuOn(menu), "lvnew,lvedit,lvdelete,lvdelall,lvrefresh");
+        EXPECT_EQ(menuOn(menu), "lvnew,lvedit,lvdelete,lvdelall,lvprint,lvrefresh");
         menu->close();
         emit products().columnClicked(2);
         openMenu(&products());
-        EXPECT_EQ(menuOn(menu), "lvnew,lvedit,lvdelete,lvdelall,lvunsort,lvrefresh");
+        EXPECT_EQ(menuOn(menu), "lvnew,lvedit,lvdelete,lvdelall,lvprint,lvunsort,lvrefresh");
         menu->close();
         window().DataUpdate(2, "K0", false);
         products().selectionModel()->clear();
         openMenu(&products());
-        EXPECT_EQ(menuOn(menu), "lvnew,lvdelall,lvunsort,lvrefresh");
+        EXPECT_EQ(menuOn(menu), "lvnew,lvdelall,lvprint,lvunsort,lvrefresh");
         menu->close();
         clickRow(groups(), "Prazna");
         openMenu(&products());
