@@ -24,6 +24,7 @@ namespace {
 // over for it before they begin.
 frmMain& window() {
     static frmMain* const main = [] {
+        ShowTipsAtStartup = false;
         auto* made = new frmMain;
         made->GetTickCount = [] {
             static qint64 tick = 0;
@@ -194,6 +195,7 @@ int startUpMeasure() {
         return 1;
     }
     const double checked = millisecondsNow();
+    ShowTipsAtStartup = false;
     frmMain main;
     qint64 tick = 0;
     main.GetTickCount = [&tick] { return tick += frmMain::kSplashTime; };

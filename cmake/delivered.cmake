@@ -1,5 +1,5 @@
 # The files that the program is delivered with, in the build tree's folder "delivered": the shop's empty database
-# and one with an invented year in it. The help lies there too.
+# and one with an invented year in it, and the tips of the day. The help lies there too.
 
 set(DELIVERED_DIR ${CMAKE_BINARY_DIR}/delivered)
 
@@ -33,7 +33,13 @@ add_custom_command(OUTPUT ${DELIVERED_DIR}/Demo.mdb
   DEPENDS make_demo ${DELIVERED_DIR}/Tarvello.mdb
   COMMENT "Inventing a shop's year"
   VERBATIM)
-add_custom_target(delivered ALL DEPENDS ${DELIVERED_DIR}/Tarvello.mdb ${DELIVERED_DIR}/Demo.mdb)
+add_custom_command(OUTPUT ${DELIVERED_DIR}/tipoftheday.txt
+  COMMAND ${CMAKE_COMMAND} -E copy ${CMAKE_SOURCE_DIR}/resources/tipoftheday.txt ${DELIVERED_DIR}/tipoftheday.txt
+  DEPENDS ${CMAKE_SOURCE_DIR}/resources/tipoftheday.txt
+  COMMENT "Laying the tips beside them"
+  VERBATIM)
+add_custom_target(delivered ALL
+  DEPENDS ${DELIVERED_DIR}/Tarvello.mdb ${DELIVERED_DIR}/Demo.mdb ${DELIVERED_DIR}/tipoftheday.txt)
 
 if(NOT TARGET build_help)
   include(cmake/help.cmake)
