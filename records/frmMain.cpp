@@ -10,6 +10,7 @@
 #include "platform/system/trap.h"
 #include "records/frmDetails.h"
 #include "shell/frmSplash.h"
+#include "shell/frmTip.h"
 #include "shell/modMain.h"
 
 using platform::BoxIcon;
@@ -112,7 +113,19 @@ bool frmMain::Display() {
         ArrangeControls();
         show();
     }
+    if (ShowTipsAtStartup)
+        showTip();
     return true;
+}
+
+// The advice stands over a window that is there already, and takes itself away: the program's own loop runs
+// under it, so that the program can be ended meanwhile as at any other time.
+void frmMain::showTip() {
+    repaint();
+    auto* tip = new frmTip(this);
+    tip->setAttribute(Qt::WA_DeleteOnClose);
+    tip->onLoadFailure = [this] { DistroySplashForm(); };
+    tip->Display();
 }
 
 // The picture stays for seven seconds in all, however much of that time the building took.

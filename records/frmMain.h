@@ -8,6 +8,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <string>
 
 #include "platform/controls/boxes.h"
 #include "platform/controls/data_control.h"
@@ -16,7 +17,9 @@
 #include "platform/controls/selector.h"
 #include "platform/controls/status_bar.h"
 #include "records/main_window_view.h"
+#include "records/report_choices.h"
 #include "records/stage_tabs.h"
+#include "records/text_report.h"
 
 class QAction;
 class QCheckBox;
@@ -30,6 +33,9 @@ class QVBoxLayout;
 class frmDetails;
 class frmSplash;
 struct EntryRow;
+namespace quick_filters {
+struct Found;
+}
 
 // The pieces that Display builds one after the other; named so that the failure of each can be tried out.
 enum class StartStep {
@@ -46,8 +52,8 @@ enum class StartStep {
 // The main window: a client, the client's computers and the services of a computer, as three stages on one
 // tab strip. Stages count from 1 in CurrentStage and from 0 in Data1, Combo1, Picture1, StageDirty and
 // RememberedIndex. Its bodies are cut by subject: frmMain.cpp (building, Display, unloading), _panes, _bars,
-// _stages, _editing, _commands, _session, _settings, _services.
-class frmMain : public QMainWindow {
+// _stages, _editing, _commands, _session, _settings, _services, _filters, _sorting, _report.
+class frmMain : public QMainWindow, public ReportChoices {
     Q_OBJECT
  public:
     static constexpr int kEntryFields = 41;   // Text1(0) to Text1(40)
@@ -85,12 +91,6 @@ class frmMain : public QMainWindow {
     bool AlwaysCreateBackupDB = true;
     bool ToolbarVisible = true;  // what the user wants, also while a bar could not be made
     bool StatusbarVisible = true;
-    bool IncludeClients = true, IncludeComputers = true, IncludeServices = true;
-    bool ShowOnlySelectedClient = true, ShowOnlySelectedComputer = true, ShowOnlySelectedService = true;
-    bool PrintBirthDetails = true, PrintPIDCardDetails = true, PrintAddressDetails = true;
-    bool PrintContactDetails = true, PrintClientComments = true;
-    bool PrintMemoryDetails = true, PrintStorageDetails = true, PrintPheriperalDetails = true;
-    bool PrintOSDetails = true, PrintComputerComments = true;
     // Kinds of service by their position in the table: 1 is the first, [0] is not used. Empty: none were
     // read.
     QList<QString> ServiceTypeNames;
@@ -157,7 +157,27 @@ class frmMain : public QMainWindow {
     void updateHelpMenu();
     void updatePopupMenu();
     void ArrangeControls();
+
+    // --- Quick filters, refresh (frmMain_filters.cpp).
+    // Narrows all stages to the services that the filter finds, and their computers and clients. `ok` is
+    // false where it found nothing, or the person has to mend a record first: all stands as it stood then.
+    // Throws dao::Error where the database could not be asked; a narrowing that fails half-way shows the
+    // whole shop. A number that is no filter does nothing.
+    void ApplyQuickFilter(int number, bool& ok);
     void ShowFilterCaption(int number, bool remove);
+    void RemoveFilters();
+    void RefreshAll();  // all records and the unit of the money columns; ends a filter, too
+
+    // --- Order of the services list (frmMain_sorting.cpp). Nothing on an empty list.
+    void ListView1_ColumnClick(int column);  // from 1
+    void UnsortServices();                   // back to the order of the database
+
+    // --- Text report, legend (frmMain_report.cpp).
+    // Writes the report of the choices into the program's folder and opens it. The window may be closed
+    // meanwhile; a second call meanwhile does nothing.
+    void GenerateReport();
+    void OpenReportOptions();
+    void OpenLegend();
 
     // --- Session (the database under the open window).
     void OpenDataControls(QString& errorText, bool& ok);
@@ -189,11 +209,13 @@ class frmMain : public QMainWindow {
     // The invoice, or the quotation, of the selected service. Nothing without a selection.
     void OpenDocumentOptions(bool invoice);
     void EditService(int mode);  // 1: edit the selected service; anything else: a new one
+    void showUnit();             // the present one, in the headers of the money columns
     // Takes the list off the record set that its rows come from: before that record set's database closes.
     void CloseServiceRows();
 
     // --- What tests put in the place of the real thing.
     std::function<qint64()> GetTickCount;  // milliseconds since some moment in the past
+    int ReportTurn = 50;  // milliseconds for which a report may be written before the window has its turn
     std::function<void(StartStep)>
         onStartStep;  // called inside each step's trap: what it throws fails the step
 
@@ -233,6 +255,7 @@ class frmMain : public QMainWindow {
     bool failDisplay(const QString& errorText);
     void settleSplash(qint64 startTick);
     void showSortIcon();
+    void showTip();
     void unloadHandler();
 
     // Bars and menus (frmMain_bars.cpp).
@@ -245,8 +268,11 @@ class frmMain : public QMainWindow {
     void showTabImages(int stage);
     void forbidBar(int viewPosition);
     void statusPanelDoubleClicked(const QString& key);
+    void statusBarClicked();
+    void previewClients();
     void unknownIndex(const char* handler, int index);
     void showAbout();
+    void openOptions();
     // Stays disabled while its command is still to come.
     void setEnabled(QAction* action, bool enabled) const;
     void setButtonEnabled(const QString& key, bool enabled) const;
@@ -274,6 +300,7 @@ class frmMain : public QMainWindow {
     static QString displayName(int stageIndex, const dao::Recordset& row);
     static QString defaultCaption(int stage);
     qint32 keyOfRecord(int stageIndex);      // -1 where there is no current row
+    QString queryOf(int stageIndex) const;   // the name of a stage's stored query
     QString sourceOf(int stageIndex) const;  // a stage's stored query, whole
     QString computerSource() const;          // of the selected client
     QString serviceSource() const;           // of the selected computer, in the order in force
@@ -290,6 +317,23 @@ class frmMain : public QMainWindow {
     void showSaveFailure(int messageId, int stageIndex, const QString& line);
     bool mayDelete(int stageIndex);
     void removeCurrentEntry(int stageIndex);
+
+    // Quick filters, refresh (frmMain_filters.cpp).
+    using StepRunner = std::function<void(const std::function<void()>&)>;
+    void removeFilterClick();
+    bool leaveRecord();
+    void setWorkQuery(int stageIndex, const std::string& statement);
+    void narrowStages(const quick_filters::Found& found);
+    void showWholeShop(bool unitToo);
+    // `keep`: the numbers of the client and the computer to be chosen again, -1 for the first ones.
+    void reloadStages(const StepRunner& step, const std::array<qint32, 2>& keep, bool unitToo);
+    void selectRecord(int stageIndex, qint32 number);
+
+    // Sorting (frmMain_sorting.cpp).
+    void takeSortColumn(int column);
+
+    // Text report (frmMain_report.cpp).
+    TextReport::Result writeReport();
 
     // Session (frmMain_session.cpp).
     void openSources();
@@ -316,6 +360,8 @@ class frmMain : public QMainWindow {
     bool unloaded_ = false;
     bool puttingTabBack_ = false;
     bool arranging_ = false;
+    bool reporting_ = false;
+    bool barClickPending_ = false;
     // What the window's inside keeps when a bar comes or goes; logical pixels, 0: not known.
     int insideHeight_ = 0;
 };

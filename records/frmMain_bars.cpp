@@ -11,8 +11,8 @@
 
 #include "platform/controls/pictures.h"
 #include "platform/system/trap.h"
-#include "records/commands.h"
 #include "records/frmMain.h"
+#include "records/quick_filters.h"
 #include "shell/modMain.h"
 
 using platform::RunError;
@@ -36,14 +36,6 @@ constexpr ToolbarEntry kToolbar[] = {
 };
 constexpr const char* kDisabledAtStart[] = {"EditRecord", "RemoveFilter", "PriceList", "Invoice",
                                             "Quotation"};
-
-struct FilterEntry {
-    const char* key;
-    int id;
-    int position;  // in mnuQuickSearch
-};
-constexpr FilterEntry kFilters[] = {
-    {"FNP", 523, 2}, {"NFNP", 524, 3}, {"NFP", 525, 4}, {"NFNPDD", 526, 5}, {"NFPDD", 527, 6}};
 
 constexpr const char* kTabImages[] = {"Clients",    "ClientsX", "Computers",
                                       "ComputersX", "Services", "ServicesX"};
@@ -133,7 +125,7 @@ void frmMain::showTabImages(int stage) {
 
 void frmMain::setEnabled(QAction* action, bool enabled) const {
     if (action != nullptr)
-        action->setEnabled(enabled && !isNotYet(action->objectName()));
+        action->setEnabled(enabled);
 }
 
 void frmMain::setButtonEnabled(const QString& key, bool enabled) const {
@@ -239,6 +231,7 @@ bool frmMain::CreateStatusBar(QString& errorText) {
         bar->setVisible(StatusbarVisible);
         StatusBar1 = bar;
         connect(bar, &platform::StatusBar::panelDoubleClicked, this, &frmMain::statusPanelDoubleClicked);
+        connect(bar, &platform::StatusBar::barClicked, this, &frmMain::statusBarClicked);
     });
     if (step.failed())
         forbidBar(1);
@@ -270,13 +263,14 @@ void frmMain::addToolbarButton(const QString& key, int tipId) {
 void frmMain::addFilterMenu() {
     auto* menu = new QMenu(this);
     menu->setObjectName(QStringLiteral("ApplyFilterMenu"));
-    for (const FilterEntry& filter : kFilters) {
-        QAction* entry = menu->addAction(GetResString(filter.id));
+    int position = quick_filters::kFirstPosition;
+    for (const quick_filters::Filter& filter : quick_filters::kFilters) {
+        QAction* entry = menu->addAction(GetResString(filter.textId));
         entry->setObjectName(QLatin1String(filter.key));
         filterEntries_.insert(entry->objectName(), entry);
         setEnabled(entry, true);
-        connect(entry, &QAction::triggered, this,
-                [this, position = filter.position] { mnuQuickSearch_Click(position); });
+        connect(entry, &QAction::triggered, this, [this, position] { mnuQuickSearch_Click(position); });
+        ++position;
     }
     QAction* button = toolbarButton(QStringLiteral("ApplyFilter"));
     button->setMenu(menu);

@@ -1,15 +1,23 @@
 // What the commands do, and when they may be given.
 
 #include <QAction>
+#include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
 #include <QResizeEvent>
 #include <QScreen>
+#include <QTimer>
 #include <QToolBar>
+#include <algorithm>
+#include <limits>
+#include <utility>
 
+#include "catalogue/ActiveReport1.h"
 #include "platform/system/launch.h"
-#include "records/commands.h"
+#include "platform/system/trap.h"
 #include "records/frmMain.h"
+#include "records/quick_filters.h"
+#include "shell/frmOptions.h"
 #include "shell/frmSplash.h"
 #include "shell/modMain.h"
 
@@ -19,16 +27,6 @@ namespace {
 
 const QString kTextPanel = QStringLiteral("Text");
 const QString kTimePanel = QStringLiteral("Time");
-const QString kFilterPanel = QStringLiteral("Filter");
-
-constexpr const char* kFilterCaptions[] = {
-    "FILTER: Finished but not paid services",
-    "FILTER: Not finished and not paid services",
-    "FILTER: Not finished but paid services",
-    "FILTER: Not finished and not paid services with due date",
-    "FILTER: Not finished but paid services with due date",
-};
-constexpr int kFirstFilterPosition = 2;  // in mnuQuickSearch
 
 }  // namespace
 
@@ -60,11 +58,6 @@ void frmMain::mnuDatabase_Click(int index) {
     }
 }
 
-void frmMain::mnuQuickSearch_Click(int index) {
-    if (!isNotYet(QStringLiteral("mnuQuickSearch(%1)").arg(index)))
-        unknownIndex("mnuQuickSearch_Click", index);
-}
-
 void frmMain::mnuUtilities_Click(int index) {
     if (index == 0 || index == 1)
         return OpenDocumentOptions(index == 0);
@@ -91,10 +84,16 @@ void frmMain::mnuUtilities_Click(int index) {
 }
 
 void frmMain::mnuView_Click(int index) {
-    if (isNotYet(QStringLiteral("mnuView(%1)").arg(index)))
-        return;
+    if (index == 3)
+        return OpenReportOptions();
+    if (index == 4)
+        return GenerateReport();
     if (index == 6)
         return OpenServiceRequisition();
+    if (index == 8)
+        return openOptions();
+    if (index == 10)
+        return RefreshAll();
     if (index != 0 && index != 1)
         return unknownIndex("mnuView_Click", index);
     QWidget* bar = index == 0 ? static_cast<QWidget*>(Toolbar1) : StatusBar1;
@@ -107,9 +106,32 @@ void frmMain::mnuView_Click(int index) {
     ArrangeControls();
 }
 
+// Other windows read the program's switches when they open; what stands in this one has to follow at once.
+void frmMain::openOptions() {
+    const bool inDinars = CeneDinarske;
+    const float rate = KursKupovni;
+    const auto small = [](int number) {
+        return static_cast<qint16>(
+            std::clamp<int>(number, std::numeric_limits<qint16>::min(), std::numeric_limits<qint16>::max()));
+    };
+    frmOptions options(this);
+    options.AlwaysCreateBackupDB = AlwaysCreateBackupDB;
+    options.DueDateDiff = small(DueDateDiff);
+    options.ShowFilterStatistics = ShowMsgBoxFilterResults;
+    options.DefaultGST = small(DefaultGST);
+    options.Display();
+    if (!options.Cancelled()) {
+        AlwaysCreateBackupDB = options.AlwaysCreateBackupDB;
+        DueDateDiff = options.DueDateDiff;
+        ShowMsgBoxFilterResults = options.ShowFilterStatistics;
+        DefaultGST = options.DefaultGST;
+    }
+    options.Unload();
+    if (CeneDinarske != inDinars || KursKupovni != rate)
+        RefreshAll();
+}
+
 void frmMain::mnuHelp_Click(int index) {
-    if (isNotYet(QStringLiteral("mnuHelp(%1)").arg(index)))
-        return;
     switch (index) {
         case 0:
             if (CheckHelpFile())
@@ -119,6 +141,8 @@ void frmMain::mnuHelp_Click(int index) {
             if (CheckHelpFile())
                 WinHelp(helpFile(), HELP_KEY);
             return;
+        case 3:
+            return OpenLegend();
         case 5:
             return showAbout();
         default:
@@ -136,9 +160,9 @@ void frmMain::showAbout() {
 }
 
 void frmMain::mnuPopup_Click(int index) {
-    if (isNotYet(QStringLiteral("mnuPopup(%1)").arg(index)))
-        return;
     switch (index) {
+        case 0:
+            return OpenLegend();
         case 2:
             return EditService(1);
         case 3:
@@ -150,6 +174,8 @@ void frmMain::mnuPopup_Click(int index) {
         case 9:
         case 10:
             return OpenDocumentOptions(true);  // the shop's people are used to both opening the invoice
+        case 12:
+            return UnsortServices();
         default:
             return unknownIndex("mnuPopup_Click", index);
     }
@@ -170,7 +196,11 @@ void frmMain::toolbarClick(const QString& key) {
                 "Press a little down arrow on the very righ of this button to select a filter to apply."),
             BoxIcon::Information);
     else if (key == QLatin1String("RemoveFilter"))
-        setButtonEnabled(key, false);
+        removeFilterClick();
+    else if (key == QLatin1String("Refresh"))
+        RefreshAll();
+    else if (key == QLatin1String("ViewReport"))
+        GenerateReport();
     else if (key == QLatin1String("PriceList"))
         OpenServiceRequisition();
     else if (key == QLatin1String("Invoice") || key == QLatin1String("Quotation"))
@@ -194,23 +224,31 @@ QString frmMain::statusText() const {
 }
 
 void frmMain::statusPanelDoubleClicked(const QString& key) {
-    if (key == kTimePanel && !platform::openDateTimePanel())
+    if (key != kTimePanel)
+        return;
+    barClickPending_ = false;
+    if (!platform::openDateTimePanel())
         box(GetResString(162), BoxIcon::Exclamation);
 }
 
-void frmMain::ShowFilterCaption(int number, bool remove) {
-    if (StatusBar1 == nullptr)
-        return;
-    if (remove) {
-        if (StatusBar1->firstPanelKey() == kFilterPanel)
-            StatusBar1->removePanel(kFilterPanel);
-        return;
-    }
-    if (number < 0 || number >= static_cast<int>(std::size(kFilterCaptions)))
-        return;
-    if (StatusBar1->firstPanelKey() != kFilterPanel)
-        StatusBar1->addPanel(kFilterPanel, platform::StatusBar::AutoSize::Contents, 1);
-    StatusBar1->setPanelText(kFilterPanel, QLatin1String(kFilterCaptions[number]));
+// The preview would cover the clock before anybody could click it a second time.
+void frmMain::statusBarClicked() {
+    barClickPending_ = true;
+    QTimer::singleShot(QApplication::doubleClickInterval(), this, [this] {
+        if (std::exchange(barClickPending_, false) && QApplication::activeModalWidget() == nullptr)
+            previewClients();
+    });
+}
+
+void frmMain::previewClients() {
+    ActiveReport1 report;
+    platform::Trap step;
+    step([&] {
+        report.setRecordset(Data1[0]->Database().OpenRecordset(sourceOf(0).toStdString()));
+        report.Show(true, this);
+    });
+    if (step.failed())
+        box(step.line(), BoxIcon::Exclamation);
 }
 
 // --- When a command may be given.
@@ -254,11 +292,11 @@ void frmMain::updateDatabaseMenu() {
     setEnabled(mnuDatabase.at(8), client);
     setEnabled(mnuUtilities.at(0), rule.documents);
     setEnabled(mnuUtilities.at(1), rule.documents);
-    for (QAction* filter : mnuQuickSearch.mid(kFirstFilterPosition))
+    for (QAction* filter : mnuQuickSearch.mid(quick_filters::kFirstPosition))
         filter->setChecked(false);
     setEnabled(mnuQuickSearch.at(0), ActiveFilter != -1);
     if (ActiveFilter != -1)
-        mnuQuickSearch.at(ActiveFilter + kFirstFilterPosition)->setChecked(true);
+        mnuQuickSearch.at(ActiveFilter + quick_filters::kFirstPosition)->setChecked(true);
 }
 
 void frmMain::updateViewMenu() {
@@ -289,6 +327,7 @@ void frmMain::connectServiceList() {
         if (mnuPPopup != nullptr)
             mnuPPopup->popup(place);
     });
+    connect(ListView1, &platform::ListView::columnClicked, this, &frmMain::ListView1_ColumnClick);
 }
 
 // --- The window's shape.

@@ -88,6 +88,9 @@ void frmMain::SaveRecord(int stage, bool& ok) {
     if (stage != 1 && stage != 2)
         return;
     const int stageIndex = stage - 1;
+    // A stage without records asks for nothing: nobody could type what is missing there.
+    if (!AddNewMode && Combo1[at(stageIndex)]->entryCount() == 0)
+        StageDirty[at(stageIndex)] = false;
     if (!StageDirty[at(stageIndex)] && !AddNewMode)
         return;
     int focusField = -1;

@@ -64,11 +64,13 @@ QList<int> columnNumbers(const settings::Setting& setting) {
     return numbers;
 }
 
+QString headerOf(const Column& column) {
+    return GetResString(column.header) + (column.money ? screenUnit().suffix() : QString());
+}
+
 void addColumns(platform::ListView& list) {
     for (const Column& column : kColumns)
-        list.addColumn(QString::fromLatin1(column.key),
-                       GetResString(column.header) + (column.money ? screenUnit().suffix() : QString()),
-                       column.alignment);
+        list.addColumn(QString::fromLatin1(column.key), headerOf(column), column.alignment);
 }
 
 void placeColumns(platform::ListView& list) {
@@ -250,6 +252,12 @@ bool frmMain::InitServiceListView(QString& errorText) {
         return true;
     errorText = GetResString(167) + QLatin1Char('\n') + step.line();
     return false;
+}
+
+void frmMain::showUnit() {
+    for (int column = 1; column <= kColumnCount; ++column)
+        if (const Column& each = kColumns[column - 1]; each.money)
+            ListView1->setColumnText(column, headerOf(each));
 }
 
 void frmMain::LoadServiceTypes() {

@@ -88,8 +88,12 @@ void frmMain::setTabCaption(int stage, const QString& caption) {
 
 // --- Sources of the stages.
 
+QString frmMain::queryOf(int stageIndex) const {
+    return QLatin1String(kQueries[stageIndex]) + QString::number(QuerySuffix);
+}
+
 QString frmMain::sourceOf(int stageIndex) const {
-    return QStringLiteral("SELECT * FROM %1%2").arg(QLatin1String(kQueries[stageIndex])).arg(QuerySuffix);
+    return QStringLiteral("SELECT * FROM ") + queryOf(stageIndex);
 }
 
 QString frmMain::sortClause() const {

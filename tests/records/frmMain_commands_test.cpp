@@ -112,29 +112,25 @@ TEST_F(Commands, ToolbarHasItsButtonsTipsAndPicturesInOrder) {
                                  "Generate Quotation Document", "Help Contents"}));
 }
 
-// The list of what the shop still waits for. A command that comes leaves it.
-TEST_F(Commands, CommandsStillToComeStayDisabledWhateverIsSelected) {
+TEST_F(Commands, EveryCommandMayBeGivenWhereAServiceIsListed) {
     clientWithServices();
     start();
     tab(3);
     ASSERT_GT(win().ListView1->count(), 0);
-    for (const char* key : {"RemoveFilter", "Refresh", "ViewReport"})
-        EXPECT_FALSE(canUse(key)) << key;
-    for (const char* key : {"FNP", "NFNP", "NFP", "NFNPDD", "NFPDD"})
-        EXPECT_FALSE(win().filterEntry(key)->isEnabled()) << key;
-    EXPECT_EQ(usable(win().mnuVView, win().mnuView), QList<int>({0, 1, 6}));
-    EXPECT_EQ(usable(win().mnuHHelp, win().mnuHelp), QList<int>({0, 1, 5}));
-    EXPECT_EQ(usable(win().mnuPPopup, win().mnuPopup), QList<int>({2, 3, 5, 7, 9, 10}));
+    EXPECT_TRUE(canUse("ViewReport"));
+    EXPECT_EQ(usable(win().mnuVView, win().mnuView), QList<int>({0, 1, 3, 4, 6, 8, 10}));
+    EXPECT_EQ(usable(win().mnuHHelp, win().mnuHelp), QList<int>({0, 1, 3, 5}));
+    EXPECT_EQ(usable(win().mnuPPopup, win().mnuPopup), QList<int>({0, 2, 3, 5, 7, 9, 10}));
     open(win().mnuDDatabase);
     EXPECT_EQ(usable(menuNamed("mnuUtilities"), win().mnuUtilities), QList<int>({0, 1, 3, 4}));
-    EXPECT_EQ(usable(menuNamed("mnuQuickSearch"), win().mnuQuickSearch), QList<int>());
+    EXPECT_EQ(usable(menuNamed("mnuQuickSearch"), win().mnuQuickSearch), QList<int>({2, 3, 4, 5, 6}));
     win().mnuDDatabase->close();
 }
 
 TEST_F(Commands, EmptyShopOffersOnlyAdd) {
     start();
     EXPECT_EQ(inDatabaseMenu(), QList<int>({0, 10, 12}));
-    EXPECT_EQ(onToolbar(), QStringList({"NewRecord", "ApplyFilter", "Help"}));
+    EXPECT_EQ(onToolbar(), QStringList({"NewRecord", "ApplyFilter", "Refresh", "Help"}));
     tab(2);
     EXPECT_EQ(inDatabaseMenu(), QList<int>({10, 12}));
     tab(3);
@@ -174,14 +170,17 @@ TEST_F(Commands, DatabaseMenuWhileAddingFollowsTheEmptySelection) {
 TEST_F(Commands, ToolbarFollowsTheStage) {
     clientWithServices();
     start();
-    EXPECT_EQ(onToolbar(), QStringList({"NewRecord", "DeleteRecord", "ApplyFilter", "Help"}));
+    EXPECT_EQ(onToolbar(),
+              QStringList({"NewRecord", "DeleteRecord", "ApplyFilter", "Refresh", "ViewReport", "Help"}));
     type(13, "064");
-    EXPECT_EQ(onToolbar(), QStringList({"NewRecord", "DeleteRecord", "SaveRecord", "ApplyFilter", "Help"}));
+    EXPECT_EQ(onToolbar(), QStringList({"NewRecord", "DeleteRecord", "SaveRecord", "ApplyFilter", "Refresh",
+                                        "ViewReport", "Help"}));
     tab(2);
-    EXPECT_EQ(onToolbar(), QStringList({"NewRecord", "DeleteRecord", "ApplyFilter", "Help"}));
+    EXPECT_EQ(onToolbar(),
+              QStringList({"NewRecord", "DeleteRecord", "ApplyFilter", "Refresh", "ViewReport", "Help"}));
     tab(3);
-    EXPECT_EQ(onToolbar(), QStringList({"NewRecord", "EditRecord", "DeleteRecord", "ApplyFilter", "PriceList",
-                                        "Invoice", "Quotation", "Help"}));
+    EXPECT_EQ(onToolbar(), QStringList({"NewRecord", "EditRecord", "DeleteRecord", "ApplyFilter", "Refresh",
+                                        "ViewReport", "PriceList", "Invoice", "Quotation", "Help"}));
 }
 
 TEST_F(Commands, ActiveFilterIsCheckedWhenTheMenuOpens) {

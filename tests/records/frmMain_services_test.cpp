@@ -37,6 +37,7 @@ struct Services : DeliveredFixture {
     void SetUp() override {
         DeliveredFixture::SetUp();
         CeneDinarske = false;
+        ShowTipsAtStartup = false;
         machine = addComputer(addClient());
     }
     void TearDown() override {

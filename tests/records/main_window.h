@@ -25,8 +25,9 @@ class MainWindow : public DeliveredFixture {
         DeliveredFixture::TearDown();
     }
 
-    // The window before Display.
+    // The window before Display. No tip comes up over it.
     frmMain& make() {
+        ShowTipsAtStartup = false;
         window_ = std::make_unique<frmMain>();
         return *window_;
     }

@@ -1,0 +1,81 @@
+#include "records/report_progress.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QProgressBar>
+
+#include "platform/controls/status_bar.h"
+
+namespace {
+
+const QString kClockPanel = QStringLiteral("Time");
+
+bool isCommand(QEvent::Type type) {
+    switch (type) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::Wheel:
+        case QEvent::KeyPress:
+        case QEvent::KeyRelease:
+        case QEvent::Shortcut:
+        case QEvent::ShortcutOverride:
+        case QEvent::ContextMenu:
+        case QEvent::InputMethod:
+        case QEvent::TouchBegin:
+        case QEvent::TouchUpdate:
+        case QEvent::TouchEnd:
+        case QEvent::TabletPress:
+        case QEvent::TabletRelease:
+        case QEvent::DragEnter:
+        case QEvent::Drop:
+            return true;
+        default:
+            return false;
+    }
+}
+
+}  // namespace
+
+ReportProgress::ReportProgress(QWidget* window, platform::StatusBar* bar, int turn)
+    : window_(window), bar_(bar), turn_(turn) {
+    sinceTurn_.start();
+}
+
+ReportProgress::~ReportProgress() {
+    if (shown_.isNull())
+        return;
+    if (!bar_.isNull() && !window_.isNull())
+        bar_->uncover(shown_, window_);
+    delete shown_;
+}
+
+void ReportProgress::tell(std::int64_t done, std::int64_t total) {
+    if (sinceTurn_.elapsed() < turn_)
+        return;
+    show(done, total);
+    qApp->installEventFilter(this);
+    QApplication::processEvents();
+    qApp->removeEventFilter(this);
+    sinceTurn_.restart();
+}
+
+void ReportProgress::show(std::int64_t done, std::int64_t total) {
+    if (bar_.isNull() || window_.isNull())
+        return;
+    if (shown_.isNull()) {
+        shown_ = new QProgressBar(window_);
+        shown_->setObjectName(QStringLiteral("ProgressBar1"));
+        shown_->setAccessibleName(QStringLiteral("Report"));
+        shown_->setTextVisible(false);
+        bar_->coverPanel(kClockPanel, shown_);
+    }
+    constexpr std::int64_t kSteps = 1000;
+    shown_->setRange(0, static_cast<int>(kSteps));
+    shown_->setValue(total > 0 ? static_cast<int>(done * kSteps / total) : 0);
+}
+
+// A box that came up meanwhile (a backup that failed while the window was being closed) must be answered.
+bool ReportProgress::eventFilter(QObject*, QEvent* event) {
+    return isCommand(event->type()) && QApplication::activeModalWidget() == nullptr;
+}

@@ -1,0 +1,507 @@
+#include "records/text_report.h"
+
+#include <algorithm>
+#include <cctype>
+#include <iterator>
+#include <span>
+#include <string_view>
+
+#include "platform/system/trap.h"
+
+using platform::Trap;
+
+namespace {
+
+// Columns, counted from 1.
+constexpr int kServiceColumn = 10;
+constexpr std::size_t kClientRule = 60, kComputerRule = 50, kServiceRule = 115;
+
+constexpr std::string_view kNotAvailable = "N/A", kNone = "None";
+
+enum ClientField {
+    kCustID,
+    kSurname,
+    kGivenName,
+    kNickName,
+    kBirthDate,
+    kBirthPlace,
+    kPIDNo,
+    kIssueDate,
+    kIssuePlace,
+    kValidUntil,
+    kFirmName,
+    kFirmAddress,
+    kStreet,
+    kCity,
+    kZIP,
+    kState,
+    kCountry,
+    kPhone,
+    kCellular,
+    kFAX,
+    kEMail,
+    kWeb,
+    kICQ,
+    kClientComments
+};
+constexpr const char* kClientFields[] = {
+    "CustID",     "Surname",    "GivenName", "NickName",    "BirthDate", "BirthPlace", "PIDNo", "IssueDate",
+    "IssuePlace", "ValidUntil", "FirmName",  "FirmAddress", "Street",    "City",       "ZIP",   "State",
+    "Country",    "Phone",      "Cellular",  "FAX",         "EMail",     "Web",        "ICQ",   "Comments"};
+static_assert(std::size(kClientFields) == kClientComments + 1);
+
+enum ComputerField {
+    kOwner,
+    kMachineID,
+    kMachineName,
+    kProcessor,
+    kMotherBoard,
+    kCacheMem,
+    kRAMMem,
+    kHD,
+    kFloppy,
+    kCD,
+    kCDWriter,
+    kVideoCard,
+    kSoundCard,
+    kModem,
+    kPowerSupply,
+    kMonitor,
+    kPrinter,
+    kScanner,
+    kNetwork,
+    kInternetEquipment,
+    kOS,
+    kComputerComments
+};
+constexpr const char* kComputerFields[] = {
+    "CustID",      "MachineID", "MachineName", "Processor", "MotherBoard", "CacheMem",          "RAMMem",
+    "HD",          "Floppy",    "CD",          "CDWriter",  "VideoCard",   "SoundCard",         "Modem",
+    "PowerSupply", "Monitor",   "Printer",     "Scanner",   "Network",     "InternetEquipment", "OS",
+    "Comments"};
+static_assert(std::size(kComputerFields) == kComputerComments + 1);
+
+enum ServiceField {
+    kMachine,
+    kServiceStarted,
+    kServiceToBeFinished,
+    kServiceFinished,
+    kPrice,
+    kDiscount,
+    kGST,
+    kPaid,
+    kServiceTypes,
+    kServiceComments
+};
+constexpr const char* kServiceFields[] = {
+    "MachineID", "ServiceStarted", "ServiceToBeFinished", "ServiceFinished", "Price", "Discount",
+    "GST",       "Paid",           "ServiceTypes",        "Comments"};
+static_assert(std::size(kServiceFields) == kServiceComments + 1);
+
+// What is printed behind a label, and what stands in for a value that is empty.
+enum class Kind { Plain, OrNotAvailable, DateOrNotAvailable, OrNone };
+struct Line {
+    const char* label;
+    int field;
+    Kind kind = Kind::OrNotAvailable;
+};
+
+constexpr Line kCardLines[] = {
+    {"PID card number: ", kPIDNo, Kind::Plain},
+    {"Date of issue: ", kIssueDate, Kind::DateOrNotAvailable},
+    {"Place of issue: ", kIssuePlace},
+    {"Valid until: ", kValidUntil, Kind::DateOrNotAvailable},
+};
+constexpr Line kAddressLines[] = {
+    {"Firm's name: ", kFirmName},
+    {"Street address: ", kStreet, Kind::Plain},
+    {"City/town: ", kCity, Kind::Plain},
+    {"ZIP (area) code: ", kZIP, Kind::Plain},
+    {"State: ", kState},
+    {"Country: ", kCountry, Kind::Plain},
+};
+constexpr Line kContactLines[] = {
+    {"Phone number: ", kPhone}, {"Cellular phone: ", kCellular},
+    {"Fax number: ", kFAX},     {"E-mail address: ", kEMail},
+    {"Web site: ", kWeb},       {"ICQ number: ", kICQ},
+};
+constexpr Line kMemoryLines[] = {
+    {"Processor: ", kProcessor},
+    {"Mother board: ", kMotherBoard},
+    {"Cache memory: ", kCacheMem},
+    {"RAM memory: ", kRAMMem},
+};
+constexpr Line kStorageLines[] = {
+    {"Hard disc drive: ", kHD},
+    {"Floppy disc drive: ", kFloppy},
+    {"CD/DVD drive: ", kCD},
+    {"CD writer: ", kCDWriter},
+};
+constexpr Line kPeripheralLines[] = {
+    {"Video card: ", kVideoCard},     {"Sound card: ", kSoundCard}, {"Modem: ", kModem},
+    {"Power supply: ", kPowerSupply}, {"Monitor: ", kMonitor},      {"Printer: ", kPrinter},
+    {"Scanner: ", kScanner},          {"Network: ", kNetwork},      {"Internet equip.: ", kInternetEquipment},
+};
+constexpr Line kSystemLines[] = {{"Operating system: ", kOS}};
+constexpr Line kCommentLines[] = {{"Comments: ", kComputerComments, Kind::OrNone}};
+
+struct Group {
+    bool ReportChoices::*choice;
+    std::span<const Line> lines;
+};
+constexpr Group kComputerGroups[] = {
+    {&ReportChoices::PrintMemoryDetails, kMemoryLines},
+    {&ReportChoices::PrintStorageDetails, kStorageLines},
+    {&ReportChoices::PrintPheriperalDetails, kPeripheralLines},
+    {&ReportChoices::PrintOSDetails, kSystemLines},
+    {&ReportChoices::PrintComputerComments, kCommentLines},
+};
+
+struct ServiceHeader {
+    int column;
+    const char* text;
+};
+constexpr ServiceHeader kServiceHeaders[] = {
+    {10, "Started"},  {27, "Due date"}, {44, "Finished"}, {61, "Price"},
+    {78, "Discount"}, {93, "GST"},      {100, "Paid"},    {115, "Total"},
+};
+
+bool isBlank(std::string_view text) {
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; });
+}
+
+std::string_view orElse(const std::string& text, std::string_view standIn) {
+    return isBlank(text) ? standIn : std::string_view(text);
+}
+
+// Where the labels and the values of a record stand.
+struct Columns {
+    int labels;
+    int values;
+};
+constexpr Columns kClientColumns{1, 20}, kComputerColumns{5, 25};
+
+void put(ReportFile& file, int column, std::string_view text) {
+    file.tab(column);
+    file.print(text);
+}
+
+void putLine(ReportFile& file, int column, std::string_view text) {
+    put(file, column, text);
+    file.endLine();
+}
+
+void putRule(ReportFile& file, int column, std::size_t length) {
+    file.tab(column);
+    file.print(length, '-');
+    file.endLine();
+}
+
+std::string_view valueOf(const ReportRows& row, const Line& line, ReportTexts& texts) {
+    switch (line.kind) {
+        case Kind::Plain:
+            return row.text(line.field);
+        case Kind::DateOrNotAvailable:
+            return orElse(texts.printableDate(row.date(line.field)), kNotAvailable);
+        case Kind::OrNone:
+            return orElse(row.text(line.field), kNone);
+        case Kind::OrNotAvailable:
+            break;
+    }
+    return orElse(row.text(line.field), kNotAvailable);
+}
+
+// False where the file has no such field: its line is left out then.
+bool putLines(ReportFile& file, const ReportRows& row, std::span<const Line> lines, Columns columns,
+              ReportTexts& texts) {
+    bool whole = true;
+    for (const Line& line : lines) {
+        if (!row.has(line.field)) {
+            whole = false;
+            continue;
+        }
+        put(file, columns.labels, line.label);
+        putLine(file, columns.values, valueOf(row, line, texts));
+    }
+    return whole;
+}
+
+std::string listOf(const std::vector<std::int32_t>& numbers) {
+    std::string list;
+    for (const std::int32_t number : numbers) {
+        if (!list.empty())
+            list += ',';
+        list += std::to_string(number);
+    }
+    return list;
+}
+
+std::shared_ptr<ReportRows> openRows(dao::Database& database, const std::string& statement,
+                                     ReportRows::Names names) {
+    return std::make_shared<ReportRows>(database.OpenRecordset(statement, dao::dbOpenSnapshot), names);
+}
+
+// All rows of the statement. Throws as OpenRecordset does.
+ReportPart openPart(dao::Database& database, const std::string& statement, ReportRows::Names names) {
+    ReportPart part{openRows(database, statement, names)};
+    part.count = part.rows->set().RecordCount();
+    return part;
+}
+
+// Down to the selected one, or to none where it is not among them.
+void narrow(ReportPart& part, const char* key, std::int32_t selected) {
+    if (part.count == 0)
+        return;
+    part.rows->set().FindFirst(std::string(key) + "=" + std::to_string(selected));
+    part.count = part.rows->set().NoMatch() ? 0 : 1;
+}
+
+}  // namespace
+
+TextReport::TextReport(dao::Database database, int querySuffix, const ReportChoices& choices,
+                       Selection selection, QList<QString> typeNames)
+    : database_(std::move(database)),
+      suffix_(std::to_string(querySuffix)),
+      choices_(choices),
+      selection_(selection),
+      texts_(std::move(typeNames)) {}
+
+TextReport::Result TextReport::write(const std::string& clientSource, const QString& path,
+                                     const Proceed& proceed) {
+    std::shared_ptr<ReportRows> clients;
+    Trap step;
+    step([&] { clients = openRows(database_, clientSource + " ORDER BY Surname ASC;", kClientFields); });
+    if (clients == nullptr)
+        return Result::NotRead;
+    step([] { dao::DBEngine::Idle(dao::dbRefreshCache); });
+    if (clients->set().EOF() && clients->set().BOF())
+        return Result::Empty;
+    if (choices_.ShowOnlySelectedClient) {
+        clients->set().FindFirst("CustID=" + std::to_string(selection_.client));
+        if (clients->set().NoMatch())
+            return Result::ClientMissing;
+    }
+    ReportFile file;
+    step([&] { file.open(path); });
+    Result result = Result::Failed;
+    step([&] { result = writeClients(file, *clients, proceed); });
+    if (result == Result::BrokenOff) {
+        file.remove();
+        return result;
+    }
+    step([&] { file.close(); });
+    return step.failed() ? Result::Failed : result;
+}
+
+TextReport::Result TextReport::writeClients(ReportFile& file, ReportRows& clients, const Proceed& proceed) {
+    if (choices_.ShowOnlySelectedClient)
+        return writeClientWhole(file, clients, false) ? Result::Written : Result::Failed;
+    dao::Recordset& set = clients.set();
+    std::vector<std::int32_t> ids;
+    ids.reserve(static_cast<std::size_t>(set.RecordCount()));
+    for (; !set.EOF(); set.MoveNext())
+        ids.push_back(clients.key(kCustID).value_or(-1));
+    set.MoveFirst();
+    bool whole = false;  // the last client's part
+    for (std::size_t done = 0; done < ids.size(); ++done, set.MoveNext()) {
+        if (readAhead > 0 && choices_.IncludeComputers && done % readAhead == 0)
+            readFor(ids, done);
+        whole = writeClientWhole(file, clients, true);
+        if (proceed && !proceed(static_cast<std::int64_t>(done) + 1, static_cast<std::int64_t>(ids.size())))
+            return Result::BrokenOff;
+    }
+    return whole ? Result::Written : Result::Failed;
+}
+
+bool TextReport::writeClientWhole(ReportFile& file, const ReportRows& client, bool all) {
+    const bool clientWritten = WriteClient(file, client);
+    file.endLine();
+    const bool computersWritten = WriteComputers(file, client.key(kCustID).value_or(-1), all);
+    return clientWritten && computersWritten;
+}
+
+// A shop of fifty thousand clients would otherwise ask the file a hundred thousand times. What cannot be read
+// so is asked for one by one.
+void TextReport::readFor(const std::vector<std::int32_t>& clients, std::size_t first) {
+    const std::size_t last = std::min(first + readAhead, clients.size());
+    const std::vector<std::int32_t> owners(clients.begin() + static_cast<std::ptrdiff_t>(first),
+                                           clients.begin() + static_cast<std::ptrdiff_t>(last));
+    computers_.clear();
+    services_.clear();
+    Trap step;
+    step([&] {
+        computers_.take(openRows(database_,
+                                 "SELECT * FROM QDComputers" + suffix_ + " WHERE CustID IN (" +
+                                     listOf(owners) + ") ORDER BY CustID, MachineName ASC",
+                                 kComputerFields),
+                        kOwner, owners);
+        const std::vector<std::int32_t> machines = computers_.keys(kMachineID);
+        if (machines.empty())
+            return;
+        services_.take(openRows(database_,
+                                "SELECT * FROM QDServices" + suffix_ + " WHERE MachineID IN (" +
+                                    listOf(machines) + ") ORDER BY MachineID, ServiceStarted ASC",
+                                kServiceFields),
+                       kMachine, machines);
+    });
+}
+
+// --- A client.
+
+std::string TextReport::headLine(const ReportRows& client) {
+    std::string line = client.text(kSurname) + ", " + client.text(kGivenName);
+    if (const std::string& nick = client.text(kNickName); !nick.empty())
+        line += " - " + nick;
+    if (!choices_.IncludeClients || !choices_.PrintBirthDetails)
+        return line;
+    const std::string& born = texts_.printableDate(client.date(kBirthDate));
+    if (!born.empty())
+        line += ", born on " + born;
+    if (const std::string& place = client.text(kBirthPlace); !place.empty())
+        line += (born.empty() ? ", born in " : " in ") + place;
+    return line;
+}
+
+bool TextReport::WriteClient(ReportFile& file, const ReportRows& client) {
+    Trap step;
+    bool whole = true;
+    step([&] {
+        putLine(file, 1, headLine(client));
+        putRule(file, 1, kClientRule);
+        if (!choices_.IncludeClients)
+            return;
+        const auto lines = [&](std::span<const Line> group) {
+            whole = putLines(file, client, group, kClientColumns, texts_) && whole;
+        };
+        if (choices_.PrintPIDCardDetails) {
+            file.endLine();
+            if (!client.text(kPIDNo).empty())
+                lines(kCardLines);
+        }
+        if (choices_.PrintAddressDetails) {
+            file.endLine();
+            lines(kAddressLines);
+            if (client.flag(kFirmAddress))
+                putLine(file, kClientColumns.values, "(this is the firm's address)");
+        }
+        if (choices_.PrintContactDetails) {
+            file.endLine();
+            lines(kContactLines);
+        }
+        if (choices_.PrintClientComments) {
+            file.endLine();
+            file.print("Comments: ");
+            file.print(orElse(client.text(kClientComments), kNone));
+            file.endLine();
+        }
+    });
+    return whole && !step.failed() && file.isGood();
+}
+
+// --- Computers.
+
+bool TextReport::WriteComputers(ReportFile& file, std::int32_t custId, bool all) {
+    if (!choices_.IncludeComputers)
+        return false;
+    Trap step;
+    bool whole = true;
+    step([&] {
+        const std::optional<ReportPart> read = all ? computers_.part(custId) : std::nullopt;
+        ReportPart computers = read ? *read
+                                    : openPart(database_,
+                                               "SELECT * FROM QDComputers" + suffix_ + " WHERE CustID=" +
+                                                   std::to_string(custId) + " ORDER BY MachineName ASC;",
+                                               kComputerFields);
+        if (choices_.ShowOnlySelectedComputer && !all)
+            narrow(computers, "MachineID", selection_.computer);
+        for (std::int64_t left = computers.count; left > 0; --left, computers.rows->set().MoveNext()) {
+            whole = WriteComputer(file, *computers.rows) && whole;
+            file.endLine();
+            whole = WriteServices(file, computers.rows->key(kMachineID).value_or(-1), all) && whole;
+        }
+        if (computers.count > 0)
+            return;
+        putLine(file, kComputerColumns.labels, "Computer name: There are no computers at the moment");
+        putRule(file, kComputerColumns.labels, kComputerRule);
+        file.endLine();
+    });
+    return whole && !step.failed() && file.isGood();
+}
+
+bool TextReport::WriteComputer(ReportFile& file, const ReportRows& computer) {
+    Trap step;
+    bool whole = true;
+    step([&] {
+        put(file, kComputerColumns.labels, "Computer name: ");
+        file.print(computer.text(kMachineName));
+        file.endLine();
+        putRule(file, kComputerColumns.labels, kComputerRule);
+        for (const Group& group : kComputerGroups) {
+            if (!(choices_.*group.choice))
+                continue;
+            file.endLine();
+            whole = putLines(file, computer, group.lines, kComputerColumns, texts_) && whole;
+        }
+    });
+    return whole && !step.failed() && file.isGood();
+}
+
+// --- Services.
+
+bool TextReport::WriteServices(ReportFile& file, std::int32_t machineId, bool all) {
+    Trap step;
+    step([&] {
+        const std::optional<ReportPart> read = all ? services_.part(machineId) : std::nullopt;
+        ReportPart services = read ? *read
+                                   : openPart(database_,
+                                              "SELECT * FROM QDServices" + suffix_ + " WHERE MachineID=" +
+                                                  std::to_string(machineId) + " ORDER BY ServiceStarted ASC",
+                                              kServiceFields);
+        if (choices_.ShowOnlySelectedService && !all)
+            narrow(services, "ID", selection_.service);
+        if (services.count < 1) {
+            putLine(file, kServiceColumn, "Service(s): No services at this time.");
+            file.endLine();
+            return;
+        }
+        putLine(file, kServiceColumn, "Service(s):");
+        putRule(file, kServiceColumn, kServiceRule);
+        for (const ServiceHeader& header : kServiceHeaders)
+            put(file, header.column, header.text);
+        file.endLine();
+        putRule(file, kServiceColumn, kServiceRule);
+        for (std::int64_t left = services.count; left > 0; --left, services.rows->set().MoveNext())
+            writeService(file, *services.rows);
+    });
+    return !step.failed() && file.isGood();
+}
+
+// The discount is taken off as an amount and printed as money, and no rate plays a part: the shop's books
+// have been kept by this list, and its figures must go on as they began.
+void TextReport::writeService(ReportFile& file, const ReportRows& service) {
+    const auto number = [&](int field) { return service.number(field).value_or(0.0F); };
+    const float price = number(kPrice), discount = number(kDiscount), gst = number(kGST),
+                paid = number(kPaid);
+    const float total = (price - discount) * (1.0F + gst / 100.0F) - paid;
+    const ServiceHeader* cell = std::begin(kServiceHeaders);
+    const auto next = [&](std::string_view text) { put(file, (cell++)->column, text); };
+    next(texts_.shortDate(service.date(kServiceStarted)));
+    next(texts_.printableDate(service.date(kServiceToBeFinished)));
+    next(texts_.printableDate(service.date(kServiceFinished)));
+    next(texts_.currency(price));
+    next(texts_.currency(discount));
+    next(texts_.percent(gst));
+    next(texts_.currency(paid));
+    next(texts_.currency(total));
+    file.endLine();
+
+    const std::string& kinds = service.text(kServiceTypes);
+    put(file, kServiceColumn, "Service(s): ");
+    file.print(isBlank(kinds) ? kNotAvailable : std::string_view(texts_.kinds(kinds)));
+    file.endLine();
+    put(file, kServiceColumn, "Comments: ");
+    file.print(orElse(service.text(kServiceComments), kNone));
+    file.endLine();
+    file.endLine();
+}

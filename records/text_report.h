@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/dao/dao.h"
+#include "records/report_choices.h"
+#include "records/report_file.h"
+#include "records/report_rows.h"
+#include "records/report_texts.h"
+
+// The text report: clients, under each client the computers, under each computer the services, in fixed
+// columns. It knows no window; amounts are the stored ones (euro).
+class TextReport {
+ public:
+    // What is selected in the main window; -1: nothing.
+    struct Selection {
+        std::int32_t client = -1;
+        std::int32_t computer = -1;
+        std::int32_t service = -1;
+    };
+    enum class Result {
+        Written,
+        Failed,         // something could not be read or written; the rest is in the file
+        Empty,          // there is no client; no file was touched
+        ClientMissing,  // the selected one is not there; no file was touched
+        NotRead,        // the clients could not be read; no file was touched
+        BrokenOff,      // `proceed` said so; the file is gone
+    };
+    // Told after each client how many are done; false breaks the report off. May close the database.
+    using Proceed = std::function<bool(std::int64_t done, std::int64_t total)>;
+
+    // `querySuffix`: the number behind this copy's stored queries, through which a quick filter narrows the
+    // report. `typeNames`: kinds of service at their positions from 1; [0] is not used.
+    TextReport(dao::Database database, int querySuffix, const ReportChoices& choices, Selection selection,
+               QList<QString> typeNames);
+
+    // How many clients' computers and services are read at one time where all are wanted; 0: each client's
+    // computers and each computer's services by a statement of their own. The report is the same.
+    std::size_t readAhead = 2000;
+
+    // `clientSource`: the statement of the clients, without an order.
+    Result write(const std::string& clientSource, const QString& path, const Proceed& proceed = {});
+
+    // Each writes its part at the end of the file. False: something of it could not be read or written; of
+    // WriteComputers also where the choice asks for no computers. `all`: the selection of a computer and a
+    // service does not count.
+    bool WriteClient(ReportFile& file, const ReportRows& client);
+    bool WriteComputers(ReportFile& file, std::int32_t custId, bool all);
+    bool WriteComputer(ReportFile& file, const ReportRows& computer);
+    bool WriteServices(ReportFile& file, std::int32_t machineId, bool all);
+
+ private:
+    Result writeClients(ReportFile& file, ReportRows& clients, const Proceed& proceed);
+    bool writeClientWhole(ReportFile& file, const ReportRows& client, bool all);
+    void readFor(const std::vector<std::int32_t>& clients, std::size_t first);
+    std::string headLine(const ReportRows& client);
+    void writeService(ReportFile& file, const ReportRows& service);
+
+    dao::Database database_;
+    std::string suffix_;
+    ReportChoices choices_;
+    Selection selection_;
+    ReportTexts texts_;
+    ReportBatch computers_, services_;
+};

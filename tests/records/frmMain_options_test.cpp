@@ -1,0 +1,177 @@
+// The options opened from the main window, and what of them is felt there at once.
+#include <QFile>
+#include <QPushButton>
+#include <limits>
+
+#include "main_window.h"
+#include "shell/frmOptions.h"
+#include "support/modal.h"
+
+namespace {
+
+class MainOptions : public MainWindow {
+ protected:
+    void SetUp() override {
+        MainWindow::SetUp();
+        CeneDinarske = false;
+        client = addClient();
+        service = addService(addComputer(client));
+    }
+    void startOnServices() {
+        start();
+        tab(3);
+        win().ListView1->select(key());
+    }
+    QString key() const { return QStringLiteral("K%1").arg(service); }
+    QString price() { return win().ListView1->item(key()).SubItems(3); }
+    // Opens the window from the menu; `work` may leave it by itself, otherwise it is left by OK.
+    void options(const std::function<void(frmOptions&)>& work) {
+        inModal<frmOptions>([&] { choose(win().mnuVView, 8); },
+                            [&](frmOptions& window) {
+                                work(window);
+                                if (window.isVisible())
+                                    button(window, 0)->click();
+                            });
+    }
+    static QPushButton* button(frmOptions& window, int index) {
+        return window.findChild<QPushButton*>(QStringLiteral("Command1(%1)").arg(index));
+    }
+    static QLineEdit* number(frmOptions& window, int index) {
+        return window.findChild<QLineEdit*>(QStringLiteral("Text1(%1)").arg(index));
+    }
+    static QCheckBox* check(frmOptions& window, int index) {
+        return window.findChild<QCheckBox*>(QStringLiteral("Check1(%1)").arg(index));
+    }
+    static QString stored(const char* name) {
+        return platform::GetSetting("Tarvello", "Settings", name, "(none)");
+    }
+
+    int client = 0, service = 0;
+};
+
+TEST_F(MainOptions, TheMenuOpensThemAtAnyTime) {
+    start();
+    open(win().mnuVView);
+    EXPECT_TRUE(win().mnuView.at(8)->isEnabled());
+    win().mnuVView->close();
+    options([&](frmOptions& window) {
+        EXPECT_EQ(window.parentWidget(), &win());
+        button(window, 1)->click();
+    });
+    EXPECT_EQ(win().findChild<frmOptions*>(), nullptr);
+    EXPECT_NE(stored("OptionsPosition"), "(none)");
+}
+
+TEST_F(MainOptions, TheMainWindowsValuesGoInAndComeBack) {
+    start();
+    win().AlwaysCreateBackupDB = false;
+    win().ShowMsgBoxFilterResults = true;
+    win().DueDateDiff = 11;
+    win().DefaultGST = 7;
+    options([&](frmOptions& window) {
+        EXPECT_FALSE(check(window, 0)->isChecked());
+        EXPECT_TRUE(check(window, 1)->isChecked());
+        EXPECT_EQ(number(window, 0)->text(), "11");
+        EXPECT_EQ(number(window, 1)->text(), "7");
+        check(window, 0)->click();
+        check(window, 1)->click();
+        number(window, 0)->setText("21");
+        number(window, 1)->setText("18");
+    });
+    EXPECT_TRUE(win().AlwaysCreateBackupDB);
+    EXPECT_FALSE(win().ShowMsgBoxFilterResults);
+    EXPECT_EQ(win().DueDateDiff, 21);
+    EXPECT_EQ(win().DefaultGST, 18);
+    end();
+    EXPECT_EQ(stored("AlwaysCreateBackupDB"), "True");
+    EXPECT_EQ(stored("ShowFilterStatistics"), "False");
+    EXPECT_EQ(stored("DueDateDiff"), "21");
+    EXPECT_EQ(stored("DefaultGST"), "18");
+}
+
+TEST_F(MainOptions, CancelBringsNothingBack) {
+    startOnServices();
+    options([&](frmOptions& window) {
+        check(window, 0)->click();
+        check(window, 1)->click();
+        check(window, 2)->click();
+        number(window, 0)->setText("21");
+        number(window, 1)->setText("18");
+        number(window, 2)->setText("90");
+        button(window, 1)->click();
+    });
+    EXPECT_TRUE(win().AlwaysCreateBackupDB);
+    EXPECT_TRUE(win().ShowMsgBoxFilterResults);
+    EXPECT_EQ(win().DueDateDiff, 5);
+    EXPECT_EQ(win().DefaultGST, 0);
+    EXPECT_FALSE(CeneDinarske);
+    EXPECT_EQ(KursKupovni, 80.0F);
+    EXPECT_EQ(price(), "100.00");
+}
+
+TEST_F(MainOptions, AnotherUnitShowsTheAmountsAnewAtOnce) {
+    startOnServices();
+    EXPECT_EQ(price(), "100.00");
+    options([&](frmOptions& window) { check(window, 2)->click(); });
+    tab(3);
+    EXPECT_EQ(price(), "8,000.00");
+    EXPECT_EQ(win().ListView1->columnText(4), "Price [DIN]");
+    options([&](frmOptions& window) { number(window, 2)->setText("117.5"); });
+    tab(3);
+    EXPECT_EQ(price(), "11,750.00");
+    options([&](frmOptions& window) { check(window, 2)->click(); });
+    tab(3);
+    EXPECT_EQ(price(), "100.00");
+    EXPECT_EQ(win().ListView1->columnText(4), "Price [EUR]");
+}
+
+// A refresh reads every record of the shop again; it must come when it is needed, and only then.
+TEST_F(MainOptions, WithoutAChangeOfUnitOrRateNothingIsReadAgain) {
+    startOnServices();
+    ASSERT_EQ(price(), "100.00");
+    openDatabase().Execute("UPDATE Services SET Price=200");
+    options([&](frmOptions& window) {
+        check(window, 3)->click();
+        number(window, 0)->setText("9");
+    });
+    EXPECT_EQ(price(), "100.00");
+    options([&](frmOptions& window) { number(window, 2)->setText("90"); });
+    tab(3);
+    EXPECT_EQ(price(), "200.00");
+}
+
+TEST_F(MainOptions, TheDefaultTaxStandsInTheNextNewService) {
+    startOnServices();
+    options([&](frmOptions& window) { number(window, 1)->setText("18"); });
+    inModal<frmDetails>([&] { win().EditService(0); },
+                        [](frmDetails& editor) {
+                            EXPECT_EQ(editor.findChild<QLineEdit*>("Text1(8)")->text(), "18");
+                            editor.reject();
+                        });
+}
+
+TEST_F(MainOptions, TheBackupGoesByWhatWasChosenLast) {
+    start();
+    options([&](frmOptions& window) { check(window, 0)->click(); });
+    end();
+    EXPECT_FALSE(QFile::exists(path("Tarvello.bkp")));
+    start();
+    options([&](frmOptions& window) { check(window, 0)->click(); });
+    end();
+    EXPECT_TRUE(QFile::exists(path("Tarvello.bkp")));
+}
+
+// Somebody may have written anything into the settings by hand.
+TEST_F(MainOptions, ValuesTooLargeForTheWindowAreTakenAsTheLargest) {
+    start();
+    win().DueDateDiff = 100000;
+    win().DefaultGST = -100000;
+    options([&](frmOptions& window) {
+        EXPECT_EQ(number(window, 0)->text(), QString::number(std::numeric_limits<qint16>::max()));
+        EXPECT_EQ(number(window, 1)->text(), QString::number(std::numeric_limits<qint16>::min()));
+        button(window, 1)->click();
+    });
+    EXPECT_EQ(win().DueDateDiff, 100000);
+}
+
+}  // namespace

@@ -1,0 +1,315 @@
+// Back to the whole shop: the end of a filter, and the reading afresh of everything.
+#include "narrowed_window.h"
+#include "records/quick_filters.h"
+#include "support/second_process.h"
+
+namespace {
+
+class WholeShop : public NarrowedWindow {
+ protected:
+    void SetUp() override {
+        NarrowedWindow::SetUp();
+        anic = addClient("Anic", "Vesna");
+        babic = addClient("Babic", "Bo");
+        desk = addComputer(anic, "Desk");
+        tower = addComputer(babic, "Tower");
+        mill = addComputer(babic, "Mill");
+        addService(desk, {{"Paid", money(100)}});
+        owed = addService(tower);
+        paid = addService(tower, {{"Paid", money(100)}});
+        milled = addService(mill);
+    }
+    void expectNoFilter() {
+        EXPECT_EQ(win().ActiveFilter, -1);
+        EXPECT_EQ(win().StatusBar1->firstPanelKey(), "Text");
+        EXPECT_FALSE(canUse("RemoveFilter"));
+        for (const quick_filters::Filter& each : quick_filters::kFilters)
+            EXPECT_TRUE(win().filterEntry(each.key)->isEnabled()) << each.key;
+        EXPECT_EQ(queryText("QDCustomers0"), "SELECT * FROM Customers");
+        EXPECT_EQ(queryText("QDComputers0"), "SELECT * FROM Computers");
+        EXPECT_EQ(queryText("QDServices0"), "SELECT * FROM Services");
+        EXPECT_EQ(win().statusText(), "Ready");
+        EXPECT_NE(win().cursor().shape(), Qt::WaitCursor);
+    }
+    // From the start to a filter that leaves the second client with one job each on both computers.
+    void startFiltered() {
+        start();
+        filter(3);
+        ASSERT_EQ(win().ActiveFilter, 1);
+        boxes.asked.clear();
+    }
+    int anic = 0, babic = 0, desk = 0, tower = 0, mill = 0, owed = 0, paid = 0, milled = 0;
+};
+
+TEST_F(WholeShop, MenuRemovesTheFilter) {
+    startFiltered();
+    EXPECT_EQ(entries(0), QStringList({"Babic, Bo"}));
+    filter(0);
+    expectNoFilter();
+    EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Babic, Bo"}));
+    EXPECT_TRUE(boxes.asked.isEmpty());
+}
+
+TEST_F(WholeShop, ToolbarRemovesTheFilter) {
+    startFiltered();
+    tool("RemoveFilter");
+    expectNoFilter();
+    EXPECT_EQ(entries(0).size(), 2);
+}
+
+TEST_F(WholeShop, RefreshEndsAFilterToo) {
+    for (int way = 0; way < 2; ++way) {
+        startFiltered();
+        if (way == 0)
+            tool("Refresh");
+        else
+            choose(win().mnuVView, 10);
+        expectNoFilter();
+        EXPECT_EQ(entries(0).size(), 2);
+        EXPECT_TRUE(boxes.asked.isEmpty());
+        end();
+    }
+}
+
+TEST_F(WholeShop, FilterThatWasInForceCanBeChosenAgain) {
+    startFiltered();
+    EXPECT_FALSE(win().filterEntry("NFNP")->isEnabled());
+    tool("RemoveFilter");
+    EXPECT_TRUE(win().filterEntry("NFNP")->isEnabled());
+    win().filterEntry("NFNP")->trigger();
+    EXPECT_EQ(win().ActiveFilter, 1);
+}
+
+TEST_F(WholeShop, SourcesAreThoseOfTheChosenClientAndComputer) {
+    startFiltered();
+    tool("RemoveFilter");
+    EXPECT_EQ(source(0), "SELECT * FROM QDCustomers0");
+    EXPECT_EQ(source(1), QStringLiteral("SELECT * FROM QDComputers0 WHERE CustID=%1").arg(babic));
+    EXPECT_EQ(source(2), QStringLiteral("Select * FROM QDServices0 Where MachineID=%1").arg(tower));
+    EXPECT_TRUE(win().StageDirty[1]);
+}
+
+TEST_F(WholeShop, ChosenClientAndComputerStayChosen) {
+    startFiltered();
+    tab(2);
+    choose(1, "Mill");
+    tool("RemoveFilter");
+    EXPECT_EQ(chosen(0), "Babic, Bo");
+    EXPECT_EQ(currentKey(0), babic);
+    EXPECT_EQ(text(0), "Babic");
+    EXPECT_EQ(caption(1), "Babic, Bo");
+    EXPECT_EQ(chosen(1), "Mill");
+    EXPECT_EQ(currentKey(1), mill);
+    EXPECT_EQ(caption(2), "Mill");
+    EXPECT_EQ(listed(), QList<int>({milled}));
+    tab(3);
+    EXPECT_EQ(listed(), QList<int>({milled}));
+}
+
+TEST_F(WholeShop, ClientWhoIsGoneMakesRoomForTheFirst) {
+    startFiltered();
+    openDatabase().Execute("DELETE * FROM Customers WHERE CustID=" + std::to_string(babic));
+    tool("RemoveFilter");
+    EXPECT_EQ(chosen(0), "Anic, Vesna");
+    EXPECT_EQ(chosen(1), "Desk");
+    EXPECT_TRUE(boxes.asked.isEmpty());
+}
+
+TEST_F(WholeShop, ListComesBackOnItsFirstRow) {
+    start();
+    choose(0, "Babic, Bo");
+    tab(3);
+    win().ListView1->select(2);
+    tool("Refresh");
+    EXPECT_EQ(listed(), QList<int>({owed, paid}));
+    EXPECT_EQ(win().ListView1->selectedIndex(), 1);
+    EXPECT_EQ(win().CurrentServiceKey, QStringLiteral("K%1").arg(owed));
+    EXPECT_TRUE(canUse("EditRecord"));
+}
+
+TEST_F(WholeShop, RefreshWithoutAFilterReadsAllStagesAndLeavesTheButtons) {
+    start();
+    openDatabase().Execute("UPDATE Customers SET Surname='Zoric' WHERE CustID=" + std::to_string(babic));
+    addComputer(anic, "New");
+    const int added = addService(desk);
+    tool("Refresh");
+    EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Zoric, Bo"}));
+    EXPECT_EQ(entries(1), QStringList({"Desk", "New"}));
+    EXPECT_TRUE(listed().contains(added));
+    expectNoFilter();
+    EXPECT_TRUE(boxes.asked.isEmpty());
+}
+
+TEST_F(WholeShop, RemoveWithoutAFilterOnlyDisablesItsButton) {
+    start();
+    win().toolbarButton("RemoveFilter")->setEnabled(true);
+    addClient("Ciric", "Cica");
+    tool("RemoveFilter");
+    EXPECT_FALSE(canUse("RemoveFilter"));
+    EXPECT_EQ(entries(0).size(), 2) << "nothing was read";
+}
+
+TEST_F(WholeShop, RefreshShowsTheUnitThatHasChanged) {
+    start();
+    tab(3);
+    EXPECT_EQ(win().ListView1->columnText(4), "Price [EUR]");
+    CeneDinarske = true;
+    KursKupovni = 117.5F;
+    win().RemoveFilters();
+    EXPECT_EQ(win().ListView1->columnText(4), "Price [EUR]") << "only a refresh renews the headers";
+    tool("Refresh");
+    EXPECT_EQ(win().ListView1->columnText(4), "Price [DIN]");
+    EXPECT_EQ(win().ListView1->columnText(7), "Paid [DIN]");
+    EXPECT_EQ(win().ListView1->columnText(5), "Discount");
+    EXPECT_EQ(win().ListView1->item(1).SubItems(3), "11,750.00");
+    CeneDinarske = false;
+    tool("Refresh");
+    EXPECT_EQ(win().ListView1->columnText(4), "Price [EUR]");
+    EXPECT_EQ(win().ListView1->columnText(7), "Paid [EUR]");
+    EXPECT_EQ(win().ListView1->item(1).SubItems(3), "100.00");
+}
+
+TEST_F(WholeShop, OrderAndIconsSurvive) {
+    const int dear = addService(tower, {{"Price", money(900)}});
+    start();
+    choose(0, "Babic, Bo");
+    tab(3);
+    clickHeader(4);
+    clickHeader(4);
+    filter(3);
+    for (const char* command : {"RemoveFilter", "Refresh"}) {
+        tool(command);
+        EXPECT_EQ(listed().first(), dear) << command;
+        EXPECT_TRUE(source(2).endsWith(" ORDER BY Price DESC")) << command;
+        EXPECT_EQ(icons(), QStringList({"", "", "", "SortDown", "", "", ""})) << command;
+    }
+}
+
+TEST_F(WholeShop, WindowSaysThatItIsAtWork) {
+    startFiltered();
+    {
+        StatusWatch watch(win());
+        win().RemoveFilters();
+        EXPECT_EQ(watch.said, QStringList({"Removing filters... Please wait...", "Ready"}));
+        EXPECT_EQ(watch.underHourglass.value(0), "Removing filters... Please wait...");
+    }
+    StatusWatch watch(win());
+    win().RefreshAll();
+    EXPECT_EQ(watch.said, QStringList({"Refreshing... Please wait...", "Ready"}));
+    EXPECT_EQ(watch.underHourglass.value(0), "Refreshing... Please wait...");
+    EXPECT_NE(win().cursor().shape(), Qt::WaitCursor);
+}
+
+TEST_F(WholeShop, FailingStepsArePassedOverInSilence) {
+    startFiltered();
+    openDatabase().QueryDefs().Delete("QDComputers0");
+    tool("RemoveFilter");
+    EXPECT_TRUE(boxes.asked.isEmpty());
+    EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Babic, Bo"}));
+    EXPECT_EQ(entries(1), QStringList());
+    EXPECT_EQ(queryText("QDServices0"), "SELECT * FROM Services");
+    EXPECT_EQ(source(2), "SELECT * FROM QDServices0");
+    EXPECT_EQ(win().ActiveFilter, -1);
+    EXPECT_EQ(win().StatusBar1->firstPanelKey(), "Text");
+    EXPECT_FALSE(canUse("RemoveFilter"));
+    EXPECT_EQ(win().statusText(), "Ready");
+}
+
+TEST_F(WholeShop, ShopThatHasBeenEmptiedIsShownEmpty) {
+    startFiltered();
+    openDatabase().Execute("DELETE * FROM Customers");
+    tool("Refresh");
+    EXPECT_EQ(win().Combo1[0]->entryCount(), 0);
+    EXPECT_EQ(win().Combo1[1]->entryCount(), 0);
+    EXPECT_EQ(win().ListView1->count(), 0);
+    EXPECT_TRUE(locked(0));
+    EXPECT_EQ(caption(1), "Klijenti");
+    EXPECT_EQ(source(1), "SELECT * FROM QDComputers0");
+    EXPECT_EQ(source(2), "SELECT * FROM QDServices0");
+    tab(2);
+    tab(3);
+    tab(1);
+    EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
+}
+
+TEST_F(WholeShop, ComputersOfAClientWithoutAnyAskForNothing) {
+    addClient("Ciric", "Cica");
+    start();
+    choose(0, "Ciric, Cica");
+    tool("Refresh");
+    EXPECT_EQ(chosen(0), "Ciric, Cica");
+    EXPECT_TRUE(win().StageDirty[1]);
+    tab(2);
+    tab(1);
+    EXPECT_EQ(win().CurrentStage, 1);
+    EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
+}
+
+TEST_F(WholeShop, WhatWasTypedIsSavedFirst) {
+    start();
+    type(13, "064 111");
+    tool("Refresh");
+    EXPECT_EQ(valueOf("Customers", "CustID", anic, "Cellular").asText(), "064 111");
+    EXPECT_EQ(text(13), "064 111");
+    EXPECT_FALSE(win().StageDirty[0]);
+}
+
+TEST_F(WholeShop, ClientBeingAddedIsSavedFirst) {
+    start();
+    tool("NewRecord");
+    typeClient("Zoric", "Zora");
+    tool("Refresh");
+    EXPECT_FALSE(win().AddNewMode);
+    EXPECT_EQ(chosen(0), "Zoric, Zora");
+    EXPECT_EQ(countRows("Customers"), 3);
+    EXPECT_EQ(win().statusText(), "Ready");
+}
+
+TEST_F(WholeShop, RecordThatHasToBeMendedIsNotLeft) {
+    startFiltered();
+    tool("NewRecord");
+    type(0, "Zoric");
+    for (const char* command : {"RemoveFilter", "Refresh"}) {
+        boxes.answers << platform::BoxAnswer::Yes;
+        tool(command);
+        EXPECT_TRUE(win().AddNewMode) << command;
+        EXPECT_EQ(text(0), "Zoric") << command;
+        EXPECT_EQ(win().ActiveFilter, 1) << command;
+        EXPECT_TRUE(canUse("RemoveFilter")) << command;
+    }
+    boxes.answers << platform::BoxAnswer::No;
+    tool("Refresh");
+    EXPECT_FALSE(win().AddNewMode);
+    EXPECT_EQ(countRows("Customers"), 2);
+    expectNoFilter();
+}
+
+TEST_F(WholeShop, ClientsOfAnotherWorkstationComeAndGoWithARefresh) {
+    closeDatabases();
+    SecondProcess other([this](const SecondProcess::Side& side) {
+        side.untilReleased();
+        const int zoric = addClient("Zoric", "Zora");
+        addService(addComputer(zoric, "New"));
+        openDatabase().Execute("DELETE * FROM Customers WHERE CustID=" + std::to_string(anic));
+        side.ready();
+        side.untilReleased();
+        openDatabase().Execute("DELETE * FROM Customers WHERE CustID=" + std::to_string(zoric));
+        closeDatabases();
+        side.ready();
+    });
+    startFiltered();
+    other.release();
+    ASSERT_TRUE(other.waitReady());
+    EXPECT_EQ(clients(), QList<int>({babic}));
+    closeDatabases();
+    tool("RemoveFilter");
+    EXPECT_EQ(entries(0), QStringList({"Babic, Bo", "Zoric, Zora"}));
+    EXPECT_EQ(chosen(0), "Babic, Bo");
+    other.release();
+    ASSERT_TRUE(other.waitReady());
+    tool("Refresh");
+    EXPECT_EQ(entries(0), QStringList({"Babic, Bo"}));
+    EXPECT_EQ(other.wait(), 0);
+}
+
+}  // namespace

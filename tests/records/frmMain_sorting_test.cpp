@@ -1,0 +1,291 @@
+// The order of the services list, from the clicks on its headers.
+#include <QRegularExpression>
+
+#include "narrowed_window.h"
+#include "support/second_process.h"
+
+using platform::BoxIcon;
+
+namespace {
+
+const QStringList kNoIcons({"", "", "", "", "", "", ""});
+
+class Sorting : public NarrowedWindow {
+ protected:
+    void SetUp() override {
+        NarrowedWindow::SetUp();
+        const int anic = addClient("Anic", "Vesna");
+        desk = addComputer(anic, "Desk");
+        laptop = addComputer(anic, "Laptop");
+        first = service(desk, {2026, 3, 3}, 90, 9, 1.0F);
+        second = service(desk, {2026, 1, 10}, 100, 10, 20.0F);
+        third = service(desk, {2026, 2, 20}, 20, 100, 3.0F);
+    }
+    // A finished job and its due date lie ten and twenty days before and behind its start.
+    int service(int computer, const QDate& started, double price, double paid, float percent) {
+        return addService(computer, {{"ServiceStarted", day(started)},
+                                     {"ServiceToBeFinished", day(started.addDays(20))},
+                                     {"ServiceFinished", day(started.addDays(10))},
+                                     {"Price", money(price)},
+                                     {"Paid", money(paid)},
+                                     {"Discount", dao::Value(percent)},
+                                     {"GST", dao::Value(percent)}});
+    }
+    void startOnServices() {
+        start();
+        tab(3);
+    }
+    QString sortState() {
+        return QStringLiteral("%1 %2 %3").arg(win().LVWSorted).arg(win().LVWSortField, win().LVWSortOrder);
+    }
+    int desk = 0, laptop = 0, first = 0, second = 0, third = 0;
+};
+
+TEST_F(Sorting, EachColumnSortsUpAndDown) {
+    startOnServices();
+    ASSERT_EQ(listed(), QList<int>({first, second, third}));
+    const struct {
+        int column;
+        const char* field;
+        QList<int> ascending;
+    } columns[] = {{2, "ServiceToBeFinished", {second, third, first}},
+                   {3, "ServiceFinished", {second, third, first}},
+                   {4, "Price", {third, first, second}},
+                   {5, "Discount", {first, third, second}},
+                   {6, "GST", {first, third, second}},
+                   {7, "Paid", {first, second, third}},
+                   {1, "ServiceStarted", {second, third, first}}};
+    for (const auto& each : columns) {
+        clickHeader(each.column);
+        EXPECT_EQ(listed(), each.ascending) << each.field;
+        EXPECT_EQ(sortState(), QStringLiteral("1 %1 ASC").arg(each.field));
+        EXPECT_EQ(win().ListView1->columnIcon(each.column), "SortUp");
+        clickHeader(each.column);
+        EXPECT_EQ(listed(), QList<int>(each.ascending.rbegin(), each.ascending.rend())) << each.field;
+        EXPECT_EQ(sortState(), QStringLiteral("1 %1 DESC").arg(each.field));
+        EXPECT_EQ(win().ListView1->columnIcon(each.column), "SortDown");
+    }
+}
+
+TEST_F(Sorting, FirstClickOnTheStartDateSortsDownwards) {
+    startOnServices();
+    clickHeader(1);
+    EXPECT_EQ(sortState(), "1 ServiceStarted DESC");
+    EXPECT_EQ(listed(), QList<int>({first, third, second}));
+    EXPECT_EQ(icons(), QStringList({"SortDown", "", "", "", "", "", ""}));
+    clickHeader(1);
+    EXPECT_EQ(icons(), QStringList({"SortUp", "", "", "", "", "", ""}));
+}
+
+TEST_F(Sorting, ColumnThatIsLeftGetsTheBlankPicture) {
+    startOnServices();
+    clickHeader(4);
+    EXPECT_EQ(icons(), QStringList({"", "", "", "SortUp", "", "", ""}))
+        << "the usual column had no picture to lose";
+    clickHeader(7);
+    EXPECT_EQ(icons(), QStringList({"", "", "", "Dummy", "", "", "SortUp"}));
+    clickHeader(4);
+    EXPECT_EQ(icons(), QStringList({"", "", "", "SortUp", "", "", "Dummy"}));
+    EXPECT_EQ(sortState(), "1 Price ASC") << "a new column begins upwards, also the second time";
+}
+
+TEST_F(Sorting, OnlyTheOrderInTheSourceChanges) {
+    startOnServices();
+    const QString plain = QStringLiteral("SELECT * FROM QDServices0 WHERE MachineID=%1").arg(desk);
+    ASSERT_EQ(source(2), plain);
+    clickHeader(4);
+    EXPECT_EQ(source(2), plain + " ORDER BY Price ASC");
+    clickHeader(4);
+    EXPECT_EQ(source(2), plain + " ORDER BY Price DESC");
+    win().Data1[2]->RecordSource = plain + "   ";
+    clickHeader(7);
+    EXPECT_EQ(source(2), plain + " ORDER BY Paid ASC");
+    win().UnsortServices();
+    EXPECT_EQ(source(2), plain);
+}
+
+TEST_F(Sorting, SelectionStaysOnItsService) {
+    startOnServices();
+    win().ListView1->select(QStringLiteral("K%1").arg(third));
+    clickHeader(4);
+    EXPECT_EQ(win().ListView1->selectedIndex(), 1);
+    clickHeader(4);
+    EXPECT_EQ(win().ListView1->selectedIndex(), 3);
+    EXPECT_EQ(win().CurrentServiceKey, QStringLiteral("K%1").arg(third));
+    win().UnsortServices();
+    EXPECT_EQ(win().ListView1->selectedItem()->Key, QStringLiteral("K%1").arg(third));
+}
+
+TEST_F(Sorting, AmountsSortAsStoredAndNotAsTheirTexts) {
+    CeneDinarske = true;
+    KursKupovni = 1000.0F;
+    startOnServices();
+    clickHeader(4);
+    EXPECT_EQ(listed(), QList<int>({third, first, second})) << "20,000 before 90,000 before 100,000";
+}
+
+TEST_F(Sorting, EmptyDatesComeFirst) {
+    const int undated = addService(desk);
+    startOnServices();
+    clickHeader(2);
+    EXPECT_EQ(listed().first(), undated);
+    clickHeader(2);
+    EXPECT_EQ(listed().last(), undated);
+}
+
+TEST_F(Sorting, EmptyListIsNotSorted) {
+    startOnServices();
+    tab(2);
+    choose(1, "Laptop");
+    tab(3);
+    ASSERT_EQ(win().ListView1->count(), 0);
+    const QString before = source(2);
+    clickHeader(4);
+    win().UnsortServices();
+    EXPECT_EQ(sortState(), "0 ServiceStarted ASC");
+    EXPECT_EQ(icons(), kNoIcons);
+    EXPECT_EQ(source(2), before);
+}
+
+TEST_F(Sorting, PopupTakesTheOrderAway) {
+    startOnServices();
+    clickHeader(4);
+    clickHeader(7);
+    choose(win().mnuPPopup, 12);
+    EXPECT_EQ(sortState(), "0 ServiceStarted ASC");
+    EXPECT_EQ(icons(), kNoIcons);
+    EXPECT_EQ(listed(), QList<int>({first, second, third}));
+    EXPECT_TRUE(boxes.asked.isEmpty());
+}
+
+TEST_F(Sorting, UnsortIsOfferedOnlyForASortedListWithRows) {
+    const auto offered = [&] {
+        open(win().mnuPPopup);
+        win().mnuPPopup->close();
+        return win().mnuPopup.at(12)->isEnabled();
+    };
+    startOnServices();
+    EXPECT_FALSE(offered());
+    clickHeader(4);
+    EXPECT_TRUE(offered());
+    tab(2);
+    choose(1, "Laptop");
+    tab(3);
+    EXPECT_FALSE(offered());
+}
+
+TEST_F(Sorting, UnsortingAnUnsortedListChangesNothing) {
+    startOnServices();
+    win().ListView1->select(2);
+    StatusWatch watch(win());
+    win().UnsortServices();
+    EXPECT_TRUE(watch.said.isEmpty());
+    EXPECT_EQ(win().ListView1->selectedIndex(), 2);
+}
+
+TEST_F(Sorting, StatusTellsWhatIsDone) {
+    startOnServices();
+    {
+        StatusWatch watch(win());
+        win().ListView1_ColumnClick(4);
+        EXPECT_EQ(watch.said, QStringList({"Sorting in progress...", "Ready"}));
+    }
+    StatusWatch watch(win());
+    win().UnsortServices();
+    EXPECT_EQ(watch.said, QStringList({"Unsorting in progress...", "Ready"}));
+}
+
+TEST_F(Sorting, OrderSurvivesTheChangeToAnotherComputer) {
+    const int cheap = service(laptop, {2026, 4, 1}, 1, 0, 0);
+    const int dear = service(laptop, {2026, 4, 2}, 500, 0, 0);
+    startOnServices();
+    clickHeader(4);
+    clickHeader(4);
+    tab(2);
+    choose(1, "Laptop");
+    tab(3);
+    EXPECT_EQ(listed(), QList<int>({dear, cheap}));
+    EXPECT_EQ(win().ListView1->columnIcon(4), "SortDown");
+    tab(1);
+    tab(3);
+    EXPECT_EQ(listed(), QList<int>({dear, cheap}));
+}
+
+TEST_F(Sorting, OrderSurvivesARestartOfTheProgram) {
+    startOnServices();
+    clickHeader(4);
+    clickHeader(4);
+    end();
+    EXPECT_EQ(settings::text(settings::LVWSortField), "Price");
+    EXPECT_EQ(settings::text(settings::LVWSortOrder), "DESC");
+    EXPECT_TRUE(settings::boolean(settings::LVWSorted));
+    startOnServices();
+    EXPECT_EQ(icons(), QStringList({"", "", "", "SortDown", "", "", ""}));
+    EXPECT_EQ(listed(), QList<int>({second, first, third}));
+    clickHeader(4);
+    EXPECT_EQ(icons(), QStringList({"", "", "", "SortUp", "", "", ""}));
+    win().UnsortServices();
+    end();
+    startOnServices();
+    EXPECT_EQ(icons(), kNoIcons);
+    EXPECT_EQ(listed(), QList<int>({first, second, third}));
+}
+
+TEST_F(Sorting, FailingSortIsSilentAndItsStateStays) {
+    startOnServices();
+    openDatabase().QueryDefs().Delete("QDServices0");
+    clickHeader(4);
+    EXPECT_TRUE(boxes.asked.isEmpty());
+    EXPECT_EQ(sortState(), "1 Price ASC");
+    EXPECT_EQ(win().ListView1->columnIcon(4), "SortUp");
+    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_FALSE(canUse("EditRecord")) << "nothing is listed any more";
+}
+
+TEST_F(Sorting, ListIsReadAgainAfterAFailedSort) {
+    startOnServices();
+    openDatabase().QueryDefs().Delete("QDServices0");
+    clickHeader(4);
+    openDatabase().CreateQueryDef("QDServices0", "SELECT * FROM Services");
+    tab(2);
+    tab(3);
+    EXPECT_EQ(listed(), QList<int>({third, first, second}));
+}
+
+TEST_F(Sorting, FailingUnsortIsToldWithItsLine) {
+    startOnServices();
+    clickHeader(4);
+    openDatabase().QueryDefs().Delete("QDServices0");
+    choose(win().mnuPPopup, 12);
+    ASSERT_EQ(boxes.asked.size(), 1);
+    EXPECT_TRUE(boxes.lastText().startsWith(
+        "An unexpected error has occured while unsorting the services::\n[3078] "))
+        << boxes.lastText().toStdString();
+    EXPECT_TRUE(boxes.lastText().contains(QRegularExpression(" in line [1-9][0-9]*$")))
+        << boxes.lastText().toStdString();
+    EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Exclamation);
+    EXPECT_EQ(win().statusText(), "Ready");
+}
+
+// A colleague has taken the selected service away: the list comes back in its new order without it.
+TEST_F(Sorting, ServicesOfAnotherWorkstationAreInTheNewOrder) {
+    closeDatabases();
+    SecondProcess other([this](const SecondProcess::Side& side) {
+        side.untilReleased();
+        openDatabase().Execute("DELETE * FROM Services WHERE ID=" + std::to_string(first));
+        side.say(static_cast<char>(service(desk, {2026, 5, 1}, 1, 0, 0)));
+        closeDatabases();
+    });
+    startOnServices();
+    win().ListView1->select(QStringLiteral("K%1").arg(first));
+    other.release();
+    const int added = other.next();
+    ASSERT_EQ(other.wait(), 0);
+    clickHeader(4);
+    EXPECT_EQ(listed(), QList<int>({added, third, second}));
+    EXPECT_TRUE(boxes.asked.isEmpty());
+    clickHeader(4);
+    EXPECT_EQ(listed(), QList<int>({second, third, added})) << "also from a list without a selection";
+}
+
+}  // namespace
