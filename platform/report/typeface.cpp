@@ -11,6 +11,7 @@ namespace {
 constexpr char16_t kCached = 0x250;
 constexpr double kRounding = 0.5;   // twips: a text as wide as its box is not too wide
 constexpr double kKernedFrom = 12;  // points
+constexpr double kHair = 1.0 / 64;  // twips: the least that counts
 
 const QString kEllipsis = QStringLiteral("\u2026");
 
@@ -31,6 +32,9 @@ QFont fontOf(const ItemStyle& style) {
     // Kerning shows in headings; in the small print of a table it only costs the time to measure every text
     // as a whole.
     font.setKerning(style.points >= kKernedFrom);
+    // A hair between the letters keeps "f" and "i" two letters, so that whoever searches the page for a word
+    // finds it.
+    font.setLetterSpacing(QFont::AbsoluteSpacing, kHair);
     return font;
 }
 

@@ -85,6 +85,13 @@ void writeAll(QSaveFile& writer, const QByteArray& block) {
 
 QString chosenFolder;
 
+bool sameContent(const QString& one, const QString& other) {
+    QFile first(one);
+    QFile second(other);
+    return first.open(QIODevice::ReadOnly) && second.open(QIODevice::ReadOnly) &&
+           first.size() == second.size() && first.readAll() == second.readAll();
+}
+
 }  // namespace
 
 QString nativePath(const QString& path) {
@@ -158,13 +165,21 @@ void writeTextFile(const QString& path, const QString& text) {
 }
 
 QString chooseProgramFolder(const QString& executableFolder, const QString& ownFolder) {
-    if (takesFiles(executableFolder)) {
+    const bool perUser = fileExists(executableFolder + QDir::separator() + QStringLiteral("per-user"));
+    if (!perUser && takesFiles(executableFolder)) {
         return executableFolder;
     }
     QDir().mkpath(ownFolder);
-    for (const char* delivered : {"Tarvello.mdb", "Tarvello.hlp"}) {
-        const QString name = QDir::separator() + QString::fromLatin1(delivered);
-        if (fileExists(executableFolder + name) && !fileExists(ownFolder + name)) {
+    struct Delivered {
+        const char* name;
+        bool isKeptByTheUser;
+    };
+    for (const Delivered& file :
+         {Delivered{"Tarvello.mdb", true}, {"Tarvello.hlp", false}, {"tipoftheday.txt", true}}) {
+        const QString name = QDir::separator() + QString::fromLatin1(file.name);
+        const bool hasIt = fileExists(ownFolder + name);
+        if (fileExists(executableFolder + name) &&
+            !(hasIt && (file.isKeptByTheUser || sameContent(executableFolder + name, ownFolder + name)))) {
             // What cannot be copied is missed, and asked for, by the routine that needs it.
             Trap step;
             step([&] { copyFile(executableFolder + name, ownFolder + name); });

@@ -21,7 +21,9 @@ void writeTextFile(const QString& path, const QString& text);
 // it.
 QString programFolder();
 void setProgramFolder(const QString& folder);  // for tests; empty: found anew
-// The rule behind it: the first where a file can be made in it, otherwise the second, seeded from the first.
+// The rule behind it: the first where a file can be made in it and no file "per-user" in it says otherwise
+// (who installs the program may write there, and keeps no records there); else the second, seeded from the
+// first. The help, which no user changes, is renewed where a newer program brings another one.
 QString chooseProgramFolder(const QString& executableFolder, const QString& ownFolder);
 
 }  // namespace platform

@@ -163,7 +163,7 @@ void takeInServices(Walker& walker) {
 }
 
 void lookAround(Walker& walker) {
-    walker.station("the menus open, and what the shop still waits for is grey");
+    walker.station("the menus open");
     for (const char* name : {"mnuDDatabase", "mnuVView", "mnuHHelp"}) {
         walker.openMenu(name);
         walker.picture(QLatin1String(name), name);
@@ -187,6 +187,11 @@ void walkFirstDay(Walker& walker) {
     walker.station("the program starts on an empty shop");
     walker.when([] { return topWindow("frmSplash") != nullptr; }, [] {});
     walker.picture("splash", "frmSplash");
+    walker.when([] { return topWindow("frmTip") != nullptr; }, [] {});
+    walker.picture("tip-of-the-day", "frmTip");
+    walker.click("cmdNextTip");
+    walker.click("chkLoadTipsAtStartup");
+    walker.click("cmdOK");
     walker.when([&walker] { return windowOnShow() != nullptr && walker.shows("TabStrip1"); }, [] {});
     walker.check("the tab says Klijenti", [&walker] { return caption(walker, 0) == "Klijenti"; });
     walker.checkText("Panel(Text)", "Ready");

@@ -8,6 +8,7 @@
 void walkFirstDay(Walker& walker);
 void walkSecondDay(Walker& walker);
 void walkThirdDay(Walker& walker, const QString& papers);
+void walkFourthDay(Walker& walker, const QString& papers);
 
 // Loaded into the program by QT_QPA_GENERIC_PLUGINS="walk:DAY:PICTURES:FIRST": the day to walk, the folder
 // for the pictures, the number of the first of them.
@@ -24,8 +25,10 @@ class WalkPlugin : public QGenericPlugin {
             walkFirstDay(*walker);
         else if (words.at(0) == QLatin1String("second"))
             walkSecondDay(*walker);
-        else
+        else if (words.at(0) == QLatin1String("third"))
             walkThirdDay(*walker, words.at(1));
+        else
+            walkFourthDay(*walker, words.at(1));
         walker->start();
         return walker;
     }

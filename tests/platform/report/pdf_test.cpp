@@ -93,6 +93,19 @@ TEST_F(ReportPdf, HoldsRealTextWithItsLetters) {
     EXPECT_EQ(tool("pdfimages", {"-list"}, path("a.pdf")).count('\n'), 2);  // its two title lines: no images
 }
 
+// Drawn as one sign, "fi" would be found by nobody who looks for "grafika".
+TEST_F(ReportPdf, LettersStayLettersWhereATypefaceWouldJoinThem) {
+    report.section(Part::ReportHeader, "H", 1200);
+    report.Sections("H").add(label("Small", "magnetni filteri, Airflow", 0, 0, 6000, 250));
+    report::Control large = label("Large", "Graficke kartice", 0, 400, 6000, 500);
+    large.style.points = 16;
+    report.Sections("H").add(large);
+    report.run()->savePdf(path("a.pdf"));
+    const QString text = tool("pdftotext", {}, path("a.pdf"), {"-"});
+    EXPECT_TRUE(text.contains("magnetni filteri, Airflow")) << text.toStdString();
+    EXPECT_TRUE(text.contains("Graficke kartice")) << text.toStdString();
+}
+
 TEST_F(ReportPdf, HasTheDocumentsTitlePagesAndSize) {
     const report::Document document = invoice(100);
     ASSERT_GT(document.pageCount(), 1);

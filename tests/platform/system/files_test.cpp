@@ -220,11 +220,31 @@ TEST_F(Files, TheProgramsFolderIsThatOfTheExecutableWhileItTakesFiles) {
     EXPECT_EQ(names(), QStringList());
 }
 
+TEST_F(Files, AnInstalledProgramIsForEachUserEvenWhereItsFolderCanBeWritten) {
+    ASSERT_TRUE(QDir(folder_.path()).mkdir("program"));
+    for (const char* name :
+         {"program/per-user", "program/Tarvello.mdb", "program/Tarvello.hlp", "program/tipoftheday.txt"})
+        make(name, "delivered");
+    const QString own = path("own");
+    EXPECT_EQ(chooseProgramFolder(path("program"), own), own);
+    for (const char* name : {"own/Tarvello.mdb", "own/Tarvello.hlp", "own/tipoftheday.txt"}) {
+        EXPECT_EQ(content(name), "delivered");
+        make(name, "changed");
+    }
+    EXPECT_FALSE(QFile::exists(path("own/per-user")));
+    // A newer program brings a newer help; the records and the tips are the shop's own by now.
+    EXPECT_EQ(chooseProgramFolder(path("program"), own), own);
+    EXPECT_EQ(content("own/Tarvello.hlp"), "delivered");
+    EXPECT_EQ(content("own/Tarvello.mdb"), "changed");
+    EXPECT_EQ(content("own/tipoftheday.txt"), "changed");
+}
+
 TEST_F(Files, OtherwiseItIsTheUsersOwnSeededOnceFromTheDeliveredFiles) {
     ASSERT_TRUE(QDir(folder_.path()).mkdir("program"));
     ASSERT_TRUE(QDir(folder_.path()).mkdir("home"));
     make("program/Tarvello.mdb", "delivered records");
     make("program/Tarvello.hlp", "delivered help");
+    make("program/tipoftheday.txt", "delivered tips");
     const auto open =
         QFileDevice::ReadOther | QFileDevice::ExeOther | QFileDevice::ReadOwner | QFileDevice::ExeOwner;
     ASSERT_TRUE(QFile::setPermissions(path("program"), open));
@@ -238,7 +258,8 @@ TEST_F(Files, OtherwiseItIsTheUsersOwnSeededOnceFromTheDeliveredFiles) {
         }
         if (chooseProgramFolder(path("program"), own) != own ||
             content("home/Tarvello/Tarvello.mdb") != "delivered records" ||
-            content("home/Tarvello/Tarvello.hlp") != "delivered help") {
+            content("home/Tarvello/Tarvello.hlp") != "delivered help" ||
+            content("home/Tarvello/tipoftheday.txt") != "delivered tips") {
             return 1;
         }
         // The next start finds the shop's records there, and leaves them alone.
