@@ -1,0 +1,42 @@
+#!/usr/bin/env bash
+# installed.sh BUILD: makes the package, unpacks it into a scratch root, and starts what lies there, headlessly and as
+# somebody who has never started it. The program folder of that user must then hold all that was delivered.
+set -euo pipefail
+build=$1
+place=$(mktemp -d)
+trap 'chmod -R u+w "$place"; rm -rf "$place"' EXIT
+fail() {
+    echo "$1" >&2
+    exit 1
+}
+
+(cd "$build" && cpack -B "$place/made") >"$place/cpack.log" || { cat "$place/cpack.log" >&2; exit 1; }
+package=$(echo "$place"/made/*.deb)
+depends=$(dpkg-deb --field "$package" Depends)
+for library in libqt6widgets6 libqt6svg6 libqt6printsupport6 libc6; do
+    grep -q "$library" <<<"$depends" || fail "the package does not ask for $library: $depends"
+done
+dpkg-deb --extract "$package" "$place/root"
+for file in bin/tarvello lib/tarvello/Tarvello lib/tarvello/Tarvello.mdb lib/tarvello/Tarvello.hlp \
+    lib/tarvello/tipoftheday.txt share/applications/tarvello.desktop share/icons/hicolor/scalable/apps/tarvello.svg; do
+    [ -e "$place/root/usr/$file" ] || fail "the package has no $file"
+done
+[ -z "$(find "$place/root" -name 'libsqlcipher*')" ] || fail "the record store is linked in, not delivered"
+
+mkdir -p "$place/home" "$place/pictures"
+find "$place/root" -type d -exec chmod a-w {} +
+before=$(cd "$place/root" && find . -type f -exec sha256sum {} + | sort)
+env -u XDG_DATA_HOME -u XDG_CONFIG_HOME -u LC_ALL HOME="$place/home" LANG=C.UTF-8 XDG_RUNTIME_DIR="$place" \
+    LC_NUMERIC=en_GB.UTF-8 LC_TIME=en_GB.UTF-8 LC_MONETARY=en_GB.UTF-8 \
+    QT_QPA_PLATFORM=offscreen QT_PLUGIN_PATH="$build/walk" QT_QPA_GENERIC_PLUGINS="walk:first:$place/pictures:1" \
+    QT_LOGGING_RULES="*.debug=false;qt.qpa.*=false;default.warning=false" \
+    timeout 300 "$place/root/usr/bin/tarvello" || fail "the installed program ended with $?"
+
+own=$place/home/.local/share/Tarvello
+for file in Tarvello.mdb Tarvello.hlp tipoftheday.txt Tarvello.bkp; do
+    [ -f "$own/$file" ] || fail "the user's program folder has no $file"
+done
+cmp -s "$own/Tarvello.mdb" "$place/root/usr/lib/tarvello/Tarvello.mdb" && fail "nothing was written into the user's records"
+after=$(cd "$place/root" && find . -type f -exec sha256sum {} + | sort)
+[ "$before" = "$after" ] || fail "the program has written into the folder where it is installed"
+echo "installed, started, and left its folder as it was"
