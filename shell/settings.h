@@ -35,7 +35,7 @@ QString text(const Setting& setting);
 QString text(const Setting& setting, const QString& defaultValue);
 bool boolean(const Setting& setting);
 int integer(const Setting& setting);
-QString scrambled(const Setting& setting);  // in plain form
+QString scrambled(const Setting& setting);                               // in plain form
 QString scrambled(const Setting& setting, const QString& defaultValue);  // both in plain form
 void setText(const Setting& setting, const QString& value);
 void setBoolean(const Setting& setting, bool value);  // "True" or "False"
