@@ -3,6 +3,7 @@
 #include <QBuffer>
 #include <QImageReader>
 #include <QScrollBar>
+#include <QStyle>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextTable>
@@ -10,13 +11,16 @@
 namespace {
 
 constexpr double kMargin = 18;
+constexpr double kLeastPicture = 300;
 
-// Drawn as much larger as the font is than the usual one, and as sharp as the screen can.
-QImage pictureOf(const QByteArray& content, double enlarged, double pixelRatio) {
+// Drawn as much larger as the font is than the usual one, and as sharp as the screen can; a whole window is
+// made smaller, to stand beside the contents without scrolling sideways.
+QImage pictureOf(const QByteArray& content, double enlarged, double room, double pixelRatio) {
     QBuffer buffer;
     buffer.setData(content);
     QImageReader reader(&buffer);
-    reader.setScaledSize(reader.size() * enlarged * pixelRatio);
+    const double fitting = qMax(room, kLeastPicture) / qMax(1, reader.size().width());
+    reader.setScaledSize(reader.size() * qMin(enlarged, fitting) * pixelRatio);
     QImage image = reader.read();
     image.setDevicePixelRatio(pixelRatio);
     return image;
@@ -47,9 +51,10 @@ QVariant HelpText::loadResource(int type, const QUrl& name) {
 void HelpText::showPage(const HelpBook& book, const HelpPage& page) {
     constexpr double kUsualHeight = 16;
     const double enlarged = qMax(1.0, fontMetrics().height() / kUsualHeight);
+    const double room = viewport()->width() - 2 * kMargin - style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     pictures_.clear();
     for (const QString& name : book.picturesShown()) {
-        pictures_.insert(name, pictureOf(book.picture(name), enlarged, devicePixelRatioF()));
+        pictures_.insert(name, pictureOf(book.picture(name), enlarged, room, devicePixelRatioF()));
     }
     document()->setMarkdown(QStringLiteral("# %1\n\n").arg(page.title) + page.plainMarkdown(),
                             QTextDocument::MarkdownDialectGitHub);

@@ -13,6 +13,7 @@
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextBlock>
 #include <QTextBrowser>
 #include <QTreeWidget>
 
@@ -186,6 +187,29 @@ TEST_F(HelpWindow, TheFourIconsOfTheServiceListAreShown) {
          {"FinishedPayed.svg", "FinishedNotPayed.svg", "NotFinishedPayed.svg", "NotFinishedNotPayed.svg"}) {
         const QVariant picture = text->document()->resource(QTextDocument::ImageResource, QUrl(name));
         EXPECT_FALSE(picture.value<QImage>().isNull()) << name;
+    }
+}
+
+TEST_F(HelpWindow, PicturesOfWindowsStandBesideTheContents) {
+    auto* text = child<QTextBrowser>("Text");
+    for (const char* page :
+         {"catalogue", "requisition", "documents", "preview", "price-list", "report", "options"}) {
+        ASSERT_TRUE(window_.showPage(page)) << page;
+        int pictures = 0;
+        for (QTextBlock block = text->document()->begin(); block.isValid(); block = block.next()) {
+            for (auto part = block.begin(); !part.atEnd(); ++part) {
+                const QTextImageFormat format = part.fragment().charFormat().toImageFormat();
+                if (!format.isValid())
+                    continue;
+                const QImage image = text->document()
+                                         ->resource(QTextDocument::ImageResource, QUrl(format.name()))
+                                         .value<QImage>();
+                EXPECT_GE(image.width(), 300) << page;
+                ++pictures;
+            }
+        }
+        EXPECT_EQ(pictures, 1) << page;
+        EXPECT_FALSE(text->horizontalScrollBar()->isVisible()) << page;
     }
 }
 
