@@ -68,7 +68,7 @@ void print(const Measure& measure, const Medians& medians) {
 int measureAll(const std::string& path) {
     Shop shop(path);
     std::vector<Measure> measures = engineMeasures();
-    for (const auto& more : {windowMeasures(), stockMeasures()})
+    for (const auto& more : {windowMeasures(), stockMeasures(), findingMeasures()})
         measures.insert(measures.end(), more.begin(), more.end());
     Medians medians;
     for (const Measure& measure : measures)

@@ -19,6 +19,7 @@ struct Measure {
 std::vector<Measure> engineMeasures();
 std::vector<Measure> windowMeasures();
 std::vector<Measure> stockMeasures();
+std::vector<Measure> findingMeasures();
 
 // Prints the milliseconds from the start of this process to the usable main window, with what they were spent
 // on. One start for a process.

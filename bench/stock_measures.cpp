@@ -11,22 +11,20 @@
 #include <cstdlib>
 #include <memory>
 
+#include "catalogue/ActiveReport1.h"
+#include "catalogue/frmKonfigPrint_rules.h"
 #include "catalogue/frmKonfiguratorEx.h"
 #include "catalogue/stock_draw.h"
 #include "data/session.h"
 #include "documents/ActiveReport2.h"
 #include "documents/frmInvoiceEx.h"
+#include "main_window.h"
 #include "measures.h"
 #include "platform/controls/boxes.h"
 #include "shell/modMain.h"
 #include "stock.h"
 
 namespace {
-
-std::string column(sqlite3_stmt* statement, int index) {
-    const unsigned char* text = sqlite3_column_text(statement, index);
-    return text == nullptr ? std::string() : reinterpret_cast<const char*>(text);
-}
 
 std::string money(double amount) {
     char text[64];
@@ -228,21 +226,8 @@ void invoiceOurs(Shop& shop) {
     invoice(shop).savePdf(paper());
 }
 
-// The same texts, with nothing to work out: read from the file, and painted at places known beforehand.
-void invoiceBaseline(Shop& shop) {
-    static const report::Document known = invoice(shop);
-    sqlite3_stmt* statement = shop.prepare(
-        "SELECT Grupa||', '||Proizvodjac||', '||Naziv, SN, JM, Stanje, Cena*80 FROM InvoiceData WHERE "
-        "ServiceID=? ORDER BY 1");
-    sqlite3_bind_int(statement, 1, stockOf(shop).service);
-    struct Row {
-        std::string name, serial, unit;
-        double quantity, price;
-    };
-    readAll<Row>(statement, Stock::kDrawn, [](sqlite3_stmt* at) {
-        return Row{column(at, 0), column(at, 1), column(at, 2), sqlite3_column_double(at, 3),
-                   sqlite3_column_double(at, 4)};
-    });
+// With nothing to work out: texts at places known beforehand.
+void paintKnown(const report::Document& known) {
     std::vector<QFont> fonts;
     for (const report::ItemStyle& style : known.styles) {
         QFont font(style.family);
@@ -269,6 +254,60 @@ void invoiceBaseline(Shop& shop) {
     }
 }
 
+// The same texts, read from the file, and painted where they are known to stand.
+void invoiceBaseline(Shop& shop) {
+    static const report::Document known = invoice(shop);
+    sqlite3_stmt* statement = shop.prepare(
+        "SELECT Grupa||', '||Proizvodjac||', '||Naziv, SN, JM, Stanje, Cena*80 FROM InvoiceData WHERE "
+        "ServiceID=? ORDER BY 1");
+    sqlite3_bind_int(statement, 1, stockOf(shop).service);
+    struct Row {
+        std::string name, serial, unit;
+        double quantity, price;
+    };
+    readAll<Row>(statement, Stock::kDrawn, [](sqlite3_stmt* at) {
+        return Row{column(at, 0), column(at, 1), column(at, 2), sqlite3_column_double(at, 3),
+                   sqlite3_column_double(at, 4)};
+    });
+    paintKnown(known);
+}
+
+// --- The price list to PDF.
+
+report::Document priceList(Shop& shop) {
+    stockOf(shop);
+    static ActiveReport1 report;
+    report.setRecordset(
+        shop.database().OpenRecordset(price_list::statement({.range = 0, .stock = 0}).toStdString()));
+    report.setReportHeader(QStringLiteral("Cenovnik"));
+    report.setPriceRoundUp(2);
+    return *report.run();
+}
+
+void priceListOurs(Shop& shop) {
+    priceList(shop).savePdf(paper());
+}
+
+void priceListBaseline(Shop& shop) {
+    static const report::Document known = priceList(shop);
+    sqlite3_stmt* statement = shop.prepare(
+        "SELECT Grupa, Proizvodjac, Naziv, Opis, Cena*80 FROM Grupe JOIN Oprema ON Oprema.IDGrupe=Grupe.ID "
+        "LEFT "
+        "JOIN Proizvodjaci ON Proizvodjaci.ID=Oprema.IDProizvodjaca ORDER BY Grupa, Proizvodjac");
+    struct Row {
+        std::string group, maker, name, description;
+        double price;
+    };
+    std::vector<Row> rows;
+    while (sqlite3_step(statement) == SQLITE_ROW)
+        rows.push_back({column(statement, 0), column(statement, 1), column(statement, 2),
+                        column(statement, 3), sqlite3_column_double(statement, 4)});
+    sqlite3_finalize(statement);
+    if (rows.size() < Stock::kProducts)
+        std::abort();
+    paintKnown(known);
+}
+
 }  // namespace
 
 std::vector<Measure> stockMeasures() {
@@ -277,6 +316,7 @@ std::vector<Measure> stockMeasures() {
         {"draw_one_product", 1.5, drawOurs, drawBaseline, 1000, 5},
         {"fill_requisition_5000", 3, requisitionOurs, requisitionBaseline, 1, 9},
         {"invoice_5000_rows_to_pdf", 2, invoiceOurs, invoiceBaseline, 1, 5},
+        {"price_list_50000_to_pdf", 2, priceListOurs, priceListBaseline, 1, 3},
         {"type_ahead_5000_manufacturers", 0, typeAhead, {}, 100, 5},
     };
 }
