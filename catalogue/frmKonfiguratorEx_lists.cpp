@@ -86,13 +86,14 @@ SortTag frmKonfiguratorEx::GetSortTagData(const QString& tag) {
     SortTag sort{false, QString(), QStringLiteral("ASC")};
     step([&] { sort = platform::splitSortTag(tag); });
     if (step.failed())
-        platform::showBox(
-            {QStringLiteral("Neocekivana greska prilikom odredjivanja svojstava "
-                            "sortiranja:\n\n%1\nLinija koda: %2")
-                 .arg(step.line())
-                 .arg(step.codeLine()),
-             QStringLiteral("frmKonfigurator -> GetSortTagData(%1)").arg(tag), BoxIcon::Exclamation},
-            this);
+        platform::showBox({.text = QStringLiteral("Neocekivana greska prilikom odredjivanja svojstava "
+                                                  "sortiranja:\n\n%1\nLinija koda: %2")
+                                       .arg(step.line())
+                                       .arg(step.codeLine()),
+                           .title = QStringLiteral("frmKonfigurator -> GetSortTagData(%1)").arg(tag),
+                           .icon = BoxIcon::Exclamation,
+                           .help = showHelpContents},
+                          this);
     return sort;
 }
 
@@ -101,11 +102,13 @@ QString frmKonfiguratorEx::SetSortTagData(bool sorted, const QString& field, con
     QString tag = QStringLiteral("0Naziv0");
     step([&] { tag = platform::makeSortTag({sorted, field, order}); });
     if (step.failed())
-        platform::showBox({QStringLiteral("Neocekivana greska prilikom dodeljivanja svojstva "
-                                          "sortiranja:\n\n%1\nLinija koda: %2")
-                               .arg(step.line())
-                               .arg(step.codeLine()),
-                           QStringLiteral("frmKonfiguratorEx -> SetSortTagData"), BoxIcon::Exclamation},
+        platform::showBox({.text = QStringLiteral("Neocekivana greska prilikom dodeljivanja svojstva "
+                                                  "sortiranja:\n\n%1\nLinija koda: %2")
+                                       .arg(step.line())
+                                       .arg(step.codeLine()),
+                           .title = QStringLiteral("frmKonfiguratorEx -> SetSortTagData"),
+                           .icon = BoxIcon::Exclamation,
+                           .help = showHelpContents},
                           this);
     return tag;
 }

@@ -228,7 +228,8 @@ platform::SortTag frmInvoiceEx::GetSortTagData(const QString& tag) {
                      .arg(step.line())
                      .arg(step.codeLine()),
          .title = QStringLiteral("frmInvoiceEx -> GetSortTagData(") + tag + QLatin1Char(')'),
-         .icon = platform::BoxIcon::Exclamation},
+         .icon = platform::BoxIcon::Exclamation,
+         .help = showHelpContents},
         this);
     return {};
 }

@@ -134,9 +134,7 @@ void frmMain::openOptions() {
 void frmMain::mnuHelp_Click(int index) {
     switch (index) {
         case 0:
-            if (CheckHelpFile())
-                WinHelp(helpFile(), HELP_FINDER);
-            return;
+            return showHelpContents();
         case 1:
             if (CheckHelpFile())
                 WinHelp(helpFile(), HELP_KEY);

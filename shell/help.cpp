@@ -91,6 +91,12 @@ QString helpFile() {
     return settledHelpFile;
 }
 
+void showHelpContents() {
+    if (CheckHelpFile()) {
+        WinHelp(helpFile(), HELP_FINDER);
+    }
+}
+
 void showHelp(int context) {
     if (CheckHelpFile()) {
         WinHelp(helpFile(), HELP_CONTEXT, context);

@@ -61,3 +61,4 @@ bool WinHelp(const QString& file, HelpCommand command, int context = 0);
 QString helpFile();  // the path that CheckHelpFile settled
 // CheckHelpFile and, where it found the file, the topic of a window or control.
 void showHelp(int context);
+void showHelpContents();

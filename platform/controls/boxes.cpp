@@ -142,6 +142,12 @@ BoxAnswer showBox(const Box& box, QWidget* owner) {
     window.setText(box.text);
     if (box.buttons != BoxButtons::Ok)
         window.setDefaultButton(buttonOf(box.preselected));
+    if (box.help) {
+        QPushButton* button = window.addButton(QMessageBox::Help);
+        button->disconnect(SIGNAL(clicked()));  // else it would answer the box
+        button->disconnect(SIGNAL(clicked(bool)));
+        QObject::connect(button, &QPushButton::clicked, &window, box.help);
+    }
     return answerOf(window.exec());
 }
 
@@ -152,6 +158,7 @@ std::optional<QString> inputBox(const QString& prompt, const QString& title, con
         box.text = prompt;
         box.title = title;
         script->asked.append(box);
+        script->proposed.append(initial);
         if (script->onBox)
             script->onBox(box);
         return takeOr(script->inputs, std::optional<QString>());

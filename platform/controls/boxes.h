@@ -21,6 +21,7 @@ struct Box {
     BoxIcon icon = BoxIcon::None;
     BoxButtons buttons = BoxButtons::Ok;
     BoxAnswer preselected = BoxAnswer::Yes;  // which button Enter presses; ignored for Ok
+    std::function<void()> help = {};  // of a button Help, which leaves the box up; none: no such button
 };
 
 // Owner: the active window where nullptr. The pointer goes to normal while the box is up and back afterwards.
@@ -60,6 +61,7 @@ class BoxScript {
     QList<Box> asked;
     QList<BoxAnswer> answers;
     QList<std::optional<QString>> inputs;  // answers to input boxes; none left: cancelled
+    QStringList proposed;                  // what stood in the entry field of each input box
     QList<std::optional<QString>> files;   // answers to file dialogs; none left: cancelled
     QList<FileQuestion> fileQuestions;
     // Called before an answer is given, so that a test can act while the box would be up.

@@ -483,6 +483,7 @@ TEST_F(frmKonfiguratorExLists, ABrokenSortTagIsToldAndReadAsUnsorted) {
         ASSERT_EQ(boxes.asked.size(), 1);
         const platform::Box told = boxes.asked.last();
         EXPECT_EQ(told.title, "frmKonfigurator -> GetSortTagData(xNaziv0)");
+        EXPECT_TRUE(told.help) << "a Help button";
         EXPECT_EQ(told.icon, platform::BoxIcon::Exclamation);
         EXPECT_TRUE(
             told.text.startsWith("Neocekivana greska prilikom odredjivanja svojstava sortiranja:\n\n"

@@ -380,6 +380,7 @@ TEST_F(RequisitionList, ATagThatCannotBeReadIsTold) {
     show([&] {
         ASSERT_EQ(boxes.asked.size(), 1);
         EXPECT_EQ(boxes.asked[0].title, "frmInvoiceEx -> GetSortTagData(xNaziv0)");
+        EXPECT_TRUE(boxes.asked[0].help) << "a Help button";
         EXPECT_EQ(boxes.asked[0].icon, BoxIcon::Exclamation);
         EXPECT_TRUE(boxes.lastText().startsWith(
             "Neocekivana greska prilikom odredjivanja svojstava sortiranja:\n\n[13] "));

@@ -354,6 +354,7 @@ TEST_F(FrmPrintInvoiceExTest, ANumberByHand) {
     });
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.asked[0].title, "Novi broj dokumenta");
+    EXPECT_EQ(boxes.proposed, QStringList("0"));
     EXPECT_EQ(
         boxes.asked[0].text,
         "Mozete da unesete broj dokumenta koji zelite. Naravno, morate da budete jedini korisnik trenutno "

@@ -151,6 +151,26 @@ TEST(MessageBox, GivesTheButtonPressed) {
     }
 }
 
+TEST(MessageBox, HelpIsShownBesideABoxThatStaysUp) {
+    int helped = 0;
+    whileUp<QMessageBox>([&](QMessageBox& window) {
+        QAbstractButton* help = window.button(QMessageBox::Help);
+        ASSERT_NE(help, nullptr);
+        QTest::mouseClick(help, Qt::LeftButton);
+        QTest::mouseClick(help, Qt::LeftButton);
+        EXPECT_EQ(helped, 2);
+        EXPECT_TRUE(window.isVisible());
+        QTest::mouseClick(window.button(QMessageBox::Ok), Qt::LeftButton);
+    });
+    EXPECT_EQ(platform::showBox({.text = "Text", .title = "Title", .help = [&] { ++helped; }}),
+              BoxAnswer::Ok);
+    whileUp<QMessageBox>([](QMessageBox& window) {
+        EXPECT_EQ(window.button(QMessageBox::Help), nullptr);
+        window.accept();
+    });
+    platform::showBox({.text = "Text", .title = "Title"});
+}
+
 TEST(MessageBox, EscapeNeverMeansYes) {
     whileUp<QMessageBox>([](QMessageBox& window) { QTest::keyClick(&window, Qt::Key_Escape); });
     Box box = question();
