@@ -4,35 +4,17 @@
 #include <QEvent>
 #include <QProgressBar>
 
+#include "platform/controls/persons_doing.h"
 #include "platform/controls/status_bar.h"
 
 namespace {
 
 const QString kClockPanel = QStringLiteral("Time");
 
+// A product or a word dropped on a field would be one, too.
 bool isCommand(QEvent::Type type) {
-    switch (type) {
-        case QEvent::MouseButtonPress:
-        case QEvent::MouseButtonRelease:
-        case QEvent::MouseButtonDblClick:
-        case QEvent::Wheel:
-        case QEvent::KeyPress:
-        case QEvent::KeyRelease:
-        case QEvent::Shortcut:
-        case QEvent::ShortcutOverride:
-        case QEvent::ContextMenu:
-        case QEvent::InputMethod:
-        case QEvent::TouchBegin:
-        case QEvent::TouchUpdate:
-        case QEvent::TouchEnd:
-        case QEvent::TabletPress:
-        case QEvent::TabletRelease:
-        case QEvent::DragEnter:
-        case QEvent::Drop:
-            return true;
-        default:
-            return false;
-    }
+    return platform::isPersonsDoing(type) || type == QEvent::InputMethod || type == QEvent::DragEnter ||
+           type == QEvent::Drop;
 }
 
 }  // namespace

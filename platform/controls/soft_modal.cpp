@@ -8,32 +8,15 @@
 #include <QWidget>
 #include <algorithm>
 
+#include "platform/controls/persons_doing.h"
+
 namespace platform {
 namespace {
 
-bool isPersonsDoing(QEvent::Type type) {
-    switch (type) {
-        case QEvent::MouseButtonPress:
-        case QEvent::MouseButtonRelease:
-        case QEvent::MouseButtonDblClick:
-        case QEvent::MouseMove:
-        case QEvent::Wheel:
-        case QEvent::KeyPress:
-        case QEvent::KeyRelease:
-        case QEvent::Shortcut:
-        case QEvent::ShortcutOverride:
-        case QEvent::ContextMenu:
-        case QEvent::TabletPress:
-        case QEvent::TabletMove:
-        case QEvent::TabletRelease:
-        case QEvent::TouchBegin:
-        case QEvent::TouchUpdate:
-        case QEvent::TouchEnd:
-        case QEvent::Close:
-            return true;
-        default:
-            return false;
-    }
+// What the windows below must not get; drags they may have.
+bool isHeldBack(QEvent::Type type) {
+    return isPersonsDoing(type) || type == QEvent::MouseMove || type == QEvent::TabletMove ||
+           type == QEvent::Close;
 }
 
 bool wantsForward(QEvent::Type type) {
@@ -91,11 +74,11 @@ void SoftModal::bringForward() {
 
 bool SoftModal::eventFilter(QObject* watched, QEvent* event) {
     const QEvent::Type type = event->type();
-    if (!(isPersonsDoing(type) || type == QEvent::WindowActivate) || !isBlocked(watched))
+    if (!(isHeldBack(type) || type == QEvent::WindowActivate) || !isBlocked(watched))
         return QObject::eventFilter(watched, event);
     if (wantsForward(type))
         QTimer::singleShot(0, this, &SoftModal::bringForward);
-    if (!isPersonsDoing(type))
+    if (!isHeldBack(type))
         return false;
     event->setAccepted(type != QEvent::Close);  // a close that is ignored does not happen
     return true;
