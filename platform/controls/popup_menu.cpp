@@ -48,10 +48,10 @@ void PopupMenu::tellHighlight(const QMenu* menu, QAction* action) {
 
 // Most desktops do not light up what is off, and would leave the hint of another item standing.
 bool PopupMenu::eventFilter(QObject* watched, QEvent* event) {
-    auto* menu = static_cast<QMenu*>(watched);
     if (event->type() == QEvent::Show) {
         highlighted_ = 0;
     } else if (event->type() == QEvent::MouseMove) {
+        const auto* menu = static_cast<QMenu*>(watched);
         QAction* under = menu->actionAt(static_cast<QMouseEvent*>(event)->position().toPoint());
         if (under && (under->isSeparator() || !under->isEnabled()))
             tellHighlight(menu, under);
