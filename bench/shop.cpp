@@ -1,9 +1,23 @@
 #include "shop.h"
 
+#include <strings.h>
+
+#include <algorithm>
+
 #include <cstdio>
 #include <cstdlib>
 
 #include "data/session.h"
+
+namespace {
+
+int compareTexts(void*, int length, const void* text, int otherLength, const void* other) {
+    const int order = strncasecmp(static_cast<const char*>(text), static_cast<const char*>(other),
+                                  static_cast<std::size_t>(std::min(length, otherLength)));
+    return order != 0 ? order : length - otherLength;
+}
+
+}  // namespace
 
 Shop::Shop(const std::string& path) : path_(path) {
     database_ = dao::DBEngine::OpenDatabase(path, false, false, connectText().toStdString());
@@ -20,6 +34,8 @@ Shop::Shop(const std::string& path) : path_(path) {
     run("PRAGMA synchronous=FULL");
     run("PRAGMA temp_store=MEMORY");
     run("PRAGMA cache_size=-200000");
+    // The file's tables name the order of their texts; a plain program has to bring one along.
+    sqlite3_create_collation(plain_, "DAO_TEXT", SQLITE_UTF8, nullptr, compareTexts);
     sqlite3_busy_timeout(plain_, 10000);
     run("SELECT count(*) FROM sqlite_master");
 }

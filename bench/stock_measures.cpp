@@ -293,7 +293,8 @@ void priceListBaseline(Shop& shop) {
     sqlite3_stmt* statement = shop.prepare(
         "SELECT Grupa, Proizvodjac, Naziv, Opis, Cena*80 FROM Grupe JOIN Oprema ON Oprema.IDGrupe=Grupe.ID "
         "LEFT "
-        "JOIN Proizvodjaci ON Proizvodjaci.ID=Oprema.IDProizvodjaca ORDER BY Grupa, Proizvodjac");
+        "JOIN Proizvodjaci ON Proizvodjaci.ID=Oprema.IDProizvodjaca ORDER BY Grupa, "
+        "Proizvodjac");
     struct Row {
         std::string group, maker, name, description;
         double price;
