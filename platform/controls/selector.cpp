@@ -28,9 +28,9 @@ class ListPopup : public QProxyStyle {
 // Where a letter stands in the alphabet: each accented letter right behind its plain one, č before ć, and đ
 // behind d, as our staff look names up. Sixteen places for the accents of one letter are enough for the
 // shop's clients; what shares a place keeps the order in which it came.
+constexpr int kAccents = 16;
 char16_t place(QChar letter) {
     static const QHash<char16_t, int> ours = {{0x030C, 1}, {0x0301, 2}};
-    constexpr int kAccents = 16;
     const char16_t code = letter.unicode();
     if (code < 0x80)
         return static_cast<char16_t>(code * kAccents);
@@ -43,10 +43,29 @@ char16_t place(QChar letter) {
 }
 
 QString orderKey(const QString& text) {
+    const bool plain =
+        std::all_of(text.cbegin(), text.cend(), [](QChar letter) { return letter.unicode() < 0x80; });
+    if (plain) {
+        QString key(text.size(), Qt::Uninitialized);
+        std::transform(text.cbegin(), text.cend(), key.begin(), [](QChar letter) {
+            const char16_t code = letter.unicode();
+            return QChar(static_cast<char16_t>((code >= 'A' && code <= 'Z' ? code + 0x20 : code) * kAccents));
+        });
+        return key;
+    }
     QString key = text.toCaseFolded();
     for (QChar& letter : key)
         letter = QChar(place(letter));
     return key;
+}
+
+// Four letters of a key in one number that orders as they do: most names differ in their first eight, and
+// tens of thousands of them are put in order while somebody waits.
+quint64 lettersOf(const QString& key, qsizetype from) {
+    quint64 letters = 0;
+    for (qsizetype i = from; i < from + 4; ++i)
+        letters = (letters << 16) | (i < key.size() ? key.at(i).unicode() : 0U);
+    return letters;
 }
 
 }  // namespace
@@ -125,13 +144,31 @@ void Selector::clearEntries() {
 }
 
 void Selector::setEntries(QList<Entry> entries) {
-    std::vector<Model::Row> rows;
-    rows.reserve(static_cast<size_t>(entries.size()));
-    for (Entry& entry : entries) {
-        QString key = orderKey(entry.text);
-        rows.push_back({std::move(entry.text), std::move(key), entry.data});
+    struct Place {
+        quint64 head, neck;
+        QString key;
+        qsizetype entry;
+    };
+    std::vector<Place> order;
+    order.reserve(static_cast<size_t>(entries.size()));
+    for (qsizetype i = 0; i < entries.size(); ++i) {
+        QString key = orderKey(entries.at(i).text);
+        const quint64 head = lettersOf(key, 0), neck = lettersOf(key, 4);
+        order.push_back({head, neck, std::move(key), i});
     }
-    std::stable_sort(rows.begin(), rows.end(), Model::before);
+    std::sort(order.begin(), order.end(), [](const Place& a, const Place& b) {
+        if (a.head != b.head)
+            return a.head < b.head;
+        if (a.neck != b.neck)
+            return a.neck < b.neck;
+        const int keys = a.key.compare(b.key);
+        return keys != 0 ? keys < 0 : a.entry < b.entry;
+    });
+    std::vector<Model::Row> rows;
+    rows.reserve(order.size());
+    for (Place& place : order)
+        rows.push_back(
+            {std::move(entries[place.entry].text), std::move(place.key), entries[place.entry].data});
     const QSignalBlocker quiet(this);
     model_->setAll(std::move(rows));
     setCurrentIndex(-1);

@@ -9,6 +9,7 @@
 #include <QTest>
 #include <QVBoxLayout>
 #include <QWheelEvent>
+#include <algorithm>
 #include <random>
 
 namespace {
@@ -43,6 +44,37 @@ TEST(Selector, AccentedLettersComeRightBehindTheirPlainOnes) {
                     "Tanja", "čuvar"});
     EXPECT_EQ(textsOf(selector), QStringList({"Cveta", "Čeda", "čuvar", "Ćira", "Dušan", "Đorđe", "Evica",
                                               "Svetlana", "Šaban", "Tanja", "Zvonko", "Žika"}));
+}
+
+// Filled at once or entry by entry, and wherever two names begin to differ.
+TEST(Selector, FillingAtOnceGivesTheOrderOfAddingOneByOne) {
+    QStringList names = {"",
+                         "J",
+                         "Jovan",
+                         "Jov",
+                         "Jova",
+                         "Jovanovi",
+                         "Jovanovic",
+                         "Jovanović",
+                         "Jovanovic, A",
+                         "Jovanovic, Ž",
+                         "jovanovic, B",
+                         "Jovb",
+                         "Jovanz",
+                         "Jovanoviz",
+                         "Đ",
+                         "Zz",
+                         "[x]"};
+    for (int turn = 0; turn < 20; ++turn) {
+        std::rotate(names.begin(), names.begin() + 5, names.end());
+        std::swap(names[turn % 7], names[7 + turn % 9]);
+        Selector atOnce;
+        fill(atOnce, names);
+        Selector oneByOne;
+        for (const QString& name : names)
+            oneByOne.addEntry(name, 0);
+        ASSERT_EQ(textsOf(atOnce), textsOf(oneByOne));
+    }
 }
 
 TEST(Selector, EqualTextsKeepTheOrderInWhichTheyCame) {
