@@ -243,6 +243,7 @@ class frmKonfiguratorEx : public QDialog, public ParentDragEvents {
     std::optional<QString> chooseProductsToDelete();
     QString addGrpMft(int index, platform::Trap& step);
     void giveUpGrpMft(int index);
+    int chosenListPane() const;
     bool findGrpMft(int index, const char* goneText, platform::Trap& step);
     bool renameGrpMft(int index, const QString& name, platform::Trap& step);
     void showRenamed(int index, const QString& name);

@@ -170,15 +170,19 @@ void frmKonfiguratorEx::giveUpGrpMft(int index) {
     giveUp([&] { Data1[static_cast<size_t>(index)]->CancelUpdate(); });
 }
 
+// The pane of groups or manufacturers that has the focus, if a row is chosen there; else -1.
+int frmKonfiguratorEx::chosenListPane() const {
+    const int index = focusedListPane();
+    return index >= 0 && List1[static_cast<size_t>(index)]->curSel() >= 0 ? index : -1;
+}
+
 // Renaming --------------------------------------------------------------------------------------------------
 
 void frmKonfiguratorEx::EditGrpMft() {
-    const int index = focusedListPane();
+    const int index = chosenListPane();
     if (index < 0)
         return;
     const platform::ListBox& list = *List1[static_cast<size_t>(index)];
-    if (list.count() == 0 || list.curSel() < 0)
-        return;
     const Pane& pane = paneTexts(index);
     const QString oldName = list.selectedText();
     QString name = askName(pane.renamePrompt, pane.title, oldName, this);
@@ -262,11 +266,8 @@ void frmKonfiguratorEx::carryNameIntoRequisitions(int index, const QString& name
 // Deleting --------------------------------------------------------------------------------------------------
 
 void frmKonfiguratorEx::DeleteGrpMft() {
-    const int index = focusedListPane();
+    const int index = chosenListPane();
     if (index < 0)
-        return;
-    const platform::ListBox& list = *List1[static_cast<size_t>(index)];
-    if (list.count() == 0 || list.curSel() < 0)
         return;
     const Pane& pane = paneTexts(index);
     if (AskBeforeDelete &&
