@@ -9,6 +9,7 @@
 #include "data/demo_shop.h"
 #include "platform/system/launch.h"
 #include "records/main_window.h"
+#include "support/places.h"
 
 namespace {
 
@@ -45,7 +46,8 @@ class Report : public MainWindow {
         return reader.open(QIODevice::ReadOnly) ? reader.readAll().toStdString() : "(no file)";
     }
     static std::string expected(const char* name) {
-        return contentsOf(QStringLiteral(TESTS_SOURCE_DIR "/records/expected/") + QLatin1String(name));
+        return contentsOf(QLatin1String(tests::kSourceFolder) + QStringLiteral("/records/expected/") +
+                          QLatin1String(name));
     }
     // The report against the one that was read through and kept.
     void expectKept(const char* name) {

@@ -18,10 +18,11 @@
 #include <QTreeWidget>
 
 #include "platform/controls/boxes.h"
+#include "support/places.h"
 
 namespace {
 
-const QString kHelp = QStringLiteral(DELIVERED_DIR "/Tarvello.hlp");
+const QString kHelp = QLatin1String(tests::kDeliveredFolder) + QStringLiteral("/Tarvello.hlp");
 
 class HelpWindow : public testing::Test {
  protected:

@@ -5,6 +5,7 @@
 #include <QFile>
 
 #include "records/main_fields.h"
+#include "support/places.h"
 
 namespace {
 
@@ -35,7 +36,7 @@ HelpBook smallBook() {
 
 HelpBook delivered() {
     HelpBook book;
-    QFile file(QStringLiteral(DELIVERED_DIR "/Tarvello.hlp"));
+    QFile file(QLatin1String(tests::kDeliveredFolder) + QStringLiteral("/Tarvello.hlp"));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     QString errorText;
     EXPECT_TRUE(book.fromFile(file.readAll(), errorText)) << errorText.toStdString();

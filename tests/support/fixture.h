@@ -18,6 +18,7 @@
 #include "platform/system/settings_store.h"
 #include "shell/modMain.h"
 #include "shell/settings.h"
+#include "support/places.h"
 
 // Texts as people read them, where a test tells what it found.
 inline void PrintTo(const QString& text, std::ostream* out) {
@@ -64,7 +65,9 @@ class DeliveredFixture : public ::testing::Test {
         platform::setSettingsFolder(nobodysFolder.path());
     }
 
-    static QString deliveredFile(const QString& name) { return QStringLiteral(DELIVERED_DIR "/") + name; }
+    static QString deliveredFile(const QString& name) {
+        return QLatin1String(tests::kDeliveredFolder) + QStringLiteral("/") + name;
+    }
 
     // A path in the program folder.
     QString path(const QString& name) const { return folder_.path() + "/" + name; }

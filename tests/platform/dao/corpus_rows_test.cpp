@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/dao/dao_shop.h"
+#include "support/places.h"
 
 namespace {
 
@@ -68,7 +69,7 @@ struct Entry {
 };
 
 std::vector<Entry> readCorpus() {
-    std::ifstream file(TESTS_SOURCE_DIR "/platform/dao/corpus_rows.txt");
+    std::ifstream file(std::string(tests::kSourceFolder) + "/platform/dao/corpus_rows.txt");
     std::vector<Entry> entries;
     int number = 0;
     for (std::string line; std::getline(file, line);) {

@@ -7,6 +7,7 @@
 
 #include "platform/sql/describe.h"
 #include "platform/sql/sample_catalog.h"
+#include "support/places.h"
 
 namespace {
 
@@ -17,7 +18,7 @@ struct Entry {
 };
 
 std::vector<Entry> readCorpus() {
-    std::ifstream file(TESTS_SOURCE_DIR "/platform/sql/corpus.txt");
+    std::ifstream file(std::string(tests::kSourceFolder) + "/platform/sql/corpus.txt");
     std::vector<Entry> entries;
     int number = 0;
     for (std::string line; std::getline(file, line);) {

@@ -9,6 +9,7 @@
 #include "platform/sql/parser.h"
 #include "platform/sql/sample_catalog.h"
 #include "platform/sql/writer.h"
+#include "support/places.h"
 
 namespace {
 
@@ -29,7 +30,7 @@ std::string unescaped(const std::string& line) {
 }
 
 std::vector<std::string> inputs() {
-    std::ifstream file(TESTS_SOURCE_DIR "/platform/sql/fuzz_inputs.txt");
+    std::ifstream file(std::string(tests::kSourceFolder) + "/platform/sql/fuzz_inputs.txt");
     std::vector<std::string> result;
     for (std::string line; std::getline(file, line);) {
         result.push_back(unescaped(line));

@@ -7,6 +7,7 @@
 #include "platform/system/dates.h"
 #include "platform/system/locale_scope.h"
 #include "platform/system/numbers.h"
+#include "support/places.h"
 
 // Walks reading_corpus.txt, which tells what people type and what has to come of it.
 
@@ -28,7 +29,7 @@ QString unescaped(QString text) {
 }
 
 QList<Line> corpus() {
-    QFile file(QStringLiteral(TESTS_SOURCE_DIR "/platform/system/reading_corpus.txt"));
+    QFile file(QLatin1String(tests::kSourceFolder) + QStringLiteral("/platform/system/reading_corpus.txt"));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     QList<Line> lines;
     int number = 0;

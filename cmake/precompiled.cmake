@@ -1,0 +1,28 @@
+# The toolkit's headers are parsed once for all windows and once for all tests, not once a file. Only headers of the
+# system stand here: our own change too often. A file still names everything it uses; a build with
+# -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON (the one under the sanitizers is such) proves that none leans on these lists.
+set(PRECOMPILED_STD <algorithm> <array> <cmath> <functional> <map> <memory> <optional> <string> <utility> <vector>)
+set(PRECOMPILED_QT <QAction> <QApplication> <QCheckBox> <QComboBox> <QDate> <QDialog> <QDir> <QFile> <QGridLayout>
+  <QHash> <QKeyEvent> <QLabel> <QLineEdit> <QList> <QLocale> <QPainter> <QPlainTextEdit> <QPushButton>
+  <QRegularExpression> <QString> <QStringList> <QTimer> <QToolBar> <QVBoxLayout> <QWidget>)
+set(PRECOMPILED_TESTS <QTemporaryDir> <QTest> <gmock/gmock.h> <gtest/gtest.h>)
+
+target_precompile_headers(tarvello_platform PRIVATE ${PRECOMPILED_STD} ${PRECOMPILED_QT})
+foreach(floor tarvello_shell tarvello_data tarvello_windows)
+  target_precompile_headers(${floor} REUSE_FROM tarvello_platform)
+endforeach()
+
+# tarvello_precompiled_tests(TARGET QT|PLAIN): the first test program of a kind makes the header, the others take it.
+function(tarvello_precompiled_tests target kind)
+  get_property(first GLOBAL PROPERTY TARVELLO_PRECOMPILED_${kind})
+  if(first)
+    target_precompile_headers(${target} REUSE_FROM ${first})
+    return()
+  endif()
+  if(kind STREQUAL "QT")
+    target_precompile_headers(${target} PRIVATE ${PRECOMPILED_STD} ${PRECOMPILED_QT} ${PRECOMPILED_TESTS})
+  else()
+    target_precompile_headers(${target} PRIVATE ${PRECOMPILED_STD} <gmock/gmock.h> <gtest/gtest.h>)
+  endif()
+  set_property(GLOBAL PROPERTY TARVELLO_PRECOMPILED_${kind} ${target})
+endfunction()
