@@ -1,14 +1,16 @@
 #include "platform/controls/selector.h"
 
 #include <QAbstractListModel>
-#include <QHash>
 #include <QListView>
 #include <QProxyStyle>
 #include <QSignalBlocker>
 #include <QWheelEvent>
 #include <algorithm>
+#include <string>
 #include <utility>
 #include <vector>
+
+#include "platform/text/order.h"
 
 namespace platform {
 namespace {
@@ -25,47 +27,19 @@ class ListPopup : public QProxyStyle {
     }
 };
 
-// Where a letter stands in the alphabet: each accented letter right behind its plain one, č before ć, and đ
-// behind d, as our staff look names up. Sixteen places for the accents of one letter are enough for the
-// shop's clients; what shares a place keeps the order in which it came.
-constexpr int kAccents = 16;
-char16_t place(QChar letter) {
-    static const QHash<char16_t, int> ours = {{0x030C, 1}, {0x0301, 2}};
-    const char16_t code = letter.unicode();
-    if (code < 0x80)
-        return static_cast<char16_t>(code * kAccents);
-    if (code == 0x0111)  // đ has no parts that it could be taken into
-        return static_cast<char16_t>('d' * kAccents + 3);
-    const QString parts = letter.decomposition();
-    if (parts.size() == 2 && parts.at(0).unicode() < 0x80)
-        return static_cast<char16_t>(parts.at(0).unicode() * kAccents + ours.value(parts.at(1).unicode(), 4));
-    return std::max(code, static_cast<char16_t>(0x80 * kAccents));
+std::string keyOf(const QString& text) {
+    const QByteArray bytes = text.toUtf8();
+    return alphabet::orderKey({bytes.constData(), static_cast<size_t>(bytes.size())});
 }
 
-QString orderKey(const QString& text) {
-    const bool plain =
-        std::all_of(text.cbegin(), text.cend(), [](QChar letter) { return letter.unicode() < 0x80; });
-    if (plain) {
-        QString key(text.size(), Qt::Uninitialized);
-        std::transform(text.cbegin(), text.cend(), key.begin(), [](QChar letter) {
-            const char16_t code = letter.unicode();
-            return QChar(static_cast<char16_t>((code >= 'A' && code <= 'Z' ? code + 0x20 : code) * kAccents));
-        });
-        return key;
-    }
-    QString key = text.toCaseFolded();
-    for (QChar& letter : key)
-        letter = QChar(place(letter));
-    return key;
-}
-
-// Four letters of a key in one number that orders as they do: most names differ in their first eight, and
+// Eight bytes of a key in one number that orders as they do: most names differ in their first sixteen, and
 // tens of thousands of them are put in order while somebody waits.
-quint64 lettersOf(const QString& key, qsizetype from) {
-    quint64 letters = 0;
-    for (qsizetype i = from; i < from + 4; ++i)
-        letters = (letters << 16) | (i < key.size() ? key.at(i).unicode() : 0U);
-    return letters;
+quint64 bytesOf(const std::string& key, size_t from) {
+    quint64 bytes = 0;
+    for (size_t i = from; i < from + 8; ++i) {
+        bytes = (bytes << 8) | (i < key.size() ? static_cast<unsigned char>(key[i]) : 0U);
+    }
+    return bytes;
 }
 
 }  // namespace
@@ -78,7 +52,7 @@ class Selector::Model : public QAbstractListModel {
     // the entry's place and the order of all others.
     struct Row {
         QString text;
-        QString key;
+        std::string key;
         qint32 data;
     };
 
@@ -146,14 +120,14 @@ void Selector::clearEntries() {
 void Selector::setEntries(QList<Entry> entries) {
     struct Place {
         quint64 head, neck;
-        QString key;
+        std::string key;
         qsizetype entry;
     };
     std::vector<Place> order;
     order.reserve(static_cast<size_t>(entries.size()));
     for (qsizetype i = 0; i < entries.size(); ++i) {
-        QString key = orderKey(entries.at(i).text);
-        const quint64 head = lettersOf(key, 0), neck = lettersOf(key, 4);
+        std::string key = keyOf(entries.at(i).text);
+        const quint64 head = bytesOf(key, 0), neck = bytesOf(key, 8);
         order.push_back({head, neck, std::move(key), i});
     }
     std::sort(order.begin(), order.end(), [](const Place& a, const Place& b) {
@@ -177,7 +151,7 @@ void Selector::setEntries(QList<Entry> entries) {
 int Selector::addEntry(const QString& text, qint32 number) {
     const bool nothingSelected = currentIndex() < 0;
     const QSignalBlocker quiet(this);
-    const int index = model_->insert({text, orderKey(text), number});
+    const int index = model_->insert({text, keyOf(text), number});
     if (nothingSelected)
         setCurrentIndex(-1);
     return index;

@@ -1,80 +1,19 @@
-#include <clocale>
 #include <cmath>
 #include <ctime>
-#include <cwctype>
 #include <string>
 #include <string_view>
 
 #include "platform/dao/calendar.h"
 #include "platform/dao/names.h"
 #include "platform/dao/sqlite_store.h"
+#include "platform/text/order.h"
 
 namespace dao::driver {
 namespace {
 
-// What letter a letter with a mark belongs to, for its place in the alphabet.
-constexpr char kBasesE0[] = "aaaaaaaceeeeiiiidnooooo\0ouuuuyty";
-static_assert(sizeof kBasesE0 == 0x20 + 1);
-constexpr std::string_view kBases100 =
-    "aaaaaaccccccccddddeeeeeeeeeegggggggghhhhiiiiiiiiiiiijjkkkllllllllll"
-    "nnnnnnnnnoooooooorrrrrrssssssssttttttuuuuuuuuuuuuwwyyyzzzzzzs";
-static_assert(kBases100.size() == 0x80);
-
-wint_t lowered(wint_t letter) {
-    // The shop's texts fold the same way on every workstation, whatever the user's own locale is.
-    static const locale_t kLocale = newlocale(LC_CTYPE_MASK, "C.UTF-8", static_cast<locale_t>(nullptr));
-    return kLocale != nullptr ? towlower_l(letter, kLocale) : letter;
-}
-
-char32_t nextLetter(const unsigned char*& at, const unsigned char* end) {
-    const unsigned char first = *at++;
-    if (first < 0x80)
-        return first;
-    const int more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : first >= 0xC0 ? 1 : 0;
-    if (more == 0 || end - at < more)
-        return 0xDC00U + first;
-    char32_t letter = first & (0x3FU >> more);
-    for (int i = 0; i < more; ++i)
-        letter = (letter << 6) | (at[i] & 0x3FU);
-    at += more;
-    return letter;
-}
-
-// Place in the alphabet: the plain letter first, then the mark, so that every word in c stands before those
-// in č.
-std::uint64_t weight(char32_t letter) {
-    if (letter < 0x80)
-        return static_cast<std::uint64_t>(lowerLetter(static_cast<char>(letter))) << 32;
-    const auto low = static_cast<char32_t>(lowered(static_cast<wint_t>(letter)));
-    char base = 0;
-    if (low >= 0xE0 && low <= 0xFF)
-        base = kBasesE0[low - 0xE0];
-    else if (low >= 0x100 && low <= 0x17F)
-        base = kBases100[low - 0x100];
-    constexpr char32_t kSoftC = 0x107;  // ć, in the alphabet behind č
-    constexpr char32_t kHardC = 0x10D;
-    const std::uint64_t mark = low == kSoftC ? kHardC + 1 : low == kHardC ? kSoftC : low;
-    return base != 0 ? (static_cast<std::uint64_t>(base) << 32) | mark
-                     : static_cast<std::uint64_t>(low) << 32;
-}
-
 int compareTexts(void*, int sizeA, const void* textA, int sizeB, const void* textB) {
-    const auto* a = static_cast<const unsigned char*>(textA);
-    const auto* b = static_cast<const unsigned char*>(textB);
-    const unsigned char* const endA = a + sizeA;
-    const unsigned char* const endB = b + sizeB;
-    while (a < endA && b < endB) {
-        if (*a == *b && *a < 0x80) {
-            ++a;
-            ++b;
-            continue;
-        }
-        const std::uint64_t weightA = weight(nextLetter(a, endA));
-        const std::uint64_t weightB = weight(nextLetter(b, endB));
-        if (weightA != weightB)
-            return weightA < weightB ? -1 : 1;
-    }
-    return (a < endA ? 1 : 0) - (b < endB ? 1 : 0);
+    return alphabet::compare({static_cast<const char*>(textA), static_cast<std::size_t>(sizeA)},
+                             {static_cast<const char*>(textB), static_cast<std::size_t>(sizeB)});
 }
 
 std::string_view textOf(sqlite3_value* value) {

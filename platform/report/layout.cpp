@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "platform/report/field_text.h"
+#include "platform/text/order.h"
 
 namespace report {
 namespace {
@@ -32,7 +33,7 @@ bool sameGroup(const dao::Value& a, const dao::Value& b) {
         return true;
     if (!std::holds_alternative<std::string>(a.store()) || !std::holds_alternative<std::string>(b.store()))
         return false;
-    return QString::fromUtf8(a.textRef()).compare(QString::fromUtf8(b.textRef()), Qt::CaseInsensitive) == 0;
+    return alphabet::same(a.textRef(), b.textRef());
 }
 
 }  // namespace

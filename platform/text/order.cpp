@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace text {
+namespace alphabet {
 namespace {
 
 // A letter in lower case, and the plain letter that it counts as (0: none, it stands for itself).
@@ -13,10 +13,12 @@ struct Letter {
     char base = 0;
 };
 
-// The plain letters of the small letters from U+00DF to U+017F; a point where there is none, and under a capital.
+// The plain letters of the small letters from U+00DF to U+017F; a point where there is none, and under a
+// capital.
 constexpr std::string_view kBasesDF =
     "saaaaaaaceeeeiiiidnooooo.ouuuuyty"
-    ".a.a.a.c.c.c.c.d...e.e.e.e.e.g.g.g.g.h.h.i.i.i.i.i.i.j.kk.l.l.l.l.l.n.n.nn.n.o.o.o.o.r.r.r.s.s.s.s.t.t.t."
+    ".a.a.a.c.c.c.c.d...e.e.e.e.e.g.g.g.g.h.h.i.i.i.i.i.i.j.kk.l.l.l.l.l.n.n.nn.n.o.o.o.o.r.r.r.s.s.s.s.t.t."
+    "t."
     "u.u.u.u.u.u.w.y..z.z.zs";
 static_assert(kBasesDF.size() == 0x180 - 0xDF);
 // The same from U+01C4 (dž, lj and nj written as one sign) to U+0233.
@@ -26,8 +28,10 @@ constexpr std::string_view kBases1C4 =
 static_assert(kBases1C4.size() == 0x234 - 0x1C4);
 // The same from U+1E00 to U+1EFF.
 constexpr std::string_view kBases1E00 =
-    ".a.b.b.b.c.d.d.d.d.d.e.e.e.e.e.f.g.h.h.h.h.h.i.i.k.k.k.l.l.l.l.m.m.m.n.n.n.n.o.o.o.o.p.p.r.r.r.r.s.s.s.s.s."
-    "t.t.t.t.u.u.u.u.u.v.v.w.w.w.w.w.x.x.y.z.z.zhtwy.s.....a.a.a.a.a.a.a.a.a.a.a.a.e.e.e.e.e.e.e.e.i.i.o.o.o.o."
+    ".a.b.b.b.c.d.d.d.d.d.e.e.e.e.e.f.g.h.h.h.h.h.i.i.k.k.k.l.l.l.l.m.m.m.n.n.n.n.o.o.o.o.p.p.r.r.r.r.s.s.s."
+    "s.s."
+    "t.t.t.t.u.u.u.u.u.v.v.w.w.w.w.w.x.x.y.z.z.zhtwy.s.....a.a.a.a.a.a.a.a.a.a.a.a.e.e.e.e.e.e.e.e.i.i.o.o.o."
+    "o."
     "o.o.o.o.o.o.o.o.u.u.u.u.u.u.u.y.y.y.y......";
 static_assert(kBases1E00.size() == 0x100);
 
@@ -37,15 +41,16 @@ constexpr bool within(char32_t code, char32_t first, char32_t last) {
 
 // Pairs that stand side by side, the capital first, on an even or on an odd code.
 constexpr bool isEvenCapital(char32_t code) {
-    return code % 2 == 0 && ((within(code, 0x100, 0x136) && code != 0x130) || within(code, 0x14A, 0x176) ||
-                             within(code, 0x1DE, 0x1EE) || within(code, 0x1F8, 0x21E) || within(code, 0x222, 0x232) ||
-                             within(code, 0x460, 0x480) || within(code, 0x48A, 0x4BE) || within(code, 0x4D0, 0x52E) ||
-                             within(code, 0x1E00, 0x1E94) || within(code, 0x1EA0, 0x1EFE));
+    return code % 2 == 0 &&
+           ((within(code, 0x100, 0x136) && code != 0x130) || within(code, 0x14A, 0x176) ||
+            within(code, 0x1DE, 0x1EE) || within(code, 0x1F8, 0x21E) || within(code, 0x222, 0x232) ||
+            within(code, 0x460, 0x480) || within(code, 0x48A, 0x4BE) || within(code, 0x4D0, 0x52E) ||
+            within(code, 0x1E00, 0x1E94) || within(code, 0x1EA0, 0x1EFE));
 }
 
 constexpr bool isOddCapital(char32_t code) {
-    return code % 2 == 1 && (within(code, 0x139, 0x147) || within(code, 0x179, 0x17D) || within(code, 0x1CD, 0x1DB) ||
-                             within(code, 0x4C1, 0x4CD));
+    return code % 2 == 1 && (within(code, 0x139, 0x147) || within(code, 0x179, 0x17D) ||
+                             within(code, 0x1CD, 0x1DB) || within(code, 0x4C1, 0x4CD));
 }
 
 // Written out rather than asked of the system: its answers grow with each release, and indexes must not.
@@ -174,8 +179,8 @@ int sign(std::uint32_t a, std::uint32_t b) {
     return a < b ? -1 : a > b ? 1 : 0;
 }
 
-// A character from U+0080 on as the bytes of a key: as UTF-8, whose bytes order as the characters do. What is no text
-// comes behind.
+// A character from U+0080 on as the bytes of a key: as UTF-8, whose bytes order as the characters do. What is
+// no text comes behind.
 void appendCharacter(std::string& key, char32_t code) {
     const auto tail = [&key](char32_t part) { key.push_back(static_cast<char>(0x80U | (part & 0x3FU))); };
     if (code >= kNoText) {
@@ -257,4 +262,4 @@ std::string orderKey(std::string_view text) {
     return key;
 }
 
-}  // namespace text
+}  // namespace alphabet

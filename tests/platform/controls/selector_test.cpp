@@ -46,6 +46,13 @@ TEST(Selector, AccentedLettersComeRightBehindTheirPlainOnes) {
                                               "Svetlana", "Šaban", "Tanja", "Zvonko", "Žika"}));
 }
 
+TEST(Selector, NamesFromAbroadStandBesideTheirPlainLetter) {
+    Selector selector;
+    fill(selector, {"Zoran", "Ødegaard", "Mika", "Łukasz", "Lazar", "Éva", "Ezra", "Eva"});
+    EXPECT_EQ(textsOf(selector),
+              QStringList({"Eva", "Éva", "Ezra", "Lazar", "Łukasz", "Mika", "Ødegaard", "Zoran"}));
+}
+
 // Filled at once or entry by entry, and wherever two names begin to differ.
 TEST(Selector, FillingAtOnceGivesTheOrderOfAddingOneByOne) {
     QStringList names = {"",

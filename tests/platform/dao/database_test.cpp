@@ -331,8 +331,8 @@ TEST_F(DatabaseTest, AFileOpenedInATransactionTakesPart) {
 
 TEST_F(DatabaseTest, TextComparesWithoutRegardToCaseAndSortsByTheAlphabet) {
     Recordset set = db.OpenRecordset("Customers");
-    for (const char* name :
-         {"Žarko", "Zoran", "ćosić", "Čolić", "Cvetić", "đurić", "Dodić", "Ema", "šarić", "Sava"}) {
+    for (const char* name : {"Žarko", "Zoran", "ćosić", "Čolić", "Cvetić", "đurić", "Dodić", "Ema", "šarić",
+                             "Sava", "Łukasz", "Mika", "Ødegaard", "Lazar"}) {
         set.AddNew();
         set.Fields("Surname") = Value(name);
         set.Update();
@@ -341,7 +341,7 @@ TEST_F(DatabaseTest, TextComparesWithoutRegardToCaseAndSortsByTheAlphabet) {
     std::string order;
     for (; !sorted.EOF(); sorted.MoveNext())
         order += sorted["Surname"].asText() + ' ';
-    EXPECT_EQ(order, "Cvetić Čolić ćosić Dodić đurić Ema Sava šarić Zoran Žarko ");
+    EXPECT_EQ(order, "Cvetić Čolić ćosić Dodić đurić Ema Lazar Łukasz Mika Ødegaard Sava šarić Zoran Žarko ");
     set.FindFirst("Surname='ŠARIĆ'");
     EXPECT_FALSE(set.NoMatch());
     set.FindFirst("Surname='SARIC'");

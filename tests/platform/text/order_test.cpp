@@ -14,7 +14,7 @@ using Names = std::vector<std::string>;
 Names sorted(Names names) {
     std::reverse(names.begin(), names.end());
     std::stable_sort(names.begin(), names.end(),
-                     [](const std::string& a, const std::string& b) { return text::compare(a, b) < 0; });
+                     [](const std::string& a, const std::string& b) { return alphabet::compare(a, b) < 0; });
     return names;
 }
 
@@ -22,20 +22,22 @@ Names sorted(Names names) {
 void expectOrder(const Names& names) {
     EXPECT_EQ(sorted(names), names);
     for (size_t i = 1; i < names.size(); ++i) {
-        EXPECT_LT(text::compare(names[i - 1], names[i]), 0) << names[i - 1] << " " << names[i];
-        EXPECT_GT(text::compare(names[i], names[i - 1]), 0) << names[i - 1] << " " << names[i];
-        EXPECT_LT(text::orderKey(names[i - 1]), text::orderKey(names[i])) << names[i - 1] << " " << names[i];
+        EXPECT_LT(alphabet::compare(names[i - 1], names[i]), 0) << names[i - 1] << " " << names[i];
+        EXPECT_GT(alphabet::compare(names[i], names[i - 1]), 0) << names[i - 1] << " " << names[i];
+        EXPECT_LT(alphabet::orderKey(names[i - 1]), alphabet::orderKey(names[i]))
+            << names[i - 1] << " " << names[i];
     }
 }
 
 void expectSame(const std::string& a, const std::string& b) {
-    EXPECT_EQ(text::compare(a, b), 0) << a << " " << b;
-    EXPECT_TRUE(text::same(a, b)) << a << " " << b;
-    EXPECT_EQ(text::orderKey(a), text::orderKey(b)) << a << " " << b;
+    EXPECT_EQ(alphabet::compare(a, b), 0) << a << " " << b;
+    EXPECT_TRUE(alphabet::same(a, b)) << a << " " << b;
+    EXPECT_EQ(alphabet::orderKey(a), alphabet::orderKey(b)) << a << " " << b;
 }
 
 TEST(OrderTest, OurLettersStandBehindTheirPlainOnes) {
-    expectOrder({"a", "b", "c", "cz", "č", "ča", "ć", "ćz", "d", "dz", "đ", "e", "s", "sz", "š", "t", "z", "zz", "ž"});
+    expectOrder({"a", "b", "c", "cz", "č", "ča", "ć", "ćz", "d", "dz", "đ", "e", "s", "sz", "š", "t", "z",
+                 "zz", "ž"});
 }
 
 TEST(OrderTest, OurLettersDecideWithinAWordToo) {
@@ -64,15 +66,15 @@ TEST(OrderTest, CaseMakesNoDifference) {
 }
 
 TEST(OrderTest, SignsWithoutACaseStayApart) {
-    EXPECT_NE(text::compare("×", "÷"), 0);
-    EXPECT_NE(text::compare("@", "`"), 0);
-    EXPECT_NE(text::compare("[", "{"), 0);
+    EXPECT_NE(alphabet::compare("×", "÷"), 0);
+    EXPECT_NE(alphabet::compare("@", "`"), 0);
+    EXPECT_NE(alphabet::compare("[", "{"), 0);
 }
 
 TEST(OrderTest, AMarkIsADifference) {
-    EXPECT_FALSE(text::same("Éva", "Eva"));
-    EXPECT_FALSE(text::same("Saša", "Sasa"));
-    EXPECT_FALSE(text::same("Éva", "Êva"));
+    EXPECT_FALSE(alphabet::same("Éva", "Eva"));
+    EXPECT_FALSE(alphabet::same("Saša", "Sasa"));
+    EXPECT_FALSE(alphabet::same("Éva", "Êva"));
 }
 
 TEST(OrderTest, ABeginningStandsBeforeTheWhole) {
@@ -89,14 +91,15 @@ TEST(OrderTest, OtherAlphabetsStandBehindOurs) {
 
 TEST(OrderTest, BytesThatAreNoTextStandBehindAllAndApart) {
     expectOrder({"a", "\xF0\x9F\x98\x80", "\x80", "\xC4", "\xFF"});
-    EXPECT_NE(text::compare("a\xC4", "a"), 0);
-    EXPECT_NE(text::compare("\xC4z", "\xC4\x8D"), 0);
+    EXPECT_NE(alphabet::compare("a\xC4", "a"), 0);
+    EXPECT_NE(alphabet::compare("\xC4z", "\xC4\x8D"), 0);
 }
 
 // What the two ways of comparing have to agree on, whatever the texts.
 TEST(OrderTest, KeysOrderAsTextsDo) {
-    const Names letters = {"a", "A", "b", "c", "C", "č", "Č", "ć", "d", "đ", "Đ", "e", "é", "É", "ê", "l", "ł", "o",
-                           "ø", "s", "š", "ß", "z", "ž", "Ж", "ж", "1", " ", "-", "~", "日", "\x80", "\xFE"};
+    const Names letters = {"a", "A", "b", "c", "C", "č", "Č", "ć", "d",  "đ",    "Đ",
+                           "e", "é", "É", "ê", "l", "ł", "o", "ø", "s",  "š",    "ß",
+                           "z", "ž", "Ж", "ж", "1", " ", "-", "~", "日", "\x80", "\xFE"};
     std::mt19937 random(7);
     const auto word = [&] {
         std::string made;
@@ -107,8 +110,8 @@ TEST(OrderTest, KeysOrderAsTextsDo) {
     for (int i = 0; i < 20000; ++i) {
         const std::string a = word();
         const std::string b = word();
-        const int keys = text::orderKey(a).compare(text::orderKey(b));
-        const int texts = text::compare(a, b);
+        const int keys = alphabet::orderKey(a).compare(alphabet::orderKey(b));
+        const int texts = alphabet::compare(a, b);
         ASSERT_EQ(keys < 0, texts < 0) << a << " " << b;
         ASSERT_EQ(keys > 0, texts > 0) << a << " " << b;
     }
@@ -119,8 +122,8 @@ TEST(OrderTest, ComparingIsAnOrder) {
     for (const std::string& a : words) {
         for (const std::string& b : words) {
             for (const std::string& c : words) {
-                if (text::compare(a, b) <= 0 && text::compare(b, c) <= 0) {
-                    EXPECT_LE(text::compare(a, c), 0) << a << " " << b << " " << c;
+                if (alphabet::compare(a, b) <= 0 && alphabet::compare(b, c) <= 0) {
+                    EXPECT_LE(alphabet::compare(a, c), 0) << a << " " << b << " " << c;
                 }
             }
         }
