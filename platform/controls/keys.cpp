@@ -3,6 +3,9 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPushButton>
+#include <QToolButton>
+#include <algorithm>
 
 #include "platform/system/numbers.h"
 
@@ -39,6 +42,40 @@ bool isEnter(const QKeyEvent& key) {
 void pressTab(QWidget* focus) {
     QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier, QStringLiteral("\t"));
     QCoreApplication::sendEvent(focus, &tab);
+}
+
+namespace {
+
+// Sits on the buttons themselves: a window that takes Enter for its fields, and a dialog that gives it to the
+// default button, only hear of the key when the button has passed it on.
+class EnterPresses : public QObject {
+ public:
+    using QObject::QObject;
+
+ protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress || !isEnter(static_cast<QKeyEvent&>(*event)))
+            return QObject::eventFilter(watched, event);
+        static_cast<QAbstractButton*>(watched)->click();
+        return true;
+    }
+};
+
+}  // namespace
+
+void enterPressesButtons(QWidget* window) {
+    auto* presses = new EnterPresses(window);
+    const auto commands = window->findChildren<QPushButton*>();
+    for (QToolButton* button : window->findChildren<QToolButton*>())
+        button->installEventFilter(presses);
+    // Without a default button a dialog would take the first of these for it.
+    const bool hasDefault = std::any_of(commands.begin(), commands.end(),
+                                        [](const QPushButton* button) { return button->isDefault(); });
+    for (QPushButton* button : commands) {
+        button->installEventFilter(presses);
+        if (hasDefault)
+            button->setAutoDefault(true);
+    }
 }
 
 }  // namespace platform

@@ -21,4 +21,9 @@ bool isEnter(const QKeyEvent& key);
 // The Tab key, as if the person had pressed it: the focus goes on to the next control of the window.
 void pressTab(QWidget* focus);
 
+// From now on Enter presses the button of this window that has the focus, whatever Enter does elsewhere in
+// it; where the window has a default button, the one with the focus is marked in its place. Command and tool
+// buttons, no check boxes. Call it once, when all the buttons and the default among them are there.
+void enterPressesButtons(QWidget* window);
+
 }  // namespace platform

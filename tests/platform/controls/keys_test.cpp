@@ -2,10 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <QCheckBox>
+#include <QDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QLocale>
+#include <QPushButton>
 #include <QTest>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include "platform/system/locale_scope.h"
@@ -119,6 +123,102 @@ TEST(PressTab, GoesOnToTheNextControl) {
     platform::pressTab(first);
     EXPECT_TRUE(second->hasFocus());
     EXPECT_EQ(first->text(), "");
+}
+
+// A dialog with a field, a box, two buttons and a picture button; OK is the default where `hasDefault`.
+class EnterInADialog : public ::testing::Test {
+ protected:
+    void open(bool hasDefault) {
+        auto* column = new QVBoxLayout(&dialog);
+        for (QWidget* widget : QList<QWidget*>{field, box, cancel, ok, picture})
+            column->addWidget(widget);
+        picture->setFocusPolicy(Qt::StrongFocus);
+        for (QPushButton* button : {cancel, ok}) {
+            button->setAutoDefault(false);
+            button->setDefault(hasDefault && button == ok);
+        }
+        platform::enterPressesButtons(&dialog);
+        const QList<std::pair<QAbstractButton*, QString>> names{
+            {cancel, "Cancel"}, {ok, "OK"}, {picture, "Picture"}};
+        for (const auto& [button, name] : names)
+            QObject::connect(button, &QAbstractButton::clicked, &dialog,
+                             [this, name = name] { pressed.append(name); });
+        dialog.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    }
+    void enterOn(QWidget* widget, Qt::Key key = Qt::Key_Return, Qt::KeyboardModifiers held = {}) {
+        widget->setFocus();
+        QTest::keyClick(dialog.windowHandle(), key, held);
+    }
+    QStringList pressed;
+    QDialog dialog;
+    QLineEdit* field = new QLineEdit;
+    QCheckBox* box = new QCheckBox("Box");
+    QPushButton* cancel = new QPushButton("Cancel");
+    QPushButton* ok = new QPushButton("OK");
+    QToolButton* picture = new QToolButton;
+};
+
+TEST_F(EnterInADialog, PressesTheButtonThatHasTheFocus) {
+    open(true);
+    enterOn(cancel);
+    EXPECT_EQ(pressed, QStringList({"Cancel"}));
+    enterOn(picture, Qt::Key_Enter, Qt::KeypadModifier);
+    enterOn(ok);
+    EXPECT_EQ(pressed, QStringList({"Cancel", "Picture", "OK"}));
+}
+
+TEST_F(EnterInADialog, ElsewhereItIsTheDefaultButton) {
+    open(true);
+    enterOn(cancel, Qt::Key_Tab);
+    enterOn(field);
+    enterOn(box);
+    EXPECT_EQ(pressed, QStringList({"OK", "OK"}));
+    EXPECT_FALSE(box->isChecked());
+}
+
+TEST_F(EnterInADialog, TheButtonThatEnterWouldPressShowsIt) {
+    open(true);
+    cancel->setFocus();
+    EXPECT_TRUE(cancel->isDefault());
+    EXPECT_FALSE(ok->isDefault());
+    field->setFocus();
+    EXPECT_FALSE(cancel->isDefault());
+    EXPECT_TRUE(ok->isDefault());
+}
+
+TEST_F(EnterInADialog, WithoutADefaultButtonEnterInAFieldPressesNone) {
+    open(false);
+    enterOn(field);
+    EXPECT_EQ(pressed, QStringList());
+    enterOn(cancel);
+    enterOn(field);
+    EXPECT_EQ(pressed, QStringList({"Cancel"}));
+}
+
+TEST_F(EnterInADialog, WithAnotherKeyHeldItIsNoEnter) {
+    open(false);
+    enterOn(cancel, Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(pressed, QStringList());
+}
+
+// A window that goes on to the next field at each Enter still lets its buttons have theirs.
+TEST_F(EnterInADialog, AWindowThatTakesEnterForItsFieldsDoesNotTakeItFromTheButtons) {
+    struct NextField : QObject {
+        bool eventFilter(QObject* watched, QEvent* event) override {
+            if (event->type() != QEvent::KeyPress || !platform::isEnter(static_cast<QKeyEvent&>(*event)))
+                return false;
+            platform::pressTab(static_cast<QWidget*>(watched));
+            return true;
+        }
+    } nextField;
+    field->installEventFilter(&nextField);
+    cancel->installEventFilter(&nextField);
+    open(true);
+    enterOn(field);
+    EXPECT_TRUE(box->hasFocus());
+    enterOn(cancel);
+    EXPECT_EQ(pressed, QStringList({"Cancel"}));
 }
 
 }  // namespace
