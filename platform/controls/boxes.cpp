@@ -1,11 +1,13 @@
 #include "platform/controls/boxes.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QCursor>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
@@ -130,13 +132,43 @@ QStringList nameFilters(const QString& filter) {
     return filters;
 }
 
+// A box out of the toolkit takes a bare letter for a button, and Esc for No. Somebody who types on when a
+// question comes up has answered nothing: a letter needs Alt, and where every answer means something, Esc and
+// the close button mean none of them.
+class MessageWindow : public QMessageBox {
+ public:
+    MessageWindow(const Box& box, QWidget* owner)
+        : QMessageBox(iconOf(box.icon), box.title, QString(), buttonsOf(box.buttons), owner),
+          mustAnswer_(box.buttons == BoxButtons::YesNo) {
+        if (box.buttons == BoxButtons::Ok)
+            setEscapeButton(QMessageBox::Ok);  // not found by itself beside a button Help
+    }
+
+ protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (!event->matches(QKeySequence::Cancel))
+            QDialog::keyPressEvent(event);
+        else if (!mustAnswer_)
+            QMessageBox::keyPressEvent(event);
+    }
+    void closeEvent(QCloseEvent* event) override {
+        if (mustAnswer_)
+            event->ignore();
+        else
+            QMessageBox::closeEvent(event);
+    }
+
+ private:
+    bool mustAnswer_;
+};
+
 }  // namespace
 
 BoxAnswer showBox(const Box& box, QWidget* owner) {
     if (script)
         return scriptedAnswer(box);
     const OrdinaryPointer pointer;
-    QMessageBox window(iconOf(box.icon), box.title, QString(), buttonsOf(box.buttons), ownerOr(owner));
+    MessageWindow window(box, ownerOr(owner));
     window.setObjectName(QStringLiteral("Box"));
     window.setTextFormat(Qt::PlainText);  // a client's "<b>" is a name, not a command to us
     window.setText(box.text);

@@ -25,6 +25,8 @@ struct Box {
 };
 
 // Owner: the active window where nullptr. The pointer goes to normal while the box is up and back afterwards.
+// Answered by Enter, Space on the button with the focus, Alt and a letter, or the mouse; a bare letter is no
+// answer. Esc and the close button mean Ok or Cancel; in a box that asks Yes or No they do nothing.
 BoxAnswer showBox(const Box& box, QWidget* owner = nullptr);
 
 // Nothing where it was cancelled.

@@ -13,6 +13,7 @@
 #include <QStyleOptionComboBox>
 #include <algorithm>
 
+#include "platform/controls/wheel.h"
 #include "platform/system/dates.h"
 
 namespace platform {
@@ -171,6 +172,7 @@ DateField::DateField(bool checkable, QWidget* parent)
     edit_->setCalendarPopup(true);
     edit_->setKeyboardTracking(false);
     edit_->setDate(kNothing);
+    wheelNeedsFocus(edit_);
     edit_->installEventFilter(this);
     edit_->calendarWidget()->installEventFilter(this);
     setFocusProxy(edit_);
@@ -202,10 +204,6 @@ bool DateField::eventFilter(QObject* watched, QEvent* event) {
     if (watched == edit_) {
         if (event->type() == QEvent::KeyPress && keyPressed(static_cast<QKeyEvent&>(*event)))
             return true;
-        if (event->type() == QEvent::Wheel && !edit_->hasFocus()) {
-            event->ignore();
-            return true;
-        }
         if (event->type() == QEvent::FocusOut)
             focusOut(static_cast<QFocusEvent&>(*event));
     } else if (event->type() == QEvent::Show && null_) {

@@ -4,12 +4,12 @@
 #include <QListView>
 #include <QProxyStyle>
 #include <QSignalBlocker>
-#include <QWheelEvent>
 #include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "platform/controls/wheel.h"
 #include "platform/text/order.h"
 
 namespace platform {
@@ -110,7 +110,8 @@ Selector::Selector(QWidget* parent) : QComboBox(parent), model_(new Model(this))
     setMinimumContentsLength(12);
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
     setMaxVisibleItems(20);
-    setFocusPolicy(Qt::StrongFocus);
+    // Rolling past a selector on the way down a pane must not put another client on the screen.
+    wheelNeedsFocus(this);
 }
 
 void Selector::clearEntries() {
@@ -194,14 +195,6 @@ int Selector::findPrefix(const QString& text) const {
     const auto begins = [&](const Model::Row& row) { return row.text.startsWith(text, Qt::CaseInsensitive); };
     const auto found = std::find_if(model_->rows.begin(), model_->rows.end(), begins);
     return found == model_->rows.end() ? -1 : static_cast<int>(found - model_->rows.begin());
-}
-
-// Rolling past a selector on the way down a pane must not put another client on the screen.
-void Selector::wheelEvent(QWheelEvent* event) {
-    if (hasFocus())
-        QComboBox::wheelEvent(event);
-    else
-        event->ignore();
 }
 
 }  // namespace platform

@@ -35,9 +35,6 @@ class Selector : public QComboBox {
     // (currentIndexChanged). None of the changes above signals: an index that only moves up or down still
     // stands for the same entry.
 
- protected:
-    void wheelEvent(QWheelEvent* event) override;
-
  private:
     class Model;
     Model* model_;

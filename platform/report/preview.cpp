@@ -23,6 +23,7 @@
 #include "platform/controls/boxes.h"
 #include "platform/controls/pictures.h"
 #include "platform/controls/wait_pointer.h"
+#include "platform/controls/wheel.h"
 #include "platform/report/page_view.h"
 #include "platform/report/print_dialog.h"
 #include "platform/system/trap.h"
@@ -182,6 +183,7 @@ void ReportPreview::addPageField() {
     page_->setButtonSymbols(QAbstractSpinBox::NoButtons);
     page_->setKeyboardTracking(false);
     connect(page_, &QSpinBox::valueChanged, this, [this](int page) { view_->showPage(page); });
+    platform::wheelNeedsFocus(page_);
     bar_->addWidget(page_);
 }
 
@@ -198,6 +200,7 @@ void ReportPreview::addZoomField() {
     zoom_->setMinimumContentsLength(5);
     connect(zoom_, &QComboBox::activated, this, &ReportPreview::takeZoom);
     connect(zoom_->lineEdit(), &QLineEdit::returnPressed, this, &ReportPreview::readZoom);
+    platform::wheelNeedsFocus(zoom_);
     bar_->addWidget(zoom_);
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
@@ -17,6 +18,7 @@
 #include <QTimer>
 #include <QWidget>
 #include <functional>
+#include <optional>
 #include <stdexcept>
 
 namespace {
@@ -171,11 +173,79 @@ TEST(MessageBox, HelpIsShownBesideABoxThatStaysUp) {
     platform::showBox({.text = "Text", .title = "Title"});
 }
 
-TEST(MessageBox, EscapeNeverMeansYes) {
-    whileUp<QMessageBox>([](QMessageBox& window) { QTest::keyClick(&window, Qt::Key_Escape); });
+// What a person presses while the box is up, through the window system; the answer, none where the box
+// stayed.
+std::optional<BoxAnswer> answerTo(const Box& box, const std::function<void(QMessageBox&)>& act) {
+    bool stayed = false;
+    whileUp<QMessageBox>([&](QMessageBox& window) {
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        act(window);
+        QTest::qWait(150);  // a button that a key has pressed comes up again after a moment
+        stayed = window.isVisible();
+    });
+    const BoxAnswer answer = platform::showBox(box);
+    return stayed ? std::nullopt : std::optional(answer);
+}
+std::optional<BoxAnswer> answerTo(const Box& box, Qt::Key key, Qt::KeyboardModifiers held = {}) {
+    return answerTo(box, [=](QMessageBox& window) { QTest::keyClick(window.windowHandle(), key, held); });
+}
+std::optional<BoxAnswer> answerToTheCloseButton(const Box& box) {
+    return answerTo(box, [](QMessageBox& window) {
+        QCloseEvent close;
+        QSpontaneKeyEvent::setSpontaneous(&close);
+        qApp->notify(window.windowHandle(), &close);
+    });
+}
+Box boxWith(BoxButtons buttons) {
     Box box = question();
-    box.preselected = BoxAnswer::Yes;
-    EXPECT_EQ(platform::showBox(box), BoxAnswer::No);
+    box.buttons = buttons;
+    return box;
+}
+
+TEST(MessageBox, ABareLetterIsNoAnswer) {
+    for (const BoxButtons buttons : {BoxButtons::YesNo, BoxButtons::YesNoCancel, BoxButtons::Ok}) {
+        for (const Qt::Key key : {Qt::Key_Y, Qt::Key_N, Qt::Key_C, Qt::Key_O}) {
+            EXPECT_EQ(answerTo(boxWith(buttons), key), std::nullopt) << key;
+            EXPECT_EQ(answerTo(boxWith(buttons), key, Qt::ShiftModifier), std::nullopt) << key;
+        }
+    }
+}
+
+TEST(MessageBox, AltAndALetterIsAnAnswer) {
+    EXPECT_EQ(answerTo(question(), Qt::Key_Y, Qt::AltModifier), BoxAnswer::Yes);
+    EXPECT_EQ(answerTo(question(), Qt::Key_N, Qt::AltModifier), BoxAnswer::No);
+}
+
+TEST(MessageBox, SpaceAndEnterPressTheButtonWithTheFocus) {
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+        EXPECT_EQ(answerTo(question(), key), BoxAnswer::No) << "the preselected one has it first";
+        EXPECT_EQ(answerTo(question(),
+                           [key](QMessageBox& window) {
+                               QTest::keyClick(window.windowHandle(), Qt::Key_Tab);
+                               QTest::keyClick(window.windowHandle(), key);
+                           }),
+                  BoxAnswer::Yes);
+    }
+}
+
+TEST(MessageBox, WhereBothAnswersMeanSomethingEscAndTheCloseButtonDoNothing) {
+    for (const BoxAnswer preselected : {BoxAnswer::Yes, BoxAnswer::No}) {
+        Box box = question();
+        box.preselected = preselected;
+        EXPECT_EQ(answerTo(box, Qt::Key_Escape), std::nullopt);
+        EXPECT_EQ(answerToTheCloseButton(box), std::nullopt);
+    }
+}
+
+TEST(MessageBox, EscAndTheCloseButtonMeanOkOrCancelWhereThereIsOne) {
+    EXPECT_EQ(answerTo(boxWith(BoxButtons::Ok), Qt::Key_Escape), BoxAnswer::Ok);
+    EXPECT_EQ(answerToTheCloseButton(boxWith(BoxButtons::Ok)), BoxAnswer::Ok);
+    EXPECT_EQ(answerTo(boxWith(BoxButtons::YesNoCancel), Qt::Key_Escape), BoxAnswer::Cancel);
+    EXPECT_EQ(answerToTheCloseButton(boxWith(BoxButtons::YesNoCancel)), BoxAnswer::Cancel);
+    Box withHelp = boxWith(BoxButtons::Ok);
+    withHelp.help = [] {};
+    EXPECT_EQ(answerTo(withHelp, Qt::Key_Escape), BoxAnswer::Ok);
+    EXPECT_EQ(answerToTheCloseButton(withHelp), BoxAnswer::Ok);
 }
 
 TEST(MessageBox, ThePointerIsOrdinaryWhileItIsUpAndComesBack) {

@@ -8,12 +8,14 @@
 #include <QDateEdit>
 #include <QLineEdit>
 #include <QLocale>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 #include <QVBoxLayout>
-#include <QWheelEvent>
 
 #include "platform/system/dates.h"
+#include "support/wheel.h"
 
 namespace {
 
@@ -307,19 +309,42 @@ TEST_F(DateFieldTest, PickingTodayInAnEmptyDateTakesToday) {
 }
 
 TEST_F(DateFieldTest, TheWheelChangesNothingUnlessItHasTheFocus) {
-    const auto roll = [&] {
-        const QPointF at = field->edit()->rect().center();
-        QWheelEvent event(at, field->edit()->mapToGlobal(at), QPoint(), QPoint(0, 120), Qt::NoButton,
-                          Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(field->edit(), &event);
-    };
     field->setValue(kDay);
     after->setFocus();
-    roll();
+    rollOver(field->edit());
+    rollOver(field->edit()->findChild<QLineEdit*>());
+    rollOver(field->checkBox());
     EXPECT_EQ(field->value(), kDay);
-    field->setFocus();
-    roll();
+    EXPECT_TRUE(after->hasFocus()) << "rolling over it is not going to it";
+    QTest::mouseClick(field->edit()->findChild<QLineEdit*>(), Qt::LeftButton);
+    rollOver(field->edit(), 1);
     EXPECT_NE(field->value(), kDay);
+}
+
+TEST_F(DateFieldTest, TheWheelOverAnEmptyDateLeavesItEmpty) {
+    after->setFocus();
+    rollOver(field->edit());
+    EXPECT_EQ(field->value(), std::nullopt);
+}
+
+TEST_F(DateFieldTest, TheWheelOverADateRollsThePaneItStandsIn) {
+    QScrollArea area;
+    auto* pane = new QWidget;
+    auto* column = new QVBoxLayout(pane);
+    auto* name = new QLineEdit;
+    auto* date = new DateField(true);
+    date->setValue(kDay);
+    column->addWidget(name);
+    column->addWidget(date);
+    column->addSpacing(2000);
+    area.setWidget(pane);
+    area.resize(300, 200);
+    area.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&area));
+    name->setFocus();
+    rollOver(date->edit());
+    EXPECT_GT(area.verticalScrollBar()->value(), 0);
+    EXPECT_EQ(date->value(), kDay);
 }
 
 TEST_F(DateFieldTest, TwoDigitsOfTheYearAreAYearOfOurs) {

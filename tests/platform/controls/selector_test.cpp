@@ -8,9 +8,10 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QVBoxLayout>
-#include <QWheelEvent>
 #include <algorithm>
 #include <random>
+
+#include "support/wheel.h"
 
 namespace {
 
@@ -206,12 +207,6 @@ class ShownSelector : public ::testing::Test {
         window.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     }
-    void roll() {
-        const QPointF at = selector.rect().center();
-        QWheelEvent event(at, selector.mapToGlobal(at), QPoint(), QPoint(0, -120), Qt::NoButton,
-                          Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(&selector, &event);
-    }
     QWidget window;
     QWidget other;
     Selector selector;
@@ -220,10 +215,12 @@ class ShownSelector : public ::testing::Test {
 TEST_F(ShownSelector, TheWheelChangesNothingUnlessItHasTheFocus) {
     other.setFocusPolicy(Qt::StrongFocus);
     other.setFocus();
-    roll();
+    rollOver(&selector);
     EXPECT_EQ(selector.currentText(), "Antic");
-    selector.setFocus();
-    roll();
+    EXPECT_TRUE(other.hasFocus());
+    QTest::keyClick(window.windowHandle(), Qt::Key_Tab);
+    ASSERT_TRUE(selector.hasFocus());
+    rollOver(&selector);
     EXPECT_EQ(selector.currentText(), "Babic");
 }
 

@@ -26,6 +26,7 @@
 #include "platform/controls/boxes.h"
 #include "platform/report/page_view.h"
 #include "platform/report/print_dialog.h"
+#include "support/wheel.h"
 #include "tests/platform/report/sample.h"
 
 // The preview window, worked with keys and clicks as its user works with it.
@@ -143,6 +144,22 @@ TEST_F(Preview, ButtonsAndThePageFieldLeafThroughTheDocument) {
     press(Qt::Key_Return);
     EXPECT_EQ(pages().page(), 7);
     EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(Preview, TheWheelOverPageAndZoomChangesNothingUnlessTheyHaveTheFocus) {
+    open(95);
+    pages().setFocus();
+    const double zoom = pages().zoom();
+    for (QWidget* field : QList<QWidget*>{named<QSpinBox>("Page"), named<QComboBox>("Zoom")}) {
+        rollOver(field);
+        rollOver(field->findChild<QLineEdit*>());
+        EXPECT_FALSE(field->hasFocus());
+    }
+    EXPECT_EQ(pages().page(), 1);
+    EXPECT_DOUBLE_EQ(pages().zoom(), zoom);
+    press(Qt::Key_G, Qt::ControlModifier);
+    rollOver(named<QSpinBox>("Page"), 1);
+    EXPECT_EQ(pages().page(), 2);
 }
 
 TEST_F(Preview, ZoomKeysWheelAndField) {
