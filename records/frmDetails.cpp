@@ -193,7 +193,6 @@ void frmDetails::buildButtons(QGridLayout* grid) {
         auto* button = new QPushButton(QString::fromLatin1(captions[i]), this);
         button->setObjectName(arrayName("Command1", i));
         button->setAccessibleName(spoken(button->text()));
-        button->setAutoDefault(i == 0);
         row->addWidget(button);
         command_[static_cast<size_t>(i)] = button;
     }

@@ -27,6 +27,9 @@ void frmDetails::okClicked() {
         platform::showBox(
             {failures.texts.join(QLatin1Char('\n')), GetResString(1), platform::BoxIcon::Exclamation}, this);
         focusField(failures.focus);
+        // Whether the field had the focus all along, or gets it only when the window comes forward again
+        // behind the box: what is wrong is typed over at once.
+        text_[static_cast<size_t>(failures.focus)]->selectAll();
         return;
     }
     cancelled_ = false;

@@ -113,7 +113,6 @@ void frmReportOptions::buildButtons(QGridLayout* grid) {
         Command1[i] = new QPushButton(QString::fromLatin1(kButtons[i]), this);
         Command1[i]->setObjectName(QStringLiteral("Command1(%1)").arg(i));
         Command1[i]->setAccessibleName(spoken(kButtons[i]));
-        Command1[i]->setAutoDefault(i != kHelp);
         row->addWidget(Command1[i]);
     }
     Command1[kOk]->setDefault(true);

@@ -253,7 +253,6 @@ QPushButton* frmOptions::makeButton(int index) {
     auto* button = new QPushButton(kCommandCaptions[index].shown(), this);
     button->setObjectName(arrayName("Command1", index));
     button->setAccessibleName(spoken(button->text()));
-    button->setAutoDefault(false);  // an Enter on it must not mean OK
     button->setMinimumWidth(fontMetrics().horizontalAdvance(button->text()) + 2 * fontMetrics().height());
     at(command_, index) = button;
     return button;

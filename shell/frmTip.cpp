@@ -132,7 +132,6 @@ QPushButton* frmTip::makeButton(const char* name, int captionId) {
     auto* button = new QPushButton(GetResString(captionId), this);
     button->setObjectName(QLatin1String(name));
     button->setAccessibleName(withoutMnemonic(button->text()));
-    button->setAutoDefault(false);
     return button;
 }
 
@@ -267,20 +266,16 @@ void frmTip::previousTip() {
 
 void frmTip::startupClicked() {
     Trap step;
-    step([&] {
-        settings::setBoolean(settings::ShowTipsAtStartup, chkLoadTipsAtStartup->isChecked());
-        ShowTipsAtStartup = chkLoadTipsAtStartup->isChecked();
-    });
+    step([&] { settings::setBoolean(settings::ShowTipsAtStartup, chkLoadTipsAtStartup->isChecked()); });
+    step([&] { ShowTipsAtStartup = chkLoadTipsAtStartup->isChecked(); });
     if (step.failed())
         exclaim(10210, step, this);
 }
 
 void frmTip::randomClicked() {
     Trap step;
-    step([&] {
-        settings::setBoolean(settings::ShowTipsAtRandom, chkShowTipsAtRandom->isChecked());
-        ShowTipsAtRandom = chkShowTipsAtRandom->isChecked();
-    });
+    step([&] { settings::setBoolean(settings::ShowTipsAtRandom, chkShowTipsAtRandom->isChecked()); });
+    step([&] { ShowTipsAtRandom = chkShowTipsAtRandom->isChecked(); });
     if (step.failed())
         exclaim(10211, step, this);
 }

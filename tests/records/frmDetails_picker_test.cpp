@@ -151,6 +151,28 @@ TEST_F(ServiceEditor, HelpClosesWithTheWindow) {
     EXPECT_EQ(helpCalls[1].command, HELP_QUIT);
 }
 
+TEST_F(ServiceEditor, HelpOpensTheWindowsPageAndF1TheFields) {
+    provideHelp();
+    add([&] {
+        click("Command1(2)");
+        const QList<std::pair<QString, int>> topics{
+            {"Text1(0)", 301}, {"Text1(4)", 305},    {"Text1(8)", 309},    {"List1", 310},
+            {"Label3", 318},   {"Command1(0)", 311}, {"Command1(2)", 313}, {"Label2", 317}};
+        for (const auto& [name, topic] : topics) {
+            control<QWidget>(name)->setFocus(Qt::TabFocusReason);
+            press(Qt::Key_F1);
+            EXPECT_EQ(helpCalls.last().context, topic) << name.toStdString();
+        }
+        click("Image1(1)");
+        press(Qt::Key_F1);
+        EXPECT_EQ(helpCalls.last().context, 302) << "the picker stands for its field";
+        EXPECT_EQ(helpCalls.first().context, 7002);
+        EXPECT_EQ(helpCalls.first().command, HELP_CONTEXT);
+        EXPECT_EQ(helpCalls.size(), topics.size() + 2);
+        cancel();
+    });
+}
+
 TEST_F(ServiceEditor, EveryControlHasATopicOfItsOwn) {
     QList<int> topics;
     for (const QWidget* widget : editor().findChildren<QWidget*>())

@@ -234,6 +234,49 @@ TEST_F(ServiceEditor, PadCommaIsThePointOfAPointLocale) {
     });
 }
 
+// The pad's point has the code of the letter n on the keyboards that the window was made for; the letter
+// itself is no part of an amount.
+TEST_F(ServiceEditor, UnderACommaTheLetterNIsRefusedAndThePadsPointIsTheComma) {
+    use("sr_Latn_RS");
+    add([&] {
+        for (const int index : {5, 7}) {
+            field(index)->setFocus();
+            press(Qt::Key_1, Qt::KeypadModifier);
+            press(Qt::Key_N);
+            press(Qt::Key_2, Qt::KeypadModifier);
+            press(Qt::Key_Period, Qt::KeypadModifier);
+            press(Qt::Key_5, Qt::KeypadModifier);
+            EXPECT_EQ(text(index), "12,5");
+        }
+        type(5, "");
+        press(Qt::Key_3);
+        press(Qt::Key_Period);
+        press(Qt::Key_7);
+        EXPECT_EQ(text(5), "3,7");
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, UnderAPointTheLetterNIsRefusedToo) {
+    add([&] {
+        field(5)->setFocus();
+        press(Qt::Key_1);
+        press(Qt::Key_N);
+        press(Qt::Key_Period, Qt::KeypadModifier);
+        press(Qt::Key_5);
+        EXPECT_EQ(text(5), "1.5");
+        for (const int index : {6, 8}) {
+            type(index, "");
+            press(Qt::Key_1);
+            press(Qt::Key_N);
+            press(Qt::Key_Period, Qt::KeypadModifier);
+            press(Qt::Key_5);
+            EXPECT_EQ(text(index), "15");
+        }
+        cancel();
+    });
+}
+
 TEST_F(ServiceEditor, EditingKeysPassTheFilter) {
     add([&] {
         type(5, "123");
@@ -382,6 +425,47 @@ TEST_F(ServiceEditor, StartThatIsNoDateIsRefused) {
     });
 }
 
+TEST_F(ServiceEditor, WhatIsRefusedIsTypedOverAtOnce) {
+    add([&] {
+        type(0, "yesterdayish");
+        press(Qt::Key_Return);  // the field has the focus all the while
+        ASSERT_EQ(boxes.asked.size(), 1);
+        EXPECT_TRUE(field(0)->hasFocus());
+        EXPECT_EQ(field(0)->selectedText(), "yesterdayish");
+        for (const Qt::Key key : {Qt::Key_3, Qt::Key_Slash, Qt::Key_4, Qt::Key_Slash, Qt::Key_2, Qt::Key_6})
+            press(key);
+        EXPECT_EQ(text(0), "3/4/26");
+        type(5, "");
+        paste(2, "soon");
+        paste(5, "dear");
+        ok();
+        EXPECT_TRUE(field(2)->hasFocus());
+        EXPECT_EQ(field(2)->selectedText(), "soon");
+        cancel();
+    });
+}
+
+// A box takes the front from the window, and the field gets the focus only when the window has it back.
+TEST_F(ServiceEditor, WhatIsRefusedIsSelectedAlsoWhenTheWindowComesForwardAfterwards) {
+    add([&] {
+        QDialog inFront(&editor());
+        boxes.onBox = [&](const platform::Box&) {
+            inFront.show();
+            ASSERT_TRUE(waitUntilActive(inFront));
+        };
+        paste(1, "soon");
+        field(5)->setFocus();
+        ok();
+        EXPECT_FALSE(field(1)->hasFocus());
+        inFront.hide();
+        editor().activateWindow();
+        ASSERT_TRUE(waitUntilActive(editor()));
+        EXPECT_TRUE(field(1)->hasFocus());
+        EXPECT_EQ(field(1)->selectedText(), "soon");
+        cancel();
+    });
+}
+
 TEST_F(ServiceEditor, EveryFailureIsSaidInOneBoxInTheOrderOfTheChecks) {
     add([&] {
         paste(0, "a");
@@ -488,6 +572,37 @@ TEST_F(ServiceEditor, EnterIsOkAndEscapeIsCancel) {
     EXPECT_FALSE(editor().Cancelled());
     add([&] { QTest::keyClick(field(5), Qt::Key_Escape); });
     EXPECT_TRUE(editor().Cancelled());
+}
+
+TEST_F(ServiceEditor, EnterOnAButtonPressesThatButton) {
+    add([&] { enterOn("Command1(1)"); });
+    EXPECT_TRUE(editor().Cancelled());
+    provideHelp();
+    helpCalls.clear();
+    add([&] {
+        enterOn("Command1(2)");
+        ASSERT_EQ(helpCalls.size(), 1);
+        EXPECT_EQ(helpCalls[0].command, HELP_CONTEXT);
+        EXPECT_EQ(helpCalls[0].context, 7002);
+        EXPECT_TRUE(editor().isVisible());
+        enterOn("Command1(0)");
+    });
+    EXPECT_FALSE(editor().Cancelled());
+}
+
+TEST_F(ServiceEditor, EnterInTheListIsOk) {
+    add([&] { enterOn("List1"); });
+    EXPECT_FALSE(editor().Cancelled());
+}
+
+TEST_F(ServiceEditor, EnterOnALinkFollowsIt) {
+    add([&] {
+        clickKind(2);
+        enterOn("Label2");
+        EXPECT_EQ(selectedKinds(), "1000");
+        EXPECT_TRUE(editor().isVisible());
+        cancel();
+    });
 }
 
 TEST_F(ServiceEditor, CancelKeepsTheProperties) {

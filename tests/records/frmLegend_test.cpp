@@ -52,6 +52,12 @@ TEST_F(Legend, EscapeHidesIt) {
     EXPECT_FALSE(legend.isVisible());
 }
 
+TEST_F(Legend, EnterHidesIt) {
+    frmLegend legend;
+    show(legend, [&] { QTest::keyClick(legend.windowHandle(), Qt::Key_Return); });
+    EXPECT_FALSE(legend.isVisible());
+}
+
 TEST_F(Legend, KeepsItsPlace) {
     EXPECT_EQ(settings::text(settings::LegendPosition), "1500;1500");
     settings::setText(settings::LegendPosition, "3000;750");

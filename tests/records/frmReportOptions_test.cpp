@@ -179,6 +179,28 @@ TEST_F(ReportOptions, HelpOpensThePageOfTheReport) {
     }
 }
 
+TEST_F(ReportOptions, EnterPressesTheButtonWithTheFocusAndElsewhereOk) {
+    const auto enterOn = [&](QWidget* widget) {
+        widget->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(options().windowHandle(), Qt::Key_Return);
+    };
+    show([&] {
+        click(3);
+        enterOn(options().Command1[2]);
+        ASSERT_EQ(helpCalls.size(), 1);
+        EXPECT_EQ(helpCalls[0].context, 7010);
+        enterOn(options().Command1[1]);
+    });
+    EXPECT_TRUE(options().Cancelled());
+    show([&] {
+        click(3);
+        enterOn(check(4));
+    });
+    EXPECT_FALSE(options().Cancelled());
+    EXPECT_FALSE(options().PrintPIDCardDetails);
+    EXPECT_TRUE(options().PrintAddressDetails) << "Enter ticks nothing";
+}
+
 TEST_F(ReportOptions, TheClientsBoxRulesOverTheClientsDetails) {
     show([&] {
         click(0);

@@ -16,6 +16,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
+#include <QWindow>
 #include <algorithm>
 #include <functional>
 #include <memory>
@@ -28,6 +29,7 @@
 #include "records/link_label.h"
 #include "shell/modMain.h"
 #include "shell/settings.h"
+#include "support/modal.h"
 
 inline QString today() {
     return platform::formatShortDate(QDate::currentDate());
@@ -106,6 +108,20 @@ struct ServiceEditor : ::testing::Test {
     }
     void paste(int index, const QString& text) { field(index)->setText(text); }
     void click(const QString& name) { QTest::mouseClick(control<QWidget>(name), Qt::LeftButton); }
+    // A help file, so that the viewer is asked and not the person.
+    void provideHelp() {
+        QFile file(settings_.filePath("Tarvello.hlp"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        settings::setText(settings::HelpFilePath, file.fileName());
+    }
+    // Through the window, wherever the focus is.
+    void press(Qt::Key key, Qt::KeyboardModifiers held = {}) {
+        QTest::keyClick(editor().windowHandle(), key, held);
+    }
+    void enterOn(const QString& name) {
+        control<QWidget>(name)->setFocus(Qt::TabFocusReason);
+        press(Qt::Key_Return);
+    }
     void ok() { click("Command1(0)"); }
     void cancel() { click("Command1(1)"); }
     QString picture(int index) {

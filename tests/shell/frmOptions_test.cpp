@@ -284,6 +284,28 @@ TEST_F(Options, UnderACommaThePointAndTheLetterOfItsCodeBecomeTheComma) {
     });
 }
 
+TEST_F(Options, TheLetterOfThePadsCodeAndThePadsPointTypeTheSeparator) {
+    const auto type = [&](std::initializer_list<std::pair<Qt::Key, Qt::KeyboardModifiers>> keys) {
+        number(2)->setFocus();
+        number(2)->selectAll();
+        for (const auto& [key, held] : keys)
+            QTest::keyClick(window->windowHandle(), key, held);
+        return number(2)->text();
+    };
+    const auto pad = Qt::KeypadModifier;
+    QLocale::setDefault(QLocale("sr_Latn_RS"));
+    with([&] {
+        EXPECT_EQ(type({{Qt::Key_8, pad}, {Qt::Key_Period, pad}, {Qt::Key_5, pad}}), "8,5");
+        EXPECT_EQ(type({{Qt::Key_8, {}}, {Qt::Key_Period, {}}, {Qt::Key_6, {}}}), "8,6");
+        EXPECT_EQ(type({{Qt::Key_8, {}}, {Qt::Key_N, {}}, {Qt::Key_7, {}}}), "8,7");
+    });
+    QLocale::setDefault(QLocale("en_US"));
+    with([&] {
+        EXPECT_EQ(type({{Qt::Key_8, {}}, {Qt::Key_N, {}}, {Qt::Key_7, {}}}), "87") << "a point needs no help";
+        EXPECT_EQ(type({{Qt::Key_8, pad}, {Qt::Key_Comma, pad}, {Qt::Key_5, pad}}), "8.5");
+    });
+}
+
 TEST_F(Options, OkIsFreeWhileTheTextIsANumber) {
     with([&] {
         for (const int index : {0, 1, 2}) {
@@ -432,6 +454,40 @@ TEST_F(Options, EnterInAFieldGoesOnAsTabDoes) {
         EXPECT_TRUE(firm(1)->hasFocus());
         EXPECT_TRUE(window->isVisible());
     });
+}
+
+TEST_F(Options, EnterOnAButtonPressesThatButton) {
+    QStringList opened;
+    platform::setShellExecuteHook([&](const QString& target) {
+        opened.append(target);
+        return 42;
+    });
+    const auto enterOn = [&](int index) {
+        button(index)->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(window->windowHandle(), Qt::Key_Return);
+    };
+    with([&] {
+        enterOn(2);
+        ASSERT_EQ(helpCalls().size(), 1);
+        EXPECT_EQ(helpCalls().last().context, 7011);
+        enterOn(3);
+        EXPECT_EQ(opened.size(), 1);
+        check(0)->click();
+        enterOn(1);
+        EXPECT_FALSE(window->isVisible());
+    });
+    EXPECT_TRUE(window->Cancelled());
+    EXPECT_TRUE(window->AlwaysCreateBackupDB);
+}
+
+TEST_F(Options, EnterOnACheckBoxIsOk) {
+    with([&] {
+        check(1)->setFocus();
+        QTest::keyClick(window->windowHandle(), Qt::Key_Return);
+        EXPECT_FALSE(window->isVisible());
+    });
+    EXPECT_FALSE(window->Cancelled());
+    EXPECT_TRUE(window->ShowFilterStatistics) << "and ticks nothing";
 }
 
 TEST_F(Options, WithoutTipsAtTheStartTheirOrderCannotBeChosenButStays) {

@@ -257,6 +257,9 @@ TEST_F(Tips, ASwitchThatCannotBeStoredIsTold) {
         EXPECT_EQ(boxes.asked.last().title, "Tarvello");
     }
     EXPECT_EQ(boxes.asked.size(), 2);
+    // What was chosen holds until the program is closed.
+    EXPECT_FALSE(ShowTipsAtStartup);
+    EXPECT_TRUE(ShowTipsAtRandom);
 }
 
 TEST_F(Tips, AFailedLoadIsToldTakesTheSplashAwayAndClosesTheWindow) {
@@ -283,6 +286,23 @@ TEST_F(Tips, EnterAndEscapeCloseIt) {
         QTest::keyClick(QApplication::focusWidget(), key);
         EXPECT_FALSE(window->isVisible());
     }
+}
+
+TEST_F(Tips, EnterOnAStepButtonTakesThatStep) {
+    open("one\ntwo\nthree\n");
+    ASSERT_TRUE(waitUntilActive(*window));
+    button("cmdNextTip")->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(window->windowHandle(), Qt::Key_Return);
+    EXPECT_EQ(text(), "two");
+    QTest::keyClick(window->windowHandle(), Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(text(), "three");
+    button("cmdPreviousTip")->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(window->windowHandle(), Qt::Key_Return);
+    EXPECT_EQ(text(), "two");
+    check("chkShowTipsAtRandom")->setFocus();
+    QTest::keyClick(window->windowHandle(), Qt::Key_Return);
+    EXPECT_FALSE(window->isVisible()) << "elsewhere it is OK";
+    EXPECT_FALSE(ShowTipsAtRandom);
 }
 
 TEST_F(Tips, ALongTipDoesNotMakeTheWindowGrow) {
