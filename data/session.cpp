@@ -4,7 +4,9 @@
 #include <QFileDevice>
 #include <QFileInfo>
 #include <array>
+#include <functional>
 #include <optional>
+#include <utility>
 
 #include "data/database_file.h"
 #include "platform/controls/boxes.h"
@@ -145,6 +147,26 @@ void resetOrCreate(dao::Database& database, const std::string& name, const std::
     } else if (resetting.failed()) {
         throw dao::Error(resetting.number(), resetting.description().toStdString());
     }
+}
+
+void forEachWorkQuery(const std::function<void(std::size_t)>& body) {
+    std::optional<dao::Error> first;
+    for (std::size_t i = 0; i < kWorkQueries.size(); ++i) {
+        try {
+            body(i);
+        } catch (const dao::Error& e) {
+            first = first ? first : e;
+        }
+    }
+    if (first) {
+        throw *first;
+    }
+}
+
+// A program that runs is one copy, whatever it does with the file meanwhile.
+dao::HeldNumber& ownNumber() {
+    static dao::HeldNumber number;
+    return number;
 }
 
 }  // namespace
@@ -297,23 +319,22 @@ bool BackupDatabase(QString& errorText) {
 }
 
 int CreateWorkQueries(dao::Database& database) {
-    const int suffix = (database.QueryDefs().Count() + 1) / 3;  // a third, to the nearest whole
-    for (std::size_t i = 0; i < kWorkQueries.size(); ++i) {
-        resetOrCreate(database, workQueryName(i, suffix), std::string("SELECT * FROM ") + kWorkTables[i]);
+    dao::HeldNumber& held = ownNumber();
+    if (!held.isOn(database)) {
+        // A third of the queries, to the nearest whole, is the number behind those of the others. It may be
+        // taken all the same: by a copy that came before one that has gone since.
+        held = dao::HeldNumber(database, (database.QueryDefs().Count() + 1) / 3);
     }
-    return suffix;
+    forEachWorkQuery([&](std::size_t i) {
+        resetOrCreate(database, workQueryName(i, held.value()),
+                      std::string("SELECT * FROM ") + kWorkTables[i]);
+    });
+    return held.value();
 }
 
 void DropWorkQueries(dao::Database& database, int querySuffix) {
-    std::optional<dao::Error> first;
-    for (std::size_t i = 0; i < kWorkQueries.size(); ++i) {
-        try {
-            database.QueryDefs().Delete(workQueryName(i, querySuffix));
-        } catch (const dao::Error& e) {
-            first = first ? first : e;
-        }
-    }
-    if (first) {
-        throw *first;
-    }
+    // Whoever gets the number next must find his queries left alone: it is let go when ours are gone.
+    const dao::HeldNumber letGo =
+        querySuffix == ownNumber().value() ? std::move(ownNumber()) : dao::HeldNumber();
+    forEachWorkQuery([&](std::size_t i) { database.QueryDefs().Delete(workQueryName(i, querySuffix)); });
 }

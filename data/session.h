@@ -17,7 +17,9 @@ bool BackupDatabase(QString& errorText);
 namespace dao {
 class Database;
 }
-// Gives this running copy its three stored queries (reset or created) and returns their number, QuerySuffix.
+// Gives this running copy its three stored queries (reset or created) and returns their number, QuerySuffix:
+// one that no other running copy has, and the same again when this copy reopens the file. Throws dao::Error:
+// the first failure, after trying all three.
 int CreateWorkQueries(dao::Database& database);
-// Takes the three of that number away again. Throws dao::Error at the first that fails, after trying all.
+// Takes the three of that number away again and lets others have it. Throws like CreateWorkQueries.
 void DropWorkQueries(dao::Database& database, int querySuffix);

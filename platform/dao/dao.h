@@ -4,5 +4,6 @@
 #include "platform/dao/database.h"
 #include "platform/dao/dbengine.h"
 #include "platform/dao/error.h"
+#include "platform/dao/held_number.h"
 #include "platform/dao/recordset.h"
 #include "platform/dao/value.h"

@@ -24,14 +24,25 @@ std::map<std::string, std::weak_ptr<LockFile>>& locks() {
     return *kAll;
 }
 
-// Locks of the open file, not of the process: closing some other handle on the lock file does not lose them,
-// and changing between shared and exclusive is one step that either happens or leaves the old lock in place.
-bool setLock(int fd, short kind) {
+// Who is in holds the first byte of the file; a number holds the byte behind as many others. Neither byte is
+// ever written.
+constexpr off_t kPresence = 0;
+constexpr off_t kNumbers = 1;
+
+bool trySetLock(int fd, short kind, off_t byte) noexcept {
     struct flock request {};
     request.l_type = kind;
     request.l_whence = SEEK_SET;
+    request.l_start = byte;
+    request.l_len = 1;
+    return fcntl(fd, F_OFD_SETLK, &request) == 0;
+}
+
+// Locks of the open file, not of the process: closing some other handle on the lock file does not lose them,
+// and changing between shared and exclusive is one step that either happens or leaves the old lock in place.
+bool setLock(int fd, short kind, off_t byte = kPresence) {
     for (;;) {
-        if (fcntl(fd, F_OFD_SETLK, &request) == 0)
+        if (trySetLock(fd, kind, byte))
             return true;
         if (errno == EAGAIN || errno == EACCES)
             return false;
@@ -40,17 +51,29 @@ bool setLock(int fd, short kind) {
     }
 }
 
-}  // namespace
-
-std::string LockFile::pathFor(const std::string& databasePath) {
+std::string withExtension(const std::string& databasePath, const char* extension) {
     const std::size_t slash = databasePath.rfind('/');
     const std::size_t dot = databasePath.rfind('.');
     const bool hasExtension = dot != std::string::npos && (slash == std::string::npos || dot > slash + 1);
-    return (hasExtension ? databasePath.substr(0, dot) : databasePath) + ".ldb";
+    return (hasExtension ? databasePath.substr(0, dot) : databasePath) + extension;
+}
+
+}  // namespace
+
+std::string LockFile::pathFor(const std::string& databasePath) {
+    return withExtension(databasePath, ".ldb");
 }
 
 std::shared_ptr<LockFile> LockFile::of(const std::string& path) {
-    const std::string lockPath = pathFor(path);
+    return at(pathFor(path));
+}
+
+// A file of its own: earlier releases lock all of the other one, and would keep, or be kept, out.
+std::shared_ptr<LockFile> LockFile::ofNumbers(const std::string& path) {
+    return at(withExtension(path, ".numbers"));
+}
+
+std::shared_ptr<LockFile> LockFile::at(const std::string& lockPath) {
     std::weak_ptr<LockFile>& known = locks()[lockPath];
     if (std::shared_ptr<LockFile> lock = known.lock())
         return lock;
@@ -93,10 +116,7 @@ bool LockFile::tryOpen() {
 LockFile::~LockFile() {
     if (fd_ < 0)
         return;
-    struct flock request {};
-    request.l_type = F_WRLCK;
-    request.l_whence = SEEK_SET;
-    if (fcntl(fd_, F_OFD_SETLK, &request) == 0)
+    if (trySetLock(fd_, F_WRLCK, kPresence))
         unlink(path_.c_str());
     close(fd_);
     locks().erase(path_);
@@ -110,12 +130,21 @@ bool LockFile::enterExclusive() {
 }
 
 void LockFile::leaveExclusive() noexcept {
-    if (exclusive_ > 0 && --exclusive_ == 0) {
-        struct flock request {};
-        request.l_type = F_RDLCK;
-        request.l_whence = SEEK_SET;
-        fcntl(fd_, F_OFD_SETLK, &request);
-    }
+    if (exclusive_ > 0 && --exclusive_ == 0)
+        trySetLock(fd_, F_RDLCK, kPresence);
+}
+
+// The system would grant one process the same byte twice.
+bool LockFile::holdNumber(int number) {
+    if (numbers_.contains(number) || !setLock(fd_, F_WRLCK, kNumbers + number))
+        return false;
+    numbers_.insert(number);
+    return true;
+}
+
+void LockFile::leaveNumber(int number) noexcept {
+    trySetLock(fd_, F_UNLCK, kNumbers + number);
+    numbers_.erase(number);
 }
 
 ExclusiveUse::ExclusiveUse(std::shared_ptr<LockFile> lock) : lock_(std::move(lock)) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <set>
 #include <string>
 
 namespace dao {
@@ -14,6 +15,9 @@ class LockFile {
     // links. 3356 if another process has the database exclusively and keeps it; 3050 if no lock file can be
     // made.
     static std::shared_ptr<LockFile> of(const std::string& path);
+    // The process's one file of numbers for this database: one that has it says nothing of who is in. Fails
+    // alike.
+    static std::shared_ptr<LockFile> ofNumbers(const std::string& path);
     static std::string pathFor(const std::string& databasePath);
 
     LockFile(const LockFile&) = delete;
@@ -25,13 +29,19 @@ class LockFile {
     bool enterExclusive();
     void leaveExclusive() noexcept;
 
+    // A number from 0 upwards for this process alone. False if another process holds it, or this one already.
+    bool holdNumber(int number);
+    void leaveNumber(int number) noexcept;
+
  private:
     explicit LockFile(std::string path);
+    static std::shared_ptr<LockFile> at(const std::string& lockPath);
     bool tryOpen();  // false: held exclusively by another
 
     std::string path_;
     int fd_ = -1;
     int exclusive_ = 0;
+    std::set<int> numbers_;
 };
 
 // An exclusive use for the length of a block.

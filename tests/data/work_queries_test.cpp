@@ -1,5 +1,10 @@
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <set>
+
 #include "data/session.h"
 #include "data/session_fixture.h"
 
@@ -32,6 +37,193 @@ class WorkQueriesTest : public SessionFixture {
         };
     }
 };
+
+// One of several workstations, as a process of its own: makes its queries and narrows its view to a client of
+// its own number.
+class Copy {
+ public:
+    Copy(const std::string& file, const std::string& connect, int client)
+        : client_(client), process_([=](const SecondProcess::Side& side) {
+              dao::Database database = dao::DBEngine::OpenDatabase(file, false, false, connect);
+              const int suffix = CreateWorkQueries(database);
+              dao::QueryDef clients = database.QueryDefs()["QDCustomers" + std::to_string(suffix)];
+              const bool wasReset = clients.SQL() == "SELECT * FROM Customers";
+              clients.setSQL(view(client));
+              side.say(static_cast<char>((wasReset ? '0' : 'a') + suffix));
+              side.untilReleased();
+              DropWorkQueries(database, suffix);
+              side.ready();
+          }) {
+        number_ = process_.next() - '0';
+    }
+    int number() const { return number_; }  // far too high where the queries were not reset
+    std::string view() const { return view(client_); }
+    void leave() {
+        process_.release();
+        EXPECT_TRUE(process_.waitReady());
+        EXPECT_EQ(process_.wait(), 0);
+    }
+    void crash() { process_.kill(); }
+
+ private:
+    static std::string view(int client) {
+        return "SELECT * FROM Customers WHERE CustID=" + std::to_string(client);
+    }
+    int client_;
+    SecondProcess process_;
+    int number_ = -1;
+};
+
+// Three copies, and the order in which they come and go: "ABaCbc" is A and B come, A goes, and so on. With
+// `crashing` bit 0 set A is killed in the place of leaving, with bit 1 B, with bit 2 C.
+class ComingAndGoing : public WorkQueriesTest {
+ protected:
+    void play(const std::string& order, int crashing) {
+        SCOPED_TRACE(order + " crashing " + std::to_string(crashing));
+        std::map<char, std::unique_ptr<Copy>> running;
+        for (const char what : order) {
+            if (what <= 'C')
+                come(running, what);
+            else
+                go(running, static_cast<char>(what - 'a' + 'A'), crashing);
+            expectEverybodysView(running);
+        }
+    }
+
+ private:
+    using Running = std::map<char, std::unique_ptr<Copy>>;
+
+    void come(Running& running, char who) {
+        std::set<int> held;
+        for (const auto& [name, copy] : running)
+            held.insert(copy->number());
+        int expected = (static_cast<int>(queries().size()) + 1) / 3;
+        while (held.contains(expected))
+            ++expected;
+        closeDatabases();
+        running[who] = std::make_unique<Copy>(file(), connect(), who - 'A' + 100);
+        EXPECT_EQ(running[who]->number(), expected);
+    }
+    void go(Running& running, char who, int crashing) {
+        const std::string clients = "QDCustomers" + std::to_string(running[who]->number());
+        const bool crashes = (crashing >> (who - 'A') & 1) != 0;
+        if (crashes)
+            running[who]->crash();
+        else
+            running[who]->leave();
+        running.erase(who);
+        EXPECT_EQ(std::ranges::count(queries(), clients), crashes ? 1 : 0);
+        closeDatabases();
+    }
+    void expectEverybodysView(const Running& running) {
+        for (const auto& [name, copy] : running) {
+            const std::string number = std::to_string(copy->number());
+            EXPECT_EQ(textOf("QDCustomers" + number), copy->view()) << name;
+            EXPECT_EQ(textOf("QDComputers" + number), "SELECT * FROM Computers") << name;
+            EXPECT_EQ(textOf("QDServices" + number), "SELECT * FROM Services") << name;
+        }
+        closeDatabases();
+    }
+};
+
+TEST_F(ComingAndGoing, OfThreeCopiesInEveryOrderDisturbsNobody) {
+    const QByteArray delivered = bytesOf(databaseFile());
+    std::string order = "ABCabc";
+    std::ranges::sort(order);
+    int played = 0;
+    do {
+        const auto at = [&](char what) { return order.find(what); };
+        // A comes before B and B before C: the copies are all alike.
+        if (at('A') > at('B') || at('B') > at('C') || at('A') > at('a') || at('B') > at('b') ||
+            at('C') > at('c'))
+            continue;
+        for (const int crashing : {0, 1, 2, 4}) {
+            write(databaseFile(), delivered);
+            play(order, crashing);
+            ++played;
+        }
+    } while (std::ranges::next_permutation(order).found && !HasFailure());
+    EXPECT_EQ(played, 15 * 4);
+}
+
+// A shop where copies come for a whole day and one is killed now and then: each newcomer gets a number that
+// nobody has, and the orphans' numbers are used again.
+TEST_F(ComingAndGoing, OrphansStayUntilTheirNumberComesRound) {
+    Copy first(file(), connect(), 1);
+    Copy second(file(), connect(), 2);
+    second.crash();
+    ASSERT_EQ(second.number(), 1);
+    Copy third(file(), connect(), 3);
+    EXPECT_EQ(third.number(), 2);
+    first.leave();
+    third.leave();
+    EXPECT_THAT(queries(), ElementsAre("OpremaGrupe", "QDComputers1", "QDCustomers1", "QDServices1"));
+    closeDatabases();
+    Copy fourth(file(), connect(), 4);
+    EXPECT_EQ(fourth.number(), 1);  // and was reset, or it would not be a number
+}
+
+TEST_F(WorkQueriesTest, ACopyThatReopensKeepsItsNumber) {
+    SecondProcess first([this](const SecondProcess::Side& side) {
+        dao::Database database = dao::DBEngine::OpenDatabase(file(), false, false, connect());
+        side.say(static_cast<char>('0' + CreateWorkQueries(database)));
+        database.QueryDefs()["QDServices0"].setSQL("SELECT * FROM Services WHERE ID=5");
+        database.Close();
+        side.untilReleased();
+        database = dao::DBEngine::OpenDatabase(file(), false, false, connect());
+        side.say(static_cast<char>('0' + CreateWorkQueries(database)));
+        side.untilReleased();
+        DropWorkQueries(database, 0);
+        side.ready();
+    });
+    ASSERT_EQ(first.next(), '0');
+    // While it has the file closed another one comes, and finds its number held all the same.
+    openDatabase().QueryDefs().Delete("QDCustomers0");
+    openDatabase().QueryDefs().Delete("QDComputers0");
+    openDatabase().QueryDefs().Delete("QDServices0");
+    EXPECT_EQ(CreateWorkQueries(openDatabase()), 1);
+    first.release();
+    EXPECT_EQ(first.next(), '0');
+    EXPECT_EQ(textOf("QDServices0"), "SELECT * FROM Services");
+    EXPECT_EQ(CreateWorkQueries(openDatabase()), 1);
+    first.release();
+    ASSERT_TRUE(first.waitReady());
+    EXPECT_THAT(queries(), ElementsAre("OpremaGrupe", "QDComputers1", "QDCustomers1", "QDServices1"));
+    DropWorkQueries(openDatabase(), 1);
+}
+
+TEST_F(WorkQueriesTest, CompactingKeepsTheNumberAndTheQueries) {
+    EXPECT_EQ(CreateWorkQueries(openDatabase()), 0);
+    closeDatabases();
+    QString reason;
+    ASSERT_TRUE(RepairAndCompactDatabase(reason, true)) << reason.toStdString();
+    EXPECT_EQ(CreateWorkQueries(openDatabase()), 0);
+    EXPECT_EQ(openDatabase().QueryDefs().Count(), 4);
+    DropWorkQueries(openDatabase(), 0);
+}
+
+TEST_F(WorkQueriesTest, ADroppedNumberIsForgotten) {
+    EXPECT_EQ(CreateWorkQueries(openDatabase()), 0);
+    DropWorkQueries(openDatabase(), 0);
+    for (const char* name : {"Extra1", "Extra2", "Extra3", "Extra4"}) {
+        openDatabase().CreateQueryDef(name, "SELECT * FROM JM");
+    }
+    EXPECT_EQ(CreateWorkQueries(openDatabase()), 2);
+    DropWorkQueries(openDatabase(), 2);
+}
+
+TEST_F(WorkQueriesTest, OneQueryThatCannotBeMadeIsToldAndTheOthersAreMade) {
+    dao::TableDef table = openDatabase().CreateTableDef("QDCustomers0");
+    table.Append(table.CreateField("ID", dao::dbLong));
+    openDatabase().TableDefs().Append(table);
+    try {
+        CreateWorkQueries(openDatabase());
+        FAIL();
+    } catch (const dao::Error& e) {
+        EXPECT_EQ(e.Number(), dao::errObjectExists);
+    }
+    EXPECT_THAT(queries(), ElementsAre("OpremaGrupe", "QDComputers0", "QDServices0"));
+}
 
 TEST_F(WorkQueriesTest, TheFirstCopyTakesNumberZero) {
     EXPECT_EQ(CreateWorkQueries(openDatabase()), 0);
