@@ -18,13 +18,6 @@ std::string withoutLinks(const QString& path) {
     return error ? path.toStdString() : found.string();
 }
 
-void moveJournal(const QString& from, const QString& to) {
-    TryKillFile(journalOf(to));
-    if (platform::fileExists(journalOf(from))) {
-        platform::renameFile(journalOf(from), journalOf(to));
-    }
-}
-
 }  // namespace
 
 SoleUse::SoleUse(const QString& path) : use_(dao::LockFile::of(withoutLinks(path))) {}
@@ -32,18 +25,6 @@ SoleUse::SoleUse(const QString& path) : use_(dao::LockFile::of(withoutLinks(path
 void removeDatabaseFiles(const QString& path) {
     TryKillFile(path);
     TryKillFile(journalOf(path));
-}
-
-void setDatabaseAside(const QString& path, const QString& saved) {
-    if (platform::fileExists(path)) {
-        platform::deleteFile(path);
-    }
-    moveJournal(path, saved);
-}
-
-void renameDatabaseFiles(const QString& from, const QString& to) {
-    platform::renameFile(from, to);
-    moveJournal(from, to);
 }
 
 }  // namespace data

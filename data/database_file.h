@@ -5,9 +5,8 @@
 
 #include "platform/dao/lock_file.h"
 
-// Taking a database file away and putting another in its place. A database is more than its one file: beside
-// it may lie a journal of unfinished work, and one left behind would be rolled into whatever file next bears
-// that name.
+// Taking a database file away. A database is more than its one file: beside it may lie a journal of
+// unfinished work, and one left behind would be rolled into whatever file next bears that name.
 namespace data {
 
 // While it lives no other process can open the database of that path. Throws dao::Error 3045 while one has it
@@ -22,11 +21,5 @@ class SoleUse {
 
 // Deletes file and journal, whatever comes of it.
 void removeDatabaseFiles(const QString& path);
-// Deletes `path`, of which `saved` is a copy, and puts the journal beside the copy. A `path` that is not
-// there, and a copy that is not, are no failures.
-void setDatabaseAside(const QString& path, const QString& saved);
-// Renames file and journal, also onto another disk or server. Throws platform::RunError where the file cannot
-// be renamed (58: `to` exists).
-void renameDatabaseFiles(const QString& from, const QString& to);
 
 }  // namespace data

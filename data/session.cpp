@@ -1,8 +1,5 @@
 #include "data/session.h"
 
-#include <QFile>
-#include <QFileDevice>
-#include <QFileInfo>
 #include <array>
 #include <functional>
 #include <optional>
@@ -231,13 +228,11 @@ bool RepairAndCompactDatabase(QString& errorText, bool withPassword) {
         return fail(errorText, lines(GetResString(1027), GetDAOErrors()));
     }
 
-    const QFileDevice::Permissions permissions = QFile::permissions(path);
+    // The fresh file takes the old one's name when it lies beside it, whole: a server that goes away or fills
+    // up in the middle leaves the shop with the file it had.
     Trap files;
-    files([&] {
-        dao::DBEngine::DeleteDatabase(from);
-        platform::renameFile(temporary, path);
-        QFile::setPermissions(path, permissions);
-    });
+    files([&] { dao::DBEngine::CopyDatabase(temporary.toStdString(), from); });
+    data::removeDatabaseFiles(temporary);
     if (files.failed()) {
         return fail(errorText, lines(GetResString(1026), files.line()));
     }
@@ -259,27 +254,18 @@ bool UseBackupDatabase(QString& errorText, bool silent) {
     Trap saving;  // the database may well be unreadable, or not there at all
     saving([&] { dao::DBEngine::CopyDatabase(path.toStdString(), temporary.toStdString()); });
 
-    bool taken = false;
+    // Until the backup's copy lies whole beside the database and takes its name, the database stays where it
+    // is. Where a link leads to it the file behind the link is replaced, or every other workstation would go
+    // on with another file than this one.
     Trap reverting;
     reverting([&] {
         const data::SoleUse sole(path);
-        const QFileDevice::Permissions permissions =
-            platform::fileExists(path) ? QFile::permissions(path) : QFile::permissions(backup);
-        data::setDatabaseAside(path, temporary);
-        taken = true;
-        platform::copyFile(backup, path);
-        QFile::setPermissions(path, permissions | QFileDevice::WriteOwner);
+        dao::DBEngine::CopyDatabase(backup.toStdString(), path.toStdString());
     });
+    data::removeDatabaseFiles(temporary);
     if (reverting.failed()) {
-        if (taken) {
-            Trap puttingBack;
-            puttingBack([&] { data::renameDatabaseFiles(temporary, path); });
-        } else {
-            data::removeDatabaseFiles(temporary);
-        }
         return fail(errorText, lines(GetResString(1037), reverting.line()));
     }
-    data::removeDatabaseFiles(temporary);
     return true;
 }
 

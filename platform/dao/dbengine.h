@@ -60,7 +60,9 @@ class DBEngine {
                                 const std::string& connect = {});
     // A consistent copy of the file, byte for byte, also while other processes write to it: writers wait. A
     // file that does not open as a database is copied as it lies. The target is written beside and renamed,
-    // so it is whole or absent; an existing target is replaced only then.
+    // so it is whole or absent; an existing target is replaced only then, behind whatever link leads to it,
+    // and the copy takes over its rights. This process's own windows on the target find the copy; 3045 while
+    // one of them is in the middle of an Edit. 3044 for a target that is a link to nothing.
     static void CopyDatabase(const std::string& from, const std::string& to);
 
     // Takes a database file away, or gives it another name in the place of whatever stands there, together

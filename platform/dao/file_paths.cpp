@@ -35,6 +35,11 @@ bool isFolder(const std::string& path) {
     return stat(path.c_str(), &found) == 0 && S_ISDIR(found.st_mode);
 }
 
+bool isLink(const std::string& path) {
+    struct stat found {};
+    return lstat(path.c_str(), &found) == 0 && S_ISLNK(found.st_mode);
+}
+
 class Descriptor {
  public:
     Descriptor(const std::string& path, int flags) : fd_(open(path.c_str(), flags | O_CLOEXEC)) {}
@@ -54,6 +59,16 @@ void syncPath(const std::string& path) {
     const Descriptor file(path, O_RDONLY);
     if (file.get() < 0 || fsync(file.get()) != 0)
         failWithSystemError(errno);
+}
+
+// Whoever could use the former file can use its successor. A file system without rights refuses, and loses
+// nothing by it.
+void takeOverRights(const std::string& former, const std::string& successor) {
+    struct stat found {};
+    if (stat(former.c_str(), &found) != 0)
+        return;
+    [[maybe_unused]] const int group = chown(successor.c_str(), static_cast<uid_t>(-1), found.st_gid);
+    chmod(successor.c_str(), (found.st_mode & 0666) | 0600);
 }
 
 }  // namespace
@@ -97,6 +112,9 @@ std::string existingFile(const std::string& path) {
 std::string targetFile(const std::string& path) {
     if (fileExists(path))
         return existingFile(path);
+    // Who shares the file behind the link would never see what is put in the link's place.
+    if (isLink(path))
+        fail(errPathInvalid, "'" + path + "' is a link to a file that isn't there.");
     const std::string folder = resolved(folderOf(path));
     if (path.empty() || nameOf(path).empty() || folder.empty() || !isFolder(folder))
         fail(errPathInvalid, "'" + path + "' isn't a valid path.");
@@ -183,6 +201,7 @@ UnfinishedFile::~UnfinishedFile() {
 }
 
 void UnfinishedFile::finish() {
+    takeOverRights(target_, path_);
     syncPath(path_);
     removeSpentJournal(path_);
     removeFile(journalOf(target_));

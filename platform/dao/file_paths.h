@@ -12,7 +12,7 @@ inline constexpr std::size_t kPageSize = 4096;
 
 // The file's path without links. 3024 no such file, 3044 a directory or a folder that is not there.
 std::string existingFile(const std::string& path);
-// The same for a file that may not be there yet; its folder must.
+// The same for a file that may not be there yet; its folder must. 3044 for a link to nothing as well.
 std::string targetFile(const std::string& path);
 bool fileExists(const std::string& path);
 std::int64_t fileSize(const std::string& path);  // 0 where there is none
@@ -42,7 +42,8 @@ class UnfinishedFile {
     UnfinishedFile(const UnfinishedFile&) = delete;
     UnfinishedFile& operator=(const UnfinishedFile&) = delete;
     const std::string& path() const { return path_; }
-    // Onto disk and into its place, where the former file and its journal give way.
+    // Onto disk and into its place, where the former file and its journal give way. It takes over the former
+    // file's rights.
     void finish();
 
  private:

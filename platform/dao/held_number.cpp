@@ -16,8 +16,7 @@ std::shared_ptr<LockFile> numbersOf(const Database& database) {
 
 }  // namespace
 
-HeldNumber::HeldNumber(const Database& database, int wanted)
-    : numbers_(numbersOf(database)), value_(wanted) {
+HeldNumber::HeldNumber(const Database& database, int wanted) : numbers_(numbersOf(database)), value_(wanted) {
     while (!numbers_->holdNumber(value_))
         ++value_;
 }

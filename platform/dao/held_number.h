@@ -8,13 +8,13 @@
 namespace dao {
 
 // A number that this process has to itself among all that work on one database. It stays with the object, not
-// with a connection, so that it outlives a closing and reopening of the database; and it ends with the process
-// however that ends.
+// with a connection, so that it outlives a closing and reopening of the database; and it ends with the
+// process however that ends.
 class HeldNumber {
  public:
     HeldNumber() = default;  // none
-    // `wanted` or, while others hold it, the next above that nobody holds; from 0. 3050 where no lock file can
-    // be made beside the database.
+    // `wanted` or, while others hold it, the next above that nobody holds; from 0. 3050 where no lock file
+    // can be made beside the database.
     HeldNumber(const Database& database, int wanted);
     HeldNumber(HeldNumber&& other) noexcept;
     HeldNumber& operator=(HeldNumber&& other) noexcept;

@@ -197,6 +197,7 @@ void copy(const std::string& from, const std::string& to) {
         else
             copyPlain(source, out);
     }
+    letGo(target);
     fresh.finish();
 }
 

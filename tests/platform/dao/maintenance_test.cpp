@@ -282,6 +282,52 @@ TEST_F(MaintenanceTest, AReplacedFileIsFoundByTheWindowsThatHadTheOld) {
     EXPECT_EQ(again["City"].asText(), "Niš");
 }
 
+TEST_F(MaintenanceTest, ACopyOverAnOpenFileIsFoundByTheWindowsThatHadTheOld) {
+    fill(5);
+    DBEngine::CopyDatabase(path, folder.file("Shop.bkp"));
+    db.Execute("DELETE * FROM Customers WHERE CustID>2");
+    EXPECT_EQ(db.OpenRecordset("Customers").RecordCount(), 2);
+    DBEngine::CopyDatabase(folder.file("Shop.bkp"), path);
+    EXPECT_EQ(db.OpenRecordset("Customers").RecordCount(), 5);
+    db.Execute("UPDATE Customers SET City='Niš' WHERE CustID=5");
+    db.Close();
+    db = openShop(path);
+    EXPECT_EQ(db.OpenRecordset("SELECT * FROM Customers WHERE City='Niš'").RecordCount(), 1);
+}
+
+TEST_F(MaintenanceTest, ANewFileTakesOverTheRightsOfTheFormer) {
+    fill(5);
+    db.Close();
+    const std::string target = folder.file("Shop.bkp");
+    daotest::writeFile(target, {'o', 'l', 'd'});
+    const auto shared = fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read |
+                        fs::perms::group_write | fs::perms::others_read;
+    fs::permissions(target, shared);
+    DBEngine::CopyDatabase(path, target);
+    EXPECT_EQ(fs::status(target).permissions(), shared);
+    // A file that was only to be read can still be written by its owner afterwards.
+    fs::permissions(target, fs::perms::owner_read);
+    DBEngine::CopyDatabase(path, target);
+    EXPECT_EQ(fs::status(target).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST_F(MaintenanceTest, NothingIsWrittenInThePlaceOfALink) {
+    fill(5);
+    db.Close();
+    const std::string link = folder.file("Link.mdb");
+    fs::create_symlink(folder.file("Away.mdb"), link);
+    EXPECT_EQ(errorOf([&] { DBEngine::CopyDatabase(path, link); }), errPathInvalid);
+    EXPECT_EQ(errorOf([&] { DBEngine::CompactDatabase(path, link, daotest::kConnect); }), errPathInvalid);
+    EXPECT_EQ(errorOf([&] { DBEngine::CreateDatabase(link, daotest::kConnect); }), errPathInvalid);
+    EXPECT_EQ(errorOf([&] { DBEngine::RenameDatabase(path, link); }), errPathInvalid);
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(names(), (std::vector<std::string>{"Link.mdb", "Shop.mdb"}));
+    daotest::writeFile(folder.file("Away.mdb"), {'o', 'l', 'd'});
+    DBEngine::CopyDatabase(path, link);
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(daotest::readFile(folder.file("Away.mdb")), daotest::readFile(path));
+}
+
 TEST_F(MaintenanceTest, AStaleJournalNeverMeetsAnotherFile) {
     fill(5);
     db.Close();
@@ -316,6 +362,10 @@ TEST_F(MaintenanceTest, NothingIsReplacedInTheMiddleOfAnEdit) {
     EXPECT_EQ(errorOf([&] { DBEngine::RepairDatabase(path); }), errFileInUse);
     EXPECT_EQ(errorOf([&] { DBEngine::CompactDatabase(path, folder.file("c.mdb")); }), errFileInUse);
     EXPECT_EQ(errorOf([&] { DBEngine::DeleteDatabase(path); }), errFileInUse);
+    const std::string other = folder.file("Other.mdb");
+    daotest::createShop(other);
+    EXPECT_EQ(errorOf([&] { DBEngine::CopyDatabase(other, path); }), errFileInUse);
+    EXPECT_EQ(names(), (std::vector<std::string>{"Other.mdb", "Shop.ldb", "Shop.mdb", "Shop.mdb-journal"}));
     set.Fields("City") = Value("Niš");
     set.Update();
     EXPECT_EQ(set["City"].asText(), "Niš");
