@@ -243,7 +243,8 @@ TEST_F(ReplacedFile, TheDatabaseIsThereAtEveryMomentOfACompaction) {
 }
 
 TEST_F(ReplacedFile, ACompactionThatDoesNotFitOnTheServerIsToldAndTheDatabaseStays) {
-    const QString answer = onAFullServer(&compact, [] {}, 8L * kPage);
+    const QString answer = onAFullServer(
+        &compact, [] {}, 8L * kPage);
     if (answer == "no disk") {
         GTEST_SKIP() << "needs the right to mount a disk";
     }

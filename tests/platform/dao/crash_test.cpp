@@ -19,8 +19,8 @@ namespace {
 
 class CrashTest : public daotest::ShopTest {};
 
-// Edits, adds and deletes clients for ever, and tells what it has committed: "E number name", "A ...", "D
-// number".
+// Edits, adds and deletes clients for ever. Before each step it announces it ("A number name", "E ...", "D
+// number"), after it has been told that it is written it says "done".
 int workForEver(Child& child, const std::string& path, unsigned seed) {
     std::minstd_rand random(seed);
     Database db = openShop(path);
@@ -30,84 +30,103 @@ int workForEver(Child& child, const std::string& path, unsigned seed) {
         const unsigned what = random() % 4;
         if (what == 0 || set.RecordCount() < 5) {
             set.AddNew();
-            const int number = set["CustID"].asLong();
             set.Fields("Surname") = Value(name);
             set.Fields("Comments") = Value(std::string(random() % 3000, 'x'));
+            child.tell("A " + std::to_string(set["CustID"].asLong()) + ' ' + name);
             set.Update();
-            child.tell("A " + std::to_string(number) + ' ' + name);
-            continue;
-        }
-        set.MoveFirst();
-        set.Move(static_cast<std::int64_t>(random() % static_cast<unsigned>(set.RecordCount())));
-        const int number = set["CustID"].asLong();
-        if (what == 1) {
-            set.Delete();
-            child.tell("D " + std::to_string(number));
         } else {
-            set.Edit();
-            set.Fields("Surname") = Value(name);
-            set.Update();
-            child.tell("E " + std::to_string(number) + ' ' + name);
+            set.MoveFirst();
+            set.Move(static_cast<std::int64_t>(random() % static_cast<unsigned>(set.RecordCount())));
+            const std::string number = std::to_string(set["CustID"].asLong());
+            if (what == 1) {
+                child.tell("D " + number);
+                set.Delete();
+            } else {
+                set.Edit();
+                set.Fields("Surname") = Value(name);
+                child.tell("E " + number + ' ' + name);
+                set.Update();
+            }
         }
+        child.tell("done");
     }
 }
 
-// What must be in the file. The line the child was killed in the middle of may be there or not.
-using Expected = std::map<int, std::string>;
+using Clients = std::map<int, std::string>;  // surnames
 
-void note(Expected& expected, const std::string& line) {
-    std::istringstream in(line);
+Clients after(Clients clients, const std::string& step) {
+    std::istringstream in(step);
     char what = 0;
     int number = 0;
     std::string name;
     in >> what >> number >> name;
     if (what == 'D')
-        expected.erase(number);
+        clients.erase(number);
     else
-        expected[number] = name;
+        clients[number] = name;
+    return clients;
+}
+
+// What a process reports until it is killed: all that it said is done, and the one step, if any, that it was
+// in the middle of.
+struct Report {
+    Clients written;
+    std::string underWay;
+
+    void hear(const std::string& line) {
+        if (line != "done") {
+            underWay = line;
+            return;
+        }
+        written = after(std::move(written), underWay);
+        underWay.clear();
+    }
+};
+
+Clients clientsIn(const std::string& path) {
+    Database here = openShop(path);
+    Clients found;
+    for (Recordset set = here.OpenRecordset("Customers"); !set.EOF(); set.MoveNext())
+        found[set["CustID"].asLong()] = set["Surname"].asText();
+    return found;
 }
 
 TEST_F(CrashTest, WhatWasReportedAsWrittenIsThereAfterAKill) {
     db.Close();
-    Expected expected;
+    Report report;
     std::random_device device;
     const unsigned seed = device();
     SCOPED_TRACE("seed " + std::to_string(seed));
     std::minstd_rand random(seed);
     int interrupted = 0;
+    int writtenUntold = 0;
     for (int round = 0; round < 200; ++round) {
         const unsigned childSeed = static_cast<unsigned>(random());
         Child child([&](Child& self) { return workForEver(self, path, childSeed); });
-        note(expected, child.hear());
+        report.hear(child.hear());
         std::this_thread::sleep_for(std::chrono::microseconds(random() % 8000));
         child.kill();
         EXPECT_EQ(child.wait(), -SIGKILL);
         for (std::string line = child.hear(); !line.empty(); line = child.hear())
-            note(expected, line);
+            report.hear(line);
 
-        Database here = openShop(path);
-        Recordset set = here.OpenRecordset("Customers");
-        Expected found;
-        for (; !set.EOF(); set.MoveNext())
-            found[set["CustID"].asLong()] = set["Surname"].asText();
-        // The killed step had perhaps been committed and not yet told: one row may differ, by a name of that
-        // child.
-        int differences = 0;
-        for (const auto& [number, name] : expected) {
-            const auto row = found.find(number);
-            if (row == found.end() || row->second != name)
-                ++differences;
+        // The step under way was perhaps written and not yet told. Nothing else may be other than reported.
+        const Clients found = clientsIn(path);
+        if (!report.underWay.empty() && found != report.written) {
+            ASSERT_EQ(found, after(report.written, report.underWay)) << "round " << round;
+            ++writtenUntold;
+        } else {
+            ASSERT_EQ(found, report.written) << "round " << round;
         }
-        for (const auto& [number, name] : found)
-            differences += expected.contains(number) ? 0 : 1;
-        ASSERT_LE(differences, 1) << "round " << round;
-        interrupted += differences;
-        expected = found;
+        interrupted += report.underWay.empty() ? 0 : 1;
+        report = {found, {}};
     }
-    EXPECT_GT(expected.size(), 3U);
+    EXPECT_GT(report.written.size(), 3U);
+    EXPECT_GT(interrupted, 0);
     DBEngine::RepairDatabase(path);
     EXPECT_FALSE(DBEngine::LastRepair().damaged);
     RecordProperty("interrupted", interrupted);
+    RecordProperty("written_and_not_told", writtenUntold);
 }
 
 // Four workstations draw the same ten products: not one piece is drawn twice or lost.
