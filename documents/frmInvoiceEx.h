@@ -103,6 +103,7 @@ class frmInvoiceEx : public QDialog, public CatalogueParent {
     bool FillListView(platform::Trap& step, QString& errorText);
     void fillRows(platform::Trap& step);
     float addRow(const SourceFields& fields, platform::Trap& step);
+    static void addAmounts(platform::ListItem& row, const SourceFields& fields, platform::Trap& step);
     void ShowProgress(bool on);
     void setFilling(bool on);
     void switchColumnIcons(bool on);

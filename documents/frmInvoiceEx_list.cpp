@@ -108,7 +108,7 @@ void frmInvoiceEx::TrebovanjeRefresh(bool resetSort) {
 // `step` may hold the failure of the query already: then there are no rows to be read, and that is the reason
 // people are told.
 bool frmInvoiceEx::FillListView(platform::Trap& step, QString& errorText) {
-    ListView1->clearItems();
+    step([&] { ListView1->clearItems(); });
     step([&] {
         ListView1->addItem({.Key = kTotal,
                             .Text = QStringLiteral(" "),
@@ -135,11 +135,9 @@ bool frmInvoiceEx::FillListView(platform::Trap& step, QString& errorText) {
 void frmInvoiceEx::fillRows(platform::Trap& step) {
     dao::Recordset& rows = Data1->Recordset();
     qint64 count = 0;
-    step([&] {
-        rows.MoveLast();
-        rows.MoveFirst();
-        count = rows.RecordCount();
-    });
+    step([&] { rows.MoveLast(); });
+    step([&] { rows.MoveFirst(); });
+    step([&] { count = rows.RecordCount(); });
     ProgressBar1->setRange(0, static_cast<int>(count));
     float total = 0;
     {
@@ -156,17 +154,19 @@ void frmInvoiceEx::fillRows(platform::Trap& step) {
                     ProgressBar1->setValue(done);
                     sinceShown.restart();
                 }
-                rows.MoveNext();
+                rows.MoveNext();  // where that fails there is no way to the rows behind
             }
         });
     }
     SetStatusText(QStringLiteral("%1 proizvod(a) trebovano.").arg(count), true);
-    ListView1->changeItem(kTotal, [&](platform::ListItem& row) {
-        row.setSubItems(kAmountItem, platform::formatGrouped(total));
+    step([&] {
+        const QString sum = platform::formatGrouped(total);
+        ListView1->changeItem(kTotal, [&](platform::ListItem& row) { row.setSubItems(kAmountItem, sum); });
     });
 }
 
-// What the row adds to the total: the customer adds up the amounts that he sees.
+// What the row adds to the total: the customer adds up the amounts that he sees. Throws for a row that
+// somebody has deleted meanwhile; nothing of it is shown then.
 float frmInvoiceEx::addRow(const SourceFields& fields, platform::Trap& step) {
     platform::ListItem row{.Key = QLatin1Char('K') + QString::fromStdString(fields.id.Value().asText()),
                            .Text = textOf(fields.manufacturer),
@@ -174,17 +174,27 @@ float frmInvoiceEx::addRow(const SourceFields& fields, platform::Trap& step) {
                            .subItems = {textOf(fields.group), textOf(fields.name), textOf(fields.description),
                                         textOf(fields.serial), QString(), QString(), QString()},
                            .Tag = textOf(fields.unit)};
-    step([&] {
-        const float euro = fields.price.Value().asSingle();
-        const float price = CeneDinarske ? euro * KursKupovni : euro;
-        row.setSubItems(kPriceItem, platform::formatGrouped(price));
-        const float quantity = fields.quantity.Value().asSingle();
-        row.setSubItems(kQuantityItem, platform::textOfSingle(quantity));
-        row.setSubItems(kAmountItem, platform::formatGrouped(quantity * price));
-    });
+    addAmounts(row, fields, step);
     const float amount = platform::readSingle(row.SubItems(kAmountItem)).value_or(0.0F);
     step([&] { ListView1->addItem(std::move(row)); });
     return amount;
+}
+
+// Each by itself: what was drawn without a price still shows how much was drawn, and goes back to stock with
+// it. No figure ever stands in for one that is missing.
+void frmInvoiceEx::addAmounts(platform::ListItem& row, const SourceFields& fields, platform::Trap& step) {
+    std::optional<float> price, quantity;
+    step([&] {
+        const float euro = fields.price.Value().asSingle();
+        price = CeneDinarske ? euro * KursKupovni : euro;
+    });
+    if (price)
+        step([&] { row.setSubItems(kPriceItem, platform::formatGrouped(*price)); });
+    step([&] { quantity = fields.quantity.Value().asSingle(); });
+    if (quantity)
+        step([&] { row.setSubItems(kQuantityItem, platform::textOfSingle(*quantity)); });
+    if (price && quantity)
+        step([&] { row.setSubItems(kAmountItem, platform::formatGrouped(*quantity * *price)); });
 }
 
 // Out of sight while it is filled: thousands of rows would be drawn one by one.

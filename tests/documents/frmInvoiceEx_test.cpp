@@ -106,6 +106,34 @@ TEST_F(RequisitionList, AFieldThatIsNullIsEmpty) {
     EXPECT_TRUE(boxes.asked.isEmpty());
 }
 
+// The catalogue leaves the price empty where it cannot be told; what was drawn is in the list all the same.
+TEST_F(RequisitionList, ARowWithoutAPriceShowsItsQuantityAndNeverAnothersPrice) {
+    draw(11, "Asus", "Ploca", 10, 1);
+    draw(12, "Seagate", "Disk", 0, 3, {{"Cena", dao::Value()}});
+    draw(13, "Intel", "Procesor", 20, 2);
+    show([&] {
+        EXPECT_EQ(names(), "Ploca,Disk,Procesor");
+        EXPECT_EQ(list().item("K12").subItems.join('|'), "Diskovi|Disk|opis|SN1||3|");
+        EXPECT_EQ(list().item("K13").subItems.mid(4).join('|'), "20.00|2|40.00");
+        EXPECT_EQ(total(), "50.00");
+        EXPECT_EQ(status(), "3 proizvod(a) trebovano.");
+        ASSERT_EQ(boxes.asked.size(), 1);
+        EXPECT_TRUE(boxes.lastText().startsWith(
+            "Neocekivana greska prilikom popunjavanja liste trebovanih proizvoda:\n\n[94] "))
+            << boxes.lastText().toStdString();
+    });
+    EXPECT_EQ(win().TotalForPayment(), 50.0F);
+}
+
+TEST_F(RequisitionList, ARowWithoutAQuantityShowsItsPrice) {
+    draw(11, "Asus", "Ploca", 10, 1);
+    draw(12, "Seagate", "Disk", 7.5F, 0, {{"Stanje", dao::Value()}});
+    show([&] {
+        EXPECT_EQ(list().item("K12").subItems.mid(4).join('|'), "7.50||");
+        EXPECT_EQ(total(), "10.00");
+    });
+}
+
 TEST_F(RequisitionList, OnlyTheServicesOwnRowsAreShown) {
     draw(11, "Asus", "Ploca", 10, 1);
     const int another = addService(addComputer(addClient("Mikic")));
@@ -221,6 +249,22 @@ TEST_F(RequisitionList, TheRefreshButtonReadsTheFileAgain) {
         draw(11, "Asus", "Ploca", 10, 1);
         tool("refresh");
         EXPECT_EQ(names(), "Ploca");
+    });
+}
+
+// A colleague gives a product back just as the list is being filled.
+TEST_F(RequisitionList, ARowThatVanishesWhileTheListIsFilledIsLeftOutAndTold) {
+    drawThree();
+    show([&] {
+        QTimer::singleShot(0, &win(), [&] {
+            openDatabase().Execute("DELETE FROM InvoiceData WHERE OpremaID=12");
+            closeDatabases();
+        });
+        press(Qt::Key_F5);
+        EXPECT_EQ(names(), "Beta,Alfa");
+        EXPECT_EQ(total(), "90.00");
+        ASSERT_EQ(boxes.asked.size(), 1);
+        EXPECT_TRUE(boxes.lastText().contains("\n\n[3167] ")) << boxes.lastText().toStdString();
     });
 }
 
