@@ -24,6 +24,10 @@ constexpr char kPage[] = "PageFooter";
 
 const QString kSignature = QStringLiteral("\n\n_________________________");
 
+const QString kWrongSums = QStringLiteral(
+    "Doslo je do neocekivane greske prilikom sracunavanja rabata, poreza i ostalih troskova. Dokument ce "
+    "biti generisan ali ce rezultati biti nekorektni.");
+
 float singleOf(const QString& text) {
     const std::optional<float> number = platform::readSingle(text);
     if (!number)
@@ -40,6 +44,37 @@ class NoRows : public report::RowSource {
     qint64 count() override { return 0; }
 };
 
+// Rows that end where they cannot be read on: the number of the document is taken, and the paper comes with
+// the rows that were to be had. What went wrong is noted.
+class SteadyRows : public report::RowSource {
+ public:
+    SteadyRows(const dao::Recordset& rows, platform::Trap& failure)
+        : rows_(report::rowsOf(rows)), failure_(failure) {}
+    void rewind() override {
+        failure_.clear();
+        failure_([&] { rows_->rewind(); });
+    }
+    bool next() override {
+        bool more = false;
+        failure_([&] { more = rows_->next(); });
+        return more;
+    }
+    dao::Value value(const QString& field) override {
+        dao::Value value;
+        failure_([&] { value = rows_->value(field); });
+        return value;
+    }
+    qint64 count() override {
+        qint64 count = 0;
+        failure_([&] { count = rows_->count(); });
+        return count;
+    }
+
+ private:
+    std::unique_ptr<report::RowSource> rows_;
+    platform::Trap& failure_;
+};
+
 }  // namespace
 
 // Goes on past a failing step, so that one odd value does not cost the customer his document, and tells all
@@ -50,6 +85,9 @@ class ActiveReport2::Steps {
     void operator()(Step&& step, std::source_location where = std::source_location::current()) {
         platform::Trap trap;
         trap(std::forward<Step>(step), where);
+        add(trap);
+    }
+    void add(const platform::Trap& trap) {
         if (trap.failed())
             errors_ += trap.line();
     }
@@ -92,8 +130,9 @@ void ActiveReport2::updateTitle() {
 }
 
 void ActiveReport2::setRecordset(const dao::Recordset& rows) {
+    rowFailure_.clear();
     if (rows)
-        setRows(report::rowsOf(rows));
+        setRows(std::make_unique<SteadyRows>(rows, rowFailure_));
     else
         setRows(std::make_unique<NoRows>());
 }
@@ -121,6 +160,13 @@ void ActiveReport2::Format(report::Section& section) {
 void ActiveReport2::BeforePrint(report::Section& section) {
     if (section.kind() == report::Section::Kind::GroupFooter)
         GroupFooter1_BeforePrint();
+}
+
+// The sums lack the rows that could not be had, also where that left none to be summed up.
+void ActiveReport2::ReportEnd() {
+    Steps step;
+    step.add(rowFailure_);
+    step.tell(kWrongSums);
 }
 
 report::Control& ActiveReport2::control(const char* section, const char* name) {
@@ -357,7 +403,5 @@ void ActiveReport2::GroupFooter1_BeforePrint() {
                    AmountInWords(control(kFoot, "lblTotal").Caption.mid(1), ceneDinarske_);
         });
     }
-    step.tell(QStringLiteral(
-        "Doslo je do neocekivane greske prilikom sracunavanja rabata, poreza i ostalih troskova. "
-        "Dokument ce biti generisan ali ce rezultati biti nekorektni."));
+    step.tell(kWrongSums);
 }

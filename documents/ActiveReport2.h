@@ -5,6 +5,7 @@
 #include <array>
 
 #include "platform/report/report.h"
+#include "platform/system/trap.h"
 
 // The pro-forma invoice and the invoice. The document window sets the properties, gives it the rows of one
 // service, and shows it. Amounts come at the rate of the rows (dinars or euro); percents are whole percents,
@@ -52,7 +53,8 @@ class ActiveReport2 : public report::Report {
     void setSlovimaTotal(bool inWords) { slovimaTotal_ = inWords; }
 
     // The rows, with the fields XXX, SN, JM, Stanje, Cena1, MedjuTotal, PDV, PDVPrice. A closed record set: a
-    // document without rows.
+    // document without rows. Rows that cannot be read are told at the end, and the document comes without
+    // them.
     void setRecordset(const dao::Recordset& rows);
 
     // What the engine's events run. Each goes on past a failing step and tells all of them in one box.
@@ -67,6 +69,7 @@ class ActiveReport2 : public report::Report {
     void Arrange(report::Section& section) override;
     void Format(report::Section& section) override;
     void BeforePrint(report::Section& section) override;
+    void ReportEnd() override;
 
  private:
     class Steps;
@@ -102,4 +105,5 @@ class ActiveReport2 : public report::Report {
     float SumMedjuTotal_ = 0, SumBezPDV_ = 0, SumOstalo_ = 0, SumRabat_ = 0, SumPDV_ = 0;
     QString numberFormat_ = QStringLiteral("#,##0.00");
     qint16 rowNumber_ = 1;
+    platform::Trap rowFailure_;  // of the rows of this run
 };

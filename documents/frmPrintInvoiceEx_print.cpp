@@ -49,6 +49,7 @@ void print_invoice::tellError(QWidget* owner, const platform::Trap& failure) {
 }
 
 void frmPrintInvoiceEx::print() {
+    checkCosts();  // an access key prints without leaving the field that is being typed in
     saveSettings();
     takeNumber();
     ActiveReport2& report = ActiveReport2::instance();
@@ -128,10 +129,7 @@ void frmPrintInvoiceEx::fillReport(ActiveReport2& report) {
     guarded(this, [&] { report.setDokumentDatum(date_->value().value_or(QDate::currentDate())); });
     guarded(this, [&] { report.setCalcPDV(percentOf(kTaxColumn)); });
     guarded(this, [&] { report.setCalcRabat(percentOf(kDiscountColumn)); });
-    guarded(this, [&] {
-        const QString costs = text2_[0]->text().trimmed();
-        report.setCalcRest(costs.isEmpty() ? 0 : singleOf(costs));
-    });
+    guarded(this, [&] { report.setCalcRest(singleOf(text2_[0]->text())); });
     guarded(this, [&] { report.setCeneDinarske(CeneDinarske); });
     guarded(this, [&] { report.setSlovimaTotal(isOn(0)); });
     guarded(this, [&] { report.setPriceRoundUp(combo_[2]->currentIndex()); });
@@ -180,10 +178,8 @@ void frmPrintInvoiceEx::showRows(ActiveReport2& report) {
     platform::DataControl source;
     {
         const platform::WaitPointer wait;
-        guarded(this, [&] {
-            source.DatabaseName = databasePath();
-            source.Connect = connectText();
-        });
+        guarded(this, [&] { source.DatabaseName = databasePath(); });
+        guarded(this, [&] { source.Connect = connectText(); });
         guarded(this, [&] { source.RecordSource = rowsQuery(); });
         guarded(this, [&] { source.Refresh(); });
     }

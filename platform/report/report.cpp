@@ -8,20 +8,18 @@
 namespace report {
 namespace {
 
-// The rows of a record set, from its first one to its last.
+// The rows of a record set, from its first one to its last. A long report takes its time, and the colleagues
+// go on working meanwhile: a row that somebody deletes under it is left out.
 class RecordsetRows : public RowSource {
  public:
     explicit RecordsetRows(const dao::Recordset& rows) : rows_(rows) {}
     void rewind() override { begun_ = false; }
     bool next() override {
-        if (begun_)
-            rows_.MoveNext();
-        else if (rows_.BOF() && rows_.EOF())
-            return false;
-        else
-            rows_.MoveFirst();
-        begun_ = true;
-        return !rows_.EOF();
+        do {
+            if (!step())
+                return false;
+        } while (isGone());
+        return true;
     }
     dao::Value value(const QString& field) override {
         const auto known = fields_.find(field);
@@ -32,6 +30,27 @@ class RecordsetRows : public RowSource {
     qint64 count() override { return rows_.RecordCount(); }
 
  private:
+    bool step() {
+        if (begun_)
+            rows_.MoveNext();
+        else if (rows_.BOF() && rows_.EOF())
+            return false;
+        else
+            rows_.MoveFirst();
+        begun_ = true;
+        return !rows_.EOF();
+    }
+    bool isGone() const {
+        try {
+            rows_.Fields(0).Value();
+        } catch (const dao::Error& error) {
+            if (error.Number() != dao::errRecordDeleted)
+                throw;
+            return true;
+        }
+        return false;
+    }
+
     dao::Recordset rows_;
     std::unordered_map<QString, dao::Field> fields_;
     bool begun_ = false;

@@ -99,7 +99,8 @@ class RowSource {
     virtual qint64 count() = 0;                          // of all rows, for the progress bar
 };
 
-// The rows of a record set, from its first one. The set's current row moves.
+// The rows of a record set, from its first one; those that somebody deletes meanwhile are left out. The set's
+// current row moves.
 std::unique_ptr<RowSource> rowsOf(const dao::Recordset& rows);
 
 struct PageSetup {

@@ -139,6 +139,49 @@ TEST_F(FrmPrintInvoiceExPrintTest, DiscountTaxCostsAndRounding) {
     });
 }
 
+// Other costs of a hundred percent and more are a slip of the finger. The field minds it when it is left, but
+// an access key prints without leaving it.
+TEST_F(FrmPrintInvoiceExPrintTest, CostsThatAreNoneAreNoneHoweverPrintingIsAskedFor) {
+    CeneDinarske = false;
+    draw("Modul", 1, 100);
+    const std::function<void()> ways[] = {
+        [&] { QTest::keyClick(text2(0), Qt::Key_S, Qt::AltModifier); },
+        [&] { command(0)->click(); },
+        [&] { print(); },
+    };
+    for (const auto& way : ways) {
+        documents.clear();
+        proForma([&] {
+            text2(0)->setFocus();
+            text2(0)->selectAll();
+            QTest::keyClicks(text2(0), "150");
+            way();
+            EXPECT_TRUE(QTest::qWaitFor([&] { return !documents.empty(); }));
+            EXPECT_EQ(text2(0)->text(), "0");
+        });
+        EXPECT_TRUE(documentText().contains("Ukupni ostali troskovi (0%): 0.00"))
+            << documentText().toStdString();
+        EXPECT_TRUE(documentText().contains("TOTAL za uplatu: =118.00"));
+        EXPECT_EQ(settings::text(own("OstaliTrosak")), "0");
+    }
+    EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
+}
+
+TEST_F(FrmPrintInvoiceExPrintTest, CostsKeptFromEarlierDaysObeyTheRuleToo) {
+    CeneDinarske = false;
+    draw("Modul", 1, 100);
+    for (const char* kept : {"150", "-5", "abc", ""}) {
+        settings::setText(own("OstaliTrosak"), kept);
+        closeWindow();
+        proForma([&] { print(); });
+        EXPECT_TRUE(documentText().contains("Ukupni ostali troskovi (0%): 0.00")) << kept;
+    }
+    settings::setText(own("OstaliTrosak"), "99");
+    closeWindow();
+    proForma([&] { print(); });
+    EXPECT_TRUE(documentText().contains("Ukupni ostali troskovi (99%): 99.00"));
+}
+
 TEST_F(FrmPrintInvoiceExPrintTest, UnderACommaTheRateIsWrittenWithAPoint) {
     LocaleScope serbian("sr_Latn_RS");
     draw("Modul", 2, 10);
@@ -446,6 +489,90 @@ TEST_F(FrmPrintInvoiceExPrintTest, AfterTheDocumentTheFileIsFree) {
         document_number::change(Kind::ProForma, 500).number == 500 ? side.say('y') : side.say('n');
     });
     EXPECT_EQ(colleague.next(), 'y');
+}
+
+// A colleague gives a product back while the document is being made out.
+TEST_F(FrmPrintInvoiceExPrintTest, ARowDeletedUnderTheDocumentIsLeftOutAndTheOthersStand) {
+    CeneDinarske = false;
+    for (const char* name : {"Adapter", "Baterija", "Cip"})
+        draw(name, 1, 10);
+    for (const char* gone : {"Baterija", "Adapter", "Cip"}) {
+        proForma([&] {
+            window().onShow = [&](ActiveReport2& report) {
+                openDatabase().Execute(std::string("DELETE FROM InvoiceData WHERE Naziv='") + gone + "'");
+                closeDatabases();
+                const std::optional<report::Document> made = report.run();
+                documents.push_back(made.value());
+            };
+            print();
+        });
+        EXPECT_FALSE(documentText().contains(gone)) << documentText().toStdString();
+    }
+    ASSERT_EQ(documents.size(), 3U);
+    const QString first = documents[0].textOfPage(1), last = documents[2].textOfPage(1);
+    EXPECT_TRUE(first.contains("1 Memorija, Kingston, Adapter ")) << first.toStdString();
+    EXPECT_TRUE(first.contains("2 Memorija, Kingston, Cip ")) << first.toStdString();
+    EXPECT_TRUE(first.contains("TOTAL za uplatu: =23.60")) << first.toStdString();
+    EXPECT_TRUE(last.contains("Br. 3/" + year())) << last.toStdString();
+    EXPECT_FALSE(last.contains("Kingston")) << last.toStdString();
+    EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
+}
+
+// Whatever becomes of the file: the number is taken, and a paper goes with it.
+TEST_F(FrmPrintInvoiceExPrintTest, RowsThatCannotBeReadAnyMoreAreToldAndThePaperComes) {
+    CeneDinarske = false;
+    for (const char* name : {"Adapter", "Baterija", "Cip"})
+        draw(name, 1, 10);
+    dao::Recordset rows = openDatabase().OpenRecordset(
+        "SELECT Naziv AS XXX, SN, JM, Stanje, Cena AS Cena1, Cena AS MedjuTotal, Cena AS PDV, Cena AS "
+        "PDVPrice FROM InvoiceData ORDER BY Naziv");
+    ActiveReport2 report;
+    report.setRecordset(rows);
+    const std::optional<report::Document> document = report.run([&](qint64 done, qint64) {
+        if (done == 2)
+            rows.Close();
+        return true;
+    });
+    ASSERT_TRUE(document);
+    const QString text = document->textOfPage(1);
+    EXPECT_TRUE(text.contains("1 Adapter") && text.contains("2 Baterija")) << text.toStdString();
+    EXPECT_TRUE(text.contains("TOTAL za uplatu: =20.00")) << text.toStdString();
+    ASSERT_EQ(boxes.asked.size(), 1);
+    EXPECT_EQ(boxes.lastText().section('\n', 0, 0),
+              "Doslo je do neocekivane greske prilikom sracunavanja rabata, poreza i ostalih troskova. "
+              "Dokument ce biti generisan ali ce rezultati biti nekorektni.");
+    EXPECT_TRUE(boxes.lastText().contains("\n\nDetalji greske:\n\n[3420] "))
+        << boxes.lastText().toStdString();
+}
+
+TEST_F(FrmPrintInvoiceExPrintTest, APaperComesWhereNotEvenTheFirstRowCanBeRead) {
+    draw("Adapter", 1, 10);
+    proForma([&] {
+        window().onShow = [&](ActiveReport2& report) {
+            dao::Recordset rows = openDatabase().OpenRecordset("InvoiceData");
+            report.setRecordset(rows);
+            rows.Close();
+            documents.push_back(report.run().value());
+        };
+        print();
+    });
+    EXPECT_TRUE(documentText().contains("Br. 1/" + year())) << documentText().toStdString();
+    ASSERT_EQ(boxes.asked.size(), 1);
+    EXPECT_TRUE(boxes.lastText().contains("\n\nDetalji greske:\n\n[3420] "))
+        << boxes.lastText().toStdString();
+}
+
+TEST_F(FrmPrintInvoiceExPrintTest, ANumberTakenByColleaguesIsNotShownASecondTime) {
+    proForma([&] {
+        EXPECT_EQ(command(2)->text(), "0");
+        for (int i = 0; i < 5; ++i)
+            document_number::change(Kind::ProForma);
+        print();
+        EXPECT_EQ(command(2)->text(), "6");
+        EXPECT_EQ(sample(), "6/" + year() + ", od");
+    });
+    EXPECT_EQ(titles.last(), "Predracun 6/" + year());
+    EXPECT_TRUE(documentText().contains("Br. 6/" + year()));
 }
 
 TEST_F(FrmPrintInvoiceExPrintTest, TheFooterOfTheFirm) {
