@@ -174,6 +174,33 @@ TEST_F(InputBox, TheQuantityTakesOnlyDigitsAndTheSeparator) {
     });
 }
 
+// Pads differ: some send a point where the country writes a comma, some the other way round.
+TEST_F(InputBox, TheKeypadsPointWritesWhatTheCountryWrites) {
+    for (const auto& [country, mark] : {std::pair{"en_US", "."}, std::pair{"sr_Latn_RS", ","}}) {
+        QLocale::setDefault(QLocale(country));
+        show([&] {
+            for (const Qt::Key key : {Qt::Key_Period, Qt::Key_Comma}) {
+                type(quantity(), "3");
+                QTest::keyClick(quantity(), key, Qt::KeypadModifier);
+                QTest::keyClick(quantity(), Qt::Key_2, Qt::KeypadModifier);
+                EXPECT_EQ(quantity()->text(), QString("3") + mark + "2") << country;
+            }
+        });
+    }
+}
+
+TEST_F(InputBox, TheLetterNIsNoPartOfAQuantityInAnyCountry) {
+    for (const char* country : {"en_US", "sr_Latn_RS"}) {
+        QLocale::setDefault(QLocale(country));
+        show([&] {
+            type(quantity(), "1n2N");
+            EXPECT_EQ(quantity()->text(), "12") << country;
+            type(serial(), "nN");
+            EXPECT_EQ(serial()->text(), "nN");
+        });
+    }
+}
+
 TEST_F(InputBox, ALoneSeparatorUnderACommaIsNoQuantity) {
     QLocale::setDefault(QLocale("de_DE"));
     show([&] {
@@ -200,6 +227,26 @@ TEST_F(InputBox, EnterWalksThroughTheFields) {
         EXPECT_FALSE(win.isVisible());
     });
     EXPECT_FALSE(win.Cancelled());
+}
+
+TEST_F(InputBox, EnterOnAButtonPressesThatButton) {
+    for (const auto& [key, modifiers] :
+         {std::pair{Qt::Key_Return, Qt::NoModifier}, std::pair{Qt::Key_Enter, Qt::KeypadModifier}}) {
+        show([&] {
+            type(quantity(), "7");
+            control<QPushButton>("Command1(1)")->setFocus();
+            QTest::keyClick(control<QPushButton>("Command1(1)"), key, modifiers);
+            EXPECT_FALSE(win.isVisible());
+        });
+        EXPECT_TRUE(win.Cancelled());
+        EXPECT_EQ(win.Kolicina, 1.0F);
+        show([&] {
+            confirm()->setFocus();
+            QTest::keyClick(confirm(), key, modifiers);
+            EXPECT_FALSE(win.isVisible());
+        });
+        EXPECT_FALSE(win.Cancelled());
+    }
 }
 
 TEST_F(InputBox, AClickIntoAFieldSelectsItsText) {
@@ -262,6 +309,19 @@ TEST_F(InputBox, KeysThatEditPassAndAPastedWordCannotBeConfirmed) {
         quantity()->setText("dvanaest");
         EXPECT_FALSE(confirm()->isEnabled());
     });
+}
+
+// The first product of all is asked for with capitals on, whatever the program's own option of that name
+// says.
+TEST_F(InputBox, CapitalsAreOnUntilThisWindowIsToldOtherwise) {
+    settings::setText(settings::MakeProperCase, "0");
+    MakeProperCase = false;
+    show([&] {
+        EXPECT_TRUE(capitals()->isChecked());
+        type(serial(), "abc");
+        click(confirm());
+    });
+    EXPECT_EQ(win.SeriskiBroj, "ABC");
 }
 
 TEST_F(InputBox, AnOptionOfLastTimeIsThereAgain) {

@@ -1,6 +1,7 @@
 #include "documents/frmPrintInvoiceEx.h"
 
 #include <QGroupBox>
+#include <tuple>
 
 #include "documents/document_number.h"
 #include "documents/document_window.h"
@@ -69,22 +70,25 @@ TEST_F(FrmPrintInvoiceExTest, TheListsHoldTheirItems) {
 
 TEST_F(FrmPrintInvoiceExTest, CaptionsAndToolTips) {
     proForma([&] {
-        const auto plain = [](QString text) { return text.remove('&'); };
-        EXPECT_EQ(plain(tabs()->tabText(0)), "Opste");
-        EXPECT_EQ(plain(tabs()->tabText(1)), "Firma/Kupac");
+        EXPECT_EQ(tabs()->tabText(0), "Opst&e");
+        EXPECT_EQ(tabs()->tabText(1), "Firma/&Kupac");
         EXPECT_EQ(tabs()->tabToolTip(0), "Opsta podesavanja");
         EXPECT_EQ(tabs()->tabToolTip(1), "Dodatna podesavanja");
         EXPECT_EQ(command(2)->toolTip(), "Poslednji odstampani broj dokumenta");
         EXPECT_EQ(command(0)->toolTip(), "Pregled dokumenta pre stampe");
-        EXPECT_EQ(plain(command(0)->text()), "Stampaj...");
-        EXPECT_EQ(plain(check(0)->text()), "Prikazi total slovima");
-        EXPECT_EQ(plain(check(8)->text()),
-                  "Footer tekst - koristi postojece podatke o firmi (adresa, telefoni i dr.)");
+        EXPECT_EQ(command(0)->text(), "&Stampaj...");
+        EXPECT_EQ(command(1)->text(), "Za&tvori");
+        EXPECT_EQ(check(0)->text(), "&Prikazi total slovima");
+        EXPECT_EQ(check(8)->text(),
+                  "&Footer tekst - koristi postojece podatke o firmi (adresa, telefoni i dr.)");
         const QStringList labels = {
-            "Maticni Broj:", "Registarski Broj:", "Sifra Delatnosti:", "PIB:", "PDV:",   "Racun Broj:",
-            "Ime/Naziv:",    "Adresa:",           "Grad i Post. Br.:", "PIB:", "Ostalo:"};
-        for (int i = 0; i <= 10; ++i)
-            EXPECT_EQ(plain(control<QLabel>(QString("Label1(%1)").arg(i))->text()), labels[i]);
+            "&Maticni Broj:", "&Registarski Broj:", "S&ifra Delatnosti:", "&PIB:", "P&DV:",   "Racun Bro&j:",
+            "Ime/&Naziv:",    "&Adresa:",           "&Grad i Post. Br.:", "PI&B:", "Osta&lo:"};
+        for (int i = 0; i <= 10; ++i) {
+            const auto* label = control<QLabel>(QString("Label1(%1)").arg(i));
+            EXPECT_EQ(label->text(), labels[i]);
+            EXPECT_EQ(label->buddy(), text1(i)) << i;
+        }
         EXPECT_EQ(control<LinkLabel>("Label2")->text(),
                   "Popuni sva polja na izabranom tab-u podrazumevanim vrednostima");
         for (QWidget* widget : window().findChildren<QWidget*>()) {
@@ -104,9 +108,14 @@ TEST_F(FrmPrintInvoiceExTest, FramesAndLabelsOfBothTabs) {
             frames += frame->title();
         frames.sort();
         EXPECT_EQ(frames.join('|'), "Fiskalni podaci firme:|Ostalo:|Podaci Kupca/Klijenta:|Uslovi:");
-        const char* const labels[] = {"Broj:", nullptr, "Zaokruzivanje brojeva:", "Ostali troskovi (%):"};
-        for (const int i : {0, 2, 3})
-            EXPECT_EQ(control<QLabel>(QString("Label3(%1)").arg(i))->text().remove('&'), labels[i]);
+        const std::tuple<int, const char*, QWidget*> labels[] = {{0, "&Broj:", combo(0)},
+                                                                 {2, "&Zaokruzivanje brojeva:", combo(2)},
+                                                                 {3, "&Ostali troskovi (%):", text2(0)}};
+        for (const auto& [i, text, buddy] : labels) {
+            const auto* label = control<QLabel>(QString("Label3(%1)").arg(i));
+            EXPECT_EQ(label->text(), text);
+            EXPECT_EQ(label->buddy(), buddy) << text;
+        }
         const auto shown = [&](int panel) {
             return control<QWidget>(QString("Picture1(%1)").arg(panel))->isVisible();
         };
@@ -550,4 +559,27 @@ TEST_F(FrmPrintInvoiceExTest, EnterGoesOnAndTakesNoNumber) {
         QTest::keyClick(command(0), Qt::Key_Return);
         EXPECT_EQ(documents.size(), 1U);
     });
+}
+
+TEST_F(FrmPrintInvoiceExTest, EnterOnAButtonPressesThatButton) {
+    boxes.inputs = {QString(), QString()};
+    proForma([&] {
+        for (const auto& [key, modifiers] :
+             {std::pair{Qt::Key_Return, Qt::NoModifier}, std::pair{Qt::Key_Enter, Qt::KeypadModifier}}) {
+            command(2)->setFocus();
+            QTest::keyClick(command(2), key, modifiers);
+        }
+        EXPECT_TRUE(boxes.inputs.isEmpty()) << "the new number was asked for twice";
+        EXPECT_EQ(command(2)->text(), "0");
+        text2(1)->setText("drugacije");
+        control<LinkLabel>("Label2")->setFocus();
+        QTest::keyClick(control<LinkLabel>("Label2"), Qt::Key_Return);
+        EXPECT_EQ(text2(1)->text(), "Nacin placanja:");
+        EXPECT_TRUE(window().isVisible());
+        command(1)->setFocus();
+        QTest::keyClick(command(1), Qt::Key_Return);
+        EXPECT_FALSE(window().isVisible());
+    });
+    EXPECT_TRUE(documents.empty());
+    EXPECT_EQ(document_number::last(Kind::ProForma), 0);
 }

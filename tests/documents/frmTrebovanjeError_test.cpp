@@ -183,6 +183,27 @@ TEST_F(CriticalProducts, CtrlPPrintsFromTheListAndFromTheButtons) {
     EXPECT_EQ(launched.size(), 2);
 }
 
+TEST_F(CriticalProducts, EnterOnAButtonPressesThatButtonAndElsewhereItCloses) {
+    add("K1", 1);
+    show([&] {
+        window->Command1[1]->setFocus();
+        QTest::keyClick(window->Command1[1], Qt::Key_Return);
+        EXPECT_EQ(launched.size(), 1);
+        QTest::keyClick(window->Command1[1], Qt::Key_Enter, Qt::KeypadModifier);
+        EXPECT_EQ(launched.size(), 2);
+        EXPECT_TRUE(window->isVisible());
+        window->Command1[0]->setFocus();
+        QTest::keyClick(window->Command1[0], Qt::Key_Return);
+        EXPECT_FALSE(window->isVisible());
+    });
+    show([&] {
+        window->ListView1->setFocus();
+        QTest::keyClick(window->ListView1, Qt::Key_Return);
+        EXPECT_FALSE(window->isVisible());
+    });
+    EXPECT_EQ(launched.size(), 2);
+}
+
 TEST_F(CriticalProducts, TheButtonEscapeAndTheCloseBoxHideIt) {
     show([&] {
         QTest::mouseClick(window->Command1[0], Qt::LeftButton);
