@@ -148,7 +148,7 @@ void ActiveReport2::PageStart() {
 void ActiveReport2::Arrange(report::Section& section) {
     if (section.kind() == report::Section::Kind::Detail) {
         Steps step;  // the row's Format comes to the same failure, and tells it
-        step([&] { placeSerialNumber(); });
+        placeSerialNumber(step);
     }
 }
 
@@ -214,11 +214,8 @@ void ActiveReport2::showFirm(Steps& step) {
     static constexpr const char* kLabels[] = {"lblFrmMatBr", "lblFrmRegBr", "lblFrmSifDel",
                                               "lblFrmPIB",   "lblFrmPDV",   "lblFrmRacunBr"};
     for (std::size_t i = 0; i < firma_.size(); ++i) {
-        step([&] {
-            report::Control& label = control(kHead, kLabels[i]);
-            label.Caption = firma_[i];
-            label.Visible = !firma_[i].isEmpty();
-        });
+        step([&] { control(kHead, kLabels[i]).Caption = firma_[i]; });
+        step([&] { control(kHead, kLabels[i]).Visible = !firma_[i].isEmpty(); });
     }
 }
 
@@ -226,12 +223,10 @@ void ActiveReport2::showClient(Steps& step) {
     step([&] { control(kHead, "lblKupacIme").Caption = kupacNaziv_; });
     step([&] { control(kHead, "lblKupacAdresa").Caption = kupacAdresa_; });
     step([&] { control(kHead, "lblKupacGrad").Caption = kupacGrad_; });
-    step([&] {
-        // Once more on each page; the head of the document, where it stands, has only the first.
-        if (!kupacPIB_.isEmpty())
-            kupacPIB_.prepend(QStringLiteral("PIB: "));
-        control(kHead, "lblKupacPIB").Caption = kupacPIB_;
-    });
+    // Once more on each page; the head of the document, where it stands, has only the first.
+    if (!kupacPIB_.isEmpty())
+        kupacPIB_.prepend(QStringLiteral("PIB: "));
+    step([&] { control(kHead, "lblKupacPIB").Caption = kupacPIB_; });
     step([&] { control(kHead, "lblKupacOstalo").Caption = kupacOstalo_; });
     if (pageNumber() <= 1)  // the head of the document stands on its first page only
         step([&] { placeClient(); });
@@ -296,20 +291,24 @@ void ActiveReport2::showConditions(Steps& step) {
                                          {"lblNapomenaTxt", "lblNapomena"}};
     int top = slovimaTotal_ ? active_report2::kConditionsTop : active_report2::kConditionsTopWithoutWords;
     for (std::size_t i = 0; i < conditions_.size(); ++i) {
-        step([&] {
-            const Condition& condition = conditions_[i];
-            report::Control& caption = control(kFoot, kLabels[i].caption);
-            report::Control& value = control(kFoot, kLabels[i].value);
-            // Also back to visible: the report outlives its documents, and a pro-forma invoice that follows
-            // an invoice has its conditions again.
-            caption.Visible = value.Visible = !condition.caption.isEmpty() && !condition.value.isEmpty();
-            if (!caption.Visible)
-                return;
-            caption.Caption = condition.caption;
-            value.Caption = condition.value;
-            caption.Top = value.Top = top;
+        const Condition& condition = conditions_[i];
+        const bool isShown = !condition.caption.isEmpty() && !condition.value.isEmpty();
+        const auto show = [&](const char* name, const QString& text) {
+            step([&] {
+                report::Control& label = control(kFoot, name);
+                // Also back to visible: the report outlives its documents, and a pro-forma invoice that
+                // follows an invoice has its conditions again.
+                label.Visible = isShown;
+                if (!isShown)
+                    return;
+                label.Caption = text;
+                label.Top = top;
+            });
+        };
+        show(kLabels[i].caption, condition.caption);
+        show(kLabels[i].value, condition.value);
+        if (isShown)
             top += active_report2::kConditionHeight;
-        });
     }
 }
 
@@ -339,7 +338,7 @@ void ActiveReport2::Detail_Format() {
         ++rowNumber_;
     });
     addRow(step);
-    step([&] { placeSerialNumber(); });
+    placeSerialNumber(step);
     step.tell(QStringLiteral(
         "Doslo je do neocekivane greske prilikom formiranja Details dela dokumenta. Dokument ce "
         "biti generisan ali ce njegov izgled i podaci biti nekorektni."));
@@ -364,14 +363,16 @@ void ActiveReport2::addRow(Steps& step) {
     add(SumPDV_, [&] { return quantity() * tax * price(); });
 }
 
-void ActiveReport2::placeSerialNumber() {
-    report::Control& serial = control(kDetail, "txtSN");
-    report::Control& caption = control(kDetail, "lblSNtext");
-    report::Control& rule = control(kDetail, "Line3");
-    serial.Visible = caption.Visible = !serial.Text.isEmpty();
-    const report::Control& above = serial.Visible ? serial : control(kDetail, "txtNaziv");
-    rule.Y1 = above.Top + above.Height;
-    rule.Y2 = rule.Y1;
+void ActiveReport2::placeSerialNumber(Steps& step) {
+    bool isShown = false;
+    step([&] { isShown = !control(kDetail, "txtSN").Text.isEmpty(); });
+    for (const char* name : {"txtSN", "lblSNtext"})
+        step([&] { control(kDetail, name).Visible = isShown; });
+    step([&] {
+        const report::Control& above = control(kDetail, isShown ? "txtSN" : "txtNaziv");
+        report::Control& rule = control(kDetail, "Line3");
+        rule.Y1 = rule.Y2 = above.Top + above.Height;
+    });
 }
 
 // Every sum goes through its shown text, so that a customer who adds the column up comes to the same total.

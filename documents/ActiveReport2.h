@@ -88,7 +88,7 @@ class ActiveReport2 : public report::Report {
     void showConditions(Steps& step);
     void showFooter(Steps& step);
     void addRow(Steps& step);
-    void placeSerialNumber();
+    void placeSerialNumber(Steps& step);
 
     qint32 priceRoundUp_ = 2;
     float calcRabat_ = 0, calcPDV_ = 0, calcRest_ = 0;

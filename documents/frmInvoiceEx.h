@@ -107,7 +107,7 @@ class frmInvoiceEx : public QDialog, public CatalogueParent {
     void ShowProgress(bool on);
     void setFilling(bool on);
     void switchColumnIcons(bool on);
-    void connectData();
+    void connectData(platform::Trap& step);
     void reselect(const QString& itemKey, const QString& rememberedKey);
     void UpdateToolbar();
     bool hasProducts() const;

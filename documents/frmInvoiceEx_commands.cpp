@@ -49,15 +49,15 @@ void frmInvoiceEx::tellFailure(const platform::Trap& step, const char* procedure
 // would be given back twice.
 bool frmInvoiceEx::deleteRow(const QString& id, bool& found, platform::Trap& step) {
     found = true;
-    bool deleted = false;
+    bool isOnRow = false, deleted = false;
+    step([&] { isOnRow = found = findRow(Data1->Recordset(), id); });
+    if (!isOnRow)
+        return false;
     step([&] {
-        found = findRow(Data1->Recordset(), id);
-        if (!found)
-            return;
         Data1->Delete();
         deleted = true;
-        dao::DBEngine::Idle(dao::dbRefreshCache);
     });
+    step([] { dao::DBEngine::Idle(dao::dbRefreshCache); });
     return deleted;
 }
 
@@ -81,12 +81,13 @@ void frmInvoiceEx::TrebovanjeDelete() {
             platform::BoxIcon::Exclamation);
     TrebovanjeRefresh(false);
     bool hasProduct = true;
-    if (deleted)
-        step([&] {
-            dao::Recordset stock = Data1->Database().OpenRecordset("Oprema", dao::dbOpenDynaset);
-            hasProduct = stock_draw::giveBack(stock, id.toInt(), quantity);
-            stock.Close();
-        });
+    if (deleted) {
+        dao::Recordset stock;
+        step([&] { stock = Data1->Database().OpenRecordset("Oprema", dao::dbOpenDynaset); });
+        if (stock)
+            step([&] { hasProduct = stock_draw::giveBack(stock, id.toInt(), quantity); });
+        stock.Close();
+    }
     if (!hasProduct)
         box(QStringLiteral(
                 "Proizvod koji ste izbrisali iz liste trebovanja vise ne postoji u listi proizvoda. "

@@ -44,20 +44,20 @@ struct frmInvoiceEx::SourceFields {
 
 void frmInvoiceEx::UpdateDATA(const QString& itemKey, bool resetSort) {
     platform::Trap step;
-    connectData();
+    connectData(step);
     const platform::ListItem* selected = ListView1->selectedItem();
     const QString rememberedKey = selected ? selected->Key : QString();
     if (resetSort) {
         sort_ = {false, QStringLiteral("Naziv"), QStringLiteral("ASC")};
-        switchColumnIcons(false);
+        step([&] { switchColumnIcons(false); });
     }
     Data1Tag = platform::makeSortTag(sort_);
     QString query = QStringLiteral("SELECT * FROM InvoiceData WHERE ServiceID=%1").arg(serviceId_);
     if (sort_.sorted) {
         query += QStringLiteral(" ORDER BY ") + sort_.field + QLatin1Char(' ') + sort_.order;
-        switchColumnIcons(true);
+        step([&] { switchColumnIcons(true); });
         if (const int column = ListView1->columnOf(sort_.field))
-            ListView1->setColumnIcon(column, sort_.order);
+            step([&] { ListView1->setColumnIcon(column, sort_.order); });
     }
     Data1->RecordSource = query;
     step([&] { Data1->Refresh(); });
@@ -73,11 +73,13 @@ void frmInvoiceEx::UpdateDATA(const QString& itemKey, bool resetSort) {
     UpdateToolbar();
 }
 
-void frmInvoiceEx::connectData() {
-    Data1->DatabaseName = databasePath();
-    const QString password = BuildDatabasePassword();
-    if (!Data1->Connect.contains(password))
-        Data1->Connect = ScrambleOrder(Data1->Connect, true) + QStringLiteral(";Pwd=") + password;
+void frmInvoiceEx::connectData(platform::Trap& step) {
+    step([&] { Data1->DatabaseName = databasePath(); });
+    step([&] {
+        const QString password = BuildDatabasePassword();
+        if (!Data1->Connect.contains(password))
+            Data1->Connect = ScrambleOrder(Data1->Connect, true) + QStringLiteral(";Pwd=") + password;
+    });
 }
 
 void frmInvoiceEx::switchColumnIcons(bool on) {

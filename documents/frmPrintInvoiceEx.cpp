@@ -293,6 +293,7 @@ void frmPrintInvoiceEx::connectControls() {
         connect(box, &QComboBox::currentIndexChanged, this, [this] { numberFormChanged(); });
     for (QWidget* widget : findChildren<QWidget*>())
         widget->installEventFilter(this);
+    platform::enterPressesButtons(this);  // before the window takes Enter for its fields
 }
 
 bool frmPrintInvoiceEx::eventFilter(QObject* watched, QEvent* event) {
@@ -308,10 +309,6 @@ bool frmPrintInvoiceEx::eventFilter(QObject* watched, QEvent* event) {
 
 bool frmPrintInvoiceEx::filterKey(QWidget* field, const QKeyEvent& key) {
     if (platform::isEnter(key)) {
-        if (auto* button = qobject_cast<QPushButton*>(field)) {
-            button->click();
-            return true;
-        }
         if (qobject_cast<LinkLabel*>(field) || !field->hasFocus())
             return false;
         platform::pressTab(field);

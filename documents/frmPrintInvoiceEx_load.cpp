@@ -103,8 +103,8 @@ void frmPrintInvoiceEx::loadConditions() {
     for (const print_invoice::CheckRow& row : print_invoice::kChecked) {
         guarded(this, [&] {
             check_[static_cast<std::size_t>(row.index)]->setChecked(settings::integer(setting(row.key)) != 0);
-            checkClicked(row.index);
         });
+        guarded(this, [&] { checkClicked(row.index); });
     }
     if (OpenType != Invoice)
         return;
@@ -118,12 +118,10 @@ void frmPrintInvoiceEx::loadConditions() {
 
 void frmPrintInvoiceEx::loadTexts() {
     for (const print_invoice::TextRow& row : print_invoice::kTexts) {
-        guarded(this, [&] {
-            QLineEdit* field = text2_[static_cast<std::size_t>(row.index)];
-            setTag(field, QString::fromUtf8(row.tag));
-            field->setText(settings::text(setting(row.key), tag(field)));
-            field->setCursorPosition(0);
-        });
+        QLineEdit* field = text2_[static_cast<std::size_t>(row.index)];
+        setTag(field, QString::fromUtf8(row.tag));
+        guarded(this, [&] { field->setText(settings::text(setting(row.key), tag(field))); });
+        field->setCursorPosition(0);
     }
 }
 
@@ -146,20 +144,22 @@ void frmPrintInvoiceEx::setClientTags() {
 }
 
 void frmPrintInvoiceEx::loadParties() {
+    for (int i = 0; i < kFirmFields; ++i) {
+        const settings::Setting& option =
+            settings::find(QStringLiteral("Settings"), QLatin1String(print_invoice::kFirm[i]));
+        guarded(this, [&] { setTag(text1_[static_cast<std::size_t>(i)], settings::scrambled(option)); });
+    }
+    const auto textOf = [this](int i) {
+        const QString usual = tag(text1_[static_cast<std::size_t>(i)]);
+        if (i < kFirmFields)
+            return settings::scrambled(setting(print_invoice::kFirm[i]), usual);
+        return i == kOther ? settings::text(setting(print_invoice::kOstalo)) : usual;
+    };
     for (int i = 0; i < kFields; ++i) {
-        guarded(this, [&] {
-            QLineEdit* field = text1_[static_cast<std::size_t>(i)];
-            if (i < kFirmFields) {
-                const char* key = print_invoice::kFirm[i];
-                setTag(field,
-                       settings::scrambled(settings::find(QStringLiteral("Settings"), QLatin1String(key))));
-                field->setText(settings::scrambled(setting(key), tag(field)));
-            } else {
-                field->setText(i == kOther ? settings::text(setting(print_invoice::kOstalo)) : tag(field));
-            }
-            field->setCursorPosition(0);
-            fieldChanged(i);
-        });
+        QLineEdit* field = text1_[static_cast<std::size_t>(i)];
+        guarded(this, [&] { field->setText(textOf(i)); });
+        field->setCursorPosition(0);
+        guarded(this, [&] { fieldChanged(i); });
     }
 }
 
@@ -300,6 +300,6 @@ void frmPrintInvoiceEx::changeNumberByHand() {
         if (std::abs(whole) > std::numeric_limits<qint32>::max())
             throw platform::RunError(6, QStringLiteral("Overflow"));
         command_[2]->setText(QString::number(ChangeDocumentNumber(static_cast<qint32>(whole))));
-        numberFormChanged();
     });
+    numberFormChanged();
 }
