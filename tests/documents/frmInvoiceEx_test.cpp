@@ -84,6 +84,42 @@ TEST_F(RequisitionList, DinarsAreCountedAtTheRateAndTheFileKeepsEuro) {
     EXPECT_EQ(valueOf("InvoiceData", "OpremaID", 12, "Cena").asSingle(), 10.5F);
 }
 
+// No computer holds these prices exactly; the customer's pencil does.
+TEST_F(RequisitionList, EverydayPricesAddUpAsOnTheCustomersPaper) {
+    KursKupovni = 117.37F;
+    draw(11, "Asus", "Adapter", 19.99F, 3);
+    draw(12, "Belkin", "Kabl", 0.1F, 7);
+    draw(13, "Kingston", "Modul", 33.335F, 2);
+    const auto figures = [&] {
+        QStringList all;
+        for (const char* row : {"K11", "K12", "K13"})
+            all.append(cell(row, 6) + " x " + cell(row, 7) + " = " + cell(row, 8));
+        return all.join("; ") + "; " + total();
+    };
+    show([&] {
+        EXPECT_EQ(figures(), "19.99 x 3 = 59.97; 0.10 x 7 = 0.70; 33.34 x 2 = 66.67; 127.34");
+        CeneDinarske = true;
+        press(Qt::Key_F5);
+        EXPECT_EQ(figures(),
+                  "2,346.23 x 3 = 7,038.68; 11.74 x 7 = 82.16; 3,912.53 x 2 = 7,825.06; 14,945.90");
+    });
+    EXPECT_EQ(win().TotalForPayment(), 14945.9F);
+}
+
+TEST_F(RequisitionList, EnterLeavesTheListAsItIs) {
+    drawThree();
+    show([&] {
+        clickRow("K12");
+        press(Qt::Key_Return);
+        press(Qt::Key_Enter, Qt::KeypadModifier);
+        EXPECT_TRUE(win().isVisible());
+        EXPECT_EQ(names(), "Beta,Gama,Alfa");
+        EXPECT_EQ(selectedKey(), "K12");
+    });
+    EXPECT_TRUE(boxes.asked.isEmpty());
+    EXPECT_TRUE(launched.isEmpty());
+}
+
 TEST_F(RequisitionList, TheTotalAddsUpTheAmountsOnShow) {
     for (int product : {11, 12, 13})
         draw(product, "Asus", "Sitnica", 0.335F, 1);
