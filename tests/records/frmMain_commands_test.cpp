@@ -51,10 +51,22 @@ class Commands : public MainWindow {
             if (!items.at(i)->isSeparator() && items.at(i)->isEnabled())
                 positions.append(i);
         }
-        menu->close();
+        by_hand::closeMenus();
         return positions;
     }
     QList<int> inDatabaseMenu() { return usable(win().mnuDDatabase, win().mnuDatabase); }
+    QList<int> inViewMenu() { return usable(win().mnuVView, win().mnuView); }
+    QList<int> inUtilities() { return usable(menuNamed("mnuUtilities"), win().mnuUtilities); }
+    QList<int> inPopup() { return usable(win().mnuPPopup, win().mnuPopup); }
+    // The title with Alt, then a key for each item, as people do who know the menu by heart. What an item
+    // opens must not wait for an answer.
+    void chooseByKeys(Qt::Key title, QMenu* menu, std::initializer_list<Qt::Key> items) {
+        QTest::keyClick(&win(), title, Qt::AltModifier);
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(menu));
+        for (const Qt::Key item : items)
+            QTest::keyClick(QApplication::activePopupWidget(), item);
+        EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    }
     QStringList onToolbar() {
         QStringList keys;
         for (const QAction* action : win().Toolbar1->actions()) {
@@ -118,13 +130,103 @@ TEST_F(Commands, EveryCommandMayBeGivenWhereAServiceIsListed) {
     tab(3);
     ASSERT_GT(win().ListView1->count(), 0);
     EXPECT_TRUE(canUse("ViewReport"));
-    EXPECT_EQ(usable(win().mnuVView, win().mnuView), QList<int>({0, 1, 3, 4, 6, 8, 10}));
+    EXPECT_EQ(inViewMenu(), QList<int>({0, 1, 3, 4, 6, 8, 10}));
     EXPECT_EQ(usable(win().mnuHHelp, win().mnuHelp), QList<int>({0, 1, 3, 5}));
-    EXPECT_EQ(usable(win().mnuPPopup, win().mnuPopup), QList<int>({0, 2, 3, 5, 7, 9, 10}));
-    open(win().mnuDDatabase);
-    EXPECT_EQ(usable(menuNamed("mnuUtilities"), win().mnuUtilities), QList<int>({0, 1, 3, 4}));
+    EXPECT_EQ(inPopup(), QList<int>({0, 2, 3, 5, 7, 9, 10}));
+    EXPECT_EQ(inUtilities(), QList<int>({0, 1, 3, 4}));
     EXPECT_EQ(usable(menuNamed("mnuQuickSearch"), win().mnuQuickSearch), QList<int>({2, 3, 4, 5, 6}));
-    win().mnuDDatabase->close();
+}
+
+TEST_F(Commands, ViewMenuReportsOnlyWhereAClientIsChosen) {
+    start();
+    EXPECT_EQ(inViewMenu(), QList<int>({0, 1, 8, 10})) << "nobody to report on";
+    end();
+    addClient("Anic", "Vesna");
+    start();
+    EXPECT_EQ(inViewMenu(), QList<int>({0, 1, 3, 4, 8, 10}));
+    tool("NewRecord");
+    EXPECT_EQ(inViewMenu(), QList<int>({0, 1, 8, 10})) << "the new one is not chosen yet";
+}
+
+TEST_F(Commands, ViewMenuShowsThePriceListOnlyOfAChosenService) {
+    clientWithServices();
+    addComputer(addClient("Babic", "Bo"), "Idle");
+    start();
+    ASSERT_GT(win().ListView1->selectedIndex(), 0);
+    EXPECT_EQ(inViewMenu(), QList<int>({0, 1, 3, 4, 8, 10}));
+    tab(2);
+    EXPECT_EQ(inViewMenu(), QList<int>({0, 1, 3, 4, 8, 10}));
+    tab(3);
+    EXPECT_EQ(inViewMenu(), QList<int>({0, 1, 3, 4, 6, 8, 10}));
+    win().FillServiceList("K999");
+    ASSERT_EQ(win().ListView1->count(), 1);
+    EXPECT_EQ(inViewMenu(), QList<int>({0, 1, 3, 4, 8, 10})) << "no row is chosen";
+    tab(1);
+    choose(0, "Babic, Bo");
+    tab(3);
+    ASSERT_EQ(win().ListView1->count(), 0);
+    EXPECT_EQ(inViewMenu(), QList<int>({0, 1, 3, 4, 8, 10}));
+}
+
+TEST_F(Commands, UtilitiesMakeDocumentsOnlyOfListedServices) {
+    clientWithServices();
+    addComputer(addClient("Babic", "Bo"), "Idle");
+    start();
+    ASSERT_GT(win().ListView1->count(), 0);
+    EXPECT_EQ(inUtilities(), QList<int>({3, 4}));
+    tab(2);
+    EXPECT_EQ(inUtilities(), QList<int>({3, 4}));
+    tab(3);
+    EXPECT_EQ(inUtilities(), QList<int>({0, 1, 3, 4}));
+    tab(1);
+    choose(0, "Babic, Bo");
+    tab(3);
+    EXPECT_EQ(inUtilities(), QList<int>({3, 4}));
+}
+
+TEST_F(Commands, FiltersAndSearchNeedAChosenClient) {
+    start();
+    open(win().mnuDDatabase);
+    EXPECT_FALSE(win().mnuDatabase.at(7)->isEnabled());
+    EXPECT_FALSE(win().mnuDatabase.at(8)->isEnabled());
+    by_hand::closeMenus();
+    end();
+    addClient("Anic", "Vesna");
+    start();
+    EXPECT_EQ(usable(menuNamed("mnuQuickSearch"), win().mnuQuickSearch), QList<int>({2, 3, 4, 5, 6}));
+    choose(menuNamed("mnuQuickSearch"), 2);
+    EXPECT_EQ(boxes.lastText(), "Quick filtering didn't result with any data.");
+}
+
+TEST_F(Commands, PopupMenuOfAnEmptyListHasNoLegend) {
+    addComputer(addClient("Anic", "Vesna"), "Desk");
+    start();
+    tab(3);
+    choose(win().mnuPPopup, 0);
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    EXPECT_EQ(inPopup(), QList<int>({3}));
+}
+
+TEST_F(Commands, PopupMenuUnsortsOnlyASortedList) {
+    clientWithServices();
+    start();
+    tab(3);
+    EXPECT_FALSE(inPopup().contains(12));
+    by_hand::clickHeader(win().ListView1, 4);
+    EXPECT_TRUE(inPopup().contains(12));
+    choose(win().mnuPPopup, 12);
+    EXPECT_FALSE(win().LVWSorted);
+    EXPECT_FALSE(inPopup().contains(12));
+}
+
+TEST_F(Commands, LegendIsOfferedByTheHelpMenuOnTheServicesOnly) {
+    clientWithServices();
+    start();
+    EXPECT_EQ(usable(win().mnuHHelp, win().mnuHelp), QList<int>({0, 1, 5}));
+    tab(2);
+    EXPECT_EQ(usable(win().mnuHHelp, win().mnuHelp), QList<int>({0, 1, 5}));
+    tab(3);
+    EXPECT_EQ(usable(win().mnuHHelp, win().mnuHelp), QList<int>({0, 1, 3, 5}));
 }
 
 TEST_F(Commands, EmptyShopOffersOnlyAdd) {
@@ -135,7 +237,7 @@ TEST_F(Commands, EmptyShopOffersOnlyAdd) {
     EXPECT_EQ(inDatabaseMenu(), QList<int>({10, 12}));
     tab(3);
     EXPECT_EQ(inDatabaseMenu(), QList<int>({10, 12}));
-    EXPECT_EQ(usable(win().mnuPPopup, win().mnuPopup), QList<int>());
+    EXPECT_EQ(inPopup(), QList<int>());
 }
 
 TEST_F(Commands, DatabaseMenuFollowsTheStage) {
@@ -157,7 +259,7 @@ TEST_F(Commands, DatabaseMenuOfAComputerWithoutServices) {
     start();
     tab(3);
     EXPECT_EQ(inDatabaseMenu(), QList<int>({0, 7, 8, 10, 12}));
-    EXPECT_EQ(usable(win().mnuPPopup, win().mnuPopup), QList<int>({3}));
+    EXPECT_EQ(inPopup(), QList<int>({3}));
 }
 
 TEST_F(Commands, DatabaseMenuWhileAddingFollowsTheEmptySelection) {
@@ -199,6 +301,7 @@ TEST_F(Commands, FilterButtonItselfFiltersNothing) {
     clientWithServices();
     start();
     QTest::mouseClick(face("ApplyFilter"), Qt::LeftButton, Qt::NoModifier, QPoint(6, 10));
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.lastText(),
               "Press a little down arrow on the very righ of this button to select a filter to apply.");
@@ -207,10 +310,15 @@ TEST_F(Commands, FilterButtonItselfFiltersNothing) {
 }
 
 TEST_F(Commands, FilterButtonDropsDownTheFiveFilters) {
+    clientWithServices();
     start();
     QStringList keys;
-    for (const QAction* entry : win().toolbarButton("ApplyFilter")->menu()->actions())
-        keys.append(entry->objectName() + ": " + entry->text());
+    by_hand::inDropDown(qobject_cast<QToolButton*>(face("ApplyFilter")), [&](QMenu* menu) {
+        for (QAction* entry : menu->actions())
+            keys.append(entry->objectName() + ": " + entry->text());
+        by_hand::clickItem(menu, menu->actions().at(1));
+    });
+    EXPECT_EQ(win().ActiveFilter, 1);
     EXPECT_EQ(keys, QStringList({"FNP: &Finished and not paid services",
                                  "NFNP: N&ot finished and not paid services",
                                  "NFP: Not fi&nished and paid services",
@@ -279,7 +387,7 @@ TEST_F(Commands, BarsComeAndGoFromTheViewMenu) {
     open(win().mnuVView);
     EXPECT_TRUE(win().mnuView.at(0)->isChecked());
     EXPECT_TRUE(win().mnuView.at(1)->isChecked());
-    win().mnuVView->close();
+    by_hand::closeMenus();
     const int full = win().height();
     const int pane = win().Picture1[0]->height();
     choose(win().mnuVView, 0);
@@ -305,7 +413,8 @@ TEST_F(Commands, HiddenToolbarStaysHiddenAfterARestart) {
     EXPECT_TRUE(win().StatusBar1->isVisible());
     open(win().mnuVView);
     EXPECT_FALSE(win().mnuView.at(0)->isChecked());
-    win().mnuVView->close();
+    EXPECT_TRUE(win().mnuView.at(1)->isChecked());
+    by_hand::closeMenus();
 }
 
 TEST_F(Commands, HelpMenuOpensContentsAndIndex) {
@@ -389,11 +498,19 @@ TEST_F(Commands, FilterCaptionHasAPanelOfItsOwnAtTheLeft) {
 
 TEST_F(Commands, RightClickOnTheListOpensThePopupMenu) {
     clientWithServices();
+    const int second = addService(desk);
     start();
     tab(3);
-    emit win().ListView1->contextMenuAsked(QPoint(50, 50));
+    ASSERT_EQ(win().ListView1->selectedIndex(), 1);
+    by_hand::rightClickRow(win().ListView1, 2);
     EXPECT_TRUE(win().mnuPPopup->isVisible());
-    win().mnuPPopup->close();
+    EXPECT_EQ(win().mnuPPopup->pos(),
+              win().ListView1->viewport()->mapToGlobal(by_hand::placeOfRow(win().ListView1, 2)));
+    boxes.answers << platform::BoxAnswer::Yes;
+    by_hand::clickItem(win().mnuPPopup, win().mnuPopup.at(5));
+    EXPECT_EQ(countRows("Services"), 1);
+    EXPECT_EQ(countRows("SELECT * FROM Services WHERE ID=" + std::to_string(second)), 0)
+        << "the service under the pointer";
 }
 
 TEST_F(Commands, PopupDeleteDeletesTheService) {
@@ -411,9 +528,18 @@ TEST_F(Commands, PopupDeleteDeletesTheService) {
 TEST_F(Commands, MenusWorkFromTheKeyboard) {
     addClient("Anic", "Vesna");
     start();
-    QTest::keyClick(&win(), Qt::Key_D, Qt::AltModifier);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return win().mnuDDatabase->isVisible(); }));
-    QTest::keyClick(win().mnuDDatabase, Qt::Key_A);
+    chooseByKeys(Qt::Key_V, win().mnuVView, {Qt::Key_T});
+    EXPECT_FALSE(win().Toolbar1->isVisible());
+    chooseByKeys(Qt::Key_V, win().mnuVView, {Qt::Key_S});
+    EXPECT_FALSE(win().StatusBar1->isVisible());
+    chooseByKeys(Qt::Key_P, win().mnuHHelp, {Qt::Key_I});
+    ASSERT_EQ(helpCalls.size(), 1);
+    EXPECT_EQ(helpCalls.at(0).command, HELP_KEY);
+    chooseByKeys(Qt::Key_D, win().mnuDDatabase, {Qt::Key_R});
+    EXPECT_EQ(boxes.lastText(), "This is an additional feature that will be built in later.");
+    chooseByKeys(Qt::Key_D, win().mnuDDatabase, {Qt::Key_F, Qt::Key_O});
+    EXPECT_EQ(boxes.lastText(), "Quick filtering didn't result with any data.");
+    chooseByKeys(Qt::Key_D, win().mnuDDatabase, {Qt::Key_A});
     EXPECT_TRUE(win().AddNewMode);
 }
 

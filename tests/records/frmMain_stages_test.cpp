@@ -2,7 +2,7 @@
 
 #include <QDateEdit>
 
-#include "main_window.h"
+#include "narrowed_window.h"
 #include "platform/controls/date_field.h"
 
 namespace {
@@ -234,7 +234,7 @@ TEST_F(Stages, TypingWhatNobodyIsCalledChangesNothing) {
     twoClients();
     start();
     choose(0, "Peric, Pera");
-    win().Text2[0]->setFocus();
+    by_hand::click(win().Text2[0]);
     QTest::keyClicks(win().Text2[0], "xq");
     EXPECT_EQ(chosen(0), "Peric, Pera");
     EXPECT_EQ(text(0), "Peric");
@@ -253,14 +253,18 @@ TEST_F(Stages, TypingFindsComputersToo) {
 TEST_F(Stages, EnterWalksThroughTheFieldsAndSelectsTheirText) {
     twoClients();
     start();
-    win().Text2[0]->setFocus();
-    for (QWidget* next : {static_cast<QWidget*>(win().Combo1[0]), field(0), field(1), field(2)}) {
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    by_hand::click(win().Text2[0]);
+    for (QWidget* next : {static_cast<QWidget*>(win().Combo1[0]), field(0), field(1)}) {
+        by_hand::press(Qt::Key_Return);
         EXPECT_EQ(QApplication::focusWidget(), next) << next->objectName().toStdString();
     }
-    auto* given = qobject_cast<QLineEdit*>(field(1));
-    given->setFocus(Qt::TabFocusReason);
-    EXPECT_EQ(given->selectedText(), "Vesna");
+    EXPECT_EQ(qobject_cast<QLineEdit*>(field(1))->selectedText(), "Vesna");
+    by_hand::press(Qt::Key_Return);
+    EXPECT_EQ(QApplication::focusWidget(), field(2));
+    type(win().Text2[0], "an");
+    by_hand::press(Qt::Key_Backtab, Qt::ShiftModifier);
+    by_hand::press(Qt::Key_Tab);
+    EXPECT_EQ(win().Text2[0]->selectedText(), "an");
 }
 
 TEST_F(Stages, EnterWalksThroughEveryEntryFieldOfThePane) {
@@ -271,9 +275,9 @@ TEST_F(Stages, EnterWalksThroughEveryEntryFieldOfThePane) {
         missed.append(field(i));
     missed << win().Check1 << win().DTPicker1[0]->edit() << win().DTPicker1[1]->edit()
            << win().DTPicker1[2]->edit() << win().Combo1[0];
-    win().Text2[0]->setFocus();
+    by_hand::click(win().Text2[0]);
     for (int step = 0; step < 40 && !missed.isEmpty(); ++step) {
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Enter);
+        by_hand::press(Qt::Key_Enter);
         missed.removeOne(QApplication::focusWidget());
     }
     for (const QWidget* widget : missed)
@@ -319,7 +323,7 @@ TEST_F(Stages, TypingMarksItsOwnStageDirty) {
 TEST_F(Stages, FirmCheckBoxMarksTheClientDirty) {
     twoClients();
     start();
-    QTest::mouseClick(win().Check1, Qt::LeftButton, Qt::NoModifier, QPoint(8, win().Check1->height() / 2));
+    by_hand::click(win().Check1);
     EXPECT_TRUE(win().Check1->isChecked());
     EXPECT_TRUE(win().StageDirty[0]);
 }
@@ -327,7 +331,8 @@ TEST_F(Stages, FirmCheckBoxMarksTheClientDirty) {
 TEST_F(Stages, DateAloneMarksNothingButIsWrittenWithTheRest) {
     twoClients();
     start();
-    win().DTPicker1[0]->setValue(QDate(1980, 5, 17));
+    type(win().DTPicker1[0]->edit(), "5/17/1980");
+    by_hand::press(Qt::Key_Tab);
     EXPECT_FALSE(win().StageDirty[0]);
     EXPECT_FALSE(canUse("SaveRecord"));
     type(13, "064 123");
@@ -405,31 +410,203 @@ TEST_F(Stages, FailureWhileATabChangesIsToldAndTheStageIsReadAgainNextTime) {
 
 TEST_F(Stages, OrderInForceGoesIntoTheServicesSource) {
     twoClients();
+    addService(lap);
     start();
-    win().LVWSorted = true;
-    win().LVWSortField = "Price";
-    win().LVWSortOrder = "DESC";
+    tab(3);
+    for (int click = 0; click < 2; ++click)
+        by_hand::clickHeader(win().ListView1, 4);
+    tab(2);
+    choose(1, "Laptop");
     tab(3);
     EXPECT_EQ(win().Data1[2]->RecordSource,
-              QString("SELECT * FROM QDServices0 WHERE MachineID=%1 ORDER BY Price DESC").arg(desk));
-    EXPECT_EQ(win().ListView1->count(), 2);
+              QString("SELECT * FROM QDServices0 WHERE MachineID=%1 ORDER BY Price DESC").arg(lap));
+    EXPECT_EQ(win().ListView1->count(), 1);
 }
 
 TEST_F(Stages, ClientsOfOneNameAreToldApartByTheirNumber) {
     addClient("Peric", "Pera", {{"Street", "One"}});
     const int two = addClient("Peric", "Pera", {{"Street", "Two"}});
     start();
-    for (int i = 0; i < 2; ++i) {
-        win().Combo1[0]->setCurrentIndex(1 - win().Combo1[0]->currentIndex());
+    ASSERT_EQ(win().Combo1[0]->currentIndex(), 0);
+    by_hand::click(win().Text2[0]);
+    by_hand::press(Qt::Key_Tab);
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_Down}) {
+        by_hand::press(key);
+        EXPECT_EQ(win().Combo1[0]->currentIndex(), key == Qt::Key_Down ? 1 : 0);
         EXPECT_EQ(win().Combo1[0]->entryData(win().Combo1[0]->currentIndex()), currentKey(0));
+        EXPECT_EQ(text(7), key == Qt::Key_Down ? "Two" : "One");
     }
-    win().Combo1[0]->setCurrentIndex(1);
     ASSERT_EQ(currentKey(0), two);
     tool("NewRecord");
     boxes.answers << platform::BoxAnswer::No;
     tab(2);
     EXPECT_EQ(text(7), "Two");
     EXPECT_EQ(win().Combo1[0]->currentIndex(), 1);
+}
+
+// --- What the window says while it reads a stage again.
+
+TEST_F(Stages, ReadingAStageAgainIsSaid) {
+    twoClients();
+    start();
+    const QStringList once({"Working... Please Wait...", "Ready"});
+    const auto said = [&](int stage) {
+        const StatusWatch watch(win());
+        tab(stage);
+        return watch.said;
+    };
+    EXPECT_EQ(said(2), once);
+    EXPECT_EQ(said(3), once);
+    EXPECT_EQ(said(2), QStringList());
+    EXPECT_EQ(said(1), QStringList());
+    EXPECT_EQ(said(3), QStringList()) << "nothing has to be read again";
+    tab(1);
+    choose(0, "Peric, Pera");
+    EXPECT_EQ(said(3), once) << "both stages under one message";
+}
+
+TEST_F(Stages, MessageStandsUntilTheStageIsThere) {
+    twoClients();
+    start();
+    QList<QStringList> seen;
+    for (const size_t stage : {1U, 2U})
+        QObject::connect(win().Data1[stage], &platform::DataControl::repositioned, &win(), [&, stage] {
+            const QStringList now({QString::number(stage), win().statusText()});
+            if (seen.isEmpty() || seen.last() != now)
+                seen.append(now);
+        });
+    const QString working = "Working... Please Wait...";
+    tab(2);
+    EXPECT_EQ(seen, QList<QStringList>({{"1", working}}));
+    seen.clear();
+    tab(3);
+    EXPECT_EQ(seen, QList<QStringList>({{"2", working}}));
+    seen.clear();
+    tab(1);
+    choose(0, "Peric, Pera");
+    tab(3);
+    EXPECT_EQ(seen, QList<QStringList>({{"1", working}, {"2", working}}));
+    EXPECT_EQ(win().statusText(), "Ready");
+}
+
+// --- The tabs while something new is added.
+
+TEST_F(Stages, NewClientTakesTheNamesOffBothTabs) {
+    twoClients();
+    start();
+    tab(2);
+    tab(1);
+    ASSERT_EQ(caption(2), "Desk");
+    tool("NewRecord");
+    EXPECT_EQ(caption(1), "Klijenti");
+    EXPECT_EQ(caption(2), "Kompjuteri");
+    EXPECT_EQ(caption(3), "Usluge");
+    EXPECT_EQ(chosen(0), "");
+    EXPECT_EQ(win().statusText(), "Add new mode...");
+    typeClient("Babic", "Bo");
+    tool("SaveRecord");
+    EXPECT_EQ(caption(1), "Babic, Bo");
+    EXPECT_EQ(caption(2), "Kompjuteri");
+    EXPECT_EQ(win().statusText(), "Ready");
+}
+
+TEST_F(Stages, NewComputerTakesTheNameOffItsOwnTabOnly) {
+    twoClients();
+    start();
+    tab(2);
+    ASSERT_EQ(caption(2), "Desk");
+    tool("NewRecord");
+    EXPECT_EQ(caption(1), "Anic, Vesna");
+    EXPECT_EQ(caption(2), "Kompjuteri");
+    EXPECT_EQ(caption(3), "Usluge");
+    EXPECT_EQ(chosen(1), "");
+    EXPECT_EQ(win().statusText(), "Add new mode...");
+    type(19, "Server");
+    tool("SaveRecord");
+    EXPECT_EQ(caption(1), "Anic, Vesna");
+    EXPECT_EQ(caption(2), "Server");
+    EXPECT_EQ(chosen(1), "Server");
+    EXPECT_EQ(win().statusText(), "Ready");
+}
+
+// --- The selectors under keys and wheel.
+
+TEST_F(Stages, SelectorGoesOnByArrowKeysAndByLetters) {
+    twoClients();
+    addClient("Zoric", "Zora");
+    start();
+    by_hand::click(win().Text2[0]);
+    by_hand::press(Qt::Key_Tab);
+    ASSERT_EQ(QApplication::focusWidget(), win().Combo1[0]);
+    by_hand::press(Qt::Key_Down);
+    EXPECT_EQ(text(0), "Peric");
+    EXPECT_EQ(caption(1), "Peric, Pera");
+    by_hand::press(Qt::Key_Down);
+    EXPECT_EQ(text(0), "Zoric");
+    by_hand::press(Qt::Key_Up);
+    EXPECT_EQ(text(0), "Peric");
+    by_hand::press(Qt::Key_Home);
+    EXPECT_EQ(text(0), "Anic");
+    QTest::keyClicks(win().Combo1[0], "z");
+    EXPECT_EQ(text(0), "Zoric");
+    EXPECT_EQ(caption(1), "Zoric, Zora");
+}
+
+TEST_F(Stages, OpenedListChangesNothingUntilAnEntryIsTaken) {
+    twoClients();
+    start();
+    by_hand::click(win().Text2[0]);
+    by_hand::press(Qt::Key_Tab);
+    by_hand::press(Qt::Key_F4);
+    QWidget* list = win().Combo1[0]->view();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(list->window()));
+    QTest::keyClick(list, Qt::Key_Down);
+    EXPECT_EQ(text(0), "Anic");
+    QTest::keyClick(list, Qt::Key_Escape);
+    EXPECT_EQ(text(0), "Anic");
+    EXPECT_EQ(chosen(0), "Anic, Vesna");
+    by_hand::press(Qt::Key_F4);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(list->window()));
+    QTest::keyClick(list, Qt::Key_Down);
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_EQ(text(0), "Peric");
+}
+
+TEST_F(Stages, WheelOverASelectorThatWasNotClickedChangesNothing) {
+    twoClients();
+    start();
+    by_hand::click(field(0));
+    by_hand::rollWheel(win().Combo1[0], -1);
+    EXPECT_EQ(QApplication::focusWidget(), field(0));
+    EXPECT_EQ(chosen(0), "Anic, Vesna");
+    EXPECT_EQ(text(0), "Anic");
+    choose(0, "Anic, Vesna");
+    ASSERT_EQ(QApplication::focusWidget(), win().Combo1[0]);
+    by_hand::rollWheel(win().Combo1[0], -1);
+    EXPECT_EQ(text(0), "Peric");
+}
+
+TEST_F(Stages, WheelOverTheTabsChangesTheStageAsAClickDoes) {
+    twoClients();
+    start();
+    by_hand::rollWheel(win().TabStrip1, -1);
+    EXPECT_EQ(win().CurrentStage, win().TabStrip1->currentIndex() + 1);
+    EXPECT_TRUE(win().Picture1[static_cast<size_t>(win().CurrentStage - 1)]->isVisible());
+}
+
+TEST_F(Stages, TabsGoOnByTheArrowKeys) {
+    twoClients();
+    start();
+    tab(1);
+    win().TabStrip1->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(win().TabStrip1, Qt::Key_Right);
+    EXPECT_EQ(win().CurrentStage, 2);
+    EXPECT_EQ(chosen(1), "Desk");
+    QTest::keyClick(win().TabStrip1, Qt::Key_Right);
+    EXPECT_EQ(win().CurrentStage, 3);
+    EXPECT_EQ(win().ListView1->count(), 2);
+    QTest::keyClick(win().TabStrip1, Qt::Key_Left);
+    EXPECT_EQ(win().CurrentStage, 2);
 }
 
 TEST_F(Stages, F1OnAFieldShowsItsTopic) {
@@ -442,13 +619,13 @@ TEST_F(Stages, F1OnAFieldShowsItsTopic) {
     });
     twoClients();
     start();
-    field(0)->setFocus();
-    QTest::keyClick(field(0), Qt::Key_F1);
-    win().DTPicker1[0]->setFocus();
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F1);
+    by_hand::click(field(0));
+    by_hand::press(Qt::Key_F1);
+    by_hand::click(win().DTPicker1[0]->edit());
+    by_hand::press(Qt::Key_F1);
     tab(3);
-    win().ListView1->setFocus();
-    QTest::keyClick(win().ListView1, Qt::Key_F1);
+    by_hand::clickRow(win().ListView1, 1);
+    by_hand::press(Qt::Key_F1);
     setHelpViewer(nullptr);
     EXPECT_EQ(topics, QList<int>({503, 506, 701}));
 }

@@ -15,6 +15,7 @@
 #include "records/frmDetails.h"
 #include "records/frmMain.h"
 #include "shell/frmSplash.h"
+#include "support/by_hand.h"
 #include "support/fixture.h"
 
 // The main window on the shop's first morning, driven by keys and clicks.
@@ -55,29 +56,28 @@ class MainWindow : public DeliveredFixture {
     }
     QString caption(int stage) { return win().TabStrip1->caption(stage - 1); }
 
-    // Opens a menu, with its state rule, and chooses an item by a click.
+    // Opens a menu where it hangs, with its state rule, and clicks an item.
     void choose(QMenu* menu, int position) {
         open(menu);
-        const QAction* item = menu->actions().at(position);
-        QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier,
-                          menu->actionGeometry(const_cast<QAction*>(item)).center());
-        menu->close();
+        by_hand::clickItem(menu, menu->actions().at(position));
     }
-    static void open(QMenu* menu) {
-        menu->popup(QPoint(10, 10));
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(menu));
+    // The pop-up menu comes with a right click on the chosen row, on the empty list where there is none.
+    void open(QMenu* menu) {
+        if (menu != win().mnuPPopup)
+            return by_hand::openMenu(menu);
+        const int row = win().ListView1->selectedIndex();
+        if (row > 0)
+            by_hand::rightClickRow(win().ListView1, row);
+        else
+            by_hand::rightClick(win().ListView1, QPoint(20, 20));
+        by_hand::waitUntilOpen(menu);
     }
     QMenu* menuNamed(const char* name) { return win().findChild<QMenu*>(QLatin1String(name)); }
 
     QWidget* field(int index) { return win().Text1[static_cast<size_t>(index)]; }
     QString text(int index) { return win().fieldText(index); }
     void type(int index, const QString& words) { type(field(index), words); }
-    static void type(QWidget* widget, const QString& words) {
-        widget->setFocus();
-        QTest::keyClick(widget, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClick(widget, Qt::Key_Delete);
-        QTest::keyClicks(widget, words);
-    }
+    static void type(QWidget* widget, const QString& words) { by_hand::type(widget, words); }
     QString chosen(int stageIndex) { return win().Combo1[static_cast<size_t>(stageIndex)]->currentText(); }
     QStringList entries(int stageIndex) {
         QStringList all;
@@ -86,13 +86,11 @@ class MainWindow : public DeliveredFixture {
             all.append(selector->entryText(i));
         return all;
     }
-    // Down to the entry with the arrow keys, one by one, as from the keyboard.
+    // From the list that drops down.
     void choose(int stageIndex, const QString& entry) {
-        platform::Selector* selector = win().Combo1[static_cast<size_t>(stageIndex)];
-        selector->setFocus();
         const int wanted = static_cast<int>(entries(stageIndex).indexOf(entry));
         ASSERT_GE(wanted, 0) << entry.toStdString();
-        selector->setCurrentIndex(wanted);
+        by_hand::pick(win().Combo1[static_cast<size_t>(stageIndex)], wanted);
     }
     // Types the required fields of a client into the pane.
     void typeClient(const QString& surname, const QString& givenName) {

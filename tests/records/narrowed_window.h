@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QHeaderView>
 #include <QLabel>
 
 #include "main_window.h"
@@ -74,11 +73,6 @@ class NarrowedWindow : public MainWindow {
             all.append(win().ListView1->columnIcon(column));
         return all;
     }
-    void clickHeader(int column) {
-        QHeaderView* header = win().ListView1->header();
-        const int x = header->sectionViewportPosition(column - 1) + header->sectionSize(column - 1) / 2;
-        QTest::mouseClick(header->viewport(), Qt::LeftButton, Qt::NoModifier,
-                          QPoint(x, header->height() / 2));
-    }
+    void clickHeader(int column) { by_hand::clickHeader(win().ListView1, column); }
     QString source(int stageIndex) { return win().Data1[static_cast<size_t>(stageIndex)]->RecordSource; }
 };
