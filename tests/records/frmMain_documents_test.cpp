@@ -40,7 +40,7 @@ class Documents : public MainWindow {
     void startOnServices(int id) {
         start();
         tab(3);
-        win().ListView1->select(QStringLiteral("K%1").arg(id));
+        by_hand::clickRow(win().ListView1, win().ListView1->indexOf(QStringLiteral("K%1").arg(id)));
     }
     static void leave(QWidget& window) { QTest::keyClick(&window, Qt::Key_Escape); }
     // Opens the requisition by `deed`, looks and leaves.
@@ -126,8 +126,8 @@ TEST_F(Documents, EachCommandOpensItsKindOfDocument) {
     // In the pop-up menu both open the invoice.
     EXPECT_EQ(opens([&] { choose(win().mnuPPopup, 9); }), frmPrintInvoiceEx::Invoice);
     EXPECT_EQ(opens([&] { choose(win().mnuPPopup, 10); }), frmPrintInvoiceEx::Invoice);
-    EXPECT_EQ(opens([&] { win().mnuUtilities_Click(0); }), frmPrintInvoiceEx::Invoice);
-    EXPECT_EQ(opens([&] { win().mnuUtilities_Click(1); }), frmPrintInvoiceEx::ProForma);
+    EXPECT_EQ(opens([&] { choose(menuNamed("mnuUtilities"), 0); }), frmPrintInvoiceEx::Invoice);
+    EXPECT_EQ(opens([&] { choose(menuNamed("mnuUtilities"), 1); }), frmPrintInvoiceEx::ProForma);
 }
 
 TEST_F(Documents, ThePriceOfAServiceBeingEditedFollowsItsRequisition) {
@@ -135,7 +135,7 @@ TEST_F(Documents, ThePriceOfAServiceBeingEditedFollowsItsRequisition) {
     startOnServices(id);
     frmDetails* editor = win().ServiceEditor.get();
     inModal<frmDetails>(
-        [&] { win().EditService(1); },
+        [&] { tool("EditRecord"); },
         [&](frmDetails&) {
             auto* payment = editor->findChild<QLineEdit*>("Text1(3)");
             inModal<frmInvoiceEx>(
@@ -155,7 +155,6 @@ TEST_F(Documents, ThePriceOfAServiceBeingEditedFollowsItsRequisition) {
 TEST_F(Documents, TheViewOfTheMainWindowShowsServiceAndClient) {
     const int id = addService(computer, {{"Discount", 10.0F}, {"GST", 18.0F}, {"Comments", "Ne radi"}});
     startOnServices(id);
-    win().ShowServiceDetails(*win().ListView1->selectedItem());
     const MainWindowView view(win());
     EXPECT_EQ(view.tabCaption(1), caption(1));
     EXPECT_EQ(view.tabCaption(2), "Desk");
@@ -171,7 +170,8 @@ TEST_F(Documents, TheViewOfTheMainWindowShowsServiceAndClient) {
     EXPECT_EQ(view.clientField("ZIP"), "11000");
     EXPECT_EQ(view.clientField("NoSuchField"), "");
     EXPECT_FALSE(view.isFirm());
-    win().Check1->setChecked(true);
+    tab(1);
+    by_hand::click(win().Check1);
     EXPECT_TRUE(view.isFirm());
 }
 

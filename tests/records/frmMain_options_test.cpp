@@ -20,7 +20,7 @@ class MainOptions : public MainWindow {
     void startOnServices() {
         start();
         tab(3);
-        win().ListView1->select(key());
+        by_hand::clickRow(win().ListView1, win().ListView1->indexOf(key()));
     }
     QString key() const { return QStringLiteral("K%1").arg(service); }
     QString price() { return win().ListView1->item(key()).SubItems(3); }
@@ -30,7 +30,7 @@ class MainOptions : public MainWindow {
                             [&](frmOptions& window) {
                                 work(window);
                                 if (window.isVisible())
-                                    button(window, 0)->click();
+                                    by_hand::click(button(window, 0));
                             });
     }
     static QPushButton* button(frmOptions& window, int index) {
@@ -53,10 +53,10 @@ TEST_F(MainOptions, TheMenuOpensThemAtAnyTime) {
     start();
     open(win().mnuVView);
     EXPECT_TRUE(win().mnuView.at(8)->isEnabled());
-    win().mnuVView->close();
+    by_hand::closeMenus();
     options([&](frmOptions& window) {
         EXPECT_EQ(window.parentWidget(), &win());
-        button(window, 1)->click();
+        by_hand::click(button(window, 1));
     });
     EXPECT_EQ(win().findChild<frmOptions*>(), nullptr);
     EXPECT_NE(stored("OptionsPosition"), "(none)");
@@ -73,10 +73,10 @@ TEST_F(MainOptions, TheMainWindowsValuesGoInAndComeBack) {
         EXPECT_TRUE(check(window, 1)->isChecked());
         EXPECT_EQ(number(window, 0)->text(), "11");
         EXPECT_EQ(number(window, 1)->text(), "7");
-        check(window, 0)->click();
-        check(window, 1)->click();
-        number(window, 0)->setText("21");
-        number(window, 1)->setText("18");
+        by_hand::click(check(window, 0));
+        by_hand::click(check(window, 1));
+        type(number(window, 0), "21");
+        type(number(window, 1), "18");
     });
     EXPECT_TRUE(win().AlwaysCreateBackupDB);
     EXPECT_FALSE(win().ShowMsgBoxFilterResults);
@@ -92,13 +92,13 @@ TEST_F(MainOptions, TheMainWindowsValuesGoInAndComeBack) {
 TEST_F(MainOptions, CancelBringsNothingBack) {
     startOnServices();
     options([&](frmOptions& window) {
-        check(window, 0)->click();
-        check(window, 1)->click();
-        check(window, 2)->click();
-        number(window, 0)->setText("21");
-        number(window, 1)->setText("18");
-        number(window, 2)->setText("90");
-        button(window, 1)->click();
+        by_hand::click(check(window, 0));
+        by_hand::click(check(window, 1));
+        by_hand::click(check(window, 2));
+        type(number(window, 0), "21");
+        type(number(window, 1), "18");
+        type(number(window, 2), "90");
+        by_hand::click(button(window, 1));
     });
     EXPECT_TRUE(win().AlwaysCreateBackupDB);
     EXPECT_TRUE(win().ShowMsgBoxFilterResults);
@@ -112,14 +112,14 @@ TEST_F(MainOptions, CancelBringsNothingBack) {
 TEST_F(MainOptions, AnotherUnitShowsTheAmountsAnewAtOnce) {
     startOnServices();
     EXPECT_EQ(price(), "100.00");
-    options([&](frmOptions& window) { check(window, 2)->click(); });
+    options([&](frmOptions& window) { by_hand::click(check(window, 2)); });
     tab(3);
     EXPECT_EQ(price(), "8,000.00");
     EXPECT_EQ(win().ListView1->columnText(4), "Price [DIN]");
-    options([&](frmOptions& window) { number(window, 2)->setText("117.5"); });
+    options([&](frmOptions& window) { type(number(window, 2), "117.5"); });
     tab(3);
     EXPECT_EQ(price(), "11,750.00");
-    options([&](frmOptions& window) { check(window, 2)->click(); });
+    options([&](frmOptions& window) { by_hand::click(check(window, 2)); });
     tab(3);
     EXPECT_EQ(price(), "100.00");
     EXPECT_EQ(win().ListView1->columnText(4), "Price [EUR]");
@@ -131,19 +131,19 @@ TEST_F(MainOptions, WithoutAChangeOfUnitOrRateNothingIsReadAgain) {
     ASSERT_EQ(price(), "100.00");
     openDatabase().Execute("UPDATE Services SET Price=200");
     options([&](frmOptions& window) {
-        check(window, 3)->click();
-        number(window, 0)->setText("9");
+        by_hand::click(check(window, 3));
+        type(number(window, 0), "9");
     });
     EXPECT_EQ(price(), "100.00");
-    options([&](frmOptions& window) { number(window, 2)->setText("90"); });
+    options([&](frmOptions& window) { type(number(window, 2), "90"); });
     tab(3);
     EXPECT_EQ(price(), "200.00");
 }
 
 TEST_F(MainOptions, TheDefaultTaxStandsInTheNextNewService) {
     startOnServices();
-    options([&](frmOptions& window) { number(window, 1)->setText("18"); });
-    inModal<frmDetails>([&] { win().EditService(0); },
+    options([&](frmOptions& window) { type(number(window, 1), "18"); });
+    inModal<frmDetails>([&] { tool("NewRecord"); },
                         [](frmDetails& editor) {
                             EXPECT_EQ(editor.findChild<QLineEdit*>("Text1(8)")->text(), "18");
                             editor.reject();
@@ -152,11 +152,11 @@ TEST_F(MainOptions, TheDefaultTaxStandsInTheNextNewService) {
 
 TEST_F(MainOptions, TheBackupGoesByWhatWasChosenLast) {
     start();
-    options([&](frmOptions& window) { check(window, 0)->click(); });
+    options([&](frmOptions& window) { by_hand::click(check(window, 0)); });
     end();
     EXPECT_FALSE(QFile::exists(path("Tarvello.bkp")));
     start();
-    options([&](frmOptions& window) { check(window, 0)->click(); });
+    options([&](frmOptions& window) { by_hand::click(check(window, 0)); });
     end();
     EXPECT_TRUE(QFile::exists(path("Tarvello.bkp")));
 }
@@ -169,7 +169,7 @@ TEST_F(MainOptions, ValuesTooLargeForTheWindowAreTakenAsTheLargest) {
     options([&](frmOptions& window) {
         EXPECT_EQ(number(window, 0)->text(), QString::number(std::numeric_limits<qint16>::max()));
         EXPECT_EQ(number(window, 1)->text(), QString::number(std::numeric_limits<qint16>::min()));
-        button(window, 1)->click();
+        by_hand::click(button(window, 1));
     });
     EXPECT_EQ(win().DueDateDiff, 100000);
 }

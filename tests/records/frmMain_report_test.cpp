@@ -51,7 +51,7 @@ class Report : public MainWindow {
     }
     // The report against the one that was read through and kept.
     void expectKept(const char* name) {
-        win().GenerateReport();
+        tool("ViewReport");
         const std::string kept = expected(name);
         const std::string now = written();
         if (now == kept)
@@ -65,10 +65,10 @@ class Report : public MainWindow {
     void selectInDemo() {
         useDemo();
         begin();
-        win().Combo1[0]->setCurrentIndex(7);
+        by_hand::pick(win().Combo1[0], 7);
         tab(2);
         tab(3);
-        win().ListView1->select(1);
+        by_hand::clickRow(win().ListView1, 1);
     }
     void wholeShop() {
         win().ShowOnlySelectedClient = win().ShowOnlySelectedComputer = false;
@@ -107,7 +107,7 @@ TEST_F(Report, IsWrittenByTheMenu) {
 TEST_F(Report, SaysWhatItDoesUntilTheFileIsOpen) {
     addClient();
     begin();
-    win().GenerateReport();
+    tool("ViewReport");
     EXPECT_EQ(statusAtLaunch, "Genearting report... Please Wait...");
     EXPECT_TRUE(waitingAtLaunch);
     EXPECT_EQ(win().statusText(), "Ready");
@@ -115,13 +115,15 @@ TEST_F(Report, SaysWhatItDoesUntilTheFileIsOpen) {
 }
 
 TEST_F(Report, AnEmptyDatabaseHasNothingToPrint) {
+    addClient();
     begin();
+    openDatabase().Execute("DELETE * FROM Customers");
     QString statusAtBox;
     boxes.onBox = [&](const platform::Box&) {
         statusAtBox = win().statusText();
         EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
     };
-    win().GenerateReport();
+    tool("ViewReport");
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.lastText(), "Database is empty - nothing to print! Action is cancelled.");
     EXPECT_EQ(boxes.asked.first().icon, platform::BoxIcon::Exclamation);
@@ -137,7 +139,7 @@ TEST_F(Report, ASelectedClientWhoIsGoneIsTold) {
     begin();
     choose(0, "Peric, Pera");
     openDatabase().Execute("DELETE * FROM Customers WHERE CustID=" + std::to_string(client));
-    win().GenerateReport();
+    tool("ViewReport");
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.lastText(),
               "An unexpected error has occured - selected client has not been found in the database! Action "
@@ -153,7 +155,7 @@ TEST_F(Report, ComputersLeftOutGiveTheClientsAndTheMessage) {
     begin();
     wholeShop();
     win().IncludeComputers = false;
-    win().GenerateReport();
+    tool("ViewReport");
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.lastText(), kErrors);
     EXPECT_EQ(boxes.asked.first().icon, platform::BoxIcon::Critical);
@@ -167,12 +169,12 @@ TEST_F(Report, AFileThatCannotBeOpenedEndsWithTheMessage) {
     addClient();
     QDir().mkpath(file());
     begin();
-    win().GenerateReport();
+    tool("ViewReport");
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.lastText(), kErrors);
     EXPECT_EQ(win().statusText(), "Ready");
     QDir().rmdir(file());
-    win().GenerateReport();
+    tool("ViewReport");
     EXPECT_EQ(boxes.asked.size(), 1);
     EXPECT_THAT(written(), StartsWith("Peric, Pera\n"));
 }
@@ -187,8 +189,8 @@ TEST_F(Report, TakesWhatIsSelectedOnTheStages) {
     tab(2);
     choose(1, "Pear");
     tab(3);
-    win().ListView1->select(2);
-    win().GenerateReport();
+    by_hand::clickRow(win().ListView1, 2);
+    tool("ViewReport");
     EXPECT_THAT(written(), HasSubstr("Computer name: Pear\n"));
     EXPECT_THAT(written(), Not(HasSubstr("Apple")));
     EXPECT_THAT(written(), HasSubstr("Comments: two\n"));
@@ -206,19 +208,18 @@ TEST_F(Report, AFilterLimitsItToWhatTheFilterShows) {
     addService(addComputer(addClient("Peric", "Pera")));
     begin();
     wholeShop();
-    bool ok = false;
-    win().ApplyQuickFilter(0, ok);
-    ASSERT_TRUE(ok);
+    choose(menuNamed("mnuQuickSearch"), 2);
+    ASSERT_EQ(win().ActiveFilter, 0);
     boxes.asked.clear();
-    win().GenerateReport();
+    tool("ViewReport");
     EXPECT_THAT(written(), StartsWith("Anic, Ana\n"));
     EXPECT_THAT(written(), Not(HasSubstr("Peric")));
     EXPECT_THAT(written(), HasSubstr("Computer name: Owing\n"));
     EXPECT_THAT(written(), Not(HasSubstr("Idle")));
     EXPECT_THAT(written(), HasSubstr("unpaid"));
     EXPECT_THAT(written(), Not(HasSubstr("settled")));
-    win().RemoveFilters();
-    win().GenerateReport();
+    tool("RemoveFilter");
+    tool("ViewReport");
     EXPECT_THAT(written(), HasSubstr("Peric"));
     EXPECT_THAT(written(), HasSubstr("settled"));
 }
@@ -272,9 +273,8 @@ TEST_F(Report, KeepsTheDemonstrationWithTheServiceChoicesOff) {
 TEST_F(Report, KeepsTheDemonstrationUnderAFilter) {
     selectInDemo();
     wholeShop();
-    bool ok = false;
-    win().ApplyQuickFilter(2, ok);
-    ASSERT_TRUE(ok);
+    choose(menuNamed("mnuQuickSearch"), 4);
+    ASSERT_EQ(win().ActiveFilter, 2);
     expectKept("filtered.txt");
 }
 
@@ -305,7 +305,7 @@ TEST_F(Report, ALargeOneShowsHowFarItIsAndTakesNoCommands) {
         win().GenerateReport();  // for a call that comes some other way
     });
     watch.start(0);
-    win().GenerateReport();
+    tool("ViewReport");
     watch.stop();
     EXPECT_GE(turns, 10);
     EXPECT_GT(furthest, 0);
@@ -331,7 +331,7 @@ TEST_F(Report, ClosingTheWindowMeanwhileEndsItAndTheDay) {
         closed = win().close();
     });
     watch.start(0);
-    win().GenerateReport();
+    tool("ViewReport");
     EXPECT_TRUE(closed);
     EXPECT_TRUE(win().isUnloaded());
     EXPECT_TRUE(launched.isEmpty());

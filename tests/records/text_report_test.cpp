@@ -551,6 +551,50 @@ TEST_F(TextReportTest, ComputersThatCannotBeReadFailAndTheClientStays) {
     EXPECT_THAT(written(), StartsWith("Peric, Pera\n"));
 }
 
+// Computers that can be read of one client and not of the other, told by the last one's outcome.
+TEST_F(TextReportTest, FailureOfAnEarlierClientIsForgottenWithTheLast) {
+    wholeShop();
+    addComputer(addClient("Anic", "Ana"), "First");
+    addComputer(addClient("Peric", "Pera"), "Last");
+    readAhead = 0;
+    const auto readable = [this](bool can) {
+        openDatabase().QueryDefs()[query("QDComputers")].setSQL(can ? "SELECT * FROM Computers"
+                                                                    : "SELECT * FROM Nowhere");
+    };
+    readable(false);
+    EXPECT_EQ(write([&](std::int64_t, std::int64_t) {
+                  readable(true);
+                  return true;
+              }),
+              Result::Written);
+    EXPECT_THAT(written(), Not(HasSubstr("Computer name: First\n")));
+    EXPECT_THAT(written(), HasSubstr("Computer name: Last\n"));
+    EXPECT_EQ(write([&](std::int64_t, std::int64_t) {
+                  readable(false);
+                  return true;
+              }),
+              Result::Failed);
+    EXPECT_THAT(written(), HasSubstr("Computer name: First\n"));
+    EXPECT_THAT(written(), Not(HasSubstr("Computer name: Last\n")));
+}
+
+TEST_F(TextReportTest, LastClientWithoutAFieldCountsAsFailedToo) {
+    headsOnly();
+    choices.PrintContactDetails = true;
+    choices.ShowOnlySelectedClient = false;
+    const int first = addClient("Anic", "Ana");
+    addClient("Peric", "Pera");
+    openDatabase().QueryDefs()[query("QDCustomers")].setSQL(
+        "SELECT CustID, Surname, GivenName FROM Customers");
+    EXPECT_EQ(write(), Result::Failed);
+    EXPECT_THAT(written(), HasSubstr("Peric, Pera\n"));
+    choices.ShowOnlySelectedClient = true;
+    selection.client = first;
+    EXPECT_EQ(write(), Result::Failed);
+    EXPECT_THAT(written(), StartsWith("Anic, Ana\n"));
+    EXPECT_THAT(written(), Not(HasSubstr("Phone number")));
+}
+
 TEST_F(TextReportTest, ARowWithoutAFieldLosesThatLineOnly) {
     oneOfEach({{"City", "Beograd"}}, {{"HD", "80G"}});
     openDatabase().QueryDefs()[query("QDComputers")].setSQL(
