@@ -1,0 +1,151 @@
+// The entry fields of the panes: which column each shows and writes, and what stands before it.
+
+#include <QDateEdit>
+#include <QGroupBox>
+#include <QLabel>
+
+#include "main_window.h"
+
+namespace {
+
+struct Entry {
+    int index;  // of Text1
+    const char* column;
+    const char* label;  // "": the frame's title says it
+    bool required = false;
+};
+
+const Entry kClient[] = {
+    {0, "Surname", "Surname", true},
+    {1, "GivenName", "Given name", true},
+    {2, "NickName", "Nickname"},
+    {3, "BirthPlace", "Birth place"},
+    {4, "PIDNo", "Card number"},
+    {5, "IssuePlace", "Issued in"},
+    {6, "FirmName", "Firm"},
+    {7, "Street", "Street and number", true},
+    {8, "City", "Town", true},
+    {9, "State", "State"},
+    {10, "ZIP", "Postal code", true},
+    {11, "Country", "Country", true},
+    {12, "Phone", "Phone"},
+    {13, "Cellular", "Mobile phone"},
+    {14, "FAX", "Fax"},
+    {15, "EMail", "E-mail"},
+    {16, "Web", "Web"},
+    {17, "ICQ", "ICQ"},
+    {18, "Comments", ""},
+};
+const Entry kComputer[] = {
+    {19, "MachineName", "Computer name", true},
+    {20, "Processor", "Processor"},
+    {21, "MotherBoard", "Motherboard"},
+    {22, "CacheMem", "Cache memory"},
+    {23, "RAMMem", "Memory (RAM)"},
+    {24, "HD", "Hard disk"},
+    {25, "Floppy", "Floppy drive"},
+    {26, "CD", "CD/DVD drive"},
+    {27, "CDWriter", "CD writer"},
+    {28, "VideoCard", "Video card"},
+    {29, "SoundCard", "Sound card"},
+    {30, "PowerSupply", "Power supply"},
+    {31, "Modem", "Modem"},
+    {32, "Monitor", "Monitor"},
+    {33, "Printer", "Printer"},
+    {34, "Scanner", "Scanner"},
+    {35, "OS", "Operating system"},
+    {36, "Comments", ""},
+    {39, "Network", "Network"},
+    {40, "InternetEquipment", "Internet equipment"},
+};
+
+class Fields : public MainWindow {
+ protected:
+    void SetUp() override {
+        MainWindow::SetUp();
+        client = addClient("Anic", "Vesna");
+        computer = addComputer(client, "Desk");
+    }
+    // Short enough for the narrowest column.
+    static QString words(const Entry& entry) { return QStringLiteral("w%1").arg(entry.index); }
+    std::string stored(const char* table, const char* key, int number, const char* column) {
+        return valueOf(table, key, number, column).asText();
+    }
+    QString labelOf(const QWidget* widget) {
+        for (const QLabel* label : win().findChildren<QLabel*>()) {
+            if (label->buddy() == widget)
+                return label->text();
+        }
+        return {};
+    }
+    int client = 0, computer = 0;
+};
+
+TEST_F(Fields, WhatIsTypedGoesIntoItsColumnAndComesBack) {
+    start();
+    for (const Entry& entry : kClient)
+        type(entry.index, words(entry));
+    tool("SaveRecord");
+    tab(2);
+    for (const Entry& entry : kComputer)
+        type(entry.index, words(entry));
+    tool("SaveRecord");
+    EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
+    for (const Entry& entry : kClient)
+        EXPECT_EQ(stored("Customers", "CustID", client, entry.column), words(entry).toStdString());
+    for (const Entry& entry : kComputer)
+        EXPECT_EQ(stored("Computers", "MachineID", computer, entry.column), words(entry).toStdString());
+    end();
+    start();
+    for (const Entry& entry : kClient)
+        EXPECT_EQ(text(entry.index), words(entry)) << entry.column;
+    for (const Entry& entry : kComputer)
+        EXPECT_EQ(text(entry.index), words(entry)) << entry.column;
+}
+
+TEST_F(Fields, DatesAndTheFirmBoxGoIntoTheirColumns) {
+    start();
+    const char* days[] = {"1/1/1970", "1/2/1970", "1/3/1970"};
+    for (size_t i = 0; i < 3; ++i) {
+        type(win().DTPicker1[i]->edit(), days[i]);
+        by_hand::press(Qt::Key_Tab);
+    }
+    by_hand::click(win().Check1);
+    tool("SaveRecord");
+    const auto value = [&](const char* column) { return valueOf("Customers", "CustID", client, column); };
+    EXPECT_EQ(value("BirthDate"), dao::Value(dao::Date{25569.0}));
+    EXPECT_EQ(value("IssueDate"), dao::Value(dao::Date{25570.0}));
+    EXPECT_EQ(value("ValidUntil"), dao::Value(dao::Date{25571.0}));
+    EXPECT_TRUE(value("FirmAddress").asBool());
+}
+
+TEST_F(Fields, EachHasItsLabelAndTheRequiredOnesAStar) {
+    start();
+    for (const auto& entries : {std::span<const Entry>(kClient), std::span<const Entry>(kComputer)}) {
+        for (const Entry& entry : entries) {
+            const QString label = QLatin1String(entry.label) + QLatin1String(entry.required ? " *" : "");
+            EXPECT_EQ(labelOf(field(entry.index)), label) << entry.column;
+        }
+    }
+    EXPECT_EQ(labelOf(win().DTPicker1[0]), "Birth date");
+    EXPECT_EQ(labelOf(win().DTPicker1[1]), "Issued on");
+    EXPECT_EQ(labelOf(win().DTPicker1[2]), "Valid until");
+    EXPECT_EQ(win().Check1->text(), "Firm's address");
+    EXPECT_EQ(labelOf(win().Combo1[0]), "Client");
+    EXPECT_EQ(labelOf(win().Combo1[1]), "Computer");
+    for (const int comments : {18, 36})
+        EXPECT_EQ(qobject_cast<QGroupBox*>(field(comments)->parentWidget())->title(), "Comments");
+}
+
+TEST_F(Fields, FieldsAreSeenOnThePaneOfTheirStage) {
+    start();
+    for (const int stage : {1, 2, 3}) {
+        tab(stage);
+        for (int i = 0; i < frmMain::kEntryFields; ++i) {
+            const int home = i <= 18 ? 1 : i == 37 || i == 38 ? 3 : 2;
+            EXPECT_EQ(field(i)->isVisible(), home == stage) << i << " on stage " << stage;
+        }
+    }
+}
+
+}  // namespace
