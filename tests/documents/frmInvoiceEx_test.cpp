@@ -632,13 +632,23 @@ TEST_F(RequisitionList, EveryButtonHasItsHint) {
               "Ponistava sortiranje liste (ukoliko ga je bilo) - F8.");
 }
 
+// With a viewer there that would show a page, and a help file that it would be shown from.
 TEST_F(RequisitionList, HelpSaysNothing) {
+    static int opened;
+    opened = 0;
+    setHelpViewer([](const QString&, HelpCommand command, int) {
+        opened += command == HELP_QUIT ? 0 : 1;
+        return true;
+    });
     show([&] {
         tool("help");
         press(Qt::Key_F1);
         EXPECT_TRUE(win().isVisible());
-        EXPECT_TRUE(boxes.asked.isEmpty());
+        showHelp(1);
+        EXPECT_EQ(opened, 1) << "only what was asked for by hand";
     });
+    setHelpViewer(nullptr);
+    EXPECT_TRUE(boxes.asked.isEmpty());
 }
 
 TEST_F(RequisitionList, EscapeAndTheCloseBoxHideIt) {
