@@ -82,6 +82,104 @@ TEST_F(ServiceEditor, EditShowsTheProperties) {
     EXPECT_EQ(editor().ServiceToBeFinished(), "3/9/2026");
 }
 
+TEST_F(ServiceEditor, WhatIsTypedComesBackWithOk) {
+    editor().setComments("old");
+    edit([&] {
+        type(5, "250.5");
+        type(6, "7");
+        type(7, "3.25");
+        type(8, "9");
+        type(2, "3/12/2026");
+        auto* description = control<QPlainTextEdit>("Text1(4)");
+        description->setFocus();
+        QTest::keyClick(description, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(description, "new fan");
+        ok();
+    });
+    EXPECT_EQ(editor().Comments(), "new fan");
+    EXPECT_EQ(editor().Price(), "250.5");
+    EXPECT_EQ(editor().Discount(), "7");
+    EXPECT_EQ(editor().Paid(), "3.25");
+    EXPECT_EQ(editor().GST(), "9");
+    EXPECT_EQ(editor().ServiceFinished(), "3/12/2026");
+}
+
+// The window serves the whole day; where somebody left off does not matter to the next service.
+TEST_F(ServiceEditor, EachShowingBeginsWithTheWholeStartDateSelected) {
+    add([&] {
+        field(5)->setFocus();
+        cancel();
+    });
+    editor().setServiceStarted("3/3/2026");
+    edit([&] {
+        EXPECT_EQ(focusName(), "Text1(0)");
+        EXPECT_EQ(field(0)->selectedText(), "3/3/2026");
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, NothingLiesOverAnythingAndEveryLabelStandsAtItsField) {
+    add([&] {
+        const auto parts = editor().findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+        for (const QWidget* one : parts) {
+            for (const QWidget* other : parts) {
+                if (one != other && one->isVisible() && other->isVisible()) {
+                    EXPECT_FALSE(one->geometry().intersects(other->geometry()))
+                        << one->objectName().toStdString() << " " << other->objectName().toStdString();
+                }
+            }
+        }
+        const auto middle = [&](const QString& name) {
+            return control<QWidget>(name)->geometry().center().y();
+        };
+        for (const int index : {0, 1, 2, 3, 5, 6, 7, 8}) {
+            const QString name = QStringLiteral("Text1(%1)").arg(index);
+            EXPECT_NEAR(middle(name), middle(QStringLiteral("Label1(%1)").arg(index)), 4) << index;
+            if (index < 3) {
+                EXPECT_NEAR(middle(name), middle(QStringLiteral("Image1(%1)").arg(index)), 4) << index;
+            }
+        }
+        EXPECT_GT(middle("List1"), middle("Label1(9)"));
+        EXPECT_GT(middle("Text1(4)"), middle("Label1(4)"));
+        EXPECT_GT(middle("Command1(0)"), list()->geometry().bottom());
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, TheFigureForPaymentCannotBeTypedOver) {
+    add([&] {
+        EXPECT_TRUE(field(3)->isReadOnly());
+        EXPECT_EQ(field(3)->palette().color(QPalette::Base), editor().palette().color(QPalette::Window))
+            << "and does not look as if it could";
+        QTest::mouseClick(field(3), Qt::LeftButton);
+        EXPECT_EQ(focusName(), "Text1(0)");
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, LabelsAndButtonsSayWhatTheyAre) {
+    add([&] {
+        const QStringList labels{"Service &started on:",
+                                 "Service &to be finished till:",
+                                 "Service &finished on:",
+                                 "<--- For payment",
+                                 "Servi&ce description:",
+                                 "&Price:",
+                                 "&Discount:",
+                                 "P&aid:",
+                                 "&GST:",
+                                 "Ser&vice type:"};
+        for (int i = 0; i < labels.size(); ++i)
+            EXPECT_EQ(control<QLabel>(QStringLiteral("Label1(%1)").arg(i))->text(), labels[i]);
+        const QStringList buttons{"OK", "Cancel", "&Help"};
+        for (int i = 0; i < buttons.size(); ++i)
+            EXPECT_EQ(control<QPushButton>(QStringLiteral("Command1(%1)").arg(i))->text(), buttons[i]);
+        EXPECT_EQ(control<QLabel>("Label2")->text(), "Deselect all items");
+        EXPECT_EQ(control<QLabel>("Label3")->text(), "View price list");
+        cancel();
+    });
+}
+
 TEST_F(ServiceEditor, NothingOfTheUseBeforeIsLeft) {
     add([&] {
         type(5, "500");
