@@ -223,6 +223,10 @@ TEST_F(WorkQueriesTest, OneQueryThatCannotBeMadeIsToldAndTheOthersAreMade) {
         EXPECT_EQ(e.Number(), dao::errObjectExists);
     }
     EXPECT_THAT(queries(), ElementsAre("OpremaGrupe", "QDComputers0", "QDServices0"));
+    // The next try is no other copy.
+    openDatabase().TableDefs().Delete("QDCustomers0");
+    EXPECT_EQ(CreateWorkQueries(openDatabase()), 0);
+    DropWorkQueries(openDatabase(), 0);
 }
 
 TEST_F(WorkQueriesTest, TheFirstCopyTakesNumberZero) {
