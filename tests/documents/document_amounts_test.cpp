@@ -129,7 +129,7 @@ TEST_P(DocumentAmounts, StandOnPaperAsCountedByHand) {
         if (row.name)
             draw(row.name, row.quantity, row.price);
     proForma([&] {
-        combo(2)->setCurrentIndex(decimals);
+        choose(2, decimals);
         check(0)->setChecked(true);
         text2(0)->setText("5");
         print();

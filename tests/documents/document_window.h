@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QMap>
 #include <QPushButton>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
@@ -85,8 +86,21 @@ struct DocumentWindow : DeliveredFixture {
     QLineEdit* text2(int i) { return control<QLineEdit>(QString("Text2(%1)").arg(i)); }
     QCheckBox* check(int i) { return control<QCheckBox>(QString("Check1(%1)").arg(i)); }
     QComboBox* combo(int i) { return control<QComboBox>(QString("Combo1(%1)").arg(i)); }
+    // With the keys, from the first entry down.
+    void choose(int box, int index) {
+        combo(box)->setFocus();
+        QTest::keyClick(combo(box), Qt::Key_Home);
+        for (int i = 0; i < index; ++i)
+            QTest::keyClick(combo(box), Qt::Key_Down);
+        EXPECT_EQ(combo(box)->currentIndex(), index);
+    }
     QPushButton* command(int i) { return control<QPushButton>(QString("Command1(%1)").arg(i)); }
     QTabWidget* tabs() { return control<QTabWidget>("TabStrip1"); }
+    void turnTo(int tab) {
+        QTabBar* bar = tabs()->tabBar();
+        QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(tab).center());
+        EXPECT_EQ(tabs()->currentIndex(), tab);
+    }
     QString sample() { return control<QLabel>("Label3(1)")->text(); }
     QColor labelColor(int i) {
         return control<QLabel>(QString("Label1(%1)").arg(i))->palette().color(QPalette::WindowText);

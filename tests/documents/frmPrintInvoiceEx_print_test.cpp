@@ -75,7 +75,7 @@ TEST_F(FrmPrintInvoiceExPrintTest, NinetyNineByHandPrintsOneHundred) {
 
 TEST_F(FrmPrintInvoiceExPrintTest, ABlankMayStandBetweenNumberAndYear) {
     proForma([&] {
-        combo(0)->setCurrentIndex(6);
+        choose(0, 6);
         print();
     });
     EXPECT_EQ(titles.last(), "Predracun 1 " + year());
@@ -130,10 +130,10 @@ TEST_F(FrmPrintInvoiceExPrintTest, DiscountTaxCostsAndRounding) {
         EXPECT_TRUE(documentText().contains("Ukupan rabat (10%): 20.00")) << documentText().toStdString();
         EXPECT_TRUE(documentText().contains("Ukupni ostali troskovi (5%): 9.00"));
         EXPECT_TRUE(documentText().contains("=225.00"));
-        combo(2)->setCurrentIndex(0);
+        choose(2, 0);
         print();
         EXPECT_TRUE(documentText().contains("=225\n"));
-        combo(2)->setCurrentIndex(1);
+        choose(2, 1);
         print();
         EXPECT_TRUE(documentText().contains("=225.0\n"));
     });
@@ -306,9 +306,9 @@ TEST_F(FrmPrintInvoiceExPrintTest, TheDocumentsDateIsTheOneChosen) {
 
 TEST_F(FrmPrintInvoiceExPrintTest, EverySettingComesBack) {
     proForma([&] {
-        combo(0)->setCurrentIndex(2);
-        combo(1)->setCurrentIndex(3);
-        combo(2)->setCurrentIndex(1);
+        choose(0, 2);
+        choose(1, 3);
+        choose(2, 1);
         check(0)->setChecked(true);
         for (int i = 1; i <= 8; ++i)
             check(i)->setChecked(i % 2 == 0);
@@ -342,9 +342,9 @@ TEST_F(FrmPrintInvoiceExPrintTest, EverySettingComesBack) {
 
 TEST_F(FrmPrintInvoiceExPrintTest, EachEntryIsKeptUnderItsOwnName) {
     proForma([&] {
-        combo(0)->setCurrentIndex(2);
-        combo(1)->setCurrentIndex(3);
-        combo(2)->setCurrentIndex(1);
+        choose(0, 2);
+        choose(1, 3);
+        choose(2, 1);
         for (int i = 0; i <= 12; ++i)
             text2(i)->setText(QString::number(10 + i));
         for (int i = 0; i < 6; ++i)

@@ -120,7 +120,7 @@ TEST_F(FrmPrintInvoiceExTest, FramesAndLabelsOfBothTabs) {
             return control<QWidget>(QString("Picture1(%1)").arg(panel))->isVisible();
         };
         EXPECT_TRUE(shown(0) && !shown(1));
-        tabs()->setCurrentIndex(1);
+        turnTo(1);
         EXPECT_TRUE(!shown(0) && shown(1));
     });
 }
@@ -254,7 +254,7 @@ TEST_F(FrmPrintInvoiceExTest, ADifferenceFromTheDefaultIsRedAndWarns) {
 TEST_F(FrmPrintInvoiceExTest, DefaultsOfTheSecondTab) {
     settings::setScrambled(firm("frmSettMatBr"), "07123456");
     proForma([&] {
-        tabs()->setCurrentIndex(1);
+        turnTo(1);
         text2(1)->setText("ostaje");
         for (int i = 0; i <= 10; ++i)
             text1(i)->setText("Drugo");
@@ -270,9 +270,9 @@ TEST_F(FrmPrintInvoiceExTest, DefaultsOfTheSecondTab) {
 TEST_F(FrmPrintInvoiceExTest, DefaultsOfTheFirstTab) {
     proForma([&] {
         text1(0)->setText("ostaje");
-        combo(0)->setCurrentIndex(3);
-        combo(1)->setCurrentIndex(2);
-        combo(2)->setCurrentIndex(0);
+        choose(0, 3);
+        choose(1, 2);
+        choose(2, 0);
         check(0)->setChecked(true);
         for (int i = 1; i <= 8; ++i)
             check(i)->setChecked(false);
@@ -328,18 +328,18 @@ TEST_F(FrmPrintInvoiceExTest, TheNumberReadsAsItWillBePrinted) {
     proForma([&] {
         EXPECT_EQ(command(2)->text(), "17");
         EXPECT_EQ(sample(), "17/" + year() + ", od");
-        combo(0)->setCurrentIndex(6);
+        choose(0, 6);
         EXPECT_EQ(sample(), "17 " + year() + ", od");
-        combo(0)->setCurrentIndex(1);
-        combo(1)->setCurrentIndex(1);
+        choose(0, 1);
+        choose(1, 1);
         EXPECT_EQ(sample(), "17-" + year().right(2) + ", od");
-        combo(1)->setCurrentIndex(2);
+        choose(1, 2);
         EXPECT_EQ(sample(), "17-" + today.toString("MMyyyy") + ", od");
-        combo(1)->setCurrentIndex(3);
+        choose(1, 3);
         EXPECT_EQ(sample(), "17-" + today.toString("MMyy") + ", od");
         // The suffix is today's, whatever date the document bears.
         control<platform::DateField>("DTPicker1")->setValue(QDate(2001, 1, 1));
-        combo(1)->setCurrentIndex(0);
+        choose(1, 0);
         EXPECT_EQ(sample(), "17-" + year() + ", od");
     });
     EXPECT_EQ(frmPrintInvoiceEx::NumberSuffixText(4), "");
@@ -494,7 +494,7 @@ TEST_F(FrmPrintInvoiceExTest, TabAndPlaceAreKept) {
     settings::setText(own("WindowData"), "450;600");
     proForma([&] {
         EXPECT_EQ(window().pos(), QPoint(30, 40));
-        tabs()->setCurrentIndex(1);
+        turnTo(1);
         window().move(60, 80);
     });
     EXPECT_EQ(settings::text(own("TabIndex")), "1");
@@ -513,7 +513,7 @@ TEST_F(FrmPrintInvoiceExTest, TheFirstTimeItStandsAtItsUsualPlace) {
 TEST_F(FrmPrintInvoiceExTest, MinimisedItKeepsItsTabAndNotItsPlace) {
     settings::setText(own("WindowData"), "450;600");
     proForma([&] {
-        tabs()->setCurrentIndex(1);
+        turnTo(1);
         window().move(60, 80);
         window().setWindowState(Qt::WindowMinimized);
     });
