@@ -4,6 +4,7 @@
 #include <QMenuBar>
 
 #include "main_window.h"
+#include "platform/controls/pictures.h"
 #include "platform/system/launch.h"
 
 using platform::BoxIcon;
@@ -122,6 +123,26 @@ TEST_F(Commands, ToolbarHasItsButtonsTipsAndPicturesInOrder) {
                                  "Save Current Record", "Apply Filter", "Remove Filter", "Refresh",
                                  "Generate Report", "View Price List", "Generate Invoice Document",
                                  "Generate Quotation Document", "Help Contents"}));
+}
+
+TEST_F(Commands, EachButtonAndTabHasAPictureOfItsOwn) {
+    start();
+    QList<QImage> pictures;
+    const auto add = [&](const QIcon& icon, const QString& whose) {
+        const QImage picture = icon.pixmap(24, 24).toImage();
+        EXPECT_FALSE(pictures.contains(picture)) << whose.toStdString();
+        pictures.append(picture);
+    };
+    for (const QAction* action : win().Toolbar1->actions()) {
+        if (action->isSeparator())
+            continue;
+        const QString key = action->objectName();
+        EXPECT_EQ(action->icon().pixmap(24, 24).toImage(), platform::icon(key).pixmap(24, 24).toImage())
+            << key.toStdString();
+        add(action->icon(), key);
+    }
+    for (int i = 0; i < 3; ++i)
+        add(win().TabStrip1->tabIcon(i), caption(i + 1));
 }
 
 TEST_F(Commands, EveryCommandMayBeGivenWhereAServiceIsListed) {
