@@ -425,6 +425,31 @@ TEST_F(Commands, BarsComeAndGoFromTheViewMenu) {
     EXPECT_EQ(win().height(), full);
 }
 
+TEST_F(Commands, PanesKeepTheHeightThatAPersonGaveThem) {
+    start();
+    win().resize(win().width(), win().height() - 40);
+    QCoreApplication::processEvents();
+    const int pane = win().Picture1[0]->height();
+    choose(win().mnuVView, 0);
+    EXPECT_EQ(win().Picture1[0]->height(), pane);
+    choose(win().mnuVView, 1);
+    EXPECT_EQ(win().Picture1[0]->height(), pane);
+    choose(win().mnuVView, 0);
+    choose(win().mnuVView, 1);
+    EXPECT_EQ(win().Picture1[0]->height(), pane);
+}
+
+TEST_F(Commands, RightClicksBesideTheListOpenNoMenu) {
+    start();
+    by_hand::rightClick(win().Toolbar1, QPoint(win().Toolbar1->width() - 5, 5));
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    by_hand::rightClick(win().menuBar(), QPoint(win().menuBar()->width() - 5, 5));
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    by_hand::rightClick(win().StatusBar1, QPoint(20, 5));
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    EXPECT_FALSE(win().Toolbar1->isMovable());
+}
+
 TEST_F(Commands, HiddenToolbarStaysHiddenAfterARestart) {
     start();
     choose(win().mnuVView, 0);

@@ -148,4 +148,104 @@ TEST_F(Fields, FieldsAreSeenOnThePaneOfTheirStage) {
     }
 }
 
+TEST_F(Fields, EachFieldHasItsOwnTopic) {
+    static QList<int> topics;
+    setHelpViewer([](const QString&, HelpCommand command, int context) {
+        if (command == HELP_CONTEXT)
+            topics.append(context);
+        return true;
+    });
+    const auto topicOf = [&](QWidget* widget) {
+        topics.clear();
+        by_hand::click(widget);
+        by_hand::press(Qt::Key_F1);
+        return topics;
+    };
+    start();
+    const int expected[] = {503, 504, 505, 507, 508, 511, 512, 514, 515, 516,
+                            517, 518, 519, 520, 521, 522, 523, 524, 525};
+    for (int i = 0; i < 19; ++i)
+        EXPECT_EQ(topicOf(field(i)), QList<int>({expected[i]})) << i;
+    EXPECT_EQ(topicOf(win().DTPicker1[0]->edit()), QList<int>({506}));
+    EXPECT_EQ(topicOf(win().DTPicker1[1]->edit()), QList<int>({509}));
+    EXPECT_EQ(topicOf(win().DTPicker1[2]->edit()), QList<int>({510}));
+    EXPECT_EQ(topicOf(win().Text2[0]), QList<int>({501}));
+    by_hand::press(Qt::Key_Tab);
+    by_hand::press(Qt::Key_F1);
+    EXPECT_EQ(topics.last(), 502) << "the selector";
+    tab(2);
+    for (int i = 19; i <= 36; ++i)
+        EXPECT_EQ(topicOf(field(i)), QList<int>({602 + i - 19})) << i;
+    EXPECT_EQ(topicOf(field(39)), QList<int>({620}));
+    EXPECT_EQ(topicOf(field(40)), QList<int>({621}));
+    EXPECT_EQ(topicOf(win().Text2[1]), QList<int>({601}));
+    tab(3);
+    EXPECT_EQ(topicOf(field(37)), QList<int>({702}));
+    EXPECT_EQ(topicOf(field(38)), QList<int>({703}));
+    setHelpViewer(nullptr);
+}
+
+TEST_F(Fields, SmallButtonsHaveTopicsAndTipsToo) {
+    static QList<int> topics;
+    topics.clear();
+    setHelpViewer([](const QString&, HelpCommand command, int context) {
+        if (command == HELP_CONTEXT)
+            topics.append(context);
+        return true;
+    });
+    start();
+    by_hand::click(field(15));
+    for (const int topic : {526, 523, 527}) {  // the button, the web field, its button
+        by_hand::press(Qt::Key_Tab);
+        by_hand::press(Qt::Key_F1);
+        EXPECT_EQ(topics.last(), topic);
+    }
+    setHelpViewer(nullptr);
+    EXPECT_EQ(win().Command1[0]->toolTip(), "Write an e-mail");
+    EXPECT_EQ(win().Command1[1]->toolTip(), "Open the web page");
+    EXPECT_FALSE(win().Command1[0]->icon().isNull());
+    EXPECT_FALSE(win().Command1[1]->icon().isNull());
+    EXPECT_NE(win().Command1[0]->icon().pixmap(16, 16).toImage(),
+              win().Command1[1]->icon().pixmap(16, 16).toImage());
+}
+
+TEST_F(Fields, FramesBearTheirTitles) {
+    start();
+    const auto titles = [&](int stageIndex) {
+        QStringList all;
+        for (const QGroupBox* frame :
+             win().Picture1[static_cast<size_t>(stageIndex)]->findChildren<QGroupBox*>())
+            all.append(frame->title());
+        return all;
+    };
+    EXPECT_EQ(titles(0),
+              QStringList({"Identity", "Firm and address", "Contact", "Personal card", "Comments"}));
+    EXPECT_EQ(titles(1),
+              QStringList({"Computer", "Processor and memory", "Storage", "Peripherals", "Comments"}));
+    EXPECT_EQ(titles(2), QStringList({"Description", "Kinds of service"}));
+    for (const size_t i : {0U, 1U})
+        EXPECT_EQ(win().Text2[i]->placeholderText(), "Type to find");
+}
+
+TEST_F(Fields, TabLeavesTheCommentsAndSelectsThemOnTheWayIn) {
+    start();
+    type(18, "Pays late.");
+    by_hand::press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_NE(QApplication::focusWidget(), field(18));
+    by_hand::press(Qt::Key_Tab);
+    ASSERT_EQ(QApplication::focusWidget(), field(18));
+    EXPECT_EQ(qobject_cast<QPlainTextEdit*>(field(18))->textCursor().selectedText(), "Pays late.");
+    by_hand::press(Qt::Key_Tab);
+    EXPECT_NE(QApplication::focusWidget(), field(18));
+    EXPECT_EQ(text(18), "Pays late.");
+}
+
+TEST_F(Fields, CtrlEnterBreaksNoLineInALockedText) {
+    start();
+    tab(3);
+    by_hand::click(field(37));
+    by_hand::press(Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(text(37), "");
+}
+
 }  // namespace
