@@ -184,16 +184,14 @@ void passRowToEditor(const ListItem& row, const QString& description, frmDetails
 void showInList(frmMain& window, const QString& key, bool edited, const EditedService& service) {
     Trap step;
     const auto show = [&](ListItem& row) { showInRow(row, *window.ServiceEditor, service); };
-    step([&] {
-        if (edited) {
-            window.ListView1->changeItem(key, show);
-            return;
-        }
+    if (edited) {
+        step([&] { window.ListView1->changeItem(key, show); });
+    } else {
         ListItem row;
         row.Key = key;
         show(row);
-        window.ListView1->addItem(std::move(row));
-    });
+        step([&] { window.ListView1->addItem(std::move(row)); });
+    }
     step([&] { window.ListView1->select(key); });
     if (const ListItem* item = window.ListView1->selectedItem())
         window.ShowServiceDetails(*item);
@@ -206,17 +204,15 @@ void writeAndSettle(frmMain& window, const EditedService& service) {
     const platform::Selector& computers = *window.Combo1[1];
     writeToRecord(record, *window.ServiceEditor, service, computers.entryData(computers.currentIndex()));
     Trap step;
-    step([&] {
-        record.Update();
-        services.setBookmark(record.LastModified());
-    });
+    step([&] { record.Update(); });
     if (step.failed()) {
         Trap letGo;  // of the write lock, which other workstations are waiting for
         letGo([&] { services.CancelUpdate(); });
     }
+    step([&] { services.setBookmark(record.LastModified()); });
 }
 
-void showWhatIsLeft(frmMain& window) {
+void showWhatIsLeft(frmMain& window, Trap& step) {
     if (const ListItem* next = window.ListView1->selectedItem()) {
         window.ShowServiceDetails(*next);
     } else {
@@ -226,9 +222,11 @@ void showWhatIsLeft(frmMain& window) {
         window.UpdateServiceButtons();
     }
     platform::DataControl& services = *window.Data1[kServices];
-    services.MoveNext();
-    if (services.Recordset().EOF() && services.Recordset().RecordCount() > 0)
-        services.MoveFirst();
+    bool atEnd = false;
+    step([&] { services.MoveNext(); });
+    step([&] { atEnd = services.Recordset().EOF() && services.Recordset().RecordCount() > 0; });
+    if (atEnd)
+        step([&] { services.MoveFirst(); });
 }
 
 }  // namespace
@@ -261,15 +259,23 @@ void frmMain::showUnit() {
 }
 
 void frmMain::LoadServiceTypes() {
+    dao::Recordset table;
+    bool opened = false;
     Trap step;
     step([&] {
-        dao::Recordset table = Data1[kServices]->Database().OpenRecordset("ServiceTypes", dao::dbOpenTable);
-        QList<QString> names{QString()};
-        for (; !table.EOF(); table.MoveNext())
-            names.append(QString::fromStdString(table["Service"].asText()));
-        table.Close();
-        ServiceTypeNames = names;
+        table = Data1[kServices]->Database().OpenRecordset("ServiceTypes", dao::dbOpenTable);
+        opened = true;
     });
+    if (!opened)
+        return;
+    ServiceTypeNames = {QString()};
+    for (std::int64_t i = table.RecordCount(); i > 0; --i) {
+        QString name;  // a kind that cannot be read keeps its place: services name kinds by position
+        step([&] { name = QString::fromStdString(table["Service"].asText()); });
+        ServiceTypeNames.append(name);
+        step([&] { table.MoveNext(); });
+    }
+    table.Close();
 }
 
 void frmMain::FillServiceList(const QString& selectKey) {
@@ -312,25 +318,29 @@ void frmMain::DeleteSelectedService() {
         return;
     platform::DataControl& services = *Data1[kServices];
     const QString key = selected->Key;
-    bool found = false;
+    bool asked = false, deleted = false;
     Trap step;
+    step([] { dao::DBEngine::Idle(dao::dbRefreshCache); });
     step([&] {
-        dao::DBEngine::Idle(dao::dbRefreshCache);
         services.FindFirst(QStringLiteral("ID=%1").arg(service_row::idOfKey(key)));
-        found = !services.Recordset().NoMatch();
-        if (found)
-            services.Delete();
+        asked = true;
     });
-    if (!step.failed() && !found) {
+    if (asked && services.Recordset().NoMatch()) {
         box(GetResString(171), BoxIcon::Exclamation);
         return;
     }
-    if (!step.failed()) {
+    // Where the file could not be asked another service stands there: it must not be the one that goes.
+    if (asked)
+        step([&] {
+            services.Delete();
+            deleted = true;
+        });
+    if (deleted) {
         Trap removal;
         removal([&] { ListView1->removeItem(ListView1->indexOf(key)); });
         if (removal.failed())
             box(GetResString(172), BoxIcon::Exclamation);
-        step([&] { showWhatIsLeft(*this); });
+        showWhatIsLeft(*this, step);
     }
     if (step.failed())
         box(GetResString(173) + QStringLiteral("\n\n") + step.line(), BoxIcon::Critical);
@@ -379,16 +389,18 @@ void frmMain::EditService(int mode) {
         editor.Display(frmDetails::EditMode);
         if (editor.Cancelled())
             return;
+        bool asked = false;
+        step([] { dao::DBEngine::Idle(dao::dbRefreshCache); });
         step([&] {
-            dao::DBEngine::Idle(dao::dbRefreshCache);
             services.FindFirst(QStringLiteral("ID=%1").arg(id));
+            asked = true;
         });
-        if (!step.failed() && services.Recordset().NoMatch()) {
+        if (asked && services.Recordset().NoMatch()) {
             box(GetResString(177), BoxIcon::Exclamation);
             return;
         }
         // Without the row found, another one stands there: its record must not take these values.
-        if (!step.failed())
+        if (asked)
             step([&] { services.Recordset().Edit(); });
     } else {
         editor.setDefaultGST(static_cast<qint16>(DefaultGST));

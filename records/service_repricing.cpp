@@ -10,11 +10,9 @@
 
 namespace {
 
+// 0 where the row shows no number.
 float shownNumber(const platform::ListItem& row, int subItem) {
-    const auto number = platform::readSingle(row.SubItems(subItem));
-    if (!number)
-        throw platform::RunError(13, QStringLiteral("Type mismatch"));
-    return *number;
+    return platform::readSingle(row.SubItems(subItem)).value_or(0.0F);
 }
 
 void repriceRow(platform::ListItem& row, float total) {
@@ -22,8 +20,11 @@ void repriceRow(platform::ListItem& row, float total) {
     const float paid = shownNumber(row, 6);
     const float gst = shownNumber(row, 5);
     const float discount = shownNumber(row, 4);
-    const dao::Currency rest =
-        service_row::settledRemainder(service_row::editorRemainder(total, discount, gst, paid));
+    dao::Currency rest;
+    platform::Trap step;
+    step([&] {
+        rest = service_row::settledRemainder(service_row::editorRemainder(total, discount, gst, paid));
+    });
     row.SmallIcon = service_row::repricedState(row.SmallIcon, rest, total);
 }
 
@@ -31,27 +32,32 @@ void repriceRow(platform::ListItem& row, float total) {
 
 void RepriceService(frmMain& window, qint32 id, float total) {
     platform::DataControl& services = *window.Data1[2];
+    bool asked = false;
     platform::Trap step;
+    step([] { dao::DBEngine::Idle(dao::dbRefreshCache); });
     step([&] {
-        dao::DBEngine::Idle(dao::dbRefreshCache);
         services.FindFirst(QStringLiteral("ID=%1").arg(id));
+        asked = true;
     });
-    if (step.failed())
-        return;
+    if (!asked)
+        return;  // another service stands there: it must not get this price
     if (services.Recordset().NoMatch()) {
         platform::showBox({GetResString(177), GetResString(1), platform::BoxIcon::Exclamation}, &window);
         return;
     }
+    step([&] { services.Recordset().Edit(); });
     step([&] {
-        services.Recordset().Edit();
         window.ListView1->changeItem(service_row::keyOf(id),
                                      [&](platform::ListItem& row) { repriceRow(row, total); });
-        const service_row::ScreenUnit unit{CeneDinarske, KursKupovni};
-        services.Recordset().Fields("Price") = unit.toStored(total);
-        services.Recordset().Update();
     });
+    const service_row::ScreenUnit unit{CeneDinarske, KursKupovni};
+    step([&] { services.Recordset().Fields("Price") = unit.toStored(total); });
+    step([&] { services.Recordset().Update(); });
     if (step.failed()) {
         platform::Trap letGo;  // of the write lock, which other workstations are waiting for
-        letGo([&] { services.Recordset().CancelUpdate(); });
+        letGo([&] {
+            if (services.Recordset().EditMode() != dao::Recordset::EditModeKind::None)
+                services.Recordset().CancelUpdate();
+        });
     }
 }

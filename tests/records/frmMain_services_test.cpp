@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 
+#include "busy_colleague.h"
 #include "platform/system/dates.h"
 #include "platform/system/trap.h"
 #include "records/frmDetails.h"
@@ -747,12 +748,35 @@ TEST_F(Services, RepricingAServiceThatIsGoneSaysSo) {
     EXPECT_EQ(boxes.lastText(), "Oops! Can't find this item in the database so it can not be edited!");
 }
 
-TEST_F(Services, FailingRepricingIsSilentAndLeavesThePrice) {
+TEST_F(Services, RepricingWritesTheTotalThoughTheRowCannotBeRead) {
     const int id = addService(machine);
     window();
     list().changeItem("K" + QString::number(id), [](platform::ListItem& item) { item.setSubItems(6, "?"); });
     RepriceService(window(), id, 50);
     EXPECT_TRUE(boxes.asked.isEmpty());
+    EXPECT_EQ(row(id).SubItems(3), "50.00");
+    EXPECT_EQ(row(id).SmallIcon, "NotFinishedNotPayed");
+    EXPECT_EQ(stored(id, "Price").asCurrency(), money(50));
+}
+
+TEST_F(Services, RepricingWritesTheTotalThoughTheRowIsNotListed) {
+    const int id = addService(machine);
+    window();
+    list().clearItems();
+    RepriceService(window(), id, 50);
+    EXPECT_TRUE(boxes.asked.isEmpty());
+    EXPECT_EQ(stored(id, "Price").asCurrency(), money(50));
+}
+
+TEST_F(Services, FailingRepricingIsSilentAndLeavesThePrice) {
+    BusyColleague colleague(databaseFile(), connectText());
+    const int id = addService(machine);
+    window();
+    colleague.hold();
+    RepriceService(window(), id, 50);
+    EXPECT_TRUE(boxes.asked.isEmpty());
+    EXPECT_EQ(row(id).SubItems(3), "50.00") << "the list goes first, until it is filled again";
+    colleague.letGo();
     EXPECT_EQ(stored(id, "Price").asCurrency(), money(100));
     EXPECT_EQ(window().Data1[2]->Recordset().EditMode(), dao::Recordset::EditModeKind::None)
         << "the lock is let go";
