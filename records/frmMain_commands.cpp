@@ -276,10 +276,14 @@ void frmMain::updateDatabaseMenu() {
     const bool client = Combo1[0]->currentIndex() != -1;
     const bool computer = Combo1[1]->currentIndex() != -1;
     const bool listed = ListView1->count() > 0;
+    // While a record is being added nothing is chosen; what there was before is still there to be deleted.
+    const auto removable = [this](int stageIndex, bool chosen) {
+        return chosen || (AddNewMode && Combo1[static_cast<size_t>(stageIndex)]->entryCount() > 0);
+    };
     const struct {
         bool add, edit, remove, save, documents;
-    } rules[] = {{true, false, client, StageDirty[0], false},
-                 {client, false, computer, StageDirty[1], false},
+    } rules[] = {{true, false, removable(0, client), StageDirty[0], false},
+                 {client, false, removable(1, computer), StageDirty[1], false},
                  {computer, computer && listed, listed, false, listed}};
     const auto& rule = rules[CurrentStage - 1];
     setEnabled(mnuDatabase.at(0), rule.add);

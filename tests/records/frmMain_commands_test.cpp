@@ -283,11 +283,36 @@ TEST_F(Commands, DatabaseMenuOfAComputerWithoutServices) {
     EXPECT_EQ(inPopup(), QList<int>({3}));
 }
 
-TEST_F(Commands, DatabaseMenuWhileAddingFollowsTheEmptySelection) {
+TEST_F(Commands, DatabaseMenuWhileAddingFollowsTheEmptySelectionButOffersDelete) {
     addClient("Anic", "Vesna");
     start();
     tool("NewRecord");
+    EXPECT_EQ(inDatabaseMenu(), QList<int>({0, 3, 10, 12}));
+    choose(win().mnuDDatabase, 3);
+    EXPECT_EQ(boxes.lastText(), "Can't delete record because you're in AddNew mode.");
+    EXPECT_TRUE(win().AddNewMode);
+}
+
+TEST_F(Commands, DatabaseMenuOfTheFirstClientOffersNothingToDelete) {
+    start();
+    tool("NewRecord");
     EXPECT_EQ(inDatabaseMenu(), QList<int>({0, 10, 12}));
+}
+
+TEST_F(Commands, DatabaseMenuWhileAddingAComputerOffersDeleteWhereThereIsOne) {
+    anic = addClient("Anic", "Vesna");
+    addComputer(anic, "Desk");
+    addClient("Peric", "Pera");
+    start();
+    tab(2);
+    tool("NewRecord");
+    EXPECT_TRUE(inDatabaseMenu().contains(3));
+    boxes.answers << platform::BoxAnswer::No;
+    tab(1);
+    choose(0, "Peric, Pera");
+    tab(2);
+    tool("NewRecord");
+    EXPECT_FALSE(inDatabaseMenu().contains(3));
 }
 
 TEST_F(Commands, ToolbarFollowsTheStage) {
