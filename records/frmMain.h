@@ -32,7 +32,11 @@ class QToolButton;
 class QVBoxLayout;
 class frmDetails;
 class frmSplash;
+class TypedEntry;
 struct EntryRow;
+namespace platform {
+class Trap;
+}
 namespace quick_filters {
 struct Found;
 }
@@ -120,6 +124,7 @@ class frmMain : public QMainWindow, public ReportChoices {
 
     QString fieldText(int index) const;  // of Text1(index)
     void setFieldText(int index, const QString& text);
+    QWidget* entryField(const EntryRow& row) const;    // of Text1 or DTPicker1, or Check1
     QAction* toolbarButton(const QString& key) const;  // nullptr where there is none
     QAction* filterEntry(const QString& key) const;    // of the drop-down of "ApplyFilter"
     QString statusText() const;
@@ -136,6 +141,8 @@ class frmMain : public QMainWindow, public ReportChoices {
     // --- Record editing.
     void ValidateStage(int& focusField, int stageIndex, QString& errors) const;
     void AddNewRecord();
+    // `ok` is false where the person has to stay: something is missing that is to be mended, or a new record
+    // could not be written and goes on being added. A failed edit holds nobody back.
     void SaveRecord(int stage, bool& ok);
     void SaveStage(int stageIndex, bool& ok);
     void DeleteRecord(int stageIndex);
@@ -160,11 +167,14 @@ class frmMain : public QMainWindow, public ReportChoices {
 
     // --- Quick filters, refresh (frmMain_filters.cpp).
     // Narrows all stages to the services that the filter finds, and their computers and clients. `ok` is
-    // false where it found nothing, or the person has to mend a record first: all stands as it stood then.
+    // false where it found nothing, or the record on show could not be saved first: all stands as it stood
+    // then.
     // Throws dao::Error where the database could not be asked; a narrowing that fails half-way shows the
     // whole shop. A number that is no filter does nothing.
     void ApplyQuickFilter(int number, bool& ok);
     void ShowFilterCaption(int number, bool remove);
+    // Both ask nothing and save nothing: what was typed stands in its record's fields again afterwards, and
+    // an add goes on. Where that record is gone they say so.
     void RemoveFilters();
     void RefreshAll();  // all records and the unit of the money columns; ends a filter, too
 
@@ -279,13 +289,15 @@ class frmMain : public QMainWindow, public ReportChoices {
 
     // Stages (frmMain_stages.cpp).
     void selectorChanged(int stageIndex);
+    void dropPendingRow(int stageIndex);
+    void stayOnRecord(int stageIndex);
     void tellMissing(const QString& entry);
     void typeAheadChanged(int stageIndex);
     void tabChanged(int tabIndex);
-    void showStage(int newStage);
-    void updateStagesAhead(int oldStage, int newStage);
-    void updateComputerStage(bool servicesToo);
-    void updateServiceStage();
+    void showStage(int newStage, platform::Trap& step);
+    void updateStagesAhead(int oldStage, int newStage, platform::Trap& step);
+    void updateComputerStage(bool servicesToo, platform::Trap& step);
+    void updateServiceStage(platform::Trap& step);
     bool isStale(int stageIndex, const QString& source) const;
     void refresh(int stageIndex, const QString& source);  // throws as DataControl::Refresh
     void fillCombo(int stageIndex);
@@ -307,24 +319,34 @@ class frmMain : public QMainWindow, public ReportChoices {
     QString sortClause() const;
 
     // Editing (frmMain_editing.cpp).
+    bool beginAdd(int stageIndex);
+    void addAgain(int stageIndex, platform::Trap& step);
+    bool hasNewRow(int stageIndex);
     bool wantsToFix(const QString& errors);
     void setFocusToField(int index);
     void dropEdit(int stageIndex);
     void showEntryOfRecord(int stageIndex);
-    void writeNew(int stageIndex);
-    void dropFailedRow(int stageIndex);
+    bool writeNew(int stageIndex);
+    bool writeRow(int stageIndex, qint32& number, platform::Trap& step);
+    void takeNewEntry(int stageIndex, qint32 number);
     void writeEdit(int stageIndex, int entry);
     void showSaveFailure(int messageId, int stageIndex, const QString& line);
     bool mayDelete(int stageIndex);
     void removeCurrentEntry(int stageIndex);
+    void moveOnAfterDelete(int stageIndex);
 
     // Quick filters, refresh (frmMain_filters.cpp).
     using StepRunner = std::function<void(const std::function<void()>&)>;
+    struct StageBefore;
     void removeFilterClick();
     bool leaveRecord();
     void setWorkQuery(int stageIndex, const std::string& statement);
     void narrowStages(const quick_filters::Found& found);
-    void showWholeShop(bool unitToo);
+    void reloadWholeShop(const QString& status, bool unitToo);
+    StageBefore takeFromStage(int stageIndex, bool adding);
+    void putBackTyped(const std::array<StageBefore, 2>& before, int addingStage);
+    void resumeAdd(const std::array<StageBefore, 2>& before, int stageIndex);
+    void showWholeShop(const std::array<qint32, 2>& keep, bool unitToo);
     // `keep`: the numbers of the client and the computer to be chosen again, -1 for the first ones.
     void reloadStages(const StepRunner& step, const std::array<qint32, 2>& keep, bool unitToo);
     void selectRecord(int stageIndex, qint32 number);
@@ -336,11 +358,11 @@ class frmMain : public QMainWindow, public ReportChoices {
     TextReport::Result writeReport();
 
     // Session (frmMain_session.cpp).
-    void openSources();
+    void openSources(platform::Trap& step);
     bool recoverDatabase(QString& errorText, bool& repaired);
-    void closeSources();
+    void closeSources(platform::Trap& step);
     void reopenDatabase(bool compact, QString& errorText, bool& ok);
-    void reopenStages();
+    void reopenStages(platform::Trap& step);
     void forgetFilter();
     void finishSession();
 

@@ -5,6 +5,7 @@
 #include "platform/system/trap.h"
 #include "records/frmMain.h"
 #include "records/main_fields.h"
+#include "records/typed_entry.h"
 #include "shell/modMain.h"
 
 using platform::BoxAnswer;
@@ -23,6 +24,8 @@ constexpr RequiredField kRequired[] = {{0, 0, 119},  {0, 1, 120},  {0, 7, 121}, 
                                        {0, 10, 123}, {0, 11, 124}, {1, 19, 125}};
 
 constexpr int kAddFailed = 1043, kEditFailed = 1044, kCancelFailed = 1045;
+const QString kDeleteFailed =
+    QStringLiteral("An unexpected error has occured while deleting the current record.");
 
 size_t at(int index) {
     return static_cast<size_t>(index);
@@ -58,9 +61,15 @@ void frmMain::AddNewRecord() {
         SetStatusText({});
         return;
     }
-    const int stageIndex = CurrentStage - 1;
-    const bool wasLocked = isStageLocked(CurrentStage);
-    SetStageLocked(CurrentStage, false);
+    if (beginAdd(CurrentStage - 1))
+        setFocusToField(CurrentStage == 1 ? kSurname : kMachineName);
+}
+
+// The stage on show gets a blank record. False with the reason shown where there could be none: all stands
+// as it stood then.
+bool frmMain::beginAdd(int stageIndex) {
+    const bool wasLocked = isStageLocked(stageIndex + 1);
+    SetStageLocked(stageIndex + 1, false);
     selectSilently(stageIndex, -1);
     if (stageIndex == 0)
         setTabCaption(1, defaultCaption(1));
@@ -71,11 +80,21 @@ void frmMain::AddNewRecord() {
     StageDirty[at(stageIndex)] = false;
     UpdateToolbarState();
     if (AddNewMode)
-        return;
+        return true;
     SetStatusText({});
-    SetStageLocked(CurrentStage, wasLocked);
+    SetStageLocked(stageIndex + 1, wasLocked);
     showEntryOfRecord(stageIndex);
     box(GetResString(169) + QStringLiteral("\n\n") + step.line(), BoxIcon::Critical);
+    return false;
+}
+
+// A new record whose row was lost goes on being new, with what was typed for it. Without a row of its own it
+// would be written into the record of somebody else. Where there can be none just now the fields keep what
+// was typed all the same.
+void frmMain::addAgain(int stageIndex, Trap& step) {
+    const TypedEntry typed(*this, stageIndex);
+    step([&] { Data1[at(stageIndex)]->AddNew(); });
+    typed.putBack(*this);
 }
 
 bool frmMain::wantsToFix(const QString& errors) {
@@ -99,7 +118,7 @@ void frmMain::SaveRecord(int stage, bool& ok) {
     if (errors.isEmpty()) {
         StageDirty[at(stageIndex)] = false;
         if (AddNewMode)
-            writeNew(stageIndex);
+            ok = writeNew(stageIndex);
         else
             writeEdit(stageIndex, Combo1[at(stageIndex)]->currentIndex());
     } else if (wantsToFix(errors)) {
@@ -122,7 +141,7 @@ void frmMain::SaveStage(int stageIndex, bool& ok) {
     if (errors.isEmpty()) {
         StageDirty[at(stageIndex)] = false;
         if (AddNewMode)
-            writeNew(stageIndex);
+            ok = writeNew(stageIndex);
         else
             writeEdit(stageIndex, RememberedIndex[at(stageIndex)]);
     } else if (wantsToFix(errors)) {
@@ -131,7 +150,8 @@ void frmMain::SaveStage(int stageIndex, bool& ok) {
         ok = false;
         return;
     } else {
-        Data1[at(stageIndex)]->UpdateControls();
+        Trap step;
+        step([&] { Data1[at(stageIndex)]->UpdateControls(); });
         StageDirty[at(stageIndex)] = false;
         AddNewMode = false;  // the move to the chosen record drops the new one
         SetStatusText({});
@@ -148,11 +168,14 @@ void frmMain::dropEdit(int stageIndex) {
     if (AddNewMode) {
         AddNewMode = false;
         step.clear();
-        step([&] { control.CancelUpdate(); });
+        step([&] {
+            if (control.Recordset().EditMode() == dao::Recordset::EditModeKind::Add)
+                control.CancelUpdate();
+        });
         if (Combo1[at(stageIndex)]->entryCount() == 0)
             SetStageLocked(stageIndex + 1, true);
         if (step.failed())
-            showSaveFailure(kCancelFailed, stageIndex, step.line());
+            showSaveFailure(kCancelFailed, stageIndex, {});
     }
     showEntryOfRecord(stageIndex);
     SetStatusText({});
@@ -166,68 +189,90 @@ void frmMain::showEntryOfRecord(int stageIndex) {
     setTabCaption(stageIndex + 1, nothingThere ? defaultCaption(stageIndex + 1) : name);
 }
 
-void frmMain::writeNew(int stageIndex) {
-    platform::DataControl& control = *Data1[at(stageIndex)];
+// False where the row could not be written: it goes on being added then, and whoever wanted to leave it
+// stays.
+bool frmMain::writeNew(int stageIndex) {
     Trap step;
-    step([&] {
-        if (stageIndex == 1)
-            control.Recordset().Fields("CustID") = Combo1[0]->entryData(Combo1[0]->currentIndex());
-        control.UpdateRecord();
-        control.setBookmark(control.Recordset().LastModified());
-    });
-    AddNewMode = false;
+    qint32 number = -1;
+    const bool written = writeRow(stageIndex, number, step);
+    AddNewMode = !written;
     SetStatusText({});
-    if (step.failed()) {
-        // The row is not there. The fields go back to the record that is current: typed over it, the new
-        // client's data would end up in the record of another one.
-        const QString line = step.line();
-        dropFailedRow(stageIndex);
-        return showSaveFailure(kAddFailed, stageIndex, line);
+    if (written) {
+        takeNewEntry(stageIndex, number);
+    } else {
+        selectSilently(stageIndex, -1);
+        Trap again;
+        addAgain(stageIndex, again);
     }
-    const QString name = displayNameOfRecord(stageIndex);
-    const int entry = Combo1[at(stageIndex)]->addEntry(name, keyOfRecord(stageIndex));
+    if (step.failed())
+        showSaveFailure(kAddFailed, stageIndex, step.line());
+    return written;
+}
+
+// Writes the new record and makes it the current one. False where it is not in the file.
+bool frmMain::writeRow(int stageIndex, qint32& number, Trap& step) {
+    platform::DataControl& control = *Data1[at(stageIndex)];
+    if (!hasNewRow(stageIndex))
+        addAgain(stageIndex, step);
+    if (!hasNewRow(stageIndex))
+        return false;
+    if (stageIndex == 1)
+        step([&] { control.Recordset().Fields("CustID") = Combo1[0]->entryData(Combo1[0]->currentIndex()); });
+    number = keyOfRecord(stageIndex);
+    bool written = false;
+    step([&] {
+        control.UpdateRecord();
+        written = true;
+    });
+    if (written)
+        step([&] { control.setBookmark(control.Recordset().LastModified()); });
+    StageDirty[at(stageIndex)] = false;
+    return written;
+}
+
+bool frmMain::hasNewRow(int stageIndex) {
+    bool adding = false;
+    Trap step;
+    step(
+        [&] { adding = Data1[at(stageIndex)]->Recordset().EditMode() == dao::Recordset::EditModeKind::Add; });
+    return adding;
+}
+
+// A record just written gets its entry. Where somebody has taken it away again at once the one on show stays.
+void frmMain::takeNewEntry(int stageIndex, qint32 number) {
+    const bool current = keyOfRecord(stageIndex) == number;
+    QString name = displayNameOfFields(stageIndex);
+    Trap step;
+    if (current)
+        step([&] { name = displayNameOfRecord(stageIndex); });
+    const int entry = Combo1[at(stageIndex)]->addEntry(name, number);
+    if (!current) {
+        step([&] { Data1[at(stageIndex)]->UpdateControls(); });
+        return showEntryOfRecord(stageIndex);
+    }
     selectSilently(stageIndex, entry);
     setTabCaption(stageIndex + 1, name);
 }
 
-void frmMain::dropFailedRow(int stageIndex) {
-    platform::DataControl& control = *Data1[at(stageIndex)];
-    Trap step;
-    if (control.Recordset().EditMode() != dao::Recordset::EditModeKind::None)
-        step([&] { control.CancelUpdate(); });
-    step([&] { control.UpdateControls(); });
-    if (Combo1[at(stageIndex)]->entryCount() == 0)
-        SetStageLocked(stageIndex + 1, true);
-    showEntryOfRecord(stageIndex);
-}
-
 void frmMain::writeEdit(int stageIndex, int entry) {
     Selector* selector = Combo1[at(stageIndex)];
-    const bool onShow = entry == selector->currentIndex();
-    const QString before = selector->entryText(entry);
     const QString name = displayNameOfFields(stageIndex);
-    const auto rename = [&](const QString& entryText) {
-        ReplaceComboItem(selector, entryText, entry);
-        if (onShow)
-            setTabCaption(stageIndex + 1, entryText);
-    };
-    if (entry >= 0 && before != name)
-        rename(name);
+    if (entry >= 0 && selector->entryText(entry) != name) {
+        ReplaceComboItem(selector, name, entry);
+        if (entry == selector->currentIndex())
+            setTabCaption(stageIndex + 1, name);
+    }
     SetStatusText({});
     Trap step;
     step([&] { Data1[at(stageIndex)]->UpdateRecord(); });
-    if (!step.failed())
-        return;
-    if (entry >= 0 && before != name)
-        rename(before);
-    StageDirty[at(stageIndex)] = true;  // what was typed still stands there, to be saved by another try
-    showSaveFailure(kEditFailed, stageIndex, step.line());
+    if (step.failed())
+        showSaveFailure(kEditFailed, stageIndex, step.line());
 }
 
+// `line` tells the engine's reason; none where the shop has nothing to do about it.
 void frmMain::showSaveFailure(int messageId, int stageIndex, const QString& line) {
-    box(GetResString(messageId, {{QStringLiteral("%1"), QString::number(stageIndex + 1)}}) +
-            QLatin1Char('\n') + line,
-        BoxIcon::Critical);
+    const QString text = GetResString(messageId, {{QStringLiteral("%1"), QString::number(stageIndex + 1)}});
+    box(line.isEmpty() ? text : text + QLatin1Char('\n') + line, BoxIcon::Critical);
 }
 
 // --- Deleting.
@@ -258,19 +303,26 @@ void frmMain::DeleteRecord(int stageIndex) {
     step([&] { control.Delete(); });
     // A record that a colleague has deleted first is gone all the same; any other failure leaves it there.
     if (step.failed() && step.number() != dao::errRecordDeleted) {
-        box(step.line(), BoxIcon::Critical);
+        box(kDeleteFailed + QLatin1Char('\n') + step.line(), BoxIcon::Critical);
         return;
     }
     removeCurrentEntry(stageIndex);
-    step.clear();
-    step([&] { control.MoveNext(); });
-    if (control.Recordset().EOF() && Combo1[at(stageIndex)]->entryCount() > 0) {
-        step([&] { control.MoveFirst(); });
-        selectSilently(stageIndex, 0);
-        setTabCaption(stageIndex + 1, Combo1[at(stageIndex)]->currentText());
-    }
+    moveOnAfterDelete(stageIndex);
     StageDirty[at(stageIndex)] = false;
     UpdateToolbarState();
+}
+
+void frmMain::moveOnAfterDelete(int stageIndex) {
+    platform::DataControl& control = *Data1[at(stageIndex)];
+    bool atEnd = false;
+    Trap step;
+    step([&] { control.MoveNext(); });
+    step([&] { atEnd = control.Recordset().EOF(); });
+    if (!atEnd || Combo1[at(stageIndex)]->entryCount() == 0)
+        return;
+    step([&] { control.MoveFirst(); });
+    selectSilently(stageIndex, 0);
+    setTabCaption(stageIndex + 1, Combo1[at(stageIndex)]->currentText());
 }
 
 void frmMain::removeCurrentEntry(int stageIndex) {

@@ -3,11 +3,13 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QLabel>
+#include <utility>
 
 #include "platform/system/trap.h"
 #include "records/frmMain.h"
 #include "records/main_fields.h"
 #include "records/quick_filters.h"
+#include "records/typed_entry.h"
 #include "shell/modMain.h"
 
 using platform::BoxIcon;
@@ -64,8 +66,55 @@ int entryOf(const platform::Selector& selector, qint32 number) {
 
 // --- What was typed and not saved yet.
 
-// Reading the stages afresh takes the record away from under the fields. Leaving a record saves it here as it
-// does everywhere else; false where the person wants to mend it first.
+// What stood on a stage before it was read afresh.
+struct frmMain::StageBefore {
+    qint32 number;  // of the record that was chosen, or that something was typed for; -1: none
+    QString entry;
+    TypedEntry typed;
+};
+
+// A new record gives way to the one under it, which is the one to be chosen again.
+frmMain::StageBefore frmMain::takeFromStage(int stageIndex, bool adding) {
+    const platform::Selector& selector = *Combo1[static_cast<size_t>(stageIndex)];
+    StageBefore before{selectedNumber(selector), selector.currentText(), TypedEntry(*this, stageIndex)};
+    if (adding)
+        dropPendingRow(stageIndex);
+    // After a delete the selector may stand elsewhere than the fields; what was typed belongs to the fields.
+    if (adding || !before.typed.isEmpty())
+        before.number = keyOfRecord(stageIndex);
+    return before;
+}
+
+// What was typed goes back to its own record and to no other. On a stage that was left it has been saved, or
+// the person has been told why not, so its end is told only to whoever is looking at it.
+void frmMain::putBackTyped(const std::array<StageBefore, 2>& before, int addingStage) {
+    QString missing;
+    bool gone = false;
+    for (int i = 0; i < 2; ++i) {
+        const StageBefore& was = before[static_cast<size_t>(i)];
+        if (i == addingStage || was.typed.isEmpty())
+            continue;
+        if (was.number >= 0 && keyOfRecord(i) == was.number) {
+            was.typed.putBack(*this);
+        } else if (i == CurrentStage - 1) {
+            gone = true;
+            missing = was.entry;
+        }
+    }
+    if (gone)
+        tellMissing(missing);
+}
+
+// The new record goes on being added. A new computer whose client is gone has nobody to belong to.
+void frmMain::resumeAdd(const std::array<StageBefore, 2>& before, int stageIndex) {
+    if (stageIndex == 1 && (before[0].number < 0 || selectedNumber(*Combo1[0]) != before[0].number))
+        return tellMissing(before[0].entry);
+    if (beginAdd(stageIndex))
+        before[static_cast<size_t>(stageIndex)].typed.putBack(*this);
+}
+
+// Reading the stages afresh takes the record away from under the fields. Before a filter, leaving a record
+// saves it as it does everywhere else; false where the person has to stay with it.
 bool frmMain::leaveRecord() {
     bool typed = AddNewMode;
     for (int i = 0; i < kEntryFields && CurrentStage != 3; ++i)
@@ -82,8 +131,6 @@ bool frmMain::leaveRecord() {
 // --- The stages, read from the stored queries of this copy.
 
 void frmMain::setWorkQuery(int stageIndex, const std::string& statement) {
-    platform::DataControl& control = *Data1[static_cast<size_t>(stageIndex)];
-    control.RecordSource = sourceOf(stageIndex);
     Data1[0]->Database().QueryDefs()[queryOf(stageIndex).toStdString()].setSQL(statement);
 }
 
@@ -168,10 +215,12 @@ void frmMain::narrowStages(const quick_filters::Found& found) {
             setWorkQuery(i, lists[i]->selection(kTables[i]));
             begun = true;
         }
+        for (int i = 0; i < 3; ++i)
+            Data1[static_cast<size_t>(i)]->RecordSource = sourceOf(i);
         reloadStages([](const std::function<void()>& deed) { deed(); }, {-1, -1}, false);
     } catch (...) {  // passed on
         if (begun)
-            showWholeShop(false);
+            showWholeShop({selectedNumber(*Combo1[0]), selectedNumber(*Combo1[1])}, false);
         throw;
     }
 }
@@ -216,34 +265,40 @@ void frmMain::ShowFilterCaption(int number, bool remove) {
 // --- Back to the whole shop.
 
 void frmMain::RemoveFilters() {
-    if (!leaveRecord())
-        return;
-    const AtWork working(*this, QStringLiteral("Removing filters... Please wait..."));
-    showWholeShop(false);
+    reloadWholeShop(QStringLiteral("Removing filters... Please wait..."), false);
 }
 
 void frmMain::removeFilterClick() {
     setButtonEnabled(QStringLiteral("RemoveFilter"), false);
-    if (ActiveFilter == -1)
-        return;
-    RemoveFilters();
-    // Still there where a record has to be mended first; so is the way out of it.
-    setButtonEnabled(QStringLiteral("RemoveFilter"), ActiveFilter != -1);
+    if (ActiveFilter != -1)
+        RemoveFilters();
 }
 
 void frmMain::RefreshAll() {
-    if (!leaveRecord())
-        return;
-    const AtWork working(*this, QStringLiteral("Refreshing... Please wait..."));
-    showWholeShop(true);
+    reloadWholeShop(QStringLiteral("Refreshing... Please wait..."), true);
 }
 
-void frmMain::showWholeShop(bool unitToo) {
+// Nobody is asked anything here: amounts that stayed in the unit of yesterday would be written back as
+// amounts of today's by the next service that is edited.
+void frmMain::reloadWholeShop(const QString& status, bool unitToo) {
+    const int addingStage = std::exchange(AddNewMode, false) ? CurrentStage - 1 : -1;
+    const std::array<StageBefore, 2> before = {takeFromStage(0, addingStage == 0),
+                                               takeFromStage(1, addingStage == 1)};
+    {
+        const AtWork working(*this, status);
+        showWholeShop({before[0].number, before[1].number}, unitToo);
+    }
+    if (addingStage >= 0)
+        resumeAdd(before, addingStage);
+    putBackTyped(before, addingStage);
+}
+
+void frmMain::showWholeShop(const std::array<qint32, 2>& keep, bool unitToo) {
     Trap trap;
     const StepRunner step = [&trap](const std::function<void()>& deed) { trap(deed); };
-    const std::array<qint32, 2> keep = {selectedNumber(*Combo1[0]), selectedNumber(*Combo1[1])};
     for (int i = 0; i < 3; ++i) {
         step([&] { setWorkQuery(i, std::string("SELECT * FROM ") + kTables[i]); });
+        step([&] { Data1[static_cast<size_t>(i)]->RecordSource = sourceOf(i); });
         step([] { seeOthersChanges(); });
     }
     reloadStages(step, keep, unitToo);

@@ -249,14 +249,16 @@ void frmMain::buildServicePane(QVBoxLayout* column) {
 
 void frmMain::bindFields() {
     for (int stage = 0; stage < kPanels; ++stage) {
-        for (const EntryRow& row : entryPane(stage).rows) {
-            const auto i = static_cast<size_t>(row.index);
-            QWidget* field = row.kind == EntryKind::Check  ? static_cast<QWidget*>(Check1)
-                             : row.kind == EntryKind::Date ? DTPicker1[i]
-                                                           : Text1[i];
-            Data1[static_cast<size_t>(stage)]->bind(field, QLatin1String(row.field));
-        }
+        for (const EntryRow& row : entryPane(stage).rows)
+            Data1[static_cast<size_t>(stage)]->bind(entryField(row), QLatin1String(row.field));
     }
+}
+
+QWidget* frmMain::entryField(const EntryRow& row) const {
+    const auto i = static_cast<size_t>(row.index);
+    if (row.kind == EntryKind::Check)
+        return Check1;
+    return row.kind == EntryKind::Date ? static_cast<QWidget*>(DTPicker1[i]) : Text1[i];
 }
 
 // After bindFields: a field's mark of change must be set before we ask for it.

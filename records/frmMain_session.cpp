@@ -23,20 +23,23 @@ void seeOthersChanges() {
 
 }  // namespace
 
-void frmMain::openSources() {
-    const QString path = databasePath();
+// The services are read in the order of the file: the list sorts when it is shown, and no word in the
+// settings can make a sound file look broken.
+void frmMain::openSources(Trap& step) {
+    QString path;
+    step([&] { path = databasePath(); });
     for (platform::DataControl* control : Data1) {
         control->DatabaseName = path;
-        control->Connect = connectText();
+        step([&] { control->Connect = connectText(); });
         control->RecordSource.clear();
     }
-    Data1[0]->Refresh();
-    QuerySuffix = CreateWorkQueries(Data1[0]->Database());
+    step([&] { Data1[0]->Refresh(); });
+    step([&] { QuerySuffix = CreateWorkQueries(Data1[0]->Database()); });
     for (int i = 0; i < 3; ++i) {
         platform::DataControl* control = Data1[static_cast<size_t>(i)];
-        control->RecordSource = sourceOf(i) + (i == 2 ? sortClause() : QString());
-        seeOthersChanges();
-        control->Refresh();
+        control->RecordSource = sourceOf(i);
+        step([] { seeOthersChanges(); });
+        step([&] { control->Refresh(); });
     }
 }
 
@@ -45,7 +48,7 @@ void frmMain::OpenDataControls(QString& errorText, bool& ok) {
     for (;;) {
         Trap step;
         LoadingList = true;
-        step([&] { openSources(); });
+        openSources(step);
         LoadingList = false;
         if (!step.failed()) {
             LoadServiceTypes();
@@ -54,7 +57,7 @@ void frmMain::OpenDataControls(QString& errorText, bool& ok) {
             return;
         }
         ok = false;
-        closeSources();
+        closeSources(step);
         if (repaired) {
             errorText = GetResString(1048);
             return;
@@ -84,11 +87,11 @@ bool frmMain::recoverDatabase(QString& errorText, bool& repaired) {
     return false;
 }
 
-void frmMain::closeSources() {
-    CloseServiceRows();
+void frmMain::closeSources(Trap& step) {
+    step([&] { CloseServiceRows(); });
     LoadingList = true;
     for (platform::DataControl* control : Data1)
-        control->Close();
+        step([&] { control->Close(); });
     LoadingList = false;
 }
 
@@ -104,7 +107,7 @@ void frmMain::CloseDatabases(bool& ok) {
     // What was never open is not backed up: it may be what made the start fail.
     for (const platform::DataControl* control : Data1)
         ok = ok && control->isOpen();
-    step([&] { closeSources(); });
+    closeSources(step);
     ok = ok && !step.failed();
     if (ok)
         finishSession();
@@ -142,7 +145,9 @@ void frmMain::reopenDatabase(bool compact, QString& errorText, bool& ok) {
     const QString failure =
         compact ? QStringLiteral("Unexpected error(s) occured while repairing and compacting the database:")
                 : GetResString(1047);
-    closeSources();
+    Trap step;
+    closeSources(step);
+    step.clear();
     setCursor(Qt::WaitCursor);
     QString reason;
     if (compact) {
@@ -154,8 +159,7 @@ void frmMain::reopenDatabase(bool compact, QString& errorText, bool& ok) {
         OpenDataControls(reason, ok);
     }
     if (ok) {
-        Trap step;
-        step([&] { reopenStages(); });
+        reopenStages(step);
         ok = !step.failed();
         if (!ok)
             errorText = failure + QLatin1Char(compact ? ' ' : '\n') + step.line();
@@ -167,26 +171,26 @@ void frmMain::reopenDatabase(bool compact, QString& errorText, bool& ok) {
 }
 
 // The stages are filled for what is selected, and their texts set back to the whole tables, so that the next
-// change of the tab finds another text and reads the stage again.
-void frmMain::reopenStages() {
-    FillClientCombo();
-    const QString clients = computerSource();
+// change of the tab finds another text and reads the stage again. A stage that cannot be read is emptied and
+// leaves the others to be read.
+void frmMain::reopenStages(Trap& step) {
+    step([&] { FillClientCombo(); });
     const QString allComputers = QStringLiteral("Select * FROM QDComputers%1").arg(QuerySuffix);
-    seeOthersChanges();
-    refresh(1, Combo1[0]->currentIndex() >= 0 ? clients : allComputers);
-    FillComputerCombo();
+    step([] { seeOthersChanges(); });
+    step([&] { refresh(1, Combo1[0]->currentIndex() >= 0 ? computerSource() : allComputers); });
+    step([&] { FillComputerCombo(); });
     Data1[1]->RecordSource = allComputers;
     RememberedIndex[1] = -1;
     const QString allServices = QStringLiteral("Select * FROM QDServices%1").arg(QuerySuffix);
-    seeOthersChanges();
-    refresh(2, Combo1[1]->currentIndex() >= 0 ? serviceSource() : allServices + sortClause());
-    FillServiceList({});
+    step([] { seeOthersChanges(); });
+    step([&] { refresh(2, Combo1[1]->currentIndex() >= 0 ? serviceSource() : allServices + sortClause()); });
+    step([&] { FillServiceList({}); });
     Data1[2]->RecordSource = allServices;
     if (CurrentStage != 1)
-        TabStrip1->setCurrentIndex(0);
-    UpdateServiceButtons();
-    UpdateToolbarState();
-    forgetFilter();
+        step([&] { TabStrip1->setCurrentIndex(0); });
+    step([&] { UpdateServiceButtons(); });
+    step([&] { UpdateToolbarState(); });
+    step([&] { forgetFilter(); });
 }
 
 void frmMain::forgetFilter() {

@@ -242,13 +242,10 @@ void frmMain::selectorChanged(int stageIndex) {
     step([&] {
         control.FindFirst(QStringLiteral("%1=%2").arg(QLatin1String(kKeys[stageIndex])).arg(number));
     });
-    if (step.failed()) {
-        box(step.line(), BoxIcon::Exclamation);
-        return selectSilently(stageIndex, RememberedIndex[at(stageIndex)]);
-    }
+    if (step.failed())
+        return stayOnRecord(stageIndex);
     if (control.Recordset().NoMatch()) {
-        if (control.Recordset().EditMode() != dao::Recordset::EditModeKind::None)
-            step([&] { control.CancelUpdate(); });
+        dropPendingRow(stageIndex);
         tellMissing(selector->entryText(index));
         index = 0;
     } else {
@@ -260,6 +257,24 @@ void frmMain::selectorChanged(int stageIndex) {
         setTabCaption(2, defaultCaption(2));
     RefreshComboItem(stageIndex);
     UpdateToolbarState();
+}
+
+// A new record that was given up must not be written after all, by the next one who types there.
+void frmMain::dropPendingRow(int stageIndex) {
+    platform::DataControl& control = *Data1[at(stageIndex)];
+    Trap step;
+    step([&] {
+        if (control.Recordset().EditMode() != dao::Recordset::EditModeKind::None)
+            control.CancelUpdate();
+    });
+}
+
+// The chosen record could not be asked for: the selector goes back to the one on show.
+void frmMain::stayOnRecord(int stageIndex) {
+    dropPendingRow(stageIndex);
+    if (RememberedIndex[at(stageIndex)] < 0)
+        return showEntryOfRecord(stageIndex);
+    selectSilently(stageIndex, RememberedIndex[at(stageIndex)]);
 }
 
 void frmMain::tellMissing(const QString& entry) {
@@ -290,34 +305,31 @@ void frmMain::tabChanged(int tabIndex) {
     }
     const int oldStage = CurrentStage;
     CurrentStage = newStage;
-    step([&] { showStage(newStage); });
-    step([&] { updateStagesAhead(oldStage, newStage); });
-    UpdateServiceButtons();
-    UpdateToolbarState();
-    if (step.failed()) {
-        box(QStringLiteral("An unexpected error has occured - [%1] %2")
-                .arg(step.number())
-                .arg(step.description()),
-            BoxIcon::Exclamation);
-        SetStatusText({});
-    }
+    showStage(newStage, step);
+    updateStagesAhead(oldStage, newStage, step);
+    step([&] { UpdateServiceButtons(); });
+    step([&] { UpdateToolbarState(); });
+    if (step.failed())
+        box(QStringLiteral("An unexpected error has occured - ") + step.line(), BoxIcon::Exclamation);
 }
 
-void frmMain::showStage(int newStage) {
-    UpdateServiceButtons();
-    showTabImages(newStage);
-    TabStrip1->repaint();
-    panes_->setCurrentIndex(newStage - 1);
-    UpdateToolbarState();
+void frmMain::showStage(int newStage, Trap& step) {
+    step([&] { UpdateServiceButtons(); });
+    step([&] { showTabImages(newStage); });
+    step([&] { TabStrip1->repaint(); });
+    step([&] { panes_->setCurrentIndex(newStage - 1); });
+    step([&] { UpdateToolbarState(); });
 }
 
-void frmMain::updateStagesAhead(int oldStage, int newStage) {
+// Each step by itself: a stage that could not be read must be emptied, or the records of the client before
+// stand under the name of this one.
+void frmMain::updateStagesAhead(int oldStage, int newStage, Trap& step) {
     if (oldStage == 1 && newStage > 1)
-        updateComputerStage(newStage == 3);
+        updateComputerStage(newStage == 3, step);
     else if (oldStage == 2 && newStage == 3 && isStale(2, serviceSource())) {
-        SetStatusText(kWorking);
-        updateServiceStage();
-        SetStatusText({});
+        step([&] { SetStatusText(kWorking); });
+        updateServiceStage(step);
+        step([&] { SetStatusText({}); });
     }
 }
 
@@ -325,24 +337,24 @@ bool frmMain::isStale(int stageIndex, const QString& source) const {
     return source.compare(Data1[at(stageIndex)]->RecordSource, Qt::CaseInsensitive) != 0;
 }
 
-void frmMain::updateComputerStage(bool servicesToo) {
+void frmMain::updateComputerStage(bool servicesToo, Trap& step) {
     const QString source = computerSource();
     const QString chosen = Combo1[1]->currentText();
     setTabCaption(2, chosen.isEmpty() ? defaultCaption(2) : chosen);
     if (!isStale(1, source))
         return;
-    SetStatusText(kWorking);
-    refresh(1, source);
-    FillComputerCombo();
+    step([&] { SetStatusText(kWorking); });
+    step([&] { refresh(1, source); });
+    step([&] { FillComputerCombo(); });
     if (servicesToo && isStale(2, serviceSource()))
-        updateServiceStage();
-    SetStatusText({});
+        updateServiceStage(step);
+    step([&] { SetStatusText({}); });
 }
 
-void frmMain::updateServiceStage() {
-    refresh(2, serviceSource());
-    FillServiceList({});
-    UpdateServiceButtons();
+void frmMain::updateServiceStage(Trap& step) {
+    step([&] { refresh(2, serviceSource()); });
+    step([&] { FillServiceList({}); });
+    step([&] { UpdateServiceButtons(); });
 }
 
 // A stage whose source could not be read must be read again at the next move, so its text is not left

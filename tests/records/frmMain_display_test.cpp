@@ -330,11 +330,14 @@ TEST_F(Start, SortedListComesUpSortedWithItsIcon) {
     settings::setText(settings::LVWSortField, "Price");
     settings::setText(settings::LVWSortOrder, "DESC");
     start();
+    EXPECT_EQ(win().Data1[2]->RecordSource, "SELECT * FROM QDServices0") << "sorted when it is shown";
+    tab(3);
     EXPECT_EQ(win().ListView1->columnIcon(4), "SortDown");
     EXPECT_EQ(win().ListView1->item(1).SubItems(3), "9.00");
     end();
     settings::setText(settings::LVWSortOrder, "ASC");
     start();
+    tab(3);
     EXPECT_EQ(win().ListView1->columnIcon(4), "SortUp");
     EXPECT_EQ(win().ListView1->item(1).SubItems(3), "1.00");
 }
@@ -348,8 +351,11 @@ TEST_F(Start, UnsortedListHasNoIcon) {
 TEST_F(Start, SortFieldThatIsNoColumnIsForgotten) {
     settings::setBoolean(settings::LVWSorted, true);
     settings::setText(settings::LVWSortField, "Nonsense");
+    addService(addComputer(addClient("Anic", "Vesna"), "Desk"));
     start();
-    EXPECT_TRUE(boxes.asked.isEmpty());
+    tab(3);
+    EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
+    EXPECT_EQ(win().ListView1->count(), 1);
     EXPECT_FALSE(win().LVWSorted);
     EXPECT_EQ(win().LVWSortField, "ServiceStarted");
 }

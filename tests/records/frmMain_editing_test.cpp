@@ -3,7 +3,6 @@
 #include "main_window.h"
 #include "platform/controls/date_field.h"
 #include "platform/system/launch.h"
-#include "support/second_process.h"
 
 using platform::BoxAnswer;
 using platform::BoxButtons;
@@ -99,6 +98,23 @@ TEST_F(Editing, SecondAddIsRefused) {
     EXPECT_EQ(boxes.lastText(), "You're already adding a new item in the data base.");
     EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Exclamation);
     EXPECT_TRUE(win().AddNewMode);
+}
+
+TEST_F(Editing, NewRecordIsTypedFromItsFirstFieldOn) {
+    addClient("Anic", "Vesna");
+    start();
+    win().Text2[0]->setFocus();
+    tool("NewRecord");
+    EXPECT_EQ(QApplication::focusWidget(), field(0));
+    QTest::keyClicks(QApplication::focusWidget(), "Babic");
+    EXPECT_EQ(text(0), "Babic");
+    typeClient("Babic", "Bo");
+    tab(2);
+    open(win().mnuDDatabase);
+    choose(win().mnuDDatabase, 0);
+    EXPECT_EQ(QApplication::focusWidget(), field(19));
+    QTest::keyClicks(QApplication::focusWidget(), "Office");
+    EXPECT_EQ(text(19), "Office");
 }
 
 TEST_F(Editing, MissingFieldsAreNamedInOrderAndTheFirstGetsTheFocus) {
@@ -501,78 +517,15 @@ TEST_F(Editing, EditOfADeletedRecordIsToldWithItsNumber) {
     openDatabase().Execute("DELETE * FROM Customers WHERE CustID=" + std::to_string(anic));
     tool("SaveRecord");
     ASSERT_EQ(boxes.asked.size(), 1);
-    EXPECT_TRUE(
-        boxes.lastText().startsWith("SaveRecord procedure: An unexpected error has occured while trying to "
-                                    "update record while in Edit mode and "
-                                    "with Tab index 1:\n[3167] "))
-        << boxes.lastText().toStdString();
+    EXPECT_EQ(boxes.lastText(),
+              "SaveRecord procedure: An unexpected error has occured while trying to update record while in "
+              "Edit mode and with Tab index 1:\n[3167] Record is deleted.");
     EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Critical);
-    EXPECT_EQ(chosen(0), "Anic, Vesna");
+    EXPECT_EQ(chosen(0), "Zoric, Vesna");
+    EXPECT_FALSE(win().StageDirty[0]);
     EXPECT_EQ(text(0), "Zoric") << "nothing typed is lost";
     choose(0, "Peric, Pera");
     EXPECT_EQ(text(0), "Peric") << "a failed write holds nobody back";
-}
-
-TEST_F(Editing, LockedFileIsToldOnAddingAndLeavesNoEntry) {
-    SecondProcess colleague([this](const SecondProcess::Side& side) {
-        side.untilReleased();
-        dao::Database file = dao::DBEngine::OpenDatabase(databaseFile().toStdString(), false, false,
-                                                         connectText().toStdString());
-        dao::DBEngine::BeginTrans();
-        file.Execute("UPDATE JM SET Naziv='x'");
-        side.ready();
-        side.untilReleased();
-        dao::DBEngine::Rollback();
-    });
-    addClient("Anic", "Vesna");
-    start();
-    dao::DBEngine::setLockTimeout(200);
-    tool("NewRecord");
-    typeClient("Babic", "Bo");
-    colleague.release();
-    ASSERT_TRUE(colleague.waitReady());
-    tool("SaveRecord");
-    dao::DBEngine::setLockTimeout(10000);
-    ASSERT_EQ(boxes.asked.size(), 1);
-    EXPECT_TRUE(
-        boxes.lastText().startsWith("SaveRecord procedure: An unexpected error has occured while trying to "
-                                    "update record while in Add New mode "
-                                    "and with Tab index 1:\n[3260] "))
-        << boxes.lastText().toStdString();
-    EXPECT_EQ(entries(0), QStringList({"Anic, Vesna"}));
-    EXPECT_EQ(text(0), "Anic");
-    EXPECT_FALSE(win().AddNewMode);
-    colleague.release();
-    EXPECT_EQ(colleague.wait(), 0);
-}
-
-TEST_F(Editing, FailedAddIsTold) {
-    addClient("Anic", "Vesna");
-    start();
-    win().Data1[0]->Close();
-    tool("NewRecord");
-    ASSERT_EQ(boxes.asked.size(), 1);
-    EXPECT_TRUE(boxes.lastText().startsWith("Add New Record failed.\n\n[3420] "))
-        << boxes.lastText().toStdString();
-    EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Critical);
-    EXPECT_FALSE(win().AddNewMode);
-    EXPECT_EQ(win().statusText(), "Ready");
-}
-
-TEST_F(Editing, FailedCancelIsTold) {
-    addClient("Anic", "Vesna");
-    start();
-    tool("NewRecord");
-    type(0, "");
-    type(2, "x");
-    boxes.answers << BoxAnswer::No;
-    boxes.onBox = [&](const platform::Box&) { win().Data1[0]->Recordset().Close(); };
-    tool("SaveRecord");
-    ASSERT_EQ(boxes.asked.size(), 2);
-    EXPECT_TRUE(
-        boxes.lastText().startsWith("SaveRecord procedure: An unexpected error has occured while trying to "
-                                    "cancel update record while in Add New mode and with Tab index 1:"));
-    EXPECT_FALSE(win().AddNewMode);
 }
 
 // --- Addresses.

@@ -245,43 +245,218 @@ TEST_F(WholeShop, ComputersOfAClientWithoutAnyAskForNothing) {
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
 }
 
-TEST_F(WholeShop, WhatWasTypedIsSavedFirst) {
+// --- What was typed and not saved yet.
+
+TEST_F(WholeShop, WhatWasTypedStaysTypedAndUnsaved) {
     start();
+    choose(0, "Babic, Bo");
     type(13, "064 111");
+    openDatabase().Execute("UPDATE Customers SET City='Nis' WHERE CustID=" + std::to_string(babic));
     tool("Refresh");
-    EXPECT_EQ(valueOf("Customers", "CustID", anic, "Cellular").asText(), "064 111");
+    EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
+    EXPECT_EQ(chosen(0), "Babic, Bo");
     EXPECT_EQ(text(13), "064 111");
-    EXPECT_FALSE(win().StageDirty[0]);
+    EXPECT_EQ(text(8), "Nis") << "a field nobody touched shows what a colleague wrote";
+    EXPECT_TRUE(win().StageDirty[0]);
+    EXPECT_TRUE(win().Data1[0]->DataChanged(field(13)));
+    EXPECT_FALSE(win().Data1[0]->DataChanged(field(8)));
+    EXPECT_TRUE(canUse("SaveRecord"));
+    EXPECT_EQ(valueOf("Customers", "CustID", babic, "Cellular").asText(), "");
+    tool("SaveRecord");
+    EXPECT_EQ(valueOf("Customers", "CustID", babic, "Cellular").asText(), "064 111");
+    EXPECT_EQ(valueOf("Customers", "CustID", babic, "City").asText(), "Nis");
+    EXPECT_EQ(valueOf("Customers", "CustID", anic, "Cellular").asText(), "");
 }
 
-TEST_F(WholeShop, ClientBeingAddedIsSavedFirst) {
+TEST_F(WholeShop, ClientBeingAddedGoesOnBeingAdded) {
     start();
+    choose(0, "Babic, Bo");
     tool("NewRecord");
     typeClient("Zoric", "Zora");
     tool("Refresh");
+    EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
+    EXPECT_TRUE(win().AddNewMode);
+    EXPECT_TRUE(win().StageDirty[0]);
+    EXPECT_EQ(win().Combo1[0]->currentIndex(), -1);
+    EXPECT_EQ(win().RememberedIndex[0], -1);
+    EXPECT_EQ(caption(1), "Klijenti");
+    EXPECT_EQ(caption(2), "Kompjuteri");
+    EXPECT_EQ(text(0), "Zoric");
+    EXPECT_EQ(text(11), "Srbija");
+    EXPECT_EQ(countRows("Customers"), 2);
+    tool("SaveRecord");
     EXPECT_FALSE(win().AddNewMode);
     EXPECT_EQ(chosen(0), "Zoric, Zora");
+    EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Babic, Bo", "Zoric, Zora"}));
     EXPECT_EQ(countRows("Customers"), 3);
-    EXPECT_EQ(win().statusText(), "Ready");
 }
 
-TEST_F(WholeShop, RecordThatHasToBeMendedIsNotLeft) {
+TEST_F(WholeShop, NothingThatIsMissingIsAskedFor) {
     startFiltered();
     tool("NewRecord");
     type(0, "Zoric");
     for (const char* command : {"RemoveFilter", "Refresh"}) {
-        boxes.answers << platform::BoxAnswer::Yes;
         tool(command);
+        EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
         EXPECT_TRUE(win().AddNewMode) << command;
         EXPECT_EQ(text(0), "Zoric") << command;
-        EXPECT_EQ(win().ActiveFilter, 1) << command;
-        EXPECT_TRUE(canUse("RemoveFilter")) << command;
+        EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Babic, Bo"})) << command;
+        expectNoFilter();
     }
-    boxes.answers << platform::BoxAnswer::No;
+}
+
+TEST_F(WholeShop, AddGivenUpAfterARefreshGoesBackToTheClientBefore) {
+    start();
+    choose(0, "Babic, Bo");
+    tool("NewRecord");
+    type(2, "nobody");
     tool("Refresh");
-    EXPECT_FALSE(win().AddNewMode);
+    boxes.answers << platform::BoxAnswer::No;
+    tool("SaveRecord");
+    EXPECT_EQ(chosen(0), "Babic, Bo");
+    EXPECT_EQ(text(0), "Babic");
+    EXPECT_EQ(text(2), "");
     EXPECT_EQ(countRows("Customers"), 2);
-    expectNoFilter();
+}
+
+TEST_F(WholeShop, ComputerBeingAddedKeepsItsClient) {
+    start();
+    choose(0, "Babic, Bo");
+    tab(2);
+    tool("NewRecord");
+    type(19, "New");
+    tool("Refresh");
+    EXPECT_TRUE(win().AddNewMode);
+    EXPECT_EQ(text(19), "New");
+    EXPECT_EQ(chosen(1), "");
+    EXPECT_EQ(caption(2), "Kompjuteri");
+    tool("SaveRecord");
+    EXPECT_EQ(entries(1), QStringList({"Mill", "New", "Tower"}));
+    EXPECT_EQ(valueOf("Computers", "MachineID", currentKey(1), "CustID").asLong(), babic);
+}
+
+const QString kGone = QStringLiteral("Sorry, %1 is not found in the database. First item will be selected.");
+
+TEST_F(WholeShop, ComputerBeingAddedForAClientWhoIsGoneComesToNobody) {
+    start();
+    choose(0, "Babic, Bo");
+    tab(2);
+    tool("NewRecord");
+    type(19, "New");
+    openDatabase().Execute("DELETE * FROM Customers WHERE CustID=" + std::to_string(babic));
+    tool("Refresh");
+    ASSERT_EQ(boxes.asked.size(), 1);
+    EXPECT_EQ(boxes.lastText(), kGone.arg("Babic, Bo"));
+    EXPECT_FALSE(win().AddNewMode);
+    EXPECT_EQ(chosen(0), "Anic, Vesna");
+    EXPECT_EQ(chosen(1), "Desk");
+    EXPECT_EQ(text(19), "Desk");
+    tab(1);
+    EXPECT_EQ(countRows("Computers"), 1);
+    EXPECT_EQ(valueOf("Computers", "MachineID", desk, "MachineName").asText(), "Desk");
+}
+
+TEST_F(WholeShop, WhatWasTypedForARecordThatIsGoneIsNotGivenToAnother) {
+    start();
+    type(0, "Zoric");
+    type(13, "064 111");
+    openDatabase().Execute("DELETE * FROM Customers WHERE CustID=" + std::to_string(anic));
+    tool("Refresh");
+    ASSERT_EQ(boxes.asked.size(), 1);
+    EXPECT_EQ(boxes.lastText(), kGone.arg("Anic, Vesna"));
+    EXPECT_EQ(boxes.asked.last().icon, platform::BoxIcon::Exclamation);
+    EXPECT_EQ(chosen(0), "Babic, Bo");
+    EXPECT_EQ(text(0), "Babic");
+    EXPECT_EQ(text(13), "");
+    EXPECT_FALSE(win().StageDirty[0]);
+    tab(2);
+    EXPECT_EQ(valueOf("Customers", "CustID", babic, "Surname").asText(), "Babic");
+    EXPECT_EQ(valueOf("Customers", "CustID", babic, "Cellular").asText(), "");
+}
+
+TEST_F(WholeShop, WhatWasTypedBelongsToTheRecordOnShow) {
+    const int zoric = addClient("Zoric", "Z");  // the next one in the file
+    addClient("Ciric", "C");                    // the next one in the selector
+    start();
+    choose(0, "Babic, Bo");
+    boxes.answers << platform::BoxAnswer::Yes;
+    tool("DeleteRecord");
+    ASSERT_EQ(chosen(0), "Ciric, C");
+    ASSERT_EQ(text(0), "Zoric");
+    type(13, "064");
+    tool("Refresh");
+    EXPECT_EQ(chosen(0), "Zoric, Z");
+    EXPECT_EQ(text(0), "Zoric");
+    EXPECT_EQ(text(13), "064");
+    tool("SaveRecord");
+    EXPECT_EQ(valueOf("Customers", "CustID", zoric, "Cellular").asText(), "064");
+}
+
+TEST_F(WholeShop, TypedForAComputerStaysWithIt) {
+    start();
+    choose(0, "Babic, Bo");
+    tab(2);
+    choose(1, "Mill");
+    type(20, "six cores");
+    tool("Refresh");
+    EXPECT_TRUE(boxes.asked.isEmpty());
+    EXPECT_EQ(chosen(1), "Mill");
+    EXPECT_EQ(text(20), "six cores");
+    EXPECT_TRUE(win().Data1[1]->DataChanged(field(20)));
+    tab(1);
+    EXPECT_EQ(valueOf("Computers", "MachineID", mill, "Processor").asText(), "six cores");
+    EXPECT_EQ(valueOf("Computers", "MachineID", tower, "Processor").asText(), "");
+}
+
+TEST_F(WholeShop, DateAndCheckMarkStayAsTheyWereSet) {
+    start();
+    win().DTPicker1[0]->setValue(QDate(1980, 5, 17));
+    tool("Refresh");
+    EXPECT_EQ(win().DTPicker1[0]->value(), QDate(1980, 5, 17));
+    EXPECT_FALSE(win().StageDirty[0]) << "a date alone marks nothing";
+    QTest::mouseClick(win().Check1, Qt::LeftButton, Qt::NoModifier, QPoint(8, win().Check1->height() / 2));
+    type(6, "Pekara");
+    tool("Refresh");
+    EXPECT_TRUE(win().Check1->isChecked());
+    EXPECT_TRUE(win().StageDirty[0]);
+    tool("SaveRecord");
+    EXPECT_EQ(chosen(0), "Pekara");
+    EXPECT_EQ(valueOf("Customers", "CustID", anic, "BirthDate"), dao::Value(dao::Date{29358.0}));
+    EXPECT_TRUE(valueOf("Customers", "CustID", anic, "FirmAddress").asBool());
+}
+
+TEST_F(WholeShop, WhatAColleagueHasWrittenAsWellIsStillToBeSaved) {
+    start();
+    type(13, "064");
+    openDatabase().Execute("UPDATE Customers SET Cellular='064' WHERE CustID=" + std::to_string(anic));
+    tool("Refresh");
+    EXPECT_EQ(text(13), "064");
+    EXPECT_TRUE(win().StageDirty[0]);
+    EXPECT_TRUE(win().Data1[0]->DataChanged(field(13)));
+}
+
+TEST_F(WholeShop, TypedTextIsToldOfWhenTheClientsCannotBeRead) {
+    start();
+    type(13, "064");
+    openDatabase().QueryDefs().Delete("QDCustomers0");
+    tool("Refresh");
+    ASSERT_EQ(boxes.asked.size(), 1);
+    EXPECT_EQ(boxes.lastText(), kGone.arg("Anic, Vesna"));
+    EXPECT_EQ(text(13), "");
+    EXPECT_TRUE(win().isStageLocked(1));
+}
+
+TEST_F(WholeShop, AddEndsWithAWordWhenTheClientsCannotBeRead) {
+    start();
+    tool("NewRecord");
+    type(0, "Zoric");
+    openDatabase().QueryDefs().Delete("QDCustomers0");
+    tool("Refresh");
+    ASSERT_EQ(boxes.asked.size(), 1);
+    EXPECT_EQ(boxes.lastText(), "Add New Record failed.\n\n[3420] Object invalid or no longer set.");
+    EXPECT_FALSE(win().AddNewMode);
+    EXPECT_TRUE(win().isStageLocked(1));
+    EXPECT_EQ(win().statusText(), "Ready");
 }
 
 TEST_F(WholeShop, ClientsOfAnotherWorkstationComeAndGoWithARefresh) {

@@ -1,6 +1,8 @@
 // The database under the open window: opening with repair and backup at hand, closing, compacting,
 // restarting.
 
+#include <QLabel>
+
 #include "main_window.h"
 #include "support/second_process.h"
 
@@ -349,6 +351,157 @@ TEST_F(Session, ReasonOfAFailedCompactionIsHandedBack) {
         << errorText.toStdString();
     EXPECT_TRUE(errorText.contains("[3045]"));
     other->release();
+}
+
+// Does something once, at the moment when the status bar begins to say these words: what a colleague may do
+// between two steps of a long command.
+class WhenStatusSays : public QObject {
+ public:
+    WhenStatusSays(frmMain& window, QString words, std::function<void()> deed)
+        : panel_(window.StatusBar1->panel("Text")), words_(std::move(words)), deed_(std::move(deed)) {
+        panel_->installEventFilter(this);
+    }
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Paint && panel_->text() == words_ && deed_)
+            std::exchange(deed_, {})();
+        return QObject::eventFilter(watched, event);
+    }
+    bool happened() const { return !deed_; }
+
+ private:
+    QLabel* panel_;
+    QString words_;
+    std::function<void()> deed_;
+};
+
+const QString kReopening = QStringLiteral("Reopening database... Please wait...");
+
+TEST_F(Session, CompactionWhoseFileIsGoneBeforeItReopensIsHandedBack) {
+    shop();
+    start();
+    closeDatabases();
+    const WhenStatusSays gone(win(), kReopening, [&] { QFile::remove(databaseFile()); });
+    boxes.answers << BoxAnswer::Ok << BoxAnswer::No;
+    QString errorText;
+    bool ok = true;
+    win().CompactOpenDatabase(errorText, ok);
+    EXPECT_TRUE(gone.happened());
+    EXPECT_FALSE(ok);
+    EXPECT_EQ(errorText,
+              "Unexpected error(s) occured while repairing and compacting the database:\nUser abort.");
+    ASSERT_EQ(boxes.asked.size(), 2);
+    EXPECT_EQ(boxes.asked.first().text, kAskRepair);
+    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(win().cursor().shape(), Qt::ArrowCursor);
+    EXPECT_EQ(win().ListView1->count(), 0);
+}
+
+TEST_F(Session, CompactionThatCannotReopenRestartsAndThenEndsTheProgram) {
+    shop();
+    start();
+    closeDatabases();
+    const WhenStatusSays gone(win(), kReopening, [&] { QFile::remove(databaseFile()); });
+    boxes.answers << BoxAnswer::Ok << BoxAnswer::No << BoxAnswer::Ok << BoxAnswer::Ok << BoxAnswer::No;
+    compact();
+    ASSERT_EQ(boxes.asked.size(), 6);
+    EXPECT_EQ(boxes.asked.at(2).text, kMultiUser);
+    EXPECT_EQ(boxes.asked.at(3).text, kAskRepair);
+    EXPECT_EQ(boxes.lastText(),
+              "Restarting database has failed.\n\nUnexpected error(s) occured while reopening the "
+              "database:\nUser abort.\n\nAplication will terminate.");
+    EXPECT_TRUE(win().isUnloaded());
+}
+
+TEST_F(Session, CompactionReopensWhatAColleagueHasBroughtBack) {
+    shop();
+    start();
+    closeDatabases();
+    ASSERT_TRUE(QFile::copy(databaseFile(), path("kept.mdb")));
+    const WhenStatusSays gone(win(), kReopening, [&] { QFile::remove(databaseFile()); });
+    boxes.onBox = [&](const platform::Box& box) {
+        if (box.text == kMultiUser)
+            QFile::copy(path("kept.mdb"), databaseFile());
+    };
+    boxes.answers << BoxAnswer::Ok << BoxAnswer::No;
+    compact();
+    ASSERT_EQ(boxes.asked.size(), 3);
+    EXPECT_EQ(boxes.lastText(), kMultiUser);
+    EXPECT_FALSE(win().isUnloaded());
+    EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Peric, Pera"}));
+    EXPECT_EQ(entries(1), QStringList({"Desk"}));
+    EXPECT_EQ(win().ListView1->count(), 2);
+    EXPECT_EQ(win().statusText(), "Ready");
+}
+
+// A stage that cannot be read while the database comes back.
+class HalfReopened : public Session {
+ protected:
+    void SetUp() override {
+        Session::SetUp();
+        shop();
+        start();
+        tab(2);
+        win().ActiveFilter = 1;
+        win().ShowFilterCaption(1, false);
+        // Whenever the clients are shown while the computers are open, a colleague's copy ruins the query.
+        QObject::connect(win().Data1[0], &platform::DataControl::repositioned, &win(), [this] {
+            if (win().Data1[2]->isOpen() && win().statusText() == kReopening)
+                openDatabase().QueryDefs()[query("QDComputers").toStdString()].setSQL(
+                    "SELECT * FROM NoSuchTable");
+        });
+        closeDatabases();
+    }
+    QString query(const char* name) { return QLatin1String(name) + QString::number(win().QuerySuffix); }
+    // Each step behind the one that failed has been done.
+    void expectTheRestDone() {
+        EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Peric, Pera"}));
+        EXPECT_EQ(entries(1), QStringList());
+        EXPECT_TRUE(win().isStageLocked(2));
+        EXPECT_EQ(win().ListView1->count(), 3) << "no computer, so the services of all";
+        EXPECT_EQ(win().Data1[1]->RecordSource, "Select * FROM " + query("QDComputers"));
+        EXPECT_EQ(win().Data1[2]->RecordSource, "Select * FROM " + query("QDServices"));
+        EXPECT_EQ(win().CurrentStage, 1);
+        EXPECT_EQ(win().ActiveFilter, -1);
+        EXPECT_EQ(win().StatusBar1->firstPanelKey(), "Text");
+        EXPECT_EQ(win().statusText(), "Ready");
+        EXPECT_EQ(win().cursor().shape(), Qt::ArrowCursor);
+    }
+};
+
+TEST_F(HalfReopened, RestartDoesTheRestAndHandsTheReasonBack) {
+    QString errorText;
+    bool ok = true;
+    win().RestartDatabase(errorText, ok);
+    EXPECT_FALSE(ok);
+    EXPECT_TRUE(errorText.startsWith("Unexpected error(s) occured while reopening the database:\n[3078] "))
+        << errorText.toStdString();
+    EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
+    expectTheRestDone();
+}
+
+TEST_F(HalfReopened, CompactionDoesTheRestAndHandsTheReasonBack) {
+    QString errorText;
+    bool ok = true;
+    win().CompactOpenDatabase(errorText, ok);
+    EXPECT_FALSE(ok);
+    EXPECT_TRUE(errorText.startsWith(
+        "Unexpected error(s) occured while repairing and compacting the database: [3078] "))
+        << errorText.toStdString();
+    expectTheRestDone();
+}
+
+TEST_F(Session, WordInTheSettingsCannotSendTheFileToRepair) {
+    shop();
+    closeDatabases();
+    make();
+    win().LVWSorted = true;
+    win().LVWSortField = "Nonsense";
+    QString errorText;
+    bool ok = false;
+    win().OpenDataControls(errorText, ok);
+    EXPECT_TRUE(ok) << errorText.toStdString();
+    EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
+    EXPECT_EQ(win().Data1[2]->RecordSource, "SELECT * FROM QDServices0");
 }
 
 TEST_F(Session, FailedRestartEndsTheProgram) {
