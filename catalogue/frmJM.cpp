@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "catalogue/row_search.h"
 #include "catalogue/whole_statement.h"
 #include "data/session.h"
 #include "platform/controls/boxes.h"
@@ -28,6 +29,7 @@ namespace {
 
 constexpr int kNameLimit = 25;
 const QString kWindow = QStringLiteral("frmJM");
+const QString kName = QStringLiteral("Naziv");  // the field
 const QString kMenu = QStringLiteral("mnu_list");
 const QString kDuplicate = QStringLiteral("Naziv vec postoji u bazi podataka. Pokusajte sa novim nazivom.");
 
@@ -66,11 +68,6 @@ BoxAnswer tell(QWidget* owner, const QString& text, BoxIcon icon = BoxIcon::Excl
 
 void tellEngine(QWidget* owner, const char* what) {
     tell(owner, QString::fromLatin1(what) + QStringLiteral("\n\n") + GetDAOErrors());
-}
-
-// A name goes into a criterion as it was typed.
-QString quoted(const QString& name) {
-    return QLatin1Char('"') + name + QLatin1Char('"');
 }
 
 }  // namespace
@@ -180,21 +177,19 @@ void frmJM::Unload() {
     delete cP_;
     cP_ = nullptr;
     Trap step;  // an order that cannot be kept must not disturb the work
-    step([&] {
-        settings::setInteger(settings::find(kWindow, QStringLiteral("Sorted")), Sorted ? 1 : 0);
-        settings::setText(settings::find(kWindow, QStringLiteral("SortedHow")), SortedHow);
-        settings::setText(settings::find(kWindow, QStringLiteral("WindowData")), placeOf(this));
-    });
+    step([&] { settings::setInteger(settings::find(kWindow, QStringLiteral("Sorted")), Sorted ? 1 : 0); });
+    step([&] { settings::setText(settings::find(kWindow, QStringLiteral("SortedHow")), SortedHow); });
+    step([&] { settings::setText(settings::find(kWindow, QStringLiteral("WindowData")), placeOf(this)); });
 }
 
 QString frmJM::CreateMenu() {
     Trap step;
-    step([&] {
-        cP_->clear();
-        for (const MenuLine& line : kMenuLines)
+    step([&] { cP_->clear(); });
+    for (const MenuLine& line : kMenuLines)
+        step([&] {
             cP_->addItem(QString::fromLatin1(line.caption), {}, {}, true, QString::fromLatin1(line.key));
-        cP_->store(kMenu);
-    });
+        });
+    step([&] { cP_->store(kMenu); });
     if (!step.failed())
         return {};
     return QStringLiteral("%1 Prog. linija: %2; frmJM -> CreateMenu procedura.")
@@ -221,20 +216,31 @@ void frmJM::RefreshList(const QString& selectName, bool reset) {
     updateButtons();
 }
 
+void frmJM::addRow(const dao::Recordset& rows) {
+    const dao::Value name = rows["Naziv"];
+    List1_->addString(name.isNull() ? QString() : QString::fromStdString(name.asText()),
+                      rows["AID"].asLong());
+}
+
+// A unit that somebody deletes meanwhile costs its own line only.
 QString frmJM::FillListBox(const QString& selectName) {
     Trap step;
     List1_->resetContent();
-    step([&] {
-        Data1_->Refresh();
-        dao::Recordset& rows = Data1_->Recordset();
-        for (; !rows.EOF(); rows.MoveNext()) {
-            const dao::Value& name = rows["Naziv"];
-            const QString text = name.isNull() ? QString() : QString::fromStdString(name.asText());
-            List1_->addString(text, rows["AID"].asLong());
-        }
-        if (List1_->count() > 0)
-            Data1_->MoveFirst();
-    });
+    step([&] { Data1_->Refresh(); });
+    bool goesOn = false;
+    dao::Recordset rows = Data1_->Recordset();
+    if (Data1_->isOpen())
+        step([&] { goesOn = !rows.EOF(); });
+    while (goesOn) {
+        step([&] { addRow(rows); });
+        goesOn = false;
+        step([&] {
+            rows.MoveNext();
+            goesOn = !rows.EOF() && step.number() != dao::errLocked;
+        });
+    }
+    if (List1_->count() > 0)
+        step([&] { Data1_->MoveFirst(); });
     if (!selectName.isEmpty()) {
         const int row = List1_->findString(selectName);
         if (row >= 0) {
@@ -331,33 +337,41 @@ void frmJM::addUnit() {
     const QString name = Text1_->text().trimmed();
     if (name.isEmpty())
         return;
-    Trap step;
-    bool isFree = true;
-    step([&] { Data1_->FindFirst(QStringLiteral("Naziv=") + quoted(name)); });
-    step([&] { isFree = Data1_->Recordset().NoMatch(); });
-    if (isFree) {
-        step([&] {
-            Data1_->AddNew();
-            Data1_->Recordset().Fields("Naziv") = name.toStdString();
-        });
-        // A unit is in the list only when it is in the table.
-        if (!step.failed())
-            step([&] { Data1_->Recordset().Update(); });
-        if (step.failed()) {
-            tellEngine(this, "Neocekivana greska prilikom dodavanja jedinice mere u bazu podataka:");
-            step.clear();
-            giveUpEdit();
-        } else {
-            step([&] { Data1_->setBookmark(Data1_->Recordset().LastModified()); });
-            const int row = List1_->addString(name);
-            step([&] { List1_->setItemData(row, Data1_->Recordset()["AID"].asLong()); });
-            List1_->setCurSel(row);
-        }
-    } else {
+    if (row_search::hasName(Data1_->Recordset(), kName, name))
         tell(this, kDuplicate);
-    }
+    else
+        storeUnit(name);
     Text1_->clear();
     updateButtons();
+}
+
+void frmJM::storeUnit(const QString& name) {
+    Trap step;
+    step([&] { Data1_->AddNew(); });
+    if (!step.failed())
+        step([&] { Data1_->Recordset().Fields("Naziv") = name.toStdString(); });
+    // A unit is in the list only when it is in the table.
+    if (!step.failed())
+        step([&] { Data1_->Recordset().Update(); });
+    if (step.failed()) {
+        tellEngine(this, "Neocekivana greska prilikom dodavanja jedinice mere u bazu podataka:");
+        giveUpEdit();
+        return;
+    }
+    step([&] { Data1_->setBookmark(Data1_->Recordset().LastModified()); });
+    const int row = List1_->addString(name);
+    step([&] { List1_->setItemData(row, Data1_->Recordset()["AID"].asLong()); });
+    List1_->setCurSel(row);
+}
+
+// Makes the selected unit's record the current one. A failure is left standing in `step`. False: somebody has
+// deleted it meanwhile, and the person has been told so with `goneText`.
+bool frmJM::findUnit(const char* goneText, Trap& step) {
+    const QString wanted = QStringLiteral("AID=%1").arg(List1_->selectedData());
+    const bool isGone = row_search::find(Data1_->Recordset(), wanted, step) == row_search::Outcome::Nothing;
+    if (isGone)
+        tell(this, QString::fromLatin1(goneText));
+    return !isGone;
 }
 
 void frmJM::giveUpEdit() {
@@ -375,40 +389,34 @@ void frmJM::changeUnit() {
     if (name.isEmpty())
         return;
     Trap step;
-    bool isGone = true;
-    bool isFree = true;
-    step([&] { Data1_->FindFirst(QStringLiteral("AID=%1").arg(List1_->selectedData())); });
-    step([&] { isGone = Data1_->Recordset().NoMatch(); });
-    if (isGone) {
-        tell(this, QStringLiteral(
-                       "Jedinica mere koju pokusavate da promenite nije pronadjena u bazi podataka. Moguce "
-                       "je da je neko od korisnika vec obrisao. Azurirajte podatke i pokusajte ponovo."));
+    if (!findUnit(
+            "Jedinica mere koju pokusavate da promenite nije pronadjena u bazi podataka. Moguce je da je "
+            "neko od korisnika vec obrisao. Azurirajte podatke i pokusajte ponovo.",
+            step))
         return;
-    }
-    step([&] { Data1_->FindFirst(QStringLiteral("Naziv=") + quoted(name)); });
-    step([&] { isFree = Data1_->Recordset().NoMatch(); });
-    if (isFree)
-        writeName(name);
+    if (step.failed() || !row_search::hasName(Data1_->Recordset(), kName, name))
+        writeName(name, step);
     else
         tell(this, kDuplicate);
     updateButtons();
 }
 
-// The search for the name found nothing, so the row found by its number is still the current one.
-void frmJM::writeName(const QString& name) {
-    Trap step;
-    step([&] {
-        Data1_->Recordset().Edit();
-        Data1_->Recordset().Fields("Naziv") = name.toStdString();
-        Data1_->Recordset().Update();
-    });
+// The search for the name found nothing, so the row found by its number is still the current one. Where that
+// one could not be looked for, nothing is written.
+void frmJM::writeName(const QString& name, Trap& step) {
+    dao::Recordset rows = Data1_->Recordset();
+    if (!step.failed())
+        step([&] {
+            rows.Edit();
+            rows.Fields("Naziv") = name.toStdString();
+            rows.Update();
+        });
     if (step.failed()) {
         tellEngine(this, "Neocekivana greska prilikom promene jedinice mere u bazi podataka:");
-        step.clear();
         giveUpEdit();
         return;
     }
-    step([&] { Data1_->setBookmark(Data1_->Recordset().LastModified()); });
+    step([&] { Data1_->setBookmark(rows.LastModified()); });
     List1_->setText(List1_->curSel(), name);
 }
 
@@ -422,22 +430,20 @@ void frmJM::deleteUnit() {
             BoxIcon::Exclamation, BoxButtons::YesNo) != BoxAnswer::Yes)
         return;
     Trap step;
-    bool isGone = true;
-    step([&] { Data1_->FindFirst(QStringLiteral("AID=%1").arg(List1_->selectedData())); });
-    step([&] { isGone = Data1_->Recordset().NoMatch(); });
-    if (isGone) {
-        tell(this, QStringLiteral(
-                       "Jedinica mere koju pokusavate da izbrisete nije pronadjena u bazi podataka. Moguce "
-                       "je da je neko od korisnika vec obrisao. Azurirajte podatke i pokusajte ponovo."));
+    if (!findUnit(
+            "Jedinica mere koju pokusavate da izbrisete nije pronadjena u bazi podataka. Moguce je da je "
+            "neko od korisnika vec obrisao. Azurirajte podatke i pokusajte ponovo.",
+            step))
         return;
-    }
-    step([&] { Data1_->Delete(); });
+    if (!step.failed())
+        step([&] { Data1_->Delete(); });
     if (step.failed()) {
         tellEngine(this, "Neocekivana greska prilikom brisanja jedinice mere u bazi podataka:");
-        step.clear();
     } else {
-        if (Data1_->Recordset().RecordCount() > 0)
-            step([&] { Data1_->MoveFirst(); });
+        step([&] {
+            if (Data1_->Recordset().RecordCount() > 0)
+                Data1_->MoveFirst();
+        });
         List1_->deleteString(List1_->curSel());
         List1_->setCurSel(0);
     }

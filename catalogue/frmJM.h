@@ -8,6 +8,9 @@ class QHBoxLayout;
 class QLineEdit;
 class QPushButton;
 class QVBoxLayout;
+namespace dao {
+class Recordset;
+}
 namespace platform {
 class DataControl;
 class ListBox;
@@ -53,9 +56,13 @@ class frmJM : public QDialog {
     void showMenu(const QPoint& globalPosition);
     void updateButtons();
 
+    void addRow(const dao::Recordset& rows);
+
     void addUnit();
+    void storeUnit(const QString& name);
+    bool findUnit(const char* goneText, platform::Trap& step);
     void changeUnit();
-    void writeName(const QString& name);
+    void writeName(const QString& name, platform::Trap& step);
     void deleteUnit();
     void deleteAllUnits();
     void giveUpEdit();

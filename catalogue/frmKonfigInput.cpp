@@ -214,22 +214,13 @@ void frmKonfigInput::fillUnits() {
     dao::Database database;
     dao::Recordset rows;
     units_->clear();
-    step([&] {
-        database = dao::DBEngine::OpenDatabase(databasePath().toStdString());
-        rows = database.OpenRecordset("JM", dao::dbOpenDynaset);
-        if (rows.EOF())
-            return;
-        if (OpenMode == Search)
-            units_->addItem(QString(), -1);  // a search need not ask for a unit
-        for (; !rows.EOF(); rows.MoveNext())
-            units_->addItem(
-                QString::fromStdString(rows["Naziv"].isNull() ? std::string() : rows["Naziv"].asText()),
-                rows["AID"].asLong());
-        units_->setCurrentIndex(0);
-    });
+    step([&] { database = dao::DBEngine::OpenDatabase(databasePath().toStdString()); });
+    if (!step.failed())
+        step([&] { rows = database.OpenRecordset("JM", dao::dbOpenDynaset); });
     if (rows)
-        rows.Close();
-    database.Close();
+        addUnits(rows, step);
+    step([&] { rows.Close(); });
+    step([&] { database.Close(); });
     if (step.failed()) {
         platform::showBox(
             {QStringLiteral("Neocekivana greska prilikom popunjavanja Combo box-a jedinicama mera.\n\n") +
@@ -237,6 +228,28 @@ void frmKonfigInput::fillUnits() {
              GetResString(1), platform::BoxIcon::Exclamation},
             this);
     }
+}
+
+// A unit that somebody deletes meanwhile costs its own line only.
+void frmKonfigInput::addUnits(dao::Recordset& rows, platform::Trap& step) {
+    bool goesOn = false;
+    step([&] { goesOn = !rows.EOF(); });
+    if (goesOn && OpenMode == Search)
+        units_->addItem(QString(), -1);  // a search need not ask for a unit
+    while (goesOn) {
+        step([&] {
+            const dao::Value name = rows["Naziv"];
+            units_->addItem(name.isNull() ? QString() : QString::fromStdString(name.asText()),
+                            rows["AID"].asLong());
+        });
+        goesOn = false;
+        step([&] {
+            rows.MoveNext();
+            goesOn = !rows.EOF() && step.number() != dao::errLocked;
+        });
+    }
+    if (units_->count() > 0)
+        units_->setCurrentIndex(0);
 }
 
 void frmKonfigInput::fillFields() {

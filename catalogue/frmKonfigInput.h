@@ -14,6 +14,12 @@ class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
+namespace dao {
+class Recordset;
+}
+namespace platform {
+class Trap;
+}
 
 // The entry window of a product. It knows nothing of the products' table, only the list of units: its caller
 // sets the properties, shows it with Display, reads them back. Prices in euro.
@@ -60,6 +66,7 @@ class frmKonfigInput : public QDialog {
     // Filling.
     void load();
     void fillUnits();
+    void addUnits(dao::Recordset& rows, platform::Trap& step);
     void fillFields();
     void dressForMode();
 

@@ -368,7 +368,7 @@ void frmKonfiguratorEx::Unload() {
         return;
     loaded_ = false;
     Trap step;  // settings that cannot be kept must not hold the requisition up
-    step([&] { storeSettings(); });
+    storeSettings(step);
     if (ParentForm)
         ParentForm->setDragEvents(nullptr);
     ParentForm = nullptr;
@@ -378,17 +378,20 @@ void frmKonfiguratorEx::Unload() {
         each->Close();
 }
 
-void frmKonfiguratorEx::storeSettings() {
-    settings::setInteger(setting("VerticalSplitPosition"), VSplitter->position());
-    settings::setInteger(setting("HorisontalSplitPosition"), HSplitter->position());
-    settings::setBoolean(setting("PrikaziStanjaVecaOdNule"), PrikaziStanjaVecaOdNule);
-    settings::setBoolean(setting("PrikaziSveProizvodjace"), PrikaziSveProizvodjace);
+void frmKonfiguratorEx::storeSettings(Trap& step) {
+    const auto keep = [&](const char* key, auto store, const auto& value) {
+        step([&] { store(setting(key), value); });
+    };
+    keep("VerticalSplitPosition", settings::setInteger, VSplitter->position());
+    keep("HorisontalSplitPosition", settings::setInteger, HSplitter->position());
+    keep("PrikaziStanjaVecaOdNule", settings::setBoolean, PrikaziStanjaVecaOdNule);
+    keep("PrikaziSveProizvodjace", settings::setBoolean, PrikaziSveProizvodjace);
     for (size_t i = 0; i < SortTagOf.size(); ++i)
-        settings::setText(setting(kSortSettings[i]), SortTagOf[i]);
-    settings::setText(setting("LVWColumnWidths"), columnWidths(*ListView1));
-    settings::setText(setting("LVWColumnPositions"), columnPositions(*ListView1));
+        keep(kSortSettings[i], settings::setText, SortTagOf[i]);
+    keep("LVWColumnWidths", settings::setText, columnWidths(*ListView1));
+    keep("LVWColumnPositions", settings::setText, columnPositions(*ListView1));
     if (!isMinimized())
-        settings::setText(setting("WindowData"), placeAndSizeOf(this));
+        keep("WindowData", settings::setText, placeAndSizeOf(this));
 }
 
 platform::BoxAnswer frmKonfiguratorEx::box(const QString& text, BoxIcon icon, platform::BoxButtons buttons,

@@ -6,8 +6,11 @@
 #include <QPointer>
 #include <QString>
 #include <array>
+#include <functional>
+#include <initializer_list>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "catalogue/catalogue_parent.h"
 #include "platform/controls/boxes.h"
@@ -70,7 +73,9 @@ class frmKonfiguratorEx : public QDialog, public ParentDragEvents {
     void cP_Click(int item);
     void cP_ItemHighlight(int item, bool enabled, bool separator);
     void ShowStatusText(const QString& text, bool sticky);
-    void SortList(int mode, bool force);  // 0 refresh, 1 ascending, 2 descending, 3 no sort; the focused list
+    // The list that has the focus; `force`: also where it is in that order already.
+    static constexpr int kRefreshOnly = 0, kAscending = 1, kDescending = 2, kNoSort = 3;
+    void SortList(int mode, bool force);
 
     // Products (frmKonfiguratorEx_products.cpp).
     void AddNewProduct();
@@ -155,7 +160,7 @@ class frmKonfiguratorEx : public QDialog, public ParentDragEvents {
     void load();
     void loadProductList();
     void firstShowing();
-    void storeSettings();
+    void storeSettings(platform::Trap& step);
     void refreshSwitch(int index);
     void toggleSwitch(int index);
     bool& switchState(int index) { return index == 0 ? PrikaziStanjaVecaOdNule : PrikaziSveProizvodjace; }
@@ -166,13 +171,14 @@ class frmKonfiguratorEx : public QDialog, public ParentDragEvents {
     void showSortIcons(const platform::SortTag& sort);
     QString FillListBox(int index, const QString& field);  // an error's text, empty on success
     QString FillListView();
-    void fillProductRows();
+    void fillRows(int index, platform::Trap& step, const std::function<void()>& takeRow);
     void selectAfterFill(int index, const QString& key);
     void showFillError(int index, const QString& error);
     void beginProgress(qint64 count);
     void stepProgress();
     void endProgress();
     void clickColumn(int column);
+    void sortList(int pane, int mode, bool force);  // a list pane, or -1: nothing happens
 
     // Typing and keys (frmKonfiguratorEx_typing.cpp).
     void searchTextChanged(int index);
@@ -186,6 +192,7 @@ class frmKonfiguratorEx : public QDialog, public ParentDragEvents {
     void runToolbar(const QString& key);
     void openListMenu(int index, const QPoint& at);
     void openProductMenu(const QPoint& at);
+    void enableItems(std::initializer_list<std::pair<const char*, bool>> states, platform::Trap& step);
     void showCaption(const QString& caption, const QString& iconKey);
     void focusCame(const QObject* widget);
     void pointerMoved(const QObject* widget, const QPoint& globalPosition);
@@ -198,9 +205,10 @@ class frmKonfiguratorEx : public QDialog, public ParentDragEvents {
     struct Draw;  // one product on its way from the stock to the requisition
     static stock_draw::Addition additionOf(const Draw& draw);
     bool askQuantity(Draw& draw);
-    enum class StockCheck { Goes, AskAgain, Stop };
-    StockCheck checkStock(Draw& draw);
-    bool takeFromStock(const Draw& draw);
+    enum class StockCheck { Goes, AskAgain, Stop, Failed };
+    StockCheck checkStock(Draw& draw, platform::Trap& step);
+    bool drawProduct(const Draw& draw, platform::Trap& step);
+    void tellDrawFailed(const platform::Trap& step);
     bool addToRow(const Draw& draw);  // false: the row is not there any more
     void addNewRow(const Draw& draw);
     bool dragMouse(const QMouseEvent& event);  // of the product list's surface; true: dealt with
@@ -208,7 +216,8 @@ class frmKonfiguratorEx : public QDialog, public ParentDragEvents {
     void setDragIcon(const QString& key);
     void drawSoon();
 
-    std::array<QString, kListPanes> lastSelection_{};
+    // The row whose products were read at the last click; none: the next click reads, whatever it hits.
+    std::array<std::optional<QString>, kListPanes> lastSelection_{};
     std::array<QLabel*, 2> Label1{};           // the switches
     std::array<QWidget*, 2> switchPicture_{};  // Picture1(3), Picture1(4)
     QWidget* Picture1_5 = nullptr;             // caption of the active pane
@@ -230,8 +239,8 @@ class frmKonfiguratorEx : public QDialog, public ParentDragEvents {
     // products/groups (frmKonfiguratorEx_products.cpp, frmKonfiguratorEx_groups.cpp).
     bool hasGroupAndManufacturer() const;  // a row is selected in both lists
     bool openProducts(dao::Recordset& rows);
-    bool askForNewProduct(frmKonfigInput& input, dao::Recordset& rows, platform::Trap& step);
-    QString storeNewProduct(const frmKonfigInput& input, dao::Recordset& rows, platform::Trap& step);
+    bool askForNewProduct(frmKonfigInput& input, const dao::Recordset& rows);
+    QString storeNewProduct(const frmKonfigInput& input, dao::Recordset& rows);
     void fillInput(frmKonfigInput& input, const platform::ListItem& item, platform::Trap& step);
     bool mayTakeName(const QString& name, const QString& key, dao::Recordset& rows, platform::Trap& step);
     bool storeProduct(const frmKonfigInput& input, const QString& key, dao::Recordset& rows,
@@ -243,8 +252,10 @@ class frmKonfiguratorEx : public QDialog, public ParentDragEvents {
     std::optional<QString> chooseProductsToDelete();
     QString addGrpMft(int index, platform::Trap& step);
     void giveUpGrpMft(int index);
-    int chosenListPane() const;
-    bool findGrpMft(int index, const char* goneText, platform::Trap& step);
+    void editGrpMft(int pane);  // a list pane, or -1: nothing happens
+    void deleteGrpMft(int pane);
+    void tellGrpMftFailed(int index, const char* part, const char* procedure, platform::Trap& step);
+    bool isGoneGrpMft(int index, const char* goneText, platform::Trap& step);
     bool renameGrpMft(int index, const QString& name, platform::Trap& step);
     void showRenamed(int index, const QString& name);
     void carryNameIntoRequisitions(int index, const QString& name, const QString& oldName,

@@ -62,13 +62,25 @@ constexpr Command kProductMenu[] = {{nullptr, 0, nullptr, "-Proizvodi"},
 constexpr char kListMenuName[] = "mnu_listpopup", kProductMenuName[] = "mnu_lvwpopup";
 
 template <typename Rows>
-void buildMenu(platform::PopupMenu& menu, const Rows& rows, const char* name) {
-    menu.clear();
+void buildMenu(platform::PopupMenu& menu, const Rows& rows, const char* name, Trap& step) {
+    step([&] { menu.clear(); });
     for (const Command& row : rows)
-        menu.addItem(QLatin1String(row.caption), row.text ? GetResString(row.text) : QString(),
-                     row.icon ? platform::icon(QLatin1String(row.icon)) : QIcon(), true,
-                     row.key ? QLatin1String(row.key) : QString());
-    menu.store(QLatin1String(name));
+        step([&] {
+            menu.addItem(QLatin1String(row.caption), row.text ? GetResString(row.text) : QString(),
+                         row.icon ? platform::icon(QLatin1String(row.icon)) : QIcon(), true,
+                         row.key ? QLatin1String(row.key) : QString());
+        });
+    step([&] { menu.store(QLatin1String(name)); });
+}
+
+template <typename Commands>
+void run(const Commands& commands, const QString& key) {
+    for (const auto& [name, command] : commands) {
+        if (key == QLatin1String(name)) {
+            command();
+            return;
+        }
+    }
 }
 
 template <typename Rows>
@@ -114,31 +126,20 @@ QAction* frmKonfiguratorEx::toolbarButton(const QString& key) const {
     return nullptr;
 }
 
+// Somebody who types in a search box means the list under it.
 void frmKonfiguratorEx::runToolbar(const QString& key) {
-    using Handler = void (frmKonfiguratorEx::*)();
-    struct Row {
-        const char* key;
-        Handler onList, onProducts;
-    };
-    static constexpr Row kRows[] = {
-        {"new", &frmKonfiguratorEx::AddNewGrpMft, &frmKonfiguratorEx::AddNewProduct},
-        {"edit", &frmKonfiguratorEx::EditGrpMft, &frmKonfiguratorEx::EditProduct},
-        {"delete", &frmKonfiguratorEx::DeleteGrpMft, &frmKonfiguratorEx::DeleteProduct},
-        {"delall", &frmKonfiguratorEx::DeleteAllGrpMft, &frmKonfiguratorEx::DeleteAllProduct}};
-    const bool onList = focusedListPane() >= 0;
-    for (const Row& row : kRows) {
-        if (key == QLatin1String(row.key)) {
-            (this->*(onList ? row.onList : row.onProducts))();
-            return;
-        }
-    }
-    const bool unsort = key == QLatin1String("unsort");
-    if (key == QLatin1String("print"))
-        PrintPriceList();
-    else if (key == QLatin1String("help"))
-        box(QStringLiteral("Bice, bice..."), platform::BoxIcon::Information);
-    else if (unsort || key == QLatin1String("refresh"))
-        onList ? SortList(unsort ? 3 : 0, false) : RefreshProduct(unsort);
+    const int pane = activePane();
+    const bool onList = pane < kListPanes;
+    const std::pair<const char*, std::function<void()>> commands[] = {
+        {"new", [&] { onList ? AddNewGrpMft() : AddNewProduct(); }},
+        {"edit", [&] { onList ? editGrpMft(pane) : EditProduct(); }},
+        {"delete", [&] { onList ? deleteGrpMft(pane) : DeleteProduct(); }},
+        {"delall", [&] { onList ? DeleteAllGrpMft() : DeleteAllProduct(); }},
+        {"print", [&] { PrintPriceList(); }},
+        {"refresh", [&] { onList ? sortList(pane, kRefreshOnly, false) : RefreshProduct(false); }},
+        {"unsort", [&] { onList ? sortList(pane, kNoSort, false) : RefreshProduct(true); }},
+        {"help", [&] { box(QStringLiteral("Bice, bice..."), platform::BoxIcon::Information); }}};
+    run(commands, key);
 }
 
 int frmKonfiguratorEx::activePane() const {
@@ -185,10 +186,8 @@ void frmKonfiguratorEx::ToolbarUpdate() {
 
 QString frmKonfiguratorEx::CreateMenu() {
     Trap step;
-    step([&] {
-        buildMenu(*cP, kListMenu, kListMenuName);
-        buildMenu(*cP, kProductMenu, kProductMenuName);
-    });
+    buildMenu(*cP, kListMenu, kListMenuName, step);
+    buildMenu(*cP, kProductMenu, kProductMenuName, step);
     if (!step.failed())
         return {};
     return QStringLiteral("%1 Prog. linija: %2; frmKonfiguratorEx -> CreateMenu procedura.")
@@ -199,37 +198,42 @@ QString frmKonfiguratorEx::CreateMenu() {
 void frmKonfiguratorEx::openListMenu(int index, const QPoint& at) {
     focusPane(index);
     Trap step;
+    step([&] { cP->restore(QLatin1String(kListMenuName)); });
     step([&] {
-        cP->restore(QLatin1String(kListMenuName));
         cP->setCaption(1, index == kGroups ? QStringLiteral("-Grupe") : QStringLiteral("-Proizvodjaci"));
-        const bool rows = hasRows(index);
-        const bool selected = hasSelection(index);
-        const platform::SortTag sort = sortOf(index);
-        const bool ascending = sort.order == QLatin1String("ASC");
-        cP->setEnabled(QStringLiteral("edit"), selected);
-        cP->setEnabled(QStringLiteral("delete"), selected);
-        cP->setEnabled(QStringLiteral("delall"), rows);
-        cP->setEnabled(QStringLiteral("asc"), rows && !(sort.sorted && ascending));
-        cP->setEnabled(QStringLiteral("desc"), rows && !(sort.sorted && !ascending));
-        cP->setEnabled(QStringLiteral("unsort"), rows && sort.sorted);
-        cP->show(at);
     });
+    const bool rows = hasRows(index);
+    const bool selected = hasSelection(index);
+    const platform::SortTag sort = sortOf(index);
+    const bool ascending = sort.order == QLatin1String("ASC");
+    enableItems({{"edit", selected},
+                 {"delete", selected},
+                 {"delall", rows},
+                 {"asc", rows && !(sort.sorted && ascending)},
+                 {"desc", rows && !(sort.sorted && !ascending)},
+                 {"unsort", rows && sort.sorted}},
+                step);
+    step([&] { cP->show(at); });
 }
 
 void frmKonfiguratorEx::openProductMenu(const QPoint& at) {
     focusPane(kProducts);
     Trap step;
-    step([&] {
-        cP->restore(QLatin1String(kProductMenuName));
-        const bool rows = hasRows(kProducts);
-        const bool selected = rows && hasSelection(kProducts);
-        cP->setEnabled(QStringLiteral("lvedit"), selected);
-        cP->setEnabled(QStringLiteral("lvdelete"), selected);
-        cP->setEnabled(QStringLiteral("lvdelall"), rows);
-        cP->setEnabled(QStringLiteral("lvprint"), rows);
-        cP->setEnabled(QStringLiteral("lvunsort"), rows && sortOf(kProducts).sorted);
-        cP->show(at);
-    });
+    step([&] { cP->restore(QLatin1String(kProductMenuName)); });
+    const bool rows = hasRows(kProducts);
+    const bool selected = rows && hasSelection(kProducts);
+    enableItems({{"lvedit", selected},
+                 {"lvdelete", selected},
+                 {"lvdelall", rows},
+                 {"lvprint", rows},
+                 {"lvunsort", rows && sortOf(kProducts).sorted}},
+                step);
+    step([&] { cP->show(at); });
+}
+
+void frmKonfiguratorEx::enableItems(std::initializer_list<std::pair<const char*, bool>> states, Trap& step) {
+    for (const auto& [key, on] : states)
+        step([&, name = QString(QLatin1String(key)), state = on] { cP->setEnabled(name, state); });
 }
 
 void frmKonfiguratorEx::cP_Click(int item) {
@@ -238,10 +242,10 @@ void frmKonfiguratorEx::cP_Click(int item) {
         {"edit", [this] { EditGrpMft(); }},
         {"delete", [this] { DeleteGrpMft(); }},
         {"delall", [this] { DeleteAllGrpMft(); }},
-        {"asc", [this] { SortList(1, false); }},
-        {"desc", [this] { SortList(2, false); }},
-        {"unsort", [this] { SortList(3, false); }},
-        {"refresh", [this] { SortList(0, false); }},
+        {"asc", [this] { SortList(kAscending, false); }},
+        {"desc", [this] { SortList(kDescending, false); }},
+        {"unsort", [this] { SortList(kNoSort, false); }},
+        {"refresh", [this] { SortList(kRefreshOnly, false); }},
         {"lvnew", [this] { AddNewProduct(); }},
         {"lvedit", [this] { EditProduct(); }},
         {"lvdelete", [this] { DeleteProduct(); }},
@@ -249,13 +253,7 @@ void frmKonfiguratorEx::cP_Click(int item) {
         {"lvprint", [this] { PrintPriceList(); }},
         {"lvunsort", [this] { RefreshProduct(true); }},
         {"lvrefresh", [this] { RefreshProduct(false); }}};
-    const QString key = cP->keyOf(item);
-    for (const auto& [name, run] : commands) {
-        if (key == QLatin1String(name)) {
-            run();
-            return;
-        }
-    }
+    run(commands, cP->keyOf(item));
 }
 
 void frmKonfiguratorEx::cP_ItemHighlight(int item, bool enabled, bool separator) {

@@ -2,6 +2,7 @@
 #include <QLineEdit>
 
 #include "catalogue/frmKonfiguratorEx.h"
+#include "catalogue/row_search.h"
 #include "catalogue/whole_statement.h"
 #include "platform/dao/dao.h"
 #include "platform/system/trap.h"
@@ -132,28 +133,22 @@ QString frmKonfiguratorEx::addGrpMft(int index, Trap& step) {
     QString name = askName(pane.newPrompt, pane.title, QString(), this);
     if (name.isEmpty())
         return {};
-    bool isFree = true;
-    step([&] { source.FindFirst(latin(pane.field) + QStringLiteral("=\"") + name + QLatin1Char('"')); });
-    step([&] { isFree = source.Recordset().NoMatch(); });
-    if (!isFree) {
+    if (row_search::hasName(source.Recordset(), latin(pane.field), name)) {
         box(QStringLiteral("Naziv vec postoji u bazi podataka. Pokusajte sa novim nazivom."),
             BoxIcon::Exclamation);
         return {};
     }
     name = cased(name);
-    qint32 number = -1;
     step([&] {
         source.AddNew();
         source.Recordset().Fields(pane.field) = name.toStdString();
     });
-    if (!step.failed()) {
-        step([&] {
-            source.Recordset().Update();
-            source.setBookmark(source.Recordset().LastModified());
-            dao::DBEngine::Idle(dao::dbRefreshCache);
-            number = source.Recordset()["ID"].asLong();
-        });
-    }
+    // A row without its name is worth nothing to anybody.
+    if (!step.failed())
+        step([&] { source.Recordset().Update(); });
+    if (!step.failed())
+        step([&] { source.setBookmark(source.Recordset().LastModified()); });
+    step([] { dao::DBEngine::Idle(dao::dbRefreshCache); });
     if (step.failed()) {
         box(latin(pane.addError) + QStringLiteral(" (ADDNEW deo):") + tail(step, "DoGroupAddNew"),
             BoxIcon::Exclamation);
@@ -161,6 +156,8 @@ QString frmKonfiguratorEx::addGrpMft(int index, Trap& step) {
         giveUpGrpMft(index);
         return {};
     }
+    qint32 number = -1;
+    step([&] { number = source.Recordset()["ID"].asLong(); });
     List1[static_cast<size_t>(index)]->addString(name, number);
     return name;
 }
@@ -170,17 +167,14 @@ void frmKonfiguratorEx::giveUpGrpMft(int index) {
     giveUp([&] { Data1[static_cast<size_t>(index)]->CancelUpdate(); });
 }
 
-// The pane of groups or manufacturers that has the focus, if a row is chosen there; else -1.
-int frmKonfiguratorEx::chosenListPane() const {
-    const int index = focusedListPane();
-    return index >= 0 && List1[static_cast<size_t>(index)]->curSel() >= 0 ? index : -1;
-}
-
 // Renaming --------------------------------------------------------------------------------------------------
 
 void frmKonfiguratorEx::EditGrpMft() {
-    const int index = chosenListPane();
-    if (index < 0)
+    editGrpMft(focusedListPane());
+}
+
+void frmKonfiguratorEx::editGrpMft(int index) {
+    if (index < 0 || !hasSelection(index))
         return;
     const platform::ListBox& list = *List1[static_cast<size_t>(index)];
     const Pane& pane = paneTexts(index);
@@ -190,7 +184,7 @@ void frmKonfiguratorEx::EditGrpMft() {
         return;
     name = cased(name);
     Trap step;
-    if (!findGrpMft(index, pane.renameGone, step) || !renameGrpMft(index, name, step))
+    if (isGoneGrpMft(index, pane.renameGone, step) || !renameGrpMft(index, name, step))
         return;
     showRenamed(index, name);
     carryNameIntoRequisitions(index, name, oldName, step);
@@ -200,34 +194,39 @@ void frmKonfiguratorEx::EditGrpMft() {
     }
 }
 
-// Makes the selected row the current one; false where somebody has deleted it meanwhile.
-bool frmKonfiguratorEx::findGrpMft(int index, const char* goneText, Trap& step) {
-    platform::DataControl& source = *Data1[static_cast<size_t>(index)];
-    bool isGone = true;
-    step([&] {
-        source.FindFirst(QStringLiteral("ID=%1").arg(List1[static_cast<size_t>(index)]->selectedData()));
-        isGone = source.Recordset().NoMatch();
-    });
+// Makes the selected row the current one, or leaves standing in `step` why nobody could look for it. True:
+// somebody has deleted it meanwhile, and the person has been told.
+bool frmKonfiguratorEx::isGoneGrpMft(int index, const char* goneText, Trap& step) {
+    const auto pane = static_cast<size_t>(index);
+    const QString wanted = QStringLiteral("ID=%1").arg(List1[pane]->selectedData());
+    const bool isGone =
+        row_search::find(Data1[pane]->Recordset(), wanted, step) == row_search::Outcome::Nothing;
     if (isGone)
         box(latin(goneText), BoxIcon::Exclamation);
-    return !isGone;
+    return isGone;
+}
+
+void frmKonfiguratorEx::tellGrpMftFailed(int index, const char* part, const char* procedure, Trap& step) {
+    box(latin(paneTexts(index).changeError) + QLatin1String(part) + tail(step, procedure),
+        BoxIcon::Exclamation);
+    step.clear();
 }
 
 bool frmKonfiguratorEx::renameGrpMft(int index, const QString& name, Trap& step) {
     platform::DataControl& source = *Data1[static_cast<size_t>(index)];
     const Pane& pane = paneTexts(index);
-    step([&] {
-        source.Recordset().Edit();
-        source.Recordset().Fields(pane.field) = name.toStdString();
-        source.Recordset().Update();
-        source.setBookmark(source.Recordset().LastModified());
-        dao::DBEngine::Idle(dao::dbRefreshCache);
-    });
+    if (!step.failed())
+        step([&] {
+            source.Recordset().Edit();
+            source.Recordset().Fields(pane.field) = name.toStdString();
+            source.Recordset().Update();
+        });
+    if (!step.failed())
+        step([&] { source.setBookmark(source.Recordset().LastModified()); });
+    step([] { dao::DBEngine::Idle(dao::dbRefreshCache); });
     if (!step.failed())
         return true;
-    box(latin(pane.changeError) + QStringLiteral(" (EDIT deo):") + tail(step, "EditGrpMft"),
-        BoxIcon::Exclamation);
-    step.clear();
+    tellGrpMftFailed(index, " (EDIT deo):", "EditGrpMft", step);
     giveUpGrpMft(index);
     return false;
 }
@@ -266,40 +265,43 @@ void frmKonfiguratorEx::carryNameIntoRequisitions(int index, const QString& name
 // Deleting --------------------------------------------------------------------------------------------------
 
 void frmKonfiguratorEx::DeleteGrpMft() {
-    const int index = chosenListPane();
-    if (index < 0)
+    deleteGrpMft(focusedListPane());
+}
+
+void frmKonfiguratorEx::deleteGrpMft(int index) {
+    if (index < 0 || !hasSelection(index))
         return;
     const Pane& pane = paneTexts(index);
     if (AskBeforeDelete &&
         box(latin(pane.deleteQuestion), BoxIcon::Exclamation, BoxButtons::YesNo) != BoxAnswer::Yes)
         return;
     Trap step;
-    if (!findGrpMft(index, pane.deleteGone, step))
+    if (isGoneGrpMft(index, pane.deleteGone, step))
         return;
-    step([&] { Data1[static_cast<size_t>(index)]->Delete(); });
-    if (step.failed()) {
-        box(latin(pane.changeError) + QStringLiteral(" (DELETE deo):") + tail(step, "DeleteGrpMft"),
-            BoxIcon::Exclamation);
-        step.clear();
-        return;
-    }
-    takeFromList(index);
+    if (!step.failed())
+        step([&] { Data1[static_cast<size_t>(index)]->Delete(); });
+    if (step.failed())
+        tellGrpMftFailed(index, " (DELETE deo):", "DeleteGrpMft", step);
+    else
+        takeFromList(index);
 }
 
 void frmKonfiguratorEx::takeFromList(int index) {
-    platform::ListBox& list = *List1[static_cast<size_t>(index)];
-    platform::DataControl& source = *Data1[static_cast<size_t>(index)];
+    const auto pane = static_cast<size_t>(index);
+    platform::ListBox& list = *List1[pane];
+    platform::DataControl& source = *Data1[pane];
     const int row = list.curSel();
     list.deleteString(row);
-    Trap step;
-    if (source.Recordset().RecordCount() == 0) {
+    if (list.count() == 0) {
         list.setCurSel(-1);
     } else {
+        Trap step;  // the next command looks for its row anyway
         step([&] { source.MoveFirst(); });
         if (!list.setCurSel(row))
             list.setCurSel(0);
     }
     setCountText(index, list.count());
+    lastSelection_[pane].reset();  // the row that is chosen now is another one, whatever its name
     clickList(index);
     // The click leaves the products alone while those of all manufacturers are shown, and yet some have gone.
     if (index == kManufacturers && PrikaziSveProizvodjace)
@@ -324,7 +326,7 @@ void frmKonfiguratorEx::DeleteAllGrpMft() {
     if (executeWhole(Data1[static_cast<size_t>(index)]->Database(),
                      QStringLiteral("DELETE * FROM ") + latin(pane.table), step, tellFailure) < 0)
         return;
-    dao::DBEngine::Idle(dao::dbRefreshCache);
+    step([] { dao::DBEngine::Idle(dao::dbRefreshCache); });
     List1[static_cast<size_t>(index)]->resetContent();
     setCountText(index, 0);
     showCountText(index);

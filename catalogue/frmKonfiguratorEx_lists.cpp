@@ -220,72 +220,60 @@ void frmKonfiguratorEx::selectAfterFill(int index, const QString& key) {
 
 QString frmKonfiguratorEx::FillListBox(int index, const QString& field) {
     const auto pane = static_cast<size_t>(index);
-    platform::ListBox& list = *List1[pane];
-    list.resetContent();
+    List1[pane]->resetContent();
     Trap step;
-    bool empty = true;
     dao::Recordset rows = Data1[pane]->Recordset();
-    step([&] { empty = rows.BOF() && rows.EOF(); });
-    if (empty) {
-        setCountText(index, 0);
-        return fillErrorOf(step, "FillListBox");
-    }
-    step([&] {
-        rows.MoveLast();
-        rows.MoveFirst();
-        const qint64 count = rows.RecordCount();
-        setCountText(index, count);
-        beginProgress(count);
-        const auto end = qScopeGuard([this] { endProgress(); });
-        const dao::Field name = rows.Fields(field.toStdString());
-        const dao::Field id = rows.Fields("ID");
-        QList<std::pair<QString, qint32>> all;
-        all.reserve(count);
-        for (; !rows.EOF(); rows.MoveNext()) {
-            all.append({text(name), id.Value().asLong()});
-            stepProgress();
-        }
-        list.addStrings(std::move(all));
-        rows.MoveFirst();
-    });
+    std::optional<dao::Field> name, id;
+    step([&] { name.emplace(rows.Fields(field.toStdString())); });
+    step([&] { id.emplace(rows.Fields("ID")); });
+    QList<std::pair<QString, qint32>> all;
+    if (name && id)
+        fillRows(index, step, [&] { all.append({text(*name), id->Value().asLong()}); });
+    setCountText(index, all.size());
+    List1[pane]->addStrings(std::move(all));
     return fillErrorOf(step, "FillListBox");
 }
 
+// The list keeps its place, and with it the focus: it is only not drawn while its rows come in.
 QString frmKonfiguratorEx::FillListView() {
     ListView1->clearItems();
     Trap step;
-    bool empty = true;
-    dao::Recordset rows = Data1[kProducts]->Recordset();
-    step([&] { empty = rows.BOF() && rows.EOF(); });
-    if (empty) {
-        setCountText(kProducts, 0);
+    std::optional<ProductFields> fields;
+    step([&] { fields.emplace(Data1[kProducts]->Recordset()); });
+    ListView1->setUpdatesEnabled(false);
+    const auto drawn = qScopeGuard([this] { ListView1->setUpdatesEnabled(true); });
+    if (fields)
+        fillRows(kProducts, step, [&] { ListView1->addItem(fields->item()); });
+    setCountText(kProducts, ListView1->count());
+    if (ListView1->count() == 0)
         Text1_2->clear();
-    } else {
-        step([&] { fillProductRows(); });
-    }
     return fillErrorOf(step, "FillListView");
 }
 
-// The list keeps its place, and with it the focus: it is only not drawn while its rows come in.
-void frmKonfiguratorEx::fillProductRows() {
-    dao::Recordset rows = Data1[kProducts]->Recordset();
-    rows.MoveLast();
-    rows.MoveFirst();
-    const qint64 count = rows.RecordCount();
-    setCountText(kProducts, count);
+// A row that somebody deletes meanwhile costs its own line only; that it failed is noted. A file that
+// somebody holds is not asked again for each of thousands of rows.
+void frmKonfiguratorEx::fillRows(int index, Trap& step, const std::function<void()>& takeRow) {
+    dao::Recordset rows = Data1[static_cast<size_t>(index)]->Recordset();
+    bool goesOn = false;
+    step([&] { goesOn = !(rows.BOF() && rows.EOF()); });
+    if (!goesOn)
+        return;
+    qint64 count = 0;
+    step([&] { rows.MoveLast(); });
+    step([&] { rows.MoveFirst(); });
+    step([&] { count = rows.RecordCount(); });
     beginProgress(count);
-    ListView1->setUpdatesEnabled(false);
-    const auto end = qScopeGuard([this] {
-        ListView1->setUpdatesEnabled(true);
-        endProgress();
-    });
-    const ProductFields fields(rows);
-    Trap row;  // a product that somebody deletes meanwhile costs its own line only
-    for (; !rows.EOF(); rows.MoveNext()) {
-        row([&] { ListView1->addItem(fields.item()); });
+    const auto end = qScopeGuard([this] { endProgress(); });
+    while (goesOn) {
+        step(takeRow);
         stepProgress();
+        goesOn = false;
+        step([&] {
+            rows.MoveNext();
+            goesOn = !rows.EOF() && step.number() != dao::errLocked;
+        });
     }
-    rows.MoveFirst();
+    step([&] { rows.MoveFirst(); });
 }
 
 void frmKonfiguratorEx::beginProgress(qint64 count) {
@@ -389,8 +377,10 @@ void frmKonfiguratorEx::RefreshProduct(bool reset) {
 }
 
 void frmKonfiguratorEx::SortList(int mode, bool force) {
-    constexpr int kAscending = 1, kDescending = 2, kNoSort = 3;
-    const int index = focusedListPane();
+    sortList(focusedListPane(), mode, force);
+}
+
+void frmKonfiguratorEx::sortList(int index, int mode, bool force) {
     if (index < 0)
         return;
     const auto pane = static_cast<size_t>(index);

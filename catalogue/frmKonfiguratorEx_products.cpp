@@ -4,6 +4,7 @@
 
 #include "catalogue/frmKonfigInput.h"
 #include "catalogue/frmKonfiguratorEx.h"
+#include "catalogue/row_search.h"
 #include "catalogue/whole_statement.h"
 #include "platform/dao/dao.h"
 #include "platform/system/numbers.h"
@@ -43,13 +44,15 @@ float euroOf(double dinars) {
     return platform::readSingle(euro).value_or(0);
 }
 
-void writeProduct(dao::Recordset& rows, const frmKonfigInput& input) {
-    rows.Fields("Naziv") = input.Naziv.toStdString();
-    rows.Fields("Opis") = input.Opis.toStdString();
-    rows.Fields("Stanje") = input.Stanje;
-    rows.Fields("Cena") = input.Cena;
-    rows.Fields("Napomena") = input.Napomena.toStdString();
-    rows.Fields("JM") = input.JedinicaMere.toStdString();
+void writeProduct(dao::Recordset& rows, const frmKonfigInput& input, Trap& step) {
+    const std::pair<const char*, dao::Value> fields[] = {{"Naziv", input.Naziv.toStdString()},
+                                                         {"Opis", input.Opis.toStdString()},
+                                                         {"Stanje", input.Stanje},
+                                                         {"Cena", input.Cena},
+                                                         {"Napomena", input.Napomena.toStdString()},
+                                                         {"JM", input.JedinicaMere.toStdString()}};
+    for (const auto& field : fields)
+        step([&] { rows.Fields(field.first) = field.second; });
 }
 
 }  // namespace
@@ -79,15 +82,14 @@ void frmKonfiguratorEx::AddNewProduct() {
     dao::Recordset rows;
     if (!openProducts(rows))
         return;
-    Trap step;
     QString key;
     for (bool goesOn = true; goesOn;) {
         frmKonfigInput input(this);
         input.OpenMode = frmKonfigInput::NewProduct;
         input.Proizvodjac = List1[kManufacturers]->selectedText();
         input.Grupa = List1[kGroups]->selectedText();
-        if (askForNewProduct(input, rows, step)) {
-            const QString added = storeNewProduct(input, rows, step);
+        if (askForNewProduct(input, rows)) {
+            const QString added = storeNewProduct(input, rows);
             if (!added.isEmpty())
                 key = added;
         }
@@ -101,15 +103,12 @@ void frmKonfiguratorEx::AddNewProduct() {
 
 // False where it was cancelled. One name, one product: whoever types a name that is there already gets the
 // window back, with all that was typed.
-bool frmKonfiguratorEx::askForNewProduct(frmKonfigInput& input, dao::Recordset& rows, Trap& step) {
+bool frmKonfiguratorEx::askForNewProduct(frmKonfigInput& input, const dao::Recordset& rows) {
     for (;;) {
         input.Display();
         if (input.Cancelled)
             return false;
-        step([&] {
-            rows.FindFirst((QStringLiteral("Naziv=\"") + input.Naziv + QLatin1Char('"')).toStdString());
-        });
-        if (rows.NoMatch())
+        if (!row_search::hasName(rows, QStringLiteral("Naziv"), input.Naziv))
             return true;
         box(QStringLiteral("Naziv vec postoji u bazi podataka. Pokusajte sa novim nazivom."),
             BoxIcon::Exclamation);
@@ -117,13 +116,14 @@ bool frmKonfiguratorEx::askForNewProduct(frmKonfigInput& input, dao::Recordset& 
 }
 
 // The new product's key; empty where it could not be stored.
-QString frmKonfiguratorEx::storeNewProduct(const frmKonfigInput& input, dao::Recordset& rows, Trap& step) {
-    step([&] {
-        rows.AddNew();
-        writeProduct(rows, input);
-        rows.Fields("IDGrupe") = List1[kGroups]->selectedData();
-        rows.Fields("IDProizvodjaca") = List1[kManufacturers]->selectedData();
-    });
+QString frmKonfiguratorEx::storeNewProduct(const frmKonfigInput& input, dao::Recordset& rows) {
+    Trap step;
+    step([&] { rows.AddNew(); });
+    if (!step.failed()) {
+        writeProduct(rows, input, step);
+        step([&] { rows.Fields("IDGrupe") = List1[kGroups]->selectedData(); });
+        step([&] { rows.Fields("IDProizvodjaca") = List1[kManufacturers]->selectedData(); });
+    }
     // A product that was typed in must not vanish without a word.
     if (!step.failed())
         step([&] { rows.Update(); });
@@ -131,16 +131,13 @@ QString frmKonfiguratorEx::storeNewProduct(const frmKonfigInput& input, dao::Rec
         box(QStringLiteral("Neocekivana greska prilikom dodavanja proizvoda u bazu podataka:") +
                 shortTail(step),
             BoxIcon::Exclamation);
-        step.clear();
         Trap giveUp;  // there may be nothing to give up
         giveUp([&] { rows.CancelUpdate(); });
         return {};
     }
     QString key;
-    step([&] {
-        rows.setBookmark(rows.LastModified());
-        key = QStringLiteral("K%1").arg(rows["ID"].asLong());
-    });
+    step([&] { rows.setBookmark(rows.LastModified()); });
+    step([&] { key = QStringLiteral("K%1").arg(rows["ID"].asLong()); });
     return key;
 }
 
@@ -197,32 +194,37 @@ void frmKonfiguratorEx::fillInput(frmKonfigInput& input, const platform::ListIte
 // Two products of one name are the user's own decision, but only on a change.
 bool frmKonfiguratorEx::mayTakeName(const QString& name, const QString& key, dao::Recordset& rows,
                                     Trap& step) {
-    step([&] { rows.FindFirst((QStringLiteral("Naziv='") + name + QLatin1Char('\'')).toStdString()); });
     bool isAnothers = false;
-    step([&] { isAnothers = !rows.NoMatch() && rows["ID"].asLong() != numberOf(key).toInt(); });
+    if (row_search::hasName(rows, QStringLiteral("Naziv"), name, QLatin1Char('\'')))
+        step([&] { isAnothers = rows["ID"].asLong() != numberOf(key).toInt(); });
     return !isAnothers ||
            box(QStringLiteral("Naziv proizvoda vec postoji u bazi podataka. Nije preporucljivo da imate dva "
                               "proizvoda istog imena, no ako tako zelite, onda je OK. Nastavljate li?"),
                BoxIcon::Exclamation, BoxButtons::YesNo, BoxAnswer::No) == BoxAnswer::Yes;
 }
 
-// False where the product is not there any more. A failure is left standing in `step`.
+// False where the product could not be found. A failure is left standing in `step`.
 bool frmKonfiguratorEx::storeProduct(const frmKonfigInput& input, const QString& key, dao::Recordset& rows,
                                      Trap& step) {
-    step([&] { rows.FindFirst((QStringLiteral("ID=") + numberOf(key)).toStdString()); });
-    if (rows.NoMatch()) {
+    using row_search::Outcome;
+    const Outcome outcome = row_search::find(rows, QStringLiteral("ID=") + numberOf(key), step);
+    if (outcome == Outcome::Nothing)
         box(QStringLiteral(
                 "Proizvod cije podatke pokusavate da promenite nije pronadjen u bazi podataka. Moguce je "
                 "da ga je neko od korisnika vec obrisao. Azurirajte podatke i pokusajte ponovo."),
             BoxIcon::Exclamation);
+    if (outcome != Outcome::Found)
         return false;
-    }
+    bool isOpen = false;
     step([&] {
         rows.Edit();
-        writeProduct(rows, input);
-        rows.Update();
-        rows.setBookmark(rows.LastModified());
+        isOpen = true;
     });
+    if (isOpen) {
+        writeProduct(rows, input, step);
+        step([&] { rows.Update(); });
+        step([&] { rows.setBookmark(rows.LastModified()); });
+    }
     return true;
 }
 
@@ -246,7 +248,7 @@ void frmKonfiguratorEx::carryIntoRequisitions(const frmKonfigInput& input, const
 }
 
 void frmKonfiguratorEx::tellRequisitions(qint64 affected, Trap& step) {
-    dao::DBEngine::Idle(dao::dbRefreshCache);
+    step([] { dao::DBEngine::Idle(dao::dbRefreshCache); });
     if (ParentForm != nullptr)
         step([&] { ParentForm->UpdateDATA(QString(), false); });
     if (affected > 0) {
@@ -266,26 +268,29 @@ void frmKonfiguratorEx::DeleteProduct() {
         return;
     const int position = ListView1->selectedIndex();
     platform::DataControl& source = *Data1[kProducts];
+    using row_search::Outcome;
     Trap step;
-    bool isGone = true;
-    step([&] { source.FindFirst(QStringLiteral("ID=") + numberOf(ListView1->selectedItem()->Key)); });
-    step([&] { isGone = source.Recordset().NoMatch(); });
-    if (isGone) {
+    const Outcome outcome = row_search::find(
+        source.Recordset(), QStringLiteral("ID=") + numberOf(ListView1->selectedItem()->Key), step);
+    if (outcome == Outcome::Nothing) {
         box(QStringLiteral(
                 "Proizvod koji pokusavate da izbrisete nije pronadjen u bazi podataka. Moguce je da ga je "
                 "neko od korisnika vec obrisao. Azurirajte podatke i pokusajte ponovo."),
             BoxIcon::Exclamation);
         return;
     }
-    step([&] { source.Delete(); });
+    if (outcome == Outcome::Found)
+        step([&] { source.Delete(); });
     if (step.failed()) {
         box(QStringLiteral("Neocekivana greska prilikom brisanja proizvoda u bazi podataka:") +
                 tail(step, "DeleteProduct"),
             BoxIcon::Exclamation);
         return;
     }
-    if (source.Recordset().RecordCount() > 0)
-        step([&] { source.MoveFirst(); });
+    step([&] {
+        if (source.Recordset().RecordCount() > 0)
+            source.MoveFirst();
+    });
     takeProductFromList(position);
 }
 

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "catalogue/frmKonfiguratorEx.h"
+#include "catalogue/row_search.h"
 #include "catalogue/stock_draw.h"
 #include "documents/frmInputBox.h"
 #include "platform/controls/pictures.h"
@@ -73,26 +74,44 @@ void frmKonfiguratorEx::TrebovanjeExecute() {
         box(QStringLiteral("Proizvoda nema na stanju. Ne mozete da ga trebujete."), BoxIcon::Information);
         return;
     }
+    Trap step;
     StockCheck check = StockCheck::AskAgain;
     while (check == StockCheck::AskAgain) {
         if (!askQuantity(draw))
             return;
-        check = checkStock(draw);
+        check = checkStock(draw, step);
     }
     if (check == StockCheck::Stop)
         return;
+    if (check == StockCheck::Failed)
+        tellDrawFailed(step);
+    else if (!drawProduct(draw, step))
+        return;
+    ParentForm->TrebovanjeRefresh(false);
+    DataUpdate(kProducts, draw.key, false);
+}
 
+// The stock goes down first: goods that are counted twice are worse than a line that is missing. False: the
+// product is drawn already, and that shall do.
+bool frmKonfiguratorEx::drawProduct(const Draw& draw, Trap& step) {
     const bool rowExists = ParentForm->requisitionList().hasItem(draw.key);
     if (rowExists && box(QStringLiteral("Proizvod je vec trebovan. Zelite li da nova kolicina bude dodata na "
                                         "postojecu?"),
                          BoxIcon::Question, BoxButtons::YesNo) != BoxAnswer::Yes)
-        return;
-
-    // The stock goes down first: goods that are counted twice are worse than a line that is missing.
-    if (takeFromStock(draw) && !(rowExists && addToRow(draw)))
+        return false;
+    step([&] { stock_draw::takeFromStock(Data1[kProducts]->Recordset(), draw.quantity); });
+    if (step.failed())
+        tellDrawFailed(step);
+    else if (!(rowExists && addToRow(draw)))
         addNewRow(draw);
-    ParentForm->TrebovanjeRefresh(false);
-    DataUpdate(kProducts, draw.key, false);
+    return true;
+}
+
+void frmKonfiguratorEx::tellDrawFailed(const Trap& step) {
+    box(QStringLiteral("Doslo je do neocekivane greske prilikom upisivanja trebovane kolicine proizvoda u "
+                       "bazu podataka.\n\nGreska je data kao:\n%1 (frmKonfiguratorEx->TrebovanjeExecute())")
+            .arg(step.line()),
+        BoxIcon::Exclamation);
 }
 
 bool frmKonfiguratorEx::askQuantity(Draw& draw) {
@@ -107,20 +126,16 @@ bool frmKonfiguratorEx::askQuantity(Draw& draw) {
     return true;
 }
 
-// The quantity was typed against the number in the list; here it meets what the file holds by now.
-frmKonfiguratorEx::StockCheck frmKonfiguratorEx::checkStock(Draw& draw) {
-    Trap step;
-    platform::DataControl& source = *Data1[kProducts];
-    bool gone = false;
-    float real = draw.listed;
-    step([&] {
-        refreshCache();
-        source.FindFirst(QStringLiteral("ID=%1").arg(draw.id));
-        gone = source.Recordset().NoMatch();
-        if (!gone)
-            real = source.Recordset()["Stanje"].asSingle();
-    });
-    if (gone) {
+// The quantity was typed against the number in the list; here it meets what the file holds by now. Where the
+// search for the product failed, nobody knows on which product's record the set stands.
+frmKonfiguratorEx::StockCheck frmKonfiguratorEx::checkStock(Draw& draw, Trap& step) {
+    using row_search::Outcome;
+    dao::Recordset rows = Data1[kProducts]->Recordset();
+    refreshCache();
+    const Outcome outcome = row_search::find(rows, QStringLiteral("ID=%1").arg(draw.id), step);
+    if (outcome == Outcome::Failed)
+        return StockCheck::Failed;
+    if (outcome == Outcome::Nothing) {
         box(QStringLiteral(
                 "Proizvod koji ste pokusali da trebujete nije pronadjen u bazi podataka. Verovatno "
                 "ga je neko od korisnika obrisao u medjuvremenu."),
@@ -128,6 +143,8 @@ frmKonfiguratorEx::StockCheck frmKonfiguratorEx::checkStock(Draw& draw) {
         DataUpdate(kProducts, QString(), false);
         return StockCheck::Stop;
     }
+    float real = draw.listed;
+    step([&] { real = rows["Stanje"].asSingle(); });
     if (real != draw.listed) {
         box(QStringLiteral("Doslo je do promene stanja proizvoda koji trebujete.\nRaspoloziva kolicina vise "
                            "nije: %1 vec iznosi: %2.\n\nLista proizvoda ce biti automatski azurirana.")
@@ -150,35 +167,19 @@ frmKonfiguratorEx::StockCheck frmKonfiguratorEx::checkStock(Draw& draw) {
     return answer == BoxAnswer::Yes ? StockCheck::Goes : StockCheck::Stop;
 }
 
-bool frmKonfiguratorEx::takeFromStock(const Draw& draw) {
-    Trap step;
-    step([&] { stock_draw::takeFromStock(Data1[kProducts]->Recordset(), draw.quantity); });
-    if (!step.failed())
-        return true;
-    box(QStringLiteral("Doslo je do neocekivane greske prilikom upisivanja trebovane kolicine proizvoda u "
-                       "bazu podataka.\n\nGreska je data kao:\n%1 (frmKonfiguratorEx->TrebovanjeExecute())")
-            .arg(step.line()),
-        BoxIcon::Exclamation);
-    return false;
-}
-
 bool frmKonfiguratorEx::addToRow(const Draw& draw) {
-    platform::DataControl& source = ParentForm->requisitionData();
-    Trap step;
-    bool found = false;
-    step([&] {
-        refreshCache();
-        source.FindFirst(QStringLiteral("OpremaID=%1").arg(draw.id));
-        found = !source.Recordset().NoMatch();
-    });
-    if (!found) {
+    dao::Recordset rows = ParentForm->requisitionData().Recordset();
+    Trap step;  // what fails here is told by the list: it shows what is in the file
+    refreshCache();
+    if (row_search::find(rows, QStringLiteral("OpremaID=%1").arg(draw.id), step) !=
+        row_search::Outcome::Found) {
         box(QStringLiteral(
                 "Neko je u medjuvremnu obrisao stavku iz liste trebovanja, ona ce ponovo biti dodata "
                 "u listu."),
             BoxIcon::Information);
         return false;
     }
-    stock_draw::addToRow(source.Recordset(), additionOf(draw));
+    stock_draw::addToRow(rows, additionOf(draw));
     return true;
 }
 

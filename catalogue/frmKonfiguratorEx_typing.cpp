@@ -22,8 +22,11 @@ void frmKonfiguratorEx::setSearchText(int index, const QString& text) {
     Text1[static_cast<size_t>(index)]->setText(text);
 }
 
+// Whichever row is clicked next, the same one too, its products have to be read again.
 void frmKonfiguratorEx::leaveSelection(int index) {
-    List1[static_cast<size_t>(index)]->setCurSel(-1);
+    const auto pane = static_cast<size_t>(index);
+    List1[pane]->setCurSel(-1);
+    lastSelection_[pane].reset();
     clearProductList();
 }
 
@@ -56,7 +59,7 @@ void frmKonfiguratorEx::searchTextChanged(int index) {
     const QString rest = whole.mid(typed.size());
     setSearchText(index, typed + rest);
     field->setSelection(static_cast<int>(whole.size()), -static_cast<int>(rest.size()));
-    lastSelection_[pane] = QString::number(row);
+    lastSelection_[pane].reset();
     list->setTopIndex(row);
 }
 
@@ -69,7 +72,6 @@ bool frmKonfiguratorEx::searchKey(int index, const QKeyEvent& key) {
             // A key that finds nothing to take away changes nothing that would have to be passed over.
             ignoreChange_ = field->hasSelectedText() || field->cursorPosition() > 0;
             leaveSelection(index);
-            lastSelection_[pane] = QStringLiteral("-1");
             ToolbarUpdate();
             return false;
         case Qt::Key_Down: {
@@ -111,7 +113,7 @@ bool frmKonfiguratorEx::windowKey(const QKeyEvent& key) {
         case Qt::Key_F8: {
             const bool unsort = key.key() == Qt::Key_F8;
             if (inList)
-                SortList(unsort ? 3 : 0, false);
+                SortList(unsort ? kNoSort : kRefreshOnly, false);
             else if (inProducts)
                 RefreshProduct(unsort);
             return inList || inProducts;

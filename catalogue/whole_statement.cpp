@@ -8,10 +8,12 @@ qint64 executeWhole(dao::Database& database, const QString& statement, platform:
         [&] {
             dao::DBEngine::BeginTrans();
             isBegun = true;
-            database.Execute(statement.toStdString(), dao::dbFailOnError);
-            affected = database.RecordsAffected();
         },
         where);
+    if (isBegun)  // without a transaction half of it might stay
+        step([&] { database.Execute(statement.toStdString(), dao::dbFailOnError); }, where);
+    if (!step.failed())
+        step([&] { affected = database.RecordsAffected(); }, where);
     if (isBegun && !step.failed()) {
         isBegun = false;  // a transaction that cannot be kept ends all the same
         step([] { dao::DBEngine::CommitTrans(); }, where);

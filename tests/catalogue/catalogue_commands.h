@@ -1,11 +1,14 @@
 #pragma once
 
+#include <fcntl.h>
+
 #include <QApplication>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QToolBar>
 #include <functional>
 #include <memory>
 
@@ -18,6 +21,7 @@
 // workstation.
 class CatalogueCommands : public CatalogueWindow {
  protected:
+    using CatalogueWindow::press;
     using Step = std::function<void(frmKonfigInput&)>;
 
     void TearDown() override {
@@ -134,9 +138,41 @@ class CatalogueCommands : public CatalogueWindow {
             dao::DBEngine::Rollback();
         });
     }
+    // One who is just writing his pages out: until he is let go, nobody reads any. Released once to begin and
+    // once to end.
+    std::unique_ptr<SecondProcess> committingColleague() {
+        return std::make_unique<SecondProcess>([this](const SecondProcess::Side& side) {
+            side.untilReleased();
+            const int file = ::open(databaseFile().toLocal8Bit().constData(), O_RDWR);
+            struct flock all = {};
+            all.l_type = F_WRLCK;
+            all.l_whence = SEEK_SET;
+            all.l_start = kLockBytes;
+            all.l_len = kLockLength;
+            if (file < 0 || fcntl(file, F_SETLKW, &all) != 0)
+                throw std::runtime_error("no lock");
+            side.ready();
+            side.untilReleased();
+        });
+    }
     static void act(SecondProcess& other) {
         other.release();
         ASSERT_TRUE(other.waitReady());
+    }
+
+    // `deed` happens when the list that `command` fills has its records and has read none of them yet: the
+    // caption gives its place to the progress bar then.
+    void atFillStart(const std::function<void()>& deed, const std::function<void()>& command) {
+        HideWatch watch(deed);
+        QWidget* caption = control("Picture1(5)");
+        caption->installEventFilter(&watch);
+        command();
+        caption->removeEventFilter(&watch);
+        EXPECT_TRUE(watch.done) << "no list was filled";
+    }
+    void clickToolbar(const char* key) {
+        QTest::mouseClick(window().Toolbar1->widgetForAction(window().toolbarButton(QLatin1String(key))),
+                          Qt::LeftButton);
     }
 
     // A box with this text, an empty line, the engine's number, and this behind it.
@@ -160,6 +196,22 @@ class CatalogueCommands : public CatalogueWindow {
     }
 
  private:
+    // Where the workstations meet in the file: the bytes that a writer takes for himself, and how many.
+    static constexpr off_t kLockBytes = 0x40000000, kLockLength = 512;
+
+    struct HideWatch : QObject {
+        explicit HideWatch(std::function<void()> what) : deed(std::move(what)) {}
+        bool eventFilter(QObject*, QEvent* event) override {
+            if (event->type() == QEvent::Hide && !done) {
+                done = true;
+                deed();
+            }
+            return false;
+        }
+        std::function<void()> deed;
+        bool done = false;
+    };
+
     dao::Database open() const {
         return dao::DBEngine::OpenDatabase(databaseFile().toStdString(), false, false,
                                            connectText().toStdString());

@@ -543,6 +543,53 @@ TEST_F(Requisition, AFileThatIsBeingWrittenIsToldAndNothingIsDrawn) {
     });
 }
 
+// Nothing says on which record the set stands then: whatever it is, its stock is none of this draw's.
+TEST_F(Requisition, ASearchThatFailsDrawsNothing) {
+    auto other = committingColleague();
+    fillShop();
+    const int last = addProduct(monitors, adler, "24 inca", 400.0F, 9.0F);
+    withMonitors([&] {
+        draw(last, {entering("1", "SN1")});
+        dao::DBEngine::setLockTimeout(50);
+        boxes.onBox = [&](const platform::Box&) {
+            other->release();
+            other->wait();
+        };
+        draw(last, {meanwhile(*other, entering("2", "SN2"))});
+        ASSERT_EQ(boxes.asked.size(), 1) << boxes.lastText().toStdString();
+        EXPECT_TRUE(
+            boxes.lastText().startsWith("Doslo je do neocekivane greske prilikom upisivanja trebovane "
+                                        "kolicine proizvoda u bazu podataka.\n\nGreska je data "
+                                        "kao:\n[3260] "))
+            << boxes.lastText().toStdString();
+        EXPECT_TRUE(boxes.lastText().endsWith(" (frmKonfiguratorEx->TrebovanjeExecute())"));
+        EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Exclamation);
+        EXPECT_EQ(stockOf(m17), 5.0F) << "the first product of the list has nothing to do with it";
+        EXPECT_EQ(stockOf(last), 8.0F);
+        EXPECT_EQ(quantityOf(last), 1.0F);
+        EXPECT_EQ(serialOf(last), "SN1");
+        EXPECT_EQ(parent().refreshes, 2) << "both windows show what the file has";
+        EXPECT_EQ(products().item(keyOf(last)).SubItems(4), "8");
+        EXPECT_EQ(products().selectedItem()->Key, keyOf(last));
+    });
+}
+
+TEST_F(Requisition, ASearchThatFailsAsksNothingAboutTheStock) {
+    auto other = committingColleague();
+    fillShop();
+    withMonitors([&] {
+        dao::DBEngine::setLockTimeout(50);
+        boxes.onBox = [&](const platform::Box&) {
+            other->release();
+            other->wait();
+        };
+        draw(m17, {meanwhile(*other, entering("7"))});
+        ASSERT_EQ(boxes.asked.size(), 1);
+        EXPECT_TRUE(boxes.lastText().contains("\n[3260] ")) << boxes.lastText().toStdString();
+        expectNothingDrawn();
+    });
+}
+
 TEST_F(Requisition, ARowThatAColleagueDeletedIsWrittenAnew) {
     auto other = colleague("DELETE * FROM InvoiceData");
     fillShop();

@@ -144,6 +144,34 @@ TEST_F(frmKonfiguratorExTyping, EscEmptiesTheBoxAndThenClosesTheWindow) {
     });
 }
 
+TEST_F(frmKonfiguratorExTyping, AClickOnTheSameRowAfterEscBringsItsProducts) {
+    fillShop();
+    show([&] {
+        clickRow(manufacturers(), "Adler");
+        clickRow(groups(), "Monitori");
+        for (const int box : {0, 1}) {
+            press(search(box), Qt::Key_Escape);
+            EXPECT_EQ(products().count(), 0);
+            box == 0 ? clickRow(groups(), "Monitori") : clickRow(manufacturers(), "Adler");
+            EXPECT_EQ(productNames(), "17 inca,19 inca") << box;
+        }
+    });
+}
+
+TEST_F(frmKonfiguratorExTyping, AClickOnTheSameRowAfterAnUnknownTextBringsItsProducts) {
+    fillShop();
+    show([&] {
+        clickRow(manufacturers(), "Adler");
+        clickRow(groups(), "Monitori");
+        search(0)->setFocus();
+        search(0)->selectAll();
+        QTest::keyClicks(search(0), "x");
+        EXPECT_EQ(products().count(), 0);
+        clickRow(groups(), "Monitori");
+        EXPECT_EQ(productNames(), "17 inca,19 inca");
+    });
+}
+
 TEST_F(frmKonfiguratorExTyping, EscInAListCloses) {
     fillShop();
     for (const bool inProducts : {false, true}) {

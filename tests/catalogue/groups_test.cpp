@@ -156,32 +156,27 @@ TEST_F(Groups, EmptyAnswerStopsBeforeTheListIsSorted) {
     EXPECT_EQ(countRows("Proizvodjaci"), 5);
 }
 
-// A double quote breaks the search for the name. Before any other search nothing says that the name is free.
-TEST_F(Groups, NameWithADoubleQuoteIsNeverAdded) {
+// A double quote breaks the search for the name, and what cannot be searched for has not been found.
+TEST_F(Groups, NameWithADoubleQuoteIsAdded) {
     fillShop();
     show([&] {
         focus(kGroups);
-        boxes.inputs = {QString("19\"")};
+        boxes.inputs = {QString("19\""), QString("NOVA"), QString("20\" I VISE")};
+        boxes.answers = {BoxAnswer::Yes, BoxAnswer::Yes, BoxAnswer::No};
+        window().AddNewGrpMft();
+        EXPECT_EQ(CatalogueWindow::texts(groups()), "Monitori,Procesori,Prazna,19\",NOVA,20\" I VISE");
+        EXPECT_FALSE(texts().filter("greska").size()) << boxes.lastText().toStdString();
+
+        focus(kManufacturers);
+        boxes.inputs = {QString("Adler")};
         window().AddNewGrpMft();
         expectBox(kDuplicate);
-
-        boxes.asked.clear();
-        boxes.inputs = {QString("NOVA"), QString("19\"")};
-        boxes.answers = {BoxAnswer::Yes};
-        window().AddNewGrpMft();
-        ASSERT_EQ(boxes.asked.size(), 4);
-        expectError(boxes.asked[3],
-                    "Neocekivana greska prilikom dodavanja nove grupe u bazu podataka (ADDNEW deo):", 3075,
-                    " ; Code line no.: ");
-        EXPECT_TRUE(boxes.asked[3].text.endsWith(occured("DoGroupAddNew")));
-
-        boxes.asked.clear();
-        boxes.inputs = {QString("DRUGA")};
+        boxes.inputs = {QString("CELTA \"X\"")};
         boxes.answers = {BoxAnswer::No};
         window().AddNewGrpMft();
-        EXPECT_EQ(boxes.asked.size(), 2) << "the failed one leaves nothing behind";
-        EXPECT_EQ(CatalogueWindow::texts(groups()), "Monitori,Procesori,Prazna,NOVA,DRUGA");
+        EXPECT_EQ(CatalogueWindow::texts(manufacturers()), "Adler,Bergen,Celta,CELTA \"X\"");
     });
+    EXPECT_EQ(countRows("Grupe"), 6);
 }
 
 TEST_F(Groups, NameTooLongForTheTableIsTold) {
@@ -464,6 +459,32 @@ TEST_F(Groups, SelectionFallsBackToTheFirstRow) {
     });
     EXPECT_TRUE(boxes.asked.isEmpty());
     EXPECT_EQ(countRows("Oprema"), 0);
+}
+
+TEST_F(Groups, OfTwoGroupsOfOneNameTheOtherOneShowsItsProducts) {
+    AskBeforeDelete = false;
+    fillShop();
+    const int twin = addGroup("Prazna");
+    addProduct(empty, adler, "u prvoj", 1.0F, 1.0F);
+    addProduct(twin, adler, "u drugoj", 1.0F, 1.0F);
+    const int other = addManufacturer("Celta");
+    addProduct(twin, other, "od drugog", 1.0F, 1.0F);
+    addProduct(twin, celta, "od prvog", 1.0F, 1.0F);
+    show([&] {
+        select(kManufacturers, "Adler");
+        select(kGroups, "Prazna");
+        ASSERT_EQ(productNames(), "u prvoj");
+        QTest::keyClick(&groups(), Qt::Key_Delete);
+        ASSERT_EQ(groups().selectedText(), "Prazna");
+        EXPECT_EQ(productNames(), "u drugoj");
+        EXPECT_EQ(detail(), "opis u drugoj");
+
+        select(kManufacturers, "Celta");
+        ASSERT_EQ(productNames(), "od prvog");
+        QTest::keyClick(&manufacturers(), Qt::Key_Delete);
+        ASSERT_EQ(manufacturers().selectedText(), "Celta");
+        EXPECT_EQ(productNames(), "od drugog");
+    });
 }
 
 TEST_F(Groups, RowDeletedByAnotherIsNotFound) {
