@@ -1,0 +1,356 @@
+"""Breaks the code at random, in one place at a time, and lists the breakages that no test notices."""
+
+import argparse
+import concurrent.futures
+import dataclasses
+import os
+import pathlib
+import random
+import re
+import signal
+import sys
+import threading
+import time
+
+import places
+import workshop
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+DEFAULT_FOLDERS = ["records", "catalogue", "documents", "data", "shell"]
+DEFAULT_COUNT = 50
+TOLERATED = 0.05  # of the breakages: a few of them change nothing that anybody could see
+
+# The test programs that answer for a folder, in the order in which they are asked, each with the tests it is asked for.
+PROGRAMS = {
+    "records": [("test_records", "*")],
+    "catalogue": [("test_catalogue", "*"), ("test_documents", "*")],
+    "documents": [("test_documents", "*"), ("test_records", "*ocument*:*nvoice*:*equisition*:*uotation*")],
+    "data": [("test_data", "*"), ("test_records", "*")],
+    "shell": [("test_shell", "*"), ("test_records", "*")],
+    "platform/controls": [("test_controls", "*"), ("test_records", "*"), ("test_catalogue", "*")],
+    "platform/report": [("test_report", "*"), ("test_documents", "*")],
+    "platform/system": [("test_system", "*"), ("test_shell", "*")],
+    "platform/dao": [("test_dao", "*"), ("test_data", "*")],
+    "platform/sql": [("test_sql", "*"), ("test_dao", "*")],
+}
+TEST = re.compile(r"^TEST(_F|_P)?\(\s*(\w+),\s*(\w+)\s*\)", re.MULTILINE)
+
+USAGE = "scripts/mutate [FOLDER...] [COUNT] [SEED] [--place FILE[:LINE]] [--draw N] [--list] [--workers N]"
+HELP = f"""
+FOLDER     {" ".join(DEFAULT_FOLDERS)} (all of these by default),
+           platform or one of its folders
+COUNT      breakages to try, {DEFAULT_COUNT} by default; those that do not compile are drawn again
+SEED       the same seed draws the same breakages from the same code; told at the start
+
+It works in copies of the tree under build-mutate, uncommitted changes included, and never in the tree itself. The
+result is written to build-mutate/unnoticed.txt too. Exit status: 0 if at most {TOLERATED:.0%} went unnoticed, 1 if more, 2
+if nothing could be tried.
+"""
+
+
+@dataclasses.dataclass(frozen=True)
+class Breakage:
+    number: int  # of the draw
+    place: places.Place
+    replacement: str
+    source: str  # of the unbroken file
+
+    @property
+    def broken(self):
+        return self.source[: self.place.start] + self.replacement + self.source[self.place.end :]
+
+    @property
+    def title(self):
+        return f"{self.number:4} {self.place.file}:{self.place.line} {self.place.kind}"
+
+    def lines(self):
+        """The lines of the source before and after, each on one line."""
+        first = self.source.rfind("\n", 0, self.place.start) + 1
+        last = self.source.find("\n", self.place.end)
+        tail = self.source[self.place.end : last]
+        head = self.source[first : self.place.start]
+        was = head + self.source[self.place.start : self.place.end] + tail
+        return one_line(was), one_line(head + self.replacement + tail)
+
+
+@dataclasses.dataclass
+class Outcome:
+    breakage: Breakage
+    compiled: bool = True
+    noticed_by: str | None = None
+    seconds: float = 0
+
+
+def one_line(text):
+    return " ".join(text.split())
+
+
+def arguments():
+    parser = argparse.ArgumentParser(
+        prog="scripts/mutate", usage=USAGE, description=__doc__, epilog=HELP,
+        formatter_class=argparse.RawDescriptionHelpFormatter,
+    )  # fmt: skip
+    parser.add_argument("words", nargs="*", metavar="FOLDER, COUNT, SEED")
+    parser.add_argument("--place", metavar="FILE[:LINE]", help="break only this file, or only this line")
+    parser.add_argument("--draw", type=int, metavar="N", help="try only the breakage of this number again")
+    parser.add_argument("--list", action="store_true", help="only list what would be broken")
+    parser.add_argument("--workers", type=int, default=os.cpu_count(), metavar="N", help="copies worked in at once")
+    given = parser.parse_args()
+    numbers = [int(word) for word in given.words if word.isdigit()]
+    folders = [word.rstrip("/") for word in given.words if not word.isdigit()]
+    if given.place and not folders:
+        folders = [folder for folder in PROGRAMS if given.place.startswith(folder + "/")]
+    given.folders = [f for folder in folders or DEFAULT_FOLDERS for f in expanded(folder, parser)]
+    given.count, given.seed = (numbers + [None, None])[:2]
+    given.count = given.count or DEFAULT_COUNT
+    given.seed = random.randrange(10000) if given.seed is None else given.seed
+    return given
+
+
+def expanded(folder, parser):
+    if folder == "platform":
+        return [known for known in PROGRAMS if known.startswith("platform/")]
+    if folder not in PROGRAMS:
+        parser.error(f"no tests are known for the folder {folder}; there are {' '.join(PROGRAMS)}")
+    return [folder]
+
+
+def sources_of(folder):
+    return sorted(f"{folder}/{path.name}" for path in (ROOT / folder).iterdir() if path.suffix in (".cpp", ".h"))
+
+
+def drawn(folders, seed, wanted):
+    """All breakages of the folders in the order in which they are tried."""
+    candidates = []
+    for folder in folders:
+        for file in sources_of(folder):
+            if wanted and file != wanted.split(":")[0]:
+                continue
+            source = (ROOT / file).read_text(encoding="utf-8")
+            for place in places.places_of(file, source):
+                if not wanted or ":" not in wanted or place.line == int(wanted.split(":")[1]):
+                    candidates.append((place, source))
+    dice = random.Random(seed)
+    dice.shuffle(candidates)
+    rounds = [(place, dice.sample(place.choices, len(place.choices)), source) for place, source in candidates]
+    ordered = [(place, choices[0], source) for place, choices, source in rounds]
+    ordered += [(place, choice, source) for place, choices, source in rounds for choice in choices[1:]]
+    return [Breakage(i, *one) for i, one in enumerate(ordered, 1)]
+
+
+def own_tests(file):
+    """The tests of the file's own unit, else of its window: frmMain_panes.cpp has none but frmMain_*_test.cpp."""
+    path = pathlib.Path(file)
+    folder = ROOT / "tests" / path.parent
+    if not folder.is_dir():
+        return []
+    found = [folder / f"{path.stem}_test.cpp"]
+    if not found[0].exists():
+        head = path.stem.split("_")[0]
+        found = [f for f in sorted(folder.glob(f"{head}*_test.cpp")) if re.split("_", f.stem)[0] == head]
+    names = []
+    for test_file in found:
+        for kind, suite, name in TEST.findall(test_file.read_text(encoding="utf-8")):
+            names.append(f"*/{suite}.{name}/*" if kind == "_P" else f"{suite}.{name}")
+    return names
+
+
+def rounds_of(breakage, slow):
+    """Which program to ask for which tests: those nearest to the breakage first, the slow ones of a program last."""
+    own = own_tests(breakage.place.file)
+    rounds = []
+    for program, names in PROGRAMS[str(pathlib.Path(breakage.place.file).parent)]:
+        late = [test for test in slow.get(program, []) if names == "*" and test not in own]
+        rounds += [(program, ":".join(own))] if own else []
+        rounds += [(program, f"{names}-{':'.join(own + late)}")]
+        rounds += [(program, ":".join(late))] if late else []
+        own = []
+    return rounds
+
+
+def slow_ones(seconds):
+    """The few tests that take as long as dozens of the others."""
+    usual = sum(seconds.values()) / max(1, len(seconds))
+    return [test for test, took in seconds.items() if took > 10 * usual]
+
+
+def targets_of(folders):
+    return list(dict.fromkeys(program for folder in folders for program, _ in PROGRAMS[folder]))
+
+
+class Run:
+    def __init__(self, given, breakages):
+        self.given = given
+        self.breakages = breakages
+        # A copy without work would only be built.
+        workers = max(1, min(given.workers, given.count, len(breakages)))
+        self.shops = [workshop.Workshop(ROOT, ROOT / "build-mutate" / f"worker-{i + 1}") for i in range(workers)]
+        self.usual = {}  # seconds of each test in unbroken code
+        self.slow = {}
+        self.changed = threading.Condition()
+        self.next = 0
+        self.in_work = 0
+        self.outcomes = []
+        self.failure = None
+
+    def counted(self):
+        return sum(outcome.compiled for outcome in self.outcomes)
+
+    def prepare(self):
+        """The unbroken copies have to build and pass, or nothing that follows says anything."""
+        targets = targets_of(self.given.folders)
+        began = time.monotonic()
+        for shop in self.shops:
+            shop.refresh()
+            shop.configure()
+            shop.build(targets, jobs=os.cpu_count())
+        print(f"{len(self.shops)} copies built in {time.monotonic() - began:.0f} s; the tests as they are now:", flush=True)
+        with concurrent.futures.ThreadPoolExecutor(len(self.shops)) as pool:
+            for program, failed in pool.map(self.measure, targets, range(len(targets))):
+                if failed:
+                    sys.exit(f"{program}: {failed} fails before anything is broken. See to that first.")
+
+    def measure(self, program, i):
+        began = time.monotonic()
+        # The first run has no experience to go by: no test is held up for taking long, only for not ending.
+        failed, seconds = self.shops[i % len(self.shops)].run_tests(program, "*", FirstTime())
+        self.usual.update(seconds)
+        self.slow[program] = slow_ones(seconds)
+        print(f"  {program}: {len(seconds)} tests in {time.monotonic() - began:.0f} s", flush=True)
+        return program, failed
+
+    def take(self):
+        """The next breakage in the order of the draw, or None when enough have been tried."""
+        with self.changed:
+            while True:
+                if self.failure or self.counted() >= self.given.count or self.next >= len(self.breakages):
+                    return None
+                if self.counted() + self.in_work < self.given.count:
+                    break
+                self.changed.wait()
+            self.next += 1
+            self.in_work += 1
+            return self.breakages[self.next - 1]
+
+    def finish(self, outcome):
+        with self.changed:
+            self.in_work -= 1
+            self.outcomes.append(outcome)
+            self.changed.notify_all()
+            print(told(outcome), flush=True)
+
+    def work(self, shop):
+        try:
+            while breakage := self.take():
+                began = time.monotonic()
+                outcome = self.attempt(shop, breakage)
+                outcome.seconds = time.monotonic() - began
+                self.finish(outcome)
+        except BaseException as failure:
+            with self.changed:
+                self.failure = self.failure or failure
+                self.changed.notify_all()
+
+    def attempt(self, shop, breakage):
+        file = shop.source / breakage.place.file
+        file.write_text(breakage.broken, encoding="utf-8")
+        try:
+            for program, names in rounds_of(breakage, self.slow):
+                try:
+                    shop.build([program])
+                except workshop.BuildFailed as failure:
+                    return Outcome(breakage, not failure.is_code, f"the build of {failure.step}")
+                noticed, _ = shop.run_tests(program, names, self.usual)
+                if noticed:
+                    return Outcome(breakage, True, noticed)
+            return Outcome(breakage)
+        finally:
+            file.write_text(breakage.source, encoding="utf-8")
+
+    def all(self):
+        threads = [threading.Thread(target=self.work, args=(shop,)) for shop in self.shops]
+        for thread in threads:
+            thread.start()
+        try:
+            for thread in threads:
+                thread.join()
+        except KeyboardInterrupt:
+            for thread in threads:
+                thread.join()
+            print("Broken off.", flush=True)
+            return
+        if self.failure:
+            raise self.failure
+
+
+class FirstTime:
+    """Stands in for the usual seconds of the tests before there are any."""
+
+    def get(self, _test, _otherwise):
+        return 60
+
+
+def told(outcome):
+    change = one_line(outcome.breakage.source[outcome.breakage.place.start : outcome.breakage.place.end])
+    place = outcome.breakage.place
+    if place.kind == "statement dropped":
+        change = change[:100]
+    else:
+        change = f"{change[:80]} -> {outcome.breakage.replacement and one_line(outcome.breakage.replacement)[:80]}"
+    if not outcome.compiled:
+        verdict = "did not compile"
+    else:
+        verdict = f"noticed by {outcome.noticed_by}" if outcome.noticed_by else "UNNOTICED"
+    return f"{outcome.breakage.title}: {change}: {verdict} [{outcome.seconds:.0f} s]"
+
+
+def summary(given, run, seconds):
+    tried = [outcome for outcome in run.outcomes if outcome.compiled]
+    unnoticed = sorted((o for o in tried if not o.noticed_by), key=lambda o: (o.breakage.place.file, o.breakage.place.line))
+    lines = [
+        f"{' '.join(given.folders)}, seed {given.seed}: {len(tried)} breakages, {len(tried) - len(unnoticed)} noticed, "
+        f"{len(unnoticed)} UNNOTICED ({len(run.outcomes) - len(tried)} did not compile and were drawn again); "
+        f"{seconds / 60:.1f} minutes, {seconds / max(1, len(tried)):.1f} s a breakage"
+    ]
+    for outcome in unnoticed:
+        was, becomes = outcome.breakage.lines()
+        lines += ["", outcome.breakage.title.strip(), f"  - {was}", f"  + {becomes}"]
+    return "\n".join(lines) + "\n", len(unnoticed) <= TOLERATED * len(tried)
+
+
+def break_off(_signal, _frame):
+    workshop.PROCESSES.end_all()
+    raise KeyboardInterrupt
+
+
+def main():
+    given = arguments()
+    breakages = drawn(given.folders, given.seed, given.place)
+    print(f"{len(breakages)} possible breakages in {' '.join(given.folders)}; seed {given.seed}", flush=True)
+    if given.draw:
+        breakages = [breakage for breakage in breakages if breakage.number == given.draw]
+    if given.list or not breakages:
+        for breakage in breakages[: given.count]:
+            print(breakage.title, *breakage.lines(), sep="\n    ")
+        return 0 if breakages else 2
+    run = Run(given, breakages)
+    try:
+        run.prepare()
+    except workshop.BuildFailed as failure:
+        print(f"{str(failure)[-4000:]}\nThe code does not build as it is: {failure.step}", file=sys.stderr)
+        return 2
+    began = time.monotonic()
+    run.all()
+    text, is_good = summary(given, run, time.monotonic() - began)
+    (ROOT / "build-mutate" / "unnoticed.txt").write_text(text, encoding="utf-8")
+    print("\n" + text, end="")
+    return 0 if is_good else 1
+
+
+if __name__ == "__main__":
+    signal.signal(signal.SIGINT, break_off)
+    signal.signal(signal.SIGTERM, break_off)
+    try:
+        sys.exit(main())
+    except KeyboardInterrupt:
+        sys.exit(130)
