@@ -3,10 +3,12 @@
 import argparse
 import concurrent.futures
 import dataclasses
+import json
 import os
 import pathlib
 import random
 import re
+import resource
 import signal
 import sys
 import threading
@@ -16,6 +18,7 @@ import places
 import workshop
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
+WORK = ROOT / "build-mutate"
 DEFAULT_FOLDERS = ["records", "catalogue", "documents", "data", "shell"]
 DEFAULT_COUNT = 50
 TOLERATED = 0.05  # of the breakages: a few of them change nothing that anybody could see
@@ -78,7 +81,8 @@ class Outcome:
     breakage: Breakage
     compiled: bool = True
     noticed_by: str | None = None
-    seconds: float = 0
+    building: float = 0  # seconds
+    testing: float = 0
 
 
 def one_line(text):
@@ -155,17 +159,19 @@ def own_tests(file):
     return names
 
 
-def rounds_of(breakage, slow):
+def rounds_of(breakage, slow, observers):
     """Which program to ask for which tests: those nearest to the breakage first, the slow ones of a program last."""
-    own = own_tests(breakage.place.file)
-    rounds = []
-    for program, names in PROGRAMS[str(pathlib.Path(breakage.place.file).parent)]:
-        late = [test for test in slow.get(program, []) if names == "*" and test not in own]
-        rounds += [(program, ":".join(own))] if own else []
-        rounds += [(program, f"{names}-{':'.join(own + late)}")]
-        rounds += [(program, ":".join(late))] if late else []
-        own = []
-    return rounds
+    folder = str(pathlib.Path(breakage.place.file).parent)
+    first, rest = [], []
+    early = own_tests(breakage.place.file)
+    for program, names in PROGRAMS[folder]:
+        late = [test for test in slow.get(program, []) if names == "*" and test not in early]
+        early += [test for test in observers.best(folder, program) if test not in early + late]
+        first += [(program, ":".join(early))] if early else []
+        rest += [(program, f"{names}-{':'.join(early + late)}")]
+        rest += [(program, ":".join(late))] if late else []
+        early = []
+    return first + rest
 
 
 def slow_ones(seconds):
@@ -184,9 +190,10 @@ class Run:
         self.breakages = breakages
         # A copy without work would only be built.
         workers = max(1, min(given.workers, given.count, len(breakages)))
-        self.shops = [workshop.Workshop(ROOT, ROOT / "build-mutate" / f"worker-{i + 1}") for i in range(workers)]
+        self.shops = [workshop.Workshop.first_free(ROOT, WORK) for _ in range(workers)]
         self.usual = {}  # seconds of each test in unbroken code
         self.slow = {}
+        self.observers = Observers()
         self.changed = threading.Condition()
         self.next = 0
         self.in_work = 0
@@ -201,23 +208,29 @@ class Run:
         targets = targets_of(self.given.folders)
         began = time.monotonic()
         for shop in self.shops:
-            shop.refresh()
+            contents = shop.refresh()
             shop.configure()
             shop.build(targets, jobs=os.cpu_count())
-        print(f"{len(self.shops)} copies built in {time.monotonic() - began:.0f} s; the tests as they are now:", flush=True)
+        print(f"copies built: {len(self.shops)}, in {time.monotonic() - began:.0f} s; the tests as they are now:", flush=True)
+        known = Passed(contents)
         with concurrent.futures.ThreadPoolExecutor(len(self.shops)) as pool:
-            for program, failed in pool.map(self.measure, targets, range(len(targets))):
-                if failed:
-                    sys.exit(f"{program}: {failed} fails before anything is broken. See to that first.")
+            measured = list(pool.map(lambda i: self.measure(targets[i], i, known), range(len(targets))))
+        failures = [failed for failed in measured if failed]
+        if failures:
+            sys.exit(f"{failures[0]} fails before anything is broken. See to that first.")
 
-    def measure(self, program, i):
-        began = time.monotonic()
-        # The first run has no experience to go by: no test is held up for taking long, only for not ending.
-        failed, seconds = self.shops[i % len(self.shops)].run_tests(program, "*", FirstTime())
+    def measure(self, program, i, known):
+        seconds = known.seconds(program)
+        failed = None
+        if not seconds:
+            # The first run has no experience to go by: no test is held up for taking long, only for not ending.
+            failed, seconds = self.shops[i % len(self.shops)].run_tests(program, "*", FirstTime())
+        if not failed:
+            known.keep(program, seconds)
+        print(f"  {program}: {len(seconds)} tests, {sum(seconds.values()):.0f} s", flush=True)
         self.usual.update(seconds)
         self.slow[program] = slow_ones(seconds)
-        print(f"  {program}: {len(seconds)} tests in {time.monotonic() - began:.0f} s", flush=True)
-        return program, failed
+        return failed
 
     def take(self):
         """The next breakage in the order of the draw, or None when enough have been tried."""
@@ -242,30 +255,34 @@ class Run:
     def work(self, shop):
         try:
             while breakage := self.take():
-                began = time.monotonic()
-                outcome = self.attempt(shop, breakage)
-                outcome.seconds = time.monotonic() - began
-                self.finish(outcome)
+                self.finish(self.attempt(shop, breakage))
         except BaseException as failure:
             with self.changed:
                 self.failure = self.failure or failure
                 self.changed.notify_all()
 
     def attempt(self, shop, breakage):
+        outcome = Outcome(breakage)
         file = shop.source / breakage.place.file
         file.write_text(breakage.broken, encoding="utf-8")
         try:
-            for program, names in rounds_of(breakage, self.slow):
-                try:
-                    shop.build([program])
-                except workshop.BuildFailed as failure:
-                    return Outcome(breakage, not failure.is_code, f"the build of {failure.step}")
-                noticed, _ = shop.run_tests(program, names, self.usual)
-                if noticed:
-                    return Outcome(breakage, True, noticed)
-            return Outcome(breakage)
+            for program, names in rounds_of(breakage, self.slow, self.observers):
+                began = time.monotonic()
+                shop.build([program])
+                built = time.monotonic()
+                outcome.noticed_by, _ = shop.run_tests(program, names, self.usual)
+                outcome.building += built - began
+                outcome.testing += time.monotonic() - built
+                if outcome.noticed_by:
+                    folder = str(pathlib.Path(breakage.place.file).parent)
+                    self.observers.praise(folder, program, outcome.noticed_by.split()[0])
+                    break
+        except workshop.BuildFailed as failure:
+            outcome.compiled = not failure.is_code
+            outcome.noticed_by = f"the build of {failure.step}"
         finally:
             file.write_text(breakage.source, encoding="utf-8")
+        return outcome
 
     def all(self):
         threads = [threading.Thread(target=self.work, args=(shop,)) for shop in self.shops]
@@ -281,6 +298,50 @@ class Run:
             return
         if self.failure:
             raise self.failure
+
+
+class Passed:
+    """The test programs that have passed on this very code, with the seconds of each test, kept between two runs."""
+
+    def __init__(self, contents):
+        self.contents = contents
+
+    def file(self, program):
+        return WORK / f"passed-{program}.json"
+
+    def seconds(self, program):
+        try:
+            kept = json.loads(self.file(program).read_text())
+        except (OSError, ValueError):
+            return {}
+        return kept["seconds"] if kept["contents"] == self.contents else {}
+
+    def keep(self, program, seconds):
+        self.file(program).write_text(json.dumps({"contents": self.contents, "seconds": seconds}))
+
+
+class Observers:
+    """The tests that have noticed most in a folder, kept between two runs: asked first, they spare the others."""
+
+    FILE = WORK / "observers.json"
+
+    def __init__(self):
+        self.lock = threading.Lock()
+        try:
+            self.counts = json.loads(self.FILE.read_text())
+        except (OSError, ValueError):
+            self.counts = {}
+
+    def best(self, folder, program):
+        with self.lock:
+            counts = self.counts.get(f"{folder} {program}", {})
+            return sorted(counts, key=counts.get, reverse=True)[:15]
+
+    def praise(self, folder, program, test):
+        with self.lock:
+            counts = self.counts.setdefault(f"{folder} {program}", {})
+            counts[test] = counts.get(test, 0) + 1
+            self.FILE.write_text(json.dumps(self.counts))
 
 
 class FirstTime:
@@ -301,16 +362,20 @@ def told(outcome):
         verdict = "did not compile"
     else:
         verdict = f"noticed by {outcome.noticed_by}" if outcome.noticed_by else "UNNOTICED"
-    return f"{outcome.breakage.title}: {change}: {verdict} [{outcome.seconds:.0f} s]"
+    return f"{outcome.breakage.title}: {change}: {verdict} [{outcome.building:.0f} + {outcome.testing:.0f} s]"
 
 
 def summary(given, run, seconds):
     tried = [outcome for outcome in run.outcomes if outcome.compiled]
-    unnoticed = sorted((o for o in tried if not o.noticed_by), key=lambda o: (o.breakage.place.file, o.breakage.place.line))
+    unnoticed = [outcome for outcome in tried if not outcome.noticed_by]
+    unnoticed.sort(key=lambda outcome: (outcome.breakage.place.file, outcome.breakage.place.line))
+    used = resource.getrusage(resource.RUSAGE_CHILDREN)
+    each = max(1, len(tried))
     lines = [
         f"{' '.join(given.folders)}, seed {given.seed}: {len(tried)} breakages, {len(tried) - len(unnoticed)} noticed, "
-        f"{len(unnoticed)} UNNOTICED ({len(run.outcomes) - len(tried)} did not compile and were drawn again); "
-        f"{seconds / 60:.1f} minutes, {seconds / max(1, len(tried)):.1f} s a breakage"
+        f"{len(unnoticed)} UNNOTICED; {len(run.outcomes) - len(tried)} did not compile and were drawn again",
+        f"{seconds / 60:.1f} minutes, {seconds / each:.1f} s a breakage; of the processors' time "
+        f"{(used.ru_utime + used.ru_stime - run.used_before) / each:.1f} s a breakage",
     ]
     for outcome in unnoticed:
         was, becomes = outcome.breakage.lines()
@@ -339,10 +404,12 @@ def main():
     except workshop.BuildFailed as failure:
         print(f"{str(failure)[-4000:]}\nThe code does not build as it is: {failure.step}", file=sys.stderr)
         return 2
+    used = resource.getrusage(resource.RUSAGE_CHILDREN)
+    run.used_before = used.ru_utime + used.ru_stime
     began = time.monotonic()
     run.all()
     text, is_good = summary(given, run, time.monotonic() - began)
-    (ROOT / "build-mutate" / "unnoticed.txt").write_text(text, encoding="utf-8")
+    (WORK / "unnoticed.txt").write_text(text, encoding="utf-8")
     print("\n" + text, end="")
     return 0 if is_good else 1
 

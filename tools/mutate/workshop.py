@@ -4,7 +4,9 @@ The developer's own tree is only ever read. Each worker has a copy of its own, s
 each other.
 """
 
+import fcntl
 import filecmp
+import hashlib
 import os
 import pathlib
 import re
@@ -71,13 +73,29 @@ class BuildFailed(Exception):
 
 
 class Workshop:
-    def __init__(self, root, folder):
-        self.root = pathlib.Path(root)
-        self.source = pathlib.Path(folder) / "source"
+    def __init__(self, root, folder, lock):
+        self.root = root
+        self.source = folder / "source"
         self.build_folder = self.source / "build"
+        self.lock = lock  # held as long as we live
+
+    @classmethod
+    def first_free(cls, root, folder):
+        """The first copy that nobody works in; another run may be going on."""
+        number = 1
+        while True:
+            place = folder / f"worker-{number}"
+            place.mkdir(parents=True, exist_ok=True)
+            lock = open(place / "lock", "w")
+            try:
+                fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
+                return cls(root, place, lock)
+            except BlockingIOError:
+                lock.close()
+                number += 1
 
     def refresh(self):
-        """Takes over what differs, and only that: everything else stays built."""
+        """Takes over what differs, and only that: everything else stays built. Gives back a sign of the contents."""
         listed = subprocess.run(
             ["git", "-C", self.root, "ls-files", "-z", "--cached", "--others", "--exclude-standard"],
             check=True, capture_output=True,
@@ -95,10 +113,16 @@ class Workshop:
                 path = pathlib.Path(folder, file)
                 if str(path.relative_to(self.source)) not in wanted:
                     path.unlink()
+        contents = hashlib.sha256()
+        for name in sorted(name for name in wanted if not name.startswith("tools/mutate/")):
+            contents.update(name.encode() + b"\0" + (self.source / name).read_bytes())
+        return contents.hexdigest()
 
     def configure(self):
         if not (self.build_folder / "build.ninja").exists():
-            self.run_build(["cmake", "-S", ".", "-B", "build", "-G", "Ninja", f"-DCMAKE_CXX_FLAGS={QUICK_FLAGS}"], "cmake")
+            alike = self.source / "tools" / "mutate" / "alike.cmake"
+            options = [f"-DCMAKE_CXX_FLAGS={QUICK_FLAGS}", f"-DCMAKE_PROJECT_INCLUDE={alike}"]
+            self.run_build(["cmake", "-S", ".", "-B", "build", "-G", "Ninja", *options], "cmake")
 
     def build(self, targets, jobs=1):
         """Raises BuildFailed."""
