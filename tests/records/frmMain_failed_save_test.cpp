@@ -148,6 +148,7 @@ TEST_F(FailedSave, AddThatFailedKeepsTheFilterAway) {
 TEST_F(FailedSave, AddThatFailedCanBeGivenUp) {
     startAdding();
     tool("SaveRecord");
+    expectStillAdding();
     type(0, "");
     boxes.answers << BoxAnswer::No;
     tool("SaveRecord");
@@ -213,6 +214,19 @@ TEST_F(FailedSave, AddWithoutAnyRowIsNeverWrittenIntoAnotherRecord) {
     tab(2);
     expectStillAdding();
     EXPECT_EQ(countRows("Customers"), 2);
+    EXPECT_EQ(valueOf("Customers", "CustID", anic, "Surname").asText(), "Anic");
+}
+
+TEST_F(FailedSave, NewClientWhoseRowWasLostIsStillANewOne) {
+    shop();
+    start();
+    tool("NewRecord");
+    typeClient("Babic", "Bo");
+    win().Data1[0]->Recordset().CancelUpdate();
+    tool("SaveRecord");
+    EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
+    EXPECT_EQ(countRows("Customers"), 3);
+    EXPECT_EQ(chosen(0), "Babic, Bo");
     EXPECT_EQ(valueOf("Customers", "CustID", anic, "Surname").asText(), "Anic");
 }
 
