@@ -68,7 +68,8 @@ int entryOf(const platform::Selector& selector, qint32 number) {
 
 // What stood on a stage before it was read afresh.
 struct frmMain::StageBefore {
-    qint32 number;  // of the record that was chosen, or that something was typed for; -1: none
+    qint32 chosen;    // the record to be chosen again; -1: none
+    qint32 typedFor;  // the record that `typed` belongs to; -1: none
     QString entry;
     TypedEntry typed;
 };
@@ -76,12 +77,14 @@ struct frmMain::StageBefore {
 // A new record gives way to the one under it, which is the one to be chosen again.
 frmMain::StageBefore frmMain::takeFromStage(int stageIndex, bool adding) {
     const platform::Selector& selector = *Combo1[static_cast<size_t>(stageIndex)];
-    StageBefore before{selectedNumber(selector), selector.currentText(), TypedEntry(*this, stageIndex)};
+    StageBefore before{selectedNumber(selector), -1, selector.currentText(), TypedEntry(*this, stageIndex)};
     if (adding)
         dropPendingRow(stageIndex);
-    // After a delete the selector may stand elsewhere than the fields; what was typed belongs to the fields.
-    if (adding || !before.typed.isEmpty())
-        before.number = keyOfRecord(stageIndex);
+    before.typedFor = keyOfRecord(stageIndex);
+    // After a delete the selector may stand elsewhere than the fields. What is being typed belongs to the
+    // fields; the records of the next stage belong to the selector.
+    if (adding || (stageIndex == CurrentStage - 1 && !before.typed.isEmpty()))
+        before.chosen = before.typedFor;
     return before;
 }
 
@@ -94,7 +97,7 @@ void frmMain::putBackTyped(const std::array<StageBefore, 2>& before, int addingS
         const StageBefore& was = before[static_cast<size_t>(i)];
         if (i == addingStage || was.typed.isEmpty())
             continue;
-        if (was.number >= 0 && keyOfRecord(i) == was.number) {
+        if (was.typedFor >= 0 && keyOfRecord(i) == was.typedFor) {
             was.typed.putBack(*this);
         } else if (i == CurrentStage - 1) {
             gone = true;
@@ -107,7 +110,7 @@ void frmMain::putBackTyped(const std::array<StageBefore, 2>& before, int addingS
 
 // The new record goes on being added. A new computer whose client is gone has nobody to belong to.
 void frmMain::resumeAdd(const std::array<StageBefore, 2>& before, int stageIndex) {
-    if (stageIndex == 1 && (before[0].number < 0 || selectedNumber(*Combo1[0]) != before[0].number))
+    if (stageIndex == 1 && (before[0].chosen < 0 || selectedNumber(*Combo1[0]) != before[0].chosen))
         return tellMissing(before[0].entry);
     if (beginAdd(stageIndex))
         before[static_cast<size_t>(stageIndex)].typed.putBack(*this);
@@ -286,7 +289,7 @@ void frmMain::reloadWholeShop(const QString& status, bool unitToo) {
                                                takeFromStage(1, addingStage == 1)};
     {
         const AtWork working(*this, status);
-        showWholeShop({before[0].number, before[1].number}, unitToo);
+        showWholeShop({before[0].chosen, before[1].chosen}, unitToo);
     }
     if (addingStage >= 0)
         resumeAdd(before, addingStage);

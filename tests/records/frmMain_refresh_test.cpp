@@ -392,6 +392,30 @@ TEST_F(WholeShop, WhatWasTypedBelongsToTheRecordOnShow) {
     EXPECT_EQ(valueOf("Customers", "CustID", zoric, "Cellular").asText(), "064");
 }
 
+TEST_F(WholeShop, ComputerBeingAddedKeepsTheChosenClientThoughAnotherIsOnShow) {
+    const int zoric = addClient("Zoric", "Z");  // the next one in the file
+    const int ciric = addClient("Ciric", "C");  // the next one in the selector
+    start();
+    choose(0, "Babic, Bo");
+    boxes.answers << platform::BoxAnswer::Yes;
+    tool("DeleteRecord");
+    ASSERT_EQ(chosen(0), "Ciric, C");
+    ASSERT_EQ(text(0), "Zoric");
+    win().DTPicker1[0]->setValue(QDate(1980, 5, 17));  // of the one on show; a date alone is not saved
+    tab(2);
+    tool("NewRecord");
+    type(19, "New");
+    tool("Refresh");
+    EXPECT_TRUE(win().AddNewMode);
+    EXPECT_EQ(chosen(0), "Ciric, C");
+    tool("SaveRecord");
+    EXPECT_EQ(valueOf("Computers", "MachineID", currentKey(1), "CustID").asLong(), ciric);
+    tab(1);
+    EXPECT_EQ(text(0), "Ciric");
+    EXPECT_FALSE(win().DTPicker1[0]->value()) << "a date of another client";
+    EXPECT_EQ(valueOf("Customers", "CustID", zoric, "BirthDate"), dao::Value(kEmptyDate));
+}
+
 TEST_F(WholeShop, TypedForAComputerStaysWithIt) {
     start();
     choose(0, "Babic, Bo");
