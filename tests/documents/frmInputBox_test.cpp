@@ -64,6 +64,19 @@ TEST_F(InputBox, ShowsWhatItsCallerPassedIn) {
     });
 }
 
+// Asked again after "no, not that many", people go on typing.
+TEST_F(InputBox, ShownOnceMoreTheQuantityIsThereToBeTypedOver) {
+    show([&] {
+        serial()->setFocus();
+        click(confirm());
+    });
+    show([&] {
+        EXPECT_TRUE(quantity()->hasFocus());
+        EXPECT_EQ(quantity()->selectedText(), "1");
+        EXPECT_TRUE(confirm()->isDefault());
+    });
+}
+
 TEST_F(InputBox, IsTitledDetaljiTrebovanjaAndAsksForOneByItself) {
     EXPECT_FALSE(win.Cancelled());
     EXPECT_FALSE(win.AppendSerialNumber());

@@ -268,6 +268,7 @@ TEST_F(RequisitionList, WhileItIsFilledAWordStandsInItsPlaceAndTheStatusBarShows
             EXPECT_EQ(bar.minimum(), 0);
             EXPECT_EQ(bar.maximum(), 3);
             EXPECT_EQ(bar.value(), 0);
+            EXPECT_FALSE(bar.isTextVisible());
         });
         win().TrebovanjeRefresh(false);
         EXPECT_EQ(seen, 1);
@@ -563,6 +564,9 @@ TEST_F(RequisitionList, ColumnsAndPlaceAreKeptAtUnloadOnly) {
     EXPECT_EQ(kept("LVWColumnWidths"), "1440;1440;3000;1440;1440;1440;1440;1440");
     EXPECT_EQ(kept("LVWColumnPositions"), "2;1;3;4;5;6;7;8");
     EXPECT_EQ(kept("LVWColumnSort"), "0Proizvodjac0");
+    keep("WindowData", "0;0;10500;7500");
+    unload();
+    EXPECT_EQ(kept("WindowData"), "0;0;10500;7500") << "kept once";
 }
 
 TEST_F(RequisitionList, APlaceWithTooFewFiguresGetsTheUsualSize) {
@@ -593,12 +597,39 @@ TEST_F(RequisitionList, MinimisedItKeepsItsColumnsAndNotItsPlace) {
 // Toolbar and status text
 // ------------------------------------------------------------------------------------------
 
+TEST_F(RequisitionList, TheTotalAndTheHeaderHaveTheirPictures) {
+    drawThree();
+    show([&] {
+        const QAbstractItemModel& model = *list().model();
+        const auto picture = [](const QVariant& icon) { return icon.value<QIcon>().pixmap(16).toImage(); };
+        const auto ofRow = [&](int row) { return picture(model.index(row, 0).data(Qt::DecorationRole)); };
+        EXPECT_FALSE(ofRow(0).isNull());
+        EXPECT_FALSE(ofRow(1).isNull());
+        EXPECT_NE(ofRow(0), ofRow(1));
+        EXPECT_EQ(ofRow(1), ofRow(2));
+        const auto ofHeader = [&] {
+            return picture(model.headerData(2, Qt::Horizontal, Qt::DecorationRole));
+        };
+        EXPECT_TRUE(ofHeader().isNull());
+        clickHeader(3);
+        const QImage up = ofHeader();
+        clickHeader(3);
+        EXPECT_FALSE(up.isNull());
+        EXPECT_FALSE(ofHeader().isNull());
+        EXPECT_NE(ofHeader(), up);
+    });
+}
+
 TEST_F(RequisitionList, TheToolbarHasItsButtonsInOrder) {
     QStringList all;
     for (const QAction* action : win().Toolbar1->actions())
         all.append(action->isSeparator() ? QString("-") : action->text());
     EXPECT_EQ(all.join('|'),
               "Konfigurator|-|Izbrisi|Izbrisi Sve|-|Azuriraj|-|Stampaj|-|Ponisti Sortiranje|-|Pomoc");
+    for (const QAction* action : win().Toolbar1->actions())
+        EXPECT_EQ(action->icon().isNull(), action->isSeparator()) << action->text().toStdString();
+    EXPECT_EQ(win().Toolbar1->toolButtonStyle(), Qt::ToolButtonTextUnderIcon);
+    EXPECT_TRUE(win().windowFlags().testFlag(Qt::WindowMaximizeButtonHint)) << "a long list wants room";
 }
 
 TEST_F(RequisitionList, AButtonUnderThePointerTellsWhatItDoesWhileItCanBeUsed) {

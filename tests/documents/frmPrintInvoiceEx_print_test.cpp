@@ -528,7 +528,8 @@ TEST_F(FrmPrintInvoiceExPrintTest, RowsThatCannotBeReadAnyMoreAreToldAndThePaper
         "PDVPrice FROM InvoiceData ORDER BY Naziv");
     ActiveReport2 report;
     report.setRecordset(rows);
-    const std::optional<report::Document> document = report.run([&](qint64 done, qint64) {
+    const std::optional<report::Document> document = report.run([&](qint64 done, qint64 all) {
+        EXPECT_EQ(all, 3);
         if (done == 2)
             rows.Close();
         return true;

@@ -490,6 +490,63 @@ TEST_F(FrmPrintInvoiceExTest, ASettingOutOfItsListIsToldWithAllThereIs) {
     EXPECT_EQ(boxes.asked[0].title, "Tarvello");
 }
 
+TEST_F(FrmPrintInvoiceExTest, ASettingJustPastItsListIsToldAndTheUsualChoiceStands) {
+    const std::tuple<const char*, int, int, int> past[] = {
+        {"NumberDelimiter", 0, 7, 0}, {"NumberSuffix", 1, 4, 0}, {"PriceRoundUp", 2, 3, 2}};
+    for (const auto& [key, box, index, usual] : past) {
+        for (const int wrong : {index, -1}) {
+            boxes.asked.clear();
+            settings::setInteger(own(key), wrong);
+            closeWindow();
+            proForma([&] { EXPECT_EQ(combo(box)->currentIndex(), usual) << key; });
+            ASSERT_EQ(boxes.asked.size(), 1) << key << wrong;
+            EXPECT_TRUE(boxes.lastText().startsWith("Error Number: 380\n"));
+        }
+        settings::setInteger(own(key), index - 1);
+        closeWindow();
+        proForma([&] { EXPECT_EQ(combo(box)->currentIndex(), index - 1) << key; });
+        EXPECT_EQ(boxes.asked.size(), 1) << key;
+    }
+}
+
+TEST_F(FrmPrintInvoiceExTest, ATabThatThereIsNotIsToldAndTheFirstOneStands) {
+    for (const int wrong : {0, 3}) {
+        boxes.asked.clear();
+        closeWindow();  // keeps the tab that it stands on
+        settings::setInteger(own("TabIndex"), wrong);
+        proForma([&] { EXPECT_EQ(tabs()->currentIndex(), 0); });
+        ASSERT_EQ(boxes.asked.size(), 1) << wrong;
+        EXPECT_TRUE(boxes.lastText().startsWith("Error Number: 35600\n")) << boxes.lastText().toStdString();
+    }
+}
+
+TEST_F(FrmPrintInvoiceExTest, LongTextsAreShownFromTheirBeginning) {
+    proForma([&] {
+        EXPECT_EQ(text2(11)->cursorPosition(), 0);
+        EXPECT_EQ(text1(6)->cursorPosition(), 0);
+        defaults();
+        EXPECT_EQ(text2(11)->cursorPosition(), 0);
+        EXPECT_FALSE(control<QLabel>("Image1")->pixmap().isNull());
+        EXPECT_FALSE(command(0)->icon().isNull());
+    });
+}
+
+TEST_F(FrmPrintInvoiceExTest, TheLargestNumberIsTheLastOfAll) {
+    boxes.inputs = {QString("2147483647"), QString("2147483648")};
+    proForma([&] {
+        QTest::mouseClick(command(2), Qt::LeftButton);
+        EXPECT_EQ(command(2)->text(), "2147483647");
+        QTest::mouseClick(command(2), Qt::LeftButton);
+        EXPECT_TRUE(boxes.lastText().startsWith("Error Number: 6\n")) << boxes.lastText().toStdString();
+        EXPECT_EQ(command(2)->text(), "2147483647");
+        print();
+        EXPECT_TRUE(boxes.lastText().startsWith("Error Number: 6\n")) << boxes.lastText().toStdString();
+        EXPECT_EQ(command(2)->text(), "-1");
+    });
+    EXPECT_EQ(titles.last(), "Predracun -1/" + year());
+    EXPECT_EQ(document_number::last(Kind::ProForma), 2147483647);
+}
+
 TEST_F(FrmPrintInvoiceExTest, TabAndPlaceAreKept) {
     settings::setText(own("WindowData"), "450;600");
     proForma([&] {
@@ -501,7 +558,9 @@ TEST_F(FrmPrintInvoiceExTest, TabAndPlaceAreKept) {
     window().Unload();
     EXPECT_EQ(settings::text(own("TabIndex")), "2");
     EXPECT_EQ(settings::text(own("WindowData")), "900;1200");
+    settings::setText(own("WindowData"), "0;0");
     closeWindow();
+    EXPECT_EQ(settings::text(own("WindowData")), "0;0") << "kept once";
     proForma([&] { EXPECT_EQ(tabs()->currentIndex(), 1); });
 }
 

@@ -108,6 +108,18 @@ TEST_F(CriticalProducts, AnyOtherCodeGoesToTheTopWithTheMarkOne) {
     EXPECT_EQ(keys(), "K3:jedan K2:jedan K1:dva");
 }
 
+TEST_F(CriticalProducts, EachMarkIsAPictureOfItsOwn) {
+    add("K1", 1);
+    add("K2", 2);
+    const auto picture = [&](int row) {
+        const QVariant icon = window->ListView1->model()->index(row, 0).data(Qt::DecorationRole);
+        return icon.value<QIcon>().pixmap(16).toImage();
+    };
+    EXPECT_FALSE(picture(0).isNull());
+    EXPECT_FALSE(picture(1).isNull());
+    EXPECT_NE(picture(0), picture(1));
+}
+
 TEST_F(CriticalProducts, ThePriceHeaderTellsTheUnit) {
     CeneDinarske = true;
     add("K1", 1);
@@ -288,6 +300,9 @@ TEST_F(CriticalProducts, ColumnsAndPlaceAreKeptAtUnload) {
     EXPECT_EQ(kept("LVWColumnWidths"), "1440;3000;1440;1440;1440;1440");
     EXPECT_EQ(kept("LVWColumnPositions"), "2;1;3;4;5;6");
     EXPECT_EQ(kept("WindowData"), "450;600;10500;7500");
+    settings::setText(settings::find("frmTrebovanjeError", "WindowData"), "0;0;10500;7500");
+    window.reset();
+    EXPECT_EQ(kept("WindowData"), "0;0;10500;7500") << "kept once";
     window = std::make_unique<frmTrebovanjeError>();
     EXPECT_EQ(window->ListView1->columnWidthTwips(2), 3000);
     EXPECT_EQ(window->size(), QSize(700, 500));
