@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPrinter>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -281,6 +282,49 @@ TEST_F(Preview, WhatIsNotFoundIsTold) {
     EXPECT_TRUE(pages().hits().isEmpty());
 }
 
+TEST_F(Preview, ASearchOnceClosedFindsTheSameWordAgain) {
+    open(12);
+    for (int round = 1; round <= 2; ++round) {
+        press(Qt::Key_F, Qt::ControlModifier);
+        auto* find = named<QLineEdit>("Find");
+        find->selectAll();
+        QTest::keyClicks(find, "proizvod");
+        press(Qt::Key_Return);
+        EXPECT_EQ(pages().hits().size(), 12) << round;
+        press(Qt::Key_Escape);
+        EXPECT_TRUE(pages().hits().isEmpty()) << round;
+    }
+}
+
+// What stands on the screen is the paper: the same print, at the same place of the sheet.
+TEST_F(Preview, TheSheetOnTheScreenShowsThePaper) {
+    open(5);
+    named<QAction>("FitPage")->trigger();
+    const report::Document& paper = window->document();
+    const QRectF sheet = pages().placeInView(1, QRectF(0, 0, paper.width, paper.height));
+    EXPECT_GE(sheet.top(), 12);
+    EXPECT_LE(sheet.bottom(), pages().viewport()->height() - 11) << "and there is a rim around it";
+    const QImage screen = pages().viewport()->grab(sheet.toAlignedRect()).toImage();
+    QImage wanted(screen.size(), QImage::Format_RGB32);
+    wanted.fill(Qt::white);
+    {
+        QPainter painter(&wanted);
+        painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+        painter.scale(sheet.width() / paper.width, sheet.width() / paper.width);
+        paper.paint(painter, 1);
+    }
+    int ink = 0, wrong = 0;
+    for (int y = 2; y < screen.height() - 2; ++y) {
+        for (int x = 2; x < screen.width() - 2; ++x) {
+            const int there = qGray(screen.pixel(x, y)), due = qGray(wanted.pixel(x, y));
+            ink += due < 128;
+            wrong += std::abs(there - due) > 128;
+        }
+    }
+    EXPECT_GT(ink, 50);
+    EXPECT_LT(wrong, ink / 5);
+}
+
 TEST_F(Preview, EscapeClosesTheSearchAndThenTheWindow) {
     open(12);
     press(Qt::Key_F, Qt::ControlModifier);
@@ -357,6 +401,20 @@ TEST_F(Preview, CancelledPrintDialogPrintsNothing) {
     EXPECT_EQ(asked, 1);
     EXPECT_FALSE(QFile::exists(path("paper.pdf")));
     EXPECT_TRUE(boxes.asked.isEmpty());
+}
+
+TEST_F(Preview, APrinterThatTakesNothingIsTold) {
+    open(5);
+    const platform::BoxScript boxes;
+    report::setPrintDialog([&](QPrinter& printer, QWidget*) {
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(path("no such folder/paper.pdf"));
+        return true;
+    });
+    press(Qt::Key_P, Qt::ControlModifier);
+    ASSERT_EQ(boxes.asked.size(), 1);
+    EXPECT_TRUE(boxes.lastText().startsWith("Dokument nije odstampan.")) << boxes.lastText().toStdString();
+    EXPECT_TRUE(window->isVisible());
 }
 
 TEST_F(Preview, SavesAPdfUnderTheTitlesName) {
@@ -522,6 +580,11 @@ TEST_F(ReportShow, AnErrorOfTheRowsIsToldInABox) {
     EXPECT_FALSE(report.Show(true, nullptr));
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.lastText(), "Dokument nije pripremljen.\n[3167] Record is deleted.");
+    EXPECT_EQ(boxes.asked.last().title, "Racun");
+    EXPECT_EQ(boxes.asked.last().icon, platform::BoxIcon::Exclamation);
+    report.title.clear();
+    EXPECT_FALSE(report.Show(true, nullptr));
+    EXPECT_EQ(boxes.asked.last().title, QGuiApplication::applicationDisplayName());
 }
 
 }  // namespace

@@ -72,6 +72,19 @@ TEST(ReportText, LineBreaksAreKept) {
     EXPECT_EQ(items[3].text + items[4].text, "xy");
 }
 
+// Addresses are pasted in from letters and web pages, each with breaks of its own.
+TEST(ReportText, EveryKindOfBreakIsABreakAndATabABlank) {
+    const auto document = laidOut([](report::Section& section) {
+        const QString text =
+            QString("a\rb%1c%2d\te").arg(QChar(QChar::LineSeparator)).arg(QChar(QChar::ParagraphSeparator));
+        section.add(growing(label("A", text, 0, 0, 3000, 200)));
+    });
+    QStringList lines;
+    for (const report::PageItem& item : document.pages[0].items)
+        lines += item.text;
+    EXPECT_EQ(lines.join('|'), "a|b|c|d e");
+}
+
 TEST(ReportText, CutTextHasAnEllipsisOnlyWhereItDoesNotFit) {
     const auto document = laidOut([](report::Section& section) {
         section.add(label("A", "Maticna ploca sa veoma dugackim nazivom", 0, 0, 1500, 250));
@@ -284,6 +297,10 @@ TEST(ReportField, TakesItsRowsFromARecordSet) {
     report.setRows(report::rowsOf(rows));
     EXPECT_EQ(texts(*report.run(), 1), "Mis 2.50|Ekran");
     EXPECT_EQ(texts(*report.run(), 1), "Mis 2.50|Ekran");
+    // Somebody deletes the first row while the report is being laid out again.
+    report.setRows(report::rowsOf(database.OpenRecordset("SELECT * FROM T")));
+    database.Execute("DELETE FROM T WHERE Naziv='Mis'");
+    EXPECT_EQ(texts(*report.run(), 1), "Ekran");
     dao::Recordset none = database.OpenRecordset("SELECT * FROM T WHERE Naziv='x'");
     report.setRows(report::rowsOf(none));
     EXPECT_EQ(texts(*report.run(), 1), "");
