@@ -120,7 +120,7 @@ void frmJM::buildButtons(QVBoxLayout* column) {
         auto* button = new QPushButton(QString::fromLatin1(captions[i]), this);
         button->setObjectName(QStringLiteral("Command1(%1)").arg(i));
         button->setAccessibleName(QString(button->text()).remove(QLatin1Char('&')));
-        button->setDefault(false);
+        button->setAutoDefault(false);  // Enter in the list presses nothing
         if (i == kChange)
             column->addSpacing(8);
         if (i == kClose)
@@ -143,6 +143,7 @@ void frmJM::connectControls() {
     connect(List1_, &platform::ListBox::contextMenuAsked, this, &frmJM::showMenu);
     List1_->installEventFilter(this);
     Text1_->installEventFilter(this);
+    platform::enterPressesButtons(this);
 }
 
 void frmJM::Display() {

@@ -185,6 +185,7 @@ void frmKonfigInput::connectControls() {
         command_[static_cast<size_t>(i)]->installEventFilter(this);
         connect(command_[static_cast<size_t>(i)], &QPushButton::clicked, this, [this, i] { store(i); });
     }
+    platform::enterPressesButtons(this);
 }
 
 // Filling ---------------------------------------------------------------------------------------------------

@@ -187,6 +187,7 @@ void frmKonfigPrint::connectControls() {
     connect(command_[1], &QPushButton::clicked, this, &frmKonfigPrint::reject);
     for (QLineEdit* text : text_)
         text->installEventFilter(this);
+    platform::enterPressesButtons(this);
 }
 
 // Showing ---------------------------------------------------------------------------------------------------

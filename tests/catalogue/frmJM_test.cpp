@@ -9,8 +9,11 @@
 #include <QTimer>
 #include <functional>
 #include <memory>
+#include <utility>
 
+#include "platform/controls/data_control.h"
 #include "platform/controls/list_box.h"
+#include "support/by_hand.h"
 #include "support/fixture.h"
 #include "support/second_process.h"
 
@@ -19,6 +22,8 @@ namespace {
 const QStringList kDelivered = {"Kom.", "m", "Pak.", "Set", "Lic.", "Sat", "kg"};
 const QStringList kAscending = {"kg", "Kom.", "Lic.", "m", "Pak.", "Sat", "Set"};
 const QString kDuplicate = "Naziv vec postoji u bazi podataka. Pokusajte sa novim nazivom.";
+
+using platform::BoxAnswer;
 
 class Units : public DeliveredFixture {
  protected:
@@ -84,9 +89,7 @@ class Units : public DeliveredFixture {
     }
     // Brings the list's menu up and, with a key, chooses from it. Gives the keys of the enabled lines.
     QStringList menu(const QString& key = {}) {
-        const QPoint at = list()->viewport()->rect().center();
-        QContextMenuEvent ask(QContextMenuEvent::Mouse, at, list()->viewport()->mapToGlobal(at));
-        QApplication::sendEvent(list()->viewport(), &ask);
+        by_hand::rightClick(list(), QPoint(5, list()->viewport()->height() - 5));  // below the rows
         auto* shown = win().findChild<QMenu*>("mnu_list");
         QStringList keys;
         if (shown == nullptr || !shown->isVisible()) {
@@ -100,9 +103,10 @@ class Units : public DeliveredFixture {
             if (!key.isEmpty() && action->objectName() == key)
                 chosen = action;
         }
-        shown->hide();
-        if (chosen)
-            chosen->trigger();
+        if (chosen != nullptr)
+            by_hand::clickItem(shown, chosen);
+        else
+            by_hand::closeMenus();
         return keys;
     }
     QStringList units() {
@@ -602,6 +606,69 @@ TEST_F(Units, EnterInTheEntryGoesOnToTheButton) {
         EXPECT_TRUE(button(0)->hasFocus());
         QTest::keyClick(button(0), Qt::Key_Return);
         EXPECT_EQ(rows().last(), "Cas");
+    });
+}
+
+TEST_F(Units, EnterPressesTheButtonWithTheFocus) {
+    show([&] {
+        entry()->setText("Cas");
+        boxes.answers = {BoxAnswer::No};
+        button(3)->setFocus();
+        QTest::keyClick(button(3), Qt::Key_Return);
+        ASSERT_EQ(boxes.asked.size(), 1);
+        EXPECT_TRUE(boxes.lastText().contains("sve jedinice mere")) << boxes.lastText().toStdString();
+        openDatabase().Execute("INSERT INTO JM (Naziv) VALUES ('Tona')");
+        button(4)->setFocus();
+        QTest::keyClick(button(4), Qt::Key_Enter, Qt::KeypadModifier);
+        EXPECT_EQ(rows().last(), "Tona");
+        button(5)->setFocus();
+        QTest::keyClick(button(5), Qt::Key_Return);
+        EXPECT_FALSE(win().isVisible());
+    });
+    EXPECT_FALSE(units().contains("Cas")) << "the buttons beside it stay where they are";
+}
+
+TEST_F(Units, EnterInTheListPressesNothing) {
+    show([&] {
+        QTest::keyClicks(entry(), "Cas");
+        select(2);
+        QTest::keyClick(list(), Qt::Key_Return);
+        EXPECT_EQ(entry()->text(), "Cas");
+        EXPECT_EQ(rows(), kDelivered);
+        EXPECT_TRUE(boxes.asked.isEmpty());
+    });
+}
+
+// Long lists --------------------------------------------------------------------------------------------
+
+TEST_F(Units, TheSelectedUnitOfALongListStandsAtItsTopAfterARefresh) {
+    for (int i = 100; i < 300; ++i)
+        openDatabase().Execute("INSERT INTO JM (Naziv) VALUES ('u" + std::to_string(i) + "')");
+    show([&] {
+        list()->setCurSel(100);
+        list()->scrollToBottom();
+        list()->setFocus();
+        QTest::keyClick(list(), Qt::Key_F5);
+        EXPECT_EQ(list()->curSel(), 100);
+        EXPECT_EQ(list()->indexAt(QPoint(3, 3)).row(), 100);
+    });
+}
+
+TEST_F(Units, AUnitThatVanishesWhileTheListIsFilledIsPassedOver) {
+    const auto other = colleague("DELETE * FROM JM WHERE Naziv='m'");
+    show([&] {
+        list()->setFocus();
+        bool done = false;
+        const auto once = QObject::connect(win().findChild<platform::DataControl*>(),
+                                           &platform::DataControl::repositioned, [&] {
+                                               if (!std::exchange(done, true))
+                                                   act(*other);
+                                           });
+        QTest::keyClick(list(), Qt::Key_F5);
+        QObject::disconnect(once);
+        EXPECT_EQ(rows(), (QStringList{"Kom.", "Pak.", "Set", "Lic.", "Sat", "kg"}));
+        ASSERT_EQ(boxes.asked.size(), 1);
+        expectEngineBox("Neocekivana greska prilikom popunjavanja liste jedinica mera:", 3167);
     });
 }
 

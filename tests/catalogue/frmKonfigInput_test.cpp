@@ -332,6 +332,56 @@ TEST_F(ProductInput, EnterGoesOnToTheNextField) {
     });
 }
 
+TEST_F(ProductInput, EnterPressesTheButtonWithTheFocus) {
+    win().Naziv = "Disk";
+    show([&] {
+        button(1)->setFocus();
+        QTest::keyClick(button(1), Qt::Key_Return);
+        EXPECT_FALSE(win().isVisible());
+    });
+    EXPECT_FALSE(win().Cancelled);
+    EXPECT_FALSE(win().ContinueInput);
+    show([&] {
+        button(2)->setFocus();
+        QTest::keyClick(button(2), Qt::Key_Enter, Qt::KeypadModifier);
+        EXPECT_FALSE(win().isVisible());
+    });
+    EXPECT_TRUE(win().Cancelled);
+}
+
+TEST_F(ProductInput, ThePadsPointWritesTheSeparatorOfTheLocale) {
+    show([&] {
+        for (const Qt::Key key : {Qt::Key_Period, Qt::Key_Comma}) {
+            type(2, "2");
+            QTest::keyClick(field(2), key, Qt::KeypadModifier);
+            QTest::keyClick(field(2), Qt::Key_5, Qt::KeypadModifier);
+            EXPECT_EQ(field(2)->text(), "2.5");
+        }
+        click(2);
+    });
+}
+
+TEST_F(ProductInput, UnderACommaThePadsPointWritesTheComma) {
+    const LocaleScope serbia("sr_Latn_RS");
+    show([&] {
+        for (const int number : {2, 3}) {
+            for (const Qt::Key key : {Qt::Key_Period, Qt::Key_Comma}) {
+                type(number, "2");
+                QTest::keyClick(field(number), key, Qt::KeypadModifier);
+                QTest::keyClick(field(number), Qt::Key_5, Qt::KeypadModifier);
+                EXPECT_EQ(field(number)->text(), "2,5");
+            }
+            type(number, "3");
+            QTest::keyClick(field(number), Qt::Key_N);
+            QTest::keyClicks(field(number), "N");
+            QTest::keyClick(field(number), Qt::Key_Period);
+            EXPECT_EQ(field(number)->text(), "3,,") << "a capital letter is none of it";
+            type(number, "1");
+        }
+        click(2);
+    });
+}
+
 TEST_F(ProductInput, NumberFieldsTakeDigitsAndTheSeparator) {
     show([&] {
         type(2, "1a2.5-n");

@@ -455,6 +455,21 @@ TEST_F(FrmKonfigPrintTest, EnterInAnEntryGoesOnAndPrintsNothing) {
     EXPECT_TRUE(documents.empty());
 }
 
+TEST_F(FrmKonfigPrintTest, EnterPressesTheButtonWithTheFocusOrElsePrint) {
+    open([&] {
+        range(0)->setFocus();
+        QTest::keyClick(range(0), Qt::Key_Return);
+        EXPECT_EQ(documents.size(), 1U);
+        part<QPushButton>("Command1(0)")->setFocus();
+        QTest::keyClick(options().focusWidget(), Qt::Key_Enter, Qt::KeypadModifier);
+        EXPECT_EQ(documents.size(), 2U);
+        part<QPushButton>("Command1(1)")->setFocus();
+        QTest::keyClick(options().focusWidget(), Qt::Key_Return);
+        EXPECT_FALSE(options().isVisible());
+        EXPECT_EQ(documents.size(), 2U);
+    });
+}
+
 TEST_F(FrmKonfigPrintTest, TabGoesThroughTheWindowFromTheTop) {
     open([&] {
         click(check(0));

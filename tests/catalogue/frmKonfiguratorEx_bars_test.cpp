@@ -2,17 +2,19 @@
 #include <QToolBar>
 
 #include "catalogue/catalogue_window.h"
+#include "catalogue/frmKonfigInput.h"
+#include "support/by_hand.h"
 
 namespace {
 
 class frmKonfiguratorExBars : public CatalogueWindow {
  protected:
-    QMenu* openMenu(QWidget* list) {
-        if (list == &products())
-            emit products().contextMenuAsked(products().mapToGlobal(QPoint(5, 5)));
-        else
-            emit static_cast<platform::ListBox*>(list)->contextMenuAsked(list->mapToGlobal(QPoint(5, 5)));
-        return window().cP->menu();
+    // Below the rows, where a list has room, and on the first of them where it has none.
+    QMenu* openMenu(QAbstractItemView* list) {
+        by_hand::rightClick(list, QPoint(5, list->viewport()->height() - 5));
+        QMenu* menu = window().cP->menu();
+        EXPECT_TRUE(menu != nullptr && menu->isVisible()) << "no menu";
+        return menu;
     }
     // Captions of the menu, "|" between them; an empty one is a separator.
     static QString captions(const QMenu* menu) {
@@ -29,10 +31,15 @@ class frmKonfiguratorExBars : public CatalogueWindow {
         }
         return on.join(QLatin1Char(','));
     }
-    void choose(QWidget* list, const char* key) {
+    void choose(QAbstractItemView* list, const char* key) {
         QMenu* menu = openMenu(list);
-        window().cP_Click(window().cP->indexOf(QLatin1String(key)));
-        menu->close();
+        by_hand::clickItem(menu, itemOf(menu, key));
+    }
+    QAction* itemOf(const QMenu* menu, const char* key) {
+        return menu->actions().at(window().cP->indexOf(QLatin1String(key)) - 1);
+    }
+    void pointAt(QMenu* menu, const QAction* item) {
+        QTest::mouseMove(menu, menu->actionGeometry(const_cast<QAction*>(item)).center());
     }
     void pointTo(const char* key) {
         QWidget* button = window().Toolbar1->widgetForAction(window().toolbarButton(QLatin1String(key)));
@@ -45,7 +52,9 @@ class frmKonfiguratorExBars : public CatalogueWindow {
                          Qt::NoButton, Qt::NoModifier);
         QApplication::sendEvent(widget, &move);
     }
-    void press(const char* key) { window().toolbarButton(QLatin1String(key))->trigger(); }
+    void press(const char* key) {
+        by_hand::click(window().Toolbar1->widgetForAction(window().toolbarButton(QLatin1String(key))));
+    }
     QString caption() { return control("Picture1(5)")->findChildren<QLabel*>().last()->text(); }
     QString captionIcon() { return control("Picture1(5)")->property("icon").toString(); }
 };
@@ -249,19 +258,6 @@ TEST_F(frmKonfiguratorExBars, ProductMenuHasItsItemsAndStates) {
     });
 }
 
-TEST_F(frmKonfiguratorExBars, RightButtonOpensTheMenu) {
-    fillShop();
-    show([&] {
-        const QPoint at = groups().visualRect(groups().model()->index(1, 0)).center();
-        QContextMenuEvent ask(QContextMenuEvent::Mouse, at, groups().viewport()->mapToGlobal(at));
-        QApplication::sendEvent(groups().viewport(), &ask);
-        ASSERT_NE(window().cP->menu(), nullptr);
-        EXPECT_TRUE(window().cP->menu()->isVisible());
-        EXPECT_EQ(window().cP->menu()->objectName(), "mnu_listpopup");
-        window().cP->menu()->close();
-    });
-}
-
 TEST_F(frmKonfiguratorExBars, MenuItemsRunTheirCommands) {
     fillShop();
     boxes.answers = QList<platform::BoxAnswer>(3, platform::BoxAnswer::No);
@@ -298,16 +294,9 @@ TEST_F(frmKonfiguratorExBars, MenuItemsRunTheirCommands) {
         clickRow(groups(), "Monitori");
         clickRow(manufacturers(), "Adler");
         for (const char* key : {"lvnew", "lvedit"}) {
-            QString opened;
-            QTimer::singleShot(0, &window(), [&] {
-                for (QWidget* modal = QApplication::activeModalWidget(); modal && opened.isEmpty();) {
-                    opened = modal->objectName();
-                    modal->close();
-                }
-            });
             products().select(1);
-            choose(&products(), key);
-            EXPECT_EQ(opened, "frmKonfigInput") << key;
+            inModal<frmKonfigInput>([&] { choose(&products(), key); },
+                                    [](frmKonfigInput& input) { input.reject(); });
         }
     });
 }
@@ -321,11 +310,14 @@ TEST_F(frmKonfiguratorExBars, HighlightTellsWhatAnItemDoes) {
         {"lvnew", 10519},     {"lvedit", 10520},   {"lvdelete", 10521}, {"lvdelall", 10522},
         {"lvrefresh", 10523}, {"lvunsort", 10524}, {"lvprint", 10515}};
     show([&] {
-        const auto check = [&](QWidget* list, const auto& texts) {
+        const auto check = [&](QAbstractItemView* list, const auto& texts) {
             QMenu* menu = openMenu(list);
             for (const auto& [key, id] : texts) {
-                window().cP_ItemHighlight(window().cP->indexOf(QLatin1String(key)), true, false);
+                QAction* item = itemOf(menu, key);
+                item->setEnabled(true);
+                pointAt(menu, item);
                 EXPECT_EQ(statusText(), GetResString(id)) << key;
+                item->setEnabled(false);
                 window().cP_ItemHighlight(window().cP->indexOf(QLatin1String(key)), false, false);
                 EXPECT_EQ(statusText(), " ") << key;
             }
@@ -342,7 +334,7 @@ TEST_F(frmKonfiguratorExBars, TheKeyboardInTheMenuHighlightsToo) {
     fillShop();
     show([&] {
         QMenu* menu = openMenu(&groups());
-        menu->setActiveAction(menu->actions().at(1));
+        QTest::keyClick(menu, Qt::Key_Down);
         EXPECT_EQ(statusText(), "Dodaje novu stavku u bazu podataka.");
         menu->close();
     });

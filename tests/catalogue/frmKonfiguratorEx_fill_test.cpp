@@ -73,4 +73,64 @@ TEST_F(frmKonfiguratorExFill, WhereAllVanishTheListIsEmptyAndSaysSo) {
     expectFillError(kProductsError, "FillListView");
 }
 
+// Long lists ------------------------------------------------------------------------------------------------
+
+class LongLists : public CatalogueCommands {
+ protected:
+    // Two hundred names more in each list, S100 to S299.
+    void fillLong() {
+        fillShop();
+        for (int i = 100; i < 300; ++i) {
+            addGroup("S" + std::to_string(i));
+            addManufacturer("S" + std::to_string(i));
+        }
+    }
+    static int topOf(const QAbstractItemView& list) { return list.indexAt(QPoint(3, 3)).row(); }
+};
+
+TEST_F(LongLists, TheRowThatIsSelectedAfterAFillStandsAtTheTop) {
+    fillLong();
+    show([&] {
+        for (platform::ListBox* list : {&groups(), &manufacturers()}) {
+            list->setFocus();
+            list->setCurSel(100);
+            list->scrollToBottom();
+            ASSERT_NE(topOf(*list), 100);
+            QTest::keyClick(list, Qt::Key_F5);
+            EXPECT_EQ(list->curSel(), 100);
+            EXPECT_EQ(topOf(*list), 100);
+        }
+    });
+}
+
+TEST_F(LongLists, TheRowThatTypingFindsStandsAtTheTop) {
+    fillLong();
+    show([&] {
+        for (const int pane : {0, 1}) {
+            platform::ListBox& list = *window().List1[static_cast<size_t>(pane)];
+            search(pane)->setFocus();
+            search(pane)->selectAll();
+            QTest::keyClicks(search(pane), "S2");
+            EXPECT_EQ(search(pane)->text(), "S200");
+            EXPECT_EQ(topOf(list), 103);
+            EXPECT_EQ(list.curSel(), -1) << "it is found, not chosen";
+        }
+    });
+}
+
+TEST_F(LongLists, AProductThatIsSelectedAfterAFillIsInSight) {
+    fillShop();
+    int last = 0;
+    for (int i = 100; i < 300; ++i)
+        last = addProduct(monitors, adler, "S" + std::to_string(i), 1.0F, 1.0F);
+    withMonitors([&] {
+        products().select(keyOf(last));
+        products().scrollToTop();
+        press(&products(), Qt::Key_F5);
+        ASSERT_EQ(products().selectedItem()->Key, keyOf(last));
+        const QRect row = products().visualRect(products().currentIndex());
+        EXPECT_TRUE(products().viewport()->rect().contains(row.center()));
+    });
+}
+
 }  // namespace
