@@ -6,6 +6,7 @@
 #include "main_window.h"
 #include "platform/controls/pictures.h"
 #include "platform/system/launch.h"
+#include "support/modal.h"
 
 using platform::BoxIcon;
 
@@ -401,6 +402,69 @@ TEST_F(Commands, DatabaseMenuAddsSavesAndDeletes) {
     boxes.answers << platform::BoxAnswer::Yes;
     choose(win().mnuDDatabase, 3);
     EXPECT_EQ(countRows("Customers"), 0);
+}
+
+TEST_F(Commands, ToolbarAddsSavesDeletesAndRefreshes) {
+    start();
+    tool("NewRecord");
+    EXPECT_TRUE(win().AddNewMode);
+    typeClient("Babic", "Bo");
+    tool("SaveRecord");
+    EXPECT_EQ(countRows("Customers"), 1);
+    const int colleagues = addClient("Anic", "Vesna");
+    tool("Refresh");
+    EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Babic, Bo"}));
+    choose(0, "Babic, Bo");
+    boxes.answers << platform::BoxAnswer::No;
+    tool("DeleteRecord");
+    EXPECT_EQ(countRows("Customers"), 2);
+    boxes.answers << platform::BoxAnswer::Yes;
+    tool("DeleteRecord");
+    EXPECT_EQ(entries(0), QStringList({"Anic, Vesna"}));
+    EXPECT_EQ(countRows("SELECT * FROM Customers WHERE CustID=" + std::to_string(colleagues)), 1);
+    EXPECT_EQ(countRows("Customers"), 1);
+}
+
+TEST_F(Commands, ToolbarDeletesOnTheStageOnShow) {
+    clientWithServices();
+    start();
+    tab(3);
+    boxes.answers << platform::BoxAnswer::Yes;
+    tool("DeleteRecord");
+    EXPECT_EQ(countRows("Services"), 0);
+    EXPECT_EQ(countRows("Computers"), 1);
+    tab(2);
+    boxes.answers << platform::BoxAnswer::Yes;
+    tool("DeleteRecord");
+    EXPECT_EQ(countRows("Computers"), 0);
+    EXPECT_EQ(countRows("Customers"), 1);
+}
+
+TEST_F(Commands, ServiceCommandsOpenTheEditorForTheChosenOrANewService) {
+    addService(addComputer(addClient("Anic", "Vesna"), "Desk"), {{"Comments", "Loud."}});
+    start();
+    tab(3);
+    const auto comments = [&](const std::function<void()>& deed) {
+        QString found = "(not opened)";
+        inModal<frmDetails>(deed, [&](frmDetails& editor) {
+            found = editor.findChild<QPlainTextEdit*>("Text1(4)")->toPlainText();
+            QTest::keyClick(&editor, Qt::Key_Escape);
+        });
+        return found;
+    };
+    EXPECT_EQ(comments([&] { tool("EditRecord"); }), "Loud.");
+    EXPECT_EQ(comments([&] { choose(win().mnuDDatabase, 1); }), "Loud.");
+    EXPECT_EQ(comments([&] { choose(win().mnuPPopup, 2); }), "Loud.");
+    EXPECT_EQ(comments([&] {
+                  QTest::mouseDClick(win().ListView1->viewport(), Qt::LeftButton, Qt::NoModifier,
+                                     by_hand::placeOfRow(win().ListView1, 1));
+              }),
+              "Loud.");
+    EXPECT_EQ(comments([&] { tool("NewRecord"); }), "");
+    EXPECT_EQ(comments([&] { choose(win().mnuDDatabase, 0); }), "");
+    EXPECT_EQ(comments([&] { choose(win().mnuPPopup, 3); }), "");
+    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(countRows("Services"), 1);
 }
 
 TEST_F(Commands, ExitUnloadsTheWindow) {

@@ -248,4 +248,46 @@ TEST_F(Fields, CtrlEnterBreaksNoLineInALockedText) {
     EXPECT_EQ(text(37), "");
 }
 
+TEST_F(Fields, NoneCoversAnother) {
+    start();
+    const auto placeOf = [&](const QWidget* widget) {
+        return QRect(widget->mapTo(&win(), QPoint(0, 0)), widget->size());
+    };
+    for (const int stage : {1, 2, 3}) {
+        tab(stage);
+        QList<QWidget*> shown;
+        for (QWidget* widget : win().Picture1[static_cast<size_t>(stage - 1)]->findChildren<QWidget*>()) {
+            const bool entry = widget->objectName().contains('(') || widget == win().ListView1 ||
+                               qobject_cast<QLabel*>(widget) != nullptr;
+            if (widget->isVisible() && entry && !widget->objectName().startsWith("qt_"))
+                shown.append(widget);
+        }
+        ASSERT_GT(shown.size(), 1);
+        for (const QWidget* one : std::as_const(shown)) {
+            EXPECT_TRUE(placeOf(win().Picture1[static_cast<size_t>(stage - 1)]).contains(placeOf(one)))
+                << one->objectName().toStdString();
+            for (const QWidget* other : std::as_const(shown))
+                EXPECT_TRUE(one == other || one->isAncestorOf(other) || other->isAncestorOf(one) ||
+                            !placeOf(one).intersects(placeOf(other)))
+                    << one->objectName().toStdString() << " and " << other->objectName().toStdString();
+        }
+    }
+}
+
+TEST_F(Fields, TypeAheadBoxStandsBeforeItsSelectorOnTheSameLine) {
+    start();
+    for (const size_t i : {0U, 1U}) {
+        tab(static_cast<int>(i) + 1);
+        EXPECT_LT(win().Text2[i]->geometry().right(), win().Combo1[i]->geometry().left());
+        EXPECT_EQ(win().Text2[i]->geometry().center().y(), win().Combo1[i]->geometry().center().y());
+    }
+}
+
+TEST_F(Fields, DatesAreReadOutByTheirNames) {
+    start();
+    EXPECT_EQ(win().DTPicker1[0]->edit()->accessibleName(), "Birth date");
+    EXPECT_EQ(win().DTPicker1[1]->edit()->accessibleName(), "Issued on");
+    EXPECT_EQ(win().DTPicker1[2]->edit()->accessibleName(), "Valid until");
+}
+
 }  // namespace

@@ -373,6 +373,17 @@ TEST_F(Stages, OnePaneIsOnShow) {
     }
 }
 
+TEST_F(Stages, TabsAreAsWideAsTheirNamesAndALongOneIsCut) {
+    addClient("A", "B");
+    addClient(std::string(50, 'W').c_str(), std::string(50, 'W').c_str());
+    start();
+    EXPECT_LT(win().TabStrip1->tabRect(2).right(), win().TabStrip1->width() / 2);
+    choose(0, QString(50, 'W') + ", " + QString(50, 'W'));
+    EXPECT_LT(win().TabStrip1->tabRect(2).right(), win().TabStrip1->width());
+    EXPECT_GT(win().TabStrip1->tabRect(0).width(), win().TabStrip1->tabRect(1).width());
+    EXPECT_EQ(caption(1), QString(50, 'W') + ", " + QString(50, 'W'));
+}
+
 TEST_F(Stages, TabsAreToldByTheirTips) {
     start();
     EXPECT_EQ(win().TabStrip1->tabToolTip(0), "Klijenti");
@@ -391,6 +402,11 @@ TEST_F(Stages, RefusedSaveLeavesTheOldTabAndPane) {
     EXPECT_TRUE(win().Picture1[0]->isVisible());
     EXPECT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(QApplication::focusWidget(), field(0));
+    type(0, "Anicka");
+    tab(2);
+    EXPECT_EQ(win().CurrentStage, 2) << "mended, it is left as ever";
+    EXPECT_TRUE(win().Picture1[1]->isVisible());
+    EXPECT_EQ(caption(1), "Anicka, Vesna");
 }
 
 TEST_F(Stages, FailureWhileATabChangesIsToldAndTheStageIsReadAgainNextTime) {

@@ -181,6 +181,12 @@ TEST_F(ServiceRow, UnreadableFiguresAreThoseOfTheRowBefore) {
     EXPECT_EQ(own.figures().paid, money(7));
     EXPECT_EQ(own.figures().price, money(10));
     EXPECT_EQ(own.figures().finished, day(2020, 2, 2));
+    Readings none;
+    none.fillFrom(before);
+    EXPECT_EQ(none.figures().paid, money(4));
+    EXPECT_EQ(none.figures().discount, 5.0F);
+    EXPECT_EQ(none.figures().gst, 18.0F);
+    EXPECT_EQ(none.figures().toBeFinished, day(2020, 1, 1));
     EXPECT_EQ(Readings{}.figures().price, Currency()) << "nothing before the first row";
 }
 

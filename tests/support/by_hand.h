@@ -99,7 +99,11 @@ inline void pick(QComboBox* selector, int entry) {
     QTest::mouseClick(selector, Qt::LeftButton);
     QAbstractItemView* list = selector->view();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(list->window()));
-    const auto place = [&] { return list->visualRect(selector->model()->index(entry, 0)).center(); };
+    // Near the entry's beginning: a long name may be wider than the list.
+    const auto place = [&] {
+        const QRect row = list->visualRect(selector->model()->index(entry, 0));
+        return QPoint(row.left() + 8, row.center().y());
+    };
     for (int page = 0; page < 1000 && !list->viewport()->rect().contains(place()); ++page)
         QTest::keyClick(list, place().y() < 0 ? Qt::Key_PageUp : Qt::Key_PageDown);
     // The list takes a click for one that only opened it until the mouse has moved.
