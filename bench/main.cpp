@@ -1,107 +1,118 @@
-#include <benchmark/benchmark.h>
-
 #include <QApplication>
+#include <QLocale>
 #include <QTemporaryDir>
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
-#include <map>
+#include <regex>
 
-#include "measures.h"
+#include "our_window.h"
+#include "pairs.h"
 #include "platform/system/files.h"
 #include "platform/system/settings_store.h"
 #include "shell/settings.h"
+#include "shop.h"
+#include "start_up.h"
 
 namespace {
 
-// Keeps the medians instead of printing a table of its own.
-class Medians : public benchmark::BenchmarkReporter {
- public:
-    bool ReportContext(const Context&) override { return true; }
-    void ReportRuns(const std::vector<Run>& runs) override {
-        for (const Run& run : runs) {
-            if (run.aggregate_name == "median")
-                milliseconds_[run.run_name.function_name] = run.GetAdjustedRealTime();
-        }
-    }
-    double of(const std::string& name) const {
-        const auto found = milliseconds_.find(name);
-        return found == milliseconds_.end() ? 0 : found->second;
-    }
+namespace fs = std::filesystem;
 
- private:
-    std::map<std::string, double> milliseconds_;
-};
-
-void enter(const Measure& measure, Shop& shop) {
-    const auto add = [&](const char* side, const std::function<void(Shop&)>& body) {
-        if (!body)
-            return;
-        benchmark::RegisterBenchmark((measure.name + side).c_str(),
-                                     [&shop, body](benchmark::State& state) {
-                                         for (auto turn : state) {
-                                             (void)turn;
-                                             body(shop);
-                                         }
-                                     })
-            ->Iterations(measure.iterations)
-            ->Repetitions(measure.repetitions)
-            ->ReportAggregatesOnly(true)
-            ->Unit(benchmark::kMillisecond);
-    };
-    add("/ours", measure.ours);
-    add("/baseline", measure.baseline);
+std::vector<Measure> allMeasures() {
+    std::vector<Measure> all = engineMeasures();
+    for (const auto& more :
+         {windowMeasures(), filterMeasures(), reportMeasures(), catalogueMeasures(), paperMeasures()})
+        all.insert(all.end(), more.begin(), more.end());
+    return all;
 }
 
-void print(const Measure& measure, const Medians& medians) {
-    const double ours = medians.of(measure.name + "/ours");
-    const double baseline = medians.of(measure.name + "/baseline");
-    if (!measure.baseline) {
-        std::printf("%-32s %10.3f ms          -       -       -\n", measure.name.c_str(), ours);
+std::string milliseconds(double time) {
+    char text[32];
+    std::snprintf(text, sizeof text, time < 10 ? "%.2f ms" : time < 100 ? "%.1f ms" : "%.0f ms", time);
+    return text;
+}
+
+// A row of the table that stands in README.md; a ratio above its target in bold letters.
+void print(const Measure& measure, const Figures& figures) {
+    const char* const name = measure.name.c_str();
+    if (!measure.plain) {
+        std::printf("| %s | %s | - | - | - | %d |\n", name, milliseconds(figures.ours).c_str(),
+                    measure.pairs);
         return;
     }
-    std::printf("%-32s %10.3f ms %10.3f ms %6.2f  %6.2f%s\n", measure.name.c_str(), ours, baseline,
-                ours / baseline, measure.target,
-                measure.target > 0 && ours / baseline > measure.target ? "  above target" : "");
+    const char* const mark = figures.ratio > measure.target ? "**" : "";
+    std::printf("| %s | %s | %s | %s%.2f%s | %g | %d |\n", name, milliseconds(figures.ours).c_str(),
+                milliseconds(figures.plain).c_str(), mark, figures.ratio, mark, measure.target,
+                measure.pairs);
 }
 
-int measureAll(const std::string& path) {
-    Shop shop(path);
-    std::vector<Measure> measures = engineMeasures();
-    for (const auto& more : {windowMeasures(), stockMeasures(), findingMeasures()})
-        measures.insert(measures.end(), more.begin(), more.end());
-    Medians medians;
-    for (const Measure& measure : measures)
-        enter(measure, shop);
-    benchmark::RunSpecifiedBenchmarks(&medians);
-    std::printf("%-32s %13s %13s %6s  %6s\n", "measure", "ours", "baseline", "ratio", "target");
-    for (const Measure& measure : measures)
-        print(measure, medians);
-    return 0;
+void measureAll(const fs::path& folder, const std::regex& wanted) {
+    Shop shop((folder / "Tarvello.mdb").string(), (folder / "plain.mdb").string());
+    std::printf("| | ours | plain | ratio | target | pairs |\n|---|---|---|---|---|---|\n");
+    for (const Measure& measure : allMeasures()) {
+        if (!std::regex_search(measure.name, wanted))
+            continue;
+        print(measure, takeTurns(measure, shop));
+        std::fflush(stdout);
+    }
+    closeMainWindow();
+    shop.checkNothingLeft();
+}
+
+int usage() {
+    std::fprintf(stderr,
+                 "usage: tarvello_bench SHOP.mdb [--processor] [MEASURE-REGEX]\n"
+                 "       tarvello_bench SHOP.mdb --startup\n");
+    return 2;
+}
+
+struct Arguments {
+    fs::path shop;
+    bool startUp = false, processor = false;
+    std::string wanted;
+};
+
+bool read(const QStringList& words, Arguments& arguments) {
+    if (words.size() < 2)
+        return false;
+    arguments.shop = words.at(1).toStdString();
+    for (const QString& word : words.mid(2)) {
+        if (word == QLatin1String("--startup"))
+            arguments.startUp = true;
+        else if (word == QLatin1String("--processor"))
+            arguments.processor = true;
+        else if (arguments.wanted.empty() && !word.startsWith(QLatin1String("--")))
+            arguments.wanted = word.toStdString();
+        else
+            return false;
+    }
+    return true;
+}
+
+void useFolder(const QString& folder, const fs::path& file, const fs::path& help) {
+    platform::setProgramFolder(folder);
+    platform::setSettingsFolder(folder);
+    settings::setText(settings::DatabasePath, QString::fromStdString(file.string()));
+    settings::setText(settings::HelpFilePath, QString::fromStdString(help.string()));
 }
 
 }  // namespace
 
-// tarvello_bench SHOP.mdb: measures on a copy of that shop's file.
-// tarvello_bench --startup SHOP.mdb: one start of the program on that very file, in this process.
+// Measures on two copies of the shop's file, by the wall's clock or the processor's, those whose name the
+// expression is found in. With --startup: one start of the program on that very file, in this process.
 int main(int argc, char** argv) {
-    benchmark::Initialize(&argc, argv);
-    const bool startUp = argc == 3 && std::strcmp(argv[1], "--startup") == 0;
-    if (!startUp && argc != 2) {
-        std::fprintf(stderr, "usage: tarvello_bench [--startup] SHOP.mdb\n");
-        return 2;
-    }
-    QApplication application(argc, argv);
-    QTemporaryDir place;
-    std::filesystem::path file = argv[argc - 1];
-    if (!startUp) {
-        file = std::filesystem::path(place.path().toStdString()) / "Tarvello.mdb";
-        std::filesystem::copy_file(argv[1], file);
-    }
-    platform::setProgramFolder(place.path());
-    platform::setSettingsFolder(place.path());
-    settings::setText(settings::DatabasePath, QString::fromStdString(file.string()));
-    const std::filesystem::path help = std::filesystem::path(argv[argc - 1]).parent_path() / "Tarvello.hlp";
-    settings::setText(settings::HelpFilePath, QString::fromStdString(help.string()));
-    return startUp ? startUpMeasure() : measureAll(file.string());
+    const QApplication application(argc, argv);
+    Arguments arguments;
+    if (!read(QApplication::arguments(), arguments))
+        return usage();
+    const fs::path& shop = arguments.shop;
+    const QTemporaryDir place;
+    const fs::path copy = fs::path(place.path().toStdString()) / "Tarvello.mdb";
+    useFolder(place.path(), arguments.startUp ? shop : copy, shop.parent_path() / "Tarvello.hlp");
+    if (arguments.startUp)
+        return startUpMeasure();
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    timeBy(arguments.processor ? Clock::Processor : Clock::Wall);
+    fs::copy_file(shop, copy);
+    measureAll(copy.parent_path(), std::regex(arguments.wanted, std::regex::icase));
+    return 0;
 }

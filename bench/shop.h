@@ -1,30 +1,31 @@
 #pragma once
 
-#include <sqlcipher/sqlite3.h>
-
 #include <string>
 
+#include "plain_shop.h"
 #include "platform/dao/dao.h"
+#include "stock.h"
 
-// The generated shop of the measures, open through the engine and, beside it, through the plain C API.
+// The generated shop twice, so that neither side reads pages that the other has just deciphered or written:
+// one copy of the file open through the engine, the other through the plain C API.
 class Shop {
  public:
-    explicit Shop(const std::string& path);
-    ~Shop();
-    Shop(const Shop&) = delete;
-    Shop& operator=(const Shop&) = delete;
+    // The file at `plainPath` is made: a copy of the other, once that has its catalogue.
+    Shop(const std::string& ourPath, const std::string& plainPath);
 
-    const std::string& path() const { return path_; }
-    dao::Database& database() { return database_; }
-    sqlite3* plain() const { return plain_; }
-    // Runs a statement through the plain C API; ends the program where it fails.
-    void run(const char* sql) const;
-    sqlite3_stmt* prepare(const char* sql) const;
+    dao::Database& ours() { return ours_; }
+    PlainShop& plain() { return plain_; }
+    const Stock& stock() const { return stock_; }
+    // Closes ours, and looks whether each file holds what it held before and both the same rows. Ends the
+    // program where not. Nothing of ours may be open any more.
+    void checkNothingLeft();
 
     static constexpr int kServices = 300000;
 
  private:
-    std::string path_;
-    dao::Database database_;
-    sqlite3* plain_ = nullptr;
+    std::string ourPath_;
+    Stock stock_;
+    PlainShop plain_;
+    Lines schema_;
+    dao::Database ours_;
 };

@@ -2,16 +2,9 @@
 
 #include <string>
 
-#include "shop.h"
+#include "plain_shop.h"
 
 namespace {
-
-qint32 number(Shop& shop, const char* sql) {
-    sqlite3_stmt* statement = shop.prepare(sql);
-    const qint32 value = sqlite3_step(statement) == SQLITE_ROW ? sqlite3_column_int(statement, 0) : 0;
-    sqlite3_finalize(statement);
-    return value;
-}
 
 // The numbers 0 to count-1 as the table "n".
 std::string counting(int count) {
@@ -19,14 +12,16 @@ std::string counting(int count) {
            ") ";
 }
 
-Stock fill(Shop& shop) {
+}  // namespace
+
+Stock fillStock(const PlainShop& shop) {
     Stock stock;
-    const auto run = [&shop](const std::string& sql) { shop.run(sql.c_str()); };
-    stock.firstGroup = number(shop, "SELECT max(ID)+1 FROM Grupe");
-    const qint32 manufacturer = number(shop, "SELECT max(ID)+1 FROM Proizvodjaci");
-    stock.firstProduct = number(shop, "SELECT max(ID)+1 FROM Oprema");
-    stock.service = number(shop, "SELECT min(ID) FROM Services");
-    stock.otherService = number(shop, "SELECT max(ID) FROM Services");
+    const auto run = [&shop](const std::string& sql) { shop.run(sql); };
+    const auto number = [&shop](const char* sql) { return static_cast<int>(shop.number(sql)); };
+    stock.firstGroup = number("SELECT max(ID)+1 FROM Grupe");
+    const int manufacturer = number("SELECT max(ID)+1 FROM Proizvodjaci");
+    stock.firstProduct = number("SELECT max(ID)+1 FROM Oprema");
+    stock.service = number("SELECT min(ID) FROM Services");
     const std::string group = std::to_string(stock.firstGroup);
     const std::string maker = std::to_string(manufacturer);
     const std::string product = std::to_string(stock.firstProduct);
@@ -46,12 +41,5 @@ Stock fill(Shop& shop) {
         "+i, 'Grupa 0', 'Proizvodjac '||i, 'Proizvod '||i, 'Opis proizvoda broj '||i, CASE WHEN i%3=0 THEN "
         "'SN-'||i END, 'Kom.', 1+i%4, (i%997)+0.25 FROM n");
     run("COMMIT");
-    return stock;
-}
-
-}  // namespace
-
-const Stock& stockOf(Shop& shop) {
-    static const Stock stock = fill(shop);
     return stock;
 }

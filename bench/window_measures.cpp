@@ -1,96 +1,160 @@
-#include <benchmark/benchmark.h>
-#include <unistd.h>
-
-#include <QApplication>
-#include <cstdio>
-#include <cstdlib>
-#include <ctime>
-#include <fstream>
-#include <iterator>
-#include <sstream>
-
-#include "data/session.h"
-#include "main_window.h"
-#include "measures.h"
-#include "records/frmDetails.h"
+// The main window's selector and list: filling, sorting, refreshing.
+#include "our_window.h"
+#include "plain_stages.h"
 #include "records/frmMain.h"
-#include "shell/frmSplash.h"
-#include "shell/modMain.h"
+#include "shop.h"
 
 namespace {
 
-void clientsOurs(Shop&) {
-    mainWindow().FillClientCombo();
+// --- The client selector.
+
+class ClientsOurs : public Side {
+ public:
+    explicit ClientsOurs(Shop&) { mainWindow().RefreshAll(); }
+    void run() override { mainWindow().FillClientCombo(); }
+    Lines result() override { return entriesOf(*mainWindow().Combo1[0]); }
+};
+
+class ClientsPlain : public Side {
+ public:
+    explicit ClientsPlain(Shop& shop) : stages_(shop.plain()) {}
+    void run() override { stages_.readClients(nullptr); }
+    Lines result() override { return stages_.clients(); }
+
+ private:
+    PlainStages stages_;
+};
+
+// --- The 1,000 services of the busiest computer, with every cell, also those that nobody sees.
+
+int busiestComputer(Shop& shop) {
+    return static_cast<int>(shop.plain().number(
+        "SELECT MachineID FROM Services GROUP BY MachineID ORDER BY count(*) DESC LIMIT 1"));
 }
 
-void clientsBaseline(Shop& shop) {
-    readClients(shop, "Customers");
+void showServices(int computer) {
+    platform::DataControl& source = *mainWindow().Data1[2];
+    source.RecordSource = QStringLiteral("SELECT * FROM QDServices%1 WHERE MachineID=%2")
+                              .arg(mainWindow().QuerySuffix)
+                              .arg(computer);
+    source.Refresh();
+    mainWindow().FillServiceList({});
 }
 
-void listOurs(Shop& shop) {
-    showBusyComputer(shop);
-    lookAtServices();
+void lookAtServices() {
+    const platform::ListView& list = *mainWindow().ListView1;
+    for (int row = 1; row <= list.count(); ++row)
+        list.item(row);
 }
 
-void listBaseline(Shop& shop) {
-    readServices(shop, "MachineID=" + std::to_string(busyComputer(shop)) + " ORDER BY ID");
-}
+class ListOurs : public Side {
+ public:
+    explicit ListOurs(Shop& shop) : computer_(busiestComputer(shop)) { mainWindow().RefreshAll(); }
+    ~ListOurs() override { mainWindow().RefreshAll(); }
+    void run() override {
+        showServices(computer_);
+        lookAtServices();
+    }
+    Lines result() override { return rowsOf(*mainWindow().ListView1); }
 
-double millisecondsNow() {
-    std::timespec now{};
-    clock_gettime(CLOCK_BOOTTIME, &now);
-    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
-}
+ private:
+    int computer_;
+};
 
-// When this process was started, by the kernel's own book (to a hundredth of a second).
-double processStart() {
-    std::ifstream file("/proc/self/stat");
-    std::string text((std::istreambuf_iterator<char>(file)), {});
-    std::istringstream words(text.substr(text.rfind(')') + 2));
-    std::string word;
-    for (int field = 3; field <= 22; ++field)
-        words >> word;
-    return std::stod(word) * 1e3 / static_cast<double>(sysconf(_SC_CLK_TCK));
-}
+class ListPlain : public Side {
+ public:
+    explicit ListPlain(Shop& shop)
+        : computer_(busiestComputer(shop)), rows_(shop.plain(), PlainServices::kStatement + " ORDER BY ID") {}
+    void run() override { services_.read(rows_, computer_, nullptr); }
+    Lines result() override { return services_.result(); }
+
+ private:
+    int computer_;
+    Statement rows_;
+    PlainServices services_;
+};
+
+// --- Sorting those services by a column, one direction after the other. They are read anew: what another
+// workstation has changed shows.
+
+class SortOurs : public Side {
+ public:
+    SortOurs(Shop& shop, int column) : column_(column) {
+        mainWindow().RefreshAll();
+        showServices(busiestComputer(shop));
+    }
+    ~SortOurs() override {
+        mainWindow().UnsortServices();
+        mainWindow().RefreshAll();
+    }
+    void run() override {
+        mainWindow().ListView1_ColumnClick(column_);
+        lookAtServices();
+    }
+    Lines result() override { return rowsOf(*mainWindow().ListView1); }
+
+ private:
+    int column_;
+};
+
+constexpr const char* kFields[] = {
+    "", "ServiceStarted", "ServiceToBeFinished", "ServiceFinished", "Price", "Discount", "GST", "Paid"};
+constexpr int kUsualColumn = 1;  // a first click on it turns the order round
+
+class SortPlain : public Side {
+ public:
+    SortPlain(Shop& shop, int column)
+        : computer_(busiestComputer(shop)),
+          upwards_(shop.plain(), PlainServices::kStatement + " ORDER BY " + kFields[column] + " ASC"),
+          downwards_(shop.plain(), PlainServices::kStatement + " ORDER BY " + kFields[column] + " DESC"),
+          down_(column == kUsualColumn) {}
+    void run() override {
+        services_.read(down_ ? downwards_ : upwards_, computer_, nullptr);
+        down_ = !down_;
+    }
+    Lines result() override { return services_.result(); }
+
+ private:
+    int computer_;
+    Statement upwards_, downwards_;
+    PlainServices services_;
+    bool down_;
+};
+
+// --- Refresh: all three stages. The stored queries name the whole tables before and after, so that a plain
+// program has nothing to write.
+
+class RefreshOurs : public Side {
+ public:
+    explicit RefreshOurs(Shop&) { mainWindow().RefreshAll(); }
+    void run() override { mainWindow().RefreshAll(); }
+    Lines result() override { return stagesOf(mainWindow()); }
+};
+
+class RefreshPlain : public Side {
+ public:
+    explicit RefreshPlain(Shop& shop) : stages_(shop.plain()) {}
+    void run() override {
+        stages_.readClients(nullptr);
+        stages_.readComputers(nullptr);
+        stages_.readServices(nullptr);
+    }
+    Lines result() override { return stages_.result(); }
+
+ private:
+    PlainStages stages_;
+};
 
 }  // namespace
 
 std::vector<Measure> windowMeasures() {
-    return {
-        {"fill_client_selector_50000", 3, clientsOurs, clientsBaseline, 1, 7},
-        {"fill_list_1000_services", 3, listOurs, listBaseline, 1, 15},
+    std::vector<Measure> measures{
+        {"fill the client selector, 50,000 names", 3, side<ClientsOurs>(), side<ClientsPlain>(), 15},
+        {"list 1,000 services, every cell", 3, side<ListOurs>(), side<ListPlain>(), 31},
+        {"refresh everything", 2, side<RefreshOurs>(), side<RefreshPlain>(), 15},
     };
-}
-
-int startUpMeasure() {
-    const double started = processStart();
-    const double ready = millisecondsNow();
-    CheckHelpFile();
-    KursKupovni = ReadKursKupovni();
-    QString errorText;
-    if (!CheckDatabase(errorText)) {
-        std::fprintf(stderr, "%s\n", qPrintable(errorText));
-        return 1;
-    }
-    const double checked = millisecondsNow();
-    ShowTipsAtStartup = false;
-    frmMain main;
-    qint64 tick = 0;
-    main.GetTickCount = [&tick] { return tick += frmMain::kSplashTime; };
-    double built = checked;
-    main.onStartStep = [&built](StartStep) { built = millisecondsNow(); };
-    if (!main.Display())
-        return 1;
-    const double filled = millisecondsNow();
-    QApplication::processEvents();
-    main.grab();
-    const double painted = millisecondsNow();
-    std::printf(
-        "start_up %.0f ms: program and Qt loaded %.0f, database checked %.0f, window built %.0f,"
-        " record sets opened and lists filled %.0f, painted %.0f\n",
-        painted - started, ready - started, checked - ready, built - checked, filled - built,
-        painted - filled);
-    main.AlwaysCreateBackupDB = false;
-    main.unload();
-    return 0;
+    for (int column = 1; column < static_cast<int>(std::size(kFields)); ++column)
+        measures.push_back({std::string("sort 1,000 services by ") + kFields[column] + ", every cell", 1.5,
+                            side<SortOurs>(column), side<SortPlain>(column), 31});
+    return measures;
 }
