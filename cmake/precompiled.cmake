@@ -1,6 +1,6 @@
 # The toolkit's headers are parsed once for all windows and once for all tests, not once a file. Only headers of the
 # system stand here: our own change too often. A file still names everything it uses; a build with
-# -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON (the one under the sanitizers is such) proves that none leans on these lists.
+# -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON proves that none leans on these lists.
 set(PRECOMPILED_STD <algorithm> <array> <cmath> <functional> <map> <memory> <optional> <string> <utility> <vector>)
 set(PRECOMPILED_QT <QAction> <QApplication> <QCheckBox> <QComboBox> <QDate> <QDialog> <QDir> <QFile> <QGridLayout>
   <QHash> <QKeyEvent> <QLabel> <QLineEdit> <QList> <QLocale> <QPainter> <QPlainTextEdit> <QPushButton>

@@ -8,6 +8,8 @@
 #include <sstream>
 #include <tuple>
 
+#include "platform/dao/dbengine.h"
+
 namespace data {
 namespace {
 
@@ -236,6 +238,22 @@ void createSchema(dao::Database& database, const Schema& schema) {
     }
     for (const auto& [name, statement] : schema.queries) {
         database.CreateQueryDef(name, statement);
+    }
+    database.setForm(kShopForm);
+}
+
+void raiseForm(dao::Database& database) {
+    if (database.Form() >= kShopForm) {
+        return;
+    }
+    dao::DBEngine::BeginTrans();
+    try {
+        // From 0, the files of version 1.0.1, to 1: nothing but the number itself.
+        database.setForm(kShopForm);
+        dao::DBEngine::CommitTrans();
+    } catch (...) {
+        dao::DBEngine::Rollback();
+        throw;
     }
 }
 

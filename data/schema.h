@@ -33,6 +33,14 @@ struct Schema {
 // query.
 Schema readSchema(std::istream& text, const std::string& name);
 
+// The form of the tables below. Raised with every change of data/schema.txt that an existing shop's file has
+// to follow; raiseForm then knows the way from the form before.
+inline constexpr int kShopForm = 1;
+
+// Brings the file of an earlier version up to date, all of it or nothing. Every step can be run again on a
+// file that has it already: a repair may have lost the number. Throws dao::Error.
+void raiseForm(dao::Database& database);
+
 // Everything of the schema into a file that holds nothing of it yet. Throws dao::Error.
 void createSchema(dao::Database& database, const Schema& schema);
 

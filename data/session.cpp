@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "data/database_file.h"
+#include "data/schema.h"
 #include "platform/controls/boxes.h"
 #include "platform/dao/dao.h"
 #include "platform/system/files.h"
@@ -92,21 +93,34 @@ Found locateDatabase(QString& path, QString& errorText) {
     }
 }
 
-void tryOpening(Trap& step, const QString& path) {
+dao::Database tryOpening(Trap& step, const QString& path) {
+    dao::Database database;
     step([&] {
-        dao::DBEngine::Workspaces(0)
-            .OpenDatabase(path.toStdString(), false, false, connectText().toStdString())
-            .Close();
+        database = dao::DBEngine::Workspaces(0).OpenDatabase(path.toStdString(), false, false,
+                                                             connectText().toStdString());
     });
+    return database;
+}
+
+// A file of an earlier version is brought up to date before anybody works with it. Where that fails it stays
+// as it was, and there is nothing about it to repair.
+bool bringUpToDate(dao::Database& database, QString& errorText) {
+    Trap raising;
+    raising([&] { data::raiseForm(database); });
+    raising([&] { database.Close(); });
+    return raising.failed() ? fail(errorText, lines(GetResString(1017), raising.line())) : true;
 }
 
 // Whatever keeps the file from opening counts as damage here: a repair tells the cases apart soon enough.
 bool proveDatabase(const QString& path, QString& errorText) {
     for (bool repaired = false;; repaired = true) {
         Trap opening;
-        tryOpening(opening, path);
+        dao::Database database = tryOpening(opening, path);
         if (!opening.failed()) {
-            return true;
+            return bringUpToDate(database, errorText);
+        }
+        if (opening.number() == dao::errNewerForm) {
+            return fail(errorText, newerDatabaseText());
         }
         if (repaired) {
             return fail(errorText, lines(GetResString(1017), GetDAOErrors()));
@@ -185,7 +199,14 @@ QString connectText() {
     return QStringLiteral(";pwd=") + BuildDatabasePassword();
 }
 
+QString newerDatabaseText() {
+    return QStringLiteral(
+        "The database was written by a newer version of Tarvello. Please install that version on this "
+        "workstation, too.");
+}
+
 bool CheckDatabase(QString& errorText) {
+    dao::DBEngine::setKnownForm(data::kShopForm);
     errorText.clear();
     QString path = databasePath();
     switch (locateDatabase(path, errorText)) {

@@ -10,6 +10,8 @@ QString BuildDatabasePassword();
 QString databasePath();  // the setting, or the program folder's file
 QString connectText();   // ";pwd=" and the password
 bool CheckDatabase(QString& errorText);
+// What is said of a file whose opening fails with dao::errNewerForm: nothing about it is to be repaired.
+QString newerDatabaseText();
 bool RepairAndCompactDatabase(QString& errorText, bool withPassword);
 bool UseBackupDatabase(QString& errorText, bool silent);
 bool BackupDatabase(QString& errorText);

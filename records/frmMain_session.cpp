@@ -57,7 +57,12 @@ void frmMain::OpenDataControls(QString& errorText, bool& ok) {
             return;
         }
         ok = false;
+        const bool newer = step.number() == dao::errNewerForm;
         closeSources(step);
+        if (newer) {
+            errorText = newerDatabaseText();
+            return;
+        }
         if (repaired) {
             errorText = GetResString(1048);
             return;

@@ -206,6 +206,15 @@ void Database::CreateIndex(std::string_view table, std::string_view field, bool 
     });
 }
 
+int Database::Form() const {
+    return opened(impl_).file().store().form();
+}
+
+void Database::setForm(int form) {
+    OpenFile& file = opened(impl_).writableFile();
+    file.write([&] { file.store().setForm(form); });
+}
+
 std::string QueryDef::SQL() const {
     std::optional<std::string> text = opened(db_).file().store().queryText(name_);
     if (!text)

@@ -122,6 +122,12 @@ class Database {
     // the table holds a value twice.
     void CreateIndex(std::string_view table, std::string_view field, bool unique = false);
 
+    // A number that the program gives the form of its tables, so that it can bring an older file up to date
+    // and leave a newer one alone. 0 in a new file. Kept by compaction and by copies; a repair that cannot
+    // read it starts again at 0. Part of a transaction like any other change.
+    int Form() const;
+    void setForm(int form);
+
     void Close();  // its record sets close with it; closing a closed one does nothing
     const std::shared_ptr<DatabaseImpl>& impl() const { return impl_; }
 

@@ -88,6 +88,10 @@ void DBEngine::Idle(int option) {
 const std::vector<ErrorEntry>& DBEngine::Errors() {
     return lastErrors();
 }
+void DBEngine::setKnownForm(int form) {
+    driver::setKnownForm(form);
+}
+
 void DBEngine::setLockTimeout(int milliseconds) {
     driver::setLockTimeout(milliseconds);
 }

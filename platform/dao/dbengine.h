@@ -42,7 +42,8 @@ class DBEngine {
     // Errors: 3024 no such file, 3044 a directory, 3343 no database of this engine, 3031 wrong or missing
     // password (a file that this process has open with the right one is let in without), 3049 the engine's
     // own but damaged, 3045 exclusive wanted and another process has it, 3356 another process has it
-    // exclusively, 3050 its folder takes no lock file, 3027 the file is read-only and `readOnly` is false.
+    // exclusively, 3050 its folder takes no lock file, 3027 the file is read-only and `readOnly` is false,
+    // 3811 it was written by a newer version of the program.
     static Database OpenDatabase(const std::string& path, bool exclusive = false, bool readOnly = false,
                                  const std::string& connect = {});
     // A new empty file. 3012 if there is one already.
@@ -77,6 +78,10 @@ class DBEngine {
     static void Rollback() { Workspaces(0).Rollback(); }
 
     static const std::vector<ErrorEntry>& Errors();  // of the last failing operation
+
+    // The highest form (Database::Form) that the program knows: a file of a higher one is refused on every
+    // road, opening, repair and compaction: 3811. At the start every form is known.
+    static void setKnownForm(int form);
 
     // How long Edit, Update and the like wait for another workstation's lock. Milliseconds; 10,000 at the
     // start.

@@ -93,6 +93,11 @@ class Store {
     virtual std::int64_t pageCount() = 0;
     virtual std::int64_t dataVersion() = 0;    // differs once another process has written
     virtual std::int64_t schemaVersion() = 0;  // differs once tables have changed
+    // Puts indexes of texts that stand in the order of an earlier version into the present one. Does nothing
+    // to a store that cannot be written. errNewerForm for an order that this program does not know.
+    virtual void keepOrder() = 0;
+    virtual int form() = 0;  // see Database::Form
+    virtual void setForm(int form) = 0;
     virtual std::vector<sql::TableInfo> tables() = 0;
     virtual std::vector<Relation> relations() = 0;
     virtual void createTable(const TableDef& table) = 0;
@@ -130,6 +135,9 @@ std::unique_ptr<Store> openStore(const OpenRequest& request);
 void writeDenseCopy(const OpenRequest& source, const OpenRequest& target);
 // A store in memory, for searching among rows that are no longer those of a file.
 std::unique_ptr<Store> openMemoryStore();
+
+// Files of a higher form are not opened: errNewerForm.
+void setKnownForm(int form);
 
 void setLockTimeout(int milliseconds);
 int lockTimeout();

@@ -42,6 +42,7 @@ enum ErrorNumber {
     errRelatedRecordRequired = 3201,
     errTooComplex = 3360,
     errDuplicateField = 3191,
+    errNewerForm = 3811,          // written by a newer version of the program
     errFieldNotUpdatable = 3164,  // computed, or a number that the engine gives
 };
 

@@ -44,6 +44,7 @@ constexpr std::array kSentences{
     Sentence{errCannotUpdate, "This Recordset is not updatable."},
     Sentence{errUnrecognisedFormat, "Unrecognized database format."},
     Sentence{errExclusiveByOther, "Couldn't open database; another user has it open exclusively."},
+    Sentence{errNewerForm, "The database was written by a newer version of the program."},
     Sentence{errTooComplex, "Query is too complex."},
     Sentence{errObjectClosed, "Object invalid or no longer set."},
 };

@@ -42,7 +42,9 @@ std::unique_ptr<driver::Store> openStoreFor(const Opening& opening, bool writabl
     request.path = opening.path;
     request.key = rawKey(opening.password, opening.salt);
     request.writable = writable;
-    return driver::openStore(request);
+    std::unique_ptr<driver::Store> store = driver::openStore(request);
+    store->keepOrder();
+    return store;
 }
 
 std::shared_ptr<OpenFile> openFile(const Opening& opening, bool writable, std::shared_ptr<LockFile> lock) {

@@ -16,17 +16,18 @@ void note(const std::string& text) {
     report().notes.push_back(text);
 }
 
-// What a crash left half written is put back from its journal before anybody calls it damage.
-void settleJournal(const Opening& opening) {
-    if (!hasJournal(opening.path))
-        return;
+// What a crash left half written is put back from its journal before anybody calls it damage. A file that
+// only a newer program understands is none of our business.
+void settle(const Opening& opening) {
+    const bool interrupted = hasJournal(opening.path);
     try {
         openStoreFor(opening, true)->schemaVersion();
     } catch (const Error& error) {
         // Damage is what the repair is for; anything else stops it.
-        if (error.Number() != errCannotOpen)
+        if (error.Number() == errNewerForm || (interrupted && error.Number() != errCannotOpen))
             throw;
-        note("The journal of an interrupted change could not be used.");
+        if (interrupted)
+            note("The journal of an interrupted change could not be used.");
     }
 }
 
@@ -42,7 +43,7 @@ void repair(const std::string& path, const std::string& connect) {
         fail(errReadOnly);
     while (const std::shared_ptr<OpenFile> open = OpenFiles::find(opening.path, false))
         open->releaseStore();
-    settleJournal(opening);
+    settle(opening);
 
     driver::OpenRequest broken{opening.path, rawKey(opening.password, opening.salt), true, false};
     if (driver::isWhole(broken))

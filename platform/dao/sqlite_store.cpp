@@ -1,12 +1,14 @@
 #include "platform/dao/sqlite_store.h"
 
 #include <cerrno>
+#include <climits>
 #include <random>
 #include <thread>
 
 #include <unistd.h>
 
 #include "platform/dao/failure.h"
+#include "platform/text/order.h"
 
 namespace dao::driver {
 namespace {
@@ -22,6 +24,20 @@ int& lockTimeoutSetting() {
 std::string& fileLayerSetting() {
     static std::string name;
     return name;
+}
+
+int& knownFormSetting() {
+    static int form = INT_MAX;
+    return form;
+}
+
+// The version of the order that the indexes of texts are kept in, in the number that the file's head has for
+// the programs that use it. 0: a file of before the shop had one alphabet.
+constexpr const char* kOrder = "PRAGMA application_id";
+constexpr const char* kForm = "PRAGMA user_version";
+
+std::string assigned(const char* pragma, std::int64_t value) {
+    return std::string(pragma) + " = " + std::to_string(value);
 }
 
 // Every parameter of the cipher by name: another release of the library has other defaults, and the shop's
@@ -90,6 +106,9 @@ void setLockTimeout(int milliseconds) {
 }
 int lockTimeout() {
     return lockTimeoutSetting();
+}
+void setKnownForm(int form) {
+    knownFormSetting() = form;
 }
 void setFileLayer(std::string name) {
     fileLayerSetting() = std::move(name);
@@ -168,11 +187,10 @@ void SqliteStore::configure(const OpenRequest& request) {
 }
 
 void SqliteStore::createSystemTables() {
-    execute(
-        "BEGIN IMMEDIATE;"
-        "CREATE TABLE dao_queries(name TEXT NOT NULL PRIMARY KEY COLLATE DAO_TEXT,"
-        " version INTEGER NOT NULL, sql TEXT NOT NULL);"
-        "COMMIT");
+    execute(std::string("BEGIN IMMEDIATE;") +
+            "CREATE TABLE dao_queries(name TEXT NOT NULL PRIMARY KEY COLLATE DAO_TEXT,"
+            " version INTEGER NOT NULL, sql TEXT NOT NULL);" +
+            assigned(kOrder, alphabet::kOrderVersion) + ";COMMIT");
 }
 
 void SqliteStore::close() noexcept {
@@ -322,6 +340,29 @@ std::int64_t SqliteStore::schemaVersion() {
     return integerOf("PRAGMA schema_version");
 }
 
+int SqliteStore::form() {
+    return static_cast<int>(integerOf(kForm));
+}
+void SqliteStore::setForm(int form) {
+    execute(assigned(kForm, form));
+}
+
+void SqliteStore::keepOrder() {
+    const std::int64_t order = integerOf(kOrder);
+    if (order > alphabet::kOrderVersion || form() > knownFormSetting())
+        fail(errNewerForm);
+    if (order == alphabet::kOrderVersion || !writable_)
+        return;
+    beginWrite();
+    try {
+        execute("REINDEX DAO_TEXT;" + assigned(kOrder, alphabet::kOrderVersion));
+        commit();
+    } catch (...) {
+        rollback();
+        throw;
+    }
+}
+
 const sql::IdSetPtr* SqliteStore::findIdSet(std::int64_t number) const {
     const auto found = idSets_.find(number);
     return found == idSets_.end() ? nullptr : &found->second;
@@ -334,6 +375,8 @@ void SqliteStore::copyInto(const OpenRequest& target) {
     beginWrite();
     try {
         copyTables();
+        execute(assigned("PRAGMA target.application_id", alphabet::kOrderVersion));
+        execute(assigned("PRAGMA target.user_version", form()));
         commit();
     } catch (...) {
         rollback();

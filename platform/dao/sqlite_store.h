@@ -40,6 +40,9 @@ class SqliteStore final : public Store {
     std::int64_t pageCount() override;
     std::int64_t dataVersion() override;
     std::int64_t schemaVersion() override;
+    void keepOrder() override;
+    int form() override;
+    void setForm(int form) override;
     std::vector<sql::TableInfo> tables() override;
     std::vector<Relation> relations() override;
     void createTable(const TableDef& table) override;

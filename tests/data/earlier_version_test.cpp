@@ -1,5 +1,7 @@
 // What a shop has from an earlier release, as that release left it: the database and the settings of somebody
 // who worked with it for some days and closed the program. The files themselves are never changed.
+#include <climits>
+
 #include "data/session.h"
 #include "data/session_fixture.h"
 
@@ -47,10 +49,17 @@ class Version101 : public SessionFixture {
     QString errorText;
 };
 
-TEST_F(Version101, ItsDatabaseIsFoundAndProvedWithoutAWord) {
-    const QByteArray before = bytesOf(databaseFile());
+TEST_F(Version101, ItsDatabaseIsFoundAndBroughtUpToDateWithoutAWord) {
     EXPECT_TRUE(CheckDatabase(errorText)) << errorText.toStdString();
     EXPECT_TRUE(boxes.asked.isEmpty());
+    EXPECT_EQ(openDatabase().Form(), 1);
+    expectItsRows();
+}
+
+TEST_F(Version101, OnceUpToDateItIsLeftAlone) {
+    ASSERT_TRUE(CheckDatabase(errorText)) << errorText.toStdString();
+    const QByteArray before = bytesOf(databaseFile());
+    EXPECT_TRUE(CheckDatabase(errorText)) << errorText.toStdString();
     EXPECT_EQ(bytesOf(databaseFile()), before);
 }
 
@@ -80,8 +89,8 @@ TEST_F(Version101, ItIsBackedUpCompactedAndRevertedTo) {
     openDatabase().Execute("DELETE * FROM Customers");
     closeDatabases();
     ASSERT_TRUE(UseBackupDatabase(errorText, true)) << errorText.toStdString();
+    EXPECT_EQ(bytesOf(databaseFile()), bytesOf(path("Tarvello.bkp")));
     expectItsRows();
-    EXPECT_EQ(bytesOf(databaseFile()), bytesOf(kept("Tarvello.mdb")));
 }
 
 TEST_F(Version101, ItsSettingsAreRead) {
@@ -95,6 +104,32 @@ TEST_F(Version101, ItsSettingsAreRead) {
     EXPECT_EQ(settings::text(settings::LVWSortField), "ServiceStarted");
     EXPECT_EQ(settings::text(settings::LVWColumnWidths), "1440;1440;1440;1440;1440;1440;1440");
     EXPECT_EQ(settings::text(settings::find("frmPrintInvoiceEx", "txtNacinPlacanja2")), "100% avans.");
+}
+
+// What a later version leaves behind may mean something else to this one: it is neither read nor "repaired".
+class LaterVersion : public SessionFixture {
+ protected:
+    void SetUp() override {
+        SessionFixture::SetUp();
+        settings::setText(settings::DatabasePath, databaseFile());
+        openDatabase().setForm(2);
+        closeDatabases();
+    }
+    void TearDown() override {
+        dao::DBEngine::setKnownForm(INT_MAX);
+        SessionFixture::TearDown();
+    }
+    QString errorText;
+};
+
+TEST_F(LaterVersion, ItsDatabaseIsRefusedWithoutAnOfferOfRepairOrBackup) {
+    const QByteArray before = bytesOf(databaseFile());
+    EXPECT_FALSE(CheckDatabase(errorText));
+    EXPECT_EQ(errorText,
+              "The database was written by a newer version of Tarvello. Please install that version on this "
+              "workstation, too.");
+    EXPECT_TRUE(boxes.asked.isEmpty());
+    EXPECT_EQ(bytesOf(databaseFile()), before);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 // restarting.
 
 #include <QLabel>
+#include <climits>
 
 #include "main_window.h"
 #include "support/second_process.h"
@@ -502,6 +503,22 @@ TEST_F(Session, WordInTheSettingsCannotSendTheFileToRepair) {
     EXPECT_TRUE(ok) << errorText.toStdString();
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
     EXPECT_EQ(win().Data1[2]->RecordSource, "SELECT * FROM QDServices0");
+}
+
+// A colleague has installed the next version and started it: nothing about the file is to be repaired.
+TEST_F(Session, RestartOnAFileOfANewerVersionEndsTheProgramWithoutAnOfferOfRepair) {
+    shop();
+    start();
+    openDatabase().setForm(7);
+    dao::DBEngine::setKnownForm(6);
+    restart();
+    dao::DBEngine::setKnownForm(INT_MAX);
+    EXPECT_EQ(boxes.asked.size(), 1);
+    EXPECT_EQ(boxes.lastText(),
+              "Restarting database has failed.\n\nUnexpected error(s) occured while reopening the database:\n"
+              "The database was written by a newer version of Tarvello. Please install that version on this "
+              "workstation, too.\n\nAplication will terminate.");
+    EXPECT_TRUE(win().isUnloaded());
 }
 
 TEST_F(Session, FailedRestartEndsTheProgram) {
