@@ -47,6 +47,7 @@ void frmKonfiguratorEx::searchTextChanged(int index) {
     const int row = typed.isEmpty() ? -1 : list->findString(typed);
     if (row < 0)
         return;
+    lastSelection_[pane].reset();
     const QString whole = list->text(row);
     if (whole.size() == typed.size()) {
         const auto select = [this, list, row] {
@@ -59,7 +60,6 @@ void frmKonfiguratorEx::searchTextChanged(int index) {
     const QString rest = whole.mid(typed.size());
     setSearchText(index, typed + rest);
     field->setSelection(static_cast<int>(whole.size()), -static_cast<int>(rest.size()));
-    lastSelection_[pane].reset();
     list->setTopIndex(row);
 }
 

@@ -151,12 +151,20 @@ TEST_F(FrmKonfigPrintTest, StockIsTheFirstConditionWhereAllProductsAreWanted) {
 }
 
 TEST_F(FrmKonfigPrintTest, StockIsAFurtherConditionBehindARange) {
-    for (int range = 1; range <= 3; ++range) {
-        QString before = statementOf(range, 0);
-        before.chop(kOrder.size());
-        EXPECT_EQ(statementOf(range, 1), before + " AND OpremaGrupe.Stanje>0" + kOrder) << range;
-        EXPECT_EQ(statementOf(range, 2), before + " AND OpremaGrupe.Stanje=0" + kOrder) << range;
-    }
+    EXPECT_EQ(statementOf(1, 1), kBase + " WHERE OpremaGrupe.IDGrupe=7 AND OpremaGrupe.Stanje>0" + kOrder);
+    EXPECT_EQ(statementOf(1, 2), kBase + " WHERE OpremaGrupe.IDGrupe=7 AND OpremaGrupe.Stanje=0" + kOrder);
+    EXPECT_EQ(statementOf(2, 1),
+              kBase + " WHERE OpremaGrupe.IDProizvodjaca=9 AND OpremaGrupe.Stanje>0" + kOrder);
+    EXPECT_EQ(statementOf(2, 2),
+              kBase + " WHERE OpremaGrupe.IDProizvodjaca=9 AND OpremaGrupe.Stanje=0" + kOrder);
+    EXPECT_EQ(statementOf(3, 1),
+              kBase +
+                  " WHERE OpremaGrupe.IDProizvodjaca=9 AND OpremaGrupe.IDGrupe=7 AND OpremaGrupe.Stanje>0" +
+                  kOrder);
+    EXPECT_EQ(statementOf(3, 2),
+              kBase +
+                  " WHERE OpremaGrupe.IDProizvodjaca=9 AND OpremaGrupe.IDGrupe=7 AND OpremaGrupe.Stanje=0" +
+                  kOrder);
 }
 
 TEST_F(FrmKonfigPrintTest, PricesAreMultipliedByTheRateInDinars) {
@@ -171,14 +179,22 @@ TEST_F(FrmKonfigPrintTest, PricesAreMultipliedByTheRateInDinars) {
 }
 
 TEST_F(FrmKonfigPrintTest, TheWindowsChoiceMakesTheStatement) {
+    const QString group = QString("OpremaGrupe.IDGrupe=%1").arg(monitors);
+    const QString maker = QString("OpremaGrupe.IDProizvodjaca=%1").arg(adler);
+    const QString wanted[4][3] = {{"", " WHERE OpremaGrupe.Stanje>0", " WHERE OpremaGrupe.Stanje=0"},
+                                  {" WHERE " + group, " WHERE " + group + " AND OpremaGrupe.Stanje>0",
+                                   " WHERE " + group + " AND OpremaGrupe.Stanje=0"},
+                                  {" WHERE " + maker, " WHERE " + maker + " AND OpremaGrupe.Stanje>0",
+                                   " WHERE " + maker + " AND OpremaGrupe.Stanje=0"},
+                                  {" WHERE " + maker + " AND " + group,
+                                   " WHERE " + maker + " AND " + group + " AND OpremaGrupe.Stanje>0",
+                                   " WHERE " + maker + " AND " + group + " AND OpremaGrupe.Stanje=0"}};
     open([&] {
-        EXPECT_EQ(options().PriceListQuery(), kBase + kOrder);
         for (int i = 0; i < 4; ++i) {
             for (int j = 0; j < 3; ++j) {
                 click(range(i));
                 click(stock(j));
-                EXPECT_EQ(options().PriceListQuery(), price_list::statement({i, j, monitors, adler}))
-                    << i << j;
+                EXPECT_EQ(options().PriceListQuery(), kBase + wanted[i][j] + kOrder) << i << j;
             }
         }
     });

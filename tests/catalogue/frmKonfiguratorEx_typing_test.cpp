@@ -172,6 +172,25 @@ TEST_F(frmKonfiguratorExTyping, AClickOnTheSameRowAfterAnUnknownTextBringsItsPro
     });
 }
 
+// With all manufacturers shown the products of the typed group come with a refresh. The row that was clicked
+// last is another one then.
+TEST_F(frmKonfiguratorExTyping, AClickOnTheRowBeforeTheTypedOneBringsItsProductsBack) {
+    fillShop();
+    show([&] {
+        clickRow(groups(), "Monitori");
+        QTest::mouseClick(control("Label1(1)"), Qt::LeftButton);
+        ASSERT_EQ(productNames(), "17 inca,19 inca,21 inca");
+        search(0)->setFocus();
+        search(0)->selectAll();
+        QTest::keyClicks(search(0), "Procesori");
+        EXPECT_TRUE(QTest::qWaitFor([&] { return groups().selectedText() == "Procesori"; }));
+        press(&products(), Qt::Key_F5);
+        ASSERT_EQ(productNames(), "Brzi,Spori");
+        clickRow(groups(), "Monitori");
+        EXPECT_EQ(productNames(), "17 inca,19 inca,21 inca");
+    });
+}
+
 TEST_F(frmKonfiguratorExTyping, EscInAListCloses) {
     fillShop();
     for (const bool inProducts : {false, true}) {
