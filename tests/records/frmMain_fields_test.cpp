@@ -283,6 +283,15 @@ TEST_F(Fields, TypeAheadBoxStandsBeforeItsSelectorOnTheSameLine) {
     }
 }
 
+TEST_F(Fields, ListOfServicesTakesTheGreaterPartOfItsPane) {
+    start();
+    tab(3);
+    const QWidget* pane = win().Picture1[2];
+    EXPECT_GT(win().ListView1->height(), pane->height() / 2);
+    EXPECT_GT(win().ListView1->width(), pane->width() * 9 / 10);
+    EXPECT_GT(field(37)->width(), field(38)->width());
+}
+
 TEST_F(Fields, DatesAreReadOutByTheirNames) {
     start();
     EXPECT_EQ(win().DTPicker1[0]->edit()->accessibleName(), "Birth date");
