@@ -58,6 +58,7 @@ class ReplacedFile : public SessionFixture {
         int gone = 0;
         while (!QFile::exists(path("ended"))) {
             struct stat now {};
+            savedCopies += QFile::exists(temporary()) ? 1 : 0;
             if (stat(watched.c_str(), &now) != 0 || now.st_size < whole.st_size / 2) {
                 ++gone;
             }
@@ -99,6 +100,7 @@ class ReplacedFile : public SessionFixture {
     }
 
     QString errorText = "left over";
+    int savedCopies = 0;  // how often one was seen
 };
 
 // ----- UseBackupDatabase
@@ -128,6 +130,7 @@ TEST_F(ReplacedFile, TheDatabaseIsThereAtEveryMomentOfARevert) {
     fillWithClients(300);
     makeBackupWithClient("Sacuvan");
     EXPECT_EQ(timesGoneDuring(&revert, 30), 0);
+    EXPECT_GT(savedCopies, 0);  // what the shop had until then is saved meanwhile
     EXPECT_EQ(clientsNamed("Sacuvan"), 1);
 }
 
@@ -139,6 +142,21 @@ TEST_F(ReplacedFile, ARevertBehindALinkReplacesTheFileThatAllShare) {
     EXPECT_EQ(bytesOf(server), bytesOf(backup()));
     EXPECT_EQ(filesIn("server"), QStringList("Tarvello.mdb"));
     EXPECT_EQ(clientsNamed("Sacuvan"), 1);
+}
+
+TEST_F(ReplacedFile, ARevertBehindALinkSeesWhoIsInTheFile) {
+    makeBackupWithClient("Sacuvan");
+    const QString server = moveBehindALink();
+    SecondProcess colleague([&](const SecondProcess::Side& side) {
+        const dao::Database database =
+            dao::DBEngine::OpenDatabase(server.toStdString(), false, false, connect());
+        side.ready();
+        side.untilReleased();
+    });
+    ASSERT_TRUE(colleague.waitReady());
+    EXPECT_FALSE(UseBackupDatabase(errorText, true));
+    EXPECT_EQ(errorText, QString(kRevertFailed) + "[3045] Couldn't use the file; it is already in use.");
+    EXPECT_EQ(clientsNamed("Sacuvan"), 0);
 }
 
 // The server is away: a private copy in the link's place would be another shop from then on.

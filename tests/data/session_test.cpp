@@ -126,6 +126,20 @@ TEST_F(CheckDatabaseTest, TheBackupTakesTheMissingFilesPlace) {
     EXPECT_EQ(clientsNamed("Sacuvan"), 1);
 }
 
+// Whatever was looked at in the dialog before: the backup comes back under the path of the settings.
+TEST_F(CheckDatabaseTest, AFileThatWasRefusedIsNotProvedInTheBackupsPlace) {
+    makeBackupWithClient("Sacuvan");
+    removeDatabase();
+    write(path("Other.mdb"), "no database");
+    boxes.files = {path("Other.mdb")};  // then the dialog is cancelled
+    boxes.answers = {BoxAnswer::Ok, BoxAnswer::Yes};
+    EXPECT_TRUE(check()) << errorText.toStdString();
+    expectBoxes({{"Please find 'Tarvello.mdb' database file.", BoxButtons::Ok},
+                 {"Do you wish to use backup database instead?", BoxButtons::YesNo}});
+    EXPECT_EQ(bytesOf(path("Other.mdb")), "no database");
+    EXPECT_EQ(clientsNamed("Sacuvan"), 1);
+}
+
 TEST_F(CheckDatabaseTest, NoBackupToTakeIsTold) {
     removeDatabase();
     boxes.answers = {BoxAnswer::Yes};
