@@ -142,6 +142,31 @@ TEST_F(ServiceEditor, LinksShowThemselvesUnderTheMouse) {
     });
 }
 
+TEST_F(ServiceEditor, LinksShowThemselvesToTheKeyboardToo) {
+    add([&] {
+        for (const char* name : {"Label2", "Label3"}) {
+            auto* link = control<LinkLabel>(name);
+            link->setFocus(Qt::TabFocusReason);
+            EXPECT_TRUE(link->font().underline()) << name;
+            EXPECT_EQ(link->palette().color(QPalette::WindowText), QColor(0, 0, 255));
+            field(5)->setFocus();
+            EXPECT_FALSE(link->font().underline()) << name;
+        }
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, EveryControlHasANameToBeReadAloud) {
+    const QStringList names{"Text1(0)",  "Text1(1)",    "Text1(2)",    "Text1(3)",   "Text1(4)",
+                            "Text1(5)",  "Text1(6)",    "Text1(7)",    "Text1(8)",   "List1",
+                            "DTPicker1", "Image1(0)",   "Image1(1)",   "Image1(2)",  "Label2",
+                            "Label3",    "Command1(0)", "Command1(1)", "Command1(2)"};
+    for (const QString& name : names) {
+        const QString spoken = control<QWidget>(name)->accessibleName();
+        EXPECT_FALSE(spoken.isEmpty() || spoken.contains('&')) << name.toStdString();
+    }
+}
+
 TEST_F(ServiceEditor, HelpClosesWithTheWindow) {
     add([&] { ok(); });
     ASSERT_EQ(helpCalls.size(), 1);

@@ -281,6 +281,39 @@ TEST_F(ServiceEditor, WithoutATableThereIsOneUnnamedKind) {
     EXPECT_EQ(editor().ServiceTypes(), "1");
 }
 
+TEST_F(ServiceEditor, ATableWithoutKindsIsAsGoodAsNone) {
+    editor().setAllServiceTypes({""});
+    add([&] {
+        ASSERT_EQ(list()->count(), 1);
+        EXPECT_EQ(list()->item(0)->text(), "Other services");
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, ChoosingForThePersonBringsTheListBackToItsTop) {
+    QStringList names{""};
+    for (int i = 1; i <= 80; ++i)
+        names.append(QString("Kind %1").arg(i));
+    editor().setAllServiceTypes(names);
+    const auto topRow = [&] { return list()->row(list()->itemAt(5, 5)); };
+    add([&] {
+        list()->setFocus();
+        press(Qt::Key_End);
+        EXPECT_GT(topRow(), 0);
+        click("Label2");
+        EXPECT_EQ(topRow(), 0);
+        list()->setFocus();
+        press(Qt::Key_End);
+        cancel();
+    });
+    editor().setServiceTypes("70");
+    edit([&] {
+        EXPECT_EQ(topRow(), 0);
+        EXPECT_TRUE(list()->item(69)->isSelected());
+        cancel();
+    });
+}
+
 TEST_F(ServiceEditor, KindThatIsGoneSelectsNothing) {
     editor().setServiceTypes("3|77|x");
     edit([&] {
@@ -423,12 +456,13 @@ TEST_F(ServiceEditor, FieldIsSelectedWholeWhenItGetsTheFocus) {
 TEST_F(ServiceEditor, TabWalksInTheOrderOfAnEntry) {
     add([&] {
         QStringList walked{focusName()};
-        for (int i = 0; i < 9; ++i) {
-            QTest::keyClick(editor().focusWidget(), Qt::Key_Tab);
+        for (int i = 0; i < 14; ++i) {
+            press(Qt::Key_Tab);
             walked.append(focusName());
         }
         EXPECT_EQ(walked, QStringList({"Text1(0)", "Text1(1)", "Text1(2)", "Text1(5)", "Text1(7)", "Text1(6)",
-                                       "Text1(8)", "List1", "Text1(4)", "Command1(0)"}));
+                                       "Text1(8)", "List1", "Text1(4)", "Command1(0)", "Command1(1)",
+                                       "Command1(2)", "Label2", "Label3", "Text1(0)"}));
         cancel();
     });
 }

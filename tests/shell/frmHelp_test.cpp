@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAction>
 #include <QApplication>
 #include <QDialog>
 #include <QFile>
@@ -18,6 +19,7 @@
 #include <QTreeWidget>
 
 #include "platform/controls/boxes.h"
+#include "support/modal.h"
 #include "support/places.h"
 
 namespace {
@@ -150,6 +152,13 @@ TEST_F(HelpWindow, ASearchListsThePlacesThatHoldAllWords) {
     EXPECT_EQ(status(), "Nothing found for: backup xyzzy");
 }
 
+TEST_F(HelpWindow, ControlFLeadsToTheSearch) {
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+    window_.showContents();
+    QTest::keyClick(window_.windowHandle(), Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(child<QLineEdit>("SearchField")->hasFocus());
+}
+
 TEST_F(HelpWindow, LinksLeadOnAndBackAndForwardLeadBackAndForward) {
     auto* back = window_.findChild<QAction*>("Back");
     auto* forward = window_.findChild<QAction*>("Forward");
@@ -242,6 +251,23 @@ TEST_F(HelpViewing, EachCommandOpensItsSide) {
     EXPECT_TRUE(WinHelp(kHelp, HELP_KEY));
     EXPECT_EQ(window->findChild<QTabWidget*>("Tabs")->currentIndex(), 1);
     EXPECT_EQ(openWindow(), window);  // one window for all of them
+}
+
+TEST_F(HelpViewing, TheWayBackOutlivesTheNextTopic) {
+    EXPECT_TRUE(WinHelp(kHelp, HELP_CONTEXT, 501));
+    EXPECT_TRUE(WinHelp(kHelp, HELP_CONTEXT, 7002));
+    openWindow()->findChild<QAction*>("Back")->trigger();
+    EXPECT_EQ(openWindow()->currentPage(), "finding");
+}
+
+TEST_F(HelpViewing, AskedForAgainItComesToTheFront) {
+    EXPECT_TRUE(WinHelp(kHelp, HELP_CONTEXT, 501));
+    QWidget work;
+    work.show();
+    work.activateWindow();
+    ASSERT_TRUE(waitUntilActive(work));
+    EXPECT_TRUE(WinHelp(kHelp, HELP_CONTEXT, 502));
+    EXPECT_TRUE(waitUntilActive(*openWindow()));
 }
 
 TEST_F(HelpViewing, QuitTakesTheWindowAwayAndMayComeTwice) {

@@ -278,6 +278,15 @@ TEST_F(Tips, AFailedLoadIsToldTakesTheSplashAwayAndClosesTheWindow) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return !window->isVisible(); }));
 }
 
+TEST_F(Tips, OkHasTheFocusSoThatSpaceClosesItToo) {
+    open("one\ntwo\n");
+    ASSERT_TRUE(waitUntilActive(*window));
+    EXPECT_TRUE(button("cmdOK")->hasFocus());
+    QTest::keyClick(window->windowHandle(), Qt::Key_Space);
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_TRUE(ShowTipsAtStartup);
+}
+
 TEST_F(Tips, EnterAndEscapeCloseIt) {
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
         open("one\ntwo\n");

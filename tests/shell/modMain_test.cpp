@@ -80,6 +80,7 @@ TEST_F(ModMain, EachPlaceholderIsReplacedWhereverItOccurs) {
     EXPECT_EQ(GetResString(118, {{"%1", "Peric, Pera"}}),
               "Sorry, Peric, Pera is not found in the database. First item will be selected.");
     EXPECT_EQ(GetResString(10510, {{"|1", "grupa"}, {"|2", "7"}}), "Broj grupa u bazi podataka: 7");
+    EXPECT_EQ(GetResString(157, {{"P", "Unp"}}), "Unpaid") << "at the very beginning";
     EXPECT_EQ(GetResString(128, {{"customer", "client"}}).count("client"), 1);
     EXPECT_EQ(GetResString(113, {{"e", ""}}).count('e'), 0);
 }

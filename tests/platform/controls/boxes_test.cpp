@@ -129,10 +129,26 @@ TEST(MessageBox, ShowsItsTextAsItStands) {
     platform::showBox(question());
 }
 
+TEST(MessageBox, ShowsThePictureOfItsKind) {
+    const QList<std::pair<BoxIcon, QMessageBox::Icon>> kinds = {
+        {BoxIcon::None, QMessageBox::NoIcon},
+        {BoxIcon::Information, QMessageBox::Information},
+        {BoxIcon::Exclamation, QMessageBox::Warning},
+        {BoxIcon::Critical, QMessageBox::Critical},
+        {BoxIcon::Question, QMessageBox::Question}};
+    for (const auto& [kind, picture] : kinds) {
+        whileUp<QMessageBox>([wanted = picture](QMessageBox& window) { EXPECT_EQ(window.icon(), wanted); });
+        Box box = question();
+        box.icon = kind;
+        platform::showBox(box);
+    }
+}
+
 TEST(MessageBox, EnterPressesThePreselectedButton) {
-    for (const BoxAnswer preselected : {BoxAnswer::Yes, BoxAnswer::No}) {
+    for (const BoxAnswer preselected : {BoxAnswer::Yes, BoxAnswer::No, BoxAnswer::Cancel}) {
         whileUp<QMessageBox>([](QMessageBox& window) { QTest::keyClick(&window, Qt::Key_Return); });
         Box box = question();
+        box.buttons = preselected == BoxAnswer::Cancel ? BoxButtons::YesNoCancel : BoxButtons::YesNo;
         box.preselected = preselected;
         EXPECT_EQ(platform::showBox(box), preselected);
     }

@@ -178,6 +178,15 @@ TEST_F(DataControlTest, AMoveWritesNothingThatWasTyped) {
     EXPECT_EQ(stored(1, "Surname").asText(), "Antic");
 }
 
+TEST_F(DataControlTest, AMoveThatFailsKeepsWhatWasTyped) {
+    data.Refresh();
+    surnameLine.setText("typed");
+    data.Recordset().Close();
+    EXPECT_NE(errorOf([&] { data.MoveNext(); }), 0);
+    EXPECT_EQ(surnameLine.text(), "typed");
+    EXPECT_TRUE(data.DataChanged(&surnameLine));
+}
+
 TEST_F(DataControlTest, OnlyAPersonsChangeMarksAField) {
     data.Refresh();
     for (QWidget* widget : {static_cast<QWidget*>(&surnameLine), static_cast<QWidget*>(&comments),

@@ -519,6 +519,29 @@ TEST_F(ListViewTest, TheMenuCanBeAskedForBesideTheRows) {
     EXPECT_EQ(menu.count(), 1);
 }
 
+TEST_F(ListViewTest, TheMenuBesideTheRowsKeepsTheSelection) {
+    addRows(3);
+    show();
+    click(2);
+    const QPoint below(30, view.viewport()->height() - 3);
+    ASSERT_FALSE(view.indexAt(below).isValid());
+    rightClick(below);
+    EXPECT_EQ(view.selectedIndex(), 2);
+    rightClick(rectOf(2).center());
+    EXPECT_EQ(view.selectedIndex(), 2);
+}
+
+TEST_F(ListViewTest, TheFirstAndTheLastRowCanBeBroughtIntoSight) {
+    addRows(60);
+    show();
+    view.ensureVisible(60);
+    EXPECT_TRUE(view.viewport()->rect().contains(rectOf(60).center()));
+    view.ensureVisible(1);
+    EXPECT_TRUE(view.viewport()->rect().contains(rectOf(1).center()));
+    EXPECT_EQ(errorOf([&] { view.ensureVisible(61); }), 35600);
+    EXPECT_EQ(errorOf([&] { view.ensureVisible(0); }), 35600);
+}
+
 TEST_F(ListViewTest, TheMenuKeyAsksAtTheSelectedRow) {
     addRows(60);
     show();

@@ -155,6 +155,26 @@ TEST_F(PopupMenuTest, AHighlightTellsItemAndState) {
     menus.menu()->close();
 }
 
+// Whatever was lit up when the menu was last seen, its hint has gone from the status bar since.
+TEST_F(PopupMenuTest, EachShowingTellsItsFirstHighlightWhicheverItIs) {
+    for (const int item : {1, 2, 2, 4, 1, 1}) {
+        QSignalSpy highlight(&menus, &PopupMenu::itemHighlight);
+        menus.show({10, 10});
+        const QPoint at = menus.menu()->actionGeometry(menus.menu()->actions().at(item - 1)).center();
+        for (int step = -10; step < 10; ++step)
+            QTest::mouseMove(menus.menu(), at + QPoint(step, 0));
+        EXPECT_EQ(highlight.value(0).value(0).toInt(), item);
+        menus.menu()->close();
+    }
+}
+
+TEST_F(PopupMenuTest, ASeparatorHasAPlaceOfItsOwn) {
+    menus.clear();
+    EXPECT_EQ(menus.addItem("Prvi"), 1);
+    EXPECT_EQ(menus.addItem("-"), 2);
+    EXPECT_EQ(menus.addItem("-Naslov"), 3);
+}
+
 TEST_F(PopupMenuTest, TheKeysHighlightToo) {
     QSignalSpy highlight(&menus, &PopupMenu::itemHighlight);
     menus.show({10, 10});
