@@ -97,7 +97,8 @@ bool PlainPart::before(const Piece& a, const Piece& b) const {
     return names != 0 ? names < 0 : a.number < b.number;
 }
 
-void PlainPart::order() {
+// How many pieces stand before those of each owner.
+void PlainPart::countOwners() {
     int last = 0;
     for (const Piece& piece : pieces_)
         last = std::max(last, piece.owner);
@@ -106,6 +107,10 @@ void PlainPart::order() {
         ++starts_[static_cast<std::size_t>(piece.owner) + 1];
     for (std::size_t owner = 1; owner < starts_.size(); ++owner)
         starts_[owner] += starts_[owner - 1];
+}
+
+void PlainPart::order() {
+    countOwners();
     std::vector<std::size_t> next = starts_;
     ordered_.resize(pieces_.size());
     for (const Piece& piece : pieces_)
@@ -390,19 +395,11 @@ void PlainReport::printKinds(PlainPage& page, std::string_view positions) {
     page.print(scratch_);
 }
 
-void PlainReport::addService(const Row& service) {
-    PlainPage& page = services_.page();
-    services_.begin(static_cast<int>(service.integer(0)), static_cast<int>(service.integer(1)),
-                    service.number(2));
-    const auto single = [&service](int column) { return static_cast<float>(service.number(column)); };
-    const auto money = [&service](int column) { return static_cast<float>(service.number(column) / 10000); };
-    const float price = money(5), discount = single(6), tax = single(7), paid = money(8);
-    std::size_t column = kServiceColumn;
-    for (int date = 2; date < 5; ++date, column += 17) {
-        page.tab(column);
-        if (date == 2 || isDate(service.number(date)))
-            printDate(page, service.number(date));
-    }
+void PlainReport::printFigures(PlainPage& page, const Row& service) {
+    const float price = static_cast<float>(service.number(5) / 10000);
+    const float discount = static_cast<float>(service.number(6));
+    const float tax = static_cast<float>(service.number(7));
+    const float paid = static_cast<float>(service.number(8) / 10000);
     printAmount(page, 61, price);
     printAmount(page, 78, discount);
     page.tab(93);
@@ -412,6 +409,19 @@ void PlainReport::addService(const Row& service) {
     printAmount(page, 100, paid);
     printAmount(page, 115, (price - discount) * (1.0F + tax / 100.0F) - paid);
     page.endLine();
+}
+
+void PlainReport::addService(const Row& service) {
+    PlainPage& page = services_.page();
+    services_.begin(static_cast<int>(service.integer(0)), static_cast<int>(service.integer(1)),
+                    service.number(2));
+    constexpr std::size_t kDateColumns[] = {10, 27, 44};
+    for (int date = 0; date < 3; ++date) {
+        page.tab(kDateColumns[date]);
+        if (date == 0 || isDate(service.number(2 + date)))
+            printDate(page, service.number(2 + date));
+    }
+    printFigures(page, service);
     page.tab(kServiceColumn);
     page.print("Service(s): ");
     printKinds(page, service.text(9));

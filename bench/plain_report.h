@@ -48,6 +48,7 @@ class PlainPart {
         return std::string_view(page_.text()).substr(from, to - from);
     }
     bool before(const Piece& a, const Piece& b) const;
+    void countOwners();
 
     PlainPage page_;
     std::vector<Piece> pieces_, ordered_;
@@ -68,6 +69,7 @@ class PlainReport {
     void addService(const Row& service);
     void printDate(PlainPage& page, double days);
     void printAmount(PlainPage& page, std::size_t column, float amount);
+    void printFigures(PlainPage& page, const Row& service);
     void printKinds(PlainPage& page, std::string_view positions);
     void printHeadLine(const Row& client);
     struct Line;
