@@ -184,6 +184,10 @@ def targets_of(folders):
     return list(dict.fromkeys(program for folder in folders for program, _ in PROGRAMS[folder]))
 
 
+class NotSound(Exception):
+    """The code as it is does not pass its own tests."""
+
+
 class Run:
     def __init__(self, given, breakages):
         self.given = given
@@ -217,7 +221,7 @@ class Run:
             measured = list(pool.map(lambda i: self.measure(targets[i], i, known), range(len(targets))))
         failures = [failed for failed in measured if failed]
         if failures:
-            sys.exit(f"{failures[0]} fails before anything is broken. See to that first.")
+            raise NotSound(f"{failures[0]} fails before anything is broken. See to that first.")
 
     def measure(self, program, i, known):
         seconds = known.seconds(program)
@@ -380,7 +384,7 @@ def summary(given, run, seconds):
     for outcome in unnoticed:
         was, becomes = outcome.breakage.lines()
         lines += ["", outcome.breakage.title.strip(), f"  - {was}", f"  + {becomes}"]
-    return "\n".join(lines) + "\n", len(unnoticed) <= TOLERATED * len(tried)
+    return "\n".join(lines) + "\n", bool(tried) and len(unnoticed) <= TOLERATED * len(tried)
 
 
 def break_off(_signal, _frame):
@@ -403,6 +407,9 @@ def main():
         run.prepare()
     except workshop.BuildFailed as failure:
         print(f"{str(failure)[-4000:]}\nThe code does not build as it is: {failure.step}", file=sys.stderr)
+        return 2
+    except NotSound as failure:
+        print(failure, file=sys.stderr)
         return 2
     used = resource.getrusage(resource.RUSAGE_CHILDREN)
     run.used_before = used.ru_utime + used.ru_stime
