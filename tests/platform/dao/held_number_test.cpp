@@ -76,6 +76,22 @@ TEST_F(HeldNumberTest, ANumberLetGoIsFreeAtOnce) {
     EXPECT_EQ(HeldNumber(here, 1).value(), 1);
 }
 
+TEST_F(HeldNumberTest, ANumberLetGoIsFreeForOthersWhileItsHolderKeepsAnother) {
+    Child other([this](Child& child) {
+        Database here = openShop(path);
+        HeldNumber first(here, 0);
+        const HeldNumber second(here, 1);
+        first.leave();
+        child.tell("left");
+        child.hear();
+        return 0;
+    });
+    ASSERT_EQ(other.hear(), "left");
+    const Database here = openShop(path);
+    EXPECT_EQ(HeldNumber(here, 0).value(), 0);
+    EXPECT_EQ(HeldNumber(here, 1).value(), 2);
+}
+
 TEST_F(HeldNumberTest, AKilledProcessHoldsNothing) {
     Child other(holder(0));
     ASSERT_EQ(other.hear(), "0");

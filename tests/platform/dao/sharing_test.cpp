@@ -59,6 +59,19 @@ TEST_F(SharingTest, AnotherIdleProcessKeepsExclusiveUseAway) {
     EXPECT_EQ(errorOf([&] { openShop(path, true); }), 0);
 }
 
+TEST_F(SharingTest, NoFileTakesTheNameOfOneThatAnotherProcessHasOpen) {
+    const std::string fresh = folder.file("Fresh.mdb");
+    daotest::createShop(fresh);
+    Child other(idle());
+    ASSERT_EQ(other.hear(), "in");
+    EXPECT_EQ(errorOf([&] { DBEngine::RenameDatabase(fresh, path); }), errFileInUse);
+    EXPECT_TRUE(fs::exists(fresh));
+    EXPECT_EQ(openShop(path).OpenRecordset("Customers").RecordCount(), 3);
+    other.tell("go");
+    EXPECT_EQ(other.wait(), 0);
+    EXPECT_EQ(errorOf([&] { DBEngine::RenameDatabase(fresh, path); }), 0);
+}
+
 TEST_F(SharingTest, OurOwnWindowsDoNotCount) {
     Database first = openShop(path);
     Database second = openShop(path, true);
