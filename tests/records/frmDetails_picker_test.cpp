@@ -18,6 +18,18 @@ TEST_F(ServiceEditor, PickerLiesOverItsField) {
     });
 }
 
+TEST_F(ServiceEditor, PickerStaysOverItsFieldWhenTheWindowGrows) {
+    for (const int index : {0, 1, 2}) {
+        add([&] {
+            click(QStringLiteral("Image1(%1)").arg(index));
+            editor().resize(editor().size() + QSize(160, 80));
+            QCoreApplication::processEvents();
+            EXPECT_EQ(picker()->geometry(), field(index)->geometry()) << index;
+            cancel();
+        });
+    }
+}
+
 TEST_F(ServiceEditor, PickerTakesTheDateOfTheField) {
     add([&] {
         type(1, "3/9/2026");
@@ -138,6 +150,21 @@ TEST_F(ServiceEditor, LinksShowThemselvesUnderTheMouse) {
         QCoreApplication::sendEvent(link, &leave);
         EXPECT_FALSE(link->font().underline());
         EXPECT_NE(link->palette().color(QPalette::WindowText), QColor(0, 0, 255));
+        cancel();
+    });
+}
+
+TEST_F(ServiceEditor, ALinkThatIsOffDoesNotOfferItself) {
+    add([&] {
+        auto* link = control<LinkLabel>("Label2");
+        link->setEnabled(false);
+        EXPECT_NE(link->cursor().shape(), Qt::PointingHandCursor);
+        QEnterEvent enter({1, 1}, {1, 1}, {1, 1});
+        QCoreApplication::sendEvent(link, &enter);
+        EXPECT_FALSE(link->font().underline());
+        link->setEnabled(true);
+        EXPECT_EQ(link->cursor().shape(), Qt::PointingHandCursor);
+        EXPECT_FALSE(link->font().underline());
         cancel();
     });
 }

@@ -678,6 +678,25 @@ TEST_F(ServiceEditor, EmptyFiguresAreNothing) {
     EXPECT_EQ(editor().ServiceFinished(), "");
 }
 
+TEST_F(ServiceEditor, FiguresThatWereTakenAwayAreNothingToo) {
+    editor().setServiceStarted("3/3/2026");
+    editor().setServiceToBeFinished("3/9/2026");
+    editor().setPrice("500.00");
+    editor().setPaid("100.00");
+    editor().setDiscount("5");
+    editor().setGST("18");
+    edit([&] {
+        for (const int index : {1, 5, 6, 7, 8})
+            type(index, "");
+        ok();
+    });
+    EXPECT_EQ(editor().Price(), "0");
+    EXPECT_EQ(editor().Paid(), "0");
+    EXPECT_EQ(editor().Discount(), "0");
+    EXPECT_EQ(editor().GST(), "0");
+    EXPECT_EQ(editor().ServiceToBeFinished(), "");
+}
+
 TEST_F(ServiceEditor, DatesComeBackInTheProgramsForm) {
     add([&] {
         type(0, " 3/9/26 ");

@@ -83,6 +83,30 @@ TEST_F(HelpWindow, ATopicOpensItsPageAtItsPlace) {
     EXPECT_EQ(child<QTextBrowser>("Text")->verticalScrollBar()->value(), 0);
 }
 
+TEST_F(HelpWindow, TheTitleNamesThePage) {
+    window_.showContext(309);
+    EXPECT_EQ(window_.windowTitle(), "Tarvello - The service editor");
+    window_.showContents();
+    EXPECT_EQ(window_.windowTitle(), "Tarvello - Tarvello help");
+}
+
+TEST_F(HelpWindow, ThePlaceIsMarkedUntilAnotherOneIsShown) {
+    const auto* text = child<QTextBrowser>("Text");
+    window_.showContext(309);
+    ASSERT_EQ(text->extraSelections().size(), 1);
+    EXPECT_EQ(text->extraSelections().constFirst().cursor.block().text(), "GST");
+    window_.showContext(7002);
+    EXPECT_TRUE(text->extraSelections().isEmpty());
+}
+
+TEST_F(HelpWindow, AFileOpenedAgainStandsInTheContentsOnce) {
+    const auto* contents = child<QTreeWidget>("Contents");
+    const int pages = contents->topLevelItemCount();
+    QString errorText;
+    ASSERT_TRUE(window_.open(kHelp, errorText));
+    EXPECT_EQ(contents->topLevelItemCount(), pages);
+}
+
 TEST_F(HelpWindow, TheNamesOfAnchorsAreNotShown) {
     window_.showContext(7002);
     EXPECT_FALSE(shownText().contains("{#"));

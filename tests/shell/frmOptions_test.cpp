@@ -245,6 +245,10 @@ TEST_F(Options, PlaceIsFiveHundredTwipsAtFirstAndKeptAfterwards) {
     with([&] { EXPECT_EQ(window->pos(), QPoint(60, 40)); });
 }
 
+TEST_F(Options, TheFirstBoxHasTheFocus) {
+    with([&] { EXPECT_TRUE(check(0)->hasFocus()); });
+}
+
 TEST_F(Options, LookingWritesNothing) {
     with([] {});
     for (const char* key : {"CeneDinarske", "AskBeforeDelete", "MakeProperCase", "ShowTipsAtStartup",

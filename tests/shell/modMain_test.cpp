@@ -173,7 +173,10 @@ TEST_F(ModMain, ARateThatIsNoNumberIsAnErrorOfItsCaller) {
     settings::setText(settings::KursKupovni, "eighty");
     platform::Trap step;
     step([] { ReadKursKupovni(); });
-    EXPECT_EQ(step.number(), 13);
+    EXPECT_EQ(step.line(), "[13] Type mismatch");
+    settings::setText(settings::KursKupovni, "1" + QString(40, '0'));
+    step([] { ReadKursKupovni(); });
+    EXPECT_EQ(step.line(), "[6] Overflow");
     settings::setText(settings::KursKupovni, "");
     EXPECT_EQ(ReadKursKupovni(), 0.0F);
 }

@@ -234,6 +234,9 @@ TEST_F(DataControlTest, UpdateRecordWritesTheFieldsThatWereTouched) {
     EXPECT_EQ(stored(2, "Comments").asText(), "one\ntwo");
     EXPECT_FALSE(data.DataChanged(&surnameLine));
     EXPECT_EQ(data.Recordset()["Surname"].asText(), "Petrović");
+    firm.click();
+    data.UpdateRecord();
+    EXPECT_TRUE(stored(2, "FirmAddress").asBool());
 }
 
 TEST_F(DataControlTest, AFieldNobodyTouchedKeepsAColleaguesChange) {

@@ -531,6 +531,15 @@ TEST_F(ListViewTest, TheMenuBesideTheRowsKeepsTheSelection) {
     EXPECT_EQ(view.selectedIndex(), 2);
 }
 
+TEST_F(ListViewTest, ARowThatIsSelectedByProgramComesIntoSight) {
+    addRows(60);
+    show();
+    view.select(60);
+    EXPECT_TRUE(view.viewport()->rect().contains(rectOf(60).center()));
+    view.select("K1");
+    EXPECT_TRUE(view.viewport()->rect().contains(rectOf(1).center()));
+}
+
 TEST_F(ListViewTest, TheFirstAndTheLastRowCanBeBroughtIntoSight) {
     addRows(60);
     show();
