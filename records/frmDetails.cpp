@@ -265,7 +265,6 @@ void frmDetails::Display(int mode) {
     for (int index : {0, 1, 2, kPrice})
         fieldChanged(index);
     text_[0]->setFocus();
-    text_[0]->selectAll();
     exec();
 }
 
