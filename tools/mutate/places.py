@@ -20,6 +20,8 @@ LOOKS_ONLY = {
 }  # fmt: skip
 # Named numbers of the same sort. A topic, a limit or a column is none of them.
 LOOKS_ONLY_NAME = re.compile(r"^k\w*(Margin|Spacing|Gap|IconSize|PictureSize|PictureWidth)$")
+# Numbers of a report's design are twips. One of them nobody can see on paper, a centimetre everybody.
+REPORT_STEP = 567
 
 TOKEN = re.compile(
     r"""
@@ -210,7 +212,7 @@ class Reader:
     def read_number(self, i):
         if self.is_pure_virtual(i) or self.is_template_argument(i) or self.is_array_size(i) or self.is_looks_only(i):
             return
-        choices = shifted(self.tokens[i].text)
+        choices = shifted(self.tokens[i].text, REPORT_STEP if "_design." in self.file else 1)
         if choices:
             self.add("constant", i, i, *choices)
 
@@ -317,13 +319,17 @@ class Statements:
         reader.add("statement dropped", first, end, "{}")
 
 
-def shifted(number):
-    """The number one up and one down, in the same spelling; a nought only up, since a sign would make it two tokens."""
+def shifted(number, step):
+    """The number one up and one down, in the same spelling; a nought only up, since a sign would make it two tokens.
+
+    Small numbers count something, wherever they stand; only larger ones take a larger `step`.
+    """
     match = re.fullmatch(r"([\d'.]+)([uUlLfFzZ]*)", number)
     if not match:
         return []
     value = decimal.Decimal(match[1].replace("'", ""))
-    nearby = [value + 1] + ([value - 1] if value >= 1 else [])
+    step = step if value >= 20 else 1
+    nearby = [value + step] + ([value - step] if value >= step else [])
     return [f"{near}{match[2]}" for near in nearby]
 
 
