@@ -3,40 +3,23 @@
 import argparse
 import concurrent.futures
 import dataclasses
-import json
 import os
 import pathlib
 import random
-import re
 import resource
 import signal
 import sys
 import threading
 import time
 
-import places
+import draw
+import witnesses
 import workshop
+from witnesses import ROOT, WORK
 
-ROOT = pathlib.Path(__file__).resolve().parents[2]
-WORK = ROOT / "build-mutate"
 DEFAULT_FOLDERS = ["records", "catalogue", "documents", "data", "shell"]
 DEFAULT_COUNT = 50
 TOLERATED = 0.05  # of the breakages: a few of them change nothing that anybody could see
-
-# The test programs that answer for a folder, in the order in which they are asked, each with the tests it is asked for.
-PROGRAMS = {
-    "records": [("test_records", "*")],
-    "catalogue": [("test_catalogue", "*"), ("test_documents", "*")],
-    "documents": [("test_documents", "*"), ("test_records", "*ocument*:*nvoice*:*equisition*:*uotation*")],
-    "data": [("test_data", "*"), ("test_records", "*")],
-    "shell": [("test_shell", "*"), ("test_records", "*")],
-    "platform/controls": [("test_controls", "*"), ("test_records", "*"), ("test_catalogue", "*")],
-    "platform/report": [("test_report", "*"), ("test_documents", "*")],
-    "platform/system": [("test_system", "*"), ("test_shell", "*")],
-    "platform/dao": [("test_dao", "*"), ("test_data", "*")],
-    "platform/sql": [("test_sql", "*"), ("test_dao", "*")],
-}
-TEST = re.compile(r"^TEST(_F|_P)?\(\s*(\w+),\s*(\w+)\s*\)", re.MULTILINE)
 
 USAGE = "scripts/mutate [FOLDER...] [COUNT] [SEED] [--place FILE[:LINE]] [--draw N] [--list] [--workers N]"
 HELP = f"""
@@ -46,47 +29,18 @@ COUNT      breakages to try, {DEFAULT_COUNT} by default; those that do not compi
 SEED       the same seed draws the same breakages from the same code; told at the start
 
 It works in copies of the tree under build-mutate, uncommitted changes included, and never in the tree itself. The
-result is written to build-mutate/unnoticed.txt too. Exit status: 0 if at most {TOLERATED:.0%} went unnoticed, 1 if more, 2
-if nothing could be tried.
+result is written to build-mutate/unnoticed.txt too. To repeat one, give --draw its number and everything else as it
+was. Exit status: 0 if at most {TOLERATED:.0%} went unnoticed, 1 if more, 2 if nothing could be tried.
 """
-
-
-@dataclasses.dataclass(frozen=True)
-class Breakage:
-    number: int  # of the draw
-    place: places.Place
-    replacement: str
-    source: str  # of the unbroken file
-
-    @property
-    def broken(self):
-        return self.source[: self.place.start] + self.replacement + self.source[self.place.end :]
-
-    @property
-    def title(self):
-        return f"{self.number:4} {self.place.file}:{self.place.line} {self.place.kind}"
-
-    def lines(self):
-        """The lines of the source before and after, each on one line."""
-        first = self.source.rfind("\n", 0, self.place.start) + 1
-        last = self.source.find("\n", self.place.end)
-        tail = self.source[self.place.end : last]
-        head = self.source[first : self.place.start]
-        was = head + self.source[self.place.start : self.place.end] + tail
-        return one_line(was), one_line(head + self.replacement + tail)
 
 
 @dataclasses.dataclass
 class Outcome:
-    breakage: Breakage
+    breakage: draw.Breakage
     compiled: bool = True
     noticed_by: str | None = None
     building: float = 0  # seconds
     testing: float = 0
-
-
-def one_line(text):
-    return " ".join(text.split())
 
 
 def arguments():
@@ -103,7 +57,7 @@ def arguments():
     numbers = [int(word) for word in given.words if word.isdigit()]
     folders = [word.rstrip("/") for word in given.words if not word.isdigit()]
     if given.place and not folders:
-        folders = [folder for folder in PROGRAMS if given.place.startswith(folder + "/")]
+        folders = [folder for folder in witnesses.PROGRAMS if given.place.startswith(folder + "/")]
     given.folders = [f for folder in folders or DEFAULT_FOLDERS for f in expanded(folder, parser)]
     given.count, given.seed = (numbers + [None, None])[:2]
     given.count = given.count or DEFAULT_COUNT
@@ -113,75 +67,10 @@ def arguments():
 
 def expanded(folder, parser):
     if folder == "platform":
-        return [known for known in PROGRAMS if known.startswith("platform/")]
-    if folder not in PROGRAMS:
-        parser.error(f"no tests are known for the folder {folder}; there are {' '.join(PROGRAMS)}")
+        return [known for known in witnesses.PROGRAMS if known.startswith("platform/")]
+    if folder not in witnesses.PROGRAMS:
+        parser.error(f"no tests are known for the folder {folder}; there are {' '.join(witnesses.PROGRAMS)}")
     return [folder]
-
-
-def sources_of(folder):
-    return sorted(f"{folder}/{path.name}" for path in (ROOT / folder).iterdir() if path.suffix in (".cpp", ".h"))
-
-
-def drawn(folders, seed, wanted):
-    """All breakages of the folders in the order in which they are tried."""
-    candidates = []
-    for folder in folders:
-        for file in sources_of(folder):
-            if wanted and file != wanted.split(":")[0]:
-                continue
-            source = (ROOT / file).read_text(encoding="utf-8")
-            for place in places.places_of(file, source):
-                if not wanted or ":" not in wanted or place.line == int(wanted.split(":")[1]):
-                    candidates.append((place, source))
-    dice = random.Random(seed)
-    dice.shuffle(candidates)
-    rounds = [(place, dice.sample(place.choices, len(place.choices)), source) for place, source in candidates]
-    ordered = [(place, choices[0], source) for place, choices, source in rounds]
-    ordered += [(place, choice, source) for place, choices, source in rounds for choice in choices[1:]]
-    return [Breakage(i, *one) for i, one in enumerate(ordered, 1)]
-
-
-def own_tests(file):
-    """The tests of the file's own unit, else of its window: frmMain_panes.cpp has none but frmMain_*_test.cpp."""
-    path = pathlib.Path(file)
-    folder = ROOT / "tests" / path.parent
-    if not folder.is_dir():
-        return []
-    found = [folder / f"{path.stem}_test.cpp"]
-    if not found[0].exists():
-        head = path.stem.split("_")[0]
-        found = [f for f in sorted(folder.glob(f"{head}*_test.cpp")) if re.split("_", f.stem)[0] == head]
-    names = []
-    for test_file in found:
-        for kind, suite, name in TEST.findall(test_file.read_text(encoding="utf-8")):
-            names.append(f"*/{suite}.{name}/*" if kind == "_P" else f"{suite}.{name}")
-    return names
-
-
-def rounds_of(breakage, slow, observers):
-    """Which program to ask for which tests: those nearest to the breakage first, the slow ones of a program last."""
-    folder = str(pathlib.Path(breakage.place.file).parent)
-    first, rest = [], []
-    early = own_tests(breakage.place.file)
-    for program, names in PROGRAMS[folder]:
-        late = [test for test in slow.get(program, []) if names == "*" and test not in early]
-        early += [test for test in observers.best(folder, program) if test not in early + late]
-        first += [(program, ":".join(early))] if early else []
-        rest += [(program, f"{names}-{':'.join(early + late)}")]
-        rest += [(program, ":".join(late))] if late else []
-        early = []
-    return first + rest
-
-
-def slow_ones(seconds):
-    """The few tests that take as long as dozens of the others."""
-    usual = sum(seconds.values()) / max(1, len(seconds))
-    return [test for test, took in seconds.items() if took > 10 * usual]
-
-
-def targets_of(folders):
-    return list(dict.fromkeys(program for folder in folders for program, _ in PROGRAMS[folder]))
 
 
 class NotSound(Exception):
@@ -197,7 +86,7 @@ class Run:
         self.shops = [workshop.Workshop.first_free(ROOT, WORK) for _ in range(workers)]
         self.usual = {}  # seconds of each test in unbroken code
         self.slow = {}
-        self.observers = Observers()
+        self.observers = witnesses.Observers()
         self.changed = threading.Condition()
         self.next = 0
         self.in_work = 0
@@ -209,14 +98,15 @@ class Run:
 
     def prepare(self):
         """The unbroken copies have to build and pass, or nothing that follows says anything."""
-        targets = targets_of(self.given.folders)
+        targets = witnesses.targets_of(self.given.folders)
         began = time.monotonic()
         for shop in self.shops:
             contents = shop.refresh()
             shop.configure()
             shop.build(targets, jobs=os.cpu_count())
-        print(f"copies built: {len(self.shops)}, in {time.monotonic() - began:.0f} s; the tests as they are now:", flush=True)
-        known = Passed(contents)
+        took = time.monotonic() - began
+        print(f"copies built: {len(self.shops)}, in {took:.0f} s; the tests as they are now:", flush=True)
+        known = witnesses.Passed(contents)
         with concurrent.futures.ThreadPoolExecutor(len(self.shops)) as pool:
             measured = list(pool.map(lambda i: self.measure(targets[i], i, known), range(len(targets))))
         failures = [failed for failed in measured if failed]
@@ -233,7 +123,7 @@ class Run:
             known.keep(program, seconds)
         print(f"  {program}: {len(seconds)} tests, {sum(seconds.values()):.0f} s", flush=True)
         self.usual.update(seconds)
-        self.slow[program] = slow_ones(seconds)
+        self.slow[program] = witnesses.slow_ones(seconds)
         return failed
 
     def take(self):
@@ -270,7 +160,7 @@ class Run:
         file = shop.source / breakage.place.file
         file.write_text(breakage.broken, encoding="utf-8")
         try:
-            for program, names in rounds_of(breakage, self.slow, self.observers):
+            for program, names in witnesses.rounds_of(breakage, self.slow, self.observers):
                 began = time.monotonic()
                 shop.build([program])
                 built = time.monotonic()
@@ -304,50 +194,6 @@ class Run:
             raise self.failure
 
 
-class Passed:
-    """The test programs that have passed on this very code, with the seconds of each test, kept between two runs."""
-
-    def __init__(self, contents):
-        self.contents = contents
-
-    def file(self, program):
-        return WORK / f"passed-{program}.json"
-
-    def seconds(self, program):
-        try:
-            kept = json.loads(self.file(program).read_text())
-        except (OSError, ValueError):
-            return {}
-        return kept["seconds"] if kept["contents"] == self.contents else {}
-
-    def keep(self, program, seconds):
-        self.file(program).write_text(json.dumps({"contents": self.contents, "seconds": seconds}))
-
-
-class Observers:
-    """The tests that have noticed most in a folder, kept between two runs: asked first, they spare the others."""
-
-    FILE = WORK / "observers.json"
-
-    def __init__(self):
-        self.lock = threading.Lock()
-        try:
-            self.counts = json.loads(self.FILE.read_text())
-        except (OSError, ValueError):
-            self.counts = {}
-
-    def best(self, folder, program):
-        with self.lock:
-            counts = self.counts.get(f"{folder} {program}", {})
-            return sorted(counts, key=counts.get, reverse=True)[:15]
-
-    def praise(self, folder, program, test):
-        with self.lock:
-            counts = self.counts.setdefault(f"{folder} {program}", {})
-            counts[test] = counts.get(test, 0) + 1
-            self.FILE.write_text(json.dumps(self.counts))
-
-
 class FirstTime:
     """Stands in for the usual seconds of the tests before there are any."""
 
@@ -356,12 +202,12 @@ class FirstTime:
 
 
 def told(outcome):
-    change = one_line(outcome.breakage.source[outcome.breakage.place.start : outcome.breakage.place.end])
+    change = draw.one_line(outcome.breakage.source[outcome.breakage.place.start : outcome.breakage.place.end])
     place = outcome.breakage.place
     if place.kind == "statement dropped":
         change = change[:100]
     else:
-        change = f"{change[:80]} -> {outcome.breakage.replacement and one_line(outcome.breakage.replacement)[:80]}"
+        change = f"{change[:80]} -> {outcome.breakage.replacement and draw.one_line(outcome.breakage.replacement)[:80]}"
     if not outcome.compiled:
         verdict = "did not compile"
     else:
@@ -394,7 +240,7 @@ def break_off(_signal, _frame):
 
 def main():
     given = arguments()
-    breakages = drawn(given.folders, given.seed, given.place)
+    breakages = draw.drawn(ROOT, given.folders, given.seed, given.place)
     print(f"{len(breakages)} possible breakages in {' '.join(given.folders)}; seed {given.seed}", flush=True)
     if given.draw:
         breakages = [breakage for breakage in breakages if breakage.number == given.draw]
