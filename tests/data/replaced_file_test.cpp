@@ -312,6 +312,8 @@ TEST_F(ReplacedFile, ADatabaseBehindALinkIsBackedUpFromThere) {
 
 // While this workstation waits for one that has the database for itself, its backup is taken away.
 TEST_F(ReplacedFile, ABackupLostWhileTheNewOneFailsIsPutBack) {
+    openDatabase();  // a day's work: from here on the engine knows the password
+    closeDatabases();
     write(backup(), "yesterday's");
     SecondProcess other([this](const SecondProcess::Side& side) {
         const dao::Database database = dao::DBEngine::OpenDatabase(file(), true, false, connect());

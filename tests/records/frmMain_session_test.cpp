@@ -510,6 +510,7 @@ TEST_F(Session, RestartOnAFileOfANewerVersionEndsTheProgramWithoutAnOfferOfRepai
     shop();
     start();
     openDatabase().setForm(7);
+    closeDatabases();
     dao::DBEngine::setKnownForm(6);
     restart();
     dao::DBEngine::setKnownForm(INT_MAX);
