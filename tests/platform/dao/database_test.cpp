@@ -437,4 +437,33 @@ TEST_F(DatabaseTest, AComputedFieldCannotBeWritten) {
     set.CancelUpdate();
 }
 
+TEST_F(DatabaseTest, AFailedStatementAffectsNoRows) {
+    fill(3);
+    db.Execute("UPDATE Customers SET City='Niš'");
+    ASSERT_EQ(db.RecordsAffected(), 3);
+    EXPECT_EQ(errorOf([&] { db.Execute("UPDATE Customers SET Nowhere=1"); }), errTooFewParameters);
+    EXPECT_EQ(db.RecordsAffected(), 0);
+}
+
+// Another workstation would give the number again, to somebody else, while it stands on a paper here.
+TEST_F(DatabaseTest, ANumberOfAnInnerTransactionIsNotGivenAgainAfterItsRollback) {
+    fill(3);
+    DBEngine::BeginTrans();
+    DBEngine::BeginTrans();
+    Recordset set = db.OpenRecordset("Customers");
+    set.AddNew();
+    ASSERT_EQ(set["CustID"].asLong(), 4);
+    set.Update();
+    DBEngine::Rollback();
+    DBEngine::CommitTrans();
+    set.Close();
+    db.Close();
+    db = daotest::openShop(path);
+    set = db.OpenRecordset("Customers");
+    EXPECT_EQ(set.RecordCount(), 3);
+    set.AddNew();
+    EXPECT_EQ(set["CustID"].asLong(), 5);
+    set.CancelUpdate();
+}
+
 }  // namespace
