@@ -160,10 +160,27 @@ class CatalogueCommands : public CatalogueWindow {
         ASSERT_TRUE(other.waitReady());
     }
 
+    // Does something in the middle of what the program is doing: when the first event of a type comes to a
+    // control. A deed that gives false is done again with the next.
+    struct AtEvent : QObject {
+        AtEvent(QEvent::Type event, std::function<bool()> what) : type(event), deed(std::move(what)) {}
+        bool eventFilter(QObject*, QEvent* event) override {
+            if (event->type() == type && !done)
+                done = deed();
+            return false;
+        }
+        QEvent::Type type;
+        std::function<bool()> deed;
+        bool done = false;
+    };
+
     // `deed` happens when the list that `command` fills has its records and has read none of them yet: the
     // caption gives its place to the progress bar then.
     void atFillStart(const std::function<void()>& deed, const std::function<void()>& command) {
-        HideWatch watch(deed);
+        AtEvent watch(QEvent::Hide, [&] {
+            deed();
+            return true;
+        });
         QWidget* caption = control("Picture1(5)");
         caption->installEventFilter(&watch);
         command();
@@ -198,19 +215,6 @@ class CatalogueCommands : public CatalogueWindow {
  private:
     // Where the workstations meet in the file: the bytes that a writer takes for himself, and how many.
     static constexpr off_t kLockBytes = 0x40000000, kLockLength = 512;
-
-    struct HideWatch : QObject {
-        explicit HideWatch(std::function<void()> what) : deed(std::move(what)) {}
-        bool eventFilter(QObject*, QEvent* event) override {
-            if (event->type() == QEvent::Hide && !done) {
-                done = true;
-                deed();
-            }
-            return false;
-        }
-        std::function<void()> deed;
-        bool done = false;
-    };
 
     dao::Database open() const {
         return dao::DBEngine::OpenDatabase(databaseFile().toStdString(), false, false,

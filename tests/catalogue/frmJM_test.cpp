@@ -628,6 +628,27 @@ TEST_F(Units, EnterPressesTheButtonWithTheFocus) {
     EXPECT_FALSE(units().contains("Cas")) << "the buttons beside it stay where they are";
 }
 
+TEST_F(Units, AfterARefreshTheListHasTheFocus) {
+    show([&] {
+        EXPECT_TRUE(entry()->hasFocus()) << "whoever opens the window can type";
+        click(4);
+        EXPECT_TRUE(list()->hasFocus());
+    });
+}
+
+TEST_F(Units, TabGoesFromTheEntryOverItsButtonToTheListAndItsButtons) {
+    show([&] {
+        select(1);
+        entry()->setFocus();
+        QTest::keyClicks(entry(), "Cas");
+        for (const char* const next : {"Command1(0)", "List1", "Command1(1)", "Command1(2)", "Command1(3)",
+                                       "Command1(4)", "Command1(5)", "Text1"}) {
+            QTest::keyClick(win().focusWidget(), Qt::Key_Tab);
+            EXPECT_EQ(win().focusWidget()->objectName(), next);
+        }
+    });
+}
+
 TEST_F(Units, EnterInTheListPressesNothing) {
     show([&] {
         QTest::keyClicks(entry(), "Cas");

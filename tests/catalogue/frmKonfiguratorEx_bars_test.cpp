@@ -3,6 +3,7 @@
 
 #include "catalogue/catalogue_window.h"
 #include "catalogue/frmKonfigInput.h"
+#include "platform/controls/pictures.h"
 #include "support/by_hand.h"
 
 namespace {
@@ -56,7 +57,14 @@ class frmKonfiguratorExBars : public CatalogueWindow {
         by_hand::click(window().Toolbar1->widgetForAction(window().toolbarButton(QLatin1String(key))));
     }
     QString caption() { return control("Picture1(5)")->findChildren<QLabel*>().last()->text(); }
-    QString captionIcon() { return control("Picture1(5)")->property("icon").toString(); }
+    // As it is drawn beside the caption: "zoom", "type", or empty.
+    QString captionIcon() {
+        const QImage shown = control("Picture1(5)")->findChildren<QLabel*>().first()->pixmap().toImage();
+        const auto is = [&](const char* drawing) {
+            return shown == platform::icon(QLatin1String(drawing)).pixmap(16).toImage();
+        };
+        return is("Zoom") ? QStringLiteral("zoom") : is("Type") ? QStringLiteral("type") : QString();
+    }
 };
 
 TEST_F(frmKonfiguratorExBars, ToolbarHasItsButtonsAtTheirPlaces) {

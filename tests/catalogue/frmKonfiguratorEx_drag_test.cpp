@@ -117,6 +117,28 @@ TEST_F(Dragging, ADropOnTheParentDraws) {
     });
 }
 
+// The drop comes while the drag's own loop runs, in which no window can open: the quantity is asked for
+// afterwards. The row's picture is taken in that time, which tells when it is.
+TEST_F(Dragging, ADropThatEndsADragDrawsWhenTheDragIsOver) {
+    fillShop();
+    withMonitors([&] {
+        AtEvent during(QEvent::Paint, [&] {
+            return products().findChild<QDrag*>() != nullptr &&
+                   send<QDragEnterEvent>(parent(), inParentsList()) &&
+                   send<QDropEvent>(parent(), inParentsList());
+        });
+        products().viewport()->installEventFilter(&during);
+        atQuantity({entering("2")}, [&] {
+            pullRow(1, 60);
+            ASSERT_TRUE(during.done);
+            EXPECT_TRUE(QTest::qWaitFor([&] { return parent().refreshes == 1; }));
+        });
+        products().viewport()->removeEventFilter(&during);
+        EXPECT_EQ(stockOf(m17), 3.0F);
+        EXPECT_EQ(quantityOf(m17), 2.0F);
+    });
+}
+
 TEST_F(Dragging, ADropBesideTheListDrawsAllTheSame) {
     fillShop();
     withMonitors([&] {

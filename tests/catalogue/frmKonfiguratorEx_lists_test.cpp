@@ -552,6 +552,7 @@ TEST_F(frmKonfiguratorExLists, FillingIsShownInTheProgressPanel) {
         window().DataUpdate(2, QString(), false);
         EXPECT_EQ(seen, QStringList(2, "Popunjavanje podacima je u toku... Molim sacekajte..."));
         EXPECT_EQ(maximum, 2);
+        EXPECT_FALSE(bar->isTextVisible()) << "the text stands beside it";
         EXPECT_TRUE(captionHidden);
         EXPECT_TRUE(overPanel);
         EXPECT_EQ(bar->parentWidget(), &window());

@@ -94,6 +94,27 @@ TEST_F(frmKonfiguratorExWindow, AMinimisedWindowKeepsItsOldPlace) {
     EXPECT_EQ(stored("PRDSort"), "1Cena10") << "all else is kept";
 }
 
+TEST_F(frmKonfiguratorExWindow, StandsOverTheFormThatOpenedItWhoeverMadeIt) {
+    fillShop();
+    frmKonfiguratorEx window;
+    window.setParentForm(&parent());
+    QTimer::singleShot(0, &window, [&] {
+        EXPECT_EQ(window.parentWidget(), &parent());
+        EXPECT_TRUE(window.isWindow());
+        window.reject();
+    });
+    window.Display();
+}
+
+TEST_F(frmKonfiguratorExWindow, EveryControlIsFoundByItsName) {
+    fillShop();
+    for (const char* name :
+         {"Text1(0)", "Text1(1)", "Text1(2)", "List1(0)", "List1(1)", "ListView1", "Toolbar1", "StatusBar1",
+          "ProgressBar1", "VSplitter", "HSplitter", "Picture1(3)", "Picture1(4)", "Picture1(5)", "Label1(0)",
+          "Label1(1)", "Label2(0)", "Label2(1)", "Label2(2)"})
+        EXPECT_NE(window().findChild<QWidget*>(QLatin1String(name)), nullptr) << name;
+}
+
 TEST_F(frmKonfiguratorExWindow, UnloadingLetsGoOfTheParentAndTheMenus) {
     fillShop();
     show([] {});

@@ -536,13 +536,19 @@ TEST_F(Products, SelectionStaysAtItsPlaceOrGoesToTheFirst) {
     AskBeforeDelete = false;
     fillShop();
     addProduct(monitors, adler, "23 inca", 1.0F, 1.0F);
+    addProduct(monitors, adler, "24 inca", 1.0F, 1.0F);
     withMonitors([&] {
         clickProduct(2);
-        window().DeleteProduct();
+        QTest::keyClick(&products(), Qt::Key_Delete);
         EXPECT_EQ(products().selectedItem()->SubItems(1), "23 inca");
-        window().DeleteProduct();
-        EXPECT_EQ(products().selectedItem()->SubItems(1), "17 inca");
-        window().DeleteProduct();
+        EXPECT_EQ(detail(), "opis 23 inca");
+        clickProduct(3);
+        QTest::keyClick(&products(), Qt::Key_Delete);
+        ASSERT_EQ(productNames(), "17 inca,23 inca");
+        EXPECT_EQ(products().selectedItem()->SubItems(1), "17 inca") << "behind the last comes the first";
+        EXPECT_EQ(detail(), "opis 17 inca");
+        QTest::keyClick(&products(), Qt::Key_Delete);
+        QTest::keyClick(&products(), Qt::Key_Delete);
         EXPECT_EQ(products().count(), 0);
         EXPECT_EQ(detail(), "");
         EXPECT_EQ(statusText(), "U bazi podataka nema Proizvoda");
