@@ -517,6 +517,10 @@ TEST_F(FrmKonfigPrintTest, MnemonicsChooseFromTheKeyboard) {
         EXPECT_TRUE(QTest::qWaitFor([this] { return !check(0)->isChecked(); }));
         QTest::keyClick(&options(), Qt::Key_F, Qt::AltModifier);
         EXPECT_TRUE(text(1)->hasFocus());
+        QTest::keyClick(&options(), Qt::Key_H, Qt::AltModifier);
+        EXPECT_TRUE(text(0)->hasFocus());
+        QTest::keyClick(&options(), Qt::Key_C, Qt::AltModifier);
+        EXPECT_TRUE(rounding()->hasFocus());
     });
 }
 

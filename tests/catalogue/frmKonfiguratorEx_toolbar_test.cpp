@@ -35,6 +35,7 @@ TEST_F(ToolbarFromSearchBox, EditRenamesItsRow) {
         atInput({}, [&] { clickToolbar("edit"); });
         EXPECT_EQ(texts(manufacturers()), "Adler,BERN,Celta");
         EXPECT_EQ(search(1)->text(), "BERN");
+        EXPECT_EQ(window().focusWidget(), &manufacturers()) << "the work goes on in the list";
     });
     EXPECT_EQ(valueOf("Proizvodjaci", "ID", bergen, "Proizvodjac").asText(), "BERN");
 }
