@@ -667,7 +667,7 @@ TEST_F(Units, TheSelectedUnitOfALongListStandsAtItsTopAfterARefresh) {
         openDatabase().Execute("INSERT INTO JM (Naziv) VALUES ('u" + std::to_string(i) + "')");
     show([&] {
         list()->setCurSel(100);
-        list()->scrollToBottom();
+        list()->scrollToTop();
         list()->setFocus();
         QTest::keyClick(list(), Qt::Key_F5);
         EXPECT_EQ(list()->curSel(), 100);

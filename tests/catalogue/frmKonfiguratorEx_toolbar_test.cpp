@@ -87,6 +87,18 @@ TEST_F(ToolbarFromSearchBox, UnsortTakesItsOrderAway) {
     });
 }
 
+TEST_F(ToolbarFromSearchBox, WithoutAChosenRowNothingCanBeChanged) {
+    searching(0, [&] {
+        QTest::keyClick(search(0), Qt::Key_Backspace);
+        EXPECT_EQ(toolbarOn(), "new,delall,refresh,help");
+        clickRow(groups(), "Procesori");
+        search(0)->setFocus();
+        EXPECT_EQ(toolbarOn(), "new,edit,delete,delall,refresh,help");
+        QTest::keyClicks(search(0), "x");
+        EXPECT_EQ(toolbarOn(), "new,delall,refresh,help");
+    });
+}
+
 TEST_F(ToolbarFromSearchBox, PrintIsForProductsAndHelpForEverybody) {
     searching(0, [&] {
         EXPECT_EQ(toolbarOn(), "new,edit,delete,delall,refresh,help");
