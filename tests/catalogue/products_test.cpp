@@ -268,6 +268,20 @@ struct Prices {
     const char* window;  // as the entry window does
 };
 
+TEST_F(Products, UnitOfAProductStaysItsOwnOnAChange) {
+    fillShop();
+    openDatabase().Execute("UPDATE Oprema SET JM='Set' WHERE Naziv='17 inca'");
+    withMonitors([&] {
+        clickProduct(1);
+        atInput({[&](frmKonfigInput& input) {
+                    EXPECT_EQ(input.findChild<QComboBox*>("Combo1")->currentText(), "Set");
+                    press(input, 1);
+                }},
+                [&] { window().EditProduct(); });
+    });
+    EXPECT_EQ(valueOf("Oprema", "ID", m17, "JM").asText(), "Set");
+}
+
 TEST_F(Products, EuroPriceGoesThroughTwoDecimals) {
     for (const Prices& one :
          {Prices{"en_US", true, "11,789.13", "100.33"}, Prices{"en_US", false, "100.33", "100.33"},
