@@ -1,8 +1,8 @@
 #include "catalogue/ActiveReport1.h"
 
+#include <QSet>
 #include <iterator>
-#include <optional>
-#include <unordered_map>
+#include <memory>
 
 #include "catalogue/ActiveReport1_design.h"
 #include "platform/dao/error.h"
@@ -14,61 +14,30 @@ const QString kGroupHeader = QStringLiteral("GroupHeader1");
 const QString kDetail = QStringLiteral("Detail");
 const QString kPageFooter = QStringLiteral("PageFooter");
 
+// A preview of clients has none of the fields of a product: what the rows lack stays empty.
 class ListRows : public report::RowSource {
  public:
-    explicit ListRows(const dao::Recordset& rows) : rows_(rows) {}
+    explicit ListRows(const dao::Recordset& rows) : rows_(report::rowsOf(rows)) {}
 
-    void rewind() override { begun_ = false; }
-    bool next() override {
-        do {
-            if (!step())
-                return false;
-        } while (isGone());
-        return true;
-    }
+    void rewind() override { rows_->rewind(); }
+    bool next() override { return rows_->next(); }
     dao::Value value(const QString& name) override {
-        auto known = fields_.find(name);
-        if (known == fields_.end())
-            known = fields_.emplace(name, find(name)).first;
-        return known->second ? known->second->Value() : dao::Value();
-    }
-    qint64 count() override { return rows_.RecordCount(); }
-
- private:
-    bool step() {
-        if (begun_)
-            rows_.MoveNext();
-        else if (rows_.BOF() && rows_.EOF())
-            return false;
-        else
-            rows_.MoveFirst();
-        begun_ = true;
-        return !rows_.EOF();
-    }
-    // A list of thousands of products takes its time, and the colleagues go on working meanwhile.
-    bool isGone() const {
+        if (missing_.contains(name))
+            return {};
         try {
-            rows_.Fields(0).Value();
-        } catch (const dao::Error& error) {
-            if (error.Number() != dao::errRecordDeleted)
-                throw;
-            return true;
-        }
-        return false;
-    }
-    std::optional<dao::Field> find(const QString& name) const {
-        try {
-            return rows_.Fields(name.toStdString());
+            return rows_->value(name);
         } catch (const dao::Error& error) {
             if (error.Number() != dao::errItemNotFound)
                 throw;
-            return std::nullopt;
+            missing_.insert(name);
+            return {};
         }
     }
+    qint64 count() override { return rows_->count(); }
 
-    dao::Recordset rows_;
-    std::unordered_map<QString, std::optional<dao::Field>> fields_;
-    bool begun_ = false;
+ private:
+    std::unique_ptr<report::RowSource> rows_;
+    QSet<QString> missing_;
 };
 
 }  // namespace
