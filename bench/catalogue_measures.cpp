@@ -7,11 +7,11 @@
 
 #include "catalogue/frmKonfiguratorEx.h"
 #include "catalogue/stock_draw.h"
+#include "common/modMain.h"
 #include "documents/frmInvoiceEx.h"
 #include "our_window.h"
 #include "plain_texts.h"
 #include "platform/controls/boxes.h"
-#include "shell/modMain.h"
 #include "shop.h"
 
 namespace {
@@ -34,8 +34,9 @@ std::unique_ptr<frmKonfiguratorEx> openCatalogue() {
     window->Display();
     window->PrikaziSveProizvodjace = true;
     platform::ListBox& groups = *window->List1[frmKonfiguratorEx::kGroups];
-    if (!groups.setCurSel(groups.findString(QStringLiteral("Grupa 0"))))
+    if (!groups.setCurSel(groups.findString(QStringLiteral("Grupa 0")))) {
         std::abort();
+    }
     return window;
 }
 
@@ -66,8 +67,9 @@ class ProductsPlain : public Side {
         });
         cells_.clear();
         products_.bind(1, group_);
-        while (products_.next())
+        while (products_.next()) {
             add(products_.row());
+        }
     }
     Lines result() override { return cells_.lines(8); }
 
@@ -221,15 +223,17 @@ class RequisitionPlain : public Side {
         cells_.clear();
         total_ = 0;
         rows_.bind(1, service_);
-        while (rows_.next())
+        while (rows_.next()) {
             add(rows_.row());
+        }
         totalText_.clear();
         appendAmount(totalText_, centsOf(decimalOf(total_)));
     }
     Lines result() override {
         Lines lines{"total| |total||||| |TOTAL:|" + totalText_ + "|"};
-        for (const std::string& line : cells_.lines(11))
+        for (const std::string& line : cells_.lines(11)) {
             lines.push_back(line);
+        }
         return lines;
     }
 
@@ -241,8 +245,9 @@ class RequisitionPlain : public Side {
         cells_.end();
         cells_.add(row.text(1));
         cells_.add("stavka");
-        for (int column = 2; column < 6; ++column)
+        for (int column = 2; column < 6; ++column) {
             cells_.add(row.text(column));
+        }
         addAmount(cells_, price);
         appendSingle(cells_.text(), static_cast<float>(quantity));
         cells_.end();

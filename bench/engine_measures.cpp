@@ -13,16 +13,18 @@ namespace {
 
 Lines linesOf(const std::vector<sqlite3_int64>& numbers) {
     Lines lines;
-    for (const sqlite3_int64 number : numbers)
+    for (const sqlite3_int64 number : numbers) {
         lines.push_back(std::to_string(number));
+    }
     return lines;
 }
 
 Lines numbersOf(dao::Recordset rows) {
     std::vector<sqlite3_int64> numbers;
     const dao::Field number = rows.Fields("ID");
-    for (rows.MoveFirst(); !rows.EOF(); rows.MoveNext())
+    for (rows.MoveFirst(); !rows.EOF(); rows.MoveNext()) {
         numbers.push_back(number.Value().asLong());
+    }
     return linesOf(numbers);
 }
 
@@ -45,14 +47,16 @@ class OpenPlain : public Side {
           numbers_(shop.plain(), "SELECT each_row(ID) FROM Services INDEXED BY ix_Services_MachineID"),
           last_(shop.plain(), "SELECT max(ID) FROM Services") {}
     void run() override {
-        while (last_.next())
+        while (last_.next()) {
             there_.assign(static_cast<std::size_t>(last_.row().integer(0)) + 1, 0);
+        }
         shop_.scan(numbers_,
                    [this](const Row& row) { there_[static_cast<std::size_t>(row.integer(0))] = 1; });
         keys_.clear();
         for (std::size_t number = 0; number < there_.size(); ++number) {
-            if (there_[number] != 0)
+            if (there_[number] != 0) {
                 keys_.push_back(static_cast<sqlite3_int64>(number));
+            }
         }
     }
     Lines result() override { return linesOf(keys_); }
@@ -79,12 +83,14 @@ class WalkOurs : public Side {
         dao::Recordset rows = shop_.ours().OpenRecordset("SELECT * FROM Services");
         std::vector<dao::Field> fields;
         for (const char* name : {"ID", "MachineID", "ServiceStarted", "ServiceFinished", "Price", "Discount",
-                                 "ServiceTypes", "Comments"})
+                                 "ServiceTypes", "Comments"}) {
             fields.push_back(rows.Fields(name));
+        }
         for (sum_ = {}; !rows.EOF(); rows.MoveNext()) {
             sum_.numbers += fields[0].Value().asLong() + fields[1].Value().asLong();
-            for (std::size_t i = 2; i < 6; ++i)
+            for (std::size_t i = 2; i < 6; ++i) {
                 sum_.numbers += fields[i].Value().asDouble();
+            }
             sum_.letters += fields[6].Value().textRef().size() + fields[7].Value().textRef().size();
         }
     }
@@ -129,8 +135,9 @@ class WalkPlain : public Side {
 std::vector<int> randomNumbers() {
     std::mt19937 random(20260101);
     std::vector<int> numbers(10000);
-    for (int& number : numbers)
+    for (int& number : numbers) {
         number = 1 + static_cast<int>(random() % Shop::kServices);
+    }
     return numbers;
 }
 
@@ -159,8 +166,9 @@ class FindPlain : public Side {
         sum_ = 0;
         for (const int number : numbers_) {
             price_.bind(1, number);
-            while (price_.next())
+            while (price_.next()) {
                 sum_ += price_.row().integer(0);
+            }
         }
     }
     Lines result() override { return {std::to_string(sum_)}; }
@@ -189,8 +197,9 @@ class EditOurs : public Side {
     }
     Lines result() override {
         sqlite3_int64 sum = 0;
-        for (rows_.MoveFirst(); !rows_.EOF(); rows_.MoveNext())
+        for (rows_.MoveFirst(); !rows_.EOF(); rows_.MoveNext()) {
             sum += price_.Value().asCurrency().scaled();
+        }
         return {std::to_string(sum)};
     }
 
@@ -205,8 +214,9 @@ class EditPlain : public Side {
     explicit EditPlain(Shop& shop)
         : shop_(shop.plain()), change_(shop.plain(), "UPDATE Services SET Price=Price+1 WHERE ID=?") {}
     void run() override {
-        for (int number = 1; number <= kEdited; ++number)
+        for (int number = 1; number <= kEdited; ++number) {
             change_.bind(1, number).run();
+        }
     }
     Lines result() override {
         return {std::to_string(
@@ -232,8 +242,9 @@ class ChangedText {
  public:
     ChangedText() {
         text_ = "SELECT * FROM Services WHERE ";
-        for (int i = 0; i < kNarrowed; ++i)
+        for (int i = 0; i < kNarrowed; ++i) {
             text_ += (i > 0 ? " OR ID=" : "ID=") + std::to_string(narrowedNumber(i));
+        }
         text_ += ';';
         length_ = text_.size();
     }
@@ -277,20 +288,23 @@ class NarrowPlain : public Side {
         : shop_(shop.plain()),
           texts_(shop.plain(), {kNarrowedName}),
           all_(shop.plain(), "SELECT each_row(ID) FROM Services INDEXED BY ix_Services_MachineID") {
-        for (int i = 0; i < kNarrowed; ++i)
+        for (int i = 0; i < kNarrowed; ++i) {
             wanted_.push_back(narrowedNumber(i));
+        }
     }
     void run() override {
         texts_.write({&text_.next()});
         there_.assign(static_cast<std::size_t>(wanted_.back()) + 1, 0);
         shop_.scan(all_, [this](const Row& row) {
-            if (const auto number = static_cast<std::size_t>(row.integer(0)); number < there_.size())
+            if (const auto number = static_cast<std::size_t>(row.integer(0)); number < there_.size()) {
                 there_[number] = 1;
+            }
         });
         keys_.clear();
         for (const sqlite3_int64 number : wanted_) {
-            if (there_[static_cast<std::size_t>(number)] != 0)
+            if (there_[static_cast<std::size_t>(number)] != 0) {
                 keys_.push_back(number);
+            }
         }
     }
     Lines result() override {
@@ -315,13 +329,15 @@ class Translate : public Side {
     // `anew`: with a number of blanks behind it that no text has had yet, so that nothing has been kept of
     // it.
     Translate(Shop& shop, bool anew) : shop_(shop), anew_(anew) {
-        for (int number = 0; number < static_cast<int>(quick_filters::kFilters.size()); ++number)
+        for (int number = 0; number < static_cast<int>(quick_filters::kFilters.size()); ++number) {
             texts_.push_back(quick_filters::statement(number, 5).toStdString());
+        }
     }
     void run() override {
         for (std::string& text : texts_) {
-            if (anew_)
+            if (anew_) {
                 text += ' ';
+            }
             shop_.ours().impl()->file().compile(text);
         }
     }

@@ -20,14 +20,16 @@ class FilterOurs : public Side {
     void run() override {
         bool ok = false;
         mainWindow().ApplyQuickFilter(number_, ok);
-        if (!ok)
+        if (!ok) {
             std::abort();
+        }
     }
     Lines result() override {
         Lines lines = stagesOf(mainWindow());
         const std::string suffix = std::to_string(mainWindow().QuerySuffix);
-        for (const char* name : {"QDCustomers", "QDComputers", "QDServices"})
+        for (const char* name : {"QDCustomers", "QDComputers", "QDServices"}) {
             lines.push_back(shop_.ours().QueryDefs()[name + suffix].SQL());
+        }
         return lines;
     }
 
@@ -48,10 +50,12 @@ class FoundNumbers {
         text_ = "SELECT * FROM " + table_ + " WHERE ";
     }
     void add(int number) {
-        if (number == last_)
+        if (number == last_) {
             return;
-        if (last_ >= 0)
+        }
+        if (last_ >= 0) {
             text_ += " OR ";
+        }
         last_ = number;
         char& mark = marks_[static_cast<std::size_t>(number)];
         count_ += mark == 0 ? 1 : 0;
@@ -124,8 +128,9 @@ class FilterPlain : public Side {
     }
     Lines result() override {
         Lines lines = stages_.result();
-        for (const std::string& text : texts_.read())
+        for (const std::string& text : texts_.read()) {
             lines.push_back(text);
+        }
         return lines;
     }
 
@@ -153,26 +158,31 @@ class FilterPlain : public Side {
         const double dueBefore = today() + kDays + 1;
         const bool onlyDue = number_ >= 3, paid = asksForPaid(number_);
         shop_.scan(services_, [&](const Row& row) {
-            if (onlyDue && row.number(2) >= dueBefore)
+            if (onlyDue && row.number(2) >= dueBefore) {
                 return;
+            }
             const double rest =
                 (1 - row.number(4) / 100) * (row.number(3) / 10000) * (1 + row.number(5) / 100) -
                 row.number(6) / 10000;
-            if ((rest > 0.1) != paid)
+            if ((rest > 0.1) != paid) {
                 found_.push_back(
                     {static_cast<int>(row.integer(0)), places_[static_cast<std::size_t>(row.integer(1))]});
+            }
         });
     }
     // The services come in order of their numbers; counted by computers they fall into the order of those.
     void orderServices() {
-        for (const Service& service : found_)
+        for (const Service& service : found_) {
             ++computers_[service.place].services;
+        }
         std::uint32_t sum = 0;
-        for (Computer& computer : computers_)
+        for (Computer& computer : computers_) {
             computer.services = std::exchange(sum, sum + computer.services);
+        }
         ordered_.resize(found_.size());
-        for (const Service& service : found_)
+        for (const Service& service : found_) {
             ordered_[computers_[service.place].services++] = service;
+        }
     }
     void writeTexts() {
         orderServices();
@@ -185,16 +195,18 @@ class FilterPlain : public Side {
             computersFound_.add(computer.number);
             clientsFound_.add(computer.client);
         }
-        for (FoundNumbers* found : {&clientsFound_, &computersFound_, &servicesFound_})
+        for (FoundNumbers* found : {&clientsFound_, &computersFound_, &servicesFound_}) {
             found->end();
+        }
         texts_.write({&clientsFound_.text(), &computersFound_.text(), &servicesFound_.text()});
     }
     // The highest that a table has given.
     std::size_t lastNumber(const char* table) {
         sqlite3_int64 number = 0;
         last_.bind(1, std::string_view(table));
-        while (last_.next())
+        while (last_.next()) {
             number = last_.row().integer(0);
+        }
         return static_cast<std::size_t>(number);
     }
 
@@ -220,8 +232,9 @@ constexpr std::array<const char*, 5> kNames = {
 
 std::vector<Measure> filterMeasures() {
     std::vector<Measure> measures;
-    for (int number = 0; number < static_cast<int>(kNames.size()); ++number)
+    for (int number = 0; number < static_cast<int>(kNames.size()); ++number) {
         measures.push_back({kNames[static_cast<std::size_t>(number)], 2, side<FilterOurs>(number),
                             side<FilterPlain>(number), 15});
+    }
     return measures;
 }

@@ -5,11 +5,11 @@
 #include <filesystem>
 #include <regex>
 
+#include "common/settings.h"
 #include "our_window.h"
 #include "pairs.h"
 #include "platform/system/files.h"
 #include "platform/system/settings_store.h"
-#include "shell/settings.h"
 #include "shop.h"
 #include "start_up.h"
 
@@ -20,8 +20,9 @@ namespace fs = std::filesystem;
 std::vector<Measure> allMeasures() {
     std::vector<Measure> all = engineMeasures();
     for (const auto& more :
-         {windowMeasures(), filterMeasures(), reportMeasures(), catalogueMeasures(), paperMeasures()})
+         {windowMeasures(), filterMeasures(), reportMeasures(), catalogueMeasures(), paperMeasures()}) {
         all.insert(all.end(), more.begin(), more.end());
+    }
     return all;
 }
 
@@ -49,8 +50,9 @@ void measureAll(const fs::path& folder, const std::regex& wanted) {
     Shop shop((folder / "Tarvello.mdb").string(), (folder / "plain.mdb").string());
     std::printf("| | ours | plain | ratio | target | pairs |\n|---|---|---|---|---|---|\n");
     for (const Measure& measure : allMeasures()) {
-        if (!std::regex_search(measure.name, wanted))
+        if (!std::regex_search(measure.name, wanted)) {
             continue;
+        }
         print(measure, takeTurns(measure, shop));
         std::fflush(stdout);
     }
@@ -72,18 +74,20 @@ struct Arguments {
 };
 
 bool read(const QStringList& words, Arguments& arguments) {
-    if (words.size() < 2)
+    if (words.size() < 2) {
         return false;
+    }
     arguments.shop = words.at(1).toStdString();
     for (const QString& word : words.mid(2)) {
-        if (word == QLatin1String("--startup"))
+        if (word == QLatin1String("--startup")) {
             arguments.startUp = true;
-        else if (word == QLatin1String("--processor"))
+        } else if (word == QLatin1String("--processor")) {
             arguments.processor = true;
-        else if (arguments.wanted.empty() && !word.startsWith(QLatin1String("--")))
+        } else if (arguments.wanted.empty() && !word.startsWith(QLatin1String("--"))) {
             arguments.wanted = word.toStdString();
-        else
+        } else {
             return false;
+        }
     }
     return true;
 }
@@ -102,14 +106,16 @@ void useFolder(const QString& folder, const fs::path& file, const fs::path& help
 int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     Arguments arguments;
-    if (!read(QApplication::arguments(), arguments))
+    if (!read(QApplication::arguments(), arguments)) {
         return usage();
+    }
     const fs::path& shop = arguments.shop;
     const QTemporaryDir place;
     const fs::path copy = fs::path(place.path().toStdString()) / "Tarvello.mdb";
     useFolder(place.path(), arguments.startUp ? shop : copy, shop.parent_path() / "Tarvello.hlp");
-    if (arguments.startUp)
+    if (arguments.startUp) {
         return startUpMeasure();
+    }
     QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
     timeBy(arguments.processor ? Clock::Processor : Clock::Wall);
     fs::copy_file(shop, copy);

@@ -3,8 +3,9 @@
 #include <cstdlib>
 #include <memory>
 
+#include "common/modMain.h"
 #include "records/frmMain.h"
-#include "shell/modMain.h"
+#include "shell/program_windows.h"
 
 namespace {
 
@@ -18,31 +19,35 @@ std::unique_ptr<frmMain>& theWindow() {
 // The seven seconds of the splash window are over for it before they begin.
 frmMain& mainWindow() {
     std::unique_ptr<frmMain>& window = theWindow();
-    if (window != nullptr)
+    if (window != nullptr) {
         return *window;
+    }
     ShowTipsAtStartup = false;
-    window = std::make_unique<frmMain>();
+    window = std::make_unique<frmMain>(programWindows());
     window->GetTickCount = [] {
         static qint64 tick = 0;
         return tick += frmMain::kSplashTime;
     };
-    if (!window->Display())
+    if (!window->Display()) {
         std::abort();
+    }
     window->ShowMsgBoxFilterResults = false;
     window->AlwaysCreateBackupDB = false;
     return *window;
 }
 
 void closeMainWindow() {
-    if (theWindow() != nullptr)
+    if (theWindow() != nullptr) {
         theWindow()->unload();
+    }
     theWindow().reset();
 }
 
 Lines entriesOf(const platform::Selector& selector) {
     Lines lines{"chosen: " + std::to_string(selector.currentIndex())};
-    for (int i = 0; i < selector.entryCount(); ++i)
+    for (int i = 0; i < selector.entryCount(); ++i) {
         lines.push_back(selector.entryText(i).toStdString() + "|" + std::to_string(selector.entryData(i)));
+    }
     return lines;
 }
 
@@ -58,7 +63,8 @@ Lines rowsOf(const platform::ListView& list) {
 
 Lines stagesOf(const frmMain& window) {
     Lines lines = entriesOf(*window.Combo1[0]);
-    for (const Lines& more : {entriesOf(*window.Combo1[1]), rowsOf(*window.ListView1)})
+    for (const Lines& more : {entriesOf(*window.Combo1[1]), rowsOf(*window.ListView1)}) {
         lines.insert(lines.end(), more.begin(), more.end());
+    }
     return lines;
 }

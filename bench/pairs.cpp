@@ -17,8 +17,9 @@ double milliseconds() {
 
 double turn(Side& side, int runs) {
     const double start = milliseconds();
-    for (int i = 0; i < runs; ++i)
+    for (int i = 0; i < runs; ++i) {
         side.run();
+    }
     return (milliseconds() - start) / runs;
 }
 
@@ -30,8 +31,9 @@ double median(std::vector<double> numbers) {
 
 Figures alone(const Measure& measure, Side& ours) {
     std::vector<double> taken;
-    for (int i = 0; i < measure.pairs; ++i)
+    for (int i = 0; i < measure.pairs; ++i) {
         taken.push_back(turn(ours, measure.runs));
+    }
     return {median(taken), 0, 0};
 }
 
@@ -44,8 +46,9 @@ void timeBy(Clock clock) {
 Figures takeTurns(const Measure& measure, Shop& shop) {
     const std::unique_ptr<Side> ours = measure.ours(shop);
     turn(*ours, measure.runs);
-    if (!measure.plain)
+    if (!measure.plain) {
         return alone(measure, *ours);
+    }
     const std::unique_ptr<Side> plain = measure.plain(shop);
     turn(*plain, measure.runs);
     checkEqual(measure.name, ours->result(), plain->result());
@@ -60,14 +63,16 @@ Figures takeTurns(const Measure& measure, Shop& shop) {
 }
 
 void checkEqual(const std::string& what, const Lines& ours, const Lines& plain) {
-    if (ours == plain && !ours.empty())
+    if (ours == plain && !ours.empty()) {
         return;
+    }
     std::fprintf(stderr, "%s: the two sides do not end the same (%zu lines and %zu)\n", what.c_str(),
                  ours.size(), plain.size());
     const std::size_t common = std::min(ours.size(), plain.size());
     for (std::size_t i = 0; i < common; ++i) {
-        if (ours[i] == plain[i])
+        if (ours[i] == plain[i]) {
             continue;
+        }
         std::fprintf(stderr, "line %zu\nours:  %.2000s\nplain: %.2000s\n", i, ours[i].c_str(),
                      plain[i].c_str());
         break;

@@ -12,6 +12,7 @@
 #include "catalogue/frmKonfigPrint_rules.h"
 #include "documents/ActiveReport2.h"
 #include "plain_texts.h"
+#include "platform/dao/recordset.h"
 #include "shop.h"
 
 namespace {
@@ -23,14 +24,16 @@ class Paper {
     Lines lines() const {
         QProcess reader;
         reader.start(QStringLiteral("pdftotext"), {QStringLiteral("-raw"), path(), QStringLiteral("-")});
-        if (!reader.waitForFinished(600000) || reader.exitCode() != 0)
+        if (!reader.waitForFinished(600000) || reader.exitCode() != 0) {
             std::abort();
+        }
         // Some letters draw "fi" and "fl" as one sign, which is no other text.
         const QString text =
             QString::fromUtf8(reader.readAllStandardOutput()).normalized(QString::NormalizationForm_KC);
         Lines lines;
-        for (const QString& line : text.split(QLatin1Char('\n')))
+        for (const QString& line : text.split(QLatin1Char('\n'))) {
             lines.push_back(line.toStdString());
+        }
         return lines;
     }
 
@@ -55,12 +58,15 @@ std::vector<QFont> fontsOf(const report::Document& known) {
 void paintPage(QPainter& painter, const report::Page& page, const std::vector<QFont>& fonts) {
     int style = -1;
     for (const report::PageItem& item : page.items) {
-        if (item.kind == report::PageItem::Kind::Line)
+        if (item.kind == report::PageItem::Kind::Line) {
             painter.drawLine(item.place.topLeft(), item.place.bottomRight());
-        if (item.kind != report::PageItem::Kind::Text)
+        }
+        if (item.kind != report::PageItem::Kind::Text) {
             continue;
-        if (std::exchange(style, item.style) != item.style)
+        }
+        if (std::exchange(style, item.style) != item.style) {
             painter.setFont(fonts[static_cast<std::size_t>(style)]);
+        }
         painter.drawText(item.place.bottomLeft(), item.text);
     }
 }
@@ -72,8 +78,9 @@ void paint(const report::Document& known, const QString& path) {
     file.setResolution(1440);
     QPainter painter(&file);
     for (const report::Page& page : known.pages) {
-        if (&page != &known.pages.front())
+        if (&page != &known.pages.front()) {
             file.newPage();
+        }
         paintPage(painter, page, fonts);
         painter.setFont(QFont());
     }
@@ -132,8 +139,9 @@ class InvoicePlain : public Side {
         rows_.bind(1, service_);
         while (rows_.next()) {
             const Row row = rows_.row();
-            for (int column = 0; column < 3; ++column)
+            for (int column = 0; column < 3; ++column) {
                 cells_.add(row.text(column));
+            }
             for (int column = 3; column < 5; ++column) {
                 appendAmount(cells_.text(), centsOf(row.number(column)));
                 cells_.end();
@@ -193,8 +201,9 @@ class PriceListPlain : public Side {
         cells_.clear();
         while (rows_.next()) {
             const Row row = rows_.row();
-            for (int column = 0; column < 4; ++column)
+            for (int column = 0; column < 4; ++column) {
                 cells_.add(row.text(column));
+            }
             appendAmount(cells_.text(), centsOf(row.number(4)));
             cells_.end();
         }

@@ -33,8 +33,9 @@ void PlainPage::clear() {
 }
 
 void PlainPage::tab(std::size_t column) {
-    if (column < column_)
+    if (column < column_) {
         endLine();
+    }
     text_.append(column - column_, ' ');
     column_ = column;
 }
@@ -91,8 +92,9 @@ void PlainPart::name(std::string_view text) {
 }
 
 bool PlainPart::before(const Piece& a, const Piece& b) const {
-    if (a.started != b.started)
+    if (a.started != b.started) {
         return a.started < b.started;
+    }
     const int names = compareNames(cut(a.nameFrom, a.nameTo), cut(b.nameFrom, b.nameTo));
     return names != 0 ? names < 0 : a.number < b.number;
 }
@@ -100,31 +102,37 @@ bool PlainPart::before(const Piece& a, const Piece& b) const {
 // How many pieces stand before those of each owner.
 void PlainPart::countOwners() {
     int last = 0;
-    for (const Piece& piece : pieces_)
+    for (const Piece& piece : pieces_) {
         last = std::max(last, piece.owner);
+    }
     starts_.assign(static_cast<std::size_t>(last) + 2, 0);
-    for (const Piece& piece : pieces_)
+    for (const Piece& piece : pieces_) {
         ++starts_[static_cast<std::size_t>(piece.owner) + 1];
-    for (std::size_t owner = 1; owner < starts_.size(); ++owner)
+    }
+    for (std::size_t owner = 1; owner < starts_.size(); ++owner) {
         starts_[owner] += starts_[owner - 1];
+    }
 }
 
 void PlainPart::order() {
     countOwners();
     std::vector<std::size_t> next = starts_;
     ordered_.resize(pieces_.size());
-    for (const Piece& piece : pieces_)
+    for (const Piece& piece : pieces_) {
         ordered_[next[static_cast<std::size_t>(piece.owner)]++] = piece;
-    for (std::size_t owner = 0; owner + 1 < starts_.size(); ++owner)
+    }
+    for (std::size_t owner = 0; owner + 1 < starts_.size(); ++owner) {
         std::sort(ordered_.begin() + static_cast<std::ptrdiff_t>(starts_[owner]),
                   ordered_.begin() + static_cast<std::ptrdiff_t>(starts_[owner + 1]),
                   [this](const Piece& a, const Piece& b) { return before(a, b); });
+    }
 }
 
 std::span<const PlainPart::Piece> PlainPart::of(int owner) const {
     const auto at = static_cast<std::size_t>(owner);
-    if (at + 1 >= starts_.size())
+    if (at + 1 >= starts_.size()) {
         return {};
+    }
     return std::span(ordered_).subspan(starts_[at], starts_[at + 1] - starts_[at]);
 }
 
@@ -216,8 +224,9 @@ std::string noComputers() {
 }
 
 void put(std::FILE* file, std::string_view text) {
-    if (std::fwrite(text.data(), 1, text.size(), file) != text.size())
+    if (std::fwrite(text.data(), 1, text.size(), file) != text.size()) {
         std::abort();
+    }
 }
 
 }  // namespace
@@ -231,16 +240,19 @@ PlainReport::PlainReport(PlainShop& shop)
 
 void PlainReport::write(const std::string& path) {
     readKinds();
-    for (PlainPart* part : {&clients_, &computers_, &services_})
+    for (PlainPart* part : {&clients_, &computers_, &services_}) {
         part->clear();
+    }
     shop_.scan(allClients_, [this](const Row& row) { addClient(row); });
     shop_.scan(allComputers_, [this](const Row& row) { addComputer(row); });
     shop_.scan(allServices_, [this](const Row& row) { addService(row); });
-    for (PlainPart* part : {&clients_, &computers_, &services_})
+    for (PlainPart* part : {&clients_, &computers_, &services_}) {
         part->order();
+    }
     std::FILE* const file = std::fopen(path.c_str(), "wb");
-    if (file == nullptr)
+    if (file == nullptr) {
         std::abort();
+    }
     std::setvbuf(file, nullptr, _IOFBF, 1 << 18);
     for (const PlainPart::Piece& client : clients_.of(0)) {
         put(file, clients_.textOf(client));
@@ -256,17 +268,20 @@ void PlainReport::writeComputers(std::FILE* file, int client) const {
         put(file, computers_.textOf(computer));
         const auto services = services_.of(computer.number);
         put(file, services.empty() ? kNoServices : kHeading);
-        for (const PlainPart::Piece& service : services)
+        for (const PlainPart::Piece& service : services) {
             put(file, services_.textOf(service));
+        }
     }
-    if (computers.empty())
+    if (computers.empty()) {
         put(file, kNone);
+    }
 }
 
 void PlainReport::readKinds() {
     kindNames_.assign(1, std::string());
-    while (kinds_.next())
+    while (kinds_.next()) {
         kindNames_.emplace_back(kinds_.row().text(0));
+    }
 }
 
 void PlainReport::printLines(PlainPage& page, const Row& row, std::span<const Line> lines, int column,
@@ -275,14 +290,15 @@ void PlainReport::printLines(PlainPage& page, const Row& row, std::span<const Li
         page.tab(labels);
         page.print(line.label);
         page.tab(values);
-        if (line.kind == Line::Kind::Plain)
+        if (line.kind == Line::Kind::Plain) {
             page.print(row.text(column));
-        else if (line.kind == Line::Kind::OrNotAvailable)
+        } else if (line.kind == Line::Kind::OrNotAvailable) {
             page.print(orElse(row.text(column), "N/A"));
-        else if (isDate(row.number(column)))
+        } else if (isDate(row.number(column))) {
             printDate(page, row.number(column));
-        else
+        } else {
             page.print("N/A");
+        }
         page.endLine();
         ++column;
     }
@@ -298,8 +314,9 @@ void PlainReport::printAmount(PlainPage& page, std::size_t column, float amount)
     const std::int64_t cents = centsOf(decimalOf(amount));
     scratch_ = cents < 0 ? "($" : "$";
     appendAmount(scratch_, std::abs(cents));
-    if (cents < 0)
+    if (cents < 0) {
         scratch_ += ')';
+    }
     page.tab(column);
     page.print(scratch_);
 }
@@ -333,12 +350,14 @@ void PlainReport::addClient(const Row& client) {
     printHeadLine(client);
     page.rule(1, 60);
     page.endLine();
-    if (!client.text(kFirstOfCard).empty())
+    if (!client.text(kFirstOfCard).empty()) {
         printLines(page, client, Tables::card, kFirstOfCard, 1, kClientValues);
+    }
     page.endLine();
     printLines(page, client, Tables::address, kFirstOfAddress, 1, kClientValues);
-    if (client.integer(6) != 0)
+    if (client.integer(6) != 0) {
         page.line(kClientValues, "(this is the firm's address)");
+    }
     page.endLine();
     printLines(page, client, Tables::contact, kFirstOfContact, 1, kClientValues);
     page.endLine();
@@ -380,16 +399,19 @@ void PlainReport::addComputer(const Row& computer) {
 // --- A service.
 
 void PlainReport::printKinds(PlainPage& page, std::string_view positions) {
-    if (isBlank(positions))
+    if (isBlank(positions)) {
         return page.print("N/A");
+    }
     scratch_.clear();
     for (const char *at = positions.data(), *const end = at + positions.size(); at < end; ++at) {
         std::size_t kind = 0;
         at = std::from_chars(at, end, kind).ptr;
-        if (kind < 1 || kind >= kindNames_.size())
+        if (kind < 1 || kind >= kindNames_.size()) {
             continue;
-        if (!scratch_.empty())
+        }
+        if (!scratch_.empty()) {
             scratch_ += ", ";
+        }
         scratch_ += kindNames_[kind];
     }
     page.print(scratch_);
@@ -418,8 +440,9 @@ void PlainReport::addService(const Row& service) {
     constexpr std::size_t kDateColumns[] = {10, 27, 44};
     for (int date = 0; date < 3; ++date) {
         page.tab(kDateColumns[date]);
-        if (date == 0 || isDate(service.number(2 + date)))
+        if (date == 0 || isDate(service.number(2 + date))) {
             printDate(page, service.number(2 + date));
+        }
     }
     printFigures(page, service);
     page.tab(kServiceColumn);

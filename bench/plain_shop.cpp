@@ -39,8 +39,9 @@ constexpr const char* kSettings =
 
 Lines linesOf(const PlainShop& shop, const std::string& sql) {
     Lines lines;
-    for (Statement statement(shop, sql); statement.next();)
+    for (Statement statement(shop, sql); statement.next();) {
         lines.emplace_back(statement.row().text(0));
+    }
     return lines;
 }
 
@@ -49,8 +50,9 @@ Lines linesOf(const PlainShop& shop, const std::string& sql) {
 // --- A statement.
 
 Statement::Statement(const PlainShop& shop, const std::string& sql) {
-    if (sqlite3_prepare_v2(shop.handle(), sql.c_str(), -1, &statement_, nullptr) != SQLITE_OK)
+    if (sqlite3_prepare_v2(shop.handle(), sql.c_str(), -1, &statement_, nullptr) != SQLITE_OK) {
         die(sql, sqlite3_errmsg(shop.handle()));
+    }
 }
 
 Statement& Statement::bind(int place, sqlite3_int64 value) {
@@ -65,10 +67,12 @@ Statement& Statement::bind(int place, std::string_view text) {
 
 bool Statement::next() {
     const int code = sqlite3_step(statement_);
-    if (code == SQLITE_ROW)
+    if (code == SQLITE_ROW) {
         return true;
-    if (code != SQLITE_DONE)
+    }
+    if (code != SQLITE_DONE) {
         die(sqlite3_sql(statement_), sqlite3_errmsg(sqlite3_db_handle(statement_)));
+    }
     sqlite3_reset(statement_);
     return false;
 }
@@ -77,8 +81,9 @@ bool Statement::next() {
 
 PlainShop::PlainShop(const std::string& path) {
     if (sqlite3_open_v2(path.c_str(), &handle_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr) !=
-        SQLITE_OK)
+        SQLITE_OK) {
         die(path, "the plain connection does not open it");
+    }
     const std::string password = BuildDatabasePassword().toStdString();
     sqlite3_key(handle_, password.data(), static_cast<int>(password.size()));
     run(kSettings);
@@ -92,8 +97,9 @@ PlainShop::~PlainShop() {
 }
 
 void PlainShop::run(const std::string& sql) const {
-    if (sqlite3_exec(handle_, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK)
+    if (sqlite3_exec(handle_, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
         die(sql, sqlite3_errmsg(handle_));
+    }
 }
 
 sqlite3_int64 PlainShop::number(const std::string& sql) const {
@@ -131,8 +137,9 @@ Lines rowsOf(const PlainShop& shop) {
                  "name NOT LIKE 'dao%' ORDER BY 1")) {
         std::size_t sum = 0, rows = 0;
         for (Statement all(shop, "SELECT * FROM \"" + table + "\" ORDER BY rowid"); all.next(); ++rows) {
-            for (int column = 0; column < all.columns(); ++column)
+            for (int column = 0; column < all.columns(); ++column) {
                 sum = sum * 31 + std::hash<std::string_view>()(all.row().text(column));
+            }
         }
         lines.push_back(table + ": " + std::to_string(rows) + " rows, " + std::to_string(sum));
     }

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "shell/modMain.h"
+#include "common/modMain.h"
 
 namespace {
 
@@ -31,8 +31,9 @@ bool isPaid(std::int64_t price, double discount, double tax, std::int64_t paid) 
 }
 
 void addDate(Cells& cells, double date) {
-    if (isShown(date))
+    if (isShown(date)) {
         appendDate(cells.text(), date);
+    }
     cells.end();
 }
 
@@ -63,8 +64,9 @@ void PlainServices::read(Statement& services, int computer, const Marks* only) {
     services.bind(1, computer);
     while (services.next()) {
         const Row row = services.row();
-        if (only == nullptr || (*only)[static_cast<std::size_t>(row.integer(0))] != 0)
+        if (only == nullptr || (*only)[static_cast<std::size_t>(row.integer(0))] != 0) {
             add(row);
+        }
     }
 }
 
@@ -100,8 +102,9 @@ PlainStages::PlainStages(PlainShop& shop)
 
 void PlainStages::addClient(const Row& row) {
     const int number = static_cast<int>(row.integer(0));
-    if (client_ < 0)
+    if (client_ < 0) {
         client_ = number;
+    }
     std::string& text = clients_.text();
     if (const std::string_view firm = row.text(4); row.integer(5) != 0 && !isBlank(firm)) {
         text += firm;
@@ -122,16 +125,19 @@ void PlainStages::readClients(const Marks* only, std::size_t count) {
     client_ = -1;
     if (only != nullptr && count < only->size() / kFew) {
         for (std::size_t number = 0; number < only->size(); ++number) {
-            if ((*only)[number] == 0)
+            if ((*only)[number] == 0) {
                 continue;
+            }
             oneClient_.bind(1, static_cast<sqlite3_int64>(number));
-            while (oneClient_.next())
+            while (oneClient_.next()) {
                 addClient(oneClient_.row());
+            }
         }
     } else {
         shop_.scan(allClients_, [&](const Row& row) {
-            if (only == nullptr || (*only)[static_cast<std::size_t>(row.integer(0))] != 0)
+            if (only == nullptr || (*only)[static_cast<std::size_t>(row.integer(0))] != 0) {
                 addClient(row);
+            }
         });
     }
     clients_.sort();
@@ -144,10 +150,12 @@ void PlainStages::readComputers(const Marks* only) {
     while (computersOfClient_.next()) {
         const Row row = computersOfClient_.row();
         const int number = static_cast<int>(row.integer(0));
-        if (only != nullptr && (*only)[static_cast<std::size_t>(number)] == 0)
+        if (only != nullptr && (*only)[static_cast<std::size_t>(number)] == 0) {
             continue;
-        if (computer_ < 0)
+        }
+        if (computer_ < 0) {
             computer_ = number;
+        }
         computers_.text() += row.text(1);
         computers_.end(number);
     }
@@ -160,7 +168,8 @@ void PlainStages::readServices(const Marks* only) {
 
 Lines PlainStages::result() const {
     Lines lines = clients();
-    for (const Lines& more : {computers_.lines(computers_.entryOf(computer_)), services_.result()})
+    for (const Lines& more : {computers_.lines(computers_.entryOf(computer_)), services_.result()}) {
         lines.insert(lines.end(), more.begin(), more.end());
+    }
     return lines;
 }

@@ -25,20 +25,23 @@ constexpr Places makePlaces() {
         int mark;
     };
     for (const Marked letter : {Marked{0x10C, 'c', 1}, Marked{0x106, 'c', 2}, Marked{0x110, 'd', 3},
-                                Marked{0x160, 's', 1}, Marked{0x17D, 'z', 1}})
+                                Marked{0x160, 's', 1}, Marked{0x17D, 'z', 1}}) {
         places[letter.capital] = places[letter.capital + 1] =
             static_cast<std::uint16_t>(letter.plain * kMarks + letter.mark);
+    }
     return places;
 }
 constexpr Places kPlaces = makePlaces();
 
 // The place of the next letter; 0 behind the last one.
 std::uint64_t nextPlace(const char*& at, const char* end) {
-    if (at == end)
+    if (at == end) {
         return 0;
+    }
     const auto first = static_cast<unsigned char>(*at++);
-    if (first < 0x80)
+    if (first < 0x80) {
         return kPlaces[first];
+    }
     const std::size_t code =
         at == end ? kLetters : (first & 0x1FU) << 6 | (static_cast<unsigned>(*at++) & 0x3FU);
     return code < kLetters ? kPlaces[code] : 0x80 * kMarks;
@@ -46,8 +49,9 @@ std::uint64_t nextPlace(const char*& at, const char* end) {
 
 std::uint64_t fourPlaces(const char*& at, const char* end) {
     std::uint64_t places = 0;
-    for (int i = 0; i < 4; ++i)
+    for (int i = 0; i < 4; ++i) {
         places = places << 16 | nextPlace(at, end);
+    }
     return places;
 }
 
@@ -57,10 +61,11 @@ Lines Cells::lines(int cellsOfLine) const {
     Lines lines;
     std::size_t from = 0;
     for (std::size_t i = 0; i < ends_.size(); ++i) {
-        if (i % static_cast<std::size_t>(cellsOfLine) == 0)
+        if (i % static_cast<std::size_t>(cellsOfLine) == 0) {
             lines.emplace_back();
-        else
+        } else {
             lines.back() += '|';
+        }
         lines.back().append(texts_, from, ends_[i] - from);
         from = ends_[i];
     }
@@ -95,14 +100,16 @@ void appendAmount(std::string& text, std::int64_t cents) {
     char* at = end;
     auto rest = static_cast<std::uint64_t>(cents < 0 ? -cents : cents);
     for (int place = 0; place < 3 || rest > 0; ++place, rest /= 10) {
-        if (place == 2)
+        if (place == 2) {
             *--at = '.';
-        else if (place > 2 && (place - 2) % 3 == 0)
+        } else if (place > 2 && (place - 2) % 3 == 0) {
             *--at = ',';
+        }
         *--at = static_cast<char>('0' + rest % 10);
     }
-    if (cents < 0)
+    if (cents < 0) {
         *--at = '-';
+    }
     text.append(at, end);
 }
 
@@ -138,10 +145,12 @@ void PlainSelector::end(int number) {
 }
 
 bool PlainSelector::before(const Entry& a, const Entry& b) const {
-    if (a.head != b.head)
+    if (a.head != b.head) {
         return a.head < b.head;
-    if (a.neck != b.neck)
+    }
+    if (a.neck != b.neck) {
         return a.neck < b.neck;
+    }
     const int order = compareNames(textOf(a), textOf(b));
     return order != 0 ? order < 0 : a.from < b.from;
 }
@@ -159,8 +168,9 @@ int PlainSelector::entryOf(int number) const {
 
 Lines PlainSelector::lines(int chosen) const {
     Lines lines{"chosen: " + std::to_string(chosen)};
-    for (const Entry& entry : entries_)
+    for (const Entry& entry : entries_) {
         lines.push_back(std::string(textOf(entry)) + "|" + std::to_string(entry.number));
+    }
     return lines;
 }
 
@@ -169,8 +179,9 @@ int compareNames(std::string_view a, std::string_view b) {
     const char *const endA = atA + a.size(), *const endB = atB + b.size();
     while (atA != endA || atB != endB) {
         const std::uint64_t placeA = nextPlace(atA, endA), placeB = nextPlace(atB, endB);
-        if (placeA != placeB)
+        if (placeA != placeB) {
             return placeA < placeB ? -1 : 1;
+        }
     }
     return 0;
 }

@@ -14,8 +14,9 @@ namespace {
 Lines piecesOf(const std::string& path) {
     Lines pieces;
     std::ifstream file(path);
-    for (std::string piece(2000, '\0'); file.read(piece.data(), 2000) || file.gcount() > 0;)
+    for (std::string piece(2000, '\0'); file.read(piece.data(), 2000) || file.gcount() > 0;) {
         pieces.emplace_back(piece, 0, static_cast<std::size_t>(file.gcount()));
+    }
     return pieces;
 }
 

@@ -4,6 +4,7 @@
 
 #include "data/session.h"
 #include "pairs.h"
+#include "platform/dao/dbengine.h"
 
 namespace {
 

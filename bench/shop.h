@@ -3,7 +3,7 @@
 #include <string>
 
 #include "plain_shop.h"
-#include "platform/dao/dao.h"
+#include "platform/dao/database.h"
 #include "stock.h"
 
 // The generated shop twice, so that neither side reads pages that the other has just deciphered or written:

@@ -9,9 +9,11 @@
 #include <iterator>
 #include <sstream>
 
+#include "common/help.h"
+#include "common/modMain.h"
 #include "data/session.h"
 #include "records/frmMain.h"
-#include "shell/modMain.h"
+#include "shell/program_windows.h"
 
 namespace {
 
@@ -27,8 +29,9 @@ double processStart() {
     std::string text((std::istreambuf_iterator<char>(file)), {});
     std::istringstream words(text.substr(text.rfind(')') + 2));
     std::string word;
-    for (int field = 3; field <= 22; ++field)
+    for (int field = 3; field <= 22; ++field) {
         words >> word;
+    }
     return std::stod(word) * 1e3 / static_cast<double>(sysconf(_SC_CLK_TCK));
 }
 
@@ -46,13 +49,14 @@ int startUpMeasure() {
     }
     const double checked = millisecondsNow();
     ShowTipsAtStartup = false;
-    frmMain main;
+    frmMain main(programWindows());
     qint64 tick = 0;
     main.GetTickCount = [&tick] { return tick += frmMain::kSplashTime; };
     double built = checked;
     main.onStartStep = [&built](StartStep) { built = millisecondsNow(); };
-    if (!main.Display())
+    if (!main.Display()) {
         return 1;
+    }
     const double filled = millisecondsNow();
     QApplication::processEvents();
     main.grab();

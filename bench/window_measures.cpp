@@ -34,17 +34,18 @@ int busiestComputer(Shop& shop) {
 
 void showServices(int computer) {
     platform::DataControl& source = *mainWindow().Data1[2];
-    source.RecordSource = QStringLiteral("SELECT * FROM QDServices%1 WHERE MachineID=%2")
-                              .arg(mainWindow().QuerySuffix)
-                              .arg(computer);
+    source.setRecordSource(QStringLiteral("SELECT * FROM QDServices%1 WHERE MachineID=%2")
+                               .arg(mainWindow().QuerySuffix)
+                               .arg(computer));
     source.Refresh();
     mainWindow().FillServiceList({});
 }
 
 void lookAtServices() {
     const platform::ListView& list = *mainWindow().ListView1;
-    for (int row = 1; row <= list.count(); ++row)
+    for (int row = 1; row <= list.count(); ++row) {
         list.item(row);
+    }
 }
 
 class ListOurs : public Side {
@@ -153,8 +154,9 @@ std::vector<Measure> windowMeasures() {
         {"list 1,000 services, every cell", 3, side<ListOurs>(), side<ListPlain>(), 31},
         {"refresh everything", 2, side<RefreshOurs>(), side<RefreshPlain>(), 15},
     };
-    for (int column = 1; column < static_cast<int>(std::size(kFields)); ++column)
+    for (int column = 1; column < static_cast<int>(std::size(kFields)); ++column) {
         measures.push_back({std::string("sort 1,000 services by ") + kFields[column] + ", every cell", 1.5,
                             side<SortOurs>(column), side<SortPlain>(column), 31});
+    }
     return measures;
 }

@@ -9,16 +9,18 @@
 
 #include "catalogue/row_search.h"
 #include "catalogue/whole_statement.h"
+#include "common/modMain.h"
+#include "common/settings.h"
+#include "common/window_helpers.h"
+#include "common/window_places.h"
 #include "data/session.h"
 #include "platform/controls/boxes.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/keys.h"
 #include "platform/controls/list_box.h"
 #include "platform/controls/popup_menu.h"
-#include "platform/dao/dao.h"
+#include "platform/dao/recordset.h"
 #include "platform/system/trap.h"
-#include "shell/modMain.h"
-#include "shell/settings.h"
 
 using platform::BoxAnswer;
 using platform::BoxButtons;
@@ -33,24 +35,6 @@ const QString kName = QStringLiteral("Naziv");  // the field
 const QString kMenu = QStringLiteral("mnu_list");
 const QString kDuplicate = QStringLiteral("Naziv vec postoji u bazi podataka. Pokusajte sa novim nazivom.");
 
-struct MenuLine {
-    const char* key;
-    const char* caption;  // with the shortcut's name behind a tab
-};
-constexpr MenuLine kMenuLines[] = {
-    {"edit", "Promeni...\tF2"},
-    {"", "-"},
-    {"delete", "Izbrisi\tDel"},
-    {"delall", "Izbrisi Sve\tShift+Del"},
-    {"", "-"},
-    {"asc", "Sortiraj Rastuce"},
-    {"desc", "Sortiraj Opadajuce"},
-    {"", "-"},
-    {"unsort", "Ponisti Sortiranje\tF8"},
-    {"", "-"},
-    {"refresh", "Azuriraj Listu\tF5"},
-};
-
 struct Order {
     const char* how;
     const char* already;
@@ -61,16 +45,37 @@ constexpr Order kAscending = {"ASC", "Jedinice mere su vec sortirane po rastucim
 constexpr Order kDescending = {"DESC", "Jedinice mere su vec sortirane po opadajucim nazivima.",
                                "Lista jedinica mera je sortirana po opadajucim nazivima."};
 
-BoxAnswer tell(QWidget* owner, const QString& text, BoxIcon icon = BoxIcon::Exclamation,
-               BoxButtons buttons = BoxButtons::Ok) {
-    return platform::showBox({text, GetResString(1), icon, buttons}, owner);
-}
-
 void tellEngine(QWidget* owner, const char* what) {
-    tell(owner, QString::fromLatin1(what) + QStringLiteral("\n\n") + GetDAOErrors());
+    box(owner, QString::fromLatin1(what) + QStringLiteral("\n\n") + GetDAOErrors(), BoxIcon::Exclamation);
 }
 
 }  // namespace
+
+// A command of the popup menu: when it is possible, and what it does.
+struct frmJM::MenuLine {
+    const char* key;      // nullptr: a separator
+    const char* caption;  // with the shortcut's name behind a tab
+    bool (frmJM::*rule)() const;
+    void (frmJM::*action)();
+};
+
+std::span<const frmJM::MenuLine> frmJM::menuLines() {
+    static constexpr MenuLine kSeparator{nullptr, "-", nullptr, nullptr};
+    static constexpr MenuLine kLines[] = {
+        {"edit", "Promeni...\tF2", &frmJM::hasSelection, &frmJM::changeUnit},
+        kSeparator,
+        {"delete", "Izbrisi\tDel", &frmJM::hasSelection, &frmJM::deleteUnit},
+        {"delall", "Izbrisi Sve\tShift+Del", &frmJM::hasRows, &frmJM::deleteAllUnits},
+        kSeparator,
+        {"asc", "Sortiraj Rastuce", &frmJM::isNotAscending, &frmJM::sortAs<Ascending>},
+        {"desc", "Sortiraj Opadajuce", &frmJM::isNotDescending, &frmJM::sortAs<Descending>},
+        kSeparator,
+        {"unsort", "Ponisti Sortiranje\tF8", &frmJM::isSorted, &frmJM::sortAs<Unsorted>},
+        kSeparator,
+        {"refresh", "Azuriraj Listu\tF5", nullptr, &frmJM::sortAs<RefreshOnly>},
+    };
+    return kLines;
+}
 
 // Building --------------------------------------------------------------------------------------------------
 
@@ -118,13 +123,15 @@ void frmJM::buildButtons(QVBoxLayout* column) {
                                     "Izbrisi &Sve", "&Azuriraj",   "Zatvori"};
     for (int i = 0; i < kButtons; ++i) {
         auto* button = new QPushButton(QString::fromLatin1(captions[i]), this);
-        button->setObjectName(QStringLiteral("Command1(%1)").arg(i));
+        button->setObjectName(arrayName("Command1", i));
         button->setAccessibleName(QString(button->text()).remove(QLatin1Char('&')));
         button->setAutoDefault(false);  // Enter in the list presses nothing
-        if (i == kChange)
+        if (i == kChange) {
             column->addSpacing(8);
-        if (i == kClose)
+        }
+        if (i == kClose) {
             column->addStretch(1);
+        }
         column->addWidget(button);
         Command1_[static_cast<size_t>(i)] = button;
     }
@@ -156,43 +163,47 @@ void frmJM::Display() {
 }
 
 void frmJM::load() {
-    moveToPlace(this, settings::text(settings::find(kWindow, QStringLiteral("WindowData"))));
+    moveToPlace(this, settings::text(settings::units.WindowData));
     cP_ = new platform::PopupMenu(this);
     connect(cP_, &platform::PopupMenu::click, this, &frmJM::cP_Click);
     if (const QString failure = CreateMenu(); !failure.isEmpty()) {
-        tell(this, QStringLiteral("Neocekivana greska prilikom stvaranja PopUp menija:\n\n") + failure,
-             BoxIcon::Critical);
+        box(this, QStringLiteral("Neocekivana greska prilikom stvaranja PopUp menija:\n\n") + failure,
+            BoxIcon::Critical);
     }
-    Sorted = settings::boolean(settings::find(kWindow, QStringLiteral("Sorted")));
-    SortedHow = settings::text(settings::find(kWindow, QStringLiteral("SortedHow")));
-    if (!Sorted)
+    Sorted = settings::boolean(settings::units.Sorted);
+    SortedHow = settings::text(settings::units.SortedHow);
+    if (!Sorted) {
         Sort(RefreshOnly, false);
-    else
+    } else {
         Sort(SortedHow == QLatin1String("ASC") ? Ascending : Descending, true);
+    }
 }
 
 void frmJM::Unload() {
-    if (!loaded_ || unloaded_)
+    if (!loaded_ || unloaded_) {
         return;
+    }
     unloaded_ = true;
     delete cP_;
     cP_ = nullptr;
     Trap step;  // an order that cannot be kept must not disturb the work
-    step([&] { settings::setInteger(settings::find(kWindow, QStringLiteral("Sorted")), Sorted ? 1 : 0); });
-    step([&] { settings::setText(settings::find(kWindow, QStringLiteral("SortedHow")), SortedHow); });
-    step([&] { settings::setText(settings::find(kWindow, QStringLiteral("WindowData")), placeOf(this)); });
+    step([&] { settings::setInteger(settings::units.Sorted, Sorted ? 1 : 0); });
+    step([&] { settings::setText(settings::units.SortedHow, SortedHow); });
+    step([&] { settings::setText(settings::units.WindowData, placeOf(this)); });
 }
 
 QString frmJM::CreateMenu() {
     Trap step;
     step([&] { cP_->clear(); });
-    for (const MenuLine& line : kMenuLines)
+    for (const MenuLine& line : menuLines()) {
         step([&] {
             cP_->addItem(QString::fromLatin1(line.caption), {}, {}, true, QString::fromLatin1(line.key));
         });
+    }
     step([&] { cP_->store(kMenu); });
-    if (!step.failed())
+    if (!step.failed()) {
         return {};
+    }
     return QStringLiteral("%1 Prog. linija: %2; frmJM -> CreateMenu procedura.")
         .arg(step.line())
         .arg(step.codeLine());
@@ -206,21 +217,21 @@ void frmJM::RefreshList(const QString& selectName, bool reset) {
         SortedHow = QStringLiteral("ASC");
     }
     Data1_->DatabaseName = databasePath();
-    Data1_->RecordSource = QStringLiteral("SELECT * FROM JM");
-    if (Sorted)
-        Data1_->RecordSource += QStringLiteral(" ORDER BY Naziv ") + SortedHow;
-    if (const QString failure = FillListBox(selectName); !failure.isEmpty())
-        tell(this,
-             QStringLiteral("Neocekivana greska prilikom popunjavanja liste jedinica mera:\n\n") + failure);
-    if (List1_->isVisible())
+    const platform::Selection units = platform::Selection::all(QStringLiteral("JM"));
+    Data1_->select(Sorted ? units.orderedBy(QStringLiteral("Naziv ") + SortedHow) : units);
+    if (const QString failure = FillListBox(selectName); !failure.isEmpty()) {
+        box(this,
+            QStringLiteral("Neocekivana greska prilikom popunjavanja liste jedinica mera:\n\n") + failure,
+            BoxIcon::Exclamation);
+    }
+    if (List1_->isVisible()) {
         List1_->setFocus();
+    }
     updateButtons();
 }
 
 void frmJM::addRow(const dao::Recordset& rows) {
-    const dao::Value name = rows["Naziv"];
-    List1_->addString(name.isNull() ? QString() : QString::fromStdString(name.asText()),
-                      rows["AID"].asLong());
+    List1_->addString(textOf(rows["Naziv"]), rows["AID"].asLong());
 }
 
 // A unit that somebody deletes meanwhile costs its own line only.
@@ -230,8 +241,9 @@ QString frmJM::FillListBox(const QString& selectName) {
     step([&] { Data1_->Refresh(); });
     bool goesOn = false;
     dao::Recordset rows = Data1_->Recordset();
-    if (Data1_->isOpen())
+    if (Data1_->isOpen()) {
         step([&] { goesOn = !rows.EOF(); });
+    }
     while (goesOn) {
         step([&] { addRow(rows); });
         goesOn = false;
@@ -240,8 +252,9 @@ QString frmJM::FillListBox(const QString& selectName) {
             goesOn = !rows.EOF() && step.number() != dao::errLocked;
         });
     }
-    if (List1_->count() > 0)
+    if (List1_->count() > 0) {
         step([&] { Data1_->MoveFirst(); });
+    }
     if (!selectName.isEmpty()) {
         const int row = List1_->findString(selectName);
         if (row >= 0) {
@@ -249,8 +262,9 @@ QString frmJM::FillListBox(const QString& selectName) {
             List1_->setTopIndex(row);
         }
     }
-    if (!step.failed())
+    if (!step.failed()) {
         return {};
+    }
     return QStringLiteral("%1\nLinija koda: %2; frmJM -> FillListBox()")
         .arg(step.line())
         .arg(step.codeLine());
@@ -258,13 +272,14 @@ QString frmJM::FillListBox(const QString& selectName) {
 
 void frmJM::Sort(int mode, bool force) {
     const QString remembered = List1_->selectedText();
-    if (mode == Unsorted)
+    if (mode == Unsorted) {
         List1_->setToolTip(QString());
+    }
     if (mode == Ascending || mode == Descending) {
         const Order& order = mode == Ascending ? kAscending : kDescending;
         const QString how = QString::fromLatin1(order.how);
         if (Sorted && SortedHow == how && !force) {
-            tell(this, QString::fromLatin1(order.already), BoxIcon::Information);
+            box(this, QString::fromLatin1(order.already), BoxIcon::Information);
             return;
         }
         Sorted = true;
@@ -274,46 +289,47 @@ void frmJM::Sort(int mode, bool force) {
     RefreshList(remembered, mode == Unsorted);
 }
 
+bool frmJM::hasRows() const {
+    return List1_->count() > 0;
+}
+
 bool frmJM::hasSelection() const {
-    return List1_->count() > 0 && List1_->curSel() >= 0;
+    return hasRows() && List1_->curSel() >= 0;
 }
 
 void frmJM::updateButtons() {
     Command1_[kAdd]->setEnabled(!Text1_->text().trimmed().isEmpty());
     Command1_[kChange]->setEnabled(hasSelection());
     Command1_[kDelete]->setEnabled(hasSelection());
-    Command1_[kDeleteAll]->setEnabled(List1_->count() > 0);
+    Command1_[kDeleteAll]->setEnabled(hasRows());
+}
+
+bool frmJM::isNotAscending() const {
+    return !Sorted || SortedHow != QLatin1String(kAscending.how);
+}
+
+bool frmJM::isNotDescending() const {
+    return !Sorted || SortedHow == QLatin1String(kAscending.how);
 }
 
 void frmJM::showMenu(const QPoint& globalPosition) {
-    const bool isAscending = Sorted && SortedHow == QLatin1String(kAscending.how);
-    const bool isDescending = Sorted && !isAscending;
     cP_->restore(kMenu);
-    cP_->setEnabled(QStringLiteral("edit"), hasSelection());
-    cP_->setEnabled(QStringLiteral("delete"), hasSelection());
-    cP_->setEnabled(QStringLiteral("delall"), List1_->count() > 0);
-    cP_->setEnabled(QStringLiteral("asc"), !isAscending);
-    cP_->setEnabled(QStringLiteral("desc"), !isDescending);
-    cP_->setEnabled(QStringLiteral("unsort"), Sorted);
+    for (const MenuLine& line : menuLines()) {
+        if (line.rule != nullptr) {
+            cP_->setEnabled(QString::fromLatin1(line.key), (this->*line.rule)());
+        }
+    }
     cP_->show(globalPosition);
 }
 
 void frmJM::cP_Click(int item) {
     const QString key = cP_->keyOf(item);
-    if (key == QLatin1String("edit"))
-        changeUnit();
-    else if (key == QLatin1String("delete"))
-        deleteUnit();
-    else if (key == QLatin1String("delall"))
-        deleteAllUnits();
-    else if (key == QLatin1String("asc"))
-        Sort(Ascending, false);
-    else if (key == QLatin1String("desc"))
-        Sort(Descending, false);
-    else if (key == QLatin1String("unsort"))
-        Sort(Unsorted, false);
-    else if (key == QLatin1String("refresh"))
-        Sort(RefreshOnly, false);
+    for (const MenuLine& line : menuLines()) {
+        if (line.key != nullptr && key == QLatin1String(line.key)) {
+            (this->*line.action)();
+            return;
+        }
+    }
 }
 
 bool frmJM::eventFilter(QObject* watched, QEvent* event) {
@@ -336,12 +352,14 @@ bool frmJM::eventFilter(QObject* watched, QEvent* event) {
 
 void frmJM::addUnit() {
     const QString name = Text1_->text().trimmed();
-    if (name.isEmpty())
+    if (name.isEmpty()) {
         return;
-    if (row_search::hasName(Data1_->Recordset(), kName, name))
-        tell(this, kDuplicate);
-    else
+    }
+    if (row_search::hasName(Data1_->Recordset(), kName, name)) {
+        box(this, kDuplicate, BoxIcon::Exclamation);
+    } else {
         storeUnit(name);
+    }
     Text1_->clear();
     updateButtons();
 }
@@ -349,11 +367,13 @@ void frmJM::addUnit() {
 void frmJM::storeUnit(const QString& name) {
     Trap step;
     step([&] { Data1_->AddNew(); });
-    if (!step.failed())
+    if (!step.failed()) {
         step([&] { Data1_->Recordset().Fields("Naziv") = name.toStdString(); });
+    }
     // A unit is in the list only when it is in the table.
-    if (!step.failed())
+    if (!step.failed()) {
         step([&] { Data1_->Recordset().Update(); });
+    }
     if (step.failed()) {
         tellEngine(this, "Neocekivana greska prilikom dodavanja jedinice mere u bazu podataka:");
         giveUpEdit();
@@ -370,8 +390,9 @@ void frmJM::storeUnit(const QString& name) {
 bool frmJM::findUnit(const char* goneText, Trap& step) {
     const QString wanted = QStringLiteral("AID=%1").arg(List1_->selectedData());
     const bool isGone = row_search::find(Data1_->Recordset(), wanted, step) == row_search::Outcome::Nothing;
-    if (isGone)
-        tell(this, QString::fromLatin1(goneText));
+    if (isGone) {
+        box(this, QString::fromLatin1(goneText), BoxIcon::Exclamation);
+    }
     return !isGone;
 }
 
@@ -381,24 +402,28 @@ void frmJM::giveUpEdit() {
 }
 
 void frmJM::changeUnit() {
-    if (!hasSelection())
+    if (!hasSelection()) {
         return;
+    }
     const QString name = platform::inputBox(QStringLiteral("Promenite naziv jedinice mere:"),
                                             QStringLiteral("Jedinica mere"), List1_->selectedText(), this)
                              .value_or(QString())
                              .trimmed();
-    if (name.isEmpty())
+    if (name.isEmpty()) {
         return;
+    }
     Trap step;
     if (!findUnit(
             "Jedinica mere koju pokusavate da promenite nije pronadjena u bazi podataka. Moguce je da je "
             "neko od korisnika vec obrisao. Azurirajte podatke i pokusajte ponovo.",
-            step))
+            step)) {
         return;
-    if (step.failed() || !row_search::hasName(Data1_->Recordset(), kName, name))
+    }
+    if (step.failed() || !row_search::hasName(Data1_->Recordset(), kName, name)) {
         writeName(name, step);
-    else
-        tell(this, kDuplicate);
+    } else {
+        box(this, kDuplicate, BoxIcon::Exclamation);
+    }
     updateButtons();
 }
 
@@ -406,12 +431,13 @@ void frmJM::changeUnit() {
 // one could not be looked for, nothing is written.
 void frmJM::writeName(const QString& name, Trap& step) {
     dao::Recordset rows = Data1_->Recordset();
-    if (!step.failed())
+    if (!step.failed()) {
         step([&] {
             rows.Edit();
             rows.Fields("Naziv") = name.toStdString();
             rows.Update();
         });
+    }
     if (step.failed()) {
         tellEngine(this, "Neocekivana greska prilikom promene jedinice mere u bazi podataka:");
         giveUpEdit();
@@ -422,28 +448,32 @@ void frmJM::writeName(const QString& name, Trap& step) {
 }
 
 void frmJM::deleteUnit() {
-    if (!hasSelection())
+    if (!hasSelection()) {
         return;
+    }
     if (AskBeforeDelete &&
-        tell(
-            this,
+        box(this,
             QStringLiteral("Upravo se spremate da izbrisete jedinicu mere iz baze podataka. Nastavljate li?"),
-            BoxIcon::Exclamation, BoxButtons::YesNo) != BoxAnswer::Yes)
+            BoxIcon::Exclamation, BoxButtons::YesNo) != BoxAnswer::Yes) {
         return;
+    }
     Trap step;
     if (!findUnit(
             "Jedinica mere koju pokusavate da izbrisete nije pronadjena u bazi podataka. Moguce je da je "
             "neko od korisnika vec obrisao. Azurirajte podatke i pokusajte ponovo.",
-            step))
+            step)) {
         return;
-    if (!step.failed())
+    }
+    if (!step.failed()) {
         step([&] { Data1_->Delete(); });
+    }
     if (step.failed()) {
         tellEngine(this, "Neocekivana greska prilikom brisanja jedinice mere u bazi podataka:");
     } else {
         step([&] {
-            if (Data1_->Recordset().RecordCount() > 0)
+            if (Data1_->Recordset().RecordCount() > 0) {
                 Data1_->MoveFirst();
+            }
         });
         List1_->deleteString(List1_->curSel());
         List1_->setCurSel(0);
@@ -452,19 +482,22 @@ void frmJM::deleteUnit() {
 }
 
 void frmJM::deleteAllUnits() {
-    if (List1_->count() == 0)
+    if (!hasRows()) {
         return;
+    }
     if (AskBeforeDelete &&
-        tell(this,
-             QStringLiteral(
-                 "Upravo se spremate da izbrisete sve jedinice mere iz baze podataka. Nastavljate li?"),
-             BoxIcon::Exclamation, BoxButtons::YesNo) != BoxAnswer::Yes)
+        box(this,
+            QStringLiteral(
+                "Upravo se spremate da izbrisete sve jedinice mere iz baze podataka. Nastavljate li?"),
+            BoxIcon::Exclamation, BoxButtons::YesNo) != BoxAnswer::Yes) {
         return;
+    }
     Trap step;
     const auto tellFailure = [this] {
         tellEngine(this, "Neocekivana greska prilikom brisanja svih jedinica mera iz baze podataka:");
     };
-    if (executeWhole(Data1_->Database(), QStringLiteral("DELETE * FROM JM"), step, tellFailure) >= 0)
+    if (executeWhole(Data1_->Database(), QStringLiteral("DELETE * FROM JM"), step, tellFailure) >= 0) {
         List1_->resetContent();
+    }
     updateButtons();
 }

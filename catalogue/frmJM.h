@@ -3,6 +3,7 @@
 #include <QDialog>
 #include <QString>
 #include <array>
+#include <span>
 
 class QHBoxLayout;
 class QLineEdit;
@@ -47,6 +48,9 @@ class frmJM : public QDialog {
     static constexpr int kButtons = 6;
     static constexpr int kAdd = 0, kChange = 1, kDelete = 2, kDeleteAll = 3, kRefresh = 4, kClose = 5;
 
+    struct MenuLine;
+    static std::span<const MenuLine> menuLines();
+
     void buildEntry(QHBoxLayout* row);
     void buildButtons(QVBoxLayout* column);
     void connectControls();
@@ -66,7 +70,15 @@ class frmJM : public QDialog {
     void deleteUnit();
     void deleteAllUnits();
     void giveUpEdit();
+    bool hasRows() const;
     bool hasSelection() const;
+    bool isSorted() const { return Sorted; }
+    bool isNotAscending() const;
+    bool isNotDescending() const;
+    template <SortMode mode>
+    void sortAs() {
+        Sort(mode, false);
+    }
 
     platform::DataControl* Data1_ = nullptr;
     platform::ListBox* List1_ = nullptr;

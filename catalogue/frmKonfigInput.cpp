@@ -12,14 +12,16 @@
 #include <QTextCursor>
 #include <QTimer>
 
+#include "common/modMain.h"
+#include "common/settings.h"
+#include "common/window_helpers.h"
+#include "common/window_places.h"
 #include "data/session.h"
 #include "platform/controls/boxes.h"
 #include "platform/controls/keys.h"
 #include "platform/dao/dao.h"
 #include "platform/system/numbers.h"
 #include "platform/system/trap.h"
-#include "shell/modMain.h"
-#include "shell/settings.h"
 
 namespace {
 
@@ -42,10 +44,6 @@ constexpr FieldPlace kPlaces[] = {
 constexpr const char* kNameWanted = "Obavezno upisite naziv proizvoda!";
 constexpr const char* kNoteLabelInside = "N&apomena (Ctrl+Enter za novi red):";
 constexpr int kNoteRow = 5, kHintRow = 6, kButtonRow = 7, kColumns = 4;
-
-QString arrayName(const char* array, int index) {
-    return QStringLiteral("%1(%2)").arg(QLatin1String(array)).arg(index);
-}
 
 QString spoken(QString label) {
     return label.remove(QLatin1Char('&')).remove(QLatin1Char(':'));
@@ -96,11 +94,13 @@ frmKonfigInput::~frmKonfigInput() {
 }
 
 void frmKonfigInput::Unload() {
-    if (!loaded_ || unloaded_)
+    if (!loaded_ || unloaded_) {
         return;
+    }
     unloaded_ = true;
-    if (isMinimized())
+    if (isMinimized()) {
         return;
+    }
     platform::Trap step;  // a place that cannot be kept must not disturb the entry of products
     step([&] { settings::setText(settings::KonfigInputWindowData, placeOf(this)); });
 }
@@ -141,14 +141,16 @@ void frmKonfigInput::buildFields(QGridLayout* grid) {
         grid->addWidget(label, place.row, place.column);
         const bool isWide = i == kName || i == kDescription;
         grid->addWidget(field, place.row, place.column + 1, 1, isWide ? kColumns - 1 : 1);
-        if (isNumberField(i))
+        if (isNumberField(i)) {
             text_[static_cast<size_t>(i)]->setAlignment(Qt::AlignRight);
+        }
     }
     text_[kName]->setMaxLength(kLimit);
     text_[kDescription]->setMaxLength(kLimit);
     const int order[] = {kName, kDescription, kPrice, kStock, kUnit, kNote};
-    for (size_t i = 1; i < std::size(order); ++i)
+    for (size_t i = 1; i < std::size(order); ++i) {
         setTabOrder(fieldWidget(order[i - 1]), fieldWidget(order[i]));
+    }
 }
 
 void frmKonfigInput::buildButtons(QHBoxLayout* row) {
@@ -172,9 +174,10 @@ void frmKonfigInput::buildButtons(QHBoxLayout* row) {
 void frmKonfigInput::connectControls() {
     for (int i = 0; i <= kUnit; ++i) {
         fieldWidget(i)->installEventFilter(this);
-        if (i < kFields && text_[static_cast<size_t>(i)] != nullptr)
+        if (i < kFields && text_[static_cast<size_t>(i)] != nullptr) {
             connect(text_[static_cast<size_t>(i)], &QLineEdit::textChanged, this,
                     [this, i] { fieldChanged(i); });
+        }
     }
     connect(note_, &QPlainTextEdit::textChanged, this, [this] {
         cutNote();
@@ -216,10 +219,12 @@ void frmKonfigInput::fillUnits() {
     dao::Recordset rows;
     units_->clear();
     step([&] { database = dao::DBEngine::OpenDatabase(databasePath().toStdString()); });
-    if (!step.failed())
+    if (!step.failed()) {
         step([&] { rows = database.OpenRecordset("JM", dao::dbOpenDynaset); });
-    if (rows)
+    }
+    if (rows) {
         addUnits(rows, step);
+    }
     step([&] { rows.Close(); });
     step([&] { database.Close(); });
     if (step.failed()) {
@@ -235,8 +240,9 @@ void frmKonfigInput::fillUnits() {
 void frmKonfigInput::addUnits(dao::Recordset& rows, platform::Trap& step) {
     bool goesOn = false;
     step([&] { goesOn = !rows.EOF(); });
-    if (goesOn && OpenMode == Search)
+    if (goesOn && OpenMode == Search) {
         units_->addItem(QString(), -1);  // a search need not ask for a unit
+    }
     while (goesOn) {
         step([&] {
             const dao::Value name = rows["Naziv"];
@@ -249,8 +255,9 @@ void frmKonfigInput::addUnits(dao::Recordset& rows, platform::Trap& step) {
             goesOn = !rows.EOF() && step.number() != dao::errLocked;
         });
     }
-    if (units_->count() > 0)
+    if (units_->count() > 0) {
         units_->setCurrentIndex(0);
+    }
 }
 
 void frmKonfigInput::fillFields() {
@@ -259,13 +266,17 @@ void frmKonfigInput::fillFields() {
     text_[kPrice]->setText(platform::textOfSingle(Cena));
     text_[kStock]->setText(platform::textOfSingle(Stanje));
     note_->setPlainText(Napomena);
-    for (int i = 0; i < kFields; ++i)
-        if (text_[static_cast<size_t>(i)] != nullptr)
+    for (int i = 0; i < kFields; ++i) {
+        if (text_[static_cast<size_t>(i)] != nullptr) {
             text_[static_cast<size_t>(i)]->setCursorPosition(0);
+        }
+    }
     int found = -1;
-    for (int i = 0; i < units_->count() && found < 0; ++i)
-        if (units_->itemText(i).left(JedinicaMere.size()).compare(JedinicaMere, Qt::CaseInsensitive) == 0)
+    for (int i = 0; i < units_->count() && found < 0; ++i) {
+        if (units_->itemText(i).left(JedinicaMere.size()).compare(JedinicaMere, Qt::CaseInsensitive) == 0) {
             found = i;
+        }
+    }
     units_->setCurrentIndex(found);
 }
 
@@ -291,17 +302,21 @@ void frmKonfigInput::dressForMode() {
 // What is typed ---------------------------------------------------------------------------------------------
 
 QWidget* frmKonfigInput::fieldWidget(int index) const {
-    if (index == kUnit)
+    if (index == kUnit) {
         return units_;
-    if (index == kNote)
+    }
+    if (index == kNote) {
         return note_;
+    }
     return text_[static_cast<size_t>(index)];
 }
 
 int frmKonfigInput::fieldOf(const QObject* widget) const {
-    for (int i = 0; i <= kUnit; ++i)
-        if (widget == fieldWidget(i))
+    for (int i = 0; i <= kUnit; ++i) {
+        if (widget == fieldWidget(i)) {
             return i;
+        }
+    }
     return -1;
 }
 
@@ -313,8 +328,9 @@ QString frmKonfigInput::fieldText(int index) const {
 // stands behind it.
 void frmKonfigInput::cutNote() {
     const auto length = static_cast<int>(note_->toPlainText().size());
-    if (length <= kLimit)
+    if (length <= kLimit) {
         return;
+    }
     const int tooMany = length - kLimit;
     const int end = note_->textCursor().position() >= tooMany ? note_->textCursor().position() : length;
     QTextCursor cut(note_->document());
@@ -326,10 +342,12 @@ void frmKonfigInput::cutNote() {
 }
 
 void frmKonfigInput::fieldChanged(int index) {
-    if (loading_)
+    if (loading_) {
         return;
-    if (!isNumberField(index))
+    }
+    if (!isNumberField(index)) {
         showHint(index);
+    }
     updateButtons();
 }
 
@@ -344,12 +362,14 @@ void frmKonfigInput::showHint(int index) {
     const QString text = fieldText(index);
     QString hint = QString::fromLatin1(placeFor(index).hint);
     if (isNumberField(index)) {
-        if (hint_->text() != hint)
+        if (hint_->text() != hint) {
             hint_->setText(hint);
+        }
         return;
     }
-    if (index == kName && text.isEmpty())
+    if (index == kName && text.isEmpty()) {
         hint = QString::fromLatin1(kNameWanted);
+    }
     hint_->setText(QStringLiteral("Max. %1 karaktera - jos je %2 preostalo. %3")
                        .arg(kLimit)
                        .arg(kLimit - text.size())
@@ -360,25 +380,29 @@ bool frmKonfigInput::eventFilter(QObject* watched, QEvent* event) {
     const int field = fieldOf(watched);
     switch (event->type()) {
         case QEvent::KeyPress:
-            if (field >= 0 && filterKey(field, *static_cast<QKeyEvent*>(event)))
+            if (field >= 0 && filterKey(field, *static_cast<QKeyEvent*>(event))) {
                 return true;
+            }
             break;
         case QEvent::FocusIn:
-            if (field >= 0)
+            if (field >= 0) {
                 entered(field, static_cast<QFocusEvent*>(event)->reason());
+            }
             break;
         case QEvent::FocusOut:
-            if (field >= 0)
+            if (field >= 0) {
                 left(field, static_cast<QFocusEvent*>(event)->reason());
-            else
+            } else {
                 hint_->clear();
+            }
             break;
         case QEvent::MouseButtonPress:
             // The focus has tried to leave for the button by now, and the user has been told: a button must
             // not take the window away from under a number that is still to be mended.
             if (field < 0 && focusedNumberField() >= 0 &&
-                !platform::readSingle(fieldText(focusedNumberField())))
+                !platform::readSingle(fieldText(focusedNumberField()))) {
                 return true;
+            }
             break;
         default:
             break;
@@ -391,33 +415,40 @@ void frmKonfigInput::entered(int index, Qt::FocusReason reason) {
     QFont bold = label->font();
     bold.setBold(true);
     label->setFont(bold);
-    if (index == kUnit)
+    if (index == kUnit) {
         return;
-    if (index == kNote)
+    }
+    if (index == kNote) {
         label->setText(QString::fromLatin1(kNoteLabelInside));
+    }
     showHint(index);
-    if (reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason)
+    if (reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason) {
         return;
+    }
     const auto selectAll = [field = fieldWidget(index)] { QMetaObject::invokeMethod(field, "selectAll"); };
     // A click sets the cursor after it has brought the focus, so the selecting waits until it is done.
-    if (reason == Qt::MouseFocusReason)
+    if (reason == Qt::MouseFocusReason) {
         QTimer::singleShot(0, fieldWidget(index), selectAll);
-    else
+    } else {
         selectAll();
+    }
 }
 
 void frmKonfigInput::left(int index, Qt::FocusReason reason) {
     // A menu of the field, or another program in front: nobody has left.
-    if (reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason)
+    if (reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason) {
         return;
+    }
     QLabel* label = label_[static_cast<size_t>(index)];
     QFont plain = label->font();
     plain.setBold(false);
     label->setFont(plain);
-    if (index == kNote)
+    if (index == kNote) {
         label->setText(QString::fromLatin1(placeFor(kNote).label));
-    if (isVisible() && isNumberField(index) && isRefused(index))
+    }
+    if (isVisible() && isNumberField(index) && isRefused(index)) {
         fieldWidget(index)->setFocus(Qt::OtherFocusReason);
+    }
 }
 
 int frmKonfigInput::focusedNumberField() const {
@@ -428,12 +459,15 @@ int frmKonfigInput::focusedNumberField() const {
 // True where the text is no number, and the user has been told so.
 bool frmKonfigInput::isRefused(int index) {
     QLineEdit* field = text_[static_cast<size_t>(index)];
-    if (field->text().isEmpty())
+    if (field->text().isEmpty()) {
         field->setText(QStringLiteral("0"));
-    if (platform::readSingle(field->text()))
+    }
+    if (platform::readSingle(field->text())) {
         return false;
-    if (refusing_)
+    }
+    if (refusing_) {
         return true;
+    }
     const QScopedValueRollback refusing(refusing_, true);
     platform::showBox({QString::fromLatin1(placeFor(index).refusal) +
                            QStringLiteral(" mora da bude ispravna numericka vrednost. Proverite unos."),

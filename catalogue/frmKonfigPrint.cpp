@@ -17,6 +17,10 @@
 
 #include "catalogue/ActiveReport1.h"
 #include "catalogue/frmKonfigPrint_rules.h"
+#include "common/modMain.h"
+#include "common/settings.h"
+#include "common/window_helpers.h"
+#include "common/window_places.h"
 #include "data/session.h"
 #include "platform/controls/boxes.h"
 #include "platform/controls/data_control.h"
@@ -24,8 +28,6 @@
 #include "platform/controls/pictures.h"
 #include "platform/controls/wait_pointer.h"
 #include "platform/system/trap.h"
-#include "shell/modMain.h"
-#include "shell/settings.h"
 
 using platform::BoxIcon;
 using platform::Trap;
@@ -36,15 +38,17 @@ const QString kWindow = QStringLiteral("frmKonfigPrint");
 
 constexpr int kSets = 2;
 constexpr const char* kTextLabels[] = {"&Header:", "&Footer:"};
-constexpr const char* kTextKeys[] = {"PageHeader", "PageFooter"};
+constexpr const settings::Setting* kTexts[] = {&settings::priceList.PageHeader,
+                                               &settings::priceList.PageFooter};
 constexpr const char* kCheckCaptions[] = {"K&oristi postojece podatke o firmi (adresa, telefoni i dr.)",
                                           "Vidljiv sadrzaj izvestaja (navigacioni deo sa leve strane)"};
-constexpr const char* kCheckKeys[] = {"UseFirmsData", "TOCVisible"};
+constexpr const settings::Setting* kChecks[] = {&settings::priceList.UseFirmsData,
+                                                &settings::priceList.TOCVisible};
 constexpr const char* kSetNames[] = {"Option1", "Option2"};
 constexpr const char* kSetTitles[] = {"Sta&mpati Proizvode:", "&Dodatni Uslov:"};
-constexpr const char* kSetKeys[] = {"OptionRangeIndex", "OptionStateIndex"};
+constexpr const settings::Setting* kSetSettings[] = {&settings::priceList.OptionRangeIndex,
+                                                     &settings::priceList.OptionStateIndex};
 constexpr const char* kRoundings[] = {"Ceo broj", "Jedna decimala", "Dve decimale"};
-constexpr char kRoundingKey[] = "PriceRoundUp";
 
 struct OptionRow {
     int set, index;
@@ -59,14 +63,6 @@ constexpr OptionRow kOptions[] = {
     {1, 1, "Samo proizvode kojih &Ima na stanju (Kolicina > 0)"},
     {1, 2, "Samo proizvode kojih &Nema na stanju (Kolicina = 0)"},
 };
-
-const settings::Setting& setting(const char* key) {
-    return settings::find(kWindow, QLatin1String(key));
-}
-
-QString arrayName(const char* array, int index) {
-    return QStringLiteral("%1(%2)").arg(QLatin1String(array)).arg(index);
-}
 
 QString spokenOf(QString label) {
     return label.remove(QLatin1Char('&')).remove(QLatin1Char(':'));
@@ -92,8 +88,9 @@ frmKonfigPrint::frmKonfigPrint(QWidget* parent) : QDialog(parent) {
     auto* grid = new QGridLayout;
     buildTexts(grid);
     column->addLayout(grid);
-    for (int set = 0; set < kSets; ++set)
+    for (int set = 0; set < kSets; ++set) {
         column->addWidget(buildOptions(set));
+    }
     column->addWidget(buildRounding());
     column->addStretch(1);
     column->addWidget(buildButtons());
@@ -133,8 +130,9 @@ QWidget* frmKonfigPrint::buildOptions(int set) {
     options_[at(set)] = new QButtonGroup(this);
     auto* column = new QVBoxLayout(frame);
     for (const OptionRow& row : kOptions) {
-        if (row.set != set)
+        if (row.set != set) {
             continue;
+        }
         auto* option = new QRadioButton(QLatin1String(row.caption), frame);
         option->setObjectName(arrayName(kSetNames[set], row.index));
         option->setAccessibleName(spokenOf(option->text()));
@@ -150,8 +148,9 @@ QWidget* frmKonfigPrint::buildRounding() {
     row->setContentsMargins(0, 0, 0, 0);
     combo_ = new QComboBox(panel);
     combo_->setObjectName(QStringLiteral("Combo1"));
-    for (int decimals = 0; decimals < static_cast<int>(std::size(kRoundings)); ++decimals)
+    for (int decimals = 0; decimals < static_cast<int>(std::size(kRoundings)); ++decimals) {
         combo_->addItem(QLatin1String(kRoundings[decimals]), decimals);
+    }
     auto* label = new QLabel(QStringLiteral("Broj de&cimala za zaokruzivanje cene:"), panel);
     label->setObjectName(QStringLiteral("Label2"));
     label->setBuddy(combo_);
@@ -185,16 +184,18 @@ void frmKonfigPrint::connectControls() {
     connect(check_[kFirmsData], &QCheckBox::toggled, this, &frmKonfigPrint::firmsDataClicked);
     connect(command_[0], &QPushButton::clicked, this, &frmKonfigPrint::print);
     connect(command_[1], &QPushButton::clicked, this, &frmKonfigPrint::reject);
-    for (QLineEdit* text : text_)
+    for (QLineEdit* text : text_) {
         text->installEventFilter(this);
+    }
     platform::enterPressesButtons(this);
 }
 
 // Showing ---------------------------------------------------------------------------------------------------
 
 void frmKonfigPrint::Display() {
-    if (!loaded_)
+    if (!loaded_) {
         load();
+    }
     setModal(true);
     exec();
 }
@@ -202,28 +203,30 @@ void frmKonfigPrint::Display() {
 void frmKonfigPrint::load() {
     loaded_ = true;
     adjustSize();
-    moveToPlace(this, settings::text(setting("WindowData")));
+    moveToPlace(this, settings::text(settings::priceList.WindowData));
     for (int i = 0; i < 2; ++i) {
-        text_[at(i)]->setText(settings::text(setting(kTextKeys[i])));
-        check_[at(i)]->setChecked(settings::integer(setting(kCheckKeys[i])) != 0);
+        text_[at(i)]->setText(settings::text(*kTexts[i]));
+        check_[at(i)]->setChecked(settings::integer(*kChecks[i]) != 0);
     }
     firmsDataClicked();
     // A setting that names no choice of the window: the first one, which is the usual one.
     for (int set = 0; set < kSets; ++set) {
-        QAbstractButton* option = options_[at(set)]->button(settings::integer(setting(kSetKeys[set])));
+        QAbstractButton* option = options_[at(set)]->button(settings::integer(*kSetSettings[set]));
         (option ? option : options_[at(set)]->button(0))->setChecked(true);
     }
-    combo_->setCurrentIndex(qMax(0, combo_->findData(settings::integer(setting(kRoundingKey)))));
+    combo_->setCurrentIndex(qMax(0, combo_->findData(settings::integer(settings::priceList.PriceRoundUp))));
 }
 
 void frmKonfigPrint::Unload() {
-    if (!loaded_)
+    if (!loaded_) {
         return;
+    }
     loaded_ = false;
     Trap step;  // a place that cannot be kept must not hold the catalogue up
     step([&] {
-        if (!isMinimized())
-            settings::setText(setting("WindowData"), placeOf(this));
+        if (!isMinimized()) {
+            settings::setText(settings::priceList.WindowData, placeOf(this));
+        }
     });
 }
 
@@ -253,12 +256,13 @@ int frmKonfigPrint::optionOf(int set) const {
 
 void frmKonfigPrint::saveChoice(Trap& step) {
     for (int i = 0; i < 2; ++i) {
-        step([&] { settings::setText(setting(kTextKeys[i]), text_[at(i)]->text()); });
-        step([&] { settings::setInteger(setting(kCheckKeys[i]), check_[at(i)]->isChecked() ? 1 : 0); });
+        step([&] { settings::setText(*kTexts[i], text_[at(i)]->text()); });
+        step([&] { settings::setInteger(*kChecks[i], check_[at(i)]->isChecked() ? 1 : 0); });
     }
-    for (int set = 0; set < kSets; ++set)
-        step([&] { settings::setInteger(setting(kSetKeys[set]), optionOf(set)); });
-    step([&] { settings::setInteger(setting(kRoundingKey), combo_->currentData().toInt()); });
+    for (int set = 0; set < kSets; ++set) {
+        step([&] { settings::setInteger(*kSetSettings[set], optionOf(set)); });
+    }
+    step([&] { settings::setInteger(settings::priceList.PriceRoundUp, combo_->currentData().toInt()); });
 }
 
 void frmKonfigPrint::print() {
@@ -267,10 +271,12 @@ void frmKonfigPrint::print() {
     QString errorText;
     bool ok = true;
     step([&] { ok = DoPrintDataReport(errorText); });
-    if (!ok)
+    if (!ok) {
         platform::showBox({errorText, GetResString(1), BoxIcon::Exclamation}, this);
-    if (step.failed())
+    }
+    if (step.failed()) {
         platform::showBox({step.line(), GetResString(1), BoxIcon::Critical}, this);
+    }
 }
 
 QString frmKonfigPrint::PriceListQuery() const {
@@ -286,8 +292,9 @@ bool frmKonfigPrint::DoPrintDataReport(QString& errorText) {
     const auto step = [&](auto&& work, std::source_location where = std::source_location::current()) {
         Trap one;
         one(work, where);
-        if (!one.failed())
+        if (!one.failed()) {
             return;
+        }
         failed = true;
         // The window had another name when the shop's people learnt to read this one out.
         errorText += QStringLiteral("%1 Prog. linija: %2; frmDobavljaciAll -> DoPrintDataReport procedure.\n")
@@ -301,17 +308,20 @@ bool frmKonfigPrint::DoPrintDataReport(QString& errorText) {
         step([&] { data_->DatabaseName = databasePath(); });
         step([&] {
             const QString password = BuildDatabasePassword();
-            if (!data_->Connect.contains(password))
+            if (!data_->Connect.contains(password)) {
                 data_->Connect += QStringLiteral(";Pwd=") + password;
+            }
         });
-        step([&] { data_->RecordSource = PriceListQuery(); });
+        step([&] { data_->setRecordSource(PriceListQuery()); });
         step([&] { data_->Refresh(); });
     }
-    if (!failed)
+    if (!failed) {
         step([&] { showList(footer); });
+    }
     data_->Close();  // the colleagues' exclusive use of the file must not wait for the next list
-    if (errorText.endsWith(QLatin1Char('\n')))
+    if (errorText.endsWith(QLatin1Char('\n'))) {
         errorText.chop(1);
+    }
     return !failed;
 }
 

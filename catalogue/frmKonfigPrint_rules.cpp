@@ -2,8 +2,8 @@
 
 #include <QStringList>
 
-#include "shell/rate_term.h"
-#include "shell/settings.h"
+#include "common/rate_term.h"
+#include "common/settings.h"
 
 namespace price_list {
 namespace {
@@ -25,14 +25,15 @@ QString rangeCondition(const Choice& choice) {
 }
 
 QString stockCondition(int stock, bool isFirst) {
-    if (stock != 1 && stock != 2)
+    if (stock != 1 && stock != 2) {
         return {};
+    }
     return QLatin1String(isFirst ? " WHERE " : " AND ") + QStringLiteral("OpremaGrupe.Stanje") +
            QLatin1String(stock == 1 ? ">0" : "=0");
 }
 
-QString firm(const char* key) {
-    return settings::scrambled(settings::find(QStringLiteral("Settings"), QLatin1String(key)));
+QString firm(const settings::Setting& setting) {
+    return settings::scrambled(setting);
 }
 
 // Both on a line of their own, as far as there are any; nothing where there is neither.
@@ -59,9 +60,10 @@ QString statement(const Choice& choice) {
 }
 
 QString firmsFooter() {
-    return firm("frmSettAdresa") + QStringLiteral(", ") + firm("frmSettGrad") + QLatin1Char(' ') +
-           firm("frmSettZip") + QStringLiteral(", Srbija i Crna Gora") +
-           lineOf(firm("frmSettTel"), firm("frmSettFax")) + lineOf(firm("frmSettEmail"), firm("frmSettWWW"));
+    return firm(settings::firm.frmSettAdresa) + QStringLiteral(", ") + firm(settings::firm.frmSettGrad) +
+           QLatin1Char(' ') + firm(settings::firm.frmSettZip) + QStringLiteral(", Srbija i Crna Gora") +
+           lineOf(firm(settings::firm.frmSettTel), firm(settings::firm.frmSettFax)) +
+           lineOf(firm(settings::firm.frmSettEmail), firm(settings::firm.frmSettWWW));
 }
 
 }  // namespace price_list

@@ -2,7 +2,8 @@
 
 #include <utility>
 
-#include "platform/dao/dao.h"
+#include "common/window_helpers.h"
+#include "platform/dao/recordset.h"
 #include "platform/system/trap.h"
 
 namespace stock_draw {
@@ -20,7 +21,7 @@ void changeStock(dao::Recordset& products, float by) {
         throw;
     }
     products.setBookmark(products.LastModified());
-    dao::DBEngine::Idle(dao::dbRefreshCache);
+    refreshCache();
 }
 
 dao::Value priceOf(const Row& row) {
@@ -30,11 +31,12 @@ dao::Value priceOf(const Row& row) {
 void keep(dao::Recordset& rows, platform::Trap& step) {
     platform::Trap update;
     update([&] { rows.Update(); });
-    if (update.failed())  // the others must not wait for the lock of a write that has failed
+    if (update.failed()) {  // the others must not wait for the lock of a write that has failed
         step([&] { rows.CancelUpdate(); });
-    else
+    } else {
         step([&] { rows.setBookmark(rows.LastModified()); });
-    step([] { dao::DBEngine::Idle(dao::dbRefreshCache); });
+    }
+    step(refreshCache);
 }
 
 }  // namespace
@@ -73,15 +75,17 @@ void addRow(dao::Recordset requisition, const Row& row) {
                                                          {"Opis", row.description.toStdString()},
                                                          {"Stanje", row.drawn.quantity},
                                                          {"Cena", priceOf(row)}};
-    for (const auto& field : fields)
+    for (const auto& field : fields) {
         step([&] { requisition.Fields(field.first) = field.second; });
+    }
     keep(requisition, step);
 }
 
 bool giveBack(dao::Recordset products, qint32 productId, float quantity) {
     products.FindFirst("ID=" + std::to_string(productId));
-    if (products.NoMatch())
+    if (products.NoMatch()) {
         return false;
+    }
     changeStock(products, quantity);
     return true;
 }

@@ -4,8 +4,11 @@
 #include <functional>
 #include <source_location>
 
-#include "platform/dao/dao.h"
 #include "platform/system/trap.h"
+
+namespace dao {
+class Database;
+}
 
 // A statement that changes many rows, in a transaction of its own: all of it stays, or nothing.
 //

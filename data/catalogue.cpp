@@ -7,6 +7,7 @@
 #include <set>
 
 #include "platform/dao/dbengine.h"
+#include "platform/dao/recordset.h"
 
 namespace data {
 namespace {

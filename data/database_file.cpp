@@ -2,15 +2,12 @@
 
 #include <filesystem>
 
+#include "common/modMain.h"
+#include "platform/dao/companion_files.h"
 #include "platform/system/files.h"
-#include "shell/modMain.h"
 
 namespace data {
 namespace {
-
-QString journalOf(const QString& path) {
-    return path + QStringLiteral("-journal");
-}
 
 std::string withoutLinks(const QString& path) {
     std::error_code error;
@@ -24,7 +21,7 @@ SoleUse::SoleUse(const QString& path) : use_(dao::LockFile::of(withoutLinks(path
 
 void removeDatabaseFiles(const QString& path) {
     TryKillFile(path);
-    TryKillFile(journalOf(path));
+    TryKillFile(QString::fromStdString(dao::journalOf(path.toStdString())));
 }
 
 }  // namespace data

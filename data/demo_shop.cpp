@@ -13,6 +13,7 @@
 
 #include "data/demo_words.h"
 #include "platform/dao/dbengine.h"
+#include "platform/dao/recordset.h"
 
 namespace data {
 namespace {

@@ -5,14 +5,15 @@
 #include <optional>
 #include <utility>
 
+#include "common/modMain.h"
+#include "common/scramble.h"
+#include "common/settings.h"
 #include "data/database_file.h"
 #include "data/schema.h"
 #include "platform/controls/boxes.h"
 #include "platform/dao/dao.h"
 #include "platform/system/files.h"
 #include "platform/system/trap.h"
-#include "shell/modMain.h"
-#include "shell/settings.h"
 
 namespace {
 

@@ -5,14 +5,16 @@
 #include <cmath>
 #include <limits>
 
+#include "common/modMain.h"
+#include "common/window_helpers.h"
 #include "documents/ActiveReport2_design.h"
 #include "documents/amount_in_words.h"
 #include "platform/controls/boxes.h"
+#include "platform/dao/recordset.h"
 #include "platform/report/typeface.h"
 #include "platform/system/dates.h"
 #include "platform/system/numbers.h"
 #include "platform/system/trap.h"
-#include "shell/modMain.h"
 
 namespace {
 
@@ -28,53 +30,6 @@ const QString kWrongSums = QStringLiteral(
     "Doslo je do neocekivane greske prilikom sracunavanja rabata, poreza i ostalih troskova. Dokument ce "
     "biti generisan ali ce rezultati biti nekorektni.");
 
-float singleOf(const QString& text) {
-    const std::optional<float> number = platform::readSingle(text);
-    if (!number)
-        throw platform::RunError(13, QStringLiteral("Type mismatch"));
-    return *number;
-}
-
-// A document whose rows could not be had is still a document: the number is taken.
-class NoRows : public report::RowSource {
- public:
-    void rewind() override {}
-    bool next() override { return false; }
-    dao::Value value(const QString&) override { return {}; }
-    qint64 count() override { return 0; }
-};
-
-// Rows that end where they cannot be read on: the number of the document is taken, and the paper comes with
-// the rows that were to be had. What went wrong is noted.
-class SteadyRows : public report::RowSource {
- public:
-    SteadyRows(const dao::Recordset& rows, platform::Trap& failure)
-        : rows_(report::rowsOf(rows)), failure_(failure) {}
-    void rewind() override {
-        failure_.clear();
-        failure_([&] { rows_->rewind(); });
-    }
-    bool next() override {
-        bool more = false;
-        failure_([&] { more = rows_->next(); });
-        return more;
-    }
-    dao::Value value(const QString& field) override {
-        dao::Value value;
-        failure_([&] { value = rows_->value(field); });
-        return value;
-    }
-    qint64 count() override {
-        qint64 count = 0;
-        failure_([&] { count = rows_->count(); });
-        return count;
-    }
-
- private:
-    std::unique_ptr<report::RowSource> rows_;
-    platform::Trap& failure_;
-};
-
 }  // namespace
 
 // Goes on past a failing step, so that one odd value does not cost the customer his document, and tells all
@@ -88,12 +43,14 @@ class ActiveReport2::Steps {
         add(trap);
     }
     void add(const platform::Trap& trap) {
-        if (trap.failed())
+        if (trap.failed()) {
             errors_ += trap.line();
+        }
     }
     void tell(const QString& message) const {
-        if (errors_.isEmpty())
+        if (errors_.isEmpty()) {
             return;
+        }
         platform::Box box;
         box.text = message + QStringLiteral("\n\nDetalji greske:\n\n") + errors_.join(QLatin1Char('\n'));
         box.title = GetResString(1);
@@ -131,10 +88,8 @@ void ActiveReport2::updateTitle() {
 
 void ActiveReport2::setRecordset(const dao::Recordset& rows) {
     rowFailure_.clear();
-    if (rows)
-        setRows(std::make_unique<SteadyRows>(rows, rowFailure_));
-    else
-        setRows(std::make_unique<NoRows>());
+    // A document whose rows could not be had, or not all of them, is still a document: its number is taken.
+    setRows(report::rowsOf(rows, {.failure = &rowFailure_}));
 }
 
 void ActiveReport2::ReportStart() {
@@ -153,13 +108,15 @@ void ActiveReport2::Arrange(report::Section& section) {
 }
 
 void ActiveReport2::Format(report::Section& section) {
-    if (section.kind() == report::Section::Kind::Detail)
+    if (section.kind() == report::Section::Kind::Detail) {
         Detail_Format();
+    }
 }
 
 void ActiveReport2::BeforePrint(report::Section& section) {
-    if (section.kind() == report::Section::Kind::GroupFooter)
+    if (section.kind() == report::Section::Kind::GroupFooter) {
         GroupFooter1_BeforePrint();
+    }
 }
 
 // The sums lack the rows that could not be had, also where that left none to be summed up.
@@ -176,8 +133,9 @@ report::Control& ActiveReport2::control(const char* section, const char* name) {
 void ActiveReport2::chooseFormat() {
     static const QString kFormats[] = {QStringLiteral("#,##0"), QStringLiteral("#,##0.0"),
                                        QStringLiteral("#,##0.00")};
-    if (priceRoundUp_ >= 0 && priceRoundUp_ <= 2)
+    if (priceRoundUp_ >= 0 && priceRoundUp_ <= 2) {
         numberFormat_ = kFormats[priceRoundUp_];
+    }
 }
 
 QString ActiveReport2::formatted(float amount) const {
@@ -194,8 +152,9 @@ void ActiveReport2::ActiveReport_PageStart() {
     Steps step;
     rowNumber_ = 1;
     chooseFormat();
-    for (const char* name : {"txtCena", "txtMedjuTotal", "txtPDV", "txtPDVPrice"})
+    for (const char* name : {"txtCena", "txtMedjuTotal", "txtPDV", "txtPDVPrice"}) {
         step([&] { control(kDetail, name).OutputFormat = numberFormat_; });
+    }
     step([&] {
         control(kTitles, "lblPDVHeader").Caption =
             QStringLiteral("PDV-") + platform::textOfSingle(calcPDV_) + QLatin1Char('%');
@@ -224,12 +183,14 @@ void ActiveReport2::showClient(Steps& step) {
     step([&] { control(kHead, "lblKupacAdresa").Caption = kupacAdresa_; });
     step([&] { control(kHead, "lblKupacGrad").Caption = kupacGrad_; });
     // Once more on each page; the head of the document, where it stands, has only the first.
-    if (!kupacPIB_.isEmpty())
+    if (!kupacPIB_.isEmpty()) {
         kupacPIB_.prepend(QStringLiteral("PIB: "));
+    }
     step([&] { control(kHead, "lblKupacPIB").Caption = kupacPIB_; });
     step([&] { control(kHead, "lblKupacOstalo").Caption = kupacOstalo_; });
-    if (pageNumber() <= 1)  // the head of the document stands on its first page only
+    if (pageNumber() <= 1) {  // the head of the document stands on its first page only
         step([&] { placeClient(); });
+    }
 }
 
 // A long address is the client's own: it is written out, however many lines it takes, and never pushes the
@@ -242,12 +203,14 @@ void ActiveReport2::placeClient() {
         report::Control* found = nullptr;
         platform::Trap missing;  // the step that fills the label has told it already
         missing([&] { found = &control(kHead, name); });
-        if (!found)
+        if (!found) {
             continue;
+        }
         report::Control& label = *found;
         label.Top = top;
-        if (label.Caption.isEmpty())
+        if (label.Caption.isEmpty()) {
             continue;
+        }
         report::ItemStyle style;
         style.family = label.style.family;
         style.points = label.style.points;
@@ -299,16 +262,18 @@ void ActiveReport2::showConditions(Steps& step) {
                 // Also back to visible: the report outlives its documents, and a pro-forma invoice that
                 // follows an invoice has its conditions again.
                 label.Visible = isShown;
-                if (!isShown)
+                if (!isShown) {
                     return;
+                }
                 label.Caption = text;
                 label.Top = top;
             });
         };
         show(kLabels[i].caption, condition.caption);
         show(kLabels[i].value, condition.value);
-        if (isShown)
+        if (isShown) {
             top += active_report2::kConditionHeight;
+        }
     }
 }
 
@@ -320,10 +285,12 @@ void ActiveReport2::showFooter(Steps& step) {
     const Caption kSignatures[] = {
         {"lblRobuIzdao", QStringLiteral("Robu izdao:") + kSignature},
         {"lblRobuPrimio", QStringLiteral("Robu primio u ispravnom stanju:") + kSignature}};
-    for (const Caption& caption : kSignatures)
+    for (const Caption& caption : kSignatures) {
         step([&] { control(kPage, caption.name).Caption = caption.text; });
-    for (const char* name : {"lblRobuIzdao", "lblRobuPrimio", "lblMP"})
+    }
+    for (const char* name : {"lblRobuIzdao", "lblRobuPrimio", "lblMP"}) {
         step([&] { control(kPage, name).Visible = dokumentTip_ == 1; });
+    }
     step([&] { control(kPage, "lblPecat").Caption = optPecatSpor_; });
     step([&] { control(kPage, "txtFooter").Text = optFooter_; });
     step([&] { control(kPage, "Line9").Visible = !optPecatSpor_.isEmpty() || !optFooter_.isEmpty(); });
@@ -333,8 +300,9 @@ void ActiveReport2::Detail_Format() {
     Steps step;
     step([&] { control(kDetail, "txtRedniBr").Text = QString::number(rowNumber_); });
     step([&] {
-        if (rowNumber_ == std::numeric_limits<qint16>::max())
+        if (rowNumber_ == std::numeric_limits<qint16>::max()) {
             throw platform::RunError(6, QStringLiteral("Overflow"));
+        }
         ++rowNumber_;
     });
     addRow(step);
@@ -366,8 +334,9 @@ void ActiveReport2::addRow(Steps& step) {
 void ActiveReport2::placeSerialNumber(Steps& step) {
     bool isShown = false;
     step([&] { isShown = !control(kDetail, "txtSN").Text.isEmpty(); });
-    for (const char* name : {"txtSN", "lblSNtext"})
+    for (const char* name : {"txtSN", "lblSNtext"}) {
         step([&] { control(kDetail, name).Visible = isShown; });
+    }
     step([&] {
         const report::Control& above = control(kDetail, isShown ? "txtSN" : "txtNaziv");
         report::Control& rule = control(kDetail, "Line3");

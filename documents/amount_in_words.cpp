@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <limits>
 
+#include "common/modMain.h"
 #include "platform/system/trap.h"
-#include "shell/modMain.h"
 
 namespace {
 
@@ -20,8 +20,9 @@ double leadingNumber(const QString& text) {
         const QChar character = trimmed[end];
         const bool sign = end == 0 && (character == QLatin1Char('-') || character == QLatin1Char('+'));
         const bool firstPoint = !point && character == QLatin1Char('.');
-        if (!sign && !firstPoint && (character < QLatin1Char('0') || character > QLatin1Char('9')))
+        if (!sign && !firstPoint && (character < QLatin1Char('0') || character > QLatin1Char('9'))) {
             break;
+        }
         point = point || firstPoint;
     }
     return trimmed.left(end).toDouble();
@@ -31,10 +32,12 @@ std::int32_t wholePart(const QString& amount) {
     const QChar mark = amount.contains(QLatin1Char('.')) ? QLatin1Char('.') : QLatin1Char(',');
     bool isNumber = false;
     const double whole = amount.section(mark, 0, 0).trimmed().toDouble(&isNumber);
-    if (!isNumber)
+    if (!isNumber) {
         throw platform::RunError(13, QStringLiteral("Type mismatch"));
-    if (std::abs(whole) > std::numeric_limits<std::int32_t>::max())
+    }
+    if (std::abs(whole) > std::numeric_limits<std::int32_t>::max()) {
         throw platform::RunError(6, QStringLiteral("Overflow"));
+    }
     return static_cast<std::int32_t>(whole);
 }
 
@@ -58,17 +61,20 @@ QString unitWord(int digit) {
 }
 
 QString hundredsWord(int hundreds) {
-    if (hundreds == 0)
+    if (hundreds == 0) {
         return {};
-    if (hundreds == 1)
+    }
+    if (hundreds == 1) {
         return QStringLiteral("stotinu");
+    }
     const QString stem = hundreds == 2 ? QStringLiteral("dve") : unitWord(hundreds);
     return stem + (hundreds > 4 ? QStringLiteral("stotina") : QStringLiteral("stotine"));
 }
 
 QString teenWord(int units) {
-    if (units == 0)
+    if (units == 0) {
         return QStringLiteral("deset");
+    }
     const QString stem = units == 1   ? QStringLiteral("jeda")
                          : units == 4 ? QStringLiteral("cetr")
                                       : unitWord(units);
@@ -113,10 +119,12 @@ constexpr GroupName kUnits = {"", false, "", "", "", ""};
 const char* ending(const GroupName& name, int number) {
     const int lastTwo = number % 100;
     const int units = number % 10;
-    if (lastTwo >= 12 && lastTwo <= 18)
+    if (lastTwo >= 12 && lastTwo <= 18) {
         return name.fromTwelve;
-    if (units == 1)
+    }
+    if (units == 1) {
         return name.one;
+    }
     return units >= 2 && units <= 4 ? name.few : name.many;
 }
 
@@ -127,14 +135,16 @@ QString groupWord(int number, const GroupName& name) {
     if (tens == 1) {
         word += teenWord(units);
     } else {
-        if (tens > 1)
+        if (tens > 1) {
             word += tensWord(tens);
-        if (name.feminine && units == 1)
+        }
+        if (name.feminine && units == 1) {
             word += QStringLiteral("jedna");
-        else if (name.feminine && units == 2)
+        } else if (name.feminine && units == 2) {
             word += QStringLiteral("dve");
-        else
+        } else {
             word += unitWord(units);
+        }
     }
     return word + QLatin1String(name.stem) + QLatin1String(ending(name, number));
 }
@@ -142,15 +152,18 @@ QString groupWord(int number, const GroupName& name) {
 }  // namespace
 
 QString AmountInWords(const QString& amount, bool dinars) {
-    if (leadingNumber(amount) == 0)
+    if (leadingNumber(amount) == 0) {
         return QStringLiteral("nula");
+    }
 
     QString decimal = GetLocaleValue(14);
-    if (decimal.isEmpty())
+    if (decimal.isEmpty()) {
         decimal = QStringLiteral(".");
+    }
     QString thousands = GetLocaleValue(15);
-    if (thousands.isEmpty())
+    if (thousands.isEmpty()) {
         thousands = QStringLiteral(",");
+    }
     QString plain = amount;
     plain.remove(thousands).replace(decimal, QStringLiteral("."));
 
@@ -167,8 +180,9 @@ QString AmountInWords(const QString& amount, bool dinars) {
     const int digits = std::abs(whole);
     for (const Group& group : kGroups) {
         const int number = digits / group.divisor % 1000;
-        if (number != 0)
+        if (number != 0) {
             words += groupWord(number, group.name);
+        }
     }
     words += dinars ? QStringLiteral("din. i") : QStringLiteral("eur. i");
     return words + (cents < 0 ? QString() : QStringLiteral(" ")) + QString::number(cents) +

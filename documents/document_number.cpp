@@ -25,8 +25,9 @@ bool hasTable(const dao::Database& database) {
     const dao::TableDefsCollection tables = database.TableDefs();
     const QString wanted = QString::fromLatin1(kTable);
     for (int i = 0; i < tables.Count(); ++i) {
-        if (wanted.compare(QString::fromStdString(tables[i].Name()), Qt::CaseInsensitive) == 0)
+        if (wanted.compare(QString::fromStdString(tables[i].Name()), Qt::CaseInsensitive) == 0) {
             return true;
+        }
     }
     return false;
 }
@@ -39,8 +40,9 @@ void makeTable(const dao::Database& database) {
         database.TableDefs().Append(table);
     } catch (const dao::Error& error) {
         // Another workstation was a moment quicker with its first document.
-        if (error.Number() != dao::errObjectExists)
+        if (error.Number() != dao::errObjectExists) {
             throw;
+        }
     }
 }
 
@@ -63,8 +65,9 @@ qint32 write(dao::Recordset& rows, Kind kind, qint32 newNumber) {
     if (newNumber == -1) {
         // Only now is the row ours: whatever was read before may have been taken by another workstation.
         const qint32 taken = numberOf(rows, kind);
-        if (taken == std::numeric_limits<qint32>::max())
+        if (taken == std::numeric_limits<qint32>::max()) {
             throw dao::Error(dao::errOverflow, "Overflow");
+        }
         newNumber = taken + 1;
     }
     rows.Fields(fieldOf(kind)) = newNumber;
@@ -77,11 +80,13 @@ qint32 write(dao::Recordset& rows, Kind kind, qint32 newNumber) {
 
 qint32 last(Kind kind, bool writeBack) {
     dao::Database database = open();
-    if (!hasTable(database))
+    if (!hasTable(database)) {
         makeTable(database);
+    }
     dao::Recordset rows = database.OpenRecordset(kTable);
-    if (rows.EOF())
+    if (rows.EOF()) {
         makeRow(rows);
+    }
     qint32 number = numberOf(rows, kind);
     if (writeBack) {
         rows.Edit();
@@ -111,10 +116,11 @@ Change change(Kind kind, qint32 newNumber) {
         result.refusal = Refusal::NoTable;
     } else {
         dao::Recordset rows = database.OpenRecordset(kTable);
-        if (rows.EOF())
+        if (rows.EOF()) {
             result.refusal = Refusal::NoRow;
-        else
+        } else {
             result.number = write(rows, kind, newNumber);
+        }
         rows.Close();
     }
     database.Close();

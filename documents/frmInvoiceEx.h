@@ -1,11 +1,12 @@
 #pragma once
 
 #include <QDialog>
-#include <QHash>
-#include <QIcon>
 #include <QString>
+#include <memory>
 
 #include "catalogue/catalogue_parent.h"
+#include "documents/requisition_bar.h"
+#include "documents/requisition_columns.h"
 #include "documents/service_view.h"
 #include "platform/controls/boxes.h"
 #include "platform/controls/data_control.h"
@@ -14,11 +15,9 @@
 #include "platform/system/sort_tag.h"
 
 class QAction;
-class QLabel;
 class QProgressBar;
-class QStackedLayout;
 class QToolBar;
-class frmTrebovanjeError;
+class RequisitionList;
 namespace platform {
 class Trap;
 }
@@ -27,9 +26,10 @@ class Trap;
 // ParentForm, ServiceID and, for the printed list, the view of the main window; calls Display; reads
 // TotalForPayment.
 //
-// It reads rows and gives them back to stock; drawing is the catalogue's affair. Its bodies are cut by
-// subject: frmInvoiceEx.cpp (building, loading, keys, mouse), _list (filling, sorting), _commands (giving
-// back, the printed list), _catalogue (the catalogue, drops from it).
+// It reads rows and gives them back to stock; drawing is the catalogue's affair. The list (RequisitionList)
+// and the toolbar (RequisitionBar) are parts of their own; what is here is what the window does with them:
+// frmInvoiceEx.cpp (building, loading, keys, mouse), _commands (giving back, the printed list), _catalogue
+// (the catalogue, drops from it).
 class frmInvoiceEx : public QDialog, public CatalogueParent {
     Q_OBJECT
  public:
@@ -69,7 +69,8 @@ class frmInvoiceEx : public QDialog, public CatalogueParent {
     QToolBar* Toolbar1 = nullptr;
     platform::StatusBar* StatusBar1 = nullptr;
     QProgressBar* ProgressBar1 = nullptr;
-    QAction* toolbarButton(const QString& key) const { return buttons_.value(key); }  // nullptr: none
+    QAction* toolbarButton(const QString& key) const { return bar_->button(key); }  // nullptr: none
+    QAction* action(RequisitionCommand command) const { return bar_->action(command); }
 
  protected:
     bool event(QEvent* event) override;
@@ -89,35 +90,18 @@ class frmInvoiceEx : public QDialog, public CatalogueParent {
     void watchMouse();
     void load();
     void activate();
-    bool runKey(const QKeyEvent& key);
-    void hoverToolbar(const QPoint& place);
     void SetStatusText(const QString& text, bool remember);
     platform::BoxAnswer box(const QString& text, platform::BoxIcon icon,
                             platform::BoxButtons buttons = platform::BoxButtons::Ok);
+    void UpdateToolbar();
+    void columnClick(int column);
+    void itemClick(const QString& key);
     void refresh() { TrebovanjeRefresh(false); }
     void unsort() { TrebovanjeRefresh(true); }
     void help() {}  // the button is there, and says nothing
 
-    // frmInvoiceEx_list.cpp
-    struct SourceFields;
-    bool FillListView(platform::Trap& step, QString& errorText);
-    void fillRows(platform::Trap& step);
-    float addRow(const SourceFields& fields, platform::Trap& step);
-    static void addAmounts(platform::ListItem& row, const SourceFields& fields, platform::Trap& step);
-    void ShowProgress(bool on);
-    void setFilling(bool on);
-    void switchColumnIcons(bool on);
-    void connectData(platform::Trap& step);
-    void reselect(const QString& itemKey, const QString& rememberedKey);
-    void UpdateToolbar();
-    bool hasProducts() const;
-    void columnClick(int column);
-    void itemClick(const QString& key);
-
     // frmInvoiceEx_commands.cpp
-    enum class Returned { Done, NotDrawn, NoProduct, Failed };
-    Returned returnRow(const platform::ListItem& row, dao::Recordset& stock, platform::Trap& step);
-    bool deleteRow(const QString& id, bool& found, platform::Trap& step);
+    static std::span<const RequisitionCommandRow> commands();
     bool mayDelete(const QString& question);
     void tellFailure(const platform::Trap& step, const char* procedure);
     bool TrebovanjePrint(QString& errorText);
@@ -135,11 +119,7 @@ class frmInvoiceEx : public QDialog, public CatalogueParent {
     float total_ = 0;
     bool loaded_ = false;     // the settings have been read
     bool activated_ = false;  // the first filling has run
-    bool hadFocus_ = false;   // the list, before it was hidden for a filling
-    platform::SortTag sort_{true, QStringLiteral("Proizvodjac"), QStringLiteral("ASC")};
     QString statusText_;
-    QLabel* filling_ = nullptr;
-    QStackedLayout* stack_ = nullptr;  // the list, or the word that it is being filled
-    QHash<QString, QAction*> buttons_;
-    QHash<QString, QIcon> columnIcons_;
+    RequisitionList* list_ = nullptr;
+    std::unique_ptr<RequisitionBar> bar_;
 };

@@ -36,28 +36,32 @@ bool frmInvoiceEx::overList(const QPoint& place) const {
 }
 
 void frmInvoiceEx::dragEnterEvent(QDragEnterEvent* event) {
-    if (!dragEvents_ || !holdsProduct(*event))
+    if (!dragEvents_ || !holdsProduct(*event)) {
         return;
+    }
     event->acceptProposedAction();
     dragEvents_->parentDragOver(ParentDragEvents::State::Enter, overList(event->position().toPoint()));
 }
 
 void frmInvoiceEx::dragMoveEvent(QDragMoveEvent* event) {
-    if (!dragEvents_ || !holdsProduct(*event))
+    if (!dragEvents_ || !holdsProduct(*event)) {
         return;
+    }
     event->acceptProposedAction();
     dragEvents_->parentDragOver(ParentDragEvents::State::Over, overList(event->position().toPoint()));
 }
 
 void frmInvoiceEx::dragLeaveEvent(QDragLeaveEvent* event) {
     event->accept();
-    if (dragEvents_)
+    if (dragEvents_) {
         dragEvents_->parentDragOver(ParentDragEvents::State::Leave, false);
+    }
 }
 
 void frmInvoiceEx::dropEvent(QDropEvent* event) {
-    if (!dragEvents_ || !holdsProduct(*event))
+    if (!dragEvents_ || !holdsProduct(*event)) {
         return;
+    }
     event->acceptProposedAction();
     dragEvents_->parentDrop();
 }

@@ -5,12 +5,14 @@
 #include <array>
 #include <functional>
 
+#include "documents/frmPrintInvoiceEx_tables.h"
 #include "documents/service_view.h"
 
 class ActiveReport2;
+class DocumentConditions;
+class DocumentParties;
 class QCheckBox;
 class QComboBox;
-class QGridLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -24,7 +26,7 @@ class DateField;
 class frmPrintInvoiceEx : public QDialog {
     Q_OBJECT
  public:
-    enum Type { ProForma = 0, Invoice = 1 };
+    enum Type { ProForma = print_invoice::kProForma, Invoice = print_invoice::kInvoice };
 
     explicit frmPrintInvoiceEx(const ServiceView& view, QWidget* parent = nullptr);
     ~frmPrintInvoiceEx() override;
@@ -54,38 +56,21 @@ class frmPrintInvoiceEx : public QDialog {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-    static constexpr int kFirmFields = 6, kClientName = 6, kClientPIB = 9, kOther = 10, kCompared = 10;
-    static constexpr int kFields = 11;   // Text1
-    static constexpr int kEntries = 13;  // Text2
-    static constexpr int kChecks = 9;    // Check1
-    static constexpr int kStampText = 11, kFooterText = 12;
-    static constexpr int kNote = 5, kStamp = 6, kFooter = 7, kFirmsFooter = 8;
-
     // Building (frmPrintInvoiceEx.cpp).
     QWidget* buildGeneral();
     QWidget* buildNumberRow();
     QWidget* buildSumsRow();
-    QWidget* buildConditions();
-    QWidget* buildOther();
-    QWidget* buildParties();
-    QWidget* buildFields(const QString& title, int from, int to);
     QWidget* buildButtons();
     void connectControls();
-    QLineEdit* makeEntry(int index, const QString& spoken);
-    QCheckBox* makeCheck(int index, const QString& caption, const QString& spoken);
 
     // Filling (frmPrintInvoiceEx_load.cpp).
     void load();
     void loadPlace();
     void loadGeneral();
-    void loadConditions();
-    void loadTexts();
-    void loadParties();
-    void setClientTags();
+    void loadCosts();
     void select(QComboBox* box, int index);
     void setDefaults();
-    void checkClicked(int index);
-    void fieldChanged(int index);
+    void markParties(bool differ);
     void checkCosts();
     void numberFormChanged();
     void changeNumberByHand();
@@ -96,21 +81,15 @@ class frmPrintInvoiceEx : public QDialog {
     void saveSettings();
     void takeNumber();
     void fillReport(ActiveReport2& report);
-    void fillConditions(ActiveReport2& report);
     void showRows(ActiveReport2& report);
     QString rowsQuery() const;
-    float percentOf(int column) const;
-
-    bool isOn(int check) const;
-    QString tag(const QLineEdit* field) const;
-    void setTag(QLineEdit* field, const QString& text);
 
     const ServiceView& view_;
     QTabWidget* tabs_ = nullptr;
-    std::array<QLineEdit*, kFields> text1_{};
-    std::array<QLabel*, kFields> label1_{};
-    std::array<QLineEdit*, kEntries> text2_{};
-    std::array<QCheckBox*, kChecks> check_{};
+    DocumentConditions* conditions_ = nullptr;
+    DocumentParties* parties_ = nullptr;
+    QLineEdit* costs_ = nullptr;    // Text2(0), percent
+    QCheckBox* inWords_ = nullptr;  // Check1(0)
     std::array<QComboBox*, 3> combo_{};
     std::array<QPushButton*, 3> command_{};
     platform::DateField* date_ = nullptr;

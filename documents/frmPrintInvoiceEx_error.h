@@ -16,8 +16,9 @@ template <typename Step>
 void guarded(QWidget* owner, Step&& step) {
     platform::Trap trap;
     trap(std::forward<Step>(step));
-    if (trap.failed())
+    if (trap.failed()) {
         tellError(owner, trap);
+    }
 }
 
 }  // namespace print_invoice

@@ -4,37 +4,37 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QVBoxLayout>
+#include <iterator>
 
-#include "documents/list_setup.h"
+#include "common/list_cells.h"
+#include "common/list_columns.h"
+#include "common/modMain.h"
+#include "common/settings.h"
+#include "common/window_places.h"
 #include "platform/controls/pictures.h"
 #include "platform/system/files.h"
 #include "platform/system/numbers.h"
 #include "platform/system/trap.h"
-#include "shell/list_columns.h"
-#include "shell/modMain.h"
-#include "shell/settings.h"
 
 namespace {
 
 using platform::HeaderAlignment;
 
+// One a row of the table below it, in its order.
+enum class CriticalColumn { Manufacturer, Group, Name, Description, Price, Quantity, Count };
+
 constexpr ListColumn kColumns[] = {
-    {"Proizvodjac", "Proizvodjac", HeaderAlignment::Left},
-    {"Grupa", "Grupa", HeaderAlignment::Left},
-    {"Naziv", "Naziv", HeaderAlignment::Left},
-    {"Opis", "Opis", HeaderAlignment::Left},
-    {"Cena", "Cena [EUR]", HeaderAlignment::Right},
-    {"Kolicina", "Kolicina", HeaderAlignment::Right},
+    {"Proizvodjac", "Proizvodjac", 0, HeaderAlignment::Left},
+    {"Grupa", "Grupa", 0, HeaderAlignment::Left},
+    {"Naziv", "Naziv", 0, HeaderAlignment::Left},
+    {"Opis", "Opis", 0, HeaderAlignment::Left},
+    {"Cena", "Cena", 0, HeaderAlignment::Right, 1440, true},
+    {"Kolicina", "Kolicina", 0, HeaderAlignment::Right},
 };
-constexpr int kPriceColumn = 5;
-constexpr int kGroup = 1, kName = 2, kDescription = 3, kPrice = 4, kQuantity = 5;  // sub-items
+static_assert(std::size(kColumns) == static_cast<std::size_t>(CriticalColumn::Count));
 constexpr int kExplanation = 10101;
 constexpr qint32 kAtTheEnd = 1;
 constexpr size_t kClose = 0, kPrint = 1;
-
-const settings::Setting& own(const char* key) {
-    return settings::find(QStringLiteral("frmTrebovanjeError"), QString::fromLatin1(key));
-}
 
 // A groove between the list and the buttons: shadow above, light below and a little longer.
 class EngravedRule : public QWidget {
@@ -55,13 +55,14 @@ frmTrebovanjeError::frmTrebovanjeError(QWidget* parent) : QDialog(parent) {
     setObjectName(QStringLiteral("frmTrebovanjeError"));
     setWindowTitle(QStringLiteral(" Kriticni Proizvodi"));
     build();
-    moveToPlaceAndSize(this, settings::text(own("WindowData")));
+    moveToPlaceAndSize(this, settings::text(settings::shortage.WindowData));
     Text1->setText(GetResString(kExplanation).replace(QLatin1String("\r\n"), QLatin1String("\n")));
     loaded_ = true;
     QString errorText;
-    if (!createListView(*ListView1, kColumns, settings::text(own("LVWColumnWidths")),
-                        settings::text(own("LVWColumnPositions")), errorText))
+    if (!createListView(*ListView1, kColumns, settings::text(settings::shortage.LVWColumnWidths),
+                        settings::text(settings::shortage.LVWColumnPositions), errorText)) {
         box(errorText, platform::BoxIcon::Critical);
+    }
 }
 
 frmTrebovanjeError::~frmTrebovanjeError() {
@@ -117,45 +118,50 @@ void frmTrebovanjeError::Display() {
 }
 
 void frmTrebovanjeError::Unload() {
-    if (!loaded_)
+    if (!loaded_) {
         return;
+    }
     loaded_ = false;
     platform::Trap step;  // columns that cannot be kept must not hold up the requisition
-    step([&] { settings::setText(own("LVWColumnWidths"), columnWidths(*ListView1)); });
-    step([&] { settings::setText(own("LVWColumnPositions"), columnPositions(*ListView1)); });
-    if (!isMinimized())
-        step([&] { settings::setText(own("WindowData"), placeAndSizeOf(this)); });
+    step([&] { settings::setText(settings::shortage.LVWColumnWidths, columnWidths(*ListView1)); });
+    step([&] { settings::setText(settings::shortage.LVWColumnPositions, columnPositions(*ListView1)); });
+    if (!isMinimized()) {
+        step([&] { settings::setText(settings::shortage.WindowData, placeAndSizeOf(this)); });
+    }
 }
 
 void frmTrebovanjeError::AddListItem(const QString& key, const QString& manufacturer, const QString& group,
                                      const QString& name, const QString& description, float price,
                                      float quantity, qint32 code) {
     platform::Trap step;
+    step([&] { showUnit(*ListView1, kColumns); });
     step([&] {
-        ListView1->setColumnText(kPriceColumn,
-                                 CeneDinarske ? QStringLiteral("Cena [DIN]") : QStringLiteral("Cena [EUR]"));
-    });
-    step([&] {
-        platform::ListItem added{
-            .Key = key,
-            .Text = manufacturer,
-            .SmallIcon = code == kAtTheEnd ? QStringLiteral("dva") : QStringLiteral("jedan"),
-            .subItems = {group, name, description, platform::formatGrouped(price),
-                         platform::textOfSingle(quantity)},
-            .Tag = {}};
+        platform::ListItem added;
+        added.Key = key;
+        added.SmallIcon = code == kAtTheEnd ? QStringLiteral("dva") : QStringLiteral("jedan");
+        setCell(added, CriticalColumn::Manufacturer, manufacturer);
+        setCell(added, CriticalColumn::Group, group);
+        setCell(added, CriticalColumn::Name, name);
+        setCell(added, CriticalColumn::Description, description);
+        setCell(added, CriticalColumn::Price, platform::formatGrouped(price));
+        setCell(added, CriticalColumn::Quantity, platform::textOfSingle(quantity));
         ListView1->addItem(added);  // refuses a key twice, before any row is moved
-        if (code == kAtTheEnd)
+        if (code == kAtTheEnd) {
             return;
+        }
         QList<platform::ListItem> rows{added};
-        for (int i = 1; i < ListView1->count(); ++i)
+        for (int i = 1; i < ListView1->count(); ++i) {
             rows.append(ListView1->item(i));
+        }
         ListView1->clearItems();
-        for (const platform::ListItem& row : rows)
+        for (const platform::ListItem& row : rows) {
             ListView1->addItem(row);
+        }
     });
-    if (step.failed())
+    if (step.failed()) {
         box(step.line() + QStringLiteral("\nOccured in procedure AddListItem of Form frmTrebovanjeError"),
             platform::BoxIcon::Exclamation);
+    }
 }
 
 QString frmTrebovanjeError::report() const {
@@ -165,15 +171,17 @@ QString frmTrebovanjeError::report() const {
         "zato sto su izbrisani od strane drugih korisnika):\n\n\n");
     for (int i = 1; i <= ListView1->count(); ++i) {
         const platform::ListItem& row = ListView1->item(i);
-        const std::optional<double> price = platform::readNumber(row.SubItems(kPrice));
-        text += row.Text + QStringLiteral(" - ") + row.SubItems(kGroup);
+        const std::optional<double> price = platform::readNumber(cellOf(row, CriticalColumn::Price));
+        text += cellOf(row, CriticalColumn::Manufacturer) + QStringLiteral(" - ") +
+                cellOf(row, CriticalColumn::Group);
         text += row.SmallIcon == QLatin1String("jedan")
                     ? QStringLiteral("     (Nije pronadjen u tabeli trebovanja)\n")
                     : QStringLiteral("     (Nije pronadjen u tabeli proizvoda)\n");
-        text += row.SubItems(kName) + QStringLiteral(" - ") + row.SubItems(kDescription) + QLatin1Char('\n');
-        text += ListView1->columnText(kPriceColumn) + QStringLiteral(": ");
-        text += price ? platform::formatGrouped(*price) : row.SubItems(kPrice);
-        text += QStringLiteral("  x  ") + row.SubItems(kQuantity) + QStringLiteral(" kom.\n\n");
+        text += cellOf(row, CriticalColumn::Name) + QStringLiteral(" - ") +
+                cellOf(row, CriticalColumn::Description) + QLatin1Char('\n');
+        text += ListView1->columnText(columnNumber(CriticalColumn::Price)) + QStringLiteral(": ");
+        text += price ? platform::formatGrouped(*price) : cellOf(row, CriticalColumn::Price);
+        text += QStringLiteral("  x  ") + cellOf(row, CriticalColumn::Quantity) + QStringLiteral(" kom.\n\n");
     }
     return text;
 }
@@ -187,19 +195,22 @@ bool frmTrebovanjeError::PrintReport(QString& errorText) {
     const QString file = platform::programFolder() + QStringLiteral("/TError.txt");
     platform::Trap step;
     step([&] { platform::writeTextFile(file, report()); });
-    if (!step.failed())
+    if (!step.failed()) {
         step([&] { LaunchAssociated(this, file); });  // never an older list in the place of this one
-    if (!step.failed())
+    }
+    if (!step.failed()) {
         return true;
+    }
     errorText = step.line() + QStringLiteral("\nOccured in procedure PrintReport of Form frmTrebovanjeError");
     return false;
 }
 
 void frmTrebovanjeError::print() {
     QString errorText;
-    if (!PrintReport(errorText) && !errorText.isEmpty())
+    if (!PrintReport(errorText) && !errorText.isEmpty()) {
         box(QStringLiteral("Neocekivana greska prilikom generisanja izvestaja:\n\n") + errorText,
             platform::BoxIcon::Exclamation);
+    }
 }
 
 void frmTrebovanjeError::keyPressEvent(QKeyEvent* event) {

@@ -11,12 +11,15 @@
 #include <QPushButton>
 #include <QToolButton>
 
+#include "common/help.h"
+#include "common/modMain.h"
+#include "common/settings.h"
+#include "common/window_helpers.h"
+#include "common/window_places.h"
 #include "platform/controls/date_field.h"
+#include "platform/controls/link_label.h"
 #include "platform/system/dates.h"
 #include "platform/system/trap.h"
-#include "records/link_label.h"
-#include "shell/modMain.h"
-#include "shell/settings.h"
 
 namespace {
 
@@ -47,10 +50,6 @@ constexpr int kDeselectTopic = 317;
 constexpr int kPriceListTopic = 318;
 constexpr int kWindowTopic = 7002;
 constexpr char kTopicProperty[] = "HelpContextID";
-
-QString arrayName(const char* array, int index) {
-    return QStringLiteral("%1(%2)").arg(QLatin1String(array)).arg(index);
-}
 
 QString spoken(QString label) {
     return label.remove(QLatin1Char('&')).remove(QLatin1Char(':'));
@@ -93,8 +92,9 @@ frmDetails::~frmDetails() {
 }
 
 void frmDetails::Unload() {
-    if (!loaded_)
+    if (!loaded_) {
         return;
+    }
     loaded_ = false;
     platform::Trap step;  // a place that cannot be kept must not disturb the end of the program
     step([&] { settings::setText(settings::DetailsPosition, placeOf(this)); });
@@ -117,15 +117,16 @@ void frmDetails::buildFields(QGridLayout* grid) {
         grid->addWidget(makeLabel(place.index, QString::fromLatin1(place.label), field), place.row,
                         place.column);
         grid->addWidget(field, place.row, place.column + 1);
-        if (place.index < kDates)
+        if (place.index < kDates) {
             buildDateButton(grid, place.index, place.row);
-        else
+        } else {
             field->setAlignment(Qt::AlignRight);
+        }
     }
     currency_ = new QLabel(this);
     currency_->setObjectName(QStringLiteral("Label4"));
     grid->addWidget(currency_, 0, kExtra);
-    priceList_ = new LinkLabel(QStringLiteral("View price list"), this);
+    priceList_ = new platform::LinkLabel(QStringLiteral("View price list"), this);
     priceList_->setObjectName(QStringLiteral("Label3"));
     grid->addWidget(priceList_, 1, kExtra);
 
@@ -178,7 +179,7 @@ void frmDetails::buildTypes(QGridLayout* grid) {
     list_->setMinimumWidth(fontMetrics().averageCharWidth() * 34);
     list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     grid->addWidget(makeLabel(kTypesLabel, QStringLiteral("Ser&vice type:"), list_), kTypesRow, 4, 1, 2);
-    deselect_ = new LinkLabel(QStringLiteral("Deselect all items"), this);
+    deselect_ = new platform::LinkLabel(QStringLiteral("Deselect all items"), this);
     deselect_->setObjectName(QStringLiteral("Label2"));
     grid->addWidget(deselect_, kTypesRow, kExtra, Qt::AlignRight);
     grid->addWidget(list_, kListRow, 4, 1, 3);
@@ -203,25 +204,29 @@ void frmDetails::buildButtons(QGridLayout* grid) {
 void frmDetails::connectControls() {
     for (int i = 0; i < kFields; ++i) {
         fieldWidget(i)->installEventFilter(this);
-        if (QLineEdit* field = text_[static_cast<size_t>(i)])
+        if (QLineEdit* field = text_[static_cast<size_t>(i)]) {
             connect(field, &QLineEdit::textChanged, this, [this, i] { fieldChanged(i); });
+        }
     }
-    for (int i = 0; i < kDates; ++i)
+    for (int i = 0; i < kDates; ++i) {
         connect(image_[static_cast<size_t>(i)], &QToolButton::clicked, this, [this, i] { openPicker(i); });
+    }
     connect(picker_, &platform::DateField::focusLeft, this, [this] {
-        if (!openingPicker_)
+        if (!openingPicker_) {
             commitPicker();
+        }
     });
-    connect(deselect_, &LinkLabel::clicked, this, [this] { selectTypes(Selection::None); });
-    connect(priceList_, &LinkLabel::clicked, this, &frmDetails::viewPriceList);
+    connect(deselect_, &platform::LinkLabel::clicked, this, [this] { selectTypes(Selection::None); });
+    connect(priceList_, &platform::LinkLabel::clicked, this, &frmDetails::viewPriceList);
     connect(command_[0], &QPushButton::clicked, this, &frmDetails::okClicked);
     connect(command_[1], &QPushButton::clicked, this, &frmDetails::reject);
     connect(command_[2], &QPushButton::clicked, this, [] { showHelp(kWindowTopic); });
 }
 
 void frmDetails::setContextNumbers() {
-    for (int i = 0; i < kFields; ++i)
+    for (int i = 0; i < kFields; ++i) {
         fieldWidget(i)->setProperty(kTopicProperty, kFirstFieldTopic + i);
+    }
     list_->setProperty(kTopicProperty, kListTopic);
     for (int i = 0; i < 3; ++i) {
         command_[static_cast<size_t>(i)]->setProperty(kTopicProperty, kFirstButtonTopic + i);
@@ -234,16 +239,19 @@ void frmDetails::setContextNumbers() {
 void frmDetails::setTabChain() {
     QWidget* last = nullptr;
     const auto append = [&](QWidget* widget) {
-        if (last)
+        if (last) {
             setTabOrder(last, widget);
+        }
         last = widget;
     };
-    for (int index : kTabOrder)
+    for (int index : kTabOrder) {
         append(fieldWidget(index));
+    }
     append(list_);
     append(comments_);
-    for (QPushButton* button : command_)
+    for (QPushButton* button : command_) {
         append(button);
+    }
     append(deselect_);
     append(priceList_);
 }
@@ -256,14 +264,16 @@ void frmDetails::Display(int mode) {
     fillTypeList();
     loading_ = true;
     mode_ = mode;
-    if (mode == EditMode)
+    if (mode == EditMode) {
         fillFields();
-    else
+    } else {
         fillEmpty();
+    }
     currency_->setText(CeneDinarske ? QStringLiteral("DIN") : QStringLiteral("EUR"));
     loading_ = false;
-    for (int index : {0, 1, 2, kPrice})
+    for (int index : {0, 1, 2, kPrice}) {
         fieldChanged(index);
+    }
     text_[0]->setFocus();
     exec();
 }
@@ -272,16 +282,19 @@ void frmDetails::fillFields() {
     const QString* const values[kFields] = {&data_.started,  &data_.toBeFinished, &data_.finished,
                                             nullptr,         &data_.comments,     &data_.price,
                                             &data_.discount, &data_.paid,         &data_.gst};
-    for (int i = 0; i < kFields; ++i)
-        if (values[i])
+    for (int i = 0; i < kFields; ++i) {
+        if (values[i]) {
             setFieldText(i, *values[i]);
+        }
+    }
     selectTypes(Selection::Given, data_.types);
 }
 
 void frmDetails::fillEmpty() {
     setFieldText(0, platform::formatShortDate(QDate::currentDate()));
-    for (int i = 1; i < kGST; ++i)
+    for (int i = 1; i < kGST; ++i) {
         setFieldText(i, QString());
+    }
     picker_->setValue(QDate::currentDate());
     setFieldText(kGST, defaultGST_ == 0 ? QString() : QString::number(defaultGST_));
     selectTypes(Selection::None);
@@ -289,22 +302,26 @@ void frmDetails::fillEmpty() {
 
 void frmDetails::fillTypeList() {
     list_->clear();
-    if (allTypes_.size() > 1)
+    if (allTypes_.size() > 1) {
         list_->addItems(allTypes_.mid(1));
-    else
+    } else {
         list_->addItem(QStringLiteral("Other services"));
+    }
 }
 
 void frmDetails::selectTypes(Selection selection, const QString& positions) {
-    if (allTypes_.size() <= 1)
+    if (allTypes_.size() <= 1) {
         return;
+    }
     const auto select = [this](int line, bool on) {
-        if (QListWidgetItem* item = list_->item(line))
+        if (QListWidgetItem* item = list_->item(line)) {
             item->setSelected(on);
+        }
     };
     list_->setUpdatesEnabled(false);
-    for (int line = 0; line < list_->count(); ++line)
+    for (int line = 0; line < list_->count(); ++line) {
         select(line, selection == Selection::All);
+    }
     switch (selection) {
         case Selection::All:
             select(0, false);
@@ -313,8 +330,9 @@ void frmDetails::selectTypes(Selection selection, const QString& positions) {
             select(0, true);
             break;
         case Selection::Given:
-            for (const QString& position : positions.split(QLatin1Char('|')))
+            for (const QString& position : positions.split(QLatin1Char('|'))) {
                 select(position.toInt() - 1, true);
+            }
             break;
     }
     list_->scrollToTop();
@@ -330,18 +348,21 @@ QString frmDetails::fieldText(int index) const {
 }
 
 void frmDetails::setFieldText(int index, const QString& text) {
-    if (index == kComments)
+    if (index == kComments) {
         comments_->setPlainText(text);
-    else
+    } else {
         text_[static_cast<size_t>(index)]->setText(text);
+    }
 }
 
 int frmDetails::helpContextOf(const QWidget* widget) const {
     for (; widget && widget != this; widget = widget->parentWidget()) {
-        if (widget == picker_)
+        if (widget == picker_) {
             return kFirstFieldTopic + openField_;
-        if (const int topic = widget->property(kTopicProperty).toInt())
+        }
+        if (const int topic = widget->property(kTopicProperty).toInt()) {
             return topic;
+        }
     }
     return kWindowTopic;
 }

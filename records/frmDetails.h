@@ -5,7 +5,6 @@
 #include <QStringList>
 #include <array>
 
-class LinkLabel;
 class ServiceView;
 class QGridLayout;
 class QLabel;
@@ -16,7 +15,8 @@ class QPushButton;
 class QToolButton;
 namespace platform {
 class DateField;
-}
+class LinkLabel;
+}  // namespace platform
 
 // The service editor: one service typed in or changed. It knows nothing of the database; its caller sets the
 // properties, calls Display, reads Cancelled and the properties back. One instance serves the program's whole
@@ -146,8 +146,8 @@ class frmDetails : public QDialog {
     platform::DateField* picker_ = nullptr;
     QListWidget* list_ = nullptr;
     QLabel* currency_ = nullptr;
-    LinkLabel* deselect_ = nullptr;
-    LinkLabel* priceList_ = nullptr;
+    platform::LinkLabel* deselect_ = nullptr;
+    platform::LinkLabel* priceList_ = nullptr;
     std::array<QPushButton*, 3> command_{};
 
     Data data_;

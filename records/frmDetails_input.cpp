@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <QToolButton>
 
+#include "common/modMain.h"
 #include "documents/frmInvoiceEx.h"
 #include "platform/controls/boxes.h"
 #include "platform/controls/date_field.h"
@@ -17,7 +18,6 @@
 #include "platform/system/numbers.h"
 #include "records/frmDetails.h"
 #include "records/service_row.h"
-#include "shell/modMain.h"
 
 namespace {
 
@@ -32,12 +32,14 @@ float numberOr(const QString& text, float otherwise) {
 }  // namespace
 
 void frmDetails::fieldChanged(int index) {
-    if (loading_ || index == kForPayment || index == kComments)
+    if (loading_ || index == kForPayment || index == kComments) {
         return;
+    }
     if (index < kDates) {
         showDatePicture(index);
-        if (index == 0)
+        if (index == 0) {
             command_[0]->setEnabled(!fieldText(0).trimmed().isEmpty());
+        }
         return;
     }
     showForPayment();
@@ -64,25 +66,30 @@ void frmDetails::showDatePicture(int index) {
 bool frmDetails::eventFilter(QObject* watched, QEvent* event) {
     auto* widget = qobject_cast<QWidget*>(watched);
     if (event->type() == QEvent::MouseButtonPress) {
-        for (int i = 0; i <= kTypesLabel; ++i)
-            if (widget->objectName() == QStringLiteral("Label1(%1)").arg(i))
+        for (int i = 0; i <= kTypesLabel; ++i) {
+            if (widget->objectName() == QStringLiteral("Label1(%1)").arg(i)) {
                 focusField(i);
+            }
+        }
         return QDialog::eventFilter(watched, event);
     }
     for (int i = 0; i < kFields; ++i) {
-        if (widget != fieldWidget(i))
+        if (widget != fieldWidget(i)) {
             continue;
-        if (event->type() == QEvent::KeyPress && filterKey(i, *static_cast<QKeyEvent*>(event)))
+        }
+        if (event->type() == QEvent::KeyPress && filterKey(i, *static_cast<QKeyEvent*>(event))) {
             return true;
+        }
         if (event->type() == QEvent::FocusIn) {
             const auto reason = static_cast<QFocusEvent*>(event)->reason();
             const auto selectAll = [widget] { QMetaObject::invokeMethod(widget, "selectAll"); };
             // A click sets the cursor after it has brought the focus, so the selecting waits until it is
             // done.
-            if (reason == Qt::MouseFocusReason)
+            if (reason == Qt::MouseFocusReason) {
                 QTimer::singleShot(0, widget, selectAll);
-            else if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason)
+            } else if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) {
                 selectAll();
+            }
         }
     }
     return QDialog::eventFilter(watched, event);
@@ -95,26 +102,30 @@ bool frmDetails::filterKey(int index, const QKeyEvent& key) {
         openPicker(index);
         return true;
     }
-    if (index < kPrice)
+    if (index < kPrice) {
         return false;
+    }
     return platform::filterNumberKey(*text_[static_cast<size_t>(index)], key,
                                      {.decimals = index != kDiscount && index != kGST});
 }
 
 void frmDetails::focusField(int index) {
-    if (index == kTypesLabel)
+    if (index == kTypesLabel) {
         list_->setFocus(Qt::OtherFocusReason);
-    else if (index == openField_)
+    } else if (index == openField_) {
         picker_->edit()->setFocus(Qt::OtherFocusReason);
-    else
+    } else {
         fieldWidget(index)->setFocus(Qt::OtherFocusReason);
+    }
 }
 
 void frmDetails::openPicker(int index) {
-    if (openField_ == index)
+    if (openField_ == index) {
         return;
-    if (openField_ >= 0)
+    }
+    if (openField_ >= 0) {
         commitPicker();
+    }
     openingPicker_ = true;
     openField_ = index;
     QLineEdit* field = text_[static_cast<size_t>(index)];
@@ -151,8 +162,9 @@ void frmDetails::takePickerValue(int index) {
 }
 
 void frmDetails::commitPicker() {
-    if (openField_ < 0)
+    if (openField_ < 0) {
         return;
+    }
     const int index = openField_;
     const auto value = picker_->value();
     closePicker();
@@ -161,20 +173,23 @@ void frmDetails::commitPicker() {
 }
 
 void frmDetails::closePicker() {
-    if (openField_ < 0)
+    if (openField_ < 0) {
         return;
+    }
     QLineEdit* field = text_[static_cast<size_t>(openField_)];
     const bool hadFocus = picker_->isAncestorOf(focusWidget()) || focusWidget() == picker_;
     openField_ = -1;
     field->show();
-    if (hadFocus && isVisible())
+    if (hadFocus && isVisible()) {
         field->setFocus(Qt::OtherFocusReason);
+    }
     picker_->hide();
 }
 
 void frmDetails::placePicker() {
-    if (openField_ >= 0)
+    if (openField_ >= 0) {
         picker_->setGeometry(text_[static_cast<size_t>(openField_)]->geometry());
+    }
 }
 
 void frmDetails::mousePressEvent(QMouseEvent* event) {

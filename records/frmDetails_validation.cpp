@@ -3,11 +3,12 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 
+#include "common/help.h"
+#include "common/modMain.h"
 #include "platform/controls/boxes.h"
 #include "platform/system/dates.h"
 #include "platform/system/numbers.h"
 #include "records/frmDetails.h"
-#include "shell/modMain.h"
 
 namespace {
 constexpr int kGSTLimitMessage = 309;
@@ -16,8 +17,9 @@ constexpr float kGSTLimit = 100;
 
 void frmDetails::Failures::add(int field, const QString& text) {
     texts.append(text);
-    if (focus < 0)
+    if (focus < 0) {
         focus = field;
+    }
 }
 
 void frmDetails::okClicked() {
@@ -59,14 +61,15 @@ void frmDetails::validateDates(Failures& failures) {
     };
     for (const DateRule& rule : kRules) {
         const QString text = fieldText(rule.field).trimmed();
-        if (const auto date = platform::readDate(text))
+        if (const auto date = platform::readDate(text)) {
             data_.*rule.property = platform::textOfDate(*date);
-        else if (text.isEmpty() && !rule.required)
+        } else if (text.isEmpty() && !rule.required) {
             data_.*rule.property = QString();
-        else
+        } else {
             failures.add(rule.field,
                          GetResString(rule.message, {{QStringLiteral("%1"),
                                                       platform::formatShortDate(QDate::currentDate())}}));
+        }
     }
 }
 
@@ -89,12 +92,13 @@ void frmDetails::validateNumbers(Failures& failures) {
         }
         const auto number = platform::readSingle(text);
         // Discount has no such limit: more than 100 percent off is a gift that the shop does make.
-        if (!number)
+        if (!number) {
             failures.add(rule.field, GetResString(rule.message));
-        else if (rule.field == kGST && *number >= kGSTLimit)
+        } else if (rule.field == kGST && *number >= kGSTLimit) {
             failures.add(rule.field, GetResString(kGSTLimitMessage));
-        else
+        } else {
             data_.*rule.property = platform::textOfSingle(*number);
+        }
     }
 }
 
@@ -102,17 +106,21 @@ void frmDetails::readTypes() {
     QString types;
     int selected = 0;
     for (int line = 0; line < list_->count(); ++line) {
-        if (!list_->item(line)->isSelected())
+        if (!list_->item(line)->isSelected()) {
             continue;
+        }
         types += QStringLiteral("%1|").arg(line + 1);
         ++selected;
     }
-    if (selected == 0)
+    if (selected == 0) {
         types = QStringLiteral("1");
+    }
     // The first kind stands for anything: it says nothing beside a kind that has a name.
-    if (selected > 1 && types.startsWith(QLatin1String("1|")))
+    if (selected > 1 && types.startsWith(QLatin1String("1|"))) {
         types.remove(0, 2);
-    if (types.endsWith(QLatin1Char('|')))
+    }
+    if (types.endsWith(QLatin1Char('|'))) {
         types.chop(1);
+    }
     data_.types = types;
 }

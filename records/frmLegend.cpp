@@ -2,11 +2,12 @@
 
 #include <QGridLayout>
 
+#include "common/modMain.h"
+#include "common/settings.h"
+#include "common/window_places.h"
 #include "platform/controls/boxes.h"
 #include "platform/controls/pictures.h"
 #include "platform/system/trap.h"
-#include "shell/modMain.h"
-#include "shell/settings.h"
 
 using platform::Trap;
 
@@ -68,8 +69,9 @@ void frmLegend::setUp() {
     for (size_t i = 0; i < Image1.size(); ++i) {
         const QString name = QString::fromLatin1(kLegend[i].picture);
         const QIcon icon = pictures(name);
-        if (icon.isNull())
+        if (icon.isNull()) {
             throw platform::RunError(kPictureMissing, QStringLiteral("Invalid picture: ") + name);
+        }
         Image1[i]->setPixmap(icon.pixmap(QSize(kPictureSize, kPictureSize), devicePixelRatioF()));
         Image1[i]->setAccessibleName(name);
         Label1[i]->setText(QString::fromLatin1(kLegend[i].text));
@@ -78,8 +80,9 @@ void frmLegend::setUp() {
 }
 
 void frmLegend::load() {
-    if (loaded_)
+    if (loaded_) {
         return;
+    }
     adjustSize();
     loaded_ = true;
     Trap step;  // without a place the window stays where it is
@@ -104,11 +107,13 @@ void frmLegend::Display() {
 }
 
 void frmLegend::Unload() {
-    if (!loaded_)
+    if (!loaded_) {
         return;
+    }
     loaded_ = false;
-    if (isMinimized())
+    if (isMinimized()) {
         return;
+    }
     Trap step;  // a place that cannot be kept is no reason to keep the window
     step([&] { settings::setText(settings::LegendPosition, placeOf(this)); });
 }

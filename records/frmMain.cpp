@@ -6,12 +6,12 @@
 #include <QStackedWidget>
 #include <chrono>
 
+#include "common/help.h"
+#include "common/modMain.h"
 #include "platform/controls/wait_pointer.h"
 #include "platform/system/trap.h"
-#include "records/frmDetails.h"
-#include "shell/frmSplash.h"
-#include "shell/frmTip.h"
-#include "shell/modMain.h"
+#include "records/program_windows.h"
+#include "records/service_list.h"
 
 using platform::BoxIcon;
 
@@ -26,12 +26,13 @@ qint64 steadyMilliseconds() {
 
 }  // namespace
 
-frmMain::frmMain(QWidget* parent) : QMainWindow(parent), GetTickCount(steadyMilliseconds) {
+frmMain::frmMain(ProgramWindows& windows, QWidget* parent)
+    : QMainWindow(parent), GetTickCount(steadyMilliseconds), windows_(windows) {
     setObjectName(QStringLiteral("frmMain"));
     setContextMenuPolicy(Qt::NoContextMenu);
-    for (platform::DataControl*& control : Data1)
-        control = new platform::DataControl(this);
+    makeBars();
     buildPanes();
+    makeServiceList();
     bindFields();
     connectFields();
     connectServiceList();
@@ -39,15 +40,17 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent), GetTickCount(steadyMill
 
 frmMain::~frmMain() = default;
 
-void frmMain::setSplash(std::unique_ptr<frmSplash> splash) {
+void frmMain::setSplash(std::unique_ptr<SplashWindow> splash) {
     splash_ = std::move(splash);
-    if (splash_)
+    if (splash_) {
         splash_->setCloseCallback([this] { DistroySplashForm(); });
+    }
 }
 
 void frmMain::DistroySplashForm() {
-    if (!splash_)
+    if (!splash_) {
         return;
+    }
     splash_->hide();
     // The splash window's own timer may be what asks for this, so it must outlive the call.
     splash_.release()->deleteLater();
@@ -60,11 +63,13 @@ platform::BoxAnswer frmMain::box(const QString& text, BoxIcon icon, platform::Bo
 
 bool frmMain::runStep(StepRoutine routine) {
     QString errorText;
-    if ((this->*routine)(errorText))
+    if ((this->*routine)(errorText)) {
         return true;
+    }
     box(errorText, BoxIcon::Critical);
-    if (splash_)
+    if (splash_) {
         splash_->repaint();
+    }
     return false;
 }
 
@@ -84,54 +89,51 @@ bool frmMain::Display() {
         runStep(&frmMain::CreateToolbarImages);
         runStep(&frmMain::CreateTabImages);
         runStep(&frmMain::CreateColumnImages);
-        if (!CreateTabs(errorText))
+        if (!CreateTabs(errorText)) {
             return failDisplay(errorText);
-        for (platform::DateField* date : DTPicker1)
+        }
+        for (platform::DateField* date : DTPicker1) {
             date->setValue(QDate::currentDate());
-        if (!InitServiceListView(errorText))
+        }
+        if (!InitServiceListView(errorText)) {
             return failDisplay(errorText);
+        }
         showSortIcon();
         setWindowTitle(GetResString(1));
         runStep(&frmMain::CreateMenus);
-        if (runStep(&frmMain::CreateStatusBar))
+        if (runStep(&frmMain::CreateStatusBar)) {
             SetStatusText(QStringLiteral("Ready"), true);
+        }
         runStep(&frmMain::CreateToolbar);
         panes_->setCurrentIndex(0);
         bool ok = false;
         OpenDataControls(errorText, ok);
-        if (!ok)
+        if (!ok) {
             return failDisplay(errorText);
+        }
         FillClientCombo();
         FillComputerCombo();
         setTabCaption(2, GetResString(102));
         FillServiceList({});
         UpdateServiceButtons();
-        ServiceEditor = std::make_unique<frmDetails>(this);
-        ServiceEditor->setServiceView(&view_);
+        services_->makeEditor();
         settleSplash(startTick);
         resize(qMin(screen()->availableSize().width(), qMax(kUsualWidth, sizeHint().width())), height());
         ArrangeControls();
         show();
     }
-    if (ShowTipsAtStartup)
-        showTip();
+    if (ShowTipsAtStartup) {
+        repaint();
+        windows_.showTip(this, [this] { DistroySplashForm(); });
+    }
     return true;
-}
-
-// The advice stands over a window that is there already, and takes itself away: the program's own loop runs
-// under it, so that the program can be ended meanwhile as at any other time.
-void frmMain::showTip() {
-    repaint();
-    auto* tip = new frmTip(this);
-    tip->setAttribute(Qt::WA_DeleteOnClose);
-    tip->onLoadFailure = [this] { DistroySplashForm(); };
-    tip->Display();
 }
 
 // The picture stays for seven seconds in all, however much of that time the building took.
 void frmMain::settleSplash(qint64 startTick) {
-    if (!splash_)
+    if (!splash_) {
         return;
+    }
     const qint64 elapsed = GetTickCount() - startTick;
     if (elapsed >= kSplashTime) {
         DistroySplashForm();
@@ -152,8 +154,9 @@ void frmMain::showSortIcon() {
         LVWSortField = QStringLiteral("ServiceStarted");
         LVWSortOrder = QStringLiteral("ASC");
     }
-    if (!LVWSorted)
+    if (!LVWSorted) {
         return;
+    }
     ListView1->setColumnImages(columnImages_);
     ListView1->setColumnIcon(
         column, LVWSortOrder == QLatin1String("ASC") ? QStringLiteral("SortUp") : QStringLiteral("SortDown"));
@@ -170,15 +173,16 @@ void frmMain::closeEvent(QCloseEvent* event) {
 }
 
 void frmMain::unloadHandler() {
-    if (unloaded_)
+    if (unloaded_) {
         return;
+    }
     unloaded_ = true;
     platform::Trap step;
     step([&] {
         bool ok = false;
         CloseDatabases(ok);
     });
-    ServiceEditor.reset();
+    services_->dropEditor();
     SaveSettings();
     step([&] { WinHelp(helpFile(), HELP_QUIT); });
     step.clear();

@@ -15,11 +15,17 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include "common/help.h"
+#include "common/modMain.h"
+#include "common/window_helpers.h"
 #include "platform/controls/keys.h"
 #include "platform/controls/pictures.h"
+#include "platform/system/trap.h"
 #include "records/frmMain.h"
 #include "records/main_fields.h"
-#include "shell/modMain.h"
+
+using platform::BoxIcon;
+using platform::Trap;
 
 namespace {
 
@@ -29,19 +35,16 @@ constexpr const char* kSelectsAll = "selectsAllOnFocus";
 constexpr int kPanels = 2;          // panes with entry fields
 constexpr int kShortestField = 10;  // letters
 
-QString numbered(const char* name, int index) {
-    return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
-}
-
 QString labelText(const EntryRow& row) {
-    return QLatin1String(row.caption) + (row.required ? QStringLiteral(" *") : QString());
+    return QLatin1String(row.caption) + (row.missingId != 0 ? QStringLiteral(" *") : QString());
 }
 
 void selectAllOf(QObject* field) {
-    if (auto* line = qobject_cast<QLineEdit*>(field))
+    if (auto* line = qobject_cast<QLineEdit*>(field)) {
         line->selectAll();
-    else if (auto* lines = qobject_cast<QPlainTextEdit*>(field))
+    } else if (auto* lines = qobject_cast<QPlainTextEdit*>(field)) {
         lines->selectAll();
+    }
 }
 
 QPlainTextEdit* makeLines(QWidget* parent) {
@@ -80,7 +83,7 @@ void frmMain::buildPanes() {
     for (int i = 0; i < 3; ++i) {
         Picture1[static_cast<size_t>(i)] = new QWidget(panes_);
         QWidget* pane = Picture1[static_cast<size_t>(i)];
-        pane->setObjectName(numbered("Picture1", i));
+        pane->setObjectName(arrayName("Picture1", i));
         auto* paneColumn = new QVBoxLayout(pane);
         paneColumn->setContentsMargins(4, 9, 4, 0);
         if (i < kPanels) {
@@ -107,10 +110,11 @@ void frmMain::buildSelectorRow(int stageIndex, QVBoxLayout* column) {
     Text2[i]->setPlaceholderText(QStringLiteral("Type to find"));
     Text2[i]->setProperty(kSelectsAll, true);
     Text2[i]->addAction(platform::icon(QStringLiteral("Find")), QLineEdit::LeadingPosition);
-    registerEntry(Text2[i], numbered("Text2", stageIndex), QStringLiteral("Find a ") + caption.toLower(),
+    registerEntry(Text2[i], arrayName("Text2", stageIndex), QStringLiteral("Find a ") + caption.toLower(),
                   pane.typeAheadContext);
     Combo1[i] = new platform::Selector(Picture1[i]);
-    registerEntry(Combo1[i], numbered("Combo1", stageIndex), caption, pane.selectorContext);
+    stages_[stageIndex].setSelector(Combo1[i]);
+    registerEntry(Combo1[i], arrayName("Combo1", stageIndex), caption, pane.selectorContext);
     auto* label = new QLabel(caption, Picture1[i]);
     label->setBuddy(Combo1[i]);
     row->addWidget(Text2[i], 1);
@@ -121,7 +125,7 @@ void frmMain::buildSelectorRow(int stageIndex, QVBoxLayout* column) {
     column->addSpacing(4);
     connect(Text2[i], &QLineEdit::textChanged, this, [this, stageIndex] { typeAheadChanged(stageIndex); });
     connect(Combo1[i], &QComboBox::currentIndexChanged, this,
-            [this, stageIndex] { selectorChanged(stageIndex); });
+            [this, stageIndex] { editing_.choose(stageIndex); });
 }
 
 QWidget* frmMain::makeField(const EntryRow& row) {
@@ -137,7 +141,7 @@ QWidget* frmMain::makeField(const EntryRow& row) {
             break;
         case EntryKind::Date:
             DTPicker1[i] = new platform::DateField(true, this);
-            registerEntry(DTPicker1[i], numbered("DTPicker1", row.index), caption, row.helpContext);
+            registerEntry(DTPicker1[i], arrayName("DTPicker1", row.index), caption, row.helpContext);
             return DTPicker1[i];
         case EntryKind::Check:
             Check1 = new QCheckBox(caption, this);
@@ -145,7 +149,7 @@ QWidget* frmMain::makeField(const EntryRow& row) {
             return Check1;
     }
     Text1[i]->setProperty(kSelectsAll, true);
-    registerEntry(Text1[i], numbered("Text1", row.index), caption, row.helpContext);
+    registerEntry(Text1[i], arrayName("Text1", row.index), caption, row.helpContext);
     return Text1[i];
 }
 
@@ -168,8 +172,9 @@ void frmMain::buildBlocks(int stageIndex, QVBoxLayout* column) {
     }
     for (int i = 0; i < insides.size(); ++i) {
         QGridLayout* inside = insides.at(i);
-        if (inside->count() == 1)
+        if (inside->count() == 1) {
             continue;  // a text of several lines takes the whole frame
+        }
         inside->setColumnMinimumWidth(0, labelWidths.value(pane.blocks[static_cast<size_t>(i)].column));
         inside->setRowStretch(inside->rowCount(), 1);
     }
@@ -191,8 +196,9 @@ int frmMain::addRow(const EntryRow& row, QGridLayout* inside) {
     }
     auto* label = new QLabel(labelText(row), inside->parentWidget());
     label->setBuddy(field);
-    if (row.required)
+    if (row.missingId != 0) {
         label->setToolTip(QStringLiteral("Required"));
+    }
     inside->addWidget(label, line, 0);
     if (row.kind == EntryKind::Line && (row.index == kEMail || row.index == kWeb)) {
         auto* cell = new QHBoxLayout;
@@ -213,11 +219,30 @@ QToolButton* frmMain::makeOpener(bool isWeb) {
     Command1[i]->setIcon(platform::icon(isWeb ? QStringLiteral("Web") : QStringLiteral("Mail")));
     Command1[i]->setToolTip(isWeb ? QStringLiteral("Open the web page") : QStringLiteral("Write an e-mail"));
     Command1[i]->setAutoRaise(true);
-    registerEntry(Command1[i], numbered("Command1", static_cast<int>(i)), Command1[i]->toolTip(),
+    registerEntry(Command1[i], arrayName("Command1", static_cast<int>(i)), Command1[i]->toolTip(),
                   isWeb ? kWebHelp : kMailHelp);
     connect(Command1[i], &QToolButton::clicked, this,
             [this, isWeb] { OpenWebOrMail(fieldText(isWeb ? kWeb : kEMail), isWeb); });
     return Command1[i];
+}
+
+void frmMain::OpenWebOrMail(const QString& address, bool isWeb) {
+    QString target = address.trimmed();
+    if (target.isEmpty()) {
+        return;
+    }
+    if (!target.contains(isWeb ? QLatin1Char('.') : QLatin1Char('@'))) {
+        box(GetResString(isWeb ? 130 : 131), BoxIcon::Exclamation);
+        fields_.focus(isWeb ? kWeb : kEMail);
+        return;
+    }
+    const QString scheme = isWeb ? QStringLiteral("http://") : QStringLiteral("mailto:");
+    if (!target.contains(scheme, Qt::CaseInsensitive)) {
+        target.prepend(scheme);
+    }
+    Trap step;
+    step([&] { LaunchAssociated(this, target); });
+    step.clear();
 }
 
 void frmMain::buildServicePane(QVBoxLayout* column) {
@@ -239,7 +264,7 @@ void frmMain::buildServicePane(QVBoxLayout* column) {
         lines->setReadOnly(true);
         lines->setProperty(kSelectsAll, true);
         Text1[static_cast<size_t>(entry.index)] = lines;
-        registerEntry(lines, numbered("Text1", entry.index), QLatin1String(entry.title), entry.helpContext);
+        registerEntry(lines, arrayName("Text1", entry.index), QLatin1String(entry.title), entry.helpContext);
         inside->addWidget(lines);
         below->addWidget(frame, entry.stretch);
     }
@@ -248,49 +273,35 @@ void frmMain::buildServicePane(QVBoxLayout* column) {
 }
 
 void frmMain::bindFields() {
-    for (int stage = 0; stage < kPanels; ++stage) {
-        for (const EntryRow& row : entryPane(stage).rows)
-            Data1[static_cast<size_t>(stage)]->bind(entryField(row), QLatin1String(row.field));
+    for (const Stage& stage : stages_) {
+        for (const EntryRow& row : stage.rows()) {
+            stage.data().bind(fields_.of(row), QLatin1String(row.field));
+        }
     }
 }
 
-QWidget* frmMain::entryField(const EntryRow& row) const {
-    const auto i = static_cast<size_t>(row.index);
-    if (row.kind == EntryKind::Check)
-        return Check1;
-    return row.kind == EntryKind::Date ? static_cast<QWidget*>(DTPicker1[i]) : Text1[i];
-}
-
-// After bindFields: a field's mark of change must be set before we ask for it.
+// After bindFields: a field's mark of change must be set before we ask for it. A date has none: changing it
+// alone does not make a record one to be saved.
 void frmMain::connectFields() {
-    for (int i = 0; i < kEntryFields; ++i) {
-        QWidget* field = Text1[static_cast<size_t>(i)];
-        if (auto* line = qobject_cast<QLineEdit*>(field))
-            connect(line, &QLineEdit::textChanged, this, [this, i] { fieldChanged(i); });
-        else if (auto* lines = qobject_cast<QPlainTextEdit*>(field))
-            connect(lines, &QPlainTextEdit::textChanged, this, [this, i] { fieldChanged(i); });
+    for (Stage& stage : stages_) {
+        for (const EntryRow& row : stage.rows()) {
+            connectField(stage.index(), fields_.of(row));
+        }
     }
-    connect(Check1, &QCheckBox::toggled, this, &frmMain::firmBoxClicked);
+    for (int description : {kDescription, kServiceKinds}) {
+        connectField(kServices, Text1[static_cast<size_t>(description)]);
+    }
 }
 
-QString frmMain::fieldText(int index) const {
-    const QWidget* field = Text1[static_cast<size_t>(index)];
-    if (const auto* line = qobject_cast<const QLineEdit*>(field))
-        return line->text();
-    return qobject_cast<const QPlainTextEdit*>(field)->toPlainText();
-}
-
-void frmMain::setFieldText(int index, const QString& text) {
-    QWidget* field = Text1[static_cast<size_t>(index)];
-    if (auto* line = qobject_cast<QLineEdit*>(field))
-        line->setText(text);
-    else
-        qobject_cast<QPlainTextEdit*>(field)->setPlainText(text);
-}
-
-void frmMain::setFocusToField(int index) {
-    if (index >= 0 && index < kEntryFields)
-        Text1[static_cast<size_t>(index)]->setFocus(Qt::OtherFocusReason);
+void frmMain::connectField(int stageIndex, QWidget* field) {
+    const auto typed = [this, stageIndex, field] { stages_.fieldTyped(stageIndex, field); };
+    if (auto* line = qobject_cast<QLineEdit*>(field)) {
+        connect(line, &QLineEdit::textChanged, this, typed);
+    } else if (auto* lines = qobject_cast<QPlainTextEdit*>(field)) {
+        connect(lines, &QPlainTextEdit::textChanged, this, typed);
+    } else if (auto* check = qobject_cast<QCheckBox*>(field)) {
+        connect(check, &QCheckBox::toggled, this, typed);
+    }
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
@@ -298,10 +309,11 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
         const auto reason = static_cast<QFocusEvent*>(event)->reason();
         // A click sets the cursor after it has given the focus, so the selecting waits until the click is
         // done.
-        if (reason == Qt::MouseFocusReason)
+        if (reason == Qt::MouseFocusReason) {
             QTimer::singleShot(0, watched, [watched] { selectAllOf(watched); });
-        else if (reason != Qt::PopupFocusReason)
+        } else if (reason != Qt::PopupFocusReason) {
             selectAllOf(watched);
+        }
     }
     if (event->type() == QEvent::KeyPress && watched->property(kEntry).toBool()) {
         const auto* key = static_cast<QKeyEvent*>(event);
@@ -320,7 +332,8 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
 
 void frmMain::showHelpOfFocus() {
     const QWidget* at = QApplication::focusWidget();
-    while (at != nullptr && !at->property(kHelpContext).isValid())
+    while (at != nullptr && !at->property(kHelpContext).isValid()) {
         at = at->parentWidget();
+    }
     showHelp(at != nullptr ? at->property(kHelpContext).toInt() : kClientPaneHelp);
 }

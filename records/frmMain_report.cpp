@@ -2,6 +2,7 @@
 
 #include <QPointer>
 
+#include "common/modMain.h"
 #include "platform/controls/wait_pointer.h"
 #include "platform/system/files.h"
 #include "platform/system/trap.h"
@@ -9,9 +10,8 @@
 #include "records/frmMain.h"
 #include "records/frmReportOptions.h"
 #include "records/report_progress.h"
-#include "records/service_row.h"
+#include "records/service_list.h"
 #include "records/text_report.h"
-#include "shell/modMain.h"
 
 using platform::BoxIcon;
 using platform::Trap;
@@ -35,20 +35,12 @@ constexpr Message kMessages[] = {
      BoxIcon::Exclamation},
 };
 
-TextReport::Selection selectionOf(const frmMain& window) {
-    const auto numberOf = [](const platform::Selector& selector) {
-        return selector.entryData(selector.currentIndex());
-    };
-    const platform::ListItem* service = window.ListView1->selectedItem();
-    return {numberOf(*window.Combo1[0]), numberOf(*window.Combo1[1]),
-            service == nullptr ? -1 : service_row::idOfKey(service->Key)};
-}
-
 }  // namespace
 
 void frmMain::GenerateReport() {
-    if (reporting_)
+    if (reporting_) {
         return;
+    }
     const QPointer<frmMain> self = this;  // it may be closed while the report is being written
     reporting_ = true;
     SetStatusText(QStringLiteral("Genearting report... Please Wait..."));
@@ -57,32 +49,44 @@ void frmMain::GenerateReport() {
         const platform::WaitPointer pointer;
         Trap step;
         step([&] { result = writeReport(); });
-        if (self.isNull())
+        if (self.isNull()) {
             return;
-        if (!unloaded_)
+        }
+        if (!unloaded_) {
             SetStatusText({});
+        }
     }
     reporting_ = false;
-    if (unloaded_)
+    if (unloaded_) {
         return;
-    for (const Message& message : kMessages) {
-        if (message.result == result)
-            box(QLatin1String(message.text), message.icon);
     }
+    for (const Message& message : kMessages) {
+        if (message.result == result) {
+            box(QLatin1String(message.text), message.icon);
+        }
+    }
+}
+
+TextReport::Selection frmMain::reportSelection() const {
+    const auto numberOf = [](const platform::Selector& selector) {
+        return selector.entryData(selector.currentIndex());
+    };
+    return {numberOf(*Combo1[0]), numberOf(*Combo1[1]), services_->selectedId().value_or(-1)};
 }
 
 TextReport::Result frmMain::writeReport() {
     const QPointer<frmMain> self = this;
     const QString file = platform::programFolder() + QStringLiteral("/Report.txt");
-    TextReport report(Data1[0]->Database(), QuerySuffix, *this, selectionOf(*this), ServiceTypeNames);
+    TextReport report(Data1[0]->Database(), QuerySuffix, *this, reportSelection(), ServiceTypeNames());
     ReportProgress progress(this, StatusBar1, ReportTurn);
-    const Result result =
-        report.write(Data1[0]->RecordSource.toStdString(), file, [&](std::int64_t done, std::int64_t total) {
-            progress.tell(done, total);
-            return !self.isNull() && !self->unloaded_;
-        });
-    if (result == Result::Written || result == Result::Failed)
+    const Result result = report.write(Data1[0]->RecordSource().toStdString(), file,
+                                       [&](std::int64_t done, std::int64_t total) {
+                                           progress.tell(done, total);
+                                           return !self.isNull() && !self->unloaded_;
+                                       });
+    if (result == Result::Written || result == Result::Failed) {
         LaunchAssociated(this, file);
+    }
     return result;
 }
 
@@ -90,8 +94,9 @@ void frmMain::OpenReportOptions() {
     frmReportOptions options(this);
     static_cast<ReportChoices&>(options) = *this;
     options.Display();
-    if (!options.Cancelled())
+    if (!options.Cancelled()) {
         static_cast<ReportChoices&>(*this) = options;
+    }
     options.Unload();
 }
 

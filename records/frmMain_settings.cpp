@@ -2,11 +2,12 @@
 
 #include <QStringList>
 
+#include "common/list_columns.h"
+#include "common/modMain.h"
+#include "common/settings.h"
+#include "common/window_places.h"
 #include "platform/system/trap.h"
 #include "records/frmMain.h"
-#include "shell/list_columns.h"
-#include "shell/modMain.h"
-#include "shell/settings.h"
 
 using platform::BoxIcon;
 using platform::Trap;
@@ -78,14 +79,18 @@ void frmMain::LoadSettings() {
     step(
         [] { settings::requireReadable(); });  // the typed readings below give the default instead of failing
     step([&] { moveToPlace(this, settings::text(settings::MainPosition)); });
-    for (const Flag& flag : flags())
+    for (const Flag& flag : flags()) {
         step([&] { this->*flag.property = settings::boolean(flag.setting); });
-    for (const Number& number : numbers())
+    }
+    for (const Number& number : numbers()) {
         step([&] { this->*number.property = settings::integer(number.setting); });
-    for (const Word& word : words())
+    }
+    for (const Word& word : words()) {
         step([&] { this->*word.property = settings::text(word.setting); });
-    if (step.failed())
+    }
+    if (step.failed()) {
         box(GetResString(1041) + QLatin1Char('\n') + step.line(), BoxIcon::Exclamation);
+    }
 }
 
 void frmMain::SaveSettings() {
@@ -95,23 +100,29 @@ void frmMain::SaveSettings() {
     const auto write = [&](auto&& deed) {
         ++line;
         step(deed);
-        if (step.failed() && failedLine == 0)
+        if (step.failed() && failedLine == 0) {
             failedLine = line;
+        }
     };
-    if (!isMinimized())
+    if (!isMinimized()) {
         write([&] { settings::setText(settings::MainPosition, placeOf(this)); });
-    for (const Flag& flag : flags())
+    }
+    for (const Flag& flag : flags()) {
         write([&] { settings::setBoolean(flag.setting, this->*flag.property); });
-    for (const Number& number : numbers())
+    }
+    for (const Number& number : numbers()) {
         write([&] { settings::setInteger(number.setting, this->*number.property); });
-    for (const Word& word : words())
+    }
+    for (const Word& word : words()) {
         write([&] { settings::setText(word.setting, this->*word.property); });
+    }
     if (ListView1->columnCount() > 0) {
         write([&] { settings::setText(settings::LVWColumnWidths, columnWidths(*ListView1)); });
         write([&] { settings::setText(settings::LVWColumnPositions, columnPositions(*ListView1)); });
     }
-    if (step.failed())
+    if (step.failed()) {
         box(GetResString(1040) + QLatin1Char('\n') + step.line() +
                 QStringLiteral(" in line %1").arg(failedLine),
             BoxIcon::Exclamation);
+    }
 }

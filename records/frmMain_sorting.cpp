@@ -1,8 +1,10 @@
 // The order of the services list: a clause in the statement that its rows come from.
 
+#include "common/modMain.h"
+#include "common/window_helpers.h"
 #include "platform/system/trap.h"
 #include "records/frmMain.h"
-#include "shell/modMain.h"
+#include "records/service_columns.h"
 
 using platform::BoxIcon;
 using platform::ListItem;
@@ -11,19 +13,9 @@ using platform::Trap;
 
 namespace {
 
-constexpr int kServices = 2;  // the stage's index
 const QString kAscending = QStringLiteral("ASC");
 const QString kDescending = QStringLiteral("DESC");
-const QString kUsualField = QStringLiteral("ServiceStarted");
-
-QString withoutOrder(QString source) {
-    const qsizetype clause = source.indexOf(QLatin1String("ORDER BY"));
-    if (clause >= 0)
-        source.truncate(clause);
-    while (source.endsWith(QLatin1Char(' ')))
-        source.chop(1);
-    return source;
-}
+const QString kUsualField = fieldOf(ServiceColumn::Started);
 
 QString selectedKey(const ListView& list) {
     const ListItem* selected = list.selectedItem();
@@ -37,8 +29,9 @@ void frmMain::takeSortColumn(int column) {
     const QString key = ListView1->columnKey(column);
     ListView1->setColumnImages(columnImages_);
     if (key != LVWSortField) {
-        if (const int before = ListView1->columnOf(LVWSortField); LVWSorted && before > 0)
+        if (const int before = ListView1->columnOf(LVWSortField); LVWSorted && before > 0) {
             ListView1->setColumnIcon(before, QStringLiteral("Dummy"));
+        }
         LVWSortOrder = kAscending;
         LVWSortField = key;
     } else {
@@ -50,21 +43,23 @@ void frmMain::takeSortColumn(int column) {
 }
 
 void frmMain::ListView1_ColumnClick(int column) {
-    if (ListView1->count() == 0)
+    if (ListView1->count() == 0) {
         return;
+    }
     const QString key = selectedKey(*ListView1);
     SetStatusText(QStringLiteral("Sorting in progress..."));
     Trap step;
     step([&] { takeSortColumn(column); });
-    step([&] { refresh(kServices, withoutOrder(Data1[kServices]->RecordSource) + sortClause()); });
+    step([&] { stages_.reorderServices(); });
     step([&] { FillServiceList(key); });
     UpdateServiceButtons();
     SetStatusText({});
 }
 
 void frmMain::UnsortServices() {
-    if (!LVWSorted || ListView1->count() == 0)
+    if (!LVWSorted || ListView1->count() == 0) {
         return;
+    }
     const QString key = selectedKey(*ListView1);
     SetStatusText(QStringLiteral("Unsorting in progress..."));
     LVWSorted = false;
@@ -72,13 +67,14 @@ void frmMain::UnsortServices() {
     LVWSortOrder = kAscending;
     Trap step;
     step([&] { ListView1->setColumnImages({}); });
-    step([] { dao::DBEngine::Idle(dao::dbRefreshCache); });
-    step([&] { refresh(kServices, withoutOrder(Data1[kServices]->RecordSource)); });
+    step(refreshCache);
+    step([&] { stages_.reorderServices(); });
     step([&] { FillServiceList(key); });
     UpdateServiceButtons();
     SetStatusText({});
-    if (step.failed())
+    if (step.failed()) {
         box(GetResString(1042) + QLatin1Char('\n') + step.line() +
                 QStringLiteral(" in line %1").arg(step.codeLine()),
             BoxIcon::Exclamation);
+    }
 }

@@ -8,9 +8,10 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include "common/help.h"
+#include "common/settings.h"
+#include "common/window_places.h"
 #include "platform/system/trap.h"
-#include "shell/modMain.h"
-#include "shell/settings.h"
 
 namespace {
 
@@ -95,8 +96,9 @@ void frmReportOptions::buildChoices(QGridLayout* grid) {
             line->addStretch(1);
             column->addLayout(line);
             connect(check, &QCheckBox::toggled, this, [this, i] {
-                if (!loading_)
+                if (!loading_) {
                     checkClicked(i);
+                }
             });
             Check1[static_cast<size_t>(i)] = check;
         }
@@ -129,11 +131,13 @@ void frmReportOptions::load() {
         loaded_ = true;
     }
     loading_ = true;
-    for (size_t i = 0; i < Check1.size(); ++i)
+    for (size_t i = 0; i < Check1.size(); ++i) {
         Check1[i]->setChecked(this->*kChoiceRows[i].choice);
+    }
     loading_ = false;
-    for (const Head& head : kHeads)
+    for (const Head& head : kHeads) {
         checkClicked(head.index);
+    }
 }
 
 void frmReportOptions::Display() {
@@ -143,25 +147,29 @@ void frmReportOptions::Display() {
 }
 
 void frmReportOptions::Unload() {
-    if (!loaded_)
+    if (!loaded_) {
         return;
+    }
     loaded_ = false;
-    if (isMinimized())
+    if (isMinimized()) {
         return;
+    }
     platform::Trap step;  // a place that cannot be kept: the choices still count
     step([&] { settings::setText(settings::ReportOptionsPosition, placeOf(this)); });
 }
 
 void frmReportOptions::checkClicked(int index) {
     for (const Head& head : kHeads) {
-        for (int i = index + 1; head.index == index && i <= head.last; ++i)
+        for (int i = index + 1; head.index == index && i <= head.last; ++i) {
             Check1[static_cast<size_t>(i)]->setEnabled(Check1[static_cast<size_t>(index)]->isChecked());
+        }
     }
 }
 
 void frmReportOptions::confirm() {
-    for (size_t i = 0; i < Check1.size(); ++i)
+    for (size_t i = 0; i < Check1.size(); ++i) {
         this->*kChoiceRows[i].choice = Check1[i]->isChecked();
+    }
     cancelled_ = false;
     WinHelp(helpFile(), HELP_QUIT);
     accept();

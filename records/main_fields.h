@@ -14,7 +14,7 @@ struct EntryRow {
     const char* caption;  // empty where the block's title says it all
     int block;            // position in the stage's blocks
     int helpContext;      // topic of the help file
-    bool required;        // a record is not taken in without it
+    int missingId;        // the message where it is empty: a record is not taken in without it; 0: none
 };
 
 // A framed block of fields: its place and span in the grid of its pane.
@@ -32,8 +32,6 @@ struct EntryPane {
 
 // Of stage index 0 (clients) or 1 (computers).
 const EntryPane& entryPane(int stageIndex);
-// The stage, from 1, that a field of Text1 belongs to.
-int stageOfField(int index);
 
 // Topics of what is no entry row.
 constexpr int kMailHelp = 526;

@@ -2,37 +2,51 @@
 
 #include <QCheckBox>
 
-#include "records/frmMain.h"
+#include "platform/controls/list_view.h"
+#include "records/entry_fields.h"
 #include "records/main_fields.h"
+#include "records/stage_tabs.h"
 
 QString MainWindowView::tabCaption(int tab) const {
-    return window_.TabStrip1 == nullptr ? QString() : window_.TabStrip1->caption(tab - 1);
+    return tabs_ == nullptr ? QString() : tabs_->caption(tab - 1);
 }
 
-QString MainWindowView::serviceKey() const {
-    const platform::ListItem* row = window_.ListView1->selectedItem();
-    return row == nullptr ? QString() : row->Key;
+std::optional<qint32> MainWindowView::serviceId() const {
+    const platform::ListItem* row = services_->selectedItem();
+    return row == nullptr ? std::nullopt : std::optional(ServiceCells(*row).serviceId());
 }
 
-QString MainWindowView::serviceColumn(int column) const {
-    const platform::ListItem* row = window_.ListView1->selectedItem();
-    if (row == nullptr || column < 1 || column > window_.ListView1->columnCount())
-        return QString();
-    return column == 1 ? row->Text : row->subItems.value(column - 2);
+QString MainWindowView::serviceStarted() const {
+    return shown(ServiceColumn::Started);
+}
+
+QString MainWindowView::serviceDiscount() const {
+    return shown(ServiceColumn::Discount);
+}
+
+QString MainWindowView::serviceTax() const {
+    return shown(ServiceColumn::Tax);
+}
+
+QString MainWindowView::shown(ServiceColumn column) const {
+    const platform::ListItem* row = services_->selectedItem();
+    return row == nullptr ? QString() : cellOf(*row, column);
 }
 
 QString MainWindowView::serviceDescription() const {
-    return window_.fieldText(kDescription);
+    return fields_.text(kDescription);
 }
 
 QString MainWindowView::clientField(const QString& field) const {
     for (const EntryRow& row : entryPane(0).rows) {
-        if (row.kind != EntryKind::Date && row.kind != EntryKind::Check && field == QLatin1String(row.field))
-            return window_.fieldText(row.index);
+        if (row.kind != EntryKind::Date && row.kind != EntryKind::Check &&
+            field == QLatin1String(row.field)) {
+            return fields_.text(row.index);
+        }
     }
     return QString();
 }
 
 bool MainWindowView::isFirm() const {
-    return window_.Check1->isChecked();
+    return fields_.firm->isChecked();
 }

@@ -58,12 +58,14 @@ QString statement(int number, int dueDateDiff) {
 }
 
 void IdList::add(std::int32_t id) {
-    if (id == last_)
+    if (id == last_) {
         return;
+    }
     last_ = id;
     ++count_;
-    if (!terms_.empty())
+    if (!terms_.empty()) {
         terms_ += " OR ";
+    }
     terms_ += term_;
     terms_ += std::to_string(id);
 }

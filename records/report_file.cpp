@@ -45,18 +45,21 @@ void ReportFile::open(const QString& path) {
     column_ = 1;
     broken_ = false;
     failure_ = 0;
-    if (!file_.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
+    if (!file_.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
         fail(file_.error() == QFileDevice::PermissionsError ? kDenied : kAccess, file_.fileName());
+    }
 }
 
 void ReportFile::close() {
-    if (!file_.isOpen())
+    if (!file_.isOpen()) {
         return;
+    }
     flush();
     file_.close();
     buffer_.clear();
-    if (broken_)
+    if (broken_) {
         fail(failure_, file_.fileName());
+    }
 }
 
 void ReportFile::remove() {
@@ -78,25 +81,29 @@ void ReportFile::flush() {
 }
 
 void ReportFile::tab(int column) {
-    if (column < column_)
+    if (column < column_) {
         endLine();
+    }
     print(static_cast<std::size_t>(column - column_), ' ');
 }
 
 void ReportFile::print(std::size_t times, char character) {
-    if (!isGood())
+    if (!isGood()) {
         return;
+    }
     buffer_.append(times, character);
     column_ += static_cast<int>(times);
 }
 
 void ReportFile::print(std::string_view text) {
-    if (!isGood())
+    if (!isGood()) {
         return;
-    if (text.find_first_of("\r\n") == std::string_view::npos)
+    }
+    if (text.find_first_of("\r\n") == std::string_view::npos) {
         printPiece(text);
-    else
+    } else {
         printLines(text);
+    }
 }
 
 void ReportFile::printPiece(std::string_view text) {
@@ -108,8 +115,9 @@ void ReportFile::printLines(std::string_view text) {
     while (true) {
         const std::size_t end = text.find_first_of("\r\n");
         printPiece(text.substr(0, end));
-        if (end == std::string_view::npos)
+        if (end == std::string_view::npos) {
             return;
+        }
         endLine();
         const bool pair = text[end] == '\r' && end + 1 < text.size() && text[end + 1] == '\n';
         text.remove_prefix(end + (pair ? 2 : 1));
@@ -117,10 +125,12 @@ void ReportFile::printLines(std::string_view text) {
 }
 
 void ReportFile::endLine() {
-    if (!isGood())
+    if (!isGood()) {
         return;
+    }
     buffer_.append(kLineEnd);
     column_ = 1;
-    if (buffer_.size() >= kBlock)
+    if (buffer_.size() >= kBlock) {
         flush();
+    }
 }

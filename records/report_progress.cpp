@@ -25,16 +25,19 @@ ReportProgress::ReportProgress(QWidget* window, platform::StatusBar* bar, int tu
 }
 
 ReportProgress::~ReportProgress() {
-    if (shown_.isNull())
+    if (shown_.isNull()) {
         return;
-    if (!bar_.isNull() && !window_.isNull())
+    }
+    if (!bar_.isNull() && !window_.isNull()) {
         bar_->uncover(shown_, window_);
+    }
     delete shown_;
 }
 
 void ReportProgress::tell(std::int64_t done, std::int64_t total) {
-    if (sinceTurn_.elapsed() < turn_)
+    if (sinceTurn_.elapsed() < turn_) {
         return;
+    }
     show(done, total);
     qApp->installEventFilter(this);
     QApplication::processEvents();
@@ -43,8 +46,9 @@ void ReportProgress::tell(std::int64_t done, std::int64_t total) {
 }
 
 void ReportProgress::show(std::int64_t done, std::int64_t total) {
-    if (bar_.isNull() || window_.isNull())
+    if (bar_.isNull() || window_.isNull()) {
         return;
+    }
     if (shown_.isNull()) {
         shown_ = new QProgressBar(window_);
         shown_->setObjectName(QStringLiteral("ProgressBar1"));

@@ -20,8 +20,9 @@ const dao::Value* ReportRows::value(int field) const {
     const std::optional<dao::Field>& known = fields_[static_cast<std::size_t>(field)];
     const dao::Value* read = nullptr;
     Trap step;
-    if (known)
+    if (known) {
         step([&] { read = &known->Value(); });
+    }
     return read == nullptr || read->isNull() ? nullptr : read;
 }
 
@@ -33,8 +34,9 @@ const std::string& ReportRows::text(int field) const {
 
 std::optional<double> ReportRows::date(int field) const {
     const dao::Value* read = value(field);
-    if (read == nullptr)
+    if (read == nullptr) {
         return std::nullopt;
+    }
     std::optional<double> days;
     Trap step;
     step([&] { days = read->asDate().days; });
@@ -43,8 +45,9 @@ std::optional<double> ReportRows::date(int field) const {
 
 std::optional<float> ReportRows::number(int field) const {
     const dao::Value* read = value(field);
-    if (read == nullptr)
+    if (read == nullptr) {
         return std::nullopt;
+    }
     std::optional<float> number;
     Trap step;
     step([&] { number = read->asSingle(); });
@@ -53,8 +56,9 @@ std::optional<float> ReportRows::number(int field) const {
 
 std::optional<std::int32_t> ReportRows::key(int field) const {
     const dao::Value* read = value(field);
-    if (read == nullptr)
+    if (read == nullptr) {
         return std::nullopt;
+    }
     std::optional<std::int32_t> key;
     Trap step;
     step([&] { key = read->asLong(); });
@@ -65,8 +69,9 @@ bool ReportRows::flag(int field) const {
     const dao::Value* read = value(field);
     std::optional<bool> set;
     Trap step;
-    if (read != nullptr)
+    if (read != nullptr) {
         step([&] { set = read->asBool(); });
+    }
     return set.value_or(false);
 }
 
@@ -74,13 +79,15 @@ void ReportBatch::take(std::shared_ptr<ReportRows> rows, int ownerField,
                        const std::vector<std::int32_t>& owners) {
     clear();
     ranges_.reserve(owners.size());
-    for (const std::int32_t owner : owners)
+    for (const std::int32_t owner : owners) {
         ranges_[owner];
+    }
     dao::Recordset& set = rows->set();
     for (std::int64_t place = 0; !set.EOF(); set.MoveNext(), ++place) {
         Range& range = ranges_[rows->key(ownerField).value_or(-1)];
-        if (range.count++ == 0)
+        if (range.count++ == 0) {
             range.first = place;
+        }
     }
     rows_ = std::move(rows);
 }
@@ -92,22 +99,26 @@ void ReportBatch::clear() {
 
 std::optional<ReportPart> ReportBatch::part(std::int32_t owner) const {
     const auto known = ranges_.find(owner);
-    if (rows_ == nullptr || known == ranges_.end())
+    if (rows_ == nullptr || known == ranges_.end()) {
         return std::nullopt;
+    }
     const Range& range = known->second;
-    if (range.count > 0)
+    if (range.count > 0) {
         rows_->set().setAbsolutePosition(range.first);
+    }
     return ReportPart{rows_, range.count};
 }
 
 std::vector<std::int32_t> ReportBatch::keys(int field) const {
     std::vector<std::int32_t> keys;
-    if (rows_ == nullptr || rows_->set().RecordCount() == 0)
+    if (rows_ == nullptr || rows_->set().RecordCount() == 0) {
         return keys;
+    }
     keys.reserve(static_cast<std::size_t>(rows_->set().RecordCount()));
     for (rows_->set().MoveFirst(); !rows_->set().EOF(); rows_->set().MoveNext()) {
-        if (const std::optional<std::int32_t> key = rows_->key(field))
+        if (const std::optional<std::int32_t> key = rows_->key(field)) {
             keys.push_back(*key);
+        }
     }
     return keys;
 }

@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "platform/dao/dao.h"
+#include "platform/dao/recordset.h"
 
 // A record set with the fields that the report prints, looked up once. A field is named by its place among
 // the names. What cannot be read counts as empty, so that one odd value does not cost the shop the report.

@@ -17,18 +17,21 @@ const std::string kEmpty;
 // A shop has more amounts than are worth remembering for ever.
 template <typename Key, typename Make>
 const std::string& remembered(std::unordered_map<Key, std::string>& texts, const Key& key, Make&& make) {
-    if (const auto known = texts.find(key); known != texts.end())
+    if (const auto known = texts.find(key); known != texts.end()) {
         return known->second;
-    if (texts.size() >= kRememberedTexts)
+    }
+    if (texts.size() >= kRememberedTexts) {
         texts.clear();
+    }
     return texts.emplace(key, make().toStdString()).first->second;
 }
 
 }  // namespace
 
 const std::string& ReportTexts::shortDate(std::optional<double> days) {
-    if (!days || !(std::abs(*days) < kNoCalendar))
+    if (!days || !(std::abs(*days) < kNoCalendar)) {
         return kEmpty;
+    }
     const dao::Date day{std::trunc(*days)};
     return remembered(dates_, static_cast<std::int64_t>(day.days),
                       [&] { return platform::formatShortDate(platform::toQDate(day)); });

@@ -1,25 +1,23 @@
 #include "records/service_repricing.h"
 
+#include "common/modMain.h"
+#include "common/window_helpers.h"
 #include "platform/controls/boxes.h"
+#include "platform/controls/data_control.h"
 #include "platform/dao/dao.h"
+#include "platform/dao/recordset.h"
 #include "platform/system/numbers.h"
 #include "platform/system/trap.h"
-#include "records/frmMain.h"
-#include "records/service_row.h"
-#include "shell/modMain.h"
+#include "records/service_columns.h"
 
 namespace {
 
-// 0 where the row shows no number.
-float shownNumber(const platform::ListItem& row, int subItem) {
-    return platform::readSingle(row.SubItems(subItem)).value_or(0.0F);
-}
-
 void repriceRow(platform::ListItem& row, float total) {
-    row.setSubItems(3, platform::formatGrouped(total));
-    const float paid = shownNumber(row, 6);
-    const float gst = shownNumber(row, 5);
-    const float discount = shownNumber(row, 4);
+    setCell(row, ServiceColumn::Price, platform::formatGrouped(total));
+    const ServiceCells cells(row);
+    const float paid = numberOf(cells.paid());
+    const float gst = numberOf(cells.tax());
+    const float discount = numberOf(cells.discount());
     dao::Currency rest;
     platform::Trap step;
     step([&] {
@@ -30,25 +28,25 @@ void repriceRow(platform::ListItem& row, float total) {
 
 }  // namespace
 
-void RepriceService(frmMain& window, qint32 id, float total) {
-    platform::DataControl& services = *window.Data1[2];
+void repriceService(QWidget& window, platform::ListView& list, platform::DataControl& services, qint32 id,
+                    float total) {
     bool asked = false;
     platform::Trap step;
-    step([] { dao::DBEngine::Idle(dao::dbRefreshCache); });
+    step(refreshCache);
     step([&] {
         services.FindFirst(QStringLiteral("ID=%1").arg(id));
         asked = true;
     });
-    if (!asked)
+    if (!asked) {
         return;  // another service stands there: it must not get this price
+    }
     if (services.Recordset().NoMatch()) {
-        platform::showBox({GetResString(177), GetResString(1), platform::BoxIcon::Exclamation}, &window);
+        box(&window, GetResString(177), platform::BoxIcon::Exclamation);
         return;
     }
     step([&] { services.Recordset().Edit(); });
     step([&] {
-        window.ListView1->changeItem(service_row::keyOf(id),
-                                     [&](platform::ListItem& row) { repriceRow(row, total); });
+        list.changeItem(service_row::keyOf(id), [&](platform::ListItem& row) { repriceRow(row, total); });
     });
     const service_row::ScreenUnit unit{CeneDinarske, KursKupovni};
     step([&] { services.Recordset().Fields("Price") = unit.toStored(total); });
@@ -56,8 +54,9 @@ void RepriceService(frmMain& window, qint32 id, float total) {
     if (step.failed()) {
         platform::Trap letGo;  // of the write lock, which other workstations are waiting for
         letGo([&] {
-            if (services.Recordset().EditMode() != dao::Recordset::EditModeKind::None)
+            if (services.Recordset().EditMode() != dao::Recordset::EditModeKind::None) {
                 services.Recordset().CancelUpdate();
+            }
         });
     }
 }

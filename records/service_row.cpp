@@ -6,7 +6,6 @@
 
 #include "platform/system/dates.h"
 #include "platform/system/numbers.h"
-#include "platform/system/trap.h"
 
 namespace service_row {
 
@@ -14,19 +13,11 @@ namespace {
 
 const QString kMark = QStringLiteral("##");
 
-QString dateCell(dao::Date date) {
-    return isFinished(date) ? platform::textOfDate(date) : QString();
-}
-
 dao::Currency times(dao::Currency amount, double factor) {
     return dao::Currency::fromDouble(amount.toDouble() * factor);
 }
 
 }  // namespace
-
-QString ScreenUnit::suffix() const {
-    return dinars ? QStringLiteral(" [DIN]") : QStringLiteral(" [EUR]");
-}
 
 dao::Currency ScreenUnit::toScreen(dao::Currency stored) const {
     return dinars ? times(stored, decimalOf(rate)) : stored;
@@ -38,8 +29,9 @@ dao::Currency ScreenUnit::toStored(float shown) const {
 
 void Readings::fillFrom(const Readings& earlier) {
     const auto keep = [](auto& mine, const auto& before) {
-        if (!mine)
+        if (!mine) {
             mine = before;
+        }
     };
     keep(toBeFinished, earlier.toBeFinished);
     keep(finished, earlier.finished);
@@ -56,8 +48,9 @@ Figures Readings::figures() const {
 }
 
 double decimalOf(float value) {
-    if (!std::isfinite(value))
+    if (!std::isfinite(value)) {
         return value;
+    }
     char text[64];
     const auto written = std::to_chars(text, text + sizeof text, value);
     double number = value;
@@ -90,13 +83,18 @@ bool isFinished(dao::Date finished) {
     return std::floor(finished.days) >= kFirstRealDate.days;
 }
 
+dao::Date typedDate(const QString& text) {
+    return platform::readDate(text).value_or(kEmptyDate);
+}
+
 bool isPaid(dao::Currency remainder, bool hasPrice) {
     return remainder <= dao::Currency() && hasPrice;
 }
 
 QString stateKey(bool finished, bool paid) {
-    if (finished)
+    if (finished) {
         return paid ? QStringLiteral("FinishedPayed") : QStringLiteral("FinishedNotPayed");
+    }
     return paid ? QStringLiteral("NotFinishedPayed") : QStringLiteral("NotFinishedNotPayed");
 }
 
@@ -135,28 +133,11 @@ QString typeNames(const QString& types, const QStringList& names) {
     for (const QString& position : types.split(QLatin1Char('|'))) {
         bool isNumber = false;
         const int index = position.trimmed().toInt(&isNumber);
-        if (isNumber && index >= 1 && index < names.size())
+        if (isNumber && index >= 1 && index < names.size()) {
             found.append(names.at(index));
+        }
     }
     return found.join(QLatin1Char('\n'));
-}
-
-platform::ListItem makeItem(qint32 id, const std::optional<dao::Date>& started, const Figures& figures,
-                            const QString& types, const QString& comments) {
-    // An amount too large to be computed with is a debt, never a settled bill.
-    dao::Currency rest = figures.price;
-    platform::Trap step;
-    step([&] { rest = remainder(figures); });
-
-    platform::ListItem item;
-    item.Key = keyOf(id);
-    item.Text = started ? platform::textOfDate(*started) : QString();
-    item.SmallIcon = stateKey(isFinished(figures.finished), isPaid(rest, figures.price > dao::Currency()));
-    item.subItems = {dateCell(figures.toBeFinished),         dateCell(figures.finished),
-                     platform::formatGrouped(figures.price), platform::textOfSingle(figures.discount),
-                     platform::textOfSingle(figures.gst),    platform::formatGrouped(figures.paid)};
-    item.Tag = tagOf(types, comments);
-    return item;
 }
 
 }  // namespace service_row

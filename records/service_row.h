@@ -4,8 +4,8 @@
 #include <QStringList>
 #include <optional>
 
-#include "platform/controls/list_view.h"
-#include "platform/dao/value.h"
+#include "platform/dao/currency.h"
+#include "platform/dao/date.h"
 
 // The rules of one row in the list of services: what is still to be paid, which of the four states the job is
 // in, and the texts of its cells. No window and no record set is needed for any of it.
@@ -24,8 +24,6 @@ struct ScreenUnit {
     bool dinars = false;
     float rate = 1;  // dinars for one euro
 
-    // " [DIN]" or " [EUR]", behind the headers of the money columns.
-    QString suffix() const;
     // Rounded to four decimals. Throws dao::Error 6 where the amount grows too large.
     dao::Currency toScreen(dao::Currency stored) const;
     // Throws dao::Error 6 for a result that is too large, or none at all (a rate of 0).
@@ -72,6 +70,8 @@ float editorRemainder(float price, float discount, float gst, float paid);
 dao::Currency settledRemainder(float rawRemainder);
 
 bool isFinished(dao::Date finished);
+// Of a date that was typed, as it is stored: kEmptyDate for an empty one, or one that is no date.
+dao::Date typedDate(const QString& text);
 // A job without a price is never paid, whatever was paid for it.
 bool isPaid(dao::Currency remainder, bool hasPrice);
 // "FinishedPayed", "NotFinishedNotPayed", "NotFinishedPayed" or "FinishedNotPayed".
@@ -90,9 +90,5 @@ QString commentsOfTag(const QString& tag);  // all behind it; empty without one
 // The names of the kinds of work, one a line. `types` holds positions from 1 with "|" between; `names` has
 // them at those positions and nothing at 0. A position that the table does not have adds no line.
 QString typeNames(const QString& types, const QStringList& names);
-
-// The list's cells. `started` empty: no start date is stored.
-platform::ListItem makeItem(qint32 id, const std::optional<dao::Date>& started, const Figures& figures,
-                            const QString& types, const QString& comments);
 
 }  // namespace service_row

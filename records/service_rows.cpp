@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "common/window_helpers.h"
 #include "platform/system/trap.h"
 
 using service_row::Readings;
@@ -12,16 +13,13 @@ namespace {
 // A value as `read` gives it; nothing where the file has none that can be read so.
 template <typename Read>
 auto readable(const dao::Field& field, Read&& read) -> std::optional<decltype(read(field.Value()))> {
-    if (field.Value().isNull())
+    if (field.Value().isNull()) {
         return std::nullopt;
+    }
     std::optional<decltype(read(field.Value()))> result;
     platform::Trap step;
     step([&] { result = read(field.Value()); });
     return result;
-}
-
-QString textOf(const dao::Field& field) {
-    return QString::fromStdString(field.Value().asText());
 }
 
 }  // namespace
@@ -57,8 +55,9 @@ Readings ServiceRows::readings() const {
 }
 
 Readings ServiceRows::completed(int index, Readings own) {
-    if (own.complete())
+    if (own.complete()) {
         return own;
+    }
     for (int above = index - 1; above >= 1 && !own.complete(); --above) {
         const auto known = completed_.constFind(above);
         if (known != completed_.cend()) {
@@ -86,14 +85,15 @@ std::optional<platform::ListItem> ServiceRows::read(int index) {
             readable(columns_.started, [](const dao::Value& value) { return value.asDate(); });
         const QString types = textOf(columns_.types);
         const QString comments = textOf(columns_.comments);
-        item = service_row::makeItem(id, started, completed(index, readings()).figures(), types, comments);
+        item = itemOf({id, started, completed(index, readings()).figures(), types, comments});
     });
     return item;
 }
 
 platform::ListItem ServiceRows::make(int index) {
-    if (std::optional<platform::ListItem> item = read(index))
+    if (std::optional<platform::ListItem> item = read(index)) {
         return *item;
+    }
     platform::ListItem gone;
     gone.Key = service_row::keyOf(-index);
     return gone;
@@ -104,8 +104,9 @@ int ServiceRows::find(const QString& key) {
     platform::Trap step;
     step([&] {
         rows_.FindFirst("ID=" + std::to_string(service_row::idOfKey(key)));
-        if (!rows_.NoMatch())
+        if (!rows_.NoMatch()) {
             index = static_cast<int>(rows_.AbsolutePosition()) + 1;
+        }
     });
     return index;
 }

@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "platform/dao/recordset.h"
-#include "records/service_row.h"
+#include "records/service_columns.h"
 
 // The rows of the services list, each computed from the record set when somebody looks at it. A shop has
 // hundreds of thousands of services and a screen some forty lines, so the window must not wait for the rest.

@@ -6,6 +6,7 @@
 #include <span>
 #include <string_view>
 
+#include "common/window_helpers.h"
 #include "platform/system/trap.h"
 
 using platform::Trap;
@@ -230,8 +231,9 @@ bool putLines(ReportFile& file, const ReportRows& row, std::span<const Line> lin
 std::string listOf(const std::vector<std::int32_t>& numbers) {
     std::string list;
     for (const std::int32_t number : numbers) {
-        if (!list.empty())
+        if (!list.empty()) {
             list += ',';
+        }
         list += std::to_string(number);
     }
     return list;
@@ -251,8 +253,9 @@ ReportPart openPart(dao::Database& database, const std::string& statement, Repor
 
 // Down to the selected one, or to none where it is not among them.
 void narrow(ReportPart& part, const char* key, std::int32_t selected) {
-    if (part.count == 0)
+    if (part.count == 0) {
         return;
+    }
     part.rows->set().FindFirst(std::string(key) + "=" + std::to_string(selected));
     part.count = part.rows->set().NoMatch() ? 0 : 1;
 }
@@ -272,15 +275,18 @@ TextReport::Result TextReport::write(const std::string& clientSource, const QStr
     std::shared_ptr<ReportRows> clients;
     Trap step;
     step([&] { clients = openRows(database_, clientSource + " ORDER BY Surname ASC;", kClientFields); });
-    if (clients == nullptr)
+    if (clients == nullptr) {
         return Result::NotRead;
-    step([] { dao::DBEngine::Idle(dao::dbRefreshCache); });
-    if (clients->set().EOF() && clients->set().BOF())
+    }
+    step(refreshCache);
+    if (clients->set().EOF() && clients->set().BOF()) {
         return Result::Empty;
+    }
     if (choices_.ShowOnlySelectedClient) {
         clients->set().FindFirst("CustID=" + std::to_string(selection_.client));
-        if (clients->set().NoMatch())
+        if (clients->set().NoMatch()) {
             return Result::ClientMissing;
+        }
     }
     ReportFile file;
     step([&] { file.open(path); });
@@ -295,21 +301,25 @@ TextReport::Result TextReport::write(const std::string& clientSource, const QStr
 }
 
 TextReport::Result TextReport::writeClients(ReportFile& file, ReportRows& clients, const Proceed& proceed) {
-    if (choices_.ShowOnlySelectedClient)
+    if (choices_.ShowOnlySelectedClient) {
         return writeClientWhole(file, clients, false) ? Result::Written : Result::Failed;
+    }
     dao::Recordset& set = clients.set();
     std::vector<std::int32_t> ids;
     ids.reserve(static_cast<std::size_t>(set.RecordCount()));
-    for (; !set.EOF(); set.MoveNext())
+    for (; !set.EOF(); set.MoveNext()) {
         ids.push_back(clients.key(kCustID).value_or(-1));
+    }
     set.MoveFirst();
     bool whole = false;  // the last client's part
     for (std::size_t done = 0; done < ids.size(); ++done, set.MoveNext()) {
-        if (readAhead > 0 && choices_.IncludeComputers && done % readAhead == 0)
+        if (readAhead > 0 && choices_.IncludeComputers && done % readAhead == 0) {
             readFor(ids, done);
+        }
         whole = writeClientWhole(file, clients, true);
-        if (proceed && !proceed(static_cast<std::int64_t>(done) + 1, static_cast<std::int64_t>(ids.size())))
+        if (proceed && !proceed(static_cast<std::int64_t>(done) + 1, static_cast<std::int64_t>(ids.size()))) {
             return Result::BrokenOff;
+        }
     }
     return whole ? Result::Written : Result::Failed;
 }
@@ -337,8 +347,9 @@ void TextReport::readFor(const std::vector<std::int32_t>& clients, std::size_t f
                                  kComputerFields),
                         kOwner, owners);
         const std::vector<std::int32_t> machines = computers_.keys(kMachineID);
-        if (machines.empty())
+        if (machines.empty()) {
             return;
+        }
         services_.take(openRows(database_,
                                 "SELECT * FROM QDServices" + suffix_ + " WHERE MachineID IN (" +
                                     listOf(machines) + ") ORDER BY MachineID, ServiceStarted ASC",
@@ -351,15 +362,19 @@ void TextReport::readFor(const std::vector<std::int32_t>& clients, std::size_t f
 
 std::string TextReport::headLine(const ReportRows& client) {
     std::string line = client.text(kSurname) + ", " + client.text(kGivenName);
-    if (const std::string& nick = client.text(kNickName); !nick.empty())
+    if (const std::string& nick = client.text(kNickName); !nick.empty()) {
         line += " - " + nick;
-    if (!choices_.IncludeClients || !choices_.PrintBirthDetails)
+    }
+    if (!choices_.IncludeClients || !choices_.PrintBirthDetails) {
         return line;
+    }
     const std::string& born = texts_.printableDate(client.date(kBirthDate));
-    if (!born.empty())
+    if (!born.empty()) {
         line += ", born on " + born;
-    if (const std::string& place = client.text(kBirthPlace); !place.empty())
+    }
+    if (const std::string& place = client.text(kBirthPlace); !place.empty()) {
         line += (born.empty() ? ", born in " : " in ") + place;
+    }
     return line;
 }
 
@@ -369,21 +384,24 @@ bool TextReport::WriteClient(ReportFile& file, const ReportRows& client) {
     step([&] {
         putLine(file, 1, headLine(client));
         putRule(file, 1, kClientRule);
-        if (!choices_.IncludeClients)
+        if (!choices_.IncludeClients) {
             return;
+        }
         const auto lines = [&](std::span<const Line> group) {
             whole = putLines(file, client, group, kClientColumns, texts_) && whole;
         };
         if (choices_.PrintPIDCardDetails) {
             file.endLine();
-            if (!client.text(kPIDNo).empty())
+            if (!client.text(kPIDNo).empty()) {
                 lines(kCardLines);
+            }
         }
         if (choices_.PrintAddressDetails) {
             file.endLine();
             lines(kAddressLines);
-            if (client.flag(kFirmAddress))
+            if (client.flag(kFirmAddress)) {
                 putLine(file, kClientColumns.values, "(this is the firm's address)");
+            }
         }
         if (choices_.PrintContactDetails) {
             file.endLine();
@@ -402,8 +420,9 @@ bool TextReport::WriteClient(ReportFile& file, const ReportRows& client) {
 // --- Computers.
 
 bool TextReport::WriteComputers(ReportFile& file, std::int32_t custId, bool all) {
-    if (!choices_.IncludeComputers)
+    if (!choices_.IncludeComputers) {
         return false;
+    }
     Trap step;
     bool whole = true;
     step([&] {
@@ -413,15 +432,17 @@ bool TextReport::WriteComputers(ReportFile& file, std::int32_t custId, bool all)
                                                "SELECT * FROM QDComputers" + suffix_ + " WHERE CustID=" +
                                                    std::to_string(custId) + " ORDER BY MachineName ASC;",
                                                kComputerFields);
-        if (choices_.ShowOnlySelectedComputer && !all)
+        if (choices_.ShowOnlySelectedComputer && !all) {
             narrow(computers, "MachineID", selection_.computer);
+        }
         for (std::int64_t left = computers.count; left > 0; --left, computers.rows->set().MoveNext()) {
             whole = WriteComputer(file, *computers.rows) && whole;
             file.endLine();
             whole = WriteServices(file, computers.rows->key(kMachineID).value_or(-1), all) && whole;
         }
-        if (computers.count > 0)
+        if (computers.count > 0) {
             return;
+        }
         putLine(file, kComputerColumns.labels, "Computer name: There are no computers at the moment");
         putRule(file, kComputerColumns.labels, kComputerRule);
         file.endLine();
@@ -438,8 +459,9 @@ bool TextReport::WriteComputer(ReportFile& file, const ReportRows& computer) {
         file.endLine();
         putRule(file, kComputerColumns.labels, kComputerRule);
         for (const Group& group : kComputerGroups) {
-            if (!(choices_.*group.choice))
+            if (!(choices_.*group.choice)) {
                 continue;
+            }
             file.endLine();
             whole = putLines(file, computer, group.lines, kComputerColumns, texts_) && whole;
         }
@@ -458,8 +480,9 @@ bool TextReport::WriteServices(ReportFile& file, std::int32_t machineId, bool al
                                               "SELECT * FROM QDServices" + suffix_ + " WHERE MachineID=" +
                                                   std::to_string(machineId) + " ORDER BY ServiceStarted ASC",
                                               kServiceFields);
-        if (choices_.ShowOnlySelectedService && !all)
+        if (choices_.ShowOnlySelectedService && !all) {
             narrow(services, "ID", selection_.service);
+        }
         if (services.count < 1) {
             putLine(file, kServiceColumn, "Service(s): No services at this time.");
             file.endLine();
@@ -467,12 +490,14 @@ bool TextReport::WriteServices(ReportFile& file, std::int32_t machineId, bool al
         }
         putLine(file, kServiceColumn, "Service(s):");
         putRule(file, kServiceColumn, kServiceRule);
-        for (const ServiceHeader& header : kServiceHeaders)
+        for (const ServiceHeader& header : kServiceHeaders) {
             put(file, header.column, header.text);
+        }
         file.endLine();
         putRule(file, kServiceColumn, kServiceRule);
-        for (std::int64_t left = services.count; left > 0; --left, services.rows->set().MoveNext())
+        for (std::int64_t left = services.count; left > 0; --left, services.rows->set().MoveNext()) {
             writeService(file, *services.rows);
+        }
     });
     return !step.failed() && file.isGood();
 }

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/dao/dao.h"
+#include "platform/dao/database.h"
 #include "records/report_choices.h"
 #include "records/report_file.h"
 #include "records/report_rows.h"

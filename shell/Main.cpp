@@ -1,13 +1,15 @@
 #include "shell/Main.h"
 
+#include "common/help.h"
+#include "common/modMain.h"
+#include "common/settings.h"
 #include "data/session.h"
 #include "platform/controls/boxes.h"
 #include "platform/system/trap.h"
 #include "records/frmDetails.h"
 #include "records/frmMain.h"
 #include "shell/frmSplash.h"
-#include "shell/modMain.h"
-#include "shell/settings.h"
+#include "shell/program_windows.h"
 
 std::unique_ptr<frmMain> Main(const std::function<void(frmMain&)>& prepare) {
     CheckHelpFile();  // without its help file the program runs on
@@ -15,9 +17,10 @@ std::unique_ptr<frmMain> Main(const std::function<void(frmMain&)>& prepare) {
     // holds.
     platform::Trap rate;
     rate([] { KursKupovni = ReadKursKupovni(); });
-    if (rate.failed())
+    if (rate.failed()) {
         platform::showBox({GetResString(1041) + QLatin1Char('\n') + rate.line(), GetResString(1),
                            platform::BoxIcon::Exclamation});
+    }
     CeneDinarske = settings::boolean(settings::CeneDinarske);
     AskBeforeDelete = settings::boolean(settings::AskBeforeDelete);
     MakeProperCase = settings::boolean(settings::MakeProperCase);
@@ -36,11 +39,13 @@ std::unique_ptr<frmMain> Main(const std::function<void(frmMain&)>& prepare) {
             splash.get());
         return nullptr;
     }
-    auto window = std::make_unique<frmMain>();
+    auto window = std::make_unique<frmMain>(programWindows());
     window->setSplash(std::move(splash));
-    if (prepare)
+    if (prepare) {
         prepare(*window);
-    if (!window->Display())
+    }
+    if (!window->Display()) {
         return nullptr;
+    }
     return window;
 }

@@ -16,8 +16,9 @@ int main(int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     installHelpViewer();
     const std::unique_ptr<frmMain> window = Main();
-    if (!window)
+    if (!window) {
         return 1;
+    }
     QObject::connect(window.get(), &frmMain::unloaded, &application, &QCoreApplication::quit,
                      Qt::QueuedConnection);
     return QApplication::exec();

@@ -21,6 +21,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "common/help.h"
+#include "common/modMain.h"
 #include "platform/controls/boxes.h"
 #include "shell/frmHelp_text.h"
 

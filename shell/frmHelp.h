@@ -3,7 +3,6 @@
 #include <QWidget>
 
 #include "shell/help_file.h"
-#include "shell/modMain.h"
 
 class HelpText;
 class QAction;

@@ -15,13 +15,15 @@
 #include <limits>
 #include <optional>
 
-#include "catalogue/frmJM.h"
+#include "common/help.h"
+#include "common/modMain.h"
+#include "common/settings.h"
+#include "common/window_helpers.h"
+#include "common/window_places.h"
 #include "platform/controls/boxes.h"
 #include "platform/controls/keys.h"
 #include "platform/system/numbers.h"
 #include "platform/system/trap.h"
-#include "shell/modMain.h"
-#include "shell/settings.h"
 
 namespace {
 
@@ -73,23 +75,21 @@ constexpr char kAskForDefault[] = "Zelite li da bude upisana podrazumevana vredn
 
 struct FirmRow {
     const char* label;
-    const char* key;
+    const settings::Setting& setting;
 };
 constexpr FirmRow kFirmRows[] = {
-    {"Adresa:", "frmSettAdresa"},     {"Grad:", "frmSettGrad"},       {"Post. broj:", "frmSettZip"},
-    {"Telefon:", "frmSettTel"},       {"Fax:", "frmSettFax"},         {"E-mail:", "frmSettEmail"},
-    {"Sajt:", "frmSettWWW"},          {"Mat. broj:", "frmSettMatBr"}, {"Reg. broj:", "frmSettRegBr"},
-    {"Sifra del.:", "frmSettSifDel"}, {"PIB:", "frmSettPIB"},         {"PDV:", "frmSettPDV"},
-    {"Racun br.:", "frmSettRnBr"},
+    {"Adresa:", settings::firm.frmSettAdresa},   {"Grad:", settings::firm.frmSettGrad},
+    {"Post. broj:", settings::firm.frmSettZip},  {"Telefon:", settings::firm.frmSettTel},
+    {"Fax:", settings::firm.frmSettFax},         {"E-mail:", settings::firm.frmSettEmail},
+    {"Sajt:", settings::firm.frmSettWWW},        {"Mat. broj:", settings::firm.frmSettMatBr},
+    {"Reg. broj:", settings::firm.frmSettRegBr}, {"Sifra del.:", settings::firm.frmSettSifDel},
+    {"PIB:", settings::firm.frmSettPIB},         {"PDV:", settings::firm.frmSettPDV},
+    {"Racun br.:", settings::firm.frmSettRnBr},
 };
 constexpr int kFirstFiscal = 7;  // the numbers that the tax office wants on a document
 
 const settings::Setting& firmSetting(int index) {
-    return settings::find(QStringLiteral("Settings"), QString::fromLatin1(kFirmRows[index].key));
-}
-
-QString arrayName(const char* array, int index) {
-    return QStringLiteral("%1(%2)").arg(QLatin1String(array)).arg(index);
+    return kFirmRows[index].setting;
 }
 
 QString spoken(QString caption) {
@@ -104,11 +104,13 @@ auto& at(Array& array, int index) {
 // Days and percents fit 16 bits. What does not is no number to the shop either.
 std::optional<qint16> wholeNumber(const QString& text) {
     const std::optional<double> number = platform::readNumber(text);
-    if (!number)
+    if (!number) {
         return std::nullopt;
+    }
     const double whole = std::nearbyint(*number);
-    if (whole < std::numeric_limits<qint16>::min() || whole > std::numeric_limits<qint16>::max())
+    if (whole < std::numeric_limits<qint16>::min() || whole > std::numeric_limits<qint16>::max()) {
         return std::nullopt;
+    }
     return static_cast<qint16>(whole);
 }
 
@@ -167,8 +169,9 @@ void frmOptions::addChecks(QBoxLayout* column, int from, int to) {
         check->setAccessibleName(spoken(check->text()));
         at(check_, i) = check;
         auto* row = new QHBoxLayout;  // a click beside the words must not change a switch
-        if (i == kTipsAtRandom)
+        if (i == kTipsAtRandom) {
             row->addSpacing(20);
+        }
         row->addWidget(check);
         row->addStretch(1);
         column->addLayout(row);
@@ -263,8 +266,9 @@ QWidget* frmOptions::buildButtons() {
     auto* row = new QHBoxLayout(panel);
     row->setContentsMargins(0, 4, 0, 0);
     row->addStretch(1);
-    for (const int index : {kOk, kCancel, kHelp})
+    for (const int index : {kOk, kCancel, kHelp}) {
         row->addWidget(makeButton(index));
+    }
     at(command_, kOk)->setDefault(true);
     return panel;
 }
@@ -275,14 +279,15 @@ void frmOptions::connectControls() {
     connect(at(command_, kHelp), &QPushButton::clicked, this, [] { showHelp(kTopic); });
     connect(at(command_, kRatePage), &QPushButton::clicked, this,
             [this] { LaunchAssociated(this, at(command_, kRatePage)->property(kTag).toString()); });
-    connect(at(command_, kUnits), &QPushButton::clicked, this, &frmOptions::openUnits);
+    connect(at(command_, kUnits), &QPushButton::clicked, this, [this] { onUnits(); });
     connect(at(check_, kTipsAtStartup), &QCheckBox::toggled, at(check_, kTipsAtRandom), &QWidget::setEnabled);
     for (int i = 0; i < kNumbers; ++i) {
         connect(at(text1_, i), &QLineEdit::textChanged, this, [this, i] { numberChanged(i); });
         at(text1_, i)->installEventFilter(this);
     }
-    for (QLineEdit* field : text2_)
+    for (QLineEdit* field : text2_) {
         field->installEventFilter(this);
+    }
 }
 
 // Filling ---------------------------------------------------------------------------------------------------
@@ -303,14 +308,16 @@ std::array<bool*, frmOptions::kChecks> frmOptions::switches() {
 
 void frmOptions::load() {
     const auto values = switches();
-    for (int i = 0; i < kChecks; ++i)
+    for (int i = 0; i < kChecks; ++i) {
         at(check_, i)->setChecked(*at(values, i));
+    }
     at(check_, kTipsAtRandom)->setEnabled(at(check_, kTipsAtStartup)->isChecked());
     loadNumbers();
     at(command_, kRatePage)->setProperty(kTag, QString::fromLatin1(kRatePageAddress));
     at(command_, kRatePage)->setToolTip(QString::fromLatin1(kRatePageTip));
-    for (int i = 0; i < kFirmFields; ++i)
+    for (int i = 0; i < kFirmFields; ++i) {
         at(text2_, i)->setText(settings::scrambled(firmSetting(i)));
+    }
     adjustSize();
     moveToPlace(this, settings::text(settings::OptionsPosition));
     at(check_, 0)->setFocus();
@@ -326,12 +333,14 @@ void frmOptions::loadNumbers() {
 }
 
 void frmOptions::Unload() {
-    if (!loaded_)
+    if (!loaded_) {
         return;
+    }
     loaded_ = false;
     platform::Trap step;  // a place that cannot be kept must not disturb the work
-    if (!isMinimized())
+    if (!isMinimized()) {
         step([&] { settings::setText(settings::OptionsPosition, placeOf(this)); });
+    }
     WinHelp(helpFile(), HELP_QUIT);
 }
 
@@ -339,8 +348,9 @@ void frmOptions::Unload() {
 
 bool frmOptions::eventFilter(QObject* watched, QEvent* event) {
     int number = 0;
-    while (number < kNumbers && at(text1_, number) != watched)
+    while (number < kNumbers && at(text1_, number) != watched) {
         ++number;
+    }
     if (event->type() == QEvent::KeyPress) {
         const auto& key = *static_cast<QKeyEvent*>(event);
         if (platform::isEnter(key)) {
@@ -348,14 +358,16 @@ bool frmOptions::eventFilter(QObject* watched, QEvent* event) {
             return true;
         }
         if (number < kNumbers &&
-            platform::filterNumberKey(*at(text1_, number), key, {number == kRate, number == kRate}))
+            platform::filterNumberKey(*at(text1_, number), key, {number == kRate, number == kRate})) {
             return true;
+        }
     }
     if (event->type() == QEvent::FocusOut && number < kNumbers) {
         // Another program's window, or the menu of the field itself, is no leaving.
         const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
-        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) {
             numberLeft(number);
+        }
     }
     return QDialog::eventFilter(watched, event);
 }
@@ -375,25 +387,30 @@ void frmOptions::numberChanged(int index) {
 }
 
 void frmOptions::numberLeft(int index) {
-    if (asking_ || !isVisible())
+    if (asking_ || !isVisible()) {
         return;
+    }
     asking_ = true;
-    if (!settleNumber(index))
+    if (!settleNumber(index)) {
         at(text1_, index)->setFocus();
+    }
     asking_ = false;
 }
 
 bool frmOptions::settleNumber(int index) {
     QLineEdit* field = at(text1_, index);
     const char* line = nullptr;
-    if (!isNumberFor(index, field->text()))
+    if (!isNumberFor(index, field->text())) {
         line = kNumberRows[index].wrong;
-    else if (index == kRate && platform::readSingle(field->text()).value_or(0.0F) <= 0)
+    } else if (index == kRate && platform::readSingle(field->text()).value_or(0.0F) <= 0) {
         line = kRateOfNothing;
-    if (!line)
+    }
+    if (!line) {
         return true;
-    if (!asksForDefault(line))
+    }
+    if (!asksForDefault(line)) {
         return false;
+    }
     field->setText(field->property(kTag).toString());
     return true;
 }
@@ -404,17 +421,12 @@ bool frmOptions::asksForDefault(const char* line) {
                              this) == platform::BoxAnswer::Yes;
 }
 
-void frmOptions::openUnits() {
-    frmJM units(this);
-    units.Display();
-    units.Unload();
-}
-
 // The end ---------------------------------------------------------------------------------------------------
 
 void frmOptions::okClicked() {
-    if (!settleNumbers())
+    if (!settleNumbers()) {
         return;
+    }
     takeOver();
     keep();
     cancelled_ = false;
@@ -427,8 +439,9 @@ void frmOptions::okClicked() {
 bool frmOptions::settleNumbers() {
     for (int i = 0; i < kNumbers; ++i) {
         QLineEdit* field = at(text1_, i);
-        if (field->text().trimmed().isEmpty() || settleNumber(i))
+        if (field->text().trimmed().isEmpty() || settleNumber(i)) {
             continue;
+        }
         tabs_->setCurrentIndex(0);
         field->setFocus();
         return false;
@@ -438,8 +451,9 @@ bool frmOptions::settleNumbers() {
 
 void frmOptions::takeOver() {
     const auto values = switches();
-    for (int i = 0; i < kChecks; ++i)
+    for (int i = 0; i < kChecks; ++i) {
         *at(values, i) = at(check_, i)->isChecked();
+    }
     DueDateDiff = wholeNumber(at(text1_, kDays)->text()).value_or(0);
     DefaultGST = wholeNumber(at(text1_, kTax)->text()).value_or(0);
     KursKupovni = platform::readSingle(at(text1_, kRate)->text()).value_or(kRateOfBlank);
@@ -452,16 +466,19 @@ void frmOptions::keep() {
         {settings::MakeProperCase, MakeProperCase},     {settings::ShowTipsAtStartup, ShowTipsAtStartup},
         {settings::ShowTipsAtRandom, ShowTipsAtRandom},
     };
-    for (const auto& [setting, value] : globals)
+    for (const auto& [setting, value] : globals) {
         step([&] { settings::setBoolean(setting, value); });
-    for (int i = 0; i < kFirmFields; ++i)
+    }
+    for (int i = 0; i < kFirmFields; ++i) {
         step([&] { settings::setScrambled(firmSetting(i), at(text2_, i)->text().trimmed()); });
+    }
     step([&] { settings::setText(settings::KursKupovni, platform::textOfSingle(KursKupovni)); });
     // What was chosen holds until the program is closed; that it will not be there tomorrow has to be told.
-    if (step.failed())
+    if (step.failed()) {
         platform::showBox({GetResString(1040) + QLatin1Char('\n') + step.line(), GetResString(1),
                            platform::BoxIcon::Exclamation},
                           this);
+    }
 }
 
 void frmOptions::reject() {

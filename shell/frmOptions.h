@@ -3,6 +3,7 @@
 #include <QDialog>
 #include <QString>
 #include <array>
+#include <functional>
 
 class QBoxLayout;
 class QCheckBox;
@@ -26,6 +27,9 @@ class frmOptions : public QDialog {
     bool ShowFilterStatistics = true;              // a quick filter tells its numbers in a box
     qint16 DefaultGST = 0;                         // percent, of a new service; 0: none is proposed
     bool Cancelled() const { return cancelled_; }  // true as well before OK has ever been given
+
+    // What the button of the units opens: the catalogue's window, which lies outside the options.
+    std::function<void()> onUnits;
 
     // Fills the window from the members, the program's variables and the settings, and returns when it hides.
     void Display();
@@ -63,7 +67,6 @@ class frmOptions : public QDialog {
     bool settleNumber(int index);  // false: the person wants to go on in the field
     bool asksForDefault(const char* line);
     void numberLeft(int index);
-    void openUnits();
 
     // OK.
     void okClicked();

@@ -9,8 +9,8 @@
 #include <QVersionNumber>
 #include <utility>
 
+#include "common/modMain.h"
 #include "platform/controls/pictures.h"
-#include "shell/modMain.h"
 
 namespace {
 
@@ -32,7 +32,7 @@ QLabel* labelOver(QWidget* window, int index, const QString& text, const QString
 }  // namespace
 
 frmSplash::frmSplash(QWidget* parent)
-    : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint),
+    : SplashWindow(parent, Qt::Dialog | Qt::FramelessWindowHint),
       image_(new QLabel(this)),
       timer_(new QTimer(this)) {
     setObjectName(QStringLiteral("frmSplash"));

@@ -1,14 +1,15 @@
 #pragma once
 
-#include <QDialog>
 #include <functional>
+
+#include "records/program_windows.h"
 
 class QLabel;
 class QTimer;
 
 // The picture shown while the program starts, and the about window. Frameless, in the middle of the screen,
 // or of the window that owns it.
-class frmSplash : public QDialog {
+class frmSplash : public SplashWindow {
     Q_OBJECT
 
  public:
@@ -19,10 +20,10 @@ class frmSplash : public QDialog {
 
     // What takes the window away, on its timer or on a click: the main window puts its own routine here,
     // which also forgets the window. Without one the window just closes.
-    void setCloseCallback(std::function<void()> callback);
+    void setCloseCallback(std::function<void()> callback) override;
     // Milliseconds until the window goes by itself; 0 stops the timer.
-    void setTimerInterval(int milliseconds);
-    int timerInterval() const;
+    void setTimerInterval(int milliseconds) override;
+    int timerInterval() const override;
 
  protected:
     void mouseReleaseEvent(QMouseEvent* event) override;

@@ -13,12 +13,12 @@
 #include <memory>
 #include <random>
 
+#include "common/modMain.h"
+#include "common/settings.h"
 #include "platform/controls/boxes.h"
 #include "platform/controls/pictures.h"
 #include "platform/system/files.h"
 #include "platform/system/trap.h"
-#include "shell/modMain.h"
-#include "shell/settings.h"
 
 using platform::Trap;
 
@@ -51,15 +51,18 @@ std::function<double()> realChance() {
 // Lines as they stand; the break behind the last one begins no further line.
 QStringList readLines(const QString& path) {
     QFile file(platform::nativePath(path));
-    if (!file.open(QIODevice::ReadOnly))
+    if (!file.open(QIODevice::ReadOnly)) {
         throw platform::RunError(70, QStringLiteral("Permission denied"));
+    }
     const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
+    if (file.error() != QFileDevice::NoError) {
         throw platform::RunError(57, QStringLiteral("Device I/O error"));
+    }
     QTextStream text(bytes);
     QStringList lines;
-    while (!text.atEnd())
+    while (!text.atEnd()) {
         lines.append(text.readLine());
+    }
     return lines;
 }
 
@@ -123,8 +126,9 @@ void frmTip::buildTip(QBoxLayout* column) {
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setWidget(lblTipText);
     area->setMinimumSize(fontMetrics().averageCharWidth() * 56, fontMetrics().height() * 8);
-    for (QWidget* sheet : {area->viewport(), static_cast<QWidget*>(lblTipText)})
+    for (QWidget* sheet : {area->viewport(), static_cast<QWidget*>(lblTipText)}) {
         sheet->setBackgroundRole(QPalette::Base);
+    }
     column->addWidget(area, 1);
 }
 
@@ -153,8 +157,9 @@ void frmTip::buildButtons(QBoxLayout* column) {
     column->addWidget(chkShowTipsAtRandom, 0, Qt::AlignLeft);
     auto* row = new QHBoxLayout;
     row->addStretch(1);
-    for (QPushButton* button : {cmdPreviousTip, cmdNextTip, cmdOK})
+    for (QPushButton* button : {cmdPreviousTip, cmdNextTip, cmdOK}) {
         row->addWidget(button);
+    }
     column->addLayout(row);
     connect(cmdOK, &QPushButton::clicked, this, &frmTip::close);
     connect(cmdNextTip, &QPushButton::clicked, this, &frmTip::nextTip);
@@ -176,12 +181,14 @@ void frmTip::Display() {
 void frmTip::load() {
     Trap step;
     step([&] { fill(); });
-    if (!step.failed())
+    if (!step.failed()) {
         return;
+    }
     exclaim(10212, step, this);
     loadFailed_ = true;
-    if (onLoadFailure)
+    if (onLoadFailure) {
         onLoadFailure();
+    }
 }
 
 void frmTip::fill() {
@@ -194,8 +201,9 @@ void frmTip::fill() {
     setWindowTitle(GetResString(10203));
     setAccessibleName(windowTitle().trimmed());
     findChild<QLabel*>(QStringLiteral("Label1"))->setText(GetResString(10204));
-    if (onFormLoad)
+    if (onFormLoad) {
         onFormLoad();
+    }
 
     const QString file = fileName();
     QString errorText;
@@ -203,11 +211,12 @@ void frmTip::fill() {
     LoadTips(errorText, platform::programFolder() + QDir::separator() + file, ok);
     cmdNextTip->setEnabled(ok && count() > 1);
     cmdPreviousTip->setEnabled(ok && count() > 1);
-    if (!ok)
+    if (!ok) {
         lblTipText->setText(errorText.isEmpty() ? GetResString(10201, {{QStringLiteral("|1"), file}})
                                                 : GetResString(10213, {{QStringLiteral("|1"), errorText}}));
-    else if (count() == 0)
+    } else if (count() == 0) {
         lblTipText->setText(GetResString(10202, {{QStringLiteral("|1"), file}}));
+    }
 }
 
 void frmTip::LoadTips(QString& ErrorText, const QString& FileName, bool& Ok) {
@@ -215,8 +224,9 @@ void frmTip::LoadTips(QString& ErrorText, const QString& FileName, bool& Ok) {
     ErrorText.clear();
     tips_.clear();
     CurrentTip = 0;
-    if (FileName.isEmpty() || !platform::fileExists(FileName))
+    if (FileName.isEmpty() || !platform::fileExists(FileName)) {
         return;
+    }
     Trap step;
     step([&] { tips_ = readLines(FileName); });
     if (step.failed()) {
@@ -240,8 +250,9 @@ bool frmTip::event(QEvent* event) {
 // The tips --------------------------------------------------------------------------------------------------
 
 void frmTip::DisplayCurrentTip() {
-    if (count() > 0)
+    if (count() > 0) {
         lblTipText->setText(tips_.at(CurrentTip - 1));
+    }
 }
 
 int frmTip::anyTip() const {
@@ -249,18 +260,20 @@ int frmTip::anyTip() const {
 }
 
 void frmTip::nextTip() {
-    if (ShowTipsAtRandom)
+    if (ShowTipsAtRandom) {
         CurrentTip = anyTip();
-    else if (++CurrentTip > count())
+    } else if (++CurrentTip > count()) {
         CurrentTip = 1;
+    }
     DisplayCurrentTip();
 }
 
 void frmTip::previousTip() {
-    if (ShowTipsAtRandom)
+    if (ShowTipsAtRandom) {
         CurrentTip = anyTip();
-    else if (--CurrentTip < 1)
+    } else if (--CurrentTip < 1) {
         CurrentTip = count();
+    }
     DisplayCurrentTip();
 }
 
@@ -268,14 +281,16 @@ void frmTip::startupClicked() {
     Trap step;
     step([&] { settings::setBoolean(settings::ShowTipsAtStartup, chkLoadTipsAtStartup->isChecked()); });
     step([&] { ShowTipsAtStartup = chkLoadTipsAtStartup->isChecked(); });
-    if (step.failed())
+    if (step.failed()) {
         exclaim(10210, step, this);
+    }
 }
 
 void frmTip::randomClicked() {
     Trap step;
     step([&] { settings::setBoolean(settings::ShowTipsAtRandom, chkShowTipsAtRandom->isChecked()); });
     step([&] { ShowTipsAtRandom = chkShowTipsAtRandom->isChecked(); });
-    if (step.failed())
+    if (step.failed()) {
         exclaim(10211, step, this);
+    }
 }

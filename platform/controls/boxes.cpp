@@ -30,8 +30,9 @@ class OrdinaryPointer {
         }
     }
     ~OrdinaryPointer() {
-        for (const QCursor& shape : shapes_)
+        for (const QCursor& shape : shapes_) {
             QApplication::setOverrideCursor(shape);
+        }
     }
     OrdinaryPointer(const OrdinaryPointer&) = delete;
     OrdinaryPointer& operator=(const OrdinaryPointer&) = delete;
@@ -107,8 +108,9 @@ T takeOr(QList<T>& prepared, const T& otherwise) {
 
 BoxAnswer scriptedAnswer(const Box& box) {
     script->asked.append(box);
-    if (script->onBox)
+    if (script->onBox) {
         script->onBox(box);
+    }
     return takeOr(script->answers, box.buttons == BoxButtons::Ok ? BoxAnswer::Ok : box.preselected);
 }
 
@@ -119,15 +121,20 @@ QStringList nameFilters(const QString& filter) {
     const QStringList parts = filter.split(QLatin1Char('|'));
     for (qsizetype i = 0; i < parts.size(); i += 2) {
         QString name = parts.at(i).trimmed();
-        if (const qsizetype bracket = name.lastIndexOf(QLatin1Char('(')); bracket > 0 && name.endsWith(u')'))
+        if (const qsizetype bracket = name.lastIndexOf(QLatin1Char('('));
+            bracket > 0 && name.endsWith(u')')) {
             name = name.left(bracket).trimmed();
+        }
         QStringList patterns = parts.value(i + 1).split(QLatin1Char(';'), Qt::SkipEmptyParts);
-        for (QString& pattern : patterns)
+        for (QString& pattern : patterns) {
             pattern = pattern.trimmed() == QLatin1String("*.*") ? QStringLiteral("*") : pattern.trimmed();
-        if (patterns.isEmpty())
+        }
+        if (patterns.isEmpty()) {
             patterns.append(QStringLiteral("*"));
-        if (!name.isEmpty())
+        }
+        if (!name.isEmpty()) {
             filters.append(QStringLiteral("%1 (%2)").arg(name, patterns.join(QLatin1Char(' '))));
+        }
     }
     return filters;
 }
@@ -140,22 +147,25 @@ class MessageWindow : public QMessageBox {
     MessageWindow(const Box& box, QWidget* owner)
         : QMessageBox(iconOf(box.icon), box.title, QString(), buttonsOf(box.buttons), owner),
           mustAnswer_(box.buttons == BoxButtons::YesNo) {
-        if (box.buttons == BoxButtons::Ok)
+        if (box.buttons == BoxButtons::Ok) {
             setEscapeButton(QMessageBox::Ok);  // not found by itself beside a button Help
+        }
     }
 
  protected:
     void keyPressEvent(QKeyEvent* event) override {
-        if (!event->matches(QKeySequence::Cancel))
+        if (!event->matches(QKeySequence::Cancel)) {
             QDialog::keyPressEvent(event);
-        else if (!mustAnswer_)
+        } else if (!mustAnswer_) {
             QMessageBox::keyPressEvent(event);
+        }
     }
     void closeEvent(QCloseEvent* event) override {
-        if (mustAnswer_)
+        if (mustAnswer_) {
             event->ignore();
-        else
+        } else {
             QMessageBox::closeEvent(event);
+        }
     }
 
  private:
@@ -165,15 +175,17 @@ class MessageWindow : public QMessageBox {
 }  // namespace
 
 BoxAnswer showBox(const Box& box, QWidget* owner) {
-    if (script)
+    if (script) {
         return scriptedAnswer(box);
+    }
     const OrdinaryPointer pointer;
     MessageWindow window(box, ownerOr(owner));
     window.setObjectName(QStringLiteral("Box"));
     window.setTextFormat(Qt::PlainText);  // a client's "<b>" is a name, not a command to us
     window.setText(box.text);
-    if (box.buttons != BoxButtons::Ok)
+    if (box.buttons != BoxButtons::Ok) {
         window.setDefaultButton(buttonOf(box.preselected));
+    }
     if (box.help) {
         QPushButton* button = window.addButton(QMessageBox::Help);
         button->disconnect(SIGNAL(clicked()));  // else it would answer the box
@@ -191,8 +203,9 @@ std::optional<QString> inputBox(const QString& prompt, const QString& title, con
         box.title = title;
         script->asked.append(box);
         script->proposed.append(initial);
-        if (script->onBox)
+        if (script->onBox) {
             script->onBox(box);
+        }
         return takeOr(script->inputs, std::optional<QString>());
     }
     const OrdinaryPointer pointer;
@@ -201,10 +214,12 @@ std::optional<QString> inputBox(const QString& prompt, const QString& title, con
     window.setWindowTitle(title);
     window.setLabelText(prompt);
     window.setTextValue(initial);
-    for (QLabel* label : window.findChildren<QLabel*>())
+    for (QLabel* label : window.findChildren<QLabel*>()) {
         label->setTextFormat(Qt::PlainText);
-    if (window.exec() != QDialog::Accepted)
+    }
+    if (window.exec() != QDialog::Accepted) {
         return std::nullopt;
+    }
     return window.textValue();
 }
 
@@ -219,8 +234,9 @@ std::optional<QString> openFileDialog(const FileQuestion& question, QWidget* own
     window.setAcceptMode(QFileDialog::AcceptOpen);
     window.setFileMode(QFileDialog::ExistingFile);
     window.setNameFilters(nameFilters(question.filter));
-    if (window.exec() != QDialog::Accepted || window.selectedFiles().isEmpty())
+    if (window.exec() != QDialog::Accepted || window.selectedFiles().isEmpty()) {
         return std::nullopt;
+    }
     return QDir::toNativeSeparators(window.selectedFiles().constFirst());
 }
 
@@ -239,8 +255,9 @@ std::optional<QString> nameToWrite(const FileQuestion& question, QWidget* owner)
     window.setNameFilters(nameFilters(question.filter));
     window.setOption(QFileDialog::DontConfirmOverwrite);
     window.selectFile(question.name);
-    if (window.exec() != QDialog::Accepted || window.selectedFiles().isEmpty())
+    if (window.exec() != QDialog::Accepted || window.selectedFiles().isEmpty()) {
         return std::nullopt;
+    }
     return window.selectedFiles().constFirst();
 }
 
@@ -250,25 +267,30 @@ std::optional<QString> saveFileDialog(const FileQuestion& question, QWidget* own
     FileQuestion asked = question;
     for (;;) {
         std::optional<QString> path = nameToWrite(asked, owner);
-        if (!path || path->isEmpty())
+        if (!path || path->isEmpty()) {
             return std::nullopt;
-        if (!path->endsWith(question.extension, Qt::CaseInsensitive))
+        }
+        if (!path->endsWith(question.extension, Qt::CaseInsensitive)) {
             path->append(question.extension);
+        }
         const QFileInfo file(*path);
-        if (question.replaceText.isEmpty() || !file.exists())
+        if (question.replaceText.isEmpty() || !file.exists()) {
             return QDir::toNativeSeparators(*path);
+        }
         const Box box{question.replaceText.arg(file.fileName()), question.title, BoxIcon::Exclamation,
                       BoxButtons::YesNo, BoxAnswer::No};
-        if (showBox(box, owner) == BoxAnswer::Yes)
+        if (showBox(box, owner) == BoxAnswer::Yes) {
             return QDir::toNativeSeparators(*path);
+        }
         asked.folder = file.absolutePath();
         asked.name = file.fileName();
     }
 }
 
 BoxScript::BoxScript() {
-    if (script)
+    if (script) {
         throw std::logic_error("one BoxScript answers the boxes already");
+    }
     script = this;
 }
 

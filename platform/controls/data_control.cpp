@@ -8,6 +8,8 @@
 #include <utility>
 
 #include "platform/controls/date_field.h"
+#include "platform/dao/dbengine.h"
+#include "platform/dao/error.h"
 #include "platform/system/dates.h"
 
 namespace platform {
@@ -18,8 +20,9 @@ constexpr dao::Date kNoDate{1.0};
 constexpr int kNoLimit = 32767;
 
 std::optional<QDate> shownDate(const dao::Value& value) {
-    if (value.isNull() || value.asDate() == kNoDate)
+    if (value.isNull() || value.asDate() == kNoDate) {
         return std::nullopt;
+    }
     return toQDate(value.asDate());
 }
 
@@ -40,14 +43,17 @@ void show(QWidget* widget, const dao::Value& value) {
 // What the widget would write over the value that its field holds now.
 dao::Value valueOf(const QWidget* widget, const dao::Value& now) {
     QString text;
-    if (const auto* box = qobject_cast<const QCheckBox*>(widget))
+    if (const auto* box = qobject_cast<const QCheckBox*>(widget)) {
         return box->isChecked();
-    if (const auto* date = qobject_cast<const DateField*>(widget))
+    }
+    if (const auto* date = qobject_cast<const DateField*>(widget)) {
         return date->value() ? fromQDate(*date->value()) : kNoDate;
-    if (const auto* line = qobject_cast<const QLineEdit*>(widget))
+    }
+    if (const auto* line = qobject_cast<const QLineEdit*>(widget)) {
         text = line->text();
-    else if (const auto* page = qobject_cast<const QPlainTextEdit*>(widget))
+    } else if (const auto* page = qobject_cast<const QPlainTextEdit*>(widget)) {
         text = page->toPlainText();
+    }
     return text.isEmpty() && now.isNull() ? now : dao::Value(text.toStdString());
 }
 
@@ -70,8 +76,8 @@ void DataControl::Refresh() {
                 dao::DBEngine::OpenDatabase(DatabaseName.toStdString(), false, false, Connect.toStdString());
             openName_ = DatabaseName;
         }
-        if (!RecordSource.isEmpty()) {
-            recordset_ = database_.OpenRecordset(RecordSource.toStdString(), dao::dbOpenDynaset);
+        if (const QString statement = RecordSource(); !statement.isEmpty()) {
+            recordset_ = database_.OpenRecordset(statement.toStdString(), dao::dbOpenDynaset);
             limitLengths();
         }
         showRow();
@@ -99,8 +105,9 @@ void DataControl::moveBy(Step step) {
     try {
         step();
     } catch (...) {  // passed on below
-        if (wasAdding && !isAdding())
+        if (wasAdding && !isAdding()) {
             showRow();
+        }
         throw;
     }
     showRow();
@@ -129,8 +136,9 @@ void DataControl::setBookmark(const dao::Bookmark& place) {
 void DataControl::FindFirst(const QString& criterion) {
     const bool wasAdding = isAdding();
     recordset_.FindFirst(criterion.toStdString());
-    if (!recordset_.NoMatch() || (wasAdding && !isAdding()))
+    if (!recordset_.NoMatch() || (wasAdding && !isAdding())) {
         showRow();
+    }
 }
 
 void DataControl::AddNew() {
@@ -154,32 +162,38 @@ void DataControl::UpdateControls() {
 void DataControl::UpdateRecord() {
     using Mode = dao::Recordset::EditModeKind;
     for (const Binding& binding : bindings_) {
-        if (const auto* date = qobject_cast<DateField*>(binding.widget))
+        if (const auto* date = qobject_cast<DateField*>(binding.widget)) {
             date->value();  // a date still being typed is part of the record, and marks itself as changed
+        }
     }
     const bool adding = recordset_.EditMode() == Mode::Add;
     try {
-        if (recordset_.EditMode() == Mode::None)
+        if (recordset_.EditMode() == Mode::None) {
             recordset_.Edit();
+        }
         writeFields(adding);
         recordset_.Update();
     } catch (...) {  // passed on below
-        if (recordset_.EditMode() != Mode::None)
+        if (recordset_.EditMode() != Mode::None) {
             recordset_.CancelUpdate();
+        }
         throw;
     }
-    for (Binding& binding : bindings_)
+    for (Binding& binding : bindings_) {
         binding.changed = false;
+    }
 }
 
 // A row being added also gets what nobody touched, unless the program has put something there itself.
 void DataControl::writeFields(bool adding) {
     for (const Binding& binding : bindings_) {
-        if (!binding.widget)
+        if (!binding.widget) {
             continue;
+        }
         dao::Field field = recordset_.Fields(binding.field.toStdString());
-        if (binding.changed || (adding && field.Value().isNull()))
+        if (binding.changed || (adding && field.Value().isNull())) {
             field = valueOf(binding.widget, field.Value());
+        }
     }
 }
 
@@ -189,16 +203,17 @@ void DataControl::writeFields(bool adding) {
 void DataControl::bind(QWidget* widget, const QString& field) {
     bindings_.append({widget, field, false});
     const auto mark = [this, widget] { markChanged(widget); };
-    if (auto* line = qobject_cast<QLineEdit*>(widget))
+    if (auto* line = qobject_cast<QLineEdit*>(widget)) {
         connect(line, &QLineEdit::textChanged, this, mark);
-    else if (auto* page = qobject_cast<QPlainTextEdit*>(widget))
+    } else if (auto* page = qobject_cast<QPlainTextEdit*>(widget)) {
         connect(page, &QPlainTextEdit::textChanged, this, mark);
-    else if (auto* box = qobject_cast<QCheckBox*>(widget))
+    } else if (auto* box = qobject_cast<QCheckBox*>(widget)) {
         connect(box, &QCheckBox::toggled, this, mark);
-    else if (auto* date = qobject_cast<DateField*>(widget))
+    } else if (auto* date = qobject_cast<DateField*>(widget)) {
         connect(date, &DateField::valueChanged, this, mark);
-    else
+    } else {
         Q_ASSERT_X(false, "DataControl::bind", "a widget that shows no field");
+    }
     if (recordset_) {
         limitLengths();
         showRow();
@@ -206,22 +221,25 @@ void DataControl::bind(QWidget* widget, const QString& field) {
 }
 
 void DataControl::markChanged(const QWidget* widget) {
-    if (!showing_)
+    if (!showing_) {
         setDataChanged(widget, true);
+    }
 }
 
 bool DataControl::DataChanged(const QWidget* widget) const {
     for (const Binding& binding : bindings_) {
-        if (binding.widget == widget)
+        if (binding.widget == widget) {
             return binding.changed;
+        }
     }
     return false;
 }
 
 void DataControl::setDataChanged(const QWidget* widget, bool changed) {
     for (Binding& binding : bindings_) {
-        if (binding.widget == widget)
+        if (binding.widget == widget) {
             binding.changed = changed;
+        }
     }
 }
 
@@ -245,13 +263,15 @@ void DataControl::showRow() {
     QList<dao::Value> values;
     try {
         if (recordset_ && (isAdding() || !(recordset_.BOF() || recordset_.EOF()))) {
-            for (const Binding& binding : bindings_)
+            for (const Binding& binding : bindings_) {
                 values.append(recordset_[binding.field.toStdString()]);
+            }
         }
     } catch (const dao::Error& error) {
         showEmpty();
-        if (!meansNoRow(error.Number()))
+        if (!meansNoRow(error.Number())) {
             throw;
+        }
         return;
     }
     values.resize(bindings_.size());
@@ -266,11 +286,13 @@ void DataControl::showEmpty() {
 // them.
 void DataControl::put(const QList<dao::Value>& values) {
     const QScopedValueRollback showing(showing_, true);
-    for (Binding& binding : bindings_)
+    for (Binding& binding : bindings_) {
         binding.changed = false;
+    }
     for (qsizetype i = 0; i < bindings_.size(); ++i) {
-        if (bindings_.at(i).widget)
+        if (bindings_.at(i).widget) {
             show(bindings_.at(i).widget, values.at(i));
+        }
     }
     emit repositioned();
 }

@@ -4,8 +4,11 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <utility>
 
-#include "platform/dao/dao.h"
+#include "platform/controls/selection.h"
+#include "platform/dao/database.h"
+#include "platform/dao/recordset.h"
 
 class QWidget;
 
@@ -24,11 +27,16 @@ class DataControl : public QObject {
 
     QString DatabaseName;  // path
     QString Connect;       // ";Pwd=" and the password
-    QString RecordSource;  // a SELECT; takes effect at Refresh
+    // What is shown; takes effect at Refresh.
+    void select(Selection selection) { selection_ = std::move(selection); }
+    const Selection& selection() const { return selection_; }
+    // The same as a statement.
+    QString RecordSource() const { return selection_.text(); }
+    void setRecordSource(const QString& statement) { select(Selection::statement(statement)); }
 
-    // Opens the file if it is not open (or DatabaseName changed), runs RecordSource as a dynaset and shows
-    // its first row. Throws dao::Error and then has no record set. With an empty RecordSource only the file
-    // is opened.
+    // Opens the file if it is not open (or DatabaseName changed), runs the selection as a dynaset and shows
+    // its first row. Throws dao::Error and then has no record set. With an empty selection only the file is
+    // opened.
     void Refresh();
     dao::Database& Database() { return database_; }
     // The record set itself, for reading. Move it through the forwards below, so that the fields follow.
@@ -81,6 +89,7 @@ class DataControl : public QObject {
     void moveBy(Step step);
     dao::Database database_;
     dao::Recordset recordset_;
+    Selection selection_;
     QString openName_;
     QList<Binding> bindings_;
     bool showing_ = false;

@@ -26,8 +26,9 @@ const QDate kNothing = kFirst.addDays(-1);
 
 QString shortFormat() {
     QString format = QLocale().dateFormat(QLocale::ShortFormat);
-    if (!format.contains(QLatin1String("yyyy")))
+    if (!format.contains(QLatin1String("yyyy"))) {
         format.replace(QLatin1String("yy"), QLatin1String("yyyy"));
+    }
     return format;
 }
 
@@ -47,8 +48,9 @@ class DateField::Edit : public QDateEdit {
 
     void showWhetherReadable() {
         QPalette colours;
-        if (!hasAcceptableInput())
+        if (!hasAcceptableInput()) {
             colours.setColor(QPalette::Text, QColor(0xC8, 0x40, 0x2F));
+        }
         lineEdit()->setPalette(colours);
     }
 
@@ -93,10 +95,11 @@ class DateField::Edit : public QDateEdit {
         const QString parts = partsOfFormat();
         const QChar unit = part < parts.size() ? parts.at(part) : QLatin1Char('d');
         QDate counted = date().addDays(steps);
-        if (unit == QLatin1Char('M'))
+        if (unit == QLatin1Char('M')) {
             counted = date().addMonths(steps);
-        else if (unit == QLatin1Char('y'))
+        } else if (unit == QLatin1Char('y')) {
             counted = date().addYears(steps);
+        }
         setDate(std::clamp(counted, kFirst, kLast));
         selectPart(part);
     }
@@ -106,8 +109,9 @@ class DateField::Edit : public QDateEdit {
     void keyPressEvent(QKeyEvent* event) override { QAbstractSpinBox::keyPressEvent(event); }
     void focusInEvent(QFocusEvent* event) override {
         QAbstractSpinBox::focusInEvent(event);
-        if (event->reason() != Qt::MouseFocusReason && event->reason() != Qt::PopupFocusReason)
+        if (event->reason() != Qt::MouseFocusReason && event->reason() != Qt::PopupFocusReason) {
             lineEdit()->selectAll();
+        }
     }
     void focusOutEvent(QFocusEvent* event) override {
         QDateEdit::focusOutEvent(event);
@@ -120,27 +124,31 @@ class DateField::Edit : public QDateEdit {
     QString partsOfFormat() const {  // "dMy", "Mdy"
         QString parts;
         for (const QChar letter : displayFormat()) {
-            if (letter.isLetter() && !parts.contains(letter))
+            if (letter.isLetter() && !parts.contains(letter)) {
                 parts.append(letter);
+            }
         }
         return parts;
     }
     int partAt(int position) const {
         const QString before = lineEdit()->text().left(position);
         int part = 0;
-        for (qsizetype i = 1; i < before.size(); ++i)
+        for (qsizetype i = 1; i < before.size(); ++i) {
             part += before.at(i - 1).isDigit() && !before.at(i).isDigit() ? 1 : 0;
+        }
         return part;
     }
     void selectPart(int part) {
         const QString text = lineEdit()->text();
         int from = 0;
         const int length = static_cast<int>(text.size());
-        while (from < length && (partAt(from) < part || !text.at(from).isDigit()))
+        while (from < length && (partAt(from) < part || !text.at(from).isDigit())) {
             ++from;
+        }
         int to = from;
-        while (to < length && text.at(to).isDigit())
+        while (to < length && text.at(to).isDigit()) {
             ++to;
+        }
         // Backwards: the caret stays inside the part.
         lineEdit()->setSelection(to, from - to);
     }
@@ -177,8 +185,9 @@ DateField::DateField(bool checkable, QWidget* parent)
     edit_->calendarWidget()->installEventFilter(this);
     setFocusProxy(edit_);
     connect(edit_, &QDateEdit::dateChanged, this, &DateField::dateChanged);
-    if (!checkable)
+    if (!checkable) {
         setValue(last_);
+    }
 }
 
 std::optional<QDate> DateField::value() const {
@@ -193,19 +202,23 @@ void DateField::setValue(const std::optional<QDate>& date) {
 
 void DateField::dateChanged() {
     null_ = edit_->date() == kNothing;
-    if (!null_)
+    if (!null_) {
         last_ = edit_->date();
-    if (check_)
+    }
+    if (check_) {
         check_->setChecked(!null_);
+    }
     emit valueChanged();
 }
 
 bool DateField::eventFilter(QObject* watched, QEvent* event) {
     if (watched == edit_) {
-        if (event->type() == QEvent::KeyPress && keyPressed(static_cast<QKeyEvent&>(*event)))
+        if (event->type() == QEvent::KeyPress && keyPressed(static_cast<QKeyEvent&>(*event))) {
             return true;
-        if (event->type() == QEvent::FocusOut)
+        }
+        if (event->type() == QEvent::FocusOut) {
             focusOut(static_cast<QFocusEvent&>(*event));
+        }
     } else if (event->type() == QEvent::Show && null_) {
         // An empty date opens on this month; nothing is chosen until somebody chooses.
         QCalendarWidget* calendar = edit_->calendarWidget();
@@ -237,11 +250,13 @@ bool DateField::keyPressed(const QKeyEvent& event) {
 }
 
 void DateField::focusOut(const QFocusEvent& event) {
-    if (event.reason() == Qt::PopupFocusReason || event.reason() == Qt::ActiveWindowFocusReason)
+    if (event.reason() == Qt::PopupFocusReason || event.reason() == Qt::ActiveWindowFocusReason) {
         return;
+    }
     const QWidget* now = QApplication::focusWidget();
-    if (now != this && !isAncestorOf(now))
+    if (now != this && !isAncestorOf(now)) {
         emit focusLeft();
+    }
 }
 
 }  // namespace platform

@@ -4,8 +4,6 @@
 #include <QWidget>
 #include <optional>
 
-#include "platform/dao/value.h"
-
 class QCheckBox;
 class QDateEdit;
 

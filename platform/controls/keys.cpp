@@ -14,15 +14,18 @@ namespace platform {
 bool filterNumberKey(QLineEdit& field, const QKeyEvent& key, NumberKeys rule) {
     constexpr auto kCommandKeys = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
     const QString typed = key.text();
-    if (typed.isEmpty() || !typed.front().isPrint() || (key.modifiers() & kCommandKeys) != 0)
+    if (typed.isEmpty() || !typed.front().isPrint() || (key.modifiers() & kCommandKeys) != 0) {
         return false;
+    }
     static const QString kDigits = QStringLiteral("0123456789");
-    if (!rule.decimals)
+    if (!rule.decimals) {
         return !kDigits.contains(typed);
+    }
 
     QString separator = decimalSeparator();
-    if (separator.isEmpty())
+    if (separator.isEmpty()) {
         separator = QStringLiteral(".");
+    }
     const bool isPadPoint = key.modifiers().testFlag(Qt::KeypadModifier) &&
                             (key.key() == Qt::Key_Period || key.key() == Qt::Key_Comma);
     const bool isLetterN =
@@ -54,8 +57,9 @@ class EnterPresses : public QObject {
 
  protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() != QEvent::KeyPress || !isEnter(static_cast<QKeyEvent&>(*event)))
+        if (event->type() != QEvent::KeyPress || !isEnter(static_cast<QKeyEvent&>(*event))) {
             return QObject::eventFilter(watched, event);
+        }
         static_cast<QAbstractButton*>(watched)->click();
         return true;
     }
@@ -66,15 +70,17 @@ class EnterPresses : public QObject {
 void enterPressesButtons(QWidget* window) {
     auto* presses = new EnterPresses(window);
     const auto commands = window->findChildren<QPushButton*>();
-    for (QToolButton* button : window->findChildren<QToolButton*>())
+    for (QToolButton* button : window->findChildren<QToolButton*>()) {
         button->installEventFilter(presses);
+    }
     // Without a default button a dialog would take the first of these for it.
     const bool hasDefault = std::any_of(commands.begin(), commands.end(),
                                         [](const QPushButton* button) { return button->isDefault(); });
     for (QPushButton* button : commands) {
         button->installEventFilter(presses);
-        if (hasDefault)
+        if (hasDefault) {
             button->setAutoDefault(true);
+        }
     }
 }
 

@@ -14,8 +14,9 @@ class ListBox::Model : public QAbstractListModel {
         return parent.isValid() ? 0 : static_cast<int>(rows.size());
     }
     QVariant data(const QModelIndex& index, int role) const override {
-        if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::AccessibleTextRole))
+        if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::AccessibleTextRole)) {
             return {};
+        }
         return rows.at(index.row()).first;
     }
     bool has(int row) const { return row >= 0 && row < rows.size(); }
@@ -66,8 +67,9 @@ void ListBox::addStrings(QList<std::pair<QString, qint32>> rows) {
 }
 
 void ListBox::deleteString(int row) {
-    if (!model_->has(row))
+    if (!model_->has(row)) {
         return;
+    }
     const QScopedValueRollback quiet(quiet_, true);
     const int selected = curSel();
     model_->remove(row);
@@ -83,8 +85,9 @@ QString ListBox::text(int row) const {
 }
 
 void ListBox::setText(int row, const QString& text) {
-    if (!model_->has(row))
+    if (!model_->has(row)) {
         return;
+    }
     model_->rows[row].first = text;
     model_->changed(row);
 }
@@ -94,14 +97,16 @@ qint32 ListBox::itemData(int row) const {
 }
 
 void ListBox::setItemData(int row, qint32 number) {
-    if (model_->has(row))
+    if (model_->has(row)) {
         model_->rows[row].second = number;
+    }
 }
 
 int ListBox::findString(const QString& prefix) const {
     for (qsizetype row = 0; row < model_->rows.size(); ++row) {
-        if (model_->rows[row].first.startsWith(prefix, Qt::CaseInsensitive))
+        if (model_->rows[row].first.startsWith(prefix, Qt::CaseInsensitive)) {
             return static_cast<int>(row);
+        }
     }
     return -1;
 }
@@ -122,14 +127,16 @@ bool ListBox::setCurSel(int row) {
 }
 
 void ListBox::setTopIndex(int row) {
-    if (model_->has(row))
+    if (model_->has(row)) {
         scrollTo(model_->index(row), QAbstractItemView::PositionAtTop);
+    }
 }
 
 void ListBox::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
     QListView::currentChanged(current, previous);
-    if (quiet_ || !current.isValid())
+    if (quiet_ || !current.isValid()) {
         return;
+    }
     // The view selects the row only after it has become the current one.
     const QScopedValueRollback quiet(quiet_, true);
     selectionModel()->select(current, QItemSelectionModel::ClearAndSelect);
@@ -141,11 +148,13 @@ void ListBox::currentChanged(const QModelIndex& current, const QModelIndex& prev
 // lists go by the row that is chosen.
 QItemSelectionModel::SelectionFlags ListBox::selectionCommand(const QModelIndex& index,
                                                               const QEvent* event) const {
-    if (!index.isValid())
+    if (!index.isValid()) {
         return QItemSelectionModel::NoUpdate;
+    }
     const QItemSelectionModel::SelectionFlags asked = QListView::selectionCommand(index, event);
-    if (asked & (QItemSelectionModel::Deselect | QItemSelectionModel::Toggle))
+    if (asked & (QItemSelectionModel::Deselect | QItemSelectionModel::Toggle)) {
         return QItemSelectionModel::ClearAndSelect;
+    }
     return asked;
 }
 
@@ -153,13 +162,15 @@ void ListBox::mousePressEvent(QMouseEvent* event) {
     told_ = false;
     const QModelIndex under = indexAt(event->position().toPoint());
     QListView::mousePressEvent(event);
-    if (under.isValid() && !told_)
+    if (under.isValid() && !told_) {
         emit clicked();
+    }
 }
 
 void ListBox::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid())
+    if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid()) {
         emit doubleClicked();
+    }
 }
 
 // Coming to a list chooses nothing in it: a view makes its first row the current one then.
@@ -167,14 +178,16 @@ void ListBox::focusInEvent(QFocusEvent* event) {
     const QScopedValueRollback quiet(quiet_, true);
     const bool chosen = currentIndex().isValid();
     QListView::focusInEvent(event);
-    if (!chosen)
+    if (!chosen) {
         selectionModel()->clear();
+    }
 }
 
 void ListBox::contextMenuEvent(QContextMenuEvent* event) {
     QPoint at = event->globalPos();
-    if (event->reason() == QContextMenuEvent::Keyboard && currentIndex().isValid())
+    if (event->reason() == QContextMenuEvent::Keyboard && currentIndex().isValid()) {
         at = viewport()->mapToGlobal(visualRect(currentIndex()).center());
+    }
     emit contextMenuAsked(at);
     event->accept();
 }

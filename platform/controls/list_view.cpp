@@ -39,8 +39,9 @@ class RowDelegate : public QStyledItemDelegate {
  protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
         QStyledItemDelegate::initStyleOption(option, index);
-        if (!option->state.testFlag(QStyle::State_Selected) || option->icon.isNull())
+        if (!option->state.testFlag(QStyle::State_Selected) || option->icon.isNull()) {
             return;
+        }
         const qreal scale = option->widget ? option->widget->devicePixelRatioF() : 1.0;
         QIcon plain;
         plain.addPixmap(option->icon.pixmap(option->decorationSize, scale), QIcon::Selected);
@@ -50,7 +51,7 @@ class RowDelegate : public QStyledItemDelegate {
 
 }  // namespace
 
-ListView::ListView(QWidget* parent) : QTreeView(parent), model_(std::make_unique<Model>()) {
+ListView::ListView(QWidget* parent) : QTreeView(parent), model_(std::make_unique<ListViewModel>()) {
     setItemDelegate(new RowDelegate(this));
     setModel(model_.get());
     setRootIsDecorated(false);
@@ -83,15 +84,17 @@ ListView::~ListView() {
 // ---------------------------------------------------------------------------------------------------------
 
 int ListView::checkedColumn(int column) const {
-    if (column < 1 || column > model_->columns.size())
+    if (column < 1 || column > model_->columns.size()) {
         refuseIndex();
+    }
     return column - 1;
 }
 
 void ListView::addColumn(const QString& key, const QString& text, HeaderAlignment alignment) {
     Qt::Alignment side = Qt::AlignLeft;
-    if (alignment != HeaderAlignment::Left)
+    if (alignment != HeaderAlignment::Left) {
         side = alignment == HeaderAlignment::Right ? Qt::AlignRight : Qt::AlignHCenter;
+    }
     model_->addColumn({key, text, side, {}});
 }
 
@@ -105,8 +108,9 @@ QString ListView::columnKey(int column) const {
 
 int ListView::columnOf(const QString& key) const {
     for (int i = 0; i < model_->columns.size(); ++i) {
-        if (model_->columns.at(i).key.compare(key, Qt::CaseInsensitive) == 0)
+        if (model_->columns.at(i).key.compare(key, Qt::CaseInsensitive) == 0) {
             return i + 1;
+        }
     }
     return 0;
 }
@@ -142,10 +146,11 @@ void ListView::setColumnPositions(const QList<int>& positions) {
     QList<int> left;
     for (int column = 1; column <= columnCount(); ++column) {
         const int place = positions.value(column - 1) - 1;
-        if (place >= 0 && place < columnCount() && columnAt.at(place) == 0)
+        if (place >= 0 && place < columnCount() && columnAt.at(place) == 0) {
             columnAt[place] = column;
-        else
+        } else {
             left.append(column);
+        }
     }
     for (int place = 0; place < columnAt.size(); ++place) {
         const int column = columnAt.at(place) != 0 ? columnAt.at(place) : left.takeFirst();
@@ -164,9 +169,10 @@ QString ListView::columnIcon(int column) const {
 
 void ListView::setColumnImages(const QHash<QString, QIcon>& images) {
     model_->columnImages = images;
-    for (Model::Column& column : model_->columns) {
-        if (images.isEmpty())
+    for (ListViewModel::Column& column : model_->columns) {
+        if (images.isEmpty()) {
             column.icon.clear();
+        }
     }
     model_->headerChanged();
 }
@@ -211,15 +217,17 @@ int ListView::indexOf(const QString& key) const {
 }
 
 const ListItem& ListView::item(int index) const {
-    if (index < 1 || index > count())
+    if (index < 1 || index > count()) {
         refuseIndex();
+    }
     return model_->item(index - 1);
 }
 
 const ListItem& ListView::item(const QString& key) const {
     const int index = indexOf(key);
-    if (index == 0)
+    if (index == 0) {
         throw RunError(35601, QStringLiteral("Element not found: %1").arg(key));
+    }
     return model_->item(index - 1);
 }
 
@@ -229,13 +237,15 @@ void ListView::changeItem(const QString& key, const std::function<void(ListItem&
 }
 
 void ListView::removeItem(int index) {
-    if (index < 1 || index > count())
+    if (index < 1 || index > count()) {
         refuseIndex();
+    }
     const QScopedValueRollback quiet(quiet_, true);
     const bool wasSelected = selectedIndex() == index;
     model_->remove(index - 1);
-    if (wasSelected && count() > 0)
+    if (wasSelected && count() > 0) {
         select(std::min(index, count()));
+    }
 }
 
 // Selection
@@ -252,8 +262,9 @@ const ListItem* ListView::selectedItem() const {
 }
 
 void ListView::select(int index) {
-    if (index < 1 || index > count())
+    if (index < 1 || index > count()) {
         refuseIndex();
+    }
     const QScopedValueRollback quiet(quiet_, true);
     const QModelIndex row = model_->index(index - 1, 0);
     selectionModel()->setCurrentIndex(row, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
@@ -266,8 +277,9 @@ void ListView::select(const QString& key) {
 }
 
 void ListView::ensureVisible(int index) {
-    if (index < 1 || index > count())
+    if (index < 1 || index > count()) {
         refuseIndex();
+    }
     scrollTo(model_->index(index - 1, 0));
 }
 
@@ -278,14 +290,16 @@ void ListView::scrollTo(const QModelIndex& index, ScrollHint hint) {
 }
 
 void ListView::keyboardSearch(const QString& text) {
-    if (model_->allMade())
+    if (model_->allMade()) {
         QTreeView::keyboardSearch(text);
+    }
 }
 
 void ListView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
     QTreeView::selectionChanged(selected, deselected);
-    if (quiet_ || selected.isEmpty())
+    if (quiet_ || selected.isEmpty()) {
         return;
+    }
     clicked_ = true;
     tell(&ListView::itemClicked, selectedIndex());
 }
@@ -295,19 +309,22 @@ void ListView::tell(void (ListView::*signal)(const QString&), int index) {
     QString key;
     Trap reading;
     reading([&] { key = item(index).Key; });
-    if (!reading.failed())
+    if (!reading.failed()) {
         emit(this->*signal)(key);
+    }
 }
 
 // One service at a time: holding a modifier key down neither adds to the choice nor takes it away, and a
 // click beside the rows does not leave the buttons above without a service to work on.
 QItemSelectionModel::SelectionFlags ListView::selectionCommand(const QModelIndex& index,
                                                                const QEvent* event) const {
-    if (!index.isValid())
+    if (!index.isValid()) {
         return QItemSelectionModel::NoUpdate;
+    }
     const QItemSelectionModel::SelectionFlags asked = QTreeView::selectionCommand(index, event);
-    if (asked & (QItemSelectionModel::Deselect | QItemSelectionModel::Toggle))
+    if (asked & (QItemSelectionModel::Deselect | QItemSelectionModel::Toggle)) {
         return QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
+    }
     return asked;
 }
 
@@ -319,8 +336,9 @@ void ListView::keyPressEvent(QKeyEvent* event) {
     if (enter) {
         const int index = selectedIndex();
         event->setAccepted(index != 0);
-        if (index != 0)
+        if (index != 0) {
             tell(&ListView::itemActivated, index);
+        }
     } else if (event->key() == Qt::Key_Delete) {
         event->accept();
         emit deletePressed();
@@ -337,19 +355,23 @@ void ListView::mousePressEvent(QMouseEvent* event) {
     const QModelIndex under = indexAt(event->position().toPoint());
     QTreeView::mousePressEvent(event);
     // The description beside the list follows each click, also one on the row that was chosen already.
-    if (!clicked_ && under.isValid() && selectedIndex() == under.row() + 1)
+    if (!clicked_ && under.isValid() && selectedIndex() == under.row() + 1) {
         tell(&ListView::itemClicked, selectedIndex());
+    }
 }
 
 void ListView::mouseDoubleClickEvent(QMouseEvent* event) {
     event->accept();
-    if (event->button() != Qt::LeftButton)
+    if (event->button() != Qt::LeftButton) {
         return;
+    }
     const QModelIndex under = indexAt(event->position().toPoint());
-    if (under.isValid())
+    if (under.isValid()) {
         selectionModel()->setCurrentIndex(under, selectionCommand(under, event));
-    if (selectedIndex() != 0)
+    }
+    if (selectedIndex() != 0) {
         tell(&ListView::itemActivated, selectedIndex());
+    }
 }
 
 void ListView::contextMenuEvent(QContextMenuEvent* event) {
@@ -359,16 +381,18 @@ void ListView::contextMenuEvent(QContextMenuEvent* event) {
         return;
     }
     const QModelIndex under = indexAt(event->pos());
-    if (under.isValid() && selectedIndex() != under.row() + 1)
+    if (under.isValid() && selectedIndex() != under.row() + 1) {
         selectionModel()->setCurrentIndex(under,
                                           QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    }
     emit contextMenuAsked(event->globalPos());
 }
 
 void ListView::askMenuAtSelection() {
     const int index = selectedIndex();
-    if (index > 0)
+    if (index > 0) {
         ensureVisible(index);
+    }
     emit contextMenuAsked(viewport()->mapToGlobal(index > 0 ? rowRect(index).center() : QPoint(0, 0)));
 }
 
@@ -392,27 +416,32 @@ void ListView::paintEvent(QPaintEvent* event) {
     const int bottom = viewport()->height();
     for (int column = 0; column < header()->count(); ++column) {
         const int right = header()->sectionViewportPosition(column) + header()->sectionSize(column) - 1;
-        if (header()->sectionSize(column) > 0)
+        if (header()->sectionSize(column) > 0) {
             painter.drawLine(right, 0, right, bottom);
+        }
     }
     const int height = RowDelegate::rowHeight(fontMetrics());
-    for (int y = height - 1; y < bottom; y += height)
+    for (int y = height - 1; y < bottom; y += height) {
         painter.drawLine(0, y, viewport()->width(), y);
+    }
 }
 
 void ListView::changeEvent(QEvent* event) {
     QTreeView::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange)
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange) {
         showSelectionWithoutFocus();
+    }
 }
 
 void ListView::showSelectionWithoutFocus() {
     const QPalette usual = QApplication::palette(this);
     QPalette colours = palette();
-    for (const QPalette::ColorRole role : {QPalette::Highlight, QPalette::HighlightedText})
+    for (const QPalette::ColorRole role : {QPalette::Highlight, QPalette::HighlightedText}) {
         colours.setColor(QPalette::Inactive, role, usual.color(QPalette::Active, role));
-    if (colours != palette())  // setting it is a change of the palette, too
+    }
+    if (colours != palette()) {  // setting it is a change of the palette, too
         setPalette(colours);
+    }
 }
 
 }  // namespace platform

@@ -8,23 +8,11 @@
 #include <functional>
 #include <memory>
 
+#include "platform/controls/list_item.h"
+
 namespace platform {
 
-// One row of a ListView. Key is unique and not empty. Sub-items count from 1, as the columns behind the
-// first.
-struct ListItem {
-    QString Key;
-    QString Text;
-    QString SmallIcon;  // key into the view's small icons; empty: none
-    QList<QString> subItems;
-    QString Tag;
-    const QString& SubItems(int i) const { return subItems.at(i - 1); }
-    void setSubItems(int i, const QString& text) {
-        while (subItems.size() < i)
-            subItems.append(QString());
-        subItems[i - 1] = text;
-    }
-};
+class ListViewModel;
 
 enum class HeaderAlignment { Left, Right, Center };
 
@@ -108,13 +96,12 @@ class ListView : public QTreeView {
                                                          const QEvent* event) const override;
 
  private:
-    class Model;
     int checkedColumn(int column) const;  // from 0; 35600
     void tell(void (ListView::*signal)(const QString&), int index);
     void showSelectionWithoutFocus();
     void askMenuAtSelection();
     QRect rowRect(int index) const;
-    std::unique_ptr<Model> model_;
+    std::unique_ptr<ListViewModel> model_;
     bool quiet_ = false;    // the selection moves by the program's doing
     bool clicked_ = false;  // itemClicked has gone out for the press that is under way
 };

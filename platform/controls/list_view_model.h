@@ -9,7 +9,7 @@
 #include <memory>
 #include <vector>
 
-#include "platform/controls/list_view.h"
+#include "platform/controls/list_item.h"
 
 namespace platform {
 
@@ -17,7 +17,7 @@ namespace platform {
 // made on demand carry their own index, rows added later go on from there. So a row is found by its serial,
 // whatever has been taken away above it, and a list of a whole shop's services costs a number a row until
 // somebody looks. Rows and columns count from 0 here.
-class ListView::Model : public QAbstractTableModel {
+class ListViewModel : public QAbstractTableModel {
  public:
     struct Column {
         QString key;

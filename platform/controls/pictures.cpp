@@ -32,12 +32,14 @@ QIcon icon(const QString& name) {
 
 QPixmap picture(const QString& name, int width) {
     const QString path = drawing("pictures", name);
-    if (path.isEmpty() || width <= 0)
+    if (path.isEmpty() || width <= 0) {
         return QPixmap();
+    }
     QSvgRenderer renderer(path);
     const QSizeF natural = renderer.viewBoxF().size();
-    if (natural.isEmpty())
+    if (natural.isEmpty()) {
         return QPixmap();
+    }
     const double height = width * natural.height() / natural.width();
     const double scale = qGuiApp->devicePixelRatio();
     QPixmap pixmap(qRound(width * scale), qRound(height * scale));

@@ -39,8 +39,9 @@ void PopupMenu::clear() {
 
 void PopupMenu::tellHighlight(const QMenu* menu, QAction* action) {
     const int item = static_cast<int>(menu->actions().indexOf(action)) + 1;
-    if (item == highlighted_)
+    if (item == highlighted_) {
         return;
+    }
     highlighted_ = item;
     emit itemHighlight(highlighted_, action->isEnabled(),
                        action->isSeparator() || action->property(kHeader).toBool());
@@ -53,16 +54,18 @@ bool PopupMenu::eventFilter(QObject* watched, QEvent* event) {
     } else if (event->type() == QEvent::MouseMove) {
         const auto* menu = static_cast<QMenu*>(watched);
         QAction* under = menu->actionAt(static_cast<QMouseEvent*>(event)->position().toPoint());
-        if (under && (under->isSeparator() || !under->isEnabled()))
+        if (under && (under->isSeparator() || !under->isEnabled())) {
             tellHighlight(menu, under);
+        }
     }
     return QObject::eventFilter(watched, event);
 }
 
 int PopupMenu::addItem(const QString& caption, const QString& helpText, const QIcon& icon, bool enabled,
                        const QString& key) {
-    if (!building_)
+    if (!building_) {
         clear();
+    }
     const int index = static_cast<int>(building_->actions().size()) + 1;
     if (caption == QLatin1String("-")) {
         building_->addSeparator();
@@ -80,18 +83,21 @@ int PopupMenu::addItem(const QString& caption, const QString& helpText, const QI
     action->setEnabled(enabled);
     action->setStatusTip(helpText);
     action->setProperty(kKey, key);
-    if (!key.isEmpty())
+    if (!key.isEmpty()) {
         action->setObjectName(key);
+    }
     return index;
 }
 
 void PopupMenu::store(const QString& name) {
-    if (!building_)
+    if (!building_) {
         clear();
+    }
     building_->setObjectName(name);
     if (QMenu* old = stored_.value(name)) {
-        if (current_ == old)
+        if (current_ == old) {
             current_ = nullptr;
+        }
         delete old;
     }
     stored_.insert(name, building_);
@@ -99,24 +105,28 @@ void PopupMenu::store(const QString& name) {
 }
 
 void PopupMenu::restore(const QString& name) {
-    if (!stored_.contains(name))
+    if (!stored_.contains(name)) {
         throw RunError(5, QStringLiteral("Invalid procedure call or argument: no menu \"%1\"").arg(name));
+    }
     current_ = stored_.value(name);
 }
 
 QAction* PopupMenu::itemAt(int index) const {
-    if (!current_ || index < 1 || index > current_->actions().size())
+    if (!current_ || index < 1 || index > current_->actions().size()) {
         return nullptr;
+    }
     return current_->actions().at(index - 1);
 }
 
 int PopupMenu::indexOf(const QString& key) const {
-    if (!current_ || key.isEmpty())
+    if (!current_ || key.isEmpty()) {
         return 0;
+    }
     const QList<QAction*> items = current_->actions();
     for (qsizetype i = 0; i < items.size(); ++i) {
-        if (items[i]->property(kKey).toString() == key)
+        if (items[i]->property(kKey).toString() == key) {
             return static_cast<int>(i) + 1;
+        }
     }
     return 0;
 }
@@ -127,13 +137,15 @@ QString PopupMenu::keyOf(int index) const {
 }
 
 void PopupMenu::setCaption(int index, const QString& caption) {
-    if (QAction* action = itemAt(index))
+    if (QAction* action = itemAt(index)) {
         action->setText(action->property(kHeader).toBool() ? headerText(caption) : caption);
+    }
 }
 
 void PopupMenu::setEnabled(int index, bool enabled) {
-    if (QAction* action = itemAt(index))
+    if (QAction* action = itemAt(index)) {
         action->setEnabled(enabled);
+    }
 }
 
 bool PopupMenu::isEnabled(int index) const {
@@ -142,8 +154,9 @@ bool PopupMenu::isEnabled(int index) const {
 }
 
 void PopupMenu::show(const QPoint& globalPosition) {
-    if (current_)
+    if (current_) {
         current_->popup(globalPosition);
+    }
 }
 
 }  // namespace platform

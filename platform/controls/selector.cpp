@@ -21,8 +21,9 @@ class ListPopup : public QProxyStyle {
  public:
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* data) const override {
-        if (hint == SH_ComboBox_Popup)
+        if (hint == SH_ComboBox_Popup) {
             return 0;
+        }
         return QProxyStyle::styleHint(hint, option, widget, data);
     }
 };
@@ -60,11 +61,13 @@ class Selector::Model : public QAbstractListModel {
         return parent.isValid() ? 0 : static_cast<int>(rows.size());
     }
     QVariant data(const QModelIndex& index, int role) const override {
-        if (!index.isValid() || static_cast<size_t>(index.row()) >= rows.size())
+        if (!index.isValid() || static_cast<size_t>(index.row()) >= rows.size()) {
             return {};
+        }
         const Row& row = rows[static_cast<size_t>(index.row())];
-        if (role == Qt::DisplayRole || role == Qt::EditRole)
+        if (role == Qt::DisplayRole || role == Qt::EditRole) {
             return row.text;
+        }
         return role == Qt::UserRole ? QVariant(row.data) : QVariant();
     }
 
@@ -132,18 +135,21 @@ void Selector::setEntries(QList<Entry> entries) {
         order.push_back({head, neck, std::move(key), i});
     }
     std::sort(order.begin(), order.end(), [](const Place& a, const Place& b) {
-        if (a.head != b.head)
+        if (a.head != b.head) {
             return a.head < b.head;
-        if (a.neck != b.neck)
+        }
+        if (a.neck != b.neck) {
             return a.neck < b.neck;
+        }
         const int keys = a.key.compare(b.key);
         return keys != 0 ? keys < 0 : a.entry < b.entry;
     });
     std::vector<Model::Row> rows;
     rows.reserve(order.size());
-    for (Place& place : order)
+    for (Place& place : order) {
         rows.push_back(
             {std::move(entries[place.entry].text), std::move(place.key), entries[place.entry].data});
+    }
     const QSignalBlocker quiet(this);
     model_->setAll(std::move(rows));
     setCurrentIndex(-1);
@@ -153,27 +159,31 @@ int Selector::addEntry(const QString& text, qint32 number) {
     const bool nothingSelected = currentIndex() < 0;
     const QSignalBlocker quiet(this);
     const int index = model_->insert({text, keyOf(text), number});
-    if (nothingSelected)
+    if (nothingSelected) {
         setCurrentIndex(-1);
+    }
     return index;
 }
 
 void Selector::removeEntry(int index) {
-    if (!model_->has(index))
+    if (!model_->has(index)) {
         return;
+    }
     const int selected = currentIndex();
     const QSignalBlocker quiet(this);
     model_->remove(index);
-    if (index == selected || selected < 0)
+    if (index == selected || selected < 0) {
         setCurrentIndex(-1);
-    else
+    } else {
         setCurrentIndex(selected > index ? selected - 1 : selected);
+    }
     update();
 }
 
 void Selector::replaceText(int index, const QString& text) {
-    if (!model_->has(index))
+    if (!model_->has(index)) {
         return;
+    }
     const QSignalBlocker quiet(this);
     model_->replace(index, text);
     update();

@@ -25,17 +25,20 @@ bool wantsForward(QEvent::Type type) {
 }
 
 bool isWithin(const QWidget* widget, const QWidget* ancestor) {
-    while (widget && widget != ancestor)
+    while (widget && widget != ancestor) {
         widget = widget->parentWidget();
+    }
     return widget != nullptr;
 }
 
 // A shortcut is no widget, but belongs to one.
 const QWidget* widgetOf(const QObject* watched) {
-    if (watched->isWidgetType())
+    if (watched->isWidgetType()) {
         return static_cast<const QWidget*>(watched);
-    if (qobject_cast<const QShortcut*>(watched) || qobject_cast<const QAction*>(watched))
+    }
+    if (qobject_cast<const QShortcut*>(watched) || qobject_cast<const QAction*>(watched)) {
         return qobject_cast<const QWidget*>(watched->parent());
+    }
     return nullptr;
 }
 
@@ -43,8 +46,9 @@ const QWidget* widgetOf(const QObject* watched) {
 
 SoftModal::SoftModal(QWidget* window) : window_(window) {
     for (QWidget* other : QApplication::topLevelWidgets()) {
-        if (!isWithin(other, window))
+        if (!isWithin(other, window)) {
             blocked_.append(other);
+        }
     }
     qApp->installEventFilter(this);
 }
@@ -63,23 +67,28 @@ bool SoftModal::isBlocked(const QObject* watched) const {
 
 // A box that stands over the window keeps the front for itself.
 void SoftModal::bringForward() {
-    if (!window_)
+    if (!window_) {
         return;
+    }
     const QWidget* modal = QApplication::activeModalWidget();
-    if (modal && modal != window_ && isWithin(modal, window_))
+    if (modal && modal != window_ && isWithin(modal, window_)) {
         return;
+    }
     window_->raise();
     window_->activateWindow();
 }
 
 bool SoftModal::eventFilter(QObject* watched, QEvent* event) {
     const QEvent::Type type = event->type();
-    if (!(isHeldBack(type) || type == QEvent::WindowActivate) || !isBlocked(watched))
+    if (!(isHeldBack(type) || type == QEvent::WindowActivate) || !isBlocked(watched)) {
         return QObject::eventFilter(watched, event);
-    if (wantsForward(type))
+    }
+    if (wantsForward(type)) {
         QTimer::singleShot(0, this, &SoftModal::bringForward);
-    if (!isHeldBack(type))
+    }
+    if (!isHeldBack(type)) {
         return false;
+    }
     event->setAccepted(type != QEvent::Close);  // a close that is ignored does not happen
     return true;
 }

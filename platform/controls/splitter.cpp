@@ -32,8 +32,9 @@ int Splitter::room() const {
 }
 
 void Splitter::apply() {
-    if (count() < 2 || room() <= 0)
+    if (count() < 2 || room() <= 0) {
         return;
+    }
     applying_ = true;
     const int first = static_cast<int>(std::lround(room() * position_ / 100.0));
     setSizes({first, room() - first});
@@ -42,12 +43,14 @@ void Splitter::apply() {
 
 // The bar goes where the hand takes it, but no further than the limits.
 void Splitter::barMoved() {
-    if (applying_ || room() <= 0)
+    if (applying_ || room() <= 0) {
         return;
+    }
     const int wanted = static_cast<int>(std::lround(100.0 * sizes().constFirst() / room()));
     position_ = std::clamp(wanted, lower_, upper_);
-    if (position_ != wanted)
+    if (position_ != wanted) {
         apply();
+    }
 }
 
 void Splitter::resizeEvent(QResizeEvent* event) {

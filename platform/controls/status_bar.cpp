@@ -39,10 +39,11 @@ void StatusBar::addPanel(const QString& key, AutoSize size, int position) {
     label->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     label->setMargin(3);
     label->installEventFilter(this);
-    if (size == AutoSize::Fixed)
+    if (size == AutoSize::Fixed) {
         label->setFixedWidth(kFixedWidth);
-    else if (size == AutoSize::Spring)
+    } else if (size == AutoSize::Spring) {
         label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    }
     const int last = static_cast<int>(panels_.size());
     const int index = position < 1 ? last : std::min(position - 1, last);
     panels_.insert(index, {key, label, size});
@@ -80,27 +81,31 @@ void StatusBar::setPanelText(const QString& key, const QString& text) {
 }
 
 void StatusBar::setPanelToolTip(const QString& key, const QString& tip) {
-    if (QLabel* label = panel(key))
+    if (QLabel* label = panel(key)) {
         label->setToolTip(tip);
+    }
 }
 
 void StatusBar::setPanelAlignment(const QString& key, Qt::Alignment alignment) {
-    if (QLabel* label = panel(key))
+    if (QLabel* label = panel(key)) {
         label->setAlignment(alignment | Qt::AlignVCenter);
+    }
 }
 
 QLabel* StatusBar::panel(const QString& key) const {
     for (const Panel& each : panels_) {
-        if (each.key == key)
+        if (each.key == key) {
             return each.label;
+        }
     }
     return nullptr;
 }
 
 void StatusBar::coverPanel(const QString& key, QWidget* cover) {
     QLabel* under = panel(key);
-    if (!under)
+    if (!under) {
         return;
+    }
     cover->setParent(under);
     cover->setGeometry(under->contentsRect());
     cover->show();
@@ -128,17 +133,20 @@ void StatusBar::addClock(const QString& key) {
 }
 
 void StatusBar::showClock(const QString& key, const QDateTime& now) {
-    if (panelText(key) != shownTime(now))
+    if (panelText(key) != shownTime(now)) {
         setPanelText(key, shownTime(now));
+    }
     setPanelToolTip(key, formatLongDate(now.date()));
 }
 
 bool StatusBar::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Resize) {
         for (const Panel& each : panels_) {
-            if (each.label == watched)
-                for (QWidget* cover : each.label->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+            if (each.label == watched) {
+                for (QWidget* cover : each.label->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
                     cover->setGeometry(each.label->contentsRect());
+                }
+            }
         }
     }
     if (event->type() == QEvent::MouseButtonDblClick &&
@@ -168,8 +176,9 @@ void StatusBar::mouseDoubleClickEvent(QMouseEvent* event) {
 void StatusBar::mouseReleaseEvent(QMouseEvent* event) {
     const bool second = doubleClick_;
     doubleClick_ = false;
-    if (event->button() == Qt::LeftButton && !second && rect().contains(event->position().toPoint()))
+    if (event->button() == Qt::LeftButton && !second && rect().contains(event->position().toPoint())) {
         emit barClicked();
+    }
     event->accept();
 }
 

@@ -12,8 +12,9 @@ class WheelNeedsFocus : public QObject {
 
  protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() != QEvent::Wheel || static_cast<QWidget*>(watched)->hasFocus())
+        if (event->type() != QEvent::Wheel || static_cast<QWidget*>(watched)->hasFocus()) {
             return QObject::eventFilter(watched, event);
+        }
         event->ignore();
         return true;
     }

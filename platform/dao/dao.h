@@ -6,4 +6,5 @@
 #include "platform/dao/error.h"
 #include "platform/dao/held_number.h"
 #include "platform/dao/recordset.h"
+#include "platform/dao/repair_report.h"
 #include "platform/dao/value.h"

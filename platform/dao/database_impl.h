@@ -4,19 +4,22 @@
 #include <string>
 #include <vector>
 
-#include "platform/dao/database.h"
 #include "platform/dao/open_file.h"
-#include "platform/dao/recordset.h"
 
 namespace dao {
 
-class RecordsetImpl;
-
-// A table as the file has it, in the words of Database::TableDefs.
-TableDef definitionOf(const sql::TableInfo& table);
+// What ends with the opening it was made on.
+class Dependent {
+ public:
+    Dependent() = default;
+    Dependent(const Dependent&) = delete;
+    Dependent& operator=(const Dependent&) = delete;
+    virtual ~Dependent() = default;
+    virtual void Close() noexcept = 0;
+};
 
 // One opening of a file, as a window makes it.
-class DatabaseImpl : public std::enable_shared_from_this<DatabaseImpl> {
+class DatabaseImpl {
  public:
     DatabaseImpl(std::string name, std::shared_ptr<OpenFile> file, bool readOnly, ExclusiveUse exclusive)
         : name_(std::move(name)),
@@ -33,8 +36,7 @@ class DatabaseImpl : public std::enable_shared_from_this<DatabaseImpl> {
     OpenFile& writableFile() const;  // 3027 too
     void close() noexcept;
 
-    std::shared_ptr<RecordsetImpl> openRecordset(std::string_view source, RecordsetType type);
-    void keep(const std::shared_ptr<RecordsetImpl>& set);  // closes with this opening
+    void keep(const std::shared_ptr<Dependent>& dependent);  // closes with this opening
     std::int64_t recordsAffected = 0;
 
  private:
@@ -42,7 +44,7 @@ class DatabaseImpl : public std::enable_shared_from_this<DatabaseImpl> {
     std::shared_ptr<OpenFile> file_;
     ExclusiveUse exclusive_;
     bool readOnly_;
-    std::vector<std::weak_ptr<RecordsetImpl>> sets_;
+    std::vector<std::weak_ptr<Dependent>> dependents_;
 };
 
 }  // namespace dao

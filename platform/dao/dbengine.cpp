@@ -1,9 +1,12 @@
 #include "platform/dao/dbengine.h"
 
+#include "platform/dao/database.h"
 #include "platform/dao/database_impl.h"
 #include "platform/dao/failure.h"
 #include "platform/dao/file_paths.h"
 #include "platform/dao/maintenance.h"
+#include "platform/dao/open_file.h"
+#include "platform/dao/open_files.h"
 #include "platform/dao/opening.h"
 #include "platform/dao/workspace_state.h"
 
@@ -11,8 +14,9 @@ namespace dao {
 
 Workspace& DBEngine::Workspaces(int index) {
     static Workspace only;
-    if (index != 0)
+    if (index != 0) {
         fail(errItemNotFound);
+    }
     return only;
 }
 
@@ -34,11 +38,13 @@ void Workspace::Rollback() {
 Database DBEngine::OpenDatabase(const std::string& path, bool exclusive, bool readOnly,
                                 const std::string& connect) {
     const Opening opening = examine(path, connect, false);
-    if (!readOnly && !mayWrite(opening.path))
+    if (!readOnly && !mayWrite(opening.path)) {
         fail(errReadOnly);
+    }
     std::shared_ptr<LockFile> lock = lockFor(opening.path, readOnly);
-    if (exclusive && lock == nullptr)
+    if (exclusive && lock == nullptr) {
         fail(errCannotLockFile);
+    }
     ExclusiveUse use = exclusive ? ExclusiveUse(lock) : ExclusiveUse();
     std::shared_ptr<OpenFile> file = openFile(opening, !readOnly, std::move(lock));
     return Database(std::make_shared<DatabaseImpl>(path, std::move(file), readOnly, std::move(use)));
@@ -46,10 +52,12 @@ Database DBEngine::OpenDatabase(const std::string& path, bool exclusive, bool re
 
 Database DBEngine::CreateDatabase(const std::string& path, const std::string& connect) {
     const std::string target = targetFile(path);
-    if (fileExists(target))
+    if (fileExists(target)) {
         fail(errObjectExists, "Database '" + path + "' already exists.");
-    if (!folderMayWrite(target))
+    }
+    if (!folderMayWrite(target)) {
         fail(errReadOnly);
+    }
     std::string password;
     passwordFrom(connect, password);
     maintenance::createEmpty(target, password);
@@ -79,10 +87,12 @@ void DBEngine::RenameDatabase(const std::string& from, const std::string& to) {
 }
 
 void DBEngine::Idle(int option) {
-    if ((option & dbRefreshCache) == 0)
+    if ((option & dbRefreshCache) == 0) {
         return;
-    for (const std::shared_ptr<OpenFile>& file : OpenFiles::all())
+    }
+    for (const std::shared_ptr<OpenFile>& file : OpenFiles::all()) {
         file->touch();
+    }
 }
 
 const std::vector<ErrorEntry>& DBEngine::Errors() {

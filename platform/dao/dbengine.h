@@ -4,25 +4,13 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/dao/database.h"
-#include "platform/dao/error.h"
-
 namespace dao {
 
+class Database;
+struct ErrorEntry;
+struct RepairReport;
+
 enum IdleOption { dbRefreshCache = 8 };
-
-struct ErrorEntry {
-    int Number = 0;
-    std::string Description;
-};
-
-// What a repair found.
-struct RepairReport {
-    bool damaged = false;  // false: every page was in order and the file was not touched
-    std::int64_t rowsKept = 0;
-    std::int64_t rowsLost = 0;  // rows known to have been there (by an index or a gap) and not readable
-    std::vector<std::string> notes;
-};
 
 class Workspace {
  public:

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/dao/database.h"
+#include "platform/dao/definitions.h"
 #include "platform/dao/row_block.h"
 #include "platform/sql/types.h"
 #include "platform/sql/writer.h"

@@ -46,6 +46,12 @@ enum ErrorNumber {
     errFieldNotUpdatable = 3164,  // computed, or a number that the engine gives
 };
 
+// One failure, as DBEngine::Errors() lists it.
+struct ErrorEntry {
+    int Number = 0;
+    std::string Description;
+};
+
 // What every failing operation of the engine throws; DBEngine::Errors() holds the same until the next
 // failure.
 class Error : public std::runtime_error {

@@ -58,8 +58,9 @@ std::vector<ErrorEntry>& errorList() {
 
 std::string_view sentenceFor(int number) {
     for (const Sentence& sentence : kSentences) {
-        if (sentence.number == number)
+        if (sentence.number == number) {
             return sentence.text;
+        }
     }
     return {};
 }

@@ -4,7 +4,6 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/dao/dbengine.h"
 #include "platform/dao/error.h"
 
 namespace dao {

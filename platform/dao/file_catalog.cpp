@@ -26,12 +26,14 @@ void FileCatalog::setStore(driver::Store& store) {
 
 void FileCatalog::refresh() {
     const std::int64_t version = store_->schemaVersion();
-    if (version == schemaVersion_)
+    if (version == schemaVersion_) {
         return;
+    }
     tables_ = store_->tables();
     tableByName_.clear();
-    for (std::size_t i = 0; i < tables_.size(); ++i)
+    for (std::size_t i = 0; i < tables_.size(); ++i) {
         tableByName_.emplace(folded(tables_[i].name), i);
+    }
     schemaVersion_ = version;
 }
 
@@ -43,17 +45,21 @@ const sql::TableInfo* FileCatalog::findTable(std::string_view name) const {
 sql::StatementPtr FileCatalog::findQuery(std::string_view name) const {
     const std::int64_t version = store_->queryVersion(name);
     noted_.emplace_back(std::string(name), version);
-    if (version == 0)
+    if (version == 0) {
         return nullptr;
+    }
     const auto known = queries_.find(folded(name));
-    if (known != queries_.end() && known->second.version == version)
+    if (known != queries_.end() && known->second.version == version) {
         return known->second.tree;
+    }
     const std::optional<std::string> text = store_->queryText(name);
-    if (!text)
+    if (!text) {
         return nullptr;
+    }
     sql::StatementPtr tree = sql::parse(*text);
-    if (queries_.size() >= kKeptQueries)
+    if (queries_.size() >= kKeptQueries) {
         queries_.clear();
+    }
     queries_[folded(name)] = {version, tree};
     return tree;
 }

@@ -30,6 +30,9 @@ class FileCatalog final : public sql::Catalog {
     // The tree of a text that is being written: it need not be read and parsed again.
     void keep(std::string_view name, std::int64_t version, sql::StatementPtr tree);
 
+    // Texts that were kept and never came into the file: their versions go to others.
+    void forgetQueries() { queries_.clear(); }
+
     // Which stored queries were asked for since startNoting, and in which version (0: there was none).
     using Noted = std::vector<std::pair<std::string, std::int64_t>>;
     void startNoting() { noted_.clear(); }

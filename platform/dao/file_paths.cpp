@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/dao/companion_files.h"
 #include "platform/dao/failure.h"
 
 namespace dao {
@@ -15,8 +16,9 @@ namespace {
 
 std::string folderOf(const std::string& path) {
     const std::size_t slash = path.rfind('/');
-    if (slash == std::string::npos)
+    if (slash == std::string::npos) {
         return ".";
+    }
     return slash == 0 ? "/" : path.substr(0, slash);
 }
 
@@ -44,8 +46,9 @@ class Descriptor {
  public:
     Descriptor(const std::string& path, int flags) : fd_(open(path.c_str(), flags | O_CLOEXEC)) {}
     ~Descriptor() {
-        if (fd_ >= 0)
+        if (fd_ >= 0) {
             close(fd_);
+        }
     }
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
@@ -57,16 +60,18 @@ class Descriptor {
 
 void syncPath(const std::string& path) {
     const Descriptor file(path, O_RDONLY);
-    if (file.get() < 0 || fsync(file.get()) != 0)
+    if (file.get() < 0 || fsync(file.get()) != 0) {
         failWithSystemError(errno);
+    }
 }
 
 // Whoever could use the former file can use its successor. A file system without rights refuses, and loses
 // nothing by it.
 void takeOverRights(const std::string& former, const std::string& successor) {
     struct stat found {};
-    if (stat(former.c_str(), &found) != 0)
+    if (stat(former.c_str(), &found) != 0) {
         return;
+    }
     [[maybe_unused]] const int group = chown(successor.c_str(), static_cast<uid_t>(-1), found.st_gid);
     chmod(successor.c_str(), (found.st_mode & 0666) | 0600);
 }
@@ -92,32 +97,40 @@ void failWithSystemError(int systemError) {
 
 std::string existingFile(const std::string& path) {
     struct stat found {};
-    if (path.empty())
+    if (path.empty()) {
         fail(errFileNotFound, "Couldn't find file ''.");
+    }
     if (stat(path.c_str(), &found) != 0) {
-        if (errno == EACCES)
+        if (errno == EACCES) {
             fail(errNoPermission);
-        if (errno == ENOTDIR || errno == ENAMETOOLONG || errno == ELOOP || !isFolder(folderOf(path)))
+        }
+        if (errno == ENOTDIR || errno == ENAMETOOLONG || errno == ELOOP || !isFolder(folderOf(path))) {
             fail(errPathInvalid, "'" + path + "' isn't a valid path.");
+        }
         fail(errFileNotFound, "Couldn't find file '" + path + "'.");
     }
-    if (!S_ISREG(found.st_mode))
+    if (!S_ISREG(found.st_mode)) {
         fail(errPathInvalid, "'" + path + "' isn't a valid path.");
+    }
     std::string real = resolved(path);
-    if (real.empty())
+    if (real.empty()) {
         fail(errPathInvalid, "'" + path + "' isn't a valid path.");
+    }
     return real;
 }
 
 std::string targetFile(const std::string& path) {
-    if (fileExists(path))
+    if (fileExists(path)) {
         return existingFile(path);
+    }
     // Who shares the file behind the link would never see what is put in the link's place.
-    if (isLink(path))
+    if (isLink(path)) {
         fail(errPathInvalid, "'" + path + "' is a link to a file that isn't there.");
+    }
     const std::string folder = resolved(folderOf(path));
-    if (path.empty() || nameOf(path).empty() || folder.empty() || !isFolder(folder))
+    if (path.empty() || nameOf(path).empty() || folder.empty() || !isFolder(folder)) {
         fail(errPathInvalid, "'" + path + "' isn't a valid path.");
+    }
     return (folder == "/" ? "" : folder) + '/' + nameOf(path);
 }
 
@@ -137,9 +150,6 @@ bool mayWrite(const std::string& path) {
 bool folderMayWrite(const std::string& path) {
     return mayWrite(folderOf(path));
 }
-std::string journalOf(const std::string& path) {
-    return path + "-journal";
-}
 
 bool hasJournal(const std::string& path) {
     const Descriptor journal(journalOf(path), O_RDONLY);
@@ -148,54 +158,62 @@ bool hasJournal(const std::string& path) {
 }
 
 void removeSpentJournal(const std::string& path) noexcept {
-    if (fileExists(journalOf(path)) && !hasJournal(path))
+    if (fileExists(journalOf(path)) && !hasJournal(path)) {
         unlink(journalOf(path).c_str());
+    }
 }
 
 Salt readSalt(const std::string& path) {
     const Descriptor file(path, O_RDONLY);
     if (file.get() < 0) {
-        if (errno == EACCES || errno == EPERM)
+        if (errno == EACCES || errno == EPERM) {
             fail(errNoPermission);
+        }
         failWithSystemError(errno);
     }
     struct stat found {};
     Salt salt{};
-    if (fstat(file.get(), &found) != 0)
+    if (fstat(file.get(), &found) != 0) {
         failWithSystemError(errno);
+    }
     if (found.st_size < static_cast<off_t>(kPageSize) ||
         pread(file.get(), salt.data(), salt.size(), 0) != static_cast<ssize_t>(salt.size()) ||
-        !hasOurMark(salt))
+        !hasOurMark(salt)) {
         fail(errUnrecognisedFormat, "Unrecognized database format '" + path + "'.");
+    }
     return salt;
 }
 
 void syncFolderOf(const std::string& path) {
     const Descriptor folder(folderOf(path), O_RDONLY | O_DIRECTORY);
-    if (folder.get() >= 0)
+    if (folder.get() >= 0) {
         fsync(folder.get());
+    }
 }
 
 void removeFile(const std::string& path) {
-    if (unlink(path.c_str()) != 0 && errno != ENOENT)
+    if (unlink(path.c_str()) != 0 && errno != ENOENT) {
         failWithSystemError(errno);
+    }
 }
 
 void renameFile(const std::string& from, const std::string& to) {
-    if (rename(from.c_str(), to.c_str()) != 0)
+    if (rename(from.c_str(), to.c_str()) != 0) {
         failWithSystemError(errno);
+    }
     syncFolderOf(to);
 }
 
 UnfinishedFile::UnfinishedFile(std::string target) : target_(std::move(target)) {
-    path_ = target_ + ".part" + std::to_string(getpid());
+    path_ = unfinishedOf(target_);
     unlink(path_.c_str());
     unlink(journalOf(path_).c_str());
 }
 
 UnfinishedFile::~UnfinishedFile() {
-    if (finished_)
+    if (finished_) {
         return;
+    }
     unlink(path_.c_str());
     unlink(journalOf(path_).c_str());
 }

@@ -18,7 +18,6 @@ bool fileExists(const std::string& path);
 std::int64_t fileSize(const std::string& path);  // 0 where there is none
 bool mayWrite(const std::string& path);
 bool folderMayWrite(const std::string& path);
-std::string journalOf(const std::string& path);
 // One that holds what is to be put back into the file. A finished change leaves a crossed-out one.
 bool hasJournal(const std::string& path);
 void removeSpentJournal(const std::string& path) noexcept;

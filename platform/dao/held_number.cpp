@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/dao/database.h"
 #include "platform/dao/database_impl.h"
 #include "platform/dao/failure.h"
 
@@ -9,16 +10,18 @@ namespace dao {
 namespace {
 
 std::shared_ptr<LockFile> numbersOf(const Database& database) {
-    if (!database)
+    if (!database) {
         fail(errObjectClosed);
+    }
     return LockFile::ofNumbers(database.impl()->file().path());
 }
 
 }  // namespace
 
 HeldNumber::HeldNumber(const Database& database, int wanted) : numbers_(numbersOf(database)), value_(wanted) {
-    while (!numbers_->holdNumber(value_))
+    while (!numbers_->holdNumber(value_)) {
         ++value_;
+    }
 }
 
 HeldNumber::HeldNumber(HeldNumber&& other) noexcept
@@ -38,8 +41,9 @@ bool HeldNumber::isOn(const Database& database) const {
 }
 
 void HeldNumber::leave() noexcept {
-    if (numbers_ != nullptr)
+    if (numbers_ != nullptr) {
         numbers_->leaveNumber(value_);
+    }
     numbers_.reset();
     value_ = -1;
 }

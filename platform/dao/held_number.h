@@ -2,10 +2,10 @@
 
 #include <memory>
 
-#include "platform/dao/database.h"
-#include "platform/dao/lock_file.h"
-
 namespace dao {
+
+class Database;
+class LockFile;
 
 // A number that this process has to itself among all that work on one database. It stays with the object, not
 // with a connection, so that it outlives a closing and reopening of the database; and it ends with the

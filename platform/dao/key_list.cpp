@@ -17,49 +17,56 @@ void KeyList::assign(std::vector<std::int64_t> keys, int stride, int unique) {
 void KeyList::buildPlaces() const {
     places_.clear();
     places_.reserve(size());
-    for (std::size_t row = 0; row < size(); ++row)
+    for (std::size_t row = 0; row < size(); ++row) {
         places_.try_emplace(key(row, unique_), row);
+    }
     placesKnown_ = true;
 }
 
 std::optional<std::size_t> KeyList::findKey(std::int64_t wanted, int source) const {
     if (ascending_) {
         const auto found = std::lower_bound(keys_.begin(), keys_.end(), wanted);
-        if (found == keys_.end() || *found != wanted)
+        if (found == keys_.end() || *found != wanted) {
             return std::nullopt;
+        }
         return static_cast<std::size_t>(found - keys_.begin());
     }
     if (source == unique_) {
-        if (!placesKnown_)
+        if (!placesKnown_) {
             buildPlaces();
+        }
         const auto found = places_.find(wanted);
         return found == places_.end() ? std::nullopt : std::optional(found->second);
     }
     for (std::size_t row = 0; row < size(); ++row) {
-        if (key(row, source) == wanted)
+        if (key(row, source) == wanted) {
             return row;
+        }
     }
     return std::nullopt;
 }
 
 std::optional<std::size_t> KeyList::find(std::span<const std::int64_t> wanted) const {
-    if (wanted.size() != stride_)
+    if (wanted.size() != stride_) {
         return std::nullopt;
+    }
     if (unique_ >= 0) {
         const std::optional<std::size_t> row = findKey(wanted[static_cast<std::size_t>(unique_)], unique_);
         return row && std::ranges::equal(at(*row), wanted) ? row : std::nullopt;
     }
     for (std::size_t row = 0; row < size(); ++row) {
-        if (std::ranges::equal(at(row), wanted))
+        if (std::ranges::equal(at(row), wanted)) {
             return row;
+        }
     }
     return std::nullopt;
 }
 
 void KeyList::append(std::span<const std::int64_t> row) {
     ascending_ = ascending_ && (keys_.empty() || keys_.back() < row.front());
-    if (placesKnown_ && unique_ >= 0)
+    if (placesKnown_ && unique_ >= 0) {
         places_.try_emplace(row[static_cast<std::size_t>(unique_)], size());
+    }
     keys_.insert(keys_.end(), row.begin(), row.end());
     ++rows_;
 }

@@ -17,8 +17,9 @@ constexpr std::int64_t kSparse = 4;  // a range with more strangers than this fo
 std::vector<Type> typesOf(const std::vector<sql::ResultColumn>& columns) {
     std::vector<Type> types;
     types.reserve(columns.size());
-    for (const sql::ResultColumn& column : columns)
+    for (const sql::ResultColumn& column : columns) {
         types.push_back(column.type);
+    }
     return types;
 }
 
@@ -49,17 +50,19 @@ void Keyset::open() {
     OpenFile& in = file();
     const ReadScope scope(in.store());
     CompiledPtr compiled = in.compile(statement_);
-    if (compiled->select.sources.empty())
+    if (compiled->select.sources.empty()) {
         fail(errCannotUpdate);
+    }
     std::vector<std::int64_t> keys;
     compiled_ = std::move(compiled);
     generation_ = &in.generation();
     const bool single = select().sources.size() == 1;
     const sql::TableInfo* whole = single ? wholeTable(*compiled_->tree, 0) : nullptr;
-    if (whole != nullptr)
+    if (whole != nullptr) {
         in.store().readAllKeys(whole->name, keys);
-    else
+    } else {
         readKeys(select(), keys);
+    }
     keys_.assign(std::move(keys), static_cast<int>(select().sources.size()), single ? 0 : unique());
     setColumns(select().columns);
     block_.reset(typesOf(columns_));
@@ -75,11 +78,13 @@ const sql::TableInfo* Keyset::wholeTable(const sql::Statement& tree, int depth) 
     const bool plain = !tree.distinct && tree.where == nullptr && tree.orderBy.empty() &&
                        tree.groupBy.empty() && tree.having == nullptr && tree.from != nullptr &&
                        tree.from->kind == sql::FromNode::Kind::Table && depth <= sql::kMaxQueryDepth;
-    if (!plain)
+    if (!plain) {
         return nullptr;
+    }
     const FileCatalog& catalog = file().catalog();
-    if (const sql::TableInfo* table = catalog.findTable(tree.from->name))
+    if (const sql::TableInfo* table = catalog.findTable(tree.from->name)) {
         return table;
+    }
     const sql::StatementPtr query = catalog.findQuery(tree.from->name);
     return query == nullptr ? nullptr : wholeTable(*query, depth + 1);
 }
@@ -106,8 +111,9 @@ void Keyset::distrust() {
 }
 
 void Keyset::fetch(std::size_t row) {
-    if (blockGeneration_ != file().generation())
+    if (blockGeneration_ != file().generation()) {
         dropBlock();
+    }
     if (!inBlock(row)) {
         const bool onwards = lastFetched_ != kMissing && row == lastFetched_ + 1;
         const bool backwards = lastFetched_ != kMissing && row + 1 == lastFetched_;
@@ -118,8 +124,9 @@ void Keyset::fetch(std::size_t row) {
     }
     lastFetched_ = row;
     current_ = blockRows_[row - blockStart_];
-    if (current_ == kMissing)
+    if (current_ == kMissing) {
         fail(errRecordDeleted);
+    }
 }
 
 void Keyset::loadBlock(std::size_t first, std::size_t rows) {
@@ -131,10 +138,11 @@ void Keyset::loadBlock(std::size_t first, std::size_t rows) {
         const bool dense =
             keys_.isAscending() && rows > 1 && !select().fetchRange.empty() &&
             keys_.key(first + rows - 1, 0) - keys_.key(first, 0) < kSparse * static_cast<std::int64_t>(rows);
-        if (dense)
+        if (dense) {
             loadRange(first, rows);
-        else
+        } else {
             loadSingly(first, rows);
+        }
         blockVersion_ = from.store().dataVersion();
     } catch (...) {
         dropBlock();
@@ -153,15 +161,17 @@ void Keyset::loadRange(std::size_t first, std::size_t rows) {
     statement->readRows(block_, 1, &found, SIZE_MAX, part != nullptr ? &part->places : nullptr);
     std::size_t at = 0;
     for (std::size_t row = first; row < first + rows; ++row) {
-        while (at < found.size() && found[at] < keys_.key(row, 0))
+        while (at < found.size() && found[at] < keys_.key(row, 0)) {
             ++at;
+        }
         blockRows_.push_back(at < found.size() && found[at] == keys_.key(row, 0) ? at : kMissing);
     }
 }
 
 const Keyset::Projection& Keyset::projection() {
-    if (projection_.compiled != nullptr && projection_.asked == asked_)
+    if (projection_.compiled != nullptr && projection_.asked == asked_) {
         return projection_;
+    }
     const sql::Statement& tree = *compiled_->tree;
     const bool canCut =
         tree.items.size() == 1 && tree.items.front().star && tree.items.front().qualifier.empty();
@@ -173,23 +183,26 @@ const Keyset::Projection& Keyset::projection() {
     for (std::size_t i = 0; i < columns_.size(); ++i) {
         const int place = static_cast<int>(canCut ? cut->items.size() : i);
         part.places.push_back(asked_[i] != 0 ? place : -1);
-        if (asked_[i] == 0)
+        if (asked_[i] == 0) {
             continue;
+        }
         auto name = std::make_shared<sql::Expression>();
         name->kind = sql::Expression::Kind::Name;
         name->text = columns_[i].name;
         cut->items.emplace_back().expression = std::move(name);
     }
-    if (canCut && !cut->items.empty())
+    if (canCut && !cut->items.empty()) {
         part.compiled = file().compileTree(cut);
+    }
     return projection_ = std::move(part);
 }
 
 void Keyset::loadSingly(std::size_t first, std::size_t rows) {
     const auto statement = file().store().cached(select().fetch);
     for (std::size_t row = first; row < first + rows; ++row) {
-        for (int source = 0; source < keys_.stride(); ++source)
+        for (int source = 0; source < keys_.stride(); ++source) {
             statement->bindRowKey(source + 1, keys_.key(row, source));
+        }
         const std::size_t at = block_.rows();
         blockRows_.push_back(statement->readRows(block_, 0, nullptr, 1) == 1 ? at : kMissing);
     }
@@ -217,18 +230,22 @@ std::optional<std::size_t> Keyset::findRow(std::string_view criterion) {
 // into the file tells whether it is still there.
 std::optional<std::size_t> Keyset::findByKey(const sql::Expression& criterion, bool& isKey) {
     sql::KeyCriterion wanted;
-    if (!sql::isKeyCriterion(criterion, wanted))
+    if (!sql::isKeyCriterion(criterion, wanted)) {
         return std::nullopt;
+    }
     for (const sql::ResultColumn& column : columns_) {
-        if (!sameName(column.name, wanted.field))
+        if (!sameName(column.name, wanted.field)) {
             continue;
+        }
         const sql::ColumnInfo* counter = column.source < 0 ? nullptr : counterOf(column.source);
-        if (counter == nullptr || !sameName(counter->name, column.field))
+        if (counter == nullptr || !sameName(counter->name, column.field)) {
             return std::nullopt;
+        }
         isKey = true;
         const std::optional<std::size_t> row = keys_.findKey(wanted.number, column.source);
-        if (!row)
+        if (!row) {
             return std::nullopt;
+        }
         loadBlock(*row, 1);
         return blockRows_.front() == kMissing ? std::nullopt : row;
     }
@@ -245,18 +262,21 @@ std::optional<std::size_t> Keyset::findByStatement(const sql::Expression& criter
     const auto stride = static_cast<std::size_t>(keys_.stride());
     for (std::size_t at = 0; at + stride <= keys.size(); at += stride) {
         const std::optional<std::size_t> row = keys_.find({keys.data() + at, stride});
-        if (row && (!first || *row < *first))
+        if (row && (!first || *row < *first)) {
             first = row;
+        }
     }
-    if (first)
+    if (first) {
         loadBlock(*first, 1);
+    }
     return first;
 }
 
 const sql::ColumnInfo* Keyset::counterOf(int source) const {
     const sql::TableInfo* table = file().table(select().sources[static_cast<std::size_t>(source)].table);
-    if (table == nullptr)
+    if (table == nullptr) {
         return nullptr;
+    }
     const auto counter = std::find_if(table->columns.begin(), table->columns.end(),
                                       [](const auto& column) { return column.counter; });
     return counter == table->columns.end() ? nullptr : &*counter;

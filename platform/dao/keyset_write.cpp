@@ -26,8 +26,9 @@ OpenFile& Keyset::writableFile() const {
 }
 
 Value Keyset::converted(const sql::ResultColumn& column, Value&& value) {
-    if (value.isNull())
+    if (value.isNull()) {
         return column.type == Type::YesNo ? Value(false) : Value();
+    }
     switch (column.type) {
         case Type::YesNo:
             return Value(value.asBool());
@@ -42,11 +43,13 @@ Value Keyset::converted(const sql::ResultColumn& column, Value&& value) {
         case Type::Date:
             return Value(value.asDate());
         case Type::Text: {
-            if (value.type() != Type::Text)
+            if (value.type() != Type::Text) {
                 value = Value(value.asText());
+            }
             const std::string& text = value.textRef();
-            if (column.size > 0 && characters(text) > static_cast<std::size_t>(column.size))
+            if (column.size > 0 && characters(text) > static_cast<std::size_t>(column.size)) {
                 fail(errFieldTooSmall);
+            }
             return std::move(value);
         }
         case Type::Null:
@@ -57,30 +60,35 @@ Value Keyset::converted(const sql::ResultColumn& column, Value&& value) {
 
 void Keyset::setValue(int index, Value&& value) {
     checkIndex(index);
-    if (editMode_ == Recordset::EditModeKind::None)
+    if (editMode_ == EditModeKind::None) {
         fail(errUpdateWithoutEdit);
+    }
     const sql::ResultColumn& to = column(index);
-    if (to.source < 0 || (editMode_ == Recordset::EditModeKind::Add && to.source != unique()))
+    if (to.source < 0 || (editMode_ == EditModeKind::Add && to.source != unique())) {
         fail(errFieldNotUpdatable);
+    }
     const sql::ColumnInfo* counter = counterOf(to.source);
-    if (counter != nullptr && sameName(counter->name, to.field))
+    if (counter != nullptr && sameName(counter->name, to.field)) {
         fail(errFieldNotUpdatable);
+    }
     Cell& cell = pending_[static_cast<std::size_t>(index)];
     cell.value = converted(to, std::move(value));
     cell.changed = true;
 }
 
 void Keyset::dropPending() noexcept {
-    if (editMode_ == Recordset::EditModeKind::InProgress)
+    if (editMode_ == EditModeKind::InProgress) {
         file().unlockEdit();
-    editMode_ = Recordset::EditModeKind::None;
+    }
+    editMode_ = EditModeKind::None;
 }
 
 void Keyset::AddNew() {
     OpenFile& to = writableFile();
     leave();
-    if (unique() < 0)
+    if (unique() < 0) {
         fail(errCannotUpdate);
+    }
     const sql::ColumnInfo* counter = counterOf(unique());
     const std::string counterName = counter == nullptr ? std::string() : counter->name;
     addedNumber_ =
@@ -89,10 +97,11 @@ void Keyset::AddNew() {
         const sql::ResultColumn& each = columns_[i];
         pending_[i].changed = false;
         pending_[i].value = each.type == Type::YesNo && each.source == unique() ? Value(false) : Value();
-        if (addedNumber_ != 0 && each.source == unique() && sameName(each.field, counterName))
+        if (addedNumber_ != 0 && each.source == unique() && sameName(each.field, counterName)) {
             pending_[i].value = Value(static_cast<std::int32_t>(addedNumber_));
+        }
     }
-    editMode_ = Recordset::EditModeKind::Add;
+    editMode_ = EditModeKind::Add;
 }
 
 void Keyset::Edit() {
@@ -116,18 +125,18 @@ void Keyset::Edit() {
     }
     editedRow_ = row;
     editEpoch_ = in.lockEpoch();
-    editMode_ = Recordset::EditModeKind::InProgress;
+    editMode_ = EditModeKind::InProgress;
 }
 
 void Keyset::Update() {
     checkOpen();
     switch (editMode_) {
-        case Recordset::EditModeKind::None:
+        case EditModeKind::None:
             fail(errUpdateWithoutEdit);
-        case Recordset::EditModeKind::InProgress:
+        case EditModeKind::InProgress:
             updateEdited();
             break;
-        case Recordset::EditModeKind::Add:
+        case EditModeKind::Add:
             updateAdded();
             break;
     }
@@ -137,14 +146,16 @@ void Keyset::updateEdited() {
     OpenFile& to = writableFile();
     to.write(
         [&] {
-            if (editEpoch_ != to.lockEpoch())
+            if (editEpoch_ != to.lockEpoch()) {
                 checkUnchanged();
+            }
             writeChanged(editedRow_);
         },
         true);
-    editMode_ = Recordset::EditModeKind::None;
-    if (keys_.stride() > 1)
+    editMode_ = EditModeKind::None;
+    if (keys_.stride() > 1) {
         followJoin(editedRow_);
+    }
     lastModified_ = bookmarkOf(editedRow_);
 }
 
@@ -157,8 +168,9 @@ void Keyset::checkUnchanged() {
     Value now;
     for (std::size_t i = 0; i < columns_.size(); ++i) {
         block_.get(current_, i, now);
-        if (!(now == original_[i]))
+        if (!(now == original_[i])) {
             fail(errDataChanged);
+        }
     }
 }
 
@@ -169,24 +181,29 @@ void Keyset::writeChanged(std::size_t row) {
         for (std::size_t i = 0; i < columns_.size(); ++i) {
             const Cell& cell = pending_[i];
             if (columns_[i].source == static_cast<int>(source) && cell.changed &&
-                !(cell.value == original_[i]))
+                !(cell.value == original_[i])) {
                 fields.push_back({columns_[i].field, &cell.value});
+            }
         }
         const std::int64_t key = keys_.key(row, static_cast<int>(source));
-        if (fields.empty())
+        if (fields.empty()) {
             continue;
-        if (key == driver::kNoRow)
+        }
+        if (key == driver::kNoRow) {
             fail(errFieldNotUpdatable);
-        if (!store.updateRow(select().sources[source].table, key, fields))
+        }
+        if (!store.updateRow(select().sources[source].table, key, fields)) {
             fail(errRecordDeleted);
+        }
     }
 }
 
 // A product moved into another group still is the same product, but its row is now joined to another group's.
 void Keyset::followJoin(std::size_t row) {
     loadBlock(row, 1);
-    if (blockRows_.front() != kMissing || unique() < 0)
+    if (blockRows_.front() != kMissing || unique() < 0) {
         return;
+    }
     std::vector<std::int64_t> keys;
     readKeys(select(), keys);
     const auto stride = static_cast<std::size_t>(keys_.stride());
@@ -207,16 +224,18 @@ void Keyset::updateAdded() {
     const sql::ColumnInfo* counter = counterOf(unique());
     const Value number(static_cast<std::int32_t>(addedNumber_));
     std::vector<driver::FieldValue> fields;
-    if (counter != nullptr)
+    if (counter != nullptr) {
         fields.push_back({counter->name, &number});
+    }
     for (std::size_t i = 0; i < columns_.size(); ++i) {
         const bool isCounter = counter != nullptr && sameName(counter->name, columns_[i].field);
-        if (columns_[i].source == unique() && pending_[i].changed && !isCounter)
+        if (columns_[i].source == unique() && pending_[i].changed && !isCounter) {
             fields.push_back({columns_[i].field, &pending_[i].value});
+        }
     }
     std::int64_t key = 0;
     to.write([&] { key = to.store().insertRow(table, fields); });
-    editMode_ = Recordset::EditModeKind::None;
+    editMode_ = EditModeKind::None;
     if (keys_.stride() > 1) {
         joinAdded(key);
         return;
@@ -231,8 +250,9 @@ void Keyset::joinAdded(std::int64_t key) {
     readKeys(select(), keys);
     const auto stride = static_cast<std::size_t>(keys_.stride());
     for (std::size_t at = 0; at + stride <= keys.size(); at += stride) {
-        if (keys[at + static_cast<std::size_t>(unique())] != key)
+        if (keys[at + static_cast<std::size_t>(unique())] != key) {
             continue;
+        }
         keys_.append({keys.data() + at, stride});
         rowAppended();
         lastModified_ = {keys.begin() + static_cast<std::ptrdiff_t>(at),
@@ -245,14 +265,17 @@ void Keyset::Delete() {
     OpenFile& in = writableFile();
     leave();
     const std::size_t row = currentRow();
-    if (unique() < 0)
+    if (unique() < 0) {
         fail(errCannotUpdate);
+    }
     const std::int64_t key = keys_.key(row, unique());
-    if (key == driver::kNoRow)
+    if (key == driver::kNoRow) {
         fail(errCannotUpdate);
+    }
     in.write([&] {
-        if (!in.store().deleteRow(select().sources[static_cast<std::size_t>(unique())].table, key))
+        if (!in.store().deleteRow(select().sources[static_cast<std::size_t>(unique())].table, key)) {
             fail(errRecordDeleted);
+        }
     });
     keys_.erase(row);
     dropBlock();

@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/dao/companion_files.h"
 #include "platform/dao/failure.h"
 
 namespace dao {
@@ -42,41 +43,34 @@ bool trySetLock(int fd, short kind, off_t byte) noexcept {
 // and changing between shared and exclusive is one step that either happens or leaves the old lock in place.
 bool setLock(int fd, short kind, off_t byte = kPresence) {
     for (;;) {
-        if (trySetLock(fd, kind, byte))
+        if (trySetLock(fd, kind, byte)) {
             return true;
-        if (errno == EAGAIN || errno == EACCES)
+        }
+        if (errno == EAGAIN || errno == EACCES) {
             return false;
-        if (errno != EINTR)
+        }
+        if (errno != EINTR) {
             fail(errCannotLockFile);
+        }
     }
-}
-
-std::string withExtension(const std::string& databasePath, const char* extension) {
-    const std::size_t slash = databasePath.rfind('/');
-    const std::size_t dot = databasePath.rfind('.');
-    const bool hasExtension = dot != std::string::npos && (slash == std::string::npos || dot > slash + 1);
-    return (hasExtension ? databasePath.substr(0, dot) : databasePath) + extension;
 }
 
 }  // namespace
 
-std::string LockFile::pathFor(const std::string& databasePath) {
-    return withExtension(databasePath, ".ldb");
-}
-
 std::shared_ptr<LockFile> LockFile::of(const std::string& path) {
-    return at(pathFor(path));
+    return at(lockFileOf(path));
 }
 
 // A file of its own: earlier releases lock all of the other one, and would keep, or be kept, out.
 std::shared_ptr<LockFile> LockFile::ofNumbers(const std::string& path) {
-    return at(withExtension(path, ".numbers"));
+    return at(numbersFileOf(path));
 }
 
 std::shared_ptr<LockFile> LockFile::at(const std::string& lockPath) {
     std::weak_ptr<LockFile>& known = locks()[lockPath];
-    if (std::shared_ptr<LockFile> lock = known.lock())
+    if (std::shared_ptr<LockFile> lock = known.lock()) {
         return lock;
+    }
     std::shared_ptr<LockFile> lock(new LockFile(lockPath));
     known = lock;
     return lock;
@@ -85,24 +79,27 @@ std::shared_ptr<LockFile> LockFile::at(const std::string& lockPath) {
 LockFile::LockFile(std::string path) : path_(std::move(path)) {
     const auto deadline = std::chrono::steady_clock::now() + kPatience;
     while (!tryOpen()) {
-        if (std::chrono::steady_clock::now() >= deadline)
+        if (std::chrono::steady_clock::now() >= deadline) {
             fail(errExclusiveByOther);
+        }
         std::this_thread::sleep_for(kNap);
     }
 }
 
 bool LockFile::tryOpen() {
     fd_ = open(path_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-    if (fd_ < 0)
+    if (fd_ < 0) {
         fail(errCannotLockFile);
+    }
     struct stat held {};
     struct stat named {};
     try {
         if (setLock(fd_, F_RDLCK)) {
             // The last process to leave may have taken the file away between our opening and our locking it.
             if (fstat(fd_, &held) == 0 && stat(path_.c_str(), &named) == 0 && held.st_ino == named.st_ino &&
-                held.st_dev == named.st_dev)
+                held.st_dev == named.st_dev) {
                 return true;
+            }
         }
     } catch (...) {
         close(fd_);
@@ -114,30 +111,35 @@ bool LockFile::tryOpen() {
 }
 
 LockFile::~LockFile() {
-    if (fd_ < 0)
+    if (fd_ < 0) {
         return;
-    if (trySetLock(fd_, F_WRLCK, kPresence))
+    }
+    if (trySetLock(fd_, F_WRLCK, kPresence)) {
         unlink(path_.c_str());
+    }
     close(fd_);
     locks().erase(path_);
 }
 
 bool LockFile::enterExclusive() {
-    if (exclusive_ == 0 && !setLock(fd_, F_WRLCK))
+    if (exclusive_ == 0 && !setLock(fd_, F_WRLCK)) {
         return false;
+    }
     ++exclusive_;
     return true;
 }
 
 void LockFile::leaveExclusive() noexcept {
-    if (exclusive_ > 0 && --exclusive_ == 0)
+    if (exclusive_ > 0 && --exclusive_ == 0) {
         trySetLock(fd_, F_RDLCK, kPresence);
+    }
 }
 
 // The system would grant one process the same byte twice.
 bool LockFile::holdNumber(int number) {
-    if (numbers_.contains(number) || !setLock(fd_, F_WRLCK, kNumbers + number))
+    if (numbers_.contains(number) || !setLock(fd_, F_WRLCK, kNumbers + number)) {
         return false;
+    }
     numbers_.insert(number);
     return true;
 }
@@ -156,16 +158,18 @@ ExclusiveUse::ExclusiveUse(std::shared_ptr<LockFile> lock) : lock_(std::move(loc
 
 ExclusiveUse& ExclusiveUse::operator=(ExclusiveUse&& other) noexcept {
     if (this != &other) {
-        if (lock_ != nullptr)
+        if (lock_ != nullptr) {
             lock_->leaveExclusive();
+        }
         lock_ = std::move(other.lock_);
     }
     return *this;
 }
 
 ExclusiveUse::~ExclusiveUse() {
-    if (lock_ != nullptr)
+    if (lock_ != nullptr) {
         lock_->leaveExclusive();
+    }
 }
 
 }  // namespace dao

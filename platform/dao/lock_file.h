@@ -18,7 +18,6 @@ class LockFile {
     // The process's one file of numbers for this database: one that has it says nothing of who is in. Fails
     // alike.
     static std::shared_ptr<LockFile> ofNumbers(const std::string& path);
-    static std::string pathFor(const std::string& databasePath);
 
     LockFile(const LockFile&) = delete;
     LockFile& operator=(const LockFile&) = delete;

@@ -10,8 +10,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/dao/companion_files.h"
 #include "platform/dao/failure.h"
 #include "platform/dao/file_paths.h"
+#include "platform/dao/open_file.h"
+#include "platform/dao/open_files.h"
 #include "platform/dao/opening.h"
 
 namespace dao::maintenance {
@@ -22,8 +25,9 @@ constexpr std::size_t kChunk = 256 * kPageSize;
 // This process's own windows must not hold what is about to be replaced; they find the new file by its path.
 void letGo(const std::string& path) {
     while (const std::shared_ptr<OpenFile> file = OpenFiles::find(path, false)) {
-        if (file->isBusy())
+        if (file->isBusy()) {
             fail(errFileInUse);
+        }
         file->releaseStore();
     }
 }
@@ -32,8 +36,9 @@ class OutputFile {
  public:
     OutputFile(const std::string& path, mode_t mode)
         : fd_(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, mode)) {
-        if (fd_ < 0)
+        if (fd_ < 0) {
             failWithSystemError(errno);
+        }
     }
     ~OutputFile() { close(fd_); }
     OutputFile(const OutputFile&) = delete;
@@ -42,10 +47,12 @@ class OutputFile {
     void write(std::span<const char> bytes) {
         while (!bytes.empty()) {
             const ssize_t written = ::write(fd_, bytes.data(), bytes.size());
-            if (written < 0 && errno == EINTR)
+            if (written < 0 && errno == EINTR) {
                 continue;
-            if (written <= 0)
+            }
+            if (written <= 0) {
                 failWithSystemError(written == 0 ? ENOSPC : errno);
+            }
             bytes = bytes.subspan(static_cast<std::size_t>(written));
         }
     }
@@ -75,8 +82,9 @@ void copyThrough(driver::Store& store, OutputFile& out) {
 class PlainReader {
  public:
     explicit PlainReader(const std::string& path) : fd_(open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
-        if (fd_ < 0)
+        if (fd_ < 0) {
             failWithSystemError(errno);
+        }
         const auto deadline =
             std::chrono::steady_clock::now() + std::chrono::milliseconds(driver::lockTimeout());
         while (!lockShared()) {
@@ -94,10 +102,12 @@ class PlainReader {
     std::size_t read(std::span<char> buffer) const {
         for (;;) {
             const ssize_t size = ::read(fd_, buffer.data(), buffer.size());
-            if (size >= 0)
+            if (size >= 0) {
                 return static_cast<std::size_t>(size);
-            if (errno != EINTR)
+            }
+            if (errno != EINTR) {
                 failWithSystemError(errno);
+            }
         }
     }
 
@@ -115,8 +125,9 @@ class PlainReader {
         return fcntl(fd_, F_SETLK, &request) == 0;
     }
     bool lockShared() const {
-        if (!lock(F_RDLCK, kPendingByte, 1))
+        if (!lock(F_RDLCK, kPendingByte, 1)) {
             return false;
+        }
         const bool locked = lock(F_RDLCK, kSharedFirst, kSharedSize);
         lock(F_UNLCK, kPendingByte, 1);
         return locked;
@@ -128,8 +139,9 @@ class PlainReader {
 void copyPlain(const std::string& path, OutputFile& out) {
     const PlainReader reader(path);
     std::vector<char> buffer(kChunk);
-    while (const std::size_t size = reader.read(buffer))
+    while (const std::size_t size = reader.read(buffer)) {
         out.write({buffer.data(), size});
+    }
 }
 
 // The connection a file is copied through; nothing where it does not open as a database.
@@ -146,15 +158,17 @@ std::shared_ptr<OpenFile> openForCopy(const std::string& path) {
             sentence = error.Description();
         }
     }
-    if (number == errLocked || number == errExclusiveByOther || number == errNotEnoughSpace)
+    if (number == errLocked || number == errExclusiveByOther || number == errNotEnoughSpace) {
         fail(number, sentence);
+    }
     return nullptr;  // as it lies, then
 }
 
 // A journal left by a crash is rolled into its file by opening that; only then may the file go elsewhere.
 void settleJournal(const std::string& path) {
-    if (hasJournal(path))
+    if (hasJournal(path)) {
         openForCopy(path);
+    }
 }
 
 }  // namespace
@@ -169,10 +183,12 @@ void createEmpty(const std::string& target, const std::string& password) {
 void compact(const std::string& from, const std::string& to, const std::string& connect) {
     const Opening opening = examine(from, connect, true);
     const std::string target = targetFile(to);
-    if (fileExists(target))
+    if (fileExists(target)) {
         fail(errObjectExists, "Database '" + to + "' already exists.");
-    if (opening.openAlready != nullptr && opening.openAlready->isBusy())
+    }
+    if (opening.openAlready != nullptr && opening.openAlready->isBusy()) {
         fail(errFileInUse);
+    }
     const ExclusiveUse use(lockFor(opening.path, false));
     openFile(opening, false, nullptr)->store().schemaVersion();  // 3049 here, before anything is made
 
@@ -186,16 +202,18 @@ void compact(const std::string& from, const std::string& to, const std::string& 
 void copy(const std::string& from, const std::string& to) {
     const std::string source = existingFile(from);
     const std::string target = targetFile(to);
-    if (source == target)
+    if (source == target) {
         fail(errInvalidOperation, "A file can't be copied onto itself.");
+    }
     UnfinishedFile fresh(target);
     {
         const std::shared_ptr<OpenFile> file = openForCopy(source);
         OutputFile out(fresh.path(), modeOf(source));
-        if (file != nullptr)
+        if (file != nullptr) {
             copyThrough(file->store(), out);
-        else
+        } else {
             copyPlain(source, out);
+        }
     }
     letGo(target);
     fresh.finish();
@@ -213,16 +231,18 @@ void remove(const std::string& path) {
 void rename(const std::string& from, const std::string& to) {
     const std::string source = existingFile(from);
     const std::string target = targetFile(to);
-    if (source == target)
+    if (source == target) {
         return;
+    }
     const ExclusiveUse useSource(lockFor(source, false));
     const ExclusiveUse useTarget(lockFor(target, false));
     settleJournal(source);
     letGo(source);
     letGo(target);
     removeFile(journalOf(target));
-    if (hasJournal(source))
+    if (hasJournal(source)) {
         renameFile(journalOf(source), journalOf(target));
+    }
     renameFile(source, target);
 }
 

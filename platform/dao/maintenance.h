@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/dao/dbengine.h"
+#include "platform/dao/repair_report.h"
 
 // What is done to a database file as a whole.
 namespace dao::maintenance {

@@ -1,9 +1,12 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 #include <string_view>
 
 namespace dao {
+
+inline constexpr std::size_t kLongestName = 64;  // of a table or query, bytes
 
 // Names of tables, fields and queries are compared without regard to case, in the letters that names are made
 // of.

@@ -1,12 +1,9 @@
 #include "platform/dao/open_file.h"
 
 #include <algorithm>
-#include <tuple>
-
-#include <sys/stat.h>
 
 #include "platform/dao/file_paths.h"
-#include "platform/dao/opening.h"
+#include "platform/dao/open_files.h"
 #include "platform/sql/ast.h"
 #include "platform/sql/parser.h"
 
@@ -25,8 +22,9 @@ void failSyntax(const sql::SyntaxError& error) {
 }
 
 void failName(const sql::NameError& error) {
-    if (error.kind() == sql::NameError::Kind::Table)
+    if (error.kind() == sql::NameError::Kind::Table) {
         fail(errUnknownObject, "The engine can't find the input table or query '" + error.name() + "'.");
+    }
     fail(errTooFewParameters, "Too few parameters. Expected 1. There is no field '" + error.name() + "'.");
 }
 
@@ -37,18 +35,18 @@ Compiled::Compiled(OpenFile& file, sql::StatementPtr statement, sql::WrittenSele
       firstSet_(file.addIdSets(select.idSets)) {}
 
 Compiled::~Compiled() {
-    if (const std::shared_ptr<OpenFile> file = file_.lock())
+    if (const std::shared_ptr<OpenFile> file = file_.lock()) {
         file->dropIdSets(firstSet_, select.idSets.size());
+    }
 }
 
-OpenFile::OpenFile(std::string path, std::string password, const Salt& salt, std::shared_ptr<LockFile> lock,
-                   std::unique_ptr<driver::Store> store)
-    : path_(std::move(path)),
-      password_(std::move(password)),
-      salt_(salt),
-      lock_(std::move(lock)),
-      store_(std::move(store)),
-      catalog_(*store_) {
+Salt saltOf(const std::string& path) {
+    const std::shared_ptr<OpenFile> open = OpenFiles::find(path, false);
+    return open != nullptr ? open->key().salt : readSalt(path);
+}
+
+OpenFile::OpenFile(FileKey key, std::shared_ptr<LockFile> lock, std::unique_ptr<driver::Store> store)
+    : key_(std::move(key)), lock_(std::move(lock)), store_(std::move(store)), catalog_(*store_) {
     catalog_.refresh();
 }
 
@@ -56,7 +54,7 @@ OpenFile::~OpenFile() {
     store_.reset();
     // The journal stays beside the file for the next write; the last one to leave tidies up.
     if (lock_ != nullptr && lock_.use_count() == 1 && lock_->enterExclusive()) {
-        removeSpentJournal(path_);
+        removeSpentJournal(key_.path);
         lock_->leaveExclusive();
     }
 }
@@ -69,15 +67,21 @@ void OpenFile::releaseStore() {
 }
 
 void OpenFile::reopen() {
-    Opening opening = examine(path_, ";pwd=" + password_, false);
-    salt_ = opening.salt;
-    if (lock_ == nullptr)
-        lock_ = lockFor(path_, true);
-    store_ = openStoreFor(opening, mayWrite(path_) && folderMayWrite(path_));
+    FileKey now{existingFile(key_.path), key_.password, {}};
+    now.salt = saltOf(now.path);
+    if (!isRightPassword(now.password, now.salt)) {
+        fail(errInvalidPassword);
+    }
+    key_.salt = now.salt;
+    if (lock_ == nullptr) {
+        lock_ = lockFor(key_.path, true);
+    }
+    store_ = openStoreFor(now);
     catalog_.setStore(*store_);
-    for (const auto& [number, set] : idSets_)
+    for (const auto& [number, set] : idSets_) {
         store_->setIdSet(number, set);
-    OpenFiles::add(path_, shared_from_this());
+    }
+    OpenFiles::add(key_.path, store_->writable(), shared_from_this());
     touch();
 }
 
@@ -93,8 +97,9 @@ int OpenFile::addIdSets(const std::vector<sql::IdSetPtr>& sets) {
 void OpenFile::dropIdSets(int first, std::size_t count) noexcept {
     for (int number = first; number < first + static_cast<int>(count); ++number) {
         idSets_.erase(number);
-        if (store_ != nullptr)
+        if (store_ != nullptr) {
             store_->dropIdSet(number);
+        }
     }
 }
 
@@ -126,8 +131,9 @@ CompiledPtr OpenFile::compile(std::string_view text) {
     }
     return translated([&] {
         sql::StatementPtr tree = sql::parse(text);
-        if (tree->kind != sql::Statement::Kind::Select)
+        if (tree->kind != sql::Statement::Kind::Select) {
             fail(errInvalidOperation, "Invalid operation: only a SELECT gives records.");
+        }
         catalog_.startNoting();
         sql::WrittenSelect written = store_->writer().select(*tree, catalog_, nextIdSet_);
         auto compiled = std::make_shared<Compiled>(*this, std::move(tree), std::move(written));
@@ -139,11 +145,13 @@ CompiledPtr OpenFile::compile(std::string_view text) {
 }
 
 void OpenFile::remember(std::string text, CompiledPtr compiled) {
-    if (text.size() > kCachedTextLimit)
+    if (text.size() > kCachedTextLimit) {
         return;
+    }
     cache_.push_front({std::move(text), std::move(compiled)});
-    if (cache_.size() > kCachedStatements)
+    if (cache_.size() > kCachedStatements) {
         cache_.pop_back();
+    }
 }
 
 CompiledPtr OpenFile::compileTree(const sql::StatementPtr& tree) {
@@ -166,8 +174,9 @@ CompiledPtr OpenFile::compileFind(const Compiled& in, const sql::Expression& cri
 
 std::int64_t OpenFile::execute(std::string_view statement) {
     const sql::StatementPtr tree = translated([&] { return sql::parse(statement); });
-    if (tree->kind == sql::Statement::Kind::Select)
+    if (tree->kind == sql::Statement::Kind::Select) {
         fail(errInvalidOperation, "Cannot execute a select query.");
+    }
     std::int64_t affected = 0;
     write([&] {
         catalog_.refresh();
@@ -186,14 +195,17 @@ std::int64_t OpenFile::execute(std::string_view statement) {
 }
 
 void OpenFile::writeQuery(std::string_view name, const std::string& text, sql::StatementPtr tree) {
+    queriesWritten_ = true;
     catalog_.keep(name, store_->writeQuery(name, text), std::move(tree));
 }
 
 void OpenFile::lockForEdit() {
-    if (!store().writable())
+    if (!store().writable()) {
         fail(errReadOnly);
-    if (workspaceDepth_ == 0 && !store_->inTransaction())
+    }
+    if (workspaceDepth_ == 0 && !store_->inTransaction()) {
         store_->beginWrite();
+    }
     ++editors_;
 }
 
@@ -205,33 +217,51 @@ void OpenFile::unlockEdit() noexcept {
 }
 
 void OpenFile::beginWrite() {
-    if (!store().writable())
+    if (!store().writable()) {
         fail(errReadOnly);
+    }
     if (workspaceDepth_ == 0) {
-        if (!store_->inTransaction())
+        if (!store_->inTransaction()) {
             store_->beginWrite();
+        }
         return;
     }
     // The store gives a whole transaction up when the disk is full; what follows must not be written alone.
-    if (!store_->inTransaction())
+    if (!store_->inTransaction()) {
         fail(errDiskIo, "The transaction was lost by an earlier error; it can only be rolled back.");
+    }
     store_->savepoint(kWriteLevel);
 }
 
 void OpenFile::finishWrite(bool endsEdit) {
-    if (workspaceDepth_ > 0)
+    if (workspaceDepth_ > 0) {
         store_->release(kWriteLevel);
-    else
+    } else {
         store_->commit();
-    if (endsEdit)
+        queriesWritten_ = false;
+    }
+    if (endsEdit) {
         --editors_;
+    }
     touch();
-    if (workspaceDepth_ == 0)
+    if (workspaceDepth_ == 0) {
         lockAgain();
+    }
+}
+
+// What was translated with a stored query's text that is now taken back must not pass for the text that next
+// gets its version.
+void OpenFile::forgetUnwritten() noexcept {
+    if (queriesWritten_) {
+        catalog_.forgetQueries();
+        cache_.clear();
+        queriesWritten_ = workspaceDepth_ > 0;  // what else it wrote may still be taken back, too
+    }
 }
 
 void OpenFile::abandonWrite() noexcept {
     touch();
+    forgetUnwritten();
     if (workspaceDepth_ > 0) {
         store_->rollbackTo(kWriteLevel);
         return;
@@ -242,8 +272,9 @@ void OpenFile::abandonWrite() noexcept {
 
 void OpenFile::lockAgain() noexcept {
     ++lockEpoch_;
-    if (editors_ == 0 || store_->inTransaction())
+    if (editors_ == 0 || store_->inTransaction()) {
         return;
+    }
     const QuietErrors quiet;
     try {
         store_->beginWrite();
@@ -259,8 +290,9 @@ std::int64_t OpenFile::nextNumber(const std::string& table) {
     std::int64_t number = 0;
     write([&] { number = store_->raiseCounter(table, highest); });
     highest = number;
-    if (workspaceDepth_ > 0)
+    if (workspaceDepth_ > 0) {
         givenInWorkspace_[table] = number;
+    }
     return number;
 }
 
@@ -280,14 +312,16 @@ void OpenFile::commitWorkspace() {
         return;
     }
     try {
-        if (!store_->inTransaction())
+        if (!store_->inTransaction()) {
             fail(errDiskIo, "The transaction was lost by an earlier error; nothing of it was written.");
+        }
         store_->commit();
     } catch (...) {
         rollbackWorkspace();
         throw;
     }
     workspaceDepth_ = 0;
+    queriesWritten_ = false;
     givenInWorkspace_.clear();
     touch();
     lockAgain();
@@ -295,6 +329,7 @@ void OpenFile::commitWorkspace() {
 
 void OpenFile::rollbackWorkspace() noexcept {
     touch();
+    forgetUnwritten();
     if (workspaceDepth_ > 1) {
         --workspaceDepth_;
         store_->rollbackTo(workspaceDepth_);
@@ -303,6 +338,7 @@ void OpenFile::rollbackWorkspace() noexcept {
     }
     store_->rollback();
     workspaceDepth_ = 0;
+    queriesWritten_ = false;
     keepCounters();
     givenInWorkspace_.clear();
     lockAgain();
@@ -310,69 +346,21 @@ void OpenFile::rollbackWorkspace() noexcept {
 
 // A number that was shown to somebody must not come back, although the row it was for was rolled back.
 void OpenFile::keepCounters() noexcept {
-    if (givenInWorkspace_.empty())
+    if (givenInWorkspace_.empty()) {
         return;
+    }
     const QuietErrors quiet;
     try {
         write([&] {
-            for (const auto& [table, highest] : givenInWorkspace_)
+            for (const auto& [table, highest] : givenInWorkspace_) {
                 store_->raiseCounter(table, highest - 1);
+            }
         });
     } catch (const Error&) {
         // This process still remembers what it gave; only the others lose the mark, and they never saw the
         // number.
         return;
     }
-}
-
-namespace {
-
-using FileIdentity = std::tuple<dev_t, ino_t, bool>;  // the last: it can be written
-
-std::map<FileIdentity, std::weak_ptr<OpenFile>>& registry() {
-    static auto* const kAll =
-        new std::map<FileIdentity, std::weak_ptr<OpenFile>>;  // outlives every static window
-    return *kAll;
-}
-
-}  // namespace
-
-std::vector<std::shared_ptr<OpenFile>> OpenFiles::all() {
-    std::vector<std::shared_ptr<OpenFile>> files;
-    for (const auto& [identity, weak] : registry()) {
-        if (std::shared_ptr<OpenFile> file = weak.lock())
-            files.push_back(std::move(file));
-    }
-    return files;
-}
-
-std::shared_ptr<OpenFile> OpenFiles::find(const std::string& path, bool writable) {
-    struct stat found {};
-    if (stat(path.c_str(), &found) != 0)
-        return nullptr;
-    for (const bool canWrite : {true, false}) {
-        const auto entry = registry().find({found.st_dev, found.st_ino, canWrite});
-        if (entry == registry().end() || (writable && !canWrite))
-            continue;
-        if (std::shared_ptr<OpenFile> file = entry->second.lock())
-            return file;
-    }
-    return nullptr;
-}
-
-void OpenFiles::forget(const OpenFile* file) {
-    std::erase_if(registry(), [file](const auto& entry) {
-        const std::shared_ptr<OpenFile> open = entry.second.lock();
-        return open == nullptr || open.get() == file;
-    });
-}
-
-void OpenFiles::add(const std::string& path, const std::shared_ptr<OpenFile>& file) {
-    struct stat found {};
-    if (stat(path.c_str(), &found) != 0)
-        fail(errFileNotFound);
-    std::erase_if(registry(), [](const auto& entry) { return entry.second.expired(); });
-    registry()[{found.st_dev, found.st_ino, file->store().writable()}] = file;
 }
 
 }  // namespace dao

@@ -9,8 +9,8 @@
 #include "platform/dao/driver.h"
 #include "platform/dao/failure.h"
 #include "platform/dao/file_catalog.h"
+#include "platform/dao/file_key.h"
 #include "platform/dao/lock_file.h"
-#include "platform/dao/password.h"
 
 namespace dao {
 
@@ -45,19 +45,18 @@ using CompiledPtr = std::shared_ptr<const Compiled>;
 // is taken again for the Edits that are still pending.
 class OpenFile : public std::enable_shared_from_this<OpenFile> {
  public:
-    OpenFile(std::string path, std::string password, const Salt& salt, std::shared_ptr<LockFile> lock,
-             std::unique_ptr<driver::Store> store);
+    OpenFile(FileKey key, std::shared_ptr<LockFile> lock, std::unique_ptr<driver::Store> store);
     ~OpenFile();
     OpenFile(const OpenFile&) = delete;
     OpenFile& operator=(const OpenFile&) = delete;
 
-    const std::string& path() const { return path_; }
-    const std::string& password() const { return password_; }
-    const Salt& salt() const { return salt_; }
+    const FileKey& key() const { return key_; }
+    const std::string& path() const { return key_.path; }
     const std::shared_ptr<LockFile>& lock() const { return lock_; }
     driver::Store& store() {
-        if (store_ == nullptr)
+        if (store_ == nullptr) {
             reopen();
+        }
         return *store_;
     }
     // Closes the connection while the file is rebuilt or replaced; the next use opens what then stands at the
@@ -110,14 +109,13 @@ class OpenFile : public std::enable_shared_from_this<OpenFile> {
     void beginWrite();
     void finishWrite(bool endsEdit);
     void abandonWrite() noexcept;
+    void forgetUnwritten() noexcept;
     void lockAgain() noexcept;
     void keepCounters() noexcept;
     bool holds(const Compiled& compiled);
     void remember(std::string text, CompiledPtr compiled);
 
-    std::string path_;
-    std::string password_;
-    Salt salt_;
+    FileKey key_;
     std::shared_ptr<LockFile> lock_;
     std::unique_ptr<driver::Store> store_;
     FileCatalog catalog_;
@@ -126,33 +124,29 @@ class OpenFile : public std::enable_shared_from_this<OpenFile> {
     int nextIdSet_ = 0;
     std::map<std::string, std::int64_t> highestGiven_;
     std::map<std::string, std::int64_t> givenInWorkspace_;
+    bool queriesWritten_ = false;  // by the transaction that is open
     std::int64_t generation_ = 0;
     std::int64_t lockEpoch_ = 0;
     int editors_ = 0;
     int workspaceDepth_ = 0;
 };
 
-// The files this process has open.
-class OpenFiles {
- public:
-    static std::vector<std::shared_ptr<OpenFile>> all();
-    // The open file behind `path` by what it is, not by its name; nullptr if this process does not have it
-    // open. With `writable` a connection that can write.
-    static std::shared_ptr<OpenFile> find(const std::string& path, bool writable);
-    static void add(const std::string& path, const std::shared_ptr<OpenFile>& file);
-    static void forget(const OpenFile* file);
-};
+// The salt of the file at that path, which is there and without links; of one that this process has open
+// without a look into the file. 3343 for a file that is not ours.
+Salt saltOf(const std::string& path);
 
 // Reads see one state of the file from the first to the last of the block, and lock and unlock it once.
 class ReadScope {
  public:
     explicit ReadScope(driver::Store& store) : store_(store), ours_(!store.inTransaction()) {
-        if (ours_)
+        if (ours_) {
             store_.beginRead();
+        }
     }
     ~ReadScope() {
-        if (ours_)
+        if (ours_) {
             store_.rollback();
+        }
     }
     ReadScope(const ReadScope&) = delete;
     ReadScope& operator=(const ReadScope&) = delete;
@@ -176,6 +170,8 @@ auto translated(Body&& body) -> decltype(body()) {
         failSyntax(error);
     } catch (const sql::NameError& error) {
         failName(error);
+    } catch (const sql::SizeError&) {
+        fail(errTooComplex);
     }
 }
 

@@ -2,6 +2,8 @@
 
 #include "platform/dao/failure.h"
 #include "platform/dao/file_paths.h"
+#include "platform/dao/open_file.h"
+#include "platform/dao/open_files.h"
 #include "platform/dao/workspace_state.h"
 
 namespace dao {
@@ -10,60 +12,45 @@ Opening examine(const std::string& path, const std::string& connect, bool rememb
     Opening opening;
     opening.path = existingFile(path);
     opening.openAlready = OpenFiles::find(opening.path, false);
-    opening.salt = opening.openAlready ? opening.openAlready->salt() : readSalt(opening.path);
+    opening.salt = saltOf(opening.path);
     if (passwordFrom(connect, opening.password)) {
-        if (!isRightPassword(opening.password, opening.salt))
+        if (!isRightPassword(opening.password, opening.salt)) {
             fail(errInvalidPassword);
+        }
         return opening;
     }
     if (opening.openAlready) {
-        opening.password = opening.openAlready->password();
+        opening.password = opening.openAlready->key().password;
         return opening;
     }
-    if (remembered && rememberedPassword(opening.salt, opening.password))
+    if (remembered && rememberedPassword(opening.salt, opening.password)) {
         return opening;
+    }
     opening.password.clear();
-    if (!isRightPassword(opening.password, opening.salt))
+    if (!isRightPassword(opening.password, opening.salt)) {
         fail(errInvalidPassword);
+    }
     return opening;
 }
 
-std::shared_ptr<LockFile> lockFor(const std::string& path, bool readOnly) {
-    if (!folderMayWrite(path)) {
-        if (readOnly)
-            return nullptr;
-        fail(errCannotLockFile);
-    }
-    return LockFile::of(path);
-}
-
-std::unique_ptr<driver::Store> openStoreFor(const Opening& opening, bool writable) {
-    driver::OpenRequest request;
-    request.path = opening.path;
-    request.key = rawKey(opening.password, opening.salt);
-    request.writable = writable;
-    std::unique_ptr<driver::Store> store = driver::openStore(request);
-    store->keepOrder();
-    return store;
-}
-
 std::shared_ptr<OpenFile> openFile(const Opening& opening, bool writable, std::shared_ptr<LockFile> lock) {
-    if (std::shared_ptr<OpenFile> open = OpenFiles::find(opening.path, writable))
+    if (std::shared_ptr<OpenFile> open = OpenFiles::find(opening.path, writable)) {
         return open;
-    const bool canWrite = mayWrite(opening.path) && folderMayWrite(opening.path);
+    }
     try {
-        auto file = std::make_shared<OpenFile>(opening.path, opening.password, opening.salt, std::move(lock),
-                                               openStoreFor(opening, canWrite));
+        auto file = std::make_shared<OpenFile>(opening, std::move(lock), openStoreFor(opening));
         file->store().queries();
-        if (fileSize(opening.path) < file->store().pageCount() * static_cast<std::int64_t>(kPageSize))
+        if (fileSize(opening.path) < file->store().pageCount() * static_cast<std::int64_t>(kPageSize)) {
             fail(errCannotOpen);  // its last page is torn
-        OpenFiles::add(opening.path, file);
+        }
+        OpenFiles::add(opening.path, file->store().writable(), file);
         workspace::join(file);
         return file;
     } catch (const Error& error) {
         // A schema that makes no sense is damage, whatever the store calls it.
-        if (error.Number() == errSyntax || error.Number() == errInvalidOperation)
+        if (error.Number() == errSyntax || error.Number() == errInvalidOperation) {
             fail(errCannotOpen);
+        }
         throw;
     }
 }

@@ -25,8 +25,9 @@ Bytes derive(const std::string& password, const unsigned char* salt, std::size_t
     Bytes out(size, '\0');
     if (PKCS5_PBKDF2_HMAC_SHA1(password.data(), static_cast<int>(password.size()), salt,
                                static_cast<int>(saltSize), kIterations, static_cast<int>(size),
-                               reinterpret_cast<unsigned char*>(out.data())) != 1)
+                               reinterpret_cast<unsigned char*>(out.data())) != 1) {
         fail(errInvalidOperation);
+    }
     return out;
 }
 
@@ -76,8 +77,9 @@ const Derived& derived(const std::string& password, const Salt& salt) {
                 hex(derive(password, salt.data(), salt.size(), 32)) + hex({salt.begin(), salt.end()});
         }
     }
-    if (entry->second.right)
+    if (entry->second.right) {
         rightPasswords()[salt] = password;
+    }
     return entry->second;
 }
 
@@ -85,8 +87,9 @@ const Derived& derived(const std::string& password, const Salt& salt) {
 
 Salt newSalt(const std::string& password) {
     Salt salt{};
-    if (RAND_bytes(salt.data(), kRandomSize) != 1)
+    if (RAND_bytes(salt.data(), kRandomSize) != 1) {
         fail(errInvalidOperation);
+    }
     mark(salt);
     const Bytes check = derive(password, salt.data(), kMarkedSize, salt.size() - kMarkedSize);
     std::copy(check.begin(), check.end(), salt.begin() + kMarkedSize);
@@ -109,8 +112,9 @@ std::string rawKey(const std::string& password, const Salt& salt) {
 
 bool rememberedPassword(const Salt& salt, std::string& password) {
     const auto found = rightPasswords().find(salt);
-    if (found == rightPasswords().end())
+    if (found == rightPasswords().end()) {
         return false;
+    }
     password = found->second;
     return true;
 }

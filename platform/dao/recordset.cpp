@@ -7,8 +7,9 @@ namespace dao {
 namespace {
 
 RecordsetImpl& opened(const std::shared_ptr<RecordsetImpl>& impl) {
-    if (impl == nullptr)
+    if (impl == nullptr) {
         fail(errObjectClosed);
+    }
     return *impl;
 }
 
@@ -133,8 +134,9 @@ void Recordset::Requery() {
 }
 
 void Recordset::Close() {
-    if (impl_ != nullptr)
+    if (impl_ != nullptr) {
         impl_->Close();
+    }
 }
 
 }  // namespace dao

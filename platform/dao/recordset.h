@@ -1,24 +1,18 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdio>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/dao/recordset_kinds.h"
 #include "platform/dao/value.h"
-
-// The record set's word for its end has been a macro of <cstdio> for longer than either has been here.
-#undef EOF
 
 namespace dao {
 
-class DatabaseImpl;
 class RecordsetImpl;
 class Recordset;
-
-enum RecordsetType { dbOpenTable = 1, dbOpenDynaset = 2, dbOpenSnapshot = 4 };
 
 // One field of a record set's current row. Light: copy it, keep it as long as the record set is open.
 class Field {
@@ -46,9 +40,6 @@ class Field {
     RecordsetImpl* set_;
     int index_;
 };
-
-// Where a row stands: kept from Bookmark or LastModified, given back to setBookmark of the same record set.
-using Bookmark = std::vector<std::int64_t>;
 
 // Rows of a table, a query or a statement, one of them current. Shared: a copy is the same record set.
 // A default-made one is closed; every operation on a closed one throws 3420.
@@ -93,7 +84,7 @@ class Recordset {
     void Update();
     void CancelUpdate();
     void Delete();  // the current row; after it there is no current row (3167 when read) until a move
-    enum class EditModeKind { None, InProgress, Add };
+    using EditModeKind = dao::EditModeKind;
     EditModeKind EditMode() const;
 
     dao::Bookmark Bookmark() const;                // 3021 where there is no current row

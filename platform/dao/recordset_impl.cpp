@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "platform/dao/database_impl.h"
 #include "platform/dao/failure.h"
 #include "platform/dao/names.h"
 
@@ -13,8 +12,9 @@ RecordsetImpl::RecordsetImpl(std::shared_ptr<DatabaseImpl> database, RecordsetTy
     : database_(std::move(database)), type_(type) {}
 
 void RecordsetImpl::checkOpen() const {
-    if (closed_)
+    if (closed_) {
         fail(errObjectClosed);
+    }
 }
 
 namespace {
@@ -34,22 +34,25 @@ bool sameLetters(std::string_view a, std::string_view b) {
     const std::size_t size = a.size();
     if (size >= 8) {
         for (std::size_t at = 0; at + 8 < size; at += 8) {
-            if (!sameWord<std::uint64_t>(a.data() + at, b.data() + at))
+            if (!sameWord<std::uint64_t>(a.data() + at, b.data() + at)) {
                 return false;
+            }
         }
         return sameWord<std::uint64_t>(a.data() + size - 8, b.data() + size - 8);
     }
-    if (size >= 4)
+    if (size >= 4) {
         return sameWord<std::uint32_t>(a.data(), b.data()) &&
                sameWord<std::uint32_t>(a.data() + size - 4, b.data() + size - 4);
+    }
     return size == 0 || (a[0] == b[0] && a[size / 2] == b[size / 2] && a[size - 1] == b[size - 1]);
 }
 
 }  // namespace
 
 std::size_t RecordsetImpl::slotOf(std::string_view name) {
-    if (name.empty())
+    if (name.empty()) {
         return 0;
+    }
     // Small and capital letters differ in one bit; a name's middle tells more than its beginning.
     const auto letter = [](char c) { return static_cast<std::size_t>(c & 0x1F); };
     return (name.size() + letter(name.front()) * 5 + letter(name[name.size() / 2]) * 11 +
@@ -66,8 +69,9 @@ void RecordsetImpl::setColumns(std::vector<sql::ResultColumn> columns) {
     // The first of two fields of one name is the one that is meant by it. Half of the places stay free.
     for (std::size_t i = 0; i < std::min(columns_.size(), kNameSlots / 2); ++i) {
         std::size_t slot = slotOf(columns_[i].name);
-        while (slots_[slot] >= 0)
+        while (slots_[slot] >= 0) {
             slot = (slot + 1) % kNameSlots;
+        }
         slots_[slot] = static_cast<std::int16_t>(i);
     }
 }
@@ -81,8 +85,9 @@ void RecordsetImpl::start() {
 
 void RecordsetImpl::leave() {
     checkOpen();
-    if (editMode_ != Recordset::EditModeKind::None)
+    if (editMode_ != EditModeKind::None) {
         dropPending();
+    }
 }
 
 void RecordsetImpl::place(std::int64_t position) {
@@ -92,17 +97,20 @@ void RecordsetImpl::place(std::int64_t position) {
 
 std::size_t RecordsetImpl::currentRow() const {
     checkOpen();
-    if (gap_)
+    if (gap_) {
         fail(errRecordDeleted);
-    if (!hasRow())
+    }
+    if (!hasRow()) {
         fail(errNoCurrentRecord);
+    }
     return static_cast<std::size_t>(position_);
 }
 
 void RecordsetImpl::needRow() {
     const std::size_t row = currentRow();
-    if (fetched_ == position_ && *generation_ == seenGeneration_)
+    if (fetched_ == position_ && *generation_ == seenGeneration_) {
         return;
+    }
     fetched_ = -1;
     forgetCells();
     fetch(row);
@@ -116,8 +124,9 @@ void RecordsetImpl::leaveGap() {
 }
 
 void RecordsetImpl::rowAppended() {
-    if (!gap_ && position_ == static_cast<std::int64_t>(count()) - 1)
+    if (!gap_ && position_ == static_cast<std::int64_t>(count()) - 1) {
         ++position_;
+    }
 }
 
 bool RecordsetImpl::BOF() const {
@@ -132,49 +141,55 @@ bool RecordsetImpl::EOF() const {
 
 void RecordsetImpl::MoveFirst() {
     leave();
-    if (count() == 0)
+    if (count() == 0) {
         fail(errNoCurrentRecord);
+    }
     distrust();
     place(0);
 }
 
 void RecordsetImpl::MoveLast() {
     leave();
-    if (count() == 0)
+    if (count() == 0) {
         fail(errNoCurrentRecord);
+    }
     distrust();
     place(static_cast<std::int64_t>(count()) - 1);
 }
 
 void RecordsetImpl::MoveNext() {
     leave();
-    if (EOF())
+    if (EOF()) {
         fail(errNoCurrentRecord);
+    }
     place(gap_ ? position_ : position_ + 1);
 }
 
 void RecordsetImpl::MovePrevious() {
     leave();
-    if (BOF())
+    if (BOF()) {
         fail(errNoCurrentRecord);
+    }
     place(position_ - 1);
 }
 
 void RecordsetImpl::Move(std::int64_t rows) {
     leave();
     const auto size = static_cast<std::int64_t>(count());
-    if ((rows > 0 && EOF()) || (rows < 0 && BOF()) || (rows == 0 && !gap_ && !hasRow()))
+    if ((rows > 0 && EOF()) || (rows < 0 && BOF()) || (rows == 0 && !gap_ && !hasRow())) {
         fail(errNoCurrentRecord);
+    }
     distrust();
     if (rows == 0) {
         fetched_ = -1;
         return;
     }
     const std::int64_t from = gap_ && rows > 0 ? position_ - 1 : position_;
-    if (rows > 0)
+    if (rows > 0) {
         place(rows >= size - from ? size : from + rows);
-    else
+    } else {
         place(rows <= -1 - from ? -1 : from + rows);
+    }
 }
 
 std::int64_t RecordsetImpl::RecordCount() const {
@@ -189,10 +204,12 @@ std::int64_t RecordsetImpl::AbsolutePosition() const {
 
 void RecordsetImpl::setAbsolutePosition(std::int64_t position) {
     leave();
-    if (position < 0 || position >= static_cast<std::int64_t>(count()))
+    if (position < 0 || position >= static_cast<std::int64_t>(count())) {
         fail(errNoCurrentRecord);
-    if (position != position_ + 1)  // the next row is a step of a walk, as with MoveNext
+    }
+    if (position != position_ + 1) {  // the next row is a step of a walk, as with MoveNext
         distrust();
+    }
     place(position);
 }
 
@@ -208,8 +225,9 @@ void RecordsetImpl::FindFirst(std::string_view criterion) {
     leave();
     const std::optional<std::size_t> row = findRow(criterion);
     noMatch_ = !row.has_value();
-    if (!row)
+    if (!row) {
         return;
+    }
     place(static_cast<std::int64_t>(*row));
     fetched_ = -1;
 }
@@ -241,12 +259,13 @@ void RecordsetImpl::Delete() {
 
 void RecordsetImpl::CancelUpdate() {
     checkOpen();
-    if (editMode_ == Recordset::EditModeKind::None)
+    if (editMode_ == EditModeKind::None) {
         fail(errUpdateWithoutEdit);
+    }
     dropPending();
 }
 
-Recordset::EditModeKind RecordsetImpl::EditMode() const {
+EditModeKind RecordsetImpl::EditMode() const {
     checkOpen();
     return editMode_;
 }
@@ -258,8 +277,9 @@ dao::Bookmark RecordsetImpl::Bookmark() const {
 void RecordsetImpl::setBookmark(const dao::Bookmark& bookmark) {
     leave();
     const std::optional<std::size_t> row = rowOf(bookmark);
-    if (!row)
+    if (!row) {
         fail(errRecordDeleted);
+    }
     distrust();
     fetched_ = -1;
     fetch(*row);
@@ -269,8 +289,9 @@ void RecordsetImpl::setBookmark(const dao::Bookmark& bookmark) {
 
 dao::Bookmark RecordsetImpl::LastModified() const {
     checkOpen();
-    if (lastModified_.empty())
+    if (lastModified_.empty()) {
         fail(errNoCurrentRecord);
+    }
     return lastModified_;
 }
 
@@ -286,29 +307,34 @@ int RecordsetImpl::fieldIndex(std::string_view name) const {
         return known.size() == name.size() && (sameLetters(known, name) || sameName(known, name));
     };
     for (std::size_t slot = slotOf(name); slots_[slot] >= 0; slot = (slot + 1) % kNameSlots) {
-        if (isColumn(static_cast<std::size_t>(slots_[slot])))
+        if (isColumn(static_cast<std::size_t>(slots_[slot]))) {
             return slots_[slot];
+        }
     }
     for (std::size_t i = kNameSlots / 2; i < columns_.size(); ++i) {
-        if (isColumn(i))
+        if (isColumn(i)) {
             return static_cast<int>(i);
+        }
     }
     fail(errItemNotFound);
 }
 
 void RecordsetImpl::checkIndex(int index) const {
     checkOpen();
-    if (index < 0 || index >= static_cast<int>(columns_.size()))
+    if (index < 0 || index >= static_cast<int>(columns_.size())) {
         fail(errItemNotFound);
+    }
 }
 
 const Value& RecordsetImpl::value(int index) {
     checkIndex(index);
-    if (editMode_ != Recordset::EditModeKind::None)
+    if (editMode_ != EditModeKind::None) {
         return pending_[static_cast<std::size_t>(index)].value;
+    }
     // A list of a thousand services asks here ten thousand times: no more than this for a row that is there.
-    if (fetched_ != position_ || *generation_ != seenGeneration_ || gap_)
+    if (fetched_ != position_ || *generation_ != seenGeneration_ || gap_) {
         needRow();
+    }
     const auto at = static_cast<std::size_t>(index);
     Cell& cell = cells_[at];
     if (cell.stamp != cellStamp_) {
@@ -335,10 +361,12 @@ void RecordsetImpl::Requery() {
 }
 
 void RecordsetImpl::Close() noexcept {
-    if (closed_)
+    if (closed_) {
         return;
-    if (editMode_ != Recordset::EditModeKind::None)
+    }
+    if (editMode_ != EditModeKind::None) {
         dropPending();
+    }
     release();
     generation_ = &kNeverOld;
     closed_ = true;

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/dao/database.h"
-#include "platform/dao/recordset.h"
+#include "platform/dao/database_impl.h"
+#include "platform/dao/recordset_kinds.h"
 #include "platform/dao/row_block.h"
 #include "platform/sql/types.h"
 #include "platform/sql/writer.h"
@@ -16,12 +16,9 @@
 namespace dao {
 
 // What all record sets share: a place among rows, the fields of the row there, and what is pending for it.
-class RecordsetImpl {
+class RecordsetImpl : public Dependent {
  public:
     RecordsetImpl(std::shared_ptr<DatabaseImpl> database, RecordsetType type);
-    RecordsetImpl(const RecordsetImpl&) = delete;
-    RecordsetImpl& operator=(const RecordsetImpl&) = delete;
-    virtual ~RecordsetImpl() = default;
 
     bool BOF() const;
     bool EOF() const;
@@ -43,7 +40,7 @@ class RecordsetImpl {
     virtual void Update();
     void CancelUpdate();
     virtual void Delete();
-    Recordset::EditModeKind EditMode() const;
+    EditModeKind EditMode() const;
 
     dao::Bookmark Bookmark() const;
     void setBookmark(const dao::Bookmark& place);
@@ -59,7 +56,7 @@ class RecordsetImpl {
     virtual bool Updatable() const { return false; }
     RecordsetType Type() const { return type_; }
     void Requery();
-    void Close() noexcept;
+    void Close() noexcept override;
     bool isClosed() const { return closed_; }
 
  protected:
@@ -77,7 +74,7 @@ class RecordsetImpl {
     virtual std::optional<std::size_t> findRow(std::string_view criterion) = 0;
     virtual dao::Bookmark bookmarkOf(std::size_t row) const = 0;
     virtual std::optional<std::size_t> rowOf(const dao::Bookmark& place) const = 0;
-    virtual void dropPending() noexcept { editMode_ = Recordset::EditModeKind::None; }
+    virtual void dropPending() noexcept { editMode_ = EditModeKind::None; }
 
     void checkOpen() const;  // 3420
     void setColumns(std::vector<sql::ResultColumn> columns);
@@ -106,7 +103,7 @@ class RecordsetImpl {
     std::size_t current_ = 0;    // the fetched row's place in block_
     std::vector<char> asked_;    // the fields that have been looked at: a long walk reads no others
     std::vector<Cell> pending_;  // the row being edited or added
-    Recordset::EditModeKind editMode_ = Recordset::EditModeKind::None;
+    EditModeKind editMode_ = EditModeKind::None;
     dao::Bookmark lastModified_;
 
  private:

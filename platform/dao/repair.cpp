@@ -1,6 +1,8 @@
 #include "platform/dao/failure.h"
 #include "platform/dao/file_paths.h"
 #include "platform/dao/maintenance.h"
+#include "platform/dao/open_file.h"
+#include "platform/dao/open_files.h"
 #include "platform/dao/opening.h"
 #include "platform/dao/sqlite_salvage.h"
 
@@ -24,10 +26,12 @@ void settle(const Opening& opening) {
         openStoreFor(opening, true)->schemaVersion();
     } catch (const Error& error) {
         // Damage is what the repair is for; anything else stops it.
-        if (error.Number() == errNewerForm || (interrupted && error.Number() != errCannotOpen))
+        if (error.Number() == errNewerForm || (interrupted && error.Number() != errCannotOpen)) {
             throw;
-        if (interrupted)
+        }
+        if (interrupted) {
             note("The journal of an interrupted change could not be used.");
+        }
     }
 }
 
@@ -36,18 +40,22 @@ void settle(const Opening& opening) {
 void repair(const std::string& path, const std::string& connect) {
     report() = {};
     const Opening opening = examine(path, connect, true);
-    if (opening.openAlready != nullptr && opening.openAlready->isBusy())
+    if (opening.openAlready != nullptr && opening.openAlready->isBusy()) {
         fail(errFileInUse);
+    }
     const ExclusiveUse use(lockFor(opening.path, false));
-    if (!mayWrite(opening.path))
+    if (!mayWrite(opening.path)) {
         fail(errReadOnly);
-    while (const std::shared_ptr<OpenFile> open = OpenFiles::find(opening.path, false))
+    }
+    while (const std::shared_ptr<OpenFile> open = OpenFiles::find(opening.path, false)) {
         open->releaseStore();
+    }
     settle(opening);
 
     driver::OpenRequest broken{opening.path, rawKey(opening.password, opening.salt), true, false};
-    if (driver::isWhole(broken))
+    if (driver::isWhole(broken)) {
         return;
+    }
     UnfinishedFile fresh(opening.path);
     RepairReport found = driver::salvage(broken, {fresh.path(), broken.key, true, true});
     fresh.finish();

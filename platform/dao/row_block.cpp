@@ -22,8 +22,9 @@ void RowBlock::clear() {
 }
 
 void RowBlock::addText(std::string_view v) {
-    if (v.size() > std::numeric_limits<std::uint32_t>::max())
+    if (v.size() > std::numeric_limits<std::uint32_t>::max()) {
         fail(errOverflow);
+    }
     put(Kind::Text, texts_.size());
     const auto size = static_cast<std::uint32_t>(v.size());
     char head[sizeof size];
@@ -96,10 +97,11 @@ void setInteger(Type type, std::int64_t number, Value::Store& out) {
             out = std::to_string(number);
             break;
         case Type::Null:
-            if (isLong(number))
+            if (isLong(number)) {
                 out = static_cast<std::int32_t>(number);
-            else
+            } else {
                 out = real;
+            }
             break;
     }
 }
@@ -149,10 +151,11 @@ void RowBlock::get(std::size_t row, std::size_t column, Value& out) const {
             setReal(types_[column], std::bit_cast<double>(slot), store);
             break;
         case Kind::Text:
-            if (std::string* old = std::get_if<std::string>(&store))
+            if (std::string* old = std::get_if<std::string>(&store)) {
                 old->assign(textAt(slot));
-            else
+            } else {
                 store = std::string(textAt(slot));
+            }
             convertText(types_[column], out);
             break;
     }

@@ -4,6 +4,7 @@
 
 #include "platform/dao/failure.h"
 #include "platform/dao/names.h"
+#include "platform/dao/table_definition.h"
 #include "platform/sql/parser.h"
 
 namespace dao {
@@ -32,8 +33,9 @@ sql::TableInfo tableFor(const std::vector<sql::ResultColumn>& columns) {
         sql::ColumnInfo info;
         info.name = column.name;
         // Two joined tables may give two fields of one name; a search by that name means the first.
-        while (table.indexOf(info.name) >= 0)
+        while (table.indexOf(info.name) >= 0) {
             info.name += '_';
+        }
         info.type = column.type == Type::Null ? Type::Text : column.type;
         table.columns.push_back(std::move(info));
     }
@@ -70,8 +72,9 @@ void Snapshot::open() {
     const ReadScope scope(file.store());
     const CompiledPtr compiled = file.compile(statement_);
     std::vector<sql::Type> types;
-    for (const sql::ResultColumn& column : compiled->select.columns)
+    for (const sql::ResultColumn& column : compiled->select.columns) {
         types.push_back(column.type);
+    }
     RowBlock rows;
     rows.reset(std::move(types));
     file.store().cached(compiled->select.rows)->readRows(rows);
@@ -86,8 +89,9 @@ void Snapshot::release() noexcept {
 }
 
 std::optional<std::size_t> Snapshot::rowOf(const dao::Bookmark& place) const {
-    if (place.size() != 1 || place.front() < 0 || place.front() >= static_cast<std::int64_t>(block_.rows()))
+    if (place.size() != 1 || place.front() < 0 || place.front() >= static_cast<std::int64_t>(block_.rows())) {
         return std::nullopt;
+    }
     return static_cast<std::size_t>(place.front());
 }
 
@@ -95,8 +99,9 @@ std::optional<std::size_t> Snapshot::findNumber(std::size_t column, std::int64_t
     Value value;
     for (std::size_t row = 0; row < block_.rows(); ++row) {
         block_.get(row, column, value);
-        if (!value.isNull() && value.asLong() == number)
+        if (!value.isNull() && value.asLong() == number) {
             return row;
+        }
     }
     return std::nullopt;
 }
@@ -106,21 +111,25 @@ std::optional<std::size_t> Snapshot::findRow(std::string_view criterion) {
     sql::KeyCriterion wanted;
     if (sql::isKeyCriterion(*tree, wanted)) {
         for (std::size_t i = 0; i < columns_.size(); ++i) {
-            if (sameName(columns_[i].name, wanted.field) && columns_[i].type == Type::Long)
+            if (sameName(columns_[i].name, wanted.field) && columns_[i].type == Type::Long) {
                 return findNumber(i, wanted.number);
+            }
         }
     }
-    if (searchable_ == nullptr)
+    if (searchable_ == nullptr) {
         makeSearchable();
+    }
     driver::Store& store = *searchable_->store;
     const sql::WrittenSelect find =
         translated([&] { return store.writer().find(*searchable_->all, *tree, searchable_->catalog, 0); });
-    for (std::size_t i = 0; i < find.idSets.size(); ++i)
+    for (std::size_t i = 0; i < find.idSets.size(); ++i) {
         store.setIdSet(static_cast<int>(i), find.idSets[i]);
+    }
     std::vector<std::int64_t> keys;
     store.prepare(find.keys)->readKeys(keys, 1);
-    if (keys.empty())
+    if (keys.empty()) {
         return std::nullopt;
+    }
     return static_cast<std::size_t>(*std::min_element(keys.begin(), keys.end()) - 1);
 }
 
@@ -133,11 +142,13 @@ void Snapshot::makeSearchable() {
     made->store->createTable(definition);
     std::vector<Value> values(columns_.size());
     std::vector<driver::FieldValue> fields;
-    for (std::size_t i = 0; i < columns_.size(); ++i)
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
         fields.push_back({made->catalog.table().columns[i].name, &values[i]});
+    }
     for (std::size_t row = 0; row < block_.rows(); ++row) {
-        for (std::size_t i = 0; i < columns_.size(); ++i)
+        for (std::size_t i = 0; i < columns_.size(); ++i) {
             block_.get(row, i, values[i]);
+        }
         made->store->insertRow(std::string(kTable), fields);
     }
     made->store->commit();

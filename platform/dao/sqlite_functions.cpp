@@ -61,22 +61,21 @@ constexpr Interval kIntervals[] = {
     {"s", [](const Moment& m, int) { return m.seconds; }},
 };
 
-constexpr const char* kMismatch = "Data type mismatch";
-
 void dateDiff(sqlite3_context* context, int count, sqlite3_value** values) {
     if (count < 3 || count > 5) {
-        sqlite3_result_error(context, kMismatch, -1);
+        sqlite3_result_error_code(context, SQLITE_MISMATCH);
         return;
     }
     for (int i = 0; i < 3; ++i) {
-        if (sqlite3_value_type(values[i]) == SQLITE_NULL)
+        if (sqlite3_value_type(values[i]) == SQLITE_NULL) {
             return;  // the difference to no date is Null
+        }
     }
     for (int i = 1; i < 3; ++i) {
         const int type = sqlite3_value_numeric_type(values[i]);
         const double date = sqlite3_value_double(values[i]);
         if ((type != SQLITE_INTEGER && type != SQLITE_FLOAT) || !(std::fabs(date) < 1e8)) {
-            sqlite3_result_error(context, kMismatch, -1);
+            sqlite3_result_error_code(context, SQLITE_MISMATCH);
             return;
         }
     }
@@ -94,7 +93,7 @@ void dateDiff(sqlite3_context* context, int count, sqlite3_value** values) {
             return;
         }
     }
-    sqlite3_result_error(context, kMismatch, -1);
+    sqlite3_result_error_code(context, SQLITE_MISMATCH);
 }
 
 void now(sqlite3_context* context, int, sqlite3_value**) {

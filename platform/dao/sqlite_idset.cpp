@@ -23,8 +23,9 @@ struct Cursor : sqlite3_vtab_cursor {
 
 int connect(sqlite3* db, void* store, int, const char* const*, sqlite3_vtab** out, char**) {
     const int code = sqlite3_declare_vtab(db, "CREATE TABLE x(value INTEGER, number HIDDEN)");
-    if (code != SQLITE_OK)
+    if (code != SQLITE_OK) {
         return code;
+    }
     *out = new Table{{}, static_cast<SqliteStore*>(store)};
     return SQLITE_OK;
 }
@@ -39,12 +40,14 @@ int bestIndex(sqlite3_vtab*, sqlite3_index_info* info) {
     int value = -1;
     for (int i = 0; i < info->nConstraint; ++i) {
         const auto& constraint = info->aConstraint[i];
-        if (constraint.usable == 0 || constraint.op != SQLITE_INDEX_CONSTRAINT_EQ)
+        if (constraint.usable == 0 || constraint.op != SQLITE_INDEX_CONSTRAINT_EQ) {
             continue;
-        if (constraint.iColumn == kNumberColumn)
+        }
+        if (constraint.iColumn == kNumberColumn) {
             number = i;
-        else if (constraint.iColumn == kValueColumn || constraint.iColumn == -1)
+        } else if (constraint.iColumn == kValueColumn || constraint.iColumn == -1) {
             value = i;
+        }
     }
     if (number < 0) {
         info->estimatedCost = 1e99;
@@ -63,8 +66,9 @@ int bestIndex(sqlite3_vtab*, sqlite3_index_info* info) {
         info->estimatedRows = 1;
         info->idxFlags = SQLITE_INDEX_SCAN_UNIQUE;
     }
-    if (info->nOrderBy == 1 && info->aOrderBy[0].iColumn <= kValueColumn && info->aOrderBy[0].desc == 0)
+    if (info->nOrderBy == 1 && info->aOrderBy[0].iColumn <= kValueColumn && info->aOrderBy[0].desc == 0) {
         info->orderByConsumed = 1;
+    }
     return SQLITE_OK;
 }
 
@@ -82,12 +86,14 @@ int filter(sqlite3_vtab_cursor* base, int plan, const char*, int count, sqlite3_
     auto* cursor = static_cast<Cursor*>(base);
     cursor->set.reset();
     cursor->at = cursor->end = 0;
-    if ((plan & kAll) == 0 || count < 1)
+    if ((plan & kAll) == 0 || count < 1) {
         return SQLITE_ERROR;
+    }
     const sql::IdSetPtr* found =
         static_cast<Table*>(base->pVtab)->store->findIdSet(sqlite3_value_int64(values[0]));
-    if (found == nullptr)
+    if (found == nullptr) {
         return SQLITE_ERROR;
+    }
     cursor->set = *found;
     cursor->end = cursor->set->size();
     if ((plan & kOne) != 0 && count > 1) {
@@ -115,8 +121,9 @@ int eof(sqlite3_vtab_cursor* base) {
 
 int column(sqlite3_vtab_cursor* base, sqlite3_context* context, int index) {
     const auto* cursor = static_cast<Cursor*>(base);
-    if (index == kValueColumn)
+    if (index == kValueColumn) {
         sqlite3_result_int64(context, (*cursor->set)[cursor->at]);
+    }
     return SQLITE_OK;
 }
 

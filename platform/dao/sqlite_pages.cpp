@@ -38,8 +38,9 @@ unsigned char* bytes(std::string& text) {
 
 std::string fromHex(std::string_view hex) {
     std::string out;
-    for (std::size_t i = 0; i + 1 < hex.size(); i += 2)
+    for (std::size_t i = 0; i + 1 < hex.size(); i += 2) {
         out += static_cast<char>(std::stoi(std::string(hex.substr(i, 2)), nullptr, 16));
+    }
     return out;
 }
 
@@ -51,30 +52,35 @@ std::size_t contentStart(PageNumber number) {
 
 std::uint32_t bigEndian(std::string_view text, std::size_t at, int size) {
     std::uint32_t number = 0;
-    for (int i = 0; i < size; ++i)
+    for (int i = 0; i < size; ++i) {
         number = (number << 8) | static_cast<unsigned char>(text[at + static_cast<std::size_t>(i)]);
+    }
     return number;
 }
 
 PageFile::PageFile(const std::string& path, const std::string& key)
     : fd_(open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
-    if (fd_ < 0)
+    if (fd_ < 0) {
         failWithSystemError(errno);
+    }
     const std::string raw = fromHex(key);
     cipherKey_ = raw.substr(0, kKeySize);
     std::string sealSalt = raw.substr(kKeySize);
-    for (char& c : sealSalt)
+    for (char& c : sealSalt) {
         c = static_cast<char>(static_cast<unsigned char>(c) ^ kSealSaltMask);
+    }
     sealKey_.resize(kKeySize);
     PKCS5_PBKDF2_HMAC_SHA1(cipherKey_.data(), kKeySize, bytes(sealSalt), static_cast<int>(sealSalt.size()),
                            kSealIterations, kKeySize, bytes(sealKey_));
     struct stat found {};
-    if (fstat(fd_, &found) == 0)
+    if (fstat(fd_, &found) == 0) {
         size_ = static_cast<PageNumber>(found.st_size / static_cast<off_t>(kPageSize));
+    }
     expected_ = size_;
     const std::string_view first = page(1);
-    if (!first.empty() && bigEndian(first, 24, 4) == bigEndian(first, 92, 4))
+    if (!first.empty() && bigEndian(first, 24, 4) == bigEndian(first, 92, 4)) {
         expected_ = bigEndian(first, kPageCountField, 4);
+    }
 }
 
 PageFile::~PageFile() {
@@ -82,8 +88,9 @@ PageFile::~PageFile() {
 }
 
 bool PageFile::readRaw(PageNumber number, std::string& raw) const {
-    if (number == 0 || number > size_)
+    if (number == 0 || number > size_) {
         return false;
+    }
     raw.resize(kPageSize);
     const off_t at = static_cast<off_t>(number - 1) * static_cast<off_t>(kPageSize);
     return pread(fd_, raw.data(), kPageSize, at) == static_cast<ssize_t>(kPageSize);
@@ -92,8 +99,9 @@ bool PageFile::readRaw(PageNumber number, std::string& raw) const {
 bool PageFile::isSealed(PageNumber number, const std::string& raw) const {
     const std::size_t start = contentStart(number);
     std::string sealed = raw.substr(start, kContent - start + kVectorSize);
-    for (int shift = 0; shift < 32; shift += 8)
+    for (int shift = 0; shift < 32; shift += 8) {
         sealed += static_cast<char>(number >> shift);
+    }
     std::string seal(EVP_MAX_MD_SIZE, '\0');
     unsigned size = 0;
     HMAC(EVP_sha1(), sealKey_.data(), kKeySize, bytes(sealed), sealed.size(), bytes(seal), &size);
@@ -110,29 +118,35 @@ std::string PageFile::decrypt(PageNumber number, const std::string& raw) const {
                            bytes(raw) + kContent) != 1 ||
         EVP_CIPHER_CTX_set_padding(context.get(), 0) != 1 ||
         EVP_DecryptUpdate(context.get(), bytes(plain), &size, bytes(raw) + start,
-                          static_cast<int>(plain.size())) != 1)
+                          static_cast<int>(plain.size())) != 1) {
         return {};
+    }
     return number == 1 ? std::string(kFirstBytes) + plain : plain;
 }
 
 PageFile::State PageFile::state(PageNumber number) {
     std::string raw;
-    if (!readRaw(number, raw))
+    if (!readRaw(number, raw)) {
         return State::Missing;
-    if (std::all_of(raw.begin(), raw.end(), [](char c) { return c == 0; }))
+    }
+    if (std::all_of(raw.begin(), raw.end(), [](char c) { return c == 0; })) {
         return State::Empty;
+    }
     return isSealed(number, raw) ? State::Whole : State::Broken;
 }
 
 std::string_view PageFile::page(PageNumber number) {
     const auto known = cache_.find(number);
-    if (known != cache_.end())
+    if (known != cache_.end()) {
         return known->second;
+    }
     std::string raw;
-    if (!readRaw(number, raw) || !isSealed(number, raw))
+    if (!readRaw(number, raw) || !isSealed(number, raw)) {
         return {};
-    if (cache_.size() >= kCachedPages)
+    }
+    if (cache_.size() >= kCachedPages) {
         cache_.clear();
+    }
     return cache_[number] = decrypt(number, raw);
 }
 

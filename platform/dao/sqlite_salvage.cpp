@@ -50,8 +50,9 @@ class Salvage {
         try {
             reader_.markFreePages();
             for (SchemaEntry& entry : schema_) {
-                if (entry.type == "table" && entry.root != 0)
+                if (entry.type == "table" && entry.root != 0) {
                     carryTable(entry);
+                }
             }
             carryStray();
             countLosses();
@@ -92,25 +93,30 @@ class Salvage {
 
 void Salvage::readSchema() {
     const auto missing = reader_.readTable(1, [this](StoredRow row) {
-        if (row.cells.size() < 5)
+        if (row.cells.size() < 5) {
             return;
+        }
         SchemaEntry entry;
         const auto take = [&](std::size_t i, std::string& to) {
-            if (const std::string* text = textOf(row.cells[i]))
+            if (const std::string* text = textOf(row.cells[i])) {
                 to = *text;
+            }
         };
         take(0, entry.type);
         take(1, entry.name);
         take(2, entry.table);
         take(4, entry.sql);
-        if (const std::int64_t* root = std::get_if<std::int64_t>(&row.cells[3]))
+        if (const std::int64_t* root = std::get_if<std::int64_t>(&row.cells[3])) {
             entry.root = static_cast<PageNumber>(*root);
+        }
         schema_.push_back(std::move(entry));
     });
-    if (schema_.empty())
+    if (schema_.empty()) {
         fail(errCannotOpen);
-    if (!missing.empty())
+    }
+    if (!missing.empty()) {
         note("Part of the list of tables can't be read; tables may be missing.");
+    }
 }
 
 void Salvage::carryTable(const SchemaEntry& entry) {
@@ -118,13 +124,15 @@ void Salvage::carryTable(const SchemaEntry& entry) {
         reader_.readTable(entry.root, [this](const StoredRow& row) {
             const std::string* name = row.cells.size() == 2 ? textOf(row.cells[0]) : nullptr;
             const std::int64_t* number = name != nullptr ? std::get_if<std::int64_t>(&row.cells[1]) : nullptr;
-            if (number != nullptr)
+            if (number != nullptr) {
                 counters_.emplace_back(*name, *number);
+            }
         });
         return;
     }
-    if (entry.name != kQueries)
+    if (entry.name != kQueries) {
         fresh_.execute(entry.sql);
+    }
 
     Salvaged table;
     table.entry = entry;
@@ -142,12 +150,14 @@ void Salvage::carryTable(const SchemaEntry& entry) {
                                  type.textRef().find("TEXT") != std::string::npos});
     }
     std::string text = "INSERT OR IGNORE INTO " + quoted(entry.name) + " VALUES(";
-    for (std::size_t i = 0; i < table.columns.size(); ++i)
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
         text += i == 0 ? "?" : ",?";
+    }
     sqlite3_stmt* raw = nullptr;
     const int code = sqlite3_prepare_v2(fresh_.handle(), (text + ')').c_str(), -1, &raw, nullptr);
-    if (code != SQLITE_OK)
+    if (code != SQLITE_OK) {
         fresh_.failWith(code);
+    }
     table.insert.reset(raw, &sqlite3_finalize);
     table.missing = reader_.readTable(entry.root, [&](const StoredRow& row) { keep(table, row); });
     tables_.push_back(std::move(table));
@@ -171,28 +181,34 @@ bool Salvage::keep(Salvaged& table, const StoredRow& row) {
     }
     const int code = sqlite3_step(insert);
     sqlite3_reset(insert);
-    if (code != SQLITE_DONE)
+    if (code != SQLITE_DONE) {
         fresh_.failWith(code);
-    if (sqlite3_changes(fresh_.handle()) == 0)
+    }
+    if (sqlite3_changes(fresh_.handle()) == 0) {
         return false;
+    }
     table.kept.push_back(row.rowid);
-    if (!isSystemTable(table.entry.name))
+    if (!isSystemTable(table.entry.name)) {
         ++report_.rowsKept;
+    }
     return true;
 }
 
 bool Salvage::couldBelong(const Salvaged& table, const StoredRow& row) const {
     const bool inGap = std::any_of(table.missing.gaps.begin(), table.missing.gaps.end(),
                                    [&](const Gap& gap) { return gap.holds(row.rowid); });
-    if (!inGap || row.cells.size() != table.columns.size())
+    if (!inGap || row.cells.size() != table.columns.size()) {
         return false;
+    }
     for (std::size_t i = 0; i < row.cells.size(); ++i) {
         const StoredCell& cell = row.cells[i];
         const bool isNull = std::holds_alternative<std::monostate>(cell);
-        if (table.columns[i].isKey != isNull && table.columns[i].isKey)
+        if (table.columns[i].isKey != isNull && table.columns[i].isKey) {
             return false;
-        if (!isNull && table.columns[i].isText != (textOf(cell) != nullptr))
+        }
+        if (!isNull && table.columns[i].isText != (textOf(cell) != nullptr)) {
             return false;
+        }
     }
     return true;
 }
@@ -201,10 +217,12 @@ Salvaged* Salvage::ownerOf(const std::vector<StoredRow>& rows) {
     Salvaged* owner = nullptr;
     for (Salvaged& table : tables_) {
         if (rows.empty() || !std::all_of(rows.begin(), rows.end(),
-                                         [&](const StoredRow& row) { return couldBelong(table, row); }))
+                                         [&](const StoredRow& row) { return couldBelong(table, row); })) {
             continue;
-        if (owner != nullptr)
+        }
+        if (owner != nullptr) {
             return nullptr;  // rather lose a page than put one shop's rows into another's table
+        }
         owner = &table;
     }
     return owner;
@@ -219,19 +237,23 @@ void Salvage::carryStray() {
         reader_.readLeaf(
             page, [&](StoredRow row) { rows.push_back(std::move(row)); }, missing);
         Salvaged* owner = ownerOf(rows);
-        if (owner == nullptr)
+        if (owner == nullptr) {
             continue;
-        for (const StoredRow& row : rows)
+        }
+        for (const StoredRow& row : rows) {
             keep(*owner, row);
+        }
     }
-    for (Salvaged& table : tables_)
+    for (Salvaged& table : tables_) {
         std::sort(table.kept.begin(), table.kept.end());
+    }
 }
 
 std::int64_t Salvage::counterOf(const std::string& table) const {
     for (const auto& [name, number] : counters_) {
-        if (name == table)
+        if (name == table) {
             return number;
+        }
     }
     return 0;
 }
@@ -241,8 +263,9 @@ std::int64_t Salvage::lossByIndex(const Salvaged& table, bool& known) {
     for (const SchemaEntry& entry : schema_) {
         std::vector<std::int64_t> listed;
         if (entry.type != "index" || entry.table != table.entry.name || entry.root == 0 ||
-            !reader_.readIndex(entry.root, listed))
+            !reader_.readIndex(entry.root, listed)) {
             continue;
+        }
         known = true;
         return std::count_if(listed.begin(), listed.end(), [&](std::int64_t rowid) {
             return !std::binary_search(table.kept.begin(), table.kept.end(), rowid);
@@ -254,16 +277,18 @@ std::int64_t Salvage::lossByIndex(const Salvaged& table, bool& known) {
 std::int64_t Salvage::lossOf(const Salvaged& table) {
     bool known = false;
     const std::int64_t byIndex = lossByIndex(table, known);
-    if (known)
+    if (known) {
         return byIndex;
+    }
     auto lost = static_cast<std::int64_t>(table.missing.rows.size());
     const std::int64_t highest =
         std::max(counterOf(table.entry.name), table.kept.empty() ? 0 : table.kept.back());
     for (const Gap& gap : table.missing.gaps) {
         const std::int64_t after = std::max<std::int64_t>(gap.after, 0);
         const std::int64_t upTo = std::min(gap.upTo, highest);
-        if (upTo <= after)
+        if (upTo <= after) {
             continue;
+        }
         const auto first = std::upper_bound(table.kept.begin(), table.kept.end(), after);
         const auto last = std::upper_bound(first, table.kept.end(), upTo);
         lost += upTo - after - (last - first);
@@ -274,8 +299,9 @@ std::int64_t Salvage::lossOf(const Salvaged& table) {
 void Salvage::countLosses() {
     for (const Salvaged& table : tables_) {
         const std::int64_t lost = table.missing.empty() ? 0 : lossOf(table);
-        if (lost == 0)
+        if (lost == 0) {
             continue;
+        }
         if (isSystemTable(table.entry.name)) {
             note("Stored queries may have been lost.");
             continue;
@@ -287,13 +313,15 @@ void Salvage::countLosses() {
 
 void Salvage::createIndexes() {
     for (const SchemaEntry& entry : schema_) {
-        if (entry.type != "index" || entry.sql.empty())
+        if (entry.type != "index" || entry.sql.empty()) {
             continue;
+        }
         try {
             fresh_.execute(entry.sql);
         } catch (const Error& error) {
-            if (error.Number() != errDuplicateKey)
+            if (error.Number() != errDuplicateKey) {
                 throw;
+            }
             note("Index '" + entry.name + "' was left out: it would hold a value twice.");
         }
     }
@@ -304,8 +332,9 @@ void Salvage::carryCounters() {
         const bool exists =
             std::any_of(tables_.begin(), tables_.end(),
                         [&, &name = table](const Salvaged& each) { return each.entry.name == name; });
-        if (!exists)
+        if (!exists) {
             continue;
+        }
         const auto add = fresh_.cached(
             "INSERT INTO sqlite_sequence(name,seq) SELECT ?1,0 "
             "WHERE NOT EXISTS(SELECT 1 FROM sqlite_sequence WHERE name=?1)");
@@ -324,8 +353,9 @@ void Salvage::countOrphans() {
     RowBlock block;
     block.reset({Type::Text});
     const std::size_t orphans = fresh_.prepare("PRAGMA foreign_key_check")->readRows(block);
-    if (orphans > 0)
+    if (orphans > 0) {
         note(std::to_string(orphans) + " records belong to records that were lost.");
+    }
 }
 
 }  // namespace
@@ -333,12 +363,14 @@ void Salvage::countOrphans() {
 bool isWhole(const OpenRequest& file) {
     {
         PageFile pages(file.path, file.key);
-        if (pages.state(1) != PageFile::State::Whole)
+        if (pages.state(1) != PageFile::State::Whole) {
             fail(errCannotOpen);
+        }
         for (PageNumber page = 2; page <= pages.expected(); ++page) {
             const PageFile::State state = pages.state(page);
-            if (state == PageFile::State::Broken || state == PageFile::State::Missing)
+            if (state == PageFile::State::Broken || state == PageFile::State::Missing) {
                 return false;
+            }
         }
     }
     try {
@@ -359,8 +391,9 @@ bool isWhole(const OpenRequest& file) {
 
 RepairReport salvage(const OpenRequest& broken, const OpenRequest& fresh) {
     PageFile pages(broken.path, broken.key);
-    if (pages.page(1).empty())
+    if (pages.page(1).empty()) {
         fail(errCannotOpen);
+    }
     SqliteStore store(fresh);
     return Salvage(pages, store).run();
 }

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "platform/dao/dbengine.h"
 #include "platform/dao/driver.h"
+#include "platform/dao/repair_report.h"
 
 namespace dao::driver {
 

@@ -1,6 +1,6 @@
 #include <algorithm>
 #include <bit>
-#include <random>
+#include <limits>
 
 #include "platform/dao/failure.h"
 #include "platform/dao/names.h"
@@ -33,28 +33,35 @@ sql::ColumnInfo columnFromDeclaration(std::string name, std::string_view declare
     column.name = std::move(name);
     const std::string_view word = declared.substr(0, declared.find_first_of(" ("));
     for (const TypeRow& row : kTypes) {
-        if (sameName(row.word, word))
+        if (sameName(row.word, word)) {
             column.type = row.type;
+        }
     }
-    if (sameName(word, "INTEGER"))
+    if (sameName(word, "INTEGER")) {
         column.type = Type::Long;
+    }
     const std::size_t open = declared.find('(');
-    if (open != std::string_view::npos)
+    if (open != std::string_view::npos) {
         column.size = std::atoi(std::string(declared.substr(open + 1)).c_str());
+    }
     return column;
 }
 
 std::string columnDdl(const sql::ColumnInfo& column) {
     std::string text = quoted(column.name) + ' ';
-    if (column.counter)
+    if (column.counter) {
         return text + "INTEGER PRIMARY KEY AUTOINCREMENT";
+    }
     for (const TypeRow& row : kTypes) {
-        if (row.type != column.type)
+        if (row.type != column.type) {
             continue;
-        if (row.type != Type::Text)
+        }
+        if (row.type != Type::Text) {
             return text + std::string(row.declaration);
-        if (column.size > 0)
+        }
+        if (column.size > 0) {
             return text + "TEXT(" + std::to_string(column.size) + ") COLLATE DAO_TEXT";
+        }
         return text + "MEMO TEXT COLLATE DAO_TEXT";
     }
     fail(errInvalidOperation, "Invalid field data type.");
@@ -70,12 +77,14 @@ sql::TableInfo infoFrom(const TableDef& table) {
         column.counter = field.counter;
         const auto row = std::find_if(std::begin(kTypes), std::end(kTypes),
                                       [&](const TypeRow& each) { return each.field == field.Type; });
-        if (row == std::end(kTypes) || (field.counter && field.Type != dbLong) || field.Size < 0)
+        if (row == std::end(kTypes) || (field.counter && field.Type != dbLong) || field.Size < 0) {
             fail(errInvalidOperation, "Invalid field data type.");
+        }
         column.type = row->type;
-        if (info.indexOf(field.Name) >= 0)
+        if (info.indexOf(field.Name) >= 0) {
             fail(errDuplicateField,
                  "Field '" + field.Name + "' already exists in table '" + info.name + "'.");
+        }
         info.columns.push_back(std::move(column));
     }
     return info;
@@ -85,11 +94,8 @@ std::string indexName(std::string_view table, std::string_view field) {
     return "ix_" + std::string(table) + '_' + std::string(field);
 }
 
-std::int64_t randomVersion() {
-    static std::random_device device;
-    const std::uint64_t bits = (static_cast<std::uint64_t>(device()) << 32) | device();
-    return static_cast<std::int64_t>(bits >> 1) | 1;
-}
+// Where the file counts the texts of stored queries, among the counters of its tables.
+constexpr const char* kQueryTexts = "dao_query_texts";
 
 // A table's keys are different numbers, and lie close together where a counter gave them: then each is one
 // mark on a long strip, and reading the strip gives their order.
@@ -109,9 +115,10 @@ void sortKeys(std::vector<std::int64_t>& keys) {
     }
     auto out = keys.begin();
     for (std::size_t word = 0; word < strip.size(); ++word) {
-        for (std::uint64_t marks = strip[word]; marks != 0; marks &= marks - 1)
+        for (std::uint64_t marks = strip[word]; marks != 0; marks &= marks - 1) {
             *out++ = static_cast<std::int64_t>(first + word * kWord +
                                                static_cast<std::uint64_t>(std::countr_zero(marks)));
+        }
     }
 }
 
@@ -120,8 +127,9 @@ std::vector<Value> textColumn(Statement& statement) {
     block.reset({Type::Text});
     const std::size_t rows = statement.readRows(block);
     std::vector<Value> texts(rows);
-    for (std::size_t row = 0; row < rows; ++row)
+    for (std::size_t row = 0; row < rows; ++row) {
         block.get(row, 0, texts[row]);
+    }
     return texts;
 }
 
@@ -135,8 +143,9 @@ std::vector<std::string> SqliteStore::tableNames() {
     std::vector<std::string> names;
     for (const Value& name : textColumn(
              *cached("SELECT name FROM sqlite_master WHERE type='table' ORDER BY name COLLATE DAO_TEXT"))) {
-        if (!isSystemTable(name.textRef()))
+        if (!isSystemTable(name.textRef())) {
             names.push_back(name.textRef());
+        }
     }
     return names;
 }
@@ -154,8 +163,9 @@ sql::TableInfo SqliteStore::describe(const std::string& table) {
         block.get(row, 1, name);
         block.get(row, 2, declared);
         block.get(row, 5, primary);
-        if (name.textRef() == kHiddenKey)
+        if (name.textRef() == kHiddenKey) {
             continue;
+        }
         sql::ColumnInfo column = columnFromDeclaration(name.textRef(), declared.textRef());
         column.counter = primary.asLong() != 0;
         info.columns.push_back(std::move(column));
@@ -165,8 +175,9 @@ sql::TableInfo SqliteStore::describe(const std::string& table) {
 
 std::vector<sql::TableInfo> SqliteStore::tables() {
     std::vector<sql::TableInfo> tables;
-    for (const std::string& name : tableNames())
+    for (const std::string& name : tableNames()) {
         tables.push_back(describe(name));
+    }
     return tables;
 }
 
@@ -200,15 +211,18 @@ std::string SqliteStore::columnsDdl(const sql::TableInfo& table,
     std::string text;
     const bool hasCounter = std::any_of(table.columns.begin(), table.columns.end(),
                                         [](const auto& column) { return column.counter; });
-    for (const sql::ColumnInfo& column : table.columns)
+    for (const sql::ColumnInfo& column : table.columns) {
         text += (text.empty() ? "" : ",") + columnDdl(column);
+    }
     // A row must never come back as another under the same number: a list on another workstation still knows
     // it by that.
-    if (!hasCounter)
+    if (!hasCounter) {
         text += std::string(text.empty() ? "" : ",") + kHiddenKey + " INTEGER PRIMARY KEY AUTOINCREMENT";
+    }
     for (const Relation& relation : relations) {
-        if (!sameName(relation.foreignTable, table.name))
+        if (!sameName(relation.foreignTable, table.name)) {
             continue;
+        }
         text += ",FOREIGN KEY(" + quoted(relation.foreignField) + ") REFERENCES " + quoted(relation.table) +
                 '(' + quoted(relation.field) + ')' + (relation.cascadeDelete ? " ON DELETE CASCADE" : "");
     }
@@ -230,23 +244,26 @@ void SqliteStore::createIndex(const std::string& table, const std::string& field
 
 void SqliteStore::createForeignIndexes(const std::string& table, const std::vector<Relation>& relations) {
     for (const Relation& relation : relations) {
-        if (sameName(relation.foreignTable, table))
+        if (sameName(relation.foreignTable, table)) {
             execute("CREATE INDEX IF NOT EXISTS " + quoted(indexName(table, relation.foreignField)) + " ON " +
                     quoted(table) + '(' + quoted(relation.foreignField) + ')');
+        }
     }
 }
 
 void SqliteStore::createRelation(const Relation& relation) {
     const std::string& table = relation.foreignTable;
     const sql::TableInfo info = describe(table);
-    if (cached("SELECT 1 FROM " + quoted(table) + " LIMIT 1")->scalar(Type::Long))
+    if (cached("SELECT 1 FROM " + quoted(table) + " LIMIT 1")->scalar(Type::Long)) {
         fail(errInvalidOperation,
              "The relation can't be created; table '" + table + "' already holds records.");
+    }
     const sql::TableInfo parent = describe(relation.table);
     const int parentColumn = parent.indexOf(relation.field);
-    if (!parent.columns[static_cast<std::size_t>(parentColumn)].counter)
+    if (!parent.columns[static_cast<std::size_t>(parentColumn)].counter) {
         execute("CREATE UNIQUE INDEX IF NOT EXISTS " + quoted(indexName(relation.table, relation.field)) +
                 " ON " + quoted(relation.table) + '(' + quoted(relation.field) + ')');
+    }
 
     std::vector<Relation> all = relations();
     all.push_back(relation);
@@ -257,12 +274,14 @@ void SqliteStore::createRelation(const Relation& relation) {
         prepare("SELECT seq FROM sqlite_sequence WHERE name=" + quotedText(table))->scalar(Type::Long);
     dropTable(table);
     execute("CREATE TABLE " + quoted(table) + '(' + columnsDdl(info, all) + ')');
-    for (const Value& index : indexes)
+    for (const Value& index : indexes) {
         execute(index.textRef());
+    }
     createForeignIndexes(table, all);
-    if (counter)
+    if (counter) {
         execute("INSERT INTO sqlite_sequence(name,seq) VALUES(" + quotedText(table) + ',' +
                 counter->asText() + ')');
+    }
 }
 
 // Tables before their rows, rows before their indexes: each is then written once, from front to end.
@@ -273,31 +292,41 @@ void SqliteStore::copyTables() {
     };
     // The file keeps these statements from their first word on as it wrote them itself.
     const auto createIn = [this](const std::string& text, std::string_view verb) {
-        if (text.compare(0, verb.size(), verb) != 0)
+        if (text.compare(0, verb.size(), verb) != 0) {
             fail(errCannotOpen);
+        }
         execute(std::string(verb) + "target." + text.substr(verb.size()));
     };
-    for (const Value& table : textsOf("sql FROM main.sqlite_master WHERE type='table'"))
+    for (const Value& table : textsOf("sql FROM main.sqlite_master WHERE type='table'")) {
         createIn(table.textRef(), "CREATE TABLE ");
-    for (const Value& table : textsOf("name FROM main.sqlite_master WHERE type='table'"))
+    }
+    for (const Value& table : textsOf("name FROM main.sqlite_master WHERE type='table'")) {
         execute("INSERT INTO target." + quoted(table.textRef()) + " SELECT * FROM main." +
                 quoted(table.textRef()));
+    }
     for (const Value& index : textsOf("sql FROM main.sqlite_master WHERE type='index'")) {
         const bool unique = index.textRef().rfind("CREATE UNIQUE", 0) == 0;
         createIn(index.textRef(), unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ");
     }
-    if (prepare("SELECT 1 FROM main.sqlite_master WHERE name='sqlite_sequence'")->scalar(Type::Long))
+    const auto countsIn = [this](const char* schema) {
+        return prepare("SELECT 1 FROM " + std::string(schema) + ".sqlite_master WHERE name='sqlite_sequence'")
+            ->scalar(Type::Long)
+            .has_value();
+    };
+    if (countsIn("main") && countsIn("target")) {
         execute(
             "DELETE FROM target.sqlite_sequence;"
             "INSERT INTO target.sqlite_sequence(name,seq) SELECT name,seq FROM main.sqlite_sequence");
+    }
 }
 
 // An index on some other field lists all rows, too, in a tenth of the pages; the price is that its order is
 // another.
 void SqliteStore::readAllKeys(const std::string& table, std::vector<std::int64_t>& keys) {
     cached("SELECT rowid FROM " + quoted(table))->readKeys(keys, 1);
-    if (!std::is_sorted(keys.begin(), keys.end()))
+    if (!std::is_sorted(keys.begin(), keys.end())) {
         sortKeys(keys);
+    }
 }
 
 std::int64_t SqliteStore::raiseCounter(const std::string& table, std::int64_t above) {
@@ -306,8 +335,9 @@ std::int64_t SqliteStore::raiseCounter(const std::string& table, std::int64_t ab
     std::vector<std::int64_t> found;
     read->readKeys(found, 1);
     const std::int64_t next = std::max({above, found.empty() ? 0 : found.front(), std::int64_t{0}}) + 1;
-    if (next > INT32_MAX)
+    if (next > INT32_MAX) {
         fail(errOverflow);
+    }
     const auto write = cached(found.empty() ? "INSERT INTO sqlite_sequence(seq,name) VALUES(?1,?2)"
                                             : "UPDATE sqlite_sequence SET seq=?1 WHERE name=?2");
     write->bindInteger(1, next);
@@ -318,32 +348,37 @@ std::int64_t SqliteStore::raiseCounter(const std::string& table, std::int64_t ab
 
 std::int64_t SqliteStore::insertRow(const std::string& table, std::span<const FieldValue> fields) {
     std::string text = "INSERT INTO " + quoted(table);
-    if (fields.empty())
+    if (fields.empty()) {
         text += " DEFAULT VALUES";
+    }
     std::string places;
     for (const FieldValue& field : fields) {
         text += (places.empty() ? '(' : ',') + quoted(field.field);
         places += places.empty() ? "?" : ",?";
     }
-    if (!fields.empty())
+    if (!fields.empty()) {
         text += ") VALUES(" + places + ')';
+    }
     const auto statement = cached(text);
     int index = 0;
-    for (const FieldValue& field : fields)
+    for (const FieldValue& field : fields) {
         statement->bind(++index, *field.value);
+    }
     statement->run();
     return sqlite3_last_insert_rowid(db_);
 }
 
 bool SqliteStore::updateRow(const std::string& table, std::int64_t key, std::span<const FieldValue> fields) {
     std::string text = "UPDATE " + quoted(table) + " SET ";
-    for (const FieldValue& field : fields)
+    for (const FieldValue& field : fields) {
         text += quoted(field.field) + "=?,";
+    }
     text.back() = ' ';
     const auto statement = cached(text + "WHERE rowid=?");
     int index = 0;
-    for (const FieldValue& field : fields)
+    for (const FieldValue& field : fields) {
         statement->bind(++index, *field.value);
+    }
     statement->bindInteger(++index, key);
     return statement->run() != 0;
 }
@@ -380,13 +415,38 @@ std::optional<std::string> SqliteStore::queryText(std::string_view name) {
     const auto statement = cached("SELECT sql FROM dao_queries WHERE name=?1");
     statement->bind(1, Value(std::string(name)));
     std::optional<Value> text = statement->scalar(Type::Text);
-    if (!text)
+    if (!text) {
         return std::nullopt;
+    }
     return std::move(std::get<std::string>(text->store()));
 }
 
+// Counted in the file: no two texts ever bear one number, also where a query is dropped and made again. A
+// file that was not counted in yet goes on from the highest number that stands in it.
+std::int64_t SqliteStore::nextQueryVersion() {
+    if (integerOf("SELECT count(*) FROM sqlite_master WHERE name='sqlite_sequence'") == 0) {
+        // The store makes its list of counters with the first table that has one.
+        execute("CREATE TABLE dao_first(id INTEGER PRIMARY KEY AUTOINCREMENT); DROP TABLE dao_first");
+    }
+    const auto read = cached("SELECT seq FROM sqlite_sequence WHERE name=?1");
+    read->bind(1, Value(kQueryTexts));
+    std::vector<std::int64_t> counted;
+    read->readKeys(counted, 1);
+    const std::int64_t last =
+        counted.empty() ? integerOf("SELECT coalesce(max(version),0) FROM dao_queries") : counted.front();
+    if (last == std::numeric_limits<std::int64_t>::max()) {
+        fail(errOverflow);
+    }
+    const auto write = cached(counted.empty() ? "INSERT INTO sqlite_sequence(seq,name) VALUES(?1,?2)"
+                                              : "UPDATE sqlite_sequence SET seq=?1 WHERE name=?2");
+    write->bindInteger(1, last + 1);
+    write->bind(2, Value(kQueryTexts));
+    write->run();
+    return last + 1;
+}
+
 std::int64_t SqliteStore::writeQuery(std::string_view name, std::string_view text) {
-    const std::int64_t version = randomVersion();
+    const std::int64_t version = nextQueryVersion();
     const auto write = [&](const char* statementText) {
         const auto statement = cached(statementText);
         statement->bindInteger(1, version);
@@ -396,8 +456,9 @@ std::int64_t SqliteStore::writeQuery(std::string_view name, std::string_view tex
         statement->bind(2, Value());  // a megabyte of text need not wait here for the next one
         return changed;
     };
-    if (write("UPDATE dao_queries SET version=?1, sql=?2 WHERE name=?3") == 0)
+    if (write("UPDATE dao_queries SET version=?1, sql=?2 WHERE name=?3") == 0) {
         write("INSERT INTO dao_queries(version,sql,name) VALUES(?1,?2,?3)");
+    }
     return version;
 }
 

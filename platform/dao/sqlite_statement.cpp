@@ -42,8 +42,9 @@ SqliteStatement::SqliteStatement(SqliteStore* store, sqlite3_stmt* statement)
 }
 
 SqliteStatement::~SqliteStatement() {
-    if (store_ != nullptr)
+    if (store_ != nullptr) {
         store_->live_.erase(this);
+    }
     finalize();
 }
 
@@ -54,41 +55,48 @@ void SqliteStatement::finalize() noexcept {
 }
 
 void SqliteStatement::check() const {
-    if (store_ == nullptr)
+    if (store_ == nullptr) {
         fail(errObjectClosed);
+    }
 }
 
 void SqliteStatement::bind(int index, const Value& value) {
     check();
     const int code = std::visit(Binder{statement_, index}, value.store());
-    if (code != SQLITE_OK)
+    if (code != SQLITE_OK) {
         store_->failWith(code);
+    }
 }
 
 void SqliteStatement::bindInteger(int index, std::int64_t value) {
     check();
     const int code = sqlite3_bind_int64(statement_, index, value);
-    if (code != SQLITE_OK)
+    if (code != SQLITE_OK) {
         store_->failWith(code);
+    }
 }
 
 void SqliteStatement::bindRowKey(int index, std::int64_t key) {
     check();
     const int code =
         key == kNoRow ? sqlite3_bind_null(statement_, index) : sqlite3_bind_int64(statement_, index, key);
-    if (code != SQLITE_OK)
+    if (code != SQLITE_OK) {
         store_->failWith(code);
+    }
 }
 
 bool SqliteStatement::step() {
     const int code = sqlite3_step(statement_);
-    if (code == SQLITE_ROW)
+    if (code == SQLITE_ROW) {
         return true;
-    if (code == SQLITE_DONE)
+    }
+    if (code == SQLITE_DONE) {
         return false;
+    }
     if (code == SQLITE_CONSTRAINT_FOREIGNKEY &&
-        std::string_view(sqlite3_sql(statement_)).substr(0, 6) == "DELETE")
+        std::string_view(sqlite3_sql(statement_)).substr(0, 6) == "DELETE") {
         fail(errRelatedRecordExists);
+    }
     store_->failWith(code);
 }
 
@@ -107,13 +115,15 @@ void SqliteStatement::readKeys(std::vector<std::int64_t>& out, int columns) {
     while ((code = sqlite3_step(statement_)) == SQLITE_ROW) {
         for (int column = 0; column < columns; ++column) {
             std::int64_t key = sqlite3_column_int64(statement_, column);
-            if (key == 0 && sqlite3_column_type(statement_, column) == SQLITE_NULL)
+            if (key == 0 && sqlite3_column_type(statement_, column) == SQLITE_NULL) {
                 key = kNoRow;
+            }
             out.push_back(key);
         }
     }
-    if (code != SQLITE_DONE)
+    if (code != SQLITE_DONE) {
         store_->failWith(code);
+    }
 }
 
 void SqliteStatement::addCell(RowBlock& block, int column) const {
@@ -130,8 +140,9 @@ void SqliteStatement::addCell(RowBlock& block, int column) const {
             break;
         default: {
             const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
-            if (text == nullptr)
+            if (text == nullptr) {
                 throw std::bad_alloc();
+            }
             block.addText({text, static_cast<std::size_t>(sqlite3_value_bytes(value))});
             break;
         }
@@ -144,21 +155,25 @@ std::size_t SqliteStatement::readRows(RowBlock& block, int skip, std::vector<std
     const ResetLater later(statement_);
     const int columns = static_cast<int>(block.columns());
     int needed = skip + columns;
-    if (places != nullptr)
+    if (places != nullptr) {
         needed = skip + 1 + (columns == 0 ? -1 : *std::max_element(places->begin(), places->end()));
+    }
     std::size_t rows = 0;
     while (rows < limit && step()) {
-        if (rows == 0 && sqlite3_column_count(statement_) < needed)
+        if (rows == 0 && sqlite3_column_count(statement_) < needed) {
             fail(errInvalidOperation);
-        if (keys != nullptr)
+        }
+        if (keys != nullptr) {
             keys->push_back(sqlite3_column_int64(statement_, 0));
+        }
         block.startRow();
         for (int column = 0; column < columns; ++column) {
             const int place = places == nullptr ? column : (*places)[static_cast<std::size_t>(column)];
-            if (place < 0)
+            if (place < 0) {
                 block.addUnread();
-            else
+            } else {
                 addCell(block, place + skip);
+            }
         }
         block.endRow();
         ++rows;
@@ -169,8 +184,9 @@ std::size_t SqliteStatement::readRows(RowBlock& block, int skip, std::vector<std
 std::optional<Value> SqliteStatement::scalar(Type type) {
     RowBlock block;
     block.reset({type});
-    if (readRows(block, 0, nullptr, 1, nullptr) == 0)
+    if (readRows(block, 0, nullptr, 1, nullptr) == 0) {
         return std::nullopt;
+    }
     Value value;
     block.get(0, 0, value);
     return value;

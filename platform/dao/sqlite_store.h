@@ -90,6 +90,7 @@ class SqliteStore final : public Store {
     std::int64_t integerOf(const char* text);
     std::vector<std::string> tableNames();
     void copyTables();
+    std::int64_t nextQueryVersion();
     sql::TableInfo describe(const std::string& table);
     std::string columnsDdl(const sql::TableInfo& table, const std::vector<Relation>& relations) const;
     void createForeignIndexes(const std::string& table, const std::vector<Relation>& relations);

@@ -13,67 +13,44 @@
 namespace dao {
 namespace {
 
-constexpr double kCurrencyUnits = 10000.0;
 constexpr std::array kTypes{Type::Null,   Type::YesNo,    Type::Long, Type::Single,
                             Type::Double, Type::Currency, Type::Date, Type::Text};
 
 std::string_view trimmed(std::string_view text) {
     const auto isSpace = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
-    while (!text.empty() && isSpace(text.front()))
+    while (!text.empty() && isSpace(text.front())) {
         text.remove_prefix(1);
-    while (!text.empty() && isSpace(text.back()))
+    }
+    while (!text.empty() && isSpace(text.back())) {
         text.remove_suffix(1);
+    }
     return text;
 }
 
 double numberFromText(std::string_view text) {
     std::string_view body = trimmed(text);
-    if (body.size() > 1 && body.front() == '+' && body[1] != '-')
+    if (body.size() > 1 && body.front() == '+' && body[1] != '-') {
         body.remove_prefix(1);
+    }
     double number = 0;
     const auto [end, failed] = std::from_chars(body.data(), body.data() + body.size(), number);
-    if (failed == std::errc::result_out_of_range)
+    if (failed == std::errc::result_out_of_range) {
         fail(errOverflow);
-    if (failed != std::errc() || end != body.data() + body.size() || body.empty() || !std::isfinite(number))
-        fail(errTypeMismatch);
-    return number;
-}
-
-// Money is typed and shown in decimals, so it is the shortest decimal of a number that gets rounded: 1.00005
-// is half way although no double is.
-std::int64_t scaledFromDecimal(std::string_view digits) {
-    const bool negative = !digits.empty() && digits.front() == '-';
-    if (negative)
-        digits.remove_prefix(1);
-    const std::size_t point = digits.find('.');
-    const std::string_view whole = digits.substr(0, point);
-    std::string_view fraction =
-        point == std::string_view::npos ? std::string_view{} : digits.substr(point + 1);
-    std::int64_t scaled = 0;
-    constexpr std::int64_t kLimit = std::numeric_limits<std::int64_t>::max();
-    const auto push = [&](int digit) {
-        if (scaled > (kLimit - digit) / 10)
-            fail(errOverflow);
-        scaled = scaled * 10 + digit;
-    };
-    for (char c : whole)
-        push(c - '0');
-    for (std::size_t i = 0; i < 4; ++i)
-        push(i < fraction.size() ? fraction[i] - '0' : 0);
-    if (fraction.size() > 4 && fraction[4] >= '5') {
-        if (scaled == kLimit)
-            fail(errOverflow);
-        ++scaled;
     }
-    return negative ? -scaled : scaled;
+    if (failed != std::errc() || end != body.data() + body.size() || body.empty() || !std::isfinite(number)) {
+        fail(errTypeMismatch);
+    }
+    return number;
 }
 
 template <typename Number>
 std::string shortestText(Number number) {
-    if (number == 0)
+    if (number == 0) {
         return "0";
-    if (!std::isfinite(number))
+    }
+    if (!std::isfinite(number)) {
         return number != number ? "NaN" : number > 0 ? "Inf" : "-Inf";
+    }
     std::array<char, 400> buffer;
     const double size = std::fabs(static_cast<double>(number));
     const auto format =
@@ -91,10 +68,12 @@ std::string currencyText(std::int64_t scaled) {
     std::string text = std::to_string(size / 10000);
     std::string fraction = std::to_string(size % 10000);
     fraction.insert(0, 4 - fraction.size(), '0');
-    while (!fraction.empty() && fraction.back() == '0')
+    while (!fraction.empty() && fraction.back() == '0') {
         fraction.pop_back();
-    if (!fraction.empty())
+    }
+    if (!fraction.empty()) {
         text += '.' + fraction;
+    }
     return negative ? '-' + text : text;
 }
 
@@ -107,8 +86,9 @@ std::string dateText(double days) {
         whole += 1;
         seconds = 0;
     }
-    if (!(std::fabs(whole) < 1e9))
+    if (!(std::fabs(whole) < 1e9)) {
         fail(errOverflow);
+    }
     const auto [year, month, day] = civilFromDays(static_cast<std::int64_t>(whole));
     std::array<char, 64> buffer;
     std::snprintf(buffer.data(), buffer.size(), "%04lld-%02d-%02d", static_cast<long long>(year), month, day);
@@ -139,49 +119,46 @@ bool isWord(std::string_view text, std::string_view lowerWord) {
 
 }  // namespace
 
-Currency Currency::fromDouble(double number) {
-    if (!std::isfinite(number) || std::fabs(number) > 1e15)
-        fail(errOverflow);
-    std::array<char, 400> buffer;
-    const auto result =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::fixed);
-    return fromScaled(
-        scaledFromDecimal({buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data())}));
-}
-
 Type Value::type() const {
     return kTypes[v_.index()];
 }
 
 bool Value::asBool() const {
-    if (const bool* v = std::get_if<bool>(&v_))
+    if (const bool* v = std::get_if<bool>(&v_)) {
         return *v;
+    }
     if (const std::string* text = std::get_if<std::string>(&v_)) {
         const std::string_view word = trimmed(*text);
-        if (isWord(word, "true"))
+        if (isWord(word, "true")) {
             return true;
-        if (isWord(word, "false"))
+        }
+        if (isWord(word, "false")) {
             return false;
+        }
     }
     return asDouble() != 0;
 }
 
 std::int32_t Value::asLong() const {
-    if (const std::int32_t* v = std::get_if<std::int32_t>(&v_))
+    if (const std::int32_t* v = std::get_if<std::int32_t>(&v_)) {
         return *v;
+    }
     const double rounded = std::nearbyint(asDouble());
     if (!(rounded >= std::numeric_limits<std::int32_t>::min() &&
-          rounded <= std::numeric_limits<std::int32_t>::max()))
+          rounded <= std::numeric_limits<std::int32_t>::max())) {
         fail(errOverflow);
+    }
     return static_cast<std::int32_t>(rounded);
 }
 
 float Value::asSingle() const {
-    if (const float* v = std::get_if<float>(&v_))
+    if (const float* v = std::get_if<float>(&v_)) {
         return *v;
+    }
     const double number = asDouble();
-    if (std::isfinite(number) && std::fabs(number) > std::numeric_limits<float>::max())
+    if (std::isfinite(number) && std::fabs(number) > std::numeric_limits<float>::max()) {
         fail(errOverflow);
+    }
     return static_cast<float>(number);
 }
 
@@ -190,17 +167,11 @@ double Value::asDouble() const {
 }
 
 Currency Value::asCurrency() const {
-    if (const Currency* v = std::get_if<Currency>(&v_))
+    if (const Currency* v = std::get_if<Currency>(&v_)) {
         return *v;
+    }
     if (const float* v = std::get_if<float>(&v_)) {
-        // The shortest decimal of a Single is shorter than that of the double it widens to.
-        if (!std::isfinite(*v) || std::fabs(*v) > 1e15F)
-            fail(errOverflow);
-        std::array<char, 200> buffer;
-        const auto result =
-            std::to_chars(buffer.data(), buffer.data() + buffer.size(), *v, std::chars_format::fixed);
-        return Currency::fromScaled(
-            scaledFromDecimal({buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data())}));
+        return Currency::fromSingle(*v);
     }
     return Currency::fromDouble(asDouble());
 }

@@ -1,42 +1,16 @@
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <string>
 #include <variant>
 
+#include "platform/dao/currency.h"
+#include "platform/dao/date.h"
 #include "platform/sql/types.h"
 
 namespace dao {
 
 using sql::Type;
-
-// Money: a 64-bit count of ten-thousandths.
-class Currency {
- public:
-    constexpr Currency() = default;
-    static constexpr Currency fromScaled(std::int64_t tenThousandths) {
-        Currency c;
-        c.scaled_ = tenThousandths;
-        return c;
-    }
-    // Rounds half away from zero on the shortest decimal of the number. Throws Error 6 (overflow).
-    static Currency fromDouble(double number);
-    constexpr std::int64_t scaled() const { return scaled_; }
-    double toDouble() const { return static_cast<double>(scaled_) / 10000.0; }
-    constexpr Currency operator+(Currency o) const { return fromScaled(scaled_ + o.scaled_); }
-    constexpr Currency operator-(Currency o) const { return fromScaled(scaled_ - o.scaled_); }
-    constexpr auto operator<=>(const Currency&) const = default;
-
- private:
-    std::int64_t scaled_ = 0;
-};
-
-// A point in time: days since 30 December 1899, the time of day behind the point.
-struct Date {
-    double days = 0;
-    constexpr auto operator<=>(const Date&) const = default;
-};
 
 // A field's value. Null is a value of its own; reading it as a number or a date throws Error 94 ("Invalid use
 // of Null"), reading it as a text gives the empty text.

@@ -5,6 +5,7 @@
 
 #include "platform/dao/failure.h"
 #include "platform/dao/open_file.h"
+#include "platform/dao/open_files.h"
 
 namespace dao::workspace {
 namespace {
@@ -21,8 +22,9 @@ State& state() {
 }
 
 void endLevel() {
-    if (--state().depth == 0)
+    if (--state().depth == 0) {
         state().files.clear();
+    }
 }
 
 }  // namespace
@@ -30,27 +32,32 @@ void endLevel() {
 void begin() {
     if (state().depth == 0) {
         for (std::shared_ptr<OpenFile>& file : OpenFiles::all()) {
-            if (file->store().writable())
+            if (file->store().writable()) {
                 state().files.push_back(std::move(file));
+            }
         }
     }
     std::size_t begun = 0;
     try {
-        for (; begun < state().files.size(); ++begun)
+        for (; begun < state().files.size(); ++begun) {
             state().files[begun]->beginWorkspace();
+        }
     } catch (...) {
-        while (begun-- > 0)
+        while (begun-- > 0) {
             state().files[begun]->rollbackWorkspace();
-        if (state().depth == 0)
+        }
+        if (state().depth == 0) {
             state().files.clear();
+        }
         throw;
     }
     ++state().depth;
 }
 
 void commit() {
-    if (state().depth == 0)
+    if (state().depth == 0) {
         fail(errTransactionWithoutBegin);
+    }
     std::exception_ptr failure;
     for (const std::shared_ptr<OpenFile>& file : state().files) {
         if (failure != nullptr) {
@@ -64,23 +71,28 @@ void commit() {
         }
     }
     endLevel();
-    if (failure != nullptr)
+    if (failure != nullptr) {
         std::rethrow_exception(failure);
+    }
 }
 
 void rollback() {
-    if (state().depth == 0)
+    if (state().depth == 0) {
         fail(errTransactionWithoutBegin);
-    for (const std::shared_ptr<OpenFile>& file : state().files)
+    }
+    for (const std::shared_ptr<OpenFile>& file : state().files) {
         file->rollbackWorkspace();
+    }
     endLevel();
 }
 
 void join(const std::shared_ptr<OpenFile>& file) {
-    if (state().depth == 0 || !file->store().writable())
+    if (state().depth == 0 || !file->store().writable()) {
         return;
-    for (int level = 0; level < state().depth; ++level)
+    }
+    for (int level = 0; level < state().depth; ++level) {
         file->beginWorkspace();
+    }
     state().files.push_back(file);
 }
 

@@ -23,15 +23,17 @@ constexpr int kTwipsPerInch = 1440;
 class PagePainter {
  public:
     PagePainter(const Document& document, QPainter& painter) : document_(document), painter_(painter) {
-        for (const ItemStyle& style : document.styles)
+        for (const ItemStyle& style : document.styles) {
             faces_.push_back(&typefaces_.of(style));
+        }
     }
     void paint(int page, const QRectF& clip) {
         current_ = -1;
         const QRectF seen = clip.isNull() ? QRectF(-1, -1, document_.width + 2, document_.height + 2) : clip;
         for (const PageItem& item : document_.pages[static_cast<size_t>(page - 1)].items) {
-            if (touches(item, seen))
+            if (touches(item, seen)) {
                 paintItem(item);
+            }
         }
     }
 
@@ -84,8 +86,9 @@ class PagePainter {
 std::vector<std::vector<size_t>> readingOrder(const Page& page) {
     std::vector<size_t> texts;
     for (size_t i = 0; i < page.items.size(); ++i) {
-        if (page.items[i].kind == PageItem::Kind::Text && !page.items[i].text.isEmpty())
+        if (page.items[i].kind == PageItem::Kind::Text && !page.items[i].text.isEmpty()) {
             texts.push_back(i);
+        }
     }
     const auto middle = [&](size_t i) { return page.items[i].place.center().y(); };
     std::stable_sort(texts.begin(), texts.end(), [&](size_t a, size_t b) { return middle(a) < middle(b); });
@@ -121,10 +124,12 @@ WholeText wholeText(const Page& page, size_t& i) {
         const PageItem& item = page.items[i];
         whole.parts.emplace_back(whole.text.size(), i);
         whole.text += item.text;
-        if (item.join == PageItem::Join::None || i + 1 >= page.items.size())
+        if (item.join == PageItem::Join::None || i + 1 >= page.items.size()) {
             return whole;
-        if (item.join == PageItem::Join::Blank)
+        }
+        if (item.join == PageItem::Join::Blank) {
             whole.text += QLatin1Char(' ');
+        }
     }
 }
 
@@ -136,17 +141,19 @@ Hit hitAt(const Document& document, const Page& page, const WholeText& whole, qs
         const PageItem& item = page.items[index];
         const qsizetype from = std::max<qsizetype>(start - offset, 0);
         const qsizetype to = std::min<qsizetype>(start + length - offset, item.text.size());
-        if (from >= to)
+        if (from >= to) {
             continue;
+        }
         const Typeface& face = faces.of(document.styles[static_cast<size_t>(item.style)]);
         const QStringView text(item.text);
         const double left = item.place.left() + face.width(text.first(from));
         const QRectF place(left, item.place.top(), face.width(text.sliced(from, to - from)),
                            item.place.height());
-        if (hit.place.isNull())
+        if (hit.place.isNull()) {
             hit.place = place;
-        else
+        } else {
             hit.further.append(place);
+        }
     }
     return hit;
 }
@@ -154,8 +161,9 @@ Hit hitAt(const Document& document, const Page& page, const WholeText& whole, qs
 }  // namespace
 
 void Document::paint(QPainter& painter, int page, const QRectF& clip) const {
-    if (page < 1 || page > pageCount())
+    if (page < 1 || page > pageCount()) {
         return;
+    }
     painter.save();
     PagePainter(*this, painter).paint(page, clip);
     painter.restore();
@@ -163,15 +171,17 @@ void Document::paint(QPainter& painter, int page, const QRectF& clip) const {
 
 QList<Hit> Document::find(const QString& text) const {
     QList<Hit> hits;
-    if (text.isEmpty())
+    if (text.isEmpty()) {
         return hits;
+    }
     Typefaces faces;
     for (int number = 1; number <= pageCount(); ++number) {
         const Page& page = pages[static_cast<size_t>(number - 1)];
         std::vector<std::pair<size_t, Hit>> onPage;  // by the item that the hit begins in
         for (size_t i = 0; i < page.items.size(); ++i) {
-            if (page.items[i].kind != PageItem::Kind::Text)
+            if (page.items[i].kind != PageItem::Kind::Text) {
                 continue;
+            }
             const WholeText whole = wholeText(page, i);
             qsizetype at = whole.text.indexOf(text, 0, Qt::CaseInsensitive);
             for (; at >= 0; at = whole.text.indexOf(text, at + text.size(), Qt::CaseInsensitive)) {
@@ -181,30 +191,35 @@ QList<Hit> Document::find(const QString& text) const {
                 onPage.back().second.page = number;
             }
         }
-        if (onPage.empty())
+        if (onPage.empty()) {
             continue;
+        }
         std::map<size_t, size_t> place;
         for (const auto& line : readingOrder(page)) {
-            for (const size_t item : line)
+            for (const size_t item : line) {
                 place.emplace(item, place.size());
+            }
         }
         std::stable_sort(onPage.begin(), onPage.end(),
                          [&](const auto& a, const auto& b) { return place[a.first] < place[b.first]; });
-        for (const auto& hit : onPage)
+        for (const auto& hit : onPage) {
             hits.append(hit.second);
+        }
     }
     return hits;
 }
 
 QString Document::textOfPage(int page) const {
-    if (page < 1 || page > pageCount())
+    if (page < 1 || page > pageCount()) {
         return QString();
+    }
     const Page& sheet = pages[static_cast<size_t>(page - 1)];
     QStringList lines;
     for (const auto& line : readingOrder(sheet)) {
         QStringList texts;
-        for (const size_t item : line)
+        for (const size_t item : line) {
             texts.append(sheet.items[item].text);
+        }
         lines.append(texts.join(QLatin1Char(' ')));
     }
     return lines.join(QLatin1Char('\n'));
@@ -213,28 +228,33 @@ QString Document::textOfPage(int page) const {
 bool Document::print(QPagedPaintDevice& device, int from, int to) const {
     QList<int> numbers;
     const int last = to <= 0 ? pageCount() : std::min(to, pageCount());
-    for (int page = std::max(from, 1); page <= last; ++page)
+    for (int page = std::max(from, 1); page <= last; ++page) {
         numbers.append(page);
+    }
     return print(device, numbers);
 }
 
 bool Document::print(QPagedPaintDevice& device, const QList<int>& pageNumbers) const {
     // Places count from the corner of the sheet, not from what a printer thinks it may print on.
-    if (auto* printer = dynamic_cast<QPrinter*>(&device))
+    if (auto* printer = dynamic_cast<QPrinter*>(&device)) {
         printer->setFullPage(true);
+    }
     device.setPageMargins(QMarginsF(0, 0, 0, 0));
     QPainter painter;
-    if (!painter.begin(&device))
+    if (!painter.begin(&device)) {
         return false;
+    }
     painter.scale(static_cast<double>(device.logicalDpiX()) / kTwipsPerInch,
                   static_cast<double>(device.logicalDpiY()) / kTwipsPerInch);
     PagePainter pagePainter(*this, painter);
     bool begun = false;
     for (const int page : pageNumbers) {
-        if (page < 1 || page > pageCount())
+        if (page < 1 || page > pageCount()) {
             continue;
-        if (begun && !device.newPage())
+        }
+        if (begun && !device.newPage()) {
             return false;
+        }
         begun = true;
         pagePainter.paint(page, QRectF());
     }
@@ -250,8 +270,9 @@ void Document::savePdf(const QString& path) const {
         return platform::RunError(forbidden ? 70 : 75, QStringLiteral("%1 (%2)").arg(reason, path));
     };
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
+    if (!file.open(QIODevice::WriteOnly)) {
         throw failed(file.errorString());
+    }
     {
         QPdfWriter writer(&file);
         writer.setResolution(kTwipsPerInch);
@@ -259,14 +280,17 @@ void Document::savePdf(const QString& path) const {
                                      QPageSize::ExactMatch));
         writer.setTitle(title);
         writer.setCreator(QStringLiteral("Tarvello"));
-        if (!print(writer))
+        if (!print(writer)) {
             throw failed(file.error() == QFileDevice::NoError ? QStringLiteral("no pages could be written")
                                                               : file.errorString());
+        }
     }
-    if (file.error() != QFileDevice::NoError)
+    if (file.error() != QFileDevice::NoError) {
         throw failed(file.errorString());
-    if (!file.commit())
+    }
+    if (!file.commit()) {
         throw failed(file.errorString());
+    }
 }
 
 }  // namespace report

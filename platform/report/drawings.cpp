@@ -20,14 +20,16 @@ Drawings::~Drawings() = default;
 
 QSvgRenderer* Drawings::renderer(const QString& name) {
     const auto known = renderers_.find(name);
-    if (known != renderers_.end())
+    if (known != renderers_.end()) {
         return known->second.get();
+    }
     std::unique_ptr<QSvgRenderer>& made = renderers_[name];
     const QString path = QStringLiteral(":/pictures/%1.svg").arg(name);
     if (!name.isEmpty() && QFile::exists(path)) {
         made = std::make_unique<QSvgRenderer>(path);
-        if (!made->isValid())
+        if (!made->isValid()) {
             made.reset();
+        }
     }
     return made.get();
 }
@@ -38,8 +40,9 @@ QSizeF Drawings::size(const QString& name) {
 }
 
 void Drawings::paint(QPainter& painter, const QString& name, const QRectF& place) {
-    if (QSvgRenderer* drawing = renderer(name))
+    if (QSvgRenderer* drawing = renderer(name)) {
         drawing->render(&painter, place);
+    }
 }
 
 }  // namespace report

@@ -6,6 +6,7 @@
 #include <limits>
 #include <optional>
 
+#include "platform/dao/value.h"
 #include "platform/system/dates.h"
 #include "platform/system/numbers.h"
 
@@ -14,11 +15,13 @@ namespace {
 
 std::optional<int> decimalsOf(const QString& format) {
     static const QString kWhole = QStringLiteral("#,##0");
-    if (!format.startsWith(kWhole))
+    if (!format.startsWith(kWhole)) {
         return std::nullopt;
+    }
     const QStringView rest = QStringView(format).sliced(kWhole.size());
-    if (rest.isEmpty())
+    if (rest.isEmpty()) {
         return 0;
+    }
     const bool noughts = rest.size() > 1 && rest[0] == u'.' &&
                          std::all_of(rest.begin() + 1, rest.end(), [](QChar c) { return c == u'0'; });
     return noughts ? std::optional<int>(static_cast<int>(rest.size()) - 1) : std::nullopt;

@@ -2,7 +2,9 @@
 
 #include <QString>
 
-#include "platform/dao/value.h"
+namespace dao {
+class Value;
+}
 
 namespace report {
 

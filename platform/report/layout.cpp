@@ -29,10 +29,12 @@ double alignedLeft(Align align, double left, double width, double textWidth) {
 // Rows come ordered without regard to case, as the engine orders them; a group must not fall apart over a
 // capital letter.
 bool sameGroup(const dao::Value& a, const dao::Value& b) {
-    if (a == b)
+    if (a == b) {
         return true;
-    if (!std::holds_alternative<std::string>(a.store()) || !std::holds_alternative<std::string>(b.store()))
+    }
+    if (!std::holds_alternative<std::string>(a.store()) || !std::holds_alternative<std::string>(b.store())) {
         return false;
+    }
     return alphabet::same(a.textRef(), b.textRef());
 }
 
@@ -41,25 +43,28 @@ bool sameGroup(const dao::Value& a, const dao::Value& b) {
 // --- the run
 // ------------------------------------------------------------------------------------------------
 
-std::optional<Document> Report::Layout::run() {
+std::optional<Document> Layout::run() {
     document_.title = report_.title;
     document_.width = report_.page.width;
     document_.height = report_.page.height;
-    report_.ReportStart();
+    report_.events.ReportStart();
     sortSections();
-    if (report_.rows_)
-        report_.rows_->rewind();
-    if (!layRows())
+    if (report_.rows) {
+        report_.rows->rewind();
+    }
+    if (!layRows()) {
         return std::nullopt;
-    if (reportFooter_)
+    }
+    if (reportFooter_) {
         placeInFlow(*reportFooter_, 0);
+    }
     endPage();
     numberPages();
     return std::move(document_);
 }
 
-void Report::Layout::sortSections() {
-    for (const auto& section : report_.sections_) {
+void Layout::sortSections() {
+    for (const auto& section : report_.sections) {
         switch (section->kind()) {
             case Section::Kind::ReportHeader:
                 reportHeader_ = section.get();
@@ -69,8 +74,9 @@ void Report::Layout::sortSections() {
                 break;
             case Section::Kind::GroupHeader:
                 groupHeaders_.push_back(section.get());
-                if (!section->DataField.isEmpty())
+                if (!section->DataField.isEmpty()) {
                     columnOf(section->DataField);
+                }
                 break;
             case Section::Kind::Detail:
                 detail_ = section.get();
@@ -86,8 +92,9 @@ void Report::Layout::sortSections() {
                 break;
         }
         for (const auto& control : section->all()) {
-            if (control->kind == Control::Kind::Field && !control->DataField.isEmpty())
+            if (control->kind == Control::Kind::Field && !control->DataField.isEmpty()) {
                 columnOf(control->DataField);
+            }
         }
     }
     const size_t levels = std::max(groupHeaders_.size(), groupFooters_.size());
@@ -95,134 +102,153 @@ void Report::Layout::sortSections() {
     groupFooters_.insert(groupFooters_.begin(), levels - groupFooters_.size(), nullptr);
 }
 
-bool Report::Layout::layRows() {
-    const qint64 all = report_.rows_ ? report_.rows_->count() : 0;
-    bool more = report_.rows_ && report_.rows_->next();
-    if (more)
+bool Layout::layRows() {
+    const qint64 all = report_.rows ? report_.rows->count() : 0;
+    bool more = report_.rows && report_.rows->next();
+    if (more) {
         readRow(current_);
+    }
     beginPage(0);
     size_t begins = 0;
     for (qint64 done = 1; more; ++done) {
         beginGroups(begins);
-        if (detail_)
+        if (detail_) {
             placeInFlow(*detail_, groupHeaders_.size());
+        }
         keep_.reset();
-        if (progress_ && !progress_(done, all))
+        if (report_.progress && !report_.progress(done, all)) {
             return false;
-        more = report_.rows_->next();
-        if (more)
+        }
+        more = report_.rows->next();
+        if (more) {
             readRow(next_);
+        }
         begins = more ? firstChanged() : 0;
         endGroups(begins);
-        if (more)
+        if (more) {
             std::swap(current_, next_);
+        }
     }
     return true;
 }
 
-void Report::Layout::readRow(Row& row) {
+void Layout::readRow(Row& row) {
     row.resize(columns_.size());
-    for (size_t i = 0; i < columns_.size(); ++i)
-        row[i] = report_.rows_->value(columns_[i]);
+    for (size_t i = 0; i < columns_.size(); ++i) {
+        row[i] = report_.rows->value(columns_[i]);
+    }
 }
 
-size_t Report::Layout::columnOf(const QString& field) {
+size_t Layout::columnOf(const QString& field) {
     const auto known = std::find(columns_.begin(), columns_.end(), field);
     const auto column = static_cast<size_t>(known - columns_.begin());
-    if (known == columns_.end())
+    if (known == columns_.end()) {
         columns_.push_back(field);
+    }
     return column;
 }
 
 // The outermost group that the next row does not belong to any more; the number of groups where it belongs to
 // all.
-size_t Report::Layout::firstChanged() const {
+size_t Layout::firstChanged() const {
     for (size_t level = 0; level < groupHeaders_.size(); ++level) {
         const Section* header = groupHeaders_[level];
-        if (!header || header->DataField.isEmpty())
+        if (!header || header->DataField.isEmpty()) {
             continue;
+        }
         const auto column = static_cast<size_t>(
             std::find(columns_.begin(), columns_.end(), header->DataField) - columns_.begin());
-        if (column < current_.size() && column < next_.size() && !sameGroup(current_[column], next_[column]))
+        if (column < current_.size() && column < next_.size() &&
+            !sameGroup(current_[column], next_[column])) {
             return level;
+        }
     }
     return groupHeaders_.size();
 }
 
-void Report::Layout::beginGroups(size_t level) {
-    if (level >= groupHeaders_.size())
+void Layout::beginGroups(size_t level) {
+    if (level >= groupHeaders_.size()) {
         return;
+    }
     double needed = 0;
-    for (size_t i = level; i < groupHeaders_.size(); ++i)
+    for (size_t i = level; i < groupHeaders_.size(); ++i) {
         needed += groupHeaders_[i] ? arrange(*groupHeaders_[i]) : 0;
+    }
     needed += detail_ ? arrange(*detail_) : 0;
-    if (!fits(needed))
+    if (!fits(needed)) {
         breakPage(level);
+    }
     keep_ = Keep{currentPage().items.size(), document_.contents.size(), y_, level};
     for (size_t i = level; i < groupHeaders_.size(); ++i) {
-        if (groupHeaders_[i])
+        if (groupHeaders_[i]) {
             placeInFlow(*groupHeaders_[i], i);
+        }
     }
 }
 
-void Report::Layout::endGroups(size_t level) {
+void Layout::endGroups(size_t level) {
     for (size_t i = groupFooters_.size(); i > level; --i) {
-        if (groupFooters_[i - 1])
+        if (groupFooters_[i - 1]) {
             placeInFlow(*groupFooters_[i - 1], level);
+        }
     }
 }
 
 // --- one section
 // --------------------------------------------------------------------------------------------
 
-void Report::Layout::fill(Section& section) {
+void Layout::fill(Section& section) {
     for (const auto& control : section.all()) {
-        if (control->kind != Control::Kind::Field || control->DataField.isEmpty())
+        if (control->kind != Control::Kind::Field || control->DataField.isEmpty()) {
             continue;
+        }
         const size_t column = columnOf(control->DataField);
         // A field bound in the midst of a run joins in with this row.
-        while (current_.size() <= column && report_.rows_ && !current_.empty())
-            current_.push_back(report_.rows_->value(columns_[current_.size()]));
+        while (current_.size() <= column && report_.rows && !current_.empty()) {
+            current_.push_back(report_.rows->value(columns_[current_.size()]));
+        }
         control->DataValue = column < current_.size() ? current_[column] : dao::Value();
         control->Text = fieldText(control->DataValue, control->OutputFormat);
     }
 }
 
-double Report::Layout::heightOf(Section& section) {
+double Layout::heightOf(Section& section) {
     return rooms_[&section].measure(section, faces_,
                                     [this](const ItemStyle& style) { return drawnStyle(style); });
 }
 
 // The height that the section will have with this row, as far as can be told before its events.
-double Report::Layout::arrange(Section& section) {
+double Layout::arrange(Section& section) {
     fill(section);
-    report_.Arrange(section);
+    report_.events.Arrange(section);
     return heightOf(section);
 }
 
-double Report::Layout::settle(Section& section) {
-    report_.Format(section);
-    report_.BeforePrint(section);
+double Layout::settle(Section& section) {
+    report_.events.Format(section);
+    report_.events.BeforePrint(section);
     return heightOf(section);
 }
 
-void Report::Layout::placeFixed(Section* section) {
-    if (!section)
+void Layout::placeFixed(Section* section) {
+    if (!section) {
         return;
+    }
     arrange(*section);
     const double height = settle(*section);
     emitSection(*section, y_, kNoLimit);
     y_ += height;
 }
 
-void Report::Layout::placeInFlow(Section& section, size_t repeated) {
+void Layout::placeInFlow(Section& section, size_t repeated) {
     if (!fits(arrange(section))) {
         breakPage(repeated);
         arrange(section);  // PageStart may have changed a format
     }
     const double height = settle(section);
-    if (!fits(height))
+    if (!fits(height)) {
         breakPage(repeated);
+    }
     emitSection(section, y_, fits(height) ? kNoLimit : bodyBottom_);
     y_ = std::min(y_ + height, std::max(y_, bodyBottom_));
 }
@@ -230,31 +256,34 @@ void Report::Layout::placeInFlow(Section& section, size_t repeated) {
 // --- pages
 // --------------------------------------------------------------------------------------------------
 
-bool Report::Layout::fits(double height) const {
+bool Layout::fits(double height) const {
     return height <= kTolerance || y_ + height <= bodyBottom_ + kTolerance;
 }
 
 // `repeated`: so many groups, from the outermost, have rows on this page too.
-void Report::Layout::beginPage(size_t repeated) {
+void Layout::beginPage(size_t repeated) {
     document_.pages.emplace_back();
-    report_.PageStart();
+    report_.events.PageStart();
     y_ = report_.page.top;
     const double footer = pageFooter_ ? arrange(*pageFooter_) : 0;
     bodyBottom_ = report_.page.height - report_.page.bottom - footer;
-    if (document_.pageCount() == 1)
+    if (document_.pageCount() == 1) {
         placeFixed(reportHeader_);
+    }
     const double reportHeader = y_ - report_.page.top;
     placeFixed(pageHeader_);
     for (size_t level = 0; level < std::min(repeated, groupHeaders_.size()); ++level) {
-        if (groupHeaders_[level] && groupHeaders_[level]->RepeatOnPage)
+        if (groupHeaders_[level] && groupHeaders_[level]->RepeatOnPage) {
             placeFixed(groupHeaders_[level]);
+        }
     }
     bodyTop_ = y_ - reportHeader;
 }
 
-void Report::Layout::endPage() {
-    if (!pageFooter_)
+void Layout::endPage() {
+    if (!pageFooter_) {
         return;
+    }
     arrange(*pageFooter_);
     const double height = settle(*pageFooter_);
     // A footer that has grown after the page was planned goes into the margin rather than over the rows.
@@ -262,9 +291,10 @@ void Report::Layout::endPage() {
     emitSection(*pageFooter_, top, kNoLimit);
 }
 
-void Report::Layout::breakPage(size_t repeated) {
-    if (y_ <= bodyTop_ + kTolerance)
+void Layout::breakPage(size_t repeated) {
+    if (y_ <= bodyTop_ + kTolerance) {
         return;  // the next page would have no more room than this one
+    }
     if (keep_ && keep_->top > bodyTop_ + kTolerance) {
         breakPageKeeping();
         return;
@@ -275,7 +305,7 @@ void Report::Layout::breakPage(size_t repeated) {
 }
 
 // The headers at the page's foot go along to the page of their first row.
-void Report::Layout::breakPageKeeping() {
+void Layout::breakPageKeeping() {
     const Keep kept = *keep_;
     keep_.reset();
     const size_t oldPage = document_.pages.size() - 1;
@@ -319,35 +349,39 @@ void Report::Layout::breakPageKeeping() {
 // --- items
 // --------------------------------------------------------------------------------------------------
 
-int Report::Layout::drawnStyle(const ItemStyle& style) {
+int Layout::drawnStyle(const ItemStyle& style) {
     ItemStyle own = style;
     // The program's own font by its name, so that a document looks the same however long it is kept open.
-    if (own.family.isEmpty())
+    if (own.family.isEmpty()) {
         own.family = QGuiApplication::font().family();
+    }
     auto& styles = document_.styles;
     const auto known = std::find(styles.begin(), styles.end(), own);
-    if (known != styles.end())
+    if (known != styles.end()) {
         return static_cast<int>(known - styles.begin());
+    }
     styles.push_back(own);
     return static_cast<int>(styles.size()) - 1;
 }
 
 // `limit`: nothing stands below it; for a section that no page can hold.
-void Report::Layout::emitSection(Section& section, double top, double limit) {
+void Layout::emitSection(Section& section, double top, double limit) {
     for (ContentsEntry& entry : pending_) {
         entry.page = document_.pageCount();
         entry.top = top;
         document_.contents.push_back(std::move(entry));
     }
     pending_.clear();
-    if (!section.Visible)
+    if (!section.Visible) {
         return;
+    }
     const SectionRoom& rooms = rooms_[&section];
     const auto& controls = section.all();
     for (size_t i = 0; i < controls.size(); ++i) {
         const Control& control = *controls[i];
-        if (!control.Visible)
+        if (!control.Visible) {
             continue;
+        }
         switch (control.kind) {
             case Control::Kind::Label:
             case Control::Kind::Field:
@@ -365,14 +399,15 @@ void Report::Layout::emitSection(Section& section, double top, double limit) {
     }
 }
 
-void Report::Layout::emitText(const Control& control, const ControlRoom& room, double top, double limit) {
+void Layout::emitText(const Control& control, const ControlRoom& room, double top, double limit) {
     double y = top + room.top;
     const double height = room.lines.empty() ? 0 : room.face->lineHeight();
     for (size_t i = 0; i < room.lines.size(); ++i, y += height) {
         const BrokenLine& line = room.lines[i];
         if (y + height > limit + kTolerance) {
-            if (i > 0)
+            if (i > 0) {
                 currentPage().items.back().join = PageItem::Join::None;
+            }
             return;
         }
         const double left =
@@ -386,17 +421,19 @@ void Report::Layout::emitText(const Control& control, const ControlRoom& room, d
     }
 }
 
-void Report::Layout::emitDrawn(const Control& control, const ControlRoom& room, double top, double limit) {
+void Layout::emitDrawn(const Control& control, const ControlRoom& room, double top, double limit) {
     PageItem item;
     const double originX = report_.page.left;
     const double above = top + room.top;
-    if (above > limit)
+    if (above > limit) {
         return;
+    }
     const double below = std::min(top + room.bottom, limit);
     if (control.kind == Control::Kind::Image) {
         const QSizeF natural = drawings_.size(control.picture);
-        if (natural.isEmpty() || below < top + room.bottom)
+        if (natural.isEmpty() || below < top + room.bottom) {
             return;
+        }
         const QSizeF size = natural.scaled(control.Width, control.Height, Qt::KeepAspectRatio);
         item.kind = PageItem::Kind::Image;
         item.text = control.picture;
@@ -413,13 +450,14 @@ void Report::Layout::emitDrawn(const Control& control, const ControlRoom& room, 
     ItemStyle style;
     style.color = control.lineColor;
     style.lineWidth = control.lineWidth;
-    if (control.kind == Control::Kind::Shape)
+    if (control.kind == Control::Kind::Shape) {
         style.fill = control.fill;
+    }
     item.style = drawnStyle(style);
     currentPage().items.push_back(std::move(item));
 }
 
-void Report::Layout::emitNumber(const Control& control, const ControlRoom& room, double top) {
+void Layout::emitNumber(const Control& control, const ControlRoom& room, double top) {
     PageItem item;
     item.place = QRectF(0, top + room.top, 0, room.face->lineHeight());
     item.style = room.style;
@@ -429,7 +467,7 @@ void Report::Layout::emitNumber(const Control& control, const ControlRoom& room,
                         static_cast<double>(control.Width), control.style.align, room.face});
 }
 
-void Report::Layout::numberPages() {
+void Layout::numberPages() {
     const QString all = QString::number(document_.pageCount());
     for (const Number& number : numbers_) {
         PageItem& item = document_.pages[number.page].items[number.item];

@@ -1,22 +1,37 @@
 #pragma once
 
 #include <QList>
+#include <memory>
 #include <optional>
 #include <unordered_map>
 #include <vector>
 
+#include "platform/dao/value.h"
+#include "platform/report/document.h"
 #include "platform/report/drawings.h"
-#include "platform/report/report.h"
+#include "platform/report/report_events.h"
+#include "platform/report/rows.h"
+#include "platform/report/section.h"
 #include "platform/report/section_room.h"
 #include "platform/report/typeface.h"
 
 namespace report {
 
+// The report of a run. All of it may change while its events are told.
+struct Design {
+    const QString& title;
+    const PageSetup& page;
+    const std::vector<std::unique_ptr<Section>>& sections;
+    const std::unique_ptr<RowSource>& rows;  // nothing: a report without rows
+    ReportEvents& events;
+    const Progress& progress;
+};
+
 // One run of a report: takes the rows one after the other, asks the report's handlers, and puts sections onto
 // pages. Lengths in twips from the top of the sheet.
-class Report::Layout {
+class Layout {
  public:
-    Layout(Report& report, const Progress& progress) : report_(report), progress_(progress) {}
+    explicit Layout(const Design& design) : report_(design) {}
     std::optional<Document> run();
     void addToContents(const QString& text, int level) { pending_.push_back({text, level, 0, 0}); }
     int pageNumber() const { return document_.pageCount(); }
@@ -68,8 +83,7 @@ class Report::Layout {
     void numberPages();
     Page& currentPage() { return document_.pages.back(); }
 
-    Report& report_;
-    const Progress& progress_;
+    const Design report_;
     Document document_;
     Typefaces faces_;
     Drawings drawings_;

@@ -120,13 +120,15 @@ void PageView::applyFit() {
     const double down = (viewport()->height() - 2.0 * kGap) / (document_.height * perTwip);
     const int stay = page();
     changeScale(fit_ == Fit::Width ? across : std::min(across, down), QPointF(viewport()->width() / 2.0, 0));
-    if (fit_ == Fit::Page)
+    if (fit_ == Fit::Page) {
         showPage(stay);
+    }
 }
 
 int PageView::page() const {
-    if (goneTo_ > 0)
+    if (goneTo_ > 0) {
         return goneTo_;
+    }
     const double step = pageSize().height() + kGap;
     const double middle = verticalScrollBar()->value() + viewport()->height() / 2.0;
     const int page = static_cast<int>(std::floor((middle - kGap) / step)) + 1;
@@ -152,17 +154,20 @@ void PageView::showHits(const QList<Hit>& hits, int current) {
     hits_ = hits;
     currentHit_ = current;
     viewport()->update();
-    if (current < 0 || current >= hits.size())
+    if (current < 0 || current >= hits.size()) {
         return;
+    }
     const Hit& hit = hits.at(current);
     const QRectF place = placeInView(hit.page, hit.place);
     const QRectF seen = QRectF(viewport()->rect()).adjusted(kGap, kGap, -kGap, -kGap);
-    if (place.top() < seen.top() || place.bottom() > seen.bottom())
+    if (place.top() < seen.top() || place.bottom() > seen.bottom()) {
         verticalScrollBar()->setValue(verticalScrollBar()->value() +
                                       static_cast<int>(place.center().y() - seen.center().y()));
-    if (place.left() < seen.left() || place.right() > seen.right())
+    }
+    if (place.left() < seen.left() || place.right() > seen.right()) {
         horizontalScrollBar()->setValue(horizontalScrollBar()->value() +
                                         static_cast<int>(place.center().x() - seen.center().x()));
+    }
     goneTo_ = hit.page;
     tellPage();
 }
@@ -203,8 +208,9 @@ void PageView::paintHits(QPainter& painter, int page) {
     for (; hit != hits_.constEnd() && hit->page == page; ++hit) {
         const QColor mark = hit - hits_.constBegin() == currentHit_ ? kFoundNow : kFound;
         painter.fillRect(placeInView(page, hit->place), mark);
-        for (const QRectF& further : hit->further)
+        for (const QRectF& further : hit->further) {
             painter.fillRect(placeInView(page, further), mark);
+        }
     }
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
 }
@@ -218,10 +224,12 @@ void PageView::paintEvent(QPaintEvent* event) {
     const int first = std::max(1, static_cast<int>(std::floor((scrolled + event->rect().top()) / step)));
     for (int page = first; page <= document_.pageCount(); ++page) {
         const QRectF sheet(corner(page), pageSize());
-        if (sheet.top() > event->rect().bottom())
+        if (sheet.top() > event->rect().bottom()) {
             break;
-        if (sheet.bottom() >= event->rect().top())
+        }
+        if (sheet.bottom() >= event->rect().top()) {
             paintPage(painter, page, event->rect());
+        }
     }
 }
 

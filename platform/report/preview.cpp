@@ -39,11 +39,13 @@ constexpr double kZooms[] = {0.5, 0.75, 1.0, 1.25, 1.5, 2.0, 4.0};
 QString fileNameOf(const QString& title) {
     QString name = title.trimmed();
     for (QChar& c : name) {
-        if (c < u' ' || QStringLiteral("\\/:*?\"<>|").contains(c))
+        if (c < u' ' || QStringLiteral("\\/:*?\"<>|").contains(c)) {
             c = u'-';
+        }
     }
-    while (name.startsWith(u'.'))
+    while (name.startsWith(u'.')) {
         name.remove(0, 1);
+    }
     return name.isEmpty() ? QStringLiteral("Dokument") : name;
 }
 
@@ -75,8 +77,9 @@ ReportPreview::ReportPreview(Document document, QWidget* parent)
 
     auto* middle = new QSplitter(this);
     middle->setObjectName(QStringLiteral("Splitter1"));
-    if (!document_.contents.empty())
+    if (!document_.contents.empty()) {
         middle->addWidget(contentsPane());
+    }
     middle->addWidget(view_);
     middle->setStretchFactor(middle->count() - 1, 1);
     middle->setChildrenCollapsible(false);
@@ -139,12 +142,14 @@ void ReportPreview::addCommands() {
     };
     for (const Command& command : commands) {
         addCommand(command);
-        if (qstrcmp(command.name, "PagePrevious") == 0)
+        if (qstrcmp(command.name, "PagePrevious") == 0) {
             addPageField();
-        else if (qstrcmp(command.name, "ZoomOut") == 0)
+        } else if (qstrcmp(command.name, "ZoomOut") == 0) {
             addZoomField();
-        if (command.gapBehind)
+        }
+        if (command.gapBehind) {
             bar_->addSeparator();
+        }
     }
 }
 
@@ -155,19 +160,22 @@ QAction* ReportPreview::addCommand(const Command& command) {
     action->setShortcuts(command.keys);
     connect(action, &QAction::triggered, this, command.act);
     addAction(action);
-    if (*command.icon == '\0')
+    if (*command.icon == '\0') {
         return action;
+    }
     bar_->addAction(action);
     auto* button = qobject_cast<QToolButton*>(bar_->widgetForAction(action));
     button->setObjectName(QStringLiteral("Button(%1)").arg(action->objectName()));
     button->setAccessibleName(text);
     button->setFocusPolicy(Qt::TabFocus);
-    if (command.wordy)
+    if (command.wordy) {
         button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    }
     QString tip = text;
     tip.remove(QStringLiteral("..."));
-    if (!command.keys.isEmpty())
+    if (!command.keys.isEmpty()) {
         tip += QStringLiteral(" (%1)").arg(command.keys.first().toString(QKeySequence::NativeText));
+    }
     action->setToolTip(tip);
     return action;
 }
@@ -195,8 +203,9 @@ void ReportPreview::addZoomField() {
     zoom_->setEditable(true);
     zoom_->setInsertPolicy(QComboBox::NoInsert);
     zoom_->setCompleter(nullptr);
-    for (const double zoom : kZooms)
+    for (const double zoom : kZooms) {
         zoom_->addItem(QStringLiteral("%1%").arg(std::lround(zoom * 100)), zoom);
+    }
     zoom_->setMinimumContentsLength(5);
     connect(zoom_, &QComboBox::activated, this, &ReportPreview::takeZoom);
     connect(zoom_->lineEdit(), &QLineEdit::returnPressed, this, &ReportPreview::readZoom);
@@ -217,8 +226,9 @@ void ReportPreview::readZoom() {
     QString text = zoom_->currentText();
     bool isNumber = false;
     const double percent = text.remove(u'%').trimmed().toDouble(&isNumber);
-    if (isNumber && percent > 0)
+    if (isNumber && percent > 0) {
         view_->setZoom(percent / 100);
+    }
     showZoom(view_->zoom());
     view_->setFocus();
 }
@@ -251,8 +261,9 @@ QWidget* ReportPreview::contentsPane() {
     contents_->setRootIsDecorated(open.size() > 1 || contents_->topLevelItemCount() <
                                                          static_cast<int>(document_.contents.size()));
     connect(contents_, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
-        if (item)
+        if (item) {
             view_->showPlace(item->data(0, kPageRole).toInt(), item->data(0, kTopRole).toDouble());
+        }
     });
     auto* action = new QAction(platform::icon(QStringLiteral("Contents")), QStringLiteral("Sadrzaj"), this);
     action->setObjectName(QStringLiteral("ShowContents"));
@@ -337,8 +348,9 @@ void ReportPreview::goOn(int step) {
         return;
     }
     findBar_->show();
-    if (searched_ != find_->text())
+    if (searched_ != find_->text()) {
         search();
+    }
     if (hits_.isEmpty()) {
         view_->showHits({}, -1);
         tell(QStringLiteral("Tekst nije nadjen."));
@@ -351,12 +363,15 @@ void ReportPreview::goOn(int step) {
         // A search begins at the page that is looked at, not at the top of two hundred others.
         const int page = view_->page();
         hit_ = 0;
-        while (hit_ + 1 < count && hits_.at(hit_).page < page)
+        while (hit_ + 1 < count && hits_.at(hit_).page < page) {
             ++hit_;
-        if (hits_.at(hit_).page < page)
+        }
+        if (hits_.at(hit_).page < page) {
             hit_ = 0;
-        if (step < 0)
+        }
+        if (step < 0) {
             hit_ = (hit_ + count - 1) % count;
+        }
     }
     view_->showHits(hits_, hit_);
     tell(QStringLiteral("%1 od %2").arg(hit_ + 1).arg(count));
@@ -374,16 +389,18 @@ void ReportPreview::print() {
     printer.setDocName(windowTitle());
     printer.setPageSize(QPageSize(QSizeF(document_.width / 20.0, document_.height / 20.0), QPageSize::Point,
                                   QString(), QPageSize::FuzzyOrientationMatch));
-    if (!askForPrinter(printer, document_.pageCount(), this))
+    if (!askForPrinter(printer, document_.pageCount(), this)) {
         return;
+    }
     const QList<int> wanted = pagesToPrint(printer, document_.pageCount(), view_->page());
     bool printed = false;
     {
         const platform::WaitPointer wait;
         printed = document_.print(printer, wanted);
     }
-    if (!printed)
+    if (!printed) {
         tellFailure(QStringLiteral("Dokument nije odstampan."), printer.printerName());
+    }
 }
 
 void ReportPreview::savePdf() {
@@ -395,15 +412,17 @@ void ReportPreview::savePdf() {
     question.name = fileNameOf(document_.title) + question.extension;
     question.replaceText = QStringLiteral("Datoteka %1 vec postoji. Zameniti je?");
     const std::optional<QString> path = platform::saveFileDialog(question, this);
-    if (!path)
+    if (!path) {
         return;
+    }
     platform::Trap step;
     {
         const platform::WaitPointer wait;
         step([&] { document_.savePdf(*path); });
     }
-    if (step.failed())
+    if (step.failed()) {
         tellFailure(QStringLiteral("PDF datoteka nije sacuvana."), step.line());
+    }
 }
 
 void ReportPreview::tellFailure(const QString& text, const QString& detail) {
@@ -424,8 +443,9 @@ void ReportPreview::keyPressEvent(QKeyEvent* event) {
         closeFind();
         return;
     }
-    if (enter)
+    if (enter) {
         return;  // no button of this window waits for it
+    }
     QDialog::keyPressEvent(event);
 }
 

@@ -21,8 +21,9 @@ void setPrintDialog(PrintDialog dialog) {
 }
 
 bool askForPrinter(QPrinter& printer, int pages, QWidget* owner) {
-    if (replacement())
+    if (replacement()) {
         return replacement()(printer, owner);
+    }
     QPrintDialog window(&printer, owner);
     window.setObjectName(QStringLiteral("PrintDialog"));
     window.setOption(QAbstractPrintDialog::PrintPageRange);
@@ -33,19 +34,22 @@ bool askForPrinter(QPrinter& printer, int pages, QWidget* owner) {
 }
 
 QList<int> pagesToPrint(const QPrinter& printer, int pages, int current) {
-    if (printer.printRange() == QPrinter::CurrentPage)
+    if (printer.printRange() == QPrinter::CurrentPage) {
         return {current};
+    }
     const bool some = printer.printRange() == QPrinter::PageRange;
     const QPageRanges ranges = printer.pageRanges();
     const int from = some && printer.fromPage() > 0 ? printer.fromPage() : 1;
     const int to = some && printer.toPage() > 0 ? printer.toPage() : pages;
     QList<int> wanted;
     for (int page = 1; page <= pages; ++page) {
-        if (some && !ranges.isEmpty() ? ranges.contains(page) : page >= from && page <= to)
+        if (some && !ranges.isEmpty() ? ranges.contains(page) : page >= from && page <= to) {
             wanted.append(page);
+        }
     }
-    if (printer.pageOrder() == QPrinter::LastPageFirst)
+    if (printer.pageOrder() == QPrinter::LastPageFirst) {
         std::reverse(wanted.begin(), wanted.end());
+    }
     return wanted;
 }
 

@@ -39,12 +39,14 @@ ProgressWindow::ProgressWindow(QWidget* owner) : QDialog(owner), bar_(new QProgr
 }
 
 bool ProgressWindow::show(qint64 done, qint64 all) {
-    if (shown_.elapsed() < kBetween)
+    if (shown_.elapsed() < kBetween) {
         return !cancelled_;
+    }
     shown_.restart();
     if (!isVisible()) {
-        if (running_.elapsed() < kNoticeable)
+        if (running_.elapsed() < kNoticeable) {
             return !cancelled_;
+        }
         QDialog::show();
     }
     bar_->setValue(all > 0 ? static_cast<int>(std::min(done, all) * kSteps / all) : 0);

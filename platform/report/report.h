@@ -1,18 +1,17 @@
 #pragma once
 
-#include <QColor>
-#include <QFont>
 #include <QObject>
-#include <QPixmap>
 #include <QString>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
 
-#include "platform/dao/recordset.h"
-#include "platform/dao/value.h"
 #include "platform/report/document.h"
+#include "platform/report/report_events.h"
+#include "platform/report/rows.h"
+#include "platform/report/section.h"
+
+class QWidget;
 
 // Banded reports: rows of a record set laid out between headers and footers, page after page. A report is
 // designed once (sections, and in them controls by name), run as often as wanted, and gives a Document, which
@@ -22,94 +21,7 @@
 // section.
 namespace report {
 
-enum class Align { Left, Right, Center };
-
-struct TextStyle {
-    QString family;  // empty: the program's own
-    double points = 9;
-    bool bold = false;
-    bool italic = false;
-    QColor color = Qt::black;
-    Align align = Align::Left;
-    bool operator==(const TextStyle&) const = default;
-};
-
-// What a section shows. One kind holds what every kind has; a part that a kind has no use for is not looked
-// at.
-struct Control {
-    enum class Kind { Label, Field, Line, Shape, Image, PageNumber };
-    Kind kind = Kind::Label;
-    QString name;
-    int Left = 0, Top = 0, Width = 0, Height = 0;
-    bool Visible = true;
-    TextStyle style;
-
-    QString Caption;  // Label, may hold line breaks. PageNumber: "%1" the page, "%2" how many there are
-    bool CanGrow =
-        false;  // Label, Field: long text wraps and the control grows downwards; otherwise it is cut
-
-    // Field. DataField: the row's field, empty for one that the program fills. OutputFormat: "#,##0.00" and
-    // its like, empty for the plain text. Text is what is shown, DataValue what it was made of; both are set
-    // for each row before Format, Null giving the empty text. Text set by a handler holds for that row.
-    QString DataField, OutputFormat, Text;
-    dao::Value DataValue;
-
-    // Line: from (X1, Y1) to (X2, Y2), in the section. Shape: a frame around its place. Width in twips.
-    int X1 = 0, Y1 = 0, X2 = 0, Y2 = 0;
-    int lineWidth = 15;
-    QColor lineColor = Qt::black;
-    std::optional<QColor> fill;  // Shape
-
-    // Image: a drawing of resources/pictures, kept in proportion at the top of its place, painted sharp at
-    // any size. Nothing stands there where the drawing is not to be had.
-    QString picture;
-};
-
-class Section {
- public:
-    enum class Kind { ReportHeader, PageHeader, GroupHeader, Detail, GroupFooter, PageFooter, ReportFooter };
-
-    Section(Kind kind, QString name) : kind_(kind), name_(std::move(name)) {}
-    Kind kind() const { return kind_; }
-    const QString& name() const { return name_; }
-
-    int Height = 0;  // twips; the least height, unless CanShrink
-    bool Visible = true;
-    bool CanShrink = false;     // ends with the lowest edge of what is visible in it
-    bool RepeatOnPage = false;  // GroupHeader: again at the top of each page that its rows go on to
-    QString DataField;  // GroupHeader: a new group begins where this field changes; empty: one group for all
-
-    Control& add(Control control);  // RunError 457 for a name that is there already; names may be empty
-    Control& Controls(const QString& name);  // RunError 35601 where there is none
-    std::vector<std::unique_ptr<Control>>& all() { return controls_; }
-
- private:
-    Kind kind_;
-    QString name_;
-    std::vector<std::unique_ptr<Control>> controls_;
-};
-
-// Where the rows come from. Values are those of the row that next() went to.
-class RowSource {
- public:
-    virtual ~RowSource() = default;
-    virtual void rewind() = 0;                           // before the first row
-    virtual bool next() = 0;                             // false: no more rows
-    virtual dao::Value value(const QString& field) = 0;  // throws dao::Error 3265 for an unknown field
-    virtual qint64 count() = 0;                          // of all rows, for the progress bar
-};
-
-// The rows of a record set, from its first one; those that somebody deletes meanwhile are left out. The set's
-// current row moves.
-std::unique_ptr<RowSource> rowsOf(const dao::Recordset& rows);
-
-struct PageSetup {
-    int width = 11906, height = 16838;  // A4 upright, twips
-    int left = 850, top = 850, right = 850, bottom = 850;
-};
-
-// Told while a report runs: rows done, rows in all. False cancels the run.
-using Progress = std::function<bool(qint64 done, qint64 all)>;
+class Layout;
 
 // A report. Derive from it, build the sections in the constructor, and override the events wanted.
 //
@@ -123,7 +35,7 @@ using Progress = std::function<bool(qint64 done, qint64 all)>;
 // such a control (its Top at or under the control's bottom edge, lines by their Y) moves down by as much. A
 // shape around such a control stretches with it. A text that may not grow is wrapped as far as its Height has
 // room for lines.
-class Report : public QObject {
+class Report : public QObject, protected ReportEvents {
     Q_OBJECT
  public:
     explicit Report(QObject* parent = nullptr);
@@ -152,16 +64,7 @@ class Report : public QObject {
     // preview is closed. False: cancelled. An error of the row source is told in a box.
     bool Show(bool modal, QWidget* owner);
 
- protected:
-    virtual void ReportStart() {}
-    virtual void PageStart() {}
-    virtual void Arrange(Section&) {}
-    virtual void Format(Section&) {}
-    virtual void BeforePrint(Section&) {}
-    virtual void ReportEnd() {}  // after the last page, also after a run that was cancelled or failed
-
  private:
-    class Layout;
     std::vector<std::unique_ptr<Section>> sections_;
     std::unique_ptr<RowSource> rows_;
     Layout* layout_ = nullptr;  // while run() is under way

@@ -26,8 +26,9 @@ bool Report::Show(bool modal, QWidget* owner) {
         platform::showBox(box, owner);
         return false;
     }
-    if (!document)
+    if (!document) {
         return false;
+    }
     ReportPreview preview(std::move(*document), owner);
     if (modal) {
         preview.exec();

@@ -3,7 +3,7 @@
 #include <functional>
 #include <vector>
 
-#include "platform/report/report.h"
+#include "platform/report/section.h"
 #include "platform/report/typeface.h"
 
 namespace report {

@@ -48,17 +48,21 @@ bool isBlank(QChar c) {
 
 // Where the line that could hold `room` characters ends, and how the text goes on behind it.
 qsizetype breakAt(const Typeface& face, QStringView text, qsizetype room, double width) {
-    if (isBlank(text[room]))
+    if (isBlank(text[room])) {
         return room;
+    }
     qsizetype blank = text.first(room).lastIndexOf(QLatin1Char(' '));
-    if (blank <= 0 || text.first(blank).trimmed().isEmpty())
+    if (blank <= 0 || text.first(blank).trimmed().isEmpty()) {
         return room;
+    }
     qsizetype wordEnd = text.indexOf(QLatin1Char(' '), room);
-    if (wordEnd < 0)
+    if (wordEnd < 0) {
         wordEnd = text.size();
+    }
     // A word that no line can hold begins where it stands, rather than leaving half a line empty before it.
-    if (face.width(text.sliced(blank + 1, wordEnd - blank - 1)) > width + kRounding)
+    if (face.width(text.sliced(blank + 1, wordEnd - blank - 1)) > width + kRounding) {
         return room;
+    }
     return blank;
 }
 
@@ -71,11 +75,13 @@ void breakParagraph(const Typeface& face, QStringView text, double width, std::v
         }
         const qsizetype end = breakAt(face, text, room, width);
         qsizetype next = end;
-        while (next < text.size() && isBlank(text[next]))
+        while (next < text.size() && isBlank(text[next])) {
             ++next;
+        }
         QStringView line = text.first(end);
-        while (line.endsWith(QLatin1Char(' ')))
+        while (line.endsWith(QLatin1Char(' '))) {
             line.chop(1);
+        }
         if (next == text.size()) {
             lines.push_back(lineOf(face, line, PageItem::Join::None));
             return;
@@ -104,8 +110,9 @@ bool hasControls(const QString& text) {
 BrokenLine shortened(const Typeface& face, QStringView text, double width) {
     const qsizetype room = face.fitting(text, std::max(0.0, width - face.width(kEllipsis)));
     QStringView kept = text.first(std::min(room, text.size()));
-    while (kept.endsWith(QLatin1Char(' ')))
+    while (kept.endsWith(QLatin1Char(' '))) {
         kept.chop(1);
+    }
     const QString line = kept.toString() + kEllipsis;
     return {line, face.width(line), PageItem::Join::None};
 }
@@ -123,13 +130,15 @@ double Typeface::advance(QChar letter) const {
     const char16_t code = letter.unicode();
     if (code < kCached) {
         float& known = advances_[code];
-        if (known < 0)
+        if (known < 0) {
             known = static_cast<float>(metrics_.horizontalAdvance(letter));
+        }
         return known;
     }
     const auto found = rare_.constFind(code);
-    if (found != rare_.constEnd())
+    if (found != rare_.constEnd()) {
         return *found;
+    }
     return *rare_.insert(code, static_cast<float>(metrics_.horizontalAdvance(letter)));
 }
 
@@ -139,38 +148,45 @@ bool Typeface::letterByLetter(QStringView text) const {
 }
 
 double Typeface::width(QStringView text) const {
-    if (!letterByLetter(text))
+    if (!letterByLetter(text)) {
         return metrics_.horizontalAdvance(text.toString());
+    }
     double sum = 0;
-    for (const QChar c : text)
+    for (const QChar c : text) {
         sum += advance(c);
+    }
     return sum;
 }
 
 qsizetype Typeface::fitting(QStringView text, double width) const {
-    if (!letterByLetter(text))
+    if (!letterByLetter(text)) {
         return fittingWhole(text, width);
+    }
     double sum = 0;
     for (qsizetype i = 0; i < text.size(); ++i) {
         sum += advance(text[i]);
-        if (sum > width + kRounding)
+        if (sum > width + kRounding) {
             return std::max<qsizetype>(i, 1);
+        }
     }
     return text.size();
 }
 
 qsizetype Typeface::fittingWhole(QStringView text, double width) const {
-    if (this->width(text) <= width + kRounding)
+    if (this->width(text) <= width + kRounding) {
         return text.size();
+    }
     std::vector<qsizetype> ends;
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
-    for (qsizetype end = finder.toNextBoundary(); end > 0; end = finder.toNextBoundary())
+    for (qsizetype end = finder.toNextBoundary(); end > 0; end = finder.toNextBoundary()) {
         ends.push_back(end);
+    }
     const auto over = std::partition_point(ends.begin(), ends.end(), [&](qsizetype end) {
         return this->width(text.first(end)) <= width + kRounding;
     });
-    if (ends.empty())
+    if (ends.empty()) {
         return text.size();
+    }
     return over == ends.begin() ? ends.front() : *(over - 1);
 }
 
@@ -178,8 +194,9 @@ const Typeface& Typefaces::of(const ItemStyle& style) {
     for (const Typeface& face : faces_) {
         const ItemStyle& known = face.style();
         if (known.points == style.points && known.bold == style.bold && known.italic == style.italic &&
-            known.family == style.family)
+            known.family == style.family) {
             return face;
+        }
     }
     return faces_.emplace_back(style);
 }
@@ -187,29 +204,34 @@ const Typeface& Typefaces::of(const ItemStyle& style) {
 std::vector<BrokenLine> breakLines(const Typeface& face, const QString& text, double width) {
     const QString plain = hasControls(text) ? plainBreaks(text) : text;
     std::vector<BrokenLine> lines;
-    for (const QStringView paragraph : QStringView(plain).split(QLatin1Char('\n')))
+    for (const QStringView paragraph : QStringView(plain).split(QLatin1Char('\n'))) {
         breakParagraph(face, paragraph, width, lines);
+    }
     return lines;
 }
 
 std::vector<BrokenLine> cutLines(const Typeface& face, const QString& text, double width, double height) {
     if (!hasControls(text)) {
         const double whole = face.width(text);
-        if (whole <= width + kRounding)
+        if (whole <= width + kRounding) {
             return {{text, whole, PageItem::Join::None}};
+        }
     }
     const auto room = static_cast<size_t>(std::max(1.0, (height + kRounding) / face.lineHeight()));
-    if (room == 1 && !hasControls(text))
+    if (room == 1 && !hasControls(text)) {
         return {shortened(face, text, width)};
+    }
     const QString plain = plainBreaks(text);
     std::vector<BrokenLine> lines = breakLines(face, plain, width);
-    if (lines.size() <= room)
+    if (lines.size() <= room) {
         return lines;
+    }
     // What stood behind the last line that has room tells itself as cut.
     const PageItem::Join join = lines[room - 1].join;
     QString last = lines[room - 1].text;
-    if (join != PageItem::Join::None)
+    if (join != PageItem::Join::None) {
         last += (join == PageItem::Join::Blank ? QStringLiteral(" ") : QString()) + lines[room].text;
+    }
     lines.resize(room);
     lines.back() = shortened(face, last, width);
     return lines;

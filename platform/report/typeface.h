@@ -7,7 +7,7 @@
 #include <deque>
 #include <vector>
 
-#include "platform/report/document.h"
+#include "platform/report/page_item.h"
 
 // Fonts of a report, measured in twips. A font is asked for with its size in twips as pixels and without
 // hinting, so that a line breaks at the same word on every screen, every printer and in every PDF.

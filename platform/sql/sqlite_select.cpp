@@ -321,10 +321,20 @@ void SelectWriter::checkGrouped(const Expression& e, const Scope& scope) const {
     });
 }
 
+// The store takes two thousand columns, and as many terms of an order; the keys of all tables may join
+// either.
+void SelectWriter::checkSize(const Body& body) const {
+    constexpr std::size_t kMost = 1900;
+    if (std::max({body.columns.size(), statement_.orderBy.size(), statement_.groupBy.size()}) > kMost) {
+        throw SizeError("The statement has too many columns.");
+    }
+}
+
 SelectWriter::Body SelectWriter::body(bool fetch) {
     Body body;
     body.from = writeFrom(*join_, leaves_, context_, fetch);
     body.columns = columns(body.from.leaves);
+    checkSize(body);
     body.conditions = body.from.conditions;
     if (!fetch) {
         addWhere(body);
@@ -526,6 +536,7 @@ Leaf SelectWriter::merged(std::string name) {
     Body own;
     own.from.leaves = leaves_;
     own.columns = columns(leaves_);
+    checkSize(own);
     addOrder(own);
     const Scope scope(leaves_);
     ExpressionWriter writer(scope, context_);

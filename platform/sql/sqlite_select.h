@@ -42,6 +42,7 @@ class SelectWriter {
     JoinNodePtr bindFrom(const FromNode& node);
     void bindSource(const FromNode& node);
     void findIdSet(const Scope& scope);
+    void checkSize(const Body& body) const;
     void checkGrouped(const Expression& e, const Scope& scope) const;
     bool isColumn(const Expression& name, const std::vector<Column>& columns) const;
     Body body(bool fetch);

@@ -1,8 +1,16 @@
 #pragma once
 
+#include <stdexcept>
+
 #include "platform/sql/types.h"
 
 namespace sql {
+
+// A statement that is in order and more than the store takes.
+class SizeError : public std::runtime_error {
+ public:
+    using std::runtime_error::runtime_error;
+};
 
 // Numbers that a long chain of "field = number OR field = number ..." asked for: ascending, each once.
 using IdSet = std::vector<std::int64_t>;

@@ -5,7 +5,7 @@
 #include <QString>
 #include <optional>
 
-#include "platform/dao/value.h"
+#include "platform/dao/date.h"
 
 // Dates as texts, and back, by the user's locale (QLocale()).
 namespace platform {

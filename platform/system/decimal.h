@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "platform/dao/value.h"
+#include "platform/dao/currency.h"
 
 namespace platform {
 

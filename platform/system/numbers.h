@@ -4,7 +4,7 @@
 #include <QString>
 #include <optional>
 
-#include "platform/dao/value.h"
+#include "platform/dao/currency.h"
 
 // Numbers and amounts as texts, and back. All of it goes by the user's locale (QLocale()), which a test sets
 // with QLocale::setDefault; currency decimals come from currencyDecimals().

@@ -55,15 +55,19 @@ constexpr bool isOddCapital(char32_t code) {
 
 // Written out rather than asked of the system: its answers grow with each release, and indexes must not.
 constexpr char32_t lowerOf(char32_t code) {
-    if (isEvenCapital(code) || isOddCapital(code))
+    if (isEvenCapital(code) || isOddCapital(code)) {
         return code + 1;
+    }
     if ((within(code, 0xC0, 0xDE) && code != 0xD7) || (within(code, 0x391, 0x3AB) && code != 0x3A2) ||
-        within(code, 0x410, 0x42F))
+        within(code, 0x410, 0x42F)) {
         return code + 0x20;
-    if (within(code, 0x400, 0x40F))
+    }
+    if (within(code, 0x400, 0x40F)) {
         return code + 0x50;
-    if (within(code, 0x1C4, 0x1CB))  // each a capital, a capital with a small letter, and small
+    }
+    if (within(code, 0x1C4, 0x1CB)) {  // each a capital, a capital with a small letter, and small
         return code + 2 - (code - 0x1C4) % 3;
+    }
     switch (code) {
         case 0x178:
             return 0xFF;
@@ -89,12 +93,13 @@ constexpr char32_t lowerOf(char32_t code) {
 
 constexpr char baseOf(char32_t lower) {
     char base = '.';
-    if (within(lower, 0xDF, 0x17F))
+    if (within(lower, 0xDF, 0x17F)) {
         base = kBasesDF[lower - 0xDF];
-    else if (within(lower, 0x1C4, 0x233))
+    } else if (within(lower, 0x1C4, 0x233)) {
         base = kBases1C4[lower - 0x1C4];
-    else if (within(lower, 0x1E00, 0x1EFF))
+    } else if (within(lower, 0x1E00, 0x1EFF)) {
         base = kBases1E00[lower - 0x1E00];
+    }
     return base == '.' ? '\0' : base;
 }
 
@@ -138,16 +143,19 @@ constexpr std::uint32_t ownPlace(char32_t lower) {
 }
 
 constexpr Place placeOf(char32_t code) {
-    if (code < 0x80)
+    if (code < 0x80) {
         return {static_cast<std::uint32_t>(lowerAscii(static_cast<unsigned char>(code))) << 8, 0};
+    }
     const Letter letter = code < kTableEnd ? kTable[code]
                                            : Letter{static_cast<std::uint16_t>(lowerOf(code & 0xFFFFU)),
                                                     code < 0x10000 ? baseOf(lowerOf(code)) : '\0'};
     const char32_t lower = code < 0x10000 ? letter.lower : code;
-    if (const std::uint32_t own = ownPlace(lower); own != 0)
+    if (const std::uint32_t own = ownPlace(lower); own != 0) {
         return {own, 0};
-    if (letter.base != 0)
+    }
+    if (letter.base != 0) {
         return {static_cast<std::uint32_t>(letter.base) << 8, lower};
+    }
     return {lower << 8, 0};
 }
 
@@ -157,20 +165,24 @@ constexpr char32_t kNoText = 0x110000;  // behind the last character there is, p
 char32_t takeCharacter(std::string_view& rest) {
     const auto first = static_cast<unsigned char>(rest.front());
     rest.remove_prefix(1);
-    if (first < 0x80)
+    if (first < 0x80) {
         return first;
+    }
     const std::size_t more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : first >= 0xC2 ? 1 : 0;
-    if (more == 0 || rest.size() < more)
+    if (more == 0 || rest.size() < more) {
         return kNoText + first;
+    }
     char32_t code = first & (0x3FU >> more);
     for (std::size_t i = 0; i < more; ++i) {
         const auto next = static_cast<unsigned char>(rest[i]);
-        if ((next & 0xC0U) != 0x80)
+        if ((next & 0xC0U) != 0x80) {
             return kNoText + first;
+        }
         code = (code << 6) | (next & 0x3FU);
     }
-    if (code >= kNoText)
+    if (code >= kNoText) {
         return kNoText + first;
+    }
     rest.remove_prefix(more);
     return code;
 }
@@ -208,8 +220,9 @@ constexpr char kNoMark = 1;
 
 void appendLetter(std::string& key, std::uint32_t letter) {
     const std::uint32_t code = letter >> 8;
-    if (code >= 0x80)
+    if (code >= 0x80) {
         return appendCharacter(key, code);
+    }
     key.push_back(static_cast<char>(code));
     if (const std::uint32_t own = letter & 0xFFU; own != 0) {
         key.push_back(kOwnLetter);
@@ -229,13 +242,16 @@ int compare(std::string_view a, std::string_view b) {
         }
         const Place placeA = placeOf(takeCharacter(a));
         const Place placeB = placeOf(takeCharacter(b));
-        if (placeA.letter != placeB.letter)
+        if (placeA.letter != placeB.letter) {
             return sign(placeA.letter, placeB.letter);
-        if (marks == 0)
+        }
+        if (marks == 0) {
             marks = sign(placeA.mark, placeB.mark);
+        }
     }
-    if (a.empty() != b.empty())
+    if (a.empty() != b.empty()) {
         return a.empty() ? -1 : 1;
+    }
     return marks;
 }
 

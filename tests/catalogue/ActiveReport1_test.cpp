@@ -28,8 +28,9 @@ struct ActiveReport1Test : DeliveredFixture {
     }
 
     void clearCatalogue() {
-        for (const char* table : {"Oprema", "Grupe", "Proizvodjaci"})
+        for (const char* table : {"Oprema", "Grupe", "Proizvodjaci"}) {
             openDatabase().Execute(std::string("DELETE * FROM ") + table);
+        }
     }
     int group(const std::string& name) { return addRow("Grupe", "ID", {{"Grupa", name}}); }
     int maker(const std::string& name) { return addRow("Proizvodjaci", "ID", {{"Proizvodjac", name}}); }
@@ -51,8 +52,9 @@ struct ActiveReport1Test : DeliveredFixture {
         const int makerId = maker("Adler");
         for (int g = 1; g <= groups; ++g) {
             const int groupId = group("Grupa " + std::to_string(g));
-            for (int p = 1; p <= products; ++p)
+            for (int p = 1; p <= products; ++p) {
                 product(groupId, makerId, "Proizvod " + std::to_string(100 * g + p), 10);
+            }
         }
     }
     dao::Recordset rows() { return openDatabase().OpenRecordset(price_list::statement({}).toStdString()); }
@@ -86,8 +88,9 @@ TEST_F(ActiveReport1Test, EveryControlHasItsPlaceAndItsField) {
     };
     for (const Row& row : {Row{"GroupHeader1", "txtGrupa", "Grupa"}, Row{"Detail", "Field1", "Proizvodjac"},
                            Row{"Detail", "Field2", "Naziv"}, Row{"Detail", "Field3", "Opis"},
-                           Row{"Detail", "txtCena", "Cena1"}})
+                           Row{"Detail", "txtCena", "Cena1"}}) {
         EXPECT_EQ(control(row.section, row.name).DataField, row.field) << row.name;
+    }
     EXPECT_EQ(control("PageHeader", "lblHeader").Width, 9000);
     EXPECT_EQ(control("PageFooter", "txtFooter").Width, 9000);
     EXPECT_EQ(report.Sections("GroupHeader1").DataField, "Grupa");
@@ -203,15 +206,17 @@ TEST_F(ActiveReport1Test, NoGroupsHeadingIsAloneAtThePagesFoot) {
 TEST_F(ActiveReport1Test, LongTextsGoOnBelowAndNothingIsCutOff) {
     clearCatalogue();
     QStringList words;
-    for (int i = 1; i <= 24; ++i)
+    for (int i = 1; i <= 24; ++i) {
         words += QString("osobina%1").arg(i);
+    }
     const int g = group("Monitori"), m = maker("Proizvodjac Sa Dosta Dugackim Imenom");
     product(g, m, std::string(50, 'W'), 12345678.0F, words.join(' ').toStdString());
     product(g, m, "Sledeci", 1);
     const report::Document document = make();
-    for (const QString& word : words)
+    for (const QString& word : words) {
         EXPECT_EQ(occurrences(document, word + (word == words.last() ? "" : " ")) > 0, true)
             << word.toStdString();
+    }
     EXPECT_EQ(occurrences(document, QString(50, 'W')), 1);
     EXPECT_EQ(occurrences(document, "12,345,678.00"), 1);
     EXPECT_FALSE(document.textOfPage(1).contains(QChar(0x2026)));
@@ -305,15 +310,18 @@ TEST_F(ActiveReport1Test, ThePdfCanBeReadBack) {
     document.savePdf(file);
     QProcess reader;
     reader.start("pdftotext", {"-layout", file, "-"});
-    if (!reader.waitForStarted())
+    if (!reader.waitForStarted()) {
         GTEST_SKIP() << "there is no reader of PDF files here";
+    }
     ASSERT_TRUE(reader.waitForFinished());
     const QString text = QString::fromUtf8(reader.readAllStandardOutput());
     for (const char* part : {"Cenovnik za mart", "Grupa 1", "Grupa 2", "Adler", "Proizvod 101",
-                             "Proizvod 260", "10.00", "Lipova 1, Smederevo 11300", "026/1", "···"})
+                             "Proizvod 260", "10.00", "Lipova 1, Smederevo 11300", "026/1", "···"}) {
         EXPECT_TRUE(text.contains(part)) << part;
+    }
     const int pages = document.pageCount();
     EXPECT_EQ(text.count(QChar('\f')), pages);
-    for (int page = 1; page <= pages; ++page)
+    for (int page = 1; page <= pages; ++page) {
         EXPECT_TRUE(text.contains(QRegularExpression(QString("\\b%1 ?/ ?%2\\b").arg(page).arg(pages))));
+    }
 }

@@ -37,8 +37,9 @@ class CatalogueCommands : public CatalogueWindow {
         QTimer watch;
         QObject::connect(&watch, &QTimer::timeout, [&] {
             auto* input = qobject_cast<frmKonfigInput*>(QApplication::activeModalWidget());
-            if (busy || input == nullptr)
+            if (busy || input == nullptr) {
                 return;
+            }
             busy = true;
             EXPECT_TRUE(waitUntilActive(*input));
             if (left.isEmpty()) {
@@ -149,8 +150,9 @@ class CatalogueCommands : public CatalogueWindow {
             all.l_whence = SEEK_SET;
             all.l_start = kLockBytes;
             all.l_len = kLockLength;
-            if (file < 0 || fcntl(file, F_SETLKW, &all) != 0)
+            if (file < 0 || fcntl(file, F_SETLKW, &all) != 0) {
                 throw std::runtime_error("no lock");
+            }
             side.ready();
             side.untilReleased();
         });
@@ -165,8 +167,9 @@ class CatalogueCommands : public CatalogueWindow {
     struct AtEvent : QObject {
         AtEvent(QEvent::Type event, std::function<bool()> what) : type(event), deed(std::move(what)) {}
         bool eventFilter(QObject*, QEvent* event) override {
-            if (event->type() == type && !done)
+            if (event->type() == type && !done) {
                 done = deed();
+            }
             return false;
         }
         QEvent::Type type;

@@ -18,16 +18,19 @@ class CatalogueDraw : public CatalogueCommands {
         QTimer watch;
         QObject::connect(&watch, &QTimer::timeout, [&] {
             auto* input = qobject_cast<frmInputBox*>(QApplication::activeModalWidget());
-            if (busy || input == nullptr)
+            if (busy || input == nullptr) {
                 return;
+            }
             busy = true;
             EXPECT_TRUE(waitUntilActive(*input));
-            if (left.isEmpty())
+            if (left.isEmpty()) {
                 ADD_FAILURE() << "the quantity was asked once more: " << boxes.lastText().toStdString();
-            else
+            } else {
                 left.takeFirst()(*input);
-            if (input->isVisible())
+            }
+            if (input->isVisible()) {
                 input->reject();
+            }
             busy = false;
         });
         watch.start(1);

@@ -17,9 +17,9 @@
 #include <memory>
 
 #include "catalogue/catalogue_parent.h"
+#include "catalogue/frmInputBox.h"
 #include "catalogue/frmKonfiguratorEx.h"
 #include "data/session.h"
-#include "documents/frmInputBox.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/list_view.h"
 #include "support/fixture.h"
@@ -62,7 +62,7 @@ class RequisitionStandIn : public QDialog, public CatalogueParent {
     void fill() {
         data_.DatabaseName = databasePath();
         data_.Connect = connectText();
-        data_.RecordSource = QStringLiteral("SELECT * FROM InvoiceData WHERE ServiceID=%1").arg(serviceId);
+        data_.setRecordSource(QStringLiteral("SELECT * FROM InvoiceData WHERE ServiceID=%1").arg(serviceId));
         data_.Refresh();
         list_->clearItems();
         dao::Recordset rows = data_.Recordset();
@@ -70,11 +70,13 @@ class RequisitionStandIn : public QDialog, public CatalogueParent {
             platform::ListItem item;
             item.Key = QStringLiteral("K%1").arg(rows["OpremaID"].asLong());
             item.Text = QString::fromStdString(rows["Naziv"].asText());
-            if (!list_->hasItem(item.Key))
+            if (!list_->hasItem(item.Key)) {
                 list_->addItem(item);
+            }
         }
-        if (rows.RecordCount() > 0)
+        if (rows.RecordCount() > 0) {
             rows.MoveFirst();
+        }
     }
 
     QLineEdit* entry() const { return entry_; }
@@ -89,19 +91,22 @@ class RequisitionStandIn : public QDialog, public CatalogueParent {
     void dragEnterEvent(QDragEnterEvent* event) override { over(event, ParentDragEvents::State::Enter); }
     void dragMoveEvent(QDragMoveEvent* event) override { over(event, ParentDragEvents::State::Over); }
     void dragLeaveEvent(QDragLeaveEvent*) override {
-        if (dragEvents)
+        if (dragEvents) {
             dragEvents->parentDragOver(ParentDragEvents::State::Leave, false);
+        }
     }
     void dropEvent(QDropEvent* event) override {
         event->acceptProposedAction();
-        if (dragEvents)
+        if (dragEvents) {
             dragEvents->parentDrop();
+        }
     }
 
  private:
     void over(QDragMoveEvent* event, ParentDragEvents::State state) {
-        if (!dragEvents || !event->mimeData()->hasFormat(QLatin1String(kProductDragFormat)))
+        if (!dragEvents || !event->mimeData()->hasFormat(QLatin1String(kProductDragFormat))) {
             return;
+        }
         event->acceptProposedAction();
         const QRect inside = list_->geometry().adjusted(1, 1, -1, -1);
         dragEvents->parentDragOver(state, inside.contains(event->position().toPoint()));
@@ -136,8 +141,9 @@ class CatalogueWindow : public DeliveredFixture {
 
     // Call it first where the test has a second process: only after the fork.
     void fillShop() {
-        for (const char* table : {"Oprema", "Grupe", "Proizvodjaci"})
+        for (const char* table : {"Oprema", "Grupe", "Proizvodjaci"}) {
             openDatabase().Execute(std::string("DELETE * FROM ") + table);
+        }
         monitors = addGroup("Monitori");
         processors = addGroup("Procesori");
         empty = addGroup("Prazna");
@@ -192,8 +198,9 @@ class CatalogueWindow : public DeliveredFixture {
             EXPECT_TRUE(waitUntilActive(window()));
             work();
             done = true;
-            if (window().isVisible())
+            if (window().isVisible()) {
                 window().reject();
+            }
         });
         window().Display();
         EXPECT_TRUE(done);
@@ -233,14 +240,16 @@ class CatalogueWindow : public DeliveredFixture {
     // Names of the listed products, in the list's order.
     QString productNames() {
         QStringList names;
-        for (int row = 1; row <= products().count(); ++row)
+        for (int row = 1; row <= products().count(); ++row) {
             names.append(products().item(row).SubItems(1));
+        }
         return names.join(QLatin1Char(','));
     }
     static QString texts(const platform::ListBox& list) {
         QStringList all;
-        for (int row = 0; row < list.count(); ++row)
+        for (int row = 0; row < list.count(); ++row) {
             all.append(list.text(row));
+        }
         return all.join(QLatin1Char(','));
     }
     void press(QWidget* widget, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
@@ -252,8 +261,9 @@ class CatalogueWindow : public DeliveredFixture {
         QStringList on;
         for (const char* key : {"new", "edit", "delete", "delall", "print", "refresh", "unsort", "help"}) {
             const QAction* button = window().toolbarButton(QLatin1String(key));
-            if (button && button->isEnabled())
+            if (button && button->isEnabled()) {
                 on.append(QLatin1String(key));
+            }
         }
         return on.join(QLatin1Char(','));
     }

@@ -33,8 +33,9 @@ class Units : public DeliveredFixture {
         DeliveredFixture::TearDown();
     }
     frmJM& win() {
-        if (!window_)
+        if (!window_) {
             window_ = std::make_unique<frmJM>();
+        }
         return *window_;
     }
     void unload() { window_.reset(); }
@@ -68,14 +69,16 @@ class Units : public DeliveredFixture {
     }
     QStringList rows() {
         QStringList all;
-        for (int i = 0; i < list()->count(); ++i)
+        for (int i = 0; i < list()->count(); ++i) {
             all.append(list()->text(i));
+        }
         return all;
     }
     QString enabled() {
         QString digits;
-        for (int i = 0; i < 6; ++i)
+        for (int i = 0; i < 6; ++i) {
             digits += button(i)->isEnabled() ? '1' : '0';
+        }
         return digits;
     }
     void add(const QString& name) {
@@ -98,22 +101,26 @@ class Units : public DeliveredFixture {
         }
         QAction* chosen = nullptr;
         for (QAction* action : shown->actions()) {
-            if (action->isEnabled() && !action->isSeparator())
+            if (action->isEnabled() && !action->isSeparator()) {
                 keys.append(action->objectName());
-            if (!key.isEmpty() && action->objectName() == key)
+            }
+            if (!key.isEmpty() && action->objectName() == key) {
                 chosen = action;
+            }
         }
-        if (chosen != nullptr)
+        if (chosen != nullptr) {
             by_hand::clickItem(shown, chosen);
-        else
+        } else {
             by_hand::closeMenus();
+        }
         return keys;
     }
     QStringList units() {
         QStringList all;
         dao::Recordset table = openDatabase().OpenRecordset("SELECT * FROM JM", dao::dbOpenSnapshot);
-        for (; !table.EOF(); table.MoveNext())
+        for (; !table.EOF(); table.MoveNext()) {
             all.append(QString::fromStdString(table["Naziv"].asText()));
+        }
         table.Close();
         return all;
     }
@@ -486,8 +493,9 @@ TEST_F(Units, RefreshAndUnsortByKeyWorkInTheListOnly) {
         QTest::keyClick(list(), Qt::Key_F8);
         EXPECT_EQ(rows(), kDelivered + QStringList{"Cas"});
         select(1);
-        for (const auto key : {Qt::Key_F2, Qt::Key_Delete})
+        for (const auto key : {Qt::Key_F2, Qt::Key_Delete}) {
             QTest::keyClick(list(), key);
+        }
         QTest::keyClick(list(), Qt::Key_Delete, Qt::ShiftModifier);
         EXPECT_EQ(rows().size(), 8) << "these stand in the menu as labels only";
     });
@@ -538,8 +546,9 @@ TEST_F(Units, MenuReadsAsTheShopKnowsIt) {
     show([&] {
         menu();
         QStringList captions;
-        for (const QAction* action : win().findChild<QMenu*>("mnu_list")->actions())
+        for (const QAction* action : win().findChild<QMenu*>("mnu_list")->actions()) {
             captions.append(action->isSeparator() ? QStringLiteral("-") : action->text());
+        }
         EXPECT_EQ(captions, (QStringList{"Promeni...\tF2", "-", "Izbrisi\tDel", "Izbrisi Sve\tShift+Del", "-",
                                          "Sortiraj Rastuce", "Sortiraj Opadajuce", "-",
                                          "Ponisti Sortiranje\tF8", "-", "Azuriraj Listu\tF5"}));
@@ -663,8 +672,9 @@ TEST_F(Units, EnterInTheListPressesNothing) {
 // Long lists --------------------------------------------------------------------------------------------
 
 TEST_F(Units, TheSelectedUnitOfALongListStandsAtItsTopAfterARefresh) {
-    for (int i = 100; i < 300; ++i)
+    for (int i = 100; i < 300; ++i) {
         openDatabase().Execute("INSERT INTO JM (Naziv) VALUES ('u" + std::to_string(i) + "')");
+    }
     show([&] {
         list()->setCurSel(100);
         list()->scrollToTop();
@@ -682,8 +692,9 @@ TEST_F(Units, AUnitThatVanishesWhileTheListIsFilledIsPassedOver) {
         bool done = false;
         const auto once = QObject::connect(win().findChild<platform::DataControl*>(),
                                            &platform::DataControl::repositioned, [&] {
-                                               if (!std::exchange(done, true))
+                                               if (!std::exchange(done, true)) {
                                                    act(*other);
+                                               }
                                            });
         QTest::keyClick(list(), Qt::Key_F5);
         QObject::disconnect(once);

@@ -63,10 +63,11 @@ class ProductInput : public DeliveredFixture {
     void type(int index, const QString& keys) {
         field(index)->setFocus();
         field(index)->selectAll();
-        if (keys.isEmpty())
+        if (keys.isEmpty()) {
             QTest::keyClick(field(index), Qt::Key_Delete);
-        else
+        } else {
             QTest::keyClicks(field(index), keys);
+        }
     }
     QString focusName() { return win().focusWidget() ? win().focusWidget()->objectName() : QString(); }
 
@@ -600,8 +601,9 @@ TEST_F(ProductInput, EveryControlHasAName) {
          {static_cast<QWidget*>(field(0)), static_cast<QWidget*>(field(1)), static_cast<QWidget*>(field(2)),
           static_cast<QWidget*>(field(3)), static_cast<QWidget*>(note()), static_cast<QWidget*>(units()),
           static_cast<QWidget*>(button(0)), static_cast<QWidget*>(button(1)),
-          static_cast<QWidget*>(button(2))})
+          static_cast<QWidget*>(button(2))}) {
         EXPECT_FALSE(widget->accessibleName().isEmpty()) << widget->objectName().toStdString();
+    }
 }
 
 }  // namespace

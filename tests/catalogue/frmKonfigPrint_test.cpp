@@ -15,6 +15,7 @@
 #include "catalogue/ActiveReport1.h"
 #include "catalogue/catalogue_window.h"
 #include "catalogue/frmKonfigPrint_rules.h"
+#include "common/window_places.h"
 #include "support/modal.h"
 #include "support/second_process.h"
 
@@ -94,16 +95,18 @@ struct FrmKonfigPrintTest : CatalogueWindow {
     }
     static QString textOf(const report::Document& document) {
         QString all;
-        for (int page = 1; page <= document.pageCount(); ++page)
+        for (int page = 1; page <= document.pageCount(); ++page) {
             all += document.textOfPage(page) + '\n';
+        }
         return all;
     }
     // Names of the products on a list, in the order of the paper.
     QString namesOn(const QString& list) {
         QStringList found;
         static const QRegularExpression kName("\\b(17 inca|19 inca|21 inca|Brzi|Spori) opis");
-        for (auto it = kName.globalMatch(list); it.hasNext();)
+        for (auto it = kName.globalMatch(list); it.hasNext();) {
             found += it.next().captured(1);
+        }
         return found.join(',');
     }
 
@@ -117,8 +120,9 @@ struct FrmKonfigPrintTest : CatalogueWindow {
                                    {"frmSettEmail", ""},
                                    {"frmSettWWW", ""}};
         all.insert(data);
-        for (auto it = all.begin(); it != all.end(); ++it)
+        for (auto it = all.begin(); it != all.end(); ++it) {
             settings::setScrambled(settings::find("Settings", it.key()), it.value());
+        }
         return price_list::firmsFooter();
     }
 
@@ -450,8 +454,9 @@ TEST_F(FrmKonfigPrintTest, AMinimisedWindowKeepsItsOldPlace) {
 }
 
 TEST_F(FrmKonfigPrintTest, SettingsThatNameNoChoiceGiveTheFirstOne) {
-    for (const char* key : {"OptionRangeIndex", "OptionStateIndex", "PriceRoundUp"})
+    for (const char* key : {"OptionRangeIndex", "OptionStateIndex", "PriceRoundUp"}) {
         settings::setText(own(key), "9");
+    }
     open([&] {
         EXPECT_TRUE(range(0)->isChecked());
         EXPECT_TRUE(stock(0)->isChecked());

@@ -20,15 +20,17 @@ class frmKonfiguratorExBars : public CatalogueWindow {
     // Captions of the menu, "|" between them; an empty one is a separator.
     static QString captions(const QMenu* menu) {
         QStringList all;
-        for (const QAction* action : menu->actions())
+        for (const QAction* action : menu->actions()) {
             all.append(action->text());
+        }
         return all.join(QLatin1Char('|'));
     }
     static QString menuOn(const QMenu* menu) {
         QStringList on;
         for (const QAction* action : menu->actions()) {
-            if (!action->isSeparator() && action->isEnabled())
+            if (!action->isSeparator() && action->isEnabled()) {
                 on.append(action->objectName());
+            }
         }
         return on.join(QLatin1Char(','));
     }

@@ -29,8 +29,9 @@ class Dragging : public CatalogueDraw {
         struct : QObject {
             QObject* born = nullptr;
             bool eventFilter(QObject*, QEvent* event) override {
-                if (event->type() == QEvent::ChildAdded)
+                if (event->type() == QEvent::ChildAdded) {
                     born = static_cast<QChildEvent*>(event)->child();
+                }
                 return false;
             }
         } watch;

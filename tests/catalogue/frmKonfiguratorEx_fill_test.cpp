@@ -121,8 +121,9 @@ TEST_F(LongLists, TheRowThatTypingFindsStandsAtTheTop) {
 TEST_F(LongLists, AProductThatIsSelectedAfterAFillIsInSight) {
     fillShop();
     int last = 0;
-    for (int i = 100; i < 300; ++i)
+    for (int i = 100; i < 300; ++i) {
         last = addProduct(monitors, adler, "S" + std::to_string(i), 1.0F, 1.0F);
+    }
     withMonitors([&] {
         products().select(keyOf(last));
         products().scrollToTop();

@@ -112,8 +112,8 @@ TEST_F(frmKonfiguratorExLists, ARateWithACommaIsWrittenWithAPoint) {
         ASSERT_EQ(platform::decimalSeparator(), ",");
         show([&] {
             window().RefreshProduct(false);
-            EXPECT_TRUE(window().Data1[2]->RecordSource.contains("Oprema.Cena*117.5 AS Cena1"))
-                << window().Data1[2]->RecordSource.toStdString();
+            EXPECT_TRUE(window().Data1[2]->RecordSource().contains("Oprema.Cena*117.5 AS Cena1"))
+                << window().Data1[2]->RecordSource().toStdString();
             EXPECT_EQ(products().item(keyOf(m19)).SubItems(3), "23.558,75");
         });
     }
@@ -133,8 +133,8 @@ TEST_F(frmKonfiguratorExLists, SortingByPriceOrdersByTheWholeTerm) {
     KursKupovni = 117.5F;
     store("PRDSort", "1Cena11");
     show([&] {
-        EXPECT_TRUE(window().Data1[2]->RecordSource.endsWith(" ORDER BY Oprema.Cena*117.5 DESC"))
-            << window().Data1[2]->RecordSource.toStdString();
+        EXPECT_TRUE(window().Data1[2]->RecordSource().endsWith(" ORDER BY Oprema.Cena*117.5 DESC"))
+            << window().Data1[2]->RecordSource().toStdString();
         EXPECT_EQ(productNames(), "19 inca,17 inca");
         EXPECT_EQ(products().columnIcon(4), "DESC");
     });
@@ -152,13 +152,13 @@ TEST_F(frmKonfiguratorExLists, TheStatementIsPutTogetherAsTheSelectionsAre) {
             "(((Oprema.IDGrupe)=" +
             QString::number(monitors) + "))";
         const QString maker = " AND ((Oprema.IDProizvodjaca)=" + QString::number(adler) + ")";
-        EXPECT_EQ(window().Data1[2]->RecordSource, head + maker);
+        EXPECT_EQ(window().Data1[2]->RecordSource(), head + maker);
         QTest::mouseClick(control("Label1(0)"), Qt::LeftButton);
-        EXPECT_EQ(window().Data1[2]->RecordSource, head + maker + " AND Oprema.Stanje>0");
+        EXPECT_EQ(window().Data1[2]->RecordSource(), head + maker + " AND Oprema.Stanje>0");
         QTest::mouseClick(control("Label1(1)"), Qt::LeftButton);
-        EXPECT_EQ(window().Data1[2]->RecordSource, head + " AND Oprema.Stanje>0");
-        EXPECT_EQ(window().Data1[0]->RecordSource, "SELECT * FROM Grupe");
-        EXPECT_EQ(window().Data1[1]->RecordSource, "SELECT * FROM Proizvodjaci");
+        EXPECT_EQ(window().Data1[2]->RecordSource(), head + " AND Oprema.Stanje>0");
+        EXPECT_EQ(window().Data1[0]->RecordSource(), "SELECT * FROM Grupe");
+        EXPECT_EQ(window().Data1[1]->RecordSource(), "SELECT * FROM Proizvodjaci");
     });
 }
 
@@ -167,7 +167,7 @@ TEST_F(frmKonfiguratorExLists, WithoutAGroupTheListIsEmpty) {
     show([&] {
         groups().setCurSel(-1);
         window().DataUpdate(2, QString(), false);
-        EXPECT_TRUE(window().Data1[2]->RecordSource.contains("(((Oprema.IDGrupe)=-1))"));
+        EXPECT_TRUE(window().Data1[2]->RecordSource().contains("(((Oprema.IDGrupe)=-1))"));
         EXPECT_EQ(products().count(), 0);
         EXPECT_EQ(detail(), "");
     });
@@ -542,8 +542,9 @@ TEST_F(frmKonfiguratorExLists, FillingIsShownInTheProgressPanel) {
         int maximum = 0;
         bool captionHidden = false, overPanel = false;
         QObject::connect(bar, &QProgressBar::valueChanged, bar, [&](int value) {
-            if (value == 0)
+            if (value == 0) {
                 return;
+            }
             maximum = bar->maximum();
             captionHidden = !control("Picture1(5)")->isVisible();
             overPanel = bar->parentWidget() == window().StatusBar1->panel("progress");

@@ -617,8 +617,9 @@ TEST_F(Requisition, ANewRowThatFailsLeavesTheStockReduced) {
         draw(m17, {entering("2")});
         boxes.answers = {BoxAnswer::Yes};
         boxes.onBox = [&](const platform::Box& box) {
-            if (box.text == QLatin1String(kDrawnAlready))
+            if (box.text == QLatin1String(kDrawnAlready)) {
                 act(*eraser);
+            }
             if (box.text == QLatin1String(kRowGone)) {
                 act(*writer);
                 dao::DBEngine::setLockTimeout(50);

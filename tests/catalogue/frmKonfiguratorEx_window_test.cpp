@@ -111,8 +111,9 @@ TEST_F(frmKonfiguratorExWindow, EveryControlIsFoundByItsName) {
     for (const char* name :
          {"Text1(0)", "Text1(1)", "Text1(2)", "List1(0)", "List1(1)", "ListView1", "Toolbar1", "StatusBar1",
           "ProgressBar1", "VSplitter", "HSplitter", "Picture1(3)", "Picture1(4)", "Picture1(5)", "Label1(0)",
-          "Label1(1)", "Label2(0)", "Label2(1)", "Label2(2)"})
+          "Label1(1)", "Label2(0)", "Label2(1)", "Label2(2)"}) {
         EXPECT_NE(window().findChild<QWidget*>(QLatin1String(name)), nullptr) << name;
+    }
 }
 
 TEST_F(frmKonfiguratorExWindow, UnloadingLetsGoOfTheParentAndTheMenus) {
@@ -143,9 +144,11 @@ TEST_F(frmKonfiguratorExWindow, StandsOverItsParentWhichTakesNoKeysMeanwhile) {
 TEST_F(frmKonfiguratorExWindow, ThePasswordIsGivenOnce) {
     fillShop();
     show([&] {
-        for (int round = 0; round < 3; ++round)
-            for (int pane = 0; pane < 3; ++pane)
+        for (int round = 0; round < 3; ++round) {
+            for (int pane = 0; pane < 3; ++pane) {
                 window().DataUpdate(pane, QString(), false);
+            }
+        }
         for (const platform::DataControl* source : window().Data1) {
             EXPECT_EQ(source->Connect.count("Pwd="), 1);
             EXPECT_TRUE(source->Connect.endsWith("Pwd=" + BuildDatabasePassword()));
@@ -159,8 +162,8 @@ TEST_F(frmKonfiguratorExWindow, AResetOfASortedListGoesByTheName) {
     show([&] {
         window().SortTagOf[2] = "1Cena11";
         window().DataUpdate(2, QString(), true);
-        EXPECT_TRUE(window().Data1[2]->RecordSource.endsWith(" ORDER BY Naziv ASC"))
-            << window().Data1[2]->RecordSource.toStdString();
+        EXPECT_TRUE(window().Data1[2]->RecordSource().endsWith(" ORDER BY Naziv ASC"))
+            << window().Data1[2]->RecordSource().toStdString();
         EXPECT_EQ(products().columnIcon(2), "ASC");
     });
 }
@@ -275,8 +278,9 @@ TEST_F(frmKonfiguratorExWindow, AMenuItemThatIsOffTellsNothing) {
             const QAction* item = menu->actions().at(window().cP->indexOf(QLatin1String(key)) - 1);
             const QPoint at = menu->actionGeometry(const_cast<QAction*>(item)).center();
             // A menu passes over the first few moves close to where the pointer was when it came up.
-            for (int step = 0; step < 8; ++step)
+            for (int step = 0; step < 8; ++step) {
                 QTest::mouseMove(menu, at + QPoint(step, 0));
+            }
         };
         hover("refresh");
         EXPECT_EQ(statusText(), GetResString(10516));

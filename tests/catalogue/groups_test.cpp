@@ -38,8 +38,9 @@ class Groups : public CatalogueCommands {
     std::string manufacturerName(int number) { return nameIn("Proizvodjaci", "Proizvodjac", number); }
     QStringList texts() {
         QStringList all;
-        for (const platform::Box& box : boxes.asked)
+        for (const platform::Box& box : boxes.asked) {
             all.append(box.text);
+        }
         return all;
     }
 };
@@ -126,8 +127,9 @@ TEST_F(Groups, ThreeNamesAreSortedOnceAtTheEnd) {
         sort(kManufacturers, 1);
         QStringList during;
         boxes.onBox = [&](const platform::Box& box) {
-            if (box.icon == BoxIcon::Question)
+            if (box.icon == BoxIcon::Question) {
                 during.append(CatalogueWindow::texts(manufacturers()));
+            }
         };
         boxes.inputs = {QString("ZETA"), QString("ABA"), QString("CERN")};
         boxes.answers = {BoxAnswer::Yes, BoxAnswer::Yes, BoxAnswer::No};

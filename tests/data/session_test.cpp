@@ -4,6 +4,7 @@
 
 #include <QFileInfo>
 
+#include "common/scramble.h"
 #include "data/session_fixture.h"
 
 namespace {

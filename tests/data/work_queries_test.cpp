@@ -82,10 +82,11 @@ class ComingAndGoing : public WorkQueriesTest {
         SCOPED_TRACE(order + " crashing " + std::to_string(crashing));
         std::map<char, std::unique_ptr<Copy>> running;
         for (const char what : order) {
-            if (what <= 'C')
+            if (what <= 'C') {
                 come(running, what);
-            else
+            } else {
                 go(running, static_cast<char>(what - 'a' + 'A'), crashing);
+            }
             expectEverybodysView(running);
         }
     }
@@ -95,11 +96,13 @@ class ComingAndGoing : public WorkQueriesTest {
 
     void come(Running& running, char who) {
         std::set<int> held;
-        for (const auto& [name, copy] : running)
+        for (const auto& [name, copy] : running) {
             held.insert(copy->number());
+        }
         int expected = (static_cast<int>(queries().size()) + 1) / 3;
-        while (held.contains(expected))
+        while (held.contains(expected)) {
             ++expected;
+        }
         closeDatabases();
         running[who] = std::make_unique<Copy>(file(), connect(), who - 'A' + 100);
         EXPECT_EQ(running[who]->number(), expected);
@@ -107,10 +110,11 @@ class ComingAndGoing : public WorkQueriesTest {
     void go(Running& running, char who, int crashing) {
         const std::string clients = "QDCustomers" + std::to_string(running[who]->number());
         const bool crashes = (crashing >> (who - 'A') & 1) != 0;
-        if (crashes)
+        if (crashes) {
             running[who]->crash();
-        else
+        } else {
             running[who]->leave();
+        }
         running.erase(who);
         EXPECT_EQ(std::ranges::count(queries(), clients), crashes ? 1 : 0);
         closeDatabases();
@@ -135,8 +139,9 @@ TEST_F(ComingAndGoing, OfThreeCopiesInEveryOrderDisturbsNobody) {
         const auto at = [&](char what) { return order.find(what); };
         // A comes before B and B before C: the copies are all alike.
         if (at('A') > at('B') || at('B') > at('C') || at('A') > at('a') || at('B') > at('b') ||
-            at('C') > at('c'))
+            at('C') > at('c')) {
             continue;
+        }
         for (const int crashing : {0, 1, 2, 4}) {
             write(databaseFile(), delivered);
             play(order, crashing);

@@ -8,8 +8,10 @@
 #include <memory>
 #include <tuple>
 
+#include "common/window_places.h"
 #include "documents/document_rows.h"
 #include "platform/controls/boxes.h"
+#include "platform/dao/recordset.h"
 #include "platform/system/locale_scope.h"
 
 inline void PrintTo(const QString& text, std::ostream* out) {
@@ -44,8 +46,9 @@ struct ActiveReport2Test : ::testing::Test {
     }
     QString textOf(const report::Document& document) {
         QString text;
-        for (int page = 1; page <= document.pageCount(); ++page)
+        for (int page = 1; page <= document.pageCount(); ++page) {
             text += document.textOfPage(page) + "\n";
+        }
         return text;
     }
     report::Control& control(const char* section, const char* name) {
@@ -54,8 +57,9 @@ struct ActiveReport2Test : ::testing::Test {
     QString caption(const char* name) { return control("GroupFooter1", name).Caption; }
     QString head(const char* name) { return control("ReportHeader", name).Caption; }
     void expectTotals(const std::vector<Total>& totals) {
-        for (const Total& total : totals)
+        for (const Total& total : totals) {
             EXPECT_EQ(caption(total.label), QString(total.text)) << total.label;
+        }
     }
     void giveConditions() {
         report.setOptNacinPlacanja("Nacin placanja:");
@@ -75,15 +79,17 @@ struct ActiveReport2Test : ::testing::Test {
         static const QRegularExpression kRow("^(\\d+) Red ");
         for (const QString& line : document.textOfPage(page).split('\n')) {
             const auto match = kRow.match(line);
-            if (match.hasMatch())
+            if (match.hasMatch()) {
                 numbers += match.captured(1);
+            }
         }
         return numbers;
     }
     static std::vector<DocumentRow> rows(int count) {
         std::vector<DocumentRow> made;
-        for (int i = 1; i <= count; ++i)
+        for (int i = 1; i <= count; ++i) {
             made.push_back({.name = "Red " + std::to_string(i)});
+        }
         return made;
     }
 
@@ -186,8 +192,9 @@ TEST_F(ActiveReport2Test, ANewPageBeginsItsRunningNumbersAnewWhileTheSumsGoOn) {
     int seen = 0;
     for (int page = 1; page <= document.pageCount(); ++page) {
         const QStringList numbers = runningNumbers(document, page);
-        for (int i = 0; i < numbers.size(); ++i)
+        for (int i = 0; i < numbers.size(); ++i) {
             EXPECT_EQ(numbers[i].toInt(), i + 1);
+        }
         seen += static_cast<int>(numbers.size());
     }
     EXPECT_EQ(seen, 60);
@@ -246,8 +253,9 @@ TEST_F(ActiveReport2Test, AProFormaInvoice) {
     EXPECT_EQ(head("lblPredRacun"), "PREDRACUN");
     EXPECT_FALSE(control("ReportHeader", "lblOtpremnica").Visible);
     const QString text = textOf(document);
-    for (const char* absent : {"OTPREMNICA", "Robu izdao:", "Robu primio u ispravnom stanju:", "M.P."})
+    for (const char* absent : {"OTPREMNICA", "Robu izdao:", "Robu primio u ispravnom stanju:", "M.P."}) {
         EXPECT_FALSE(text.contains(absent)) << absent;
+    }
     EXPECT_TRUE(text.contains("Br. 17/2026"));
     EXPECT_TRUE(text.contains("U Smederevu, 3/5/2026."));
     EXPECT_EQ(report.title, "Predracun 17/2026");
@@ -259,8 +267,9 @@ TEST_F(ActiveReport2Test, AnInvoice) {
     EXPECT_EQ(head("lblPredRacun"), "Racun");
     const QString text = textOf(document);
     for (const char* wanted : {"Racun", "OTPREMNICA", "Robu izdao:", "Robu primio u ispravnom stanju:",
-                               "M.P.", "_________________________"})
+                               "M.P.", "_________________________"}) {
         EXPECT_TRUE(text.contains(wanted)) << wanted;
+    }
     EXPECT_EQ(control("PageFooter", "lblRobuIzdao").Caption, "Robu izdao:\n\n_________________________");
     EXPECT_EQ(control("PageFooter", "lblRobuPrimio").Caption,
               "Robu primio u ispravnom stanju:\n\n_________________________");
@@ -272,8 +281,9 @@ TEST_F(ActiveReport2Test, AnyOtherKindIsAnInvoiceThatNobodySigns) {
     const QString text = textOf(make({{}}));
     EXPECT_TRUE(text.contains("Racun"));
     EXPECT_TRUE(text.contains("OTPREMNICA"));
-    for (const char* absent : {"Robu izdao:", "Robu primio u ispravnom stanju:", "M.P."})
+    for (const char* absent : {"Robu izdao:", "Robu primio u ispravnom stanju:", "M.P."}) {
         EXPECT_FALSE(text.contains(absent)) << absent;
+    }
 }
 
 TEST_F(ActiveReport2Test, EverySectionHasItsControlsAndTheirFirstTexts) {
@@ -293,9 +303,11 @@ TEST_F(ActiveReport2Test, EverySectionHasItsControlsAndTheirFirstTexts) {
           "lblRokIsporukeTxt", "lblRokIsporuke", "lblIsporukaTxt", "lblIsporuka", "lblNapomenaTxt",
           "lblNapomena", "Line4", "Line5", "Line6", "Line7", "Line8"}},
         {"PageFooter", {"lblRobuIzdao", "lblRobuPrimio", "lblMP", "lblPecat", "Line9", "txtFooter"}}};
-    for (const auto& [section, names] : kNames)
-        for (const char* name : names)
+    for (const auto& [section, names] : kNames) {
+        for (const char* name : names) {
             EXPECT_NO_THROW(control(section, name)) << section << " " << name;
+        }
+    }
     EXPECT_TRUE(report.Sections("PageHeader").all().empty());
     EXPECT_TRUE(report.Sections("ReportFooter").all().empty());
 
@@ -317,13 +329,15 @@ TEST_F(ActiveReport2Test, EverySectionHasItsControlsAndTheirFirstTexts) {
         {"GroupFooter1", "lblSumPDVText", "Ukupan PDV:"},
         {"GroupFooter1", "Label12", "TOTAL za uplatu:"},
         {"PageFooter", "lblMP", "M.P."}};
-    for (const auto& [section, name, text] : kTexts)
+    for (const auto& [section, name, text] : kTexts) {
         EXPECT_EQ(control(section, name).Caption, text) << name;
+    }
     const std::pair<const char*, const char*> kFields[] = {
         {"txtNaziv", "XXX"},         {"txtStanje", "Stanje"},         {"txtCena", "Cena1"}, {"txtPDV", "PDV"},
         {"txtPDVPrice", "PDVPrice"}, {"txtMedjuTotal", "MedjuTotal"}, {"txtSN", "SN"}};
-    for (const auto& [name, field] : kFields)
+    for (const auto& [name, field] : kFields) {
         EXPECT_EQ(control("Detail", name).DataField, field) << name;
+    }
 }
 
 // Titles stand over their figures, and each title stands at the sum it names.
@@ -334,15 +348,18 @@ TEST_F(ActiveReport2Test, TheSumsStandAtTheirTitles) {
     for (const char* line :
          {"R. br. Naziv J/M Kolicina Jed. cena PDV-18% Cena+PDV Ukupno", "Ukupno bez PDV-a: 200.00",
           "Ukupan rabat (10%): 20.00", "Ukupno sa rabatom: 180.00", "Ukupni ostali troskovi (5%): 9.00",
-          "Ukupno sa ostalim troskovima: 189.00", "Ukupan PDV: 36.00", "TOTAL za uplatu: =225.00"})
+          "Ukupno sa ostalim troskovima: 189.00", "Ukupan PDV: 36.00", "TOTAL za uplatu: =225.00"}) {
         EXPECT_TRUE(text.contains(line)) << line << "\n" << text.toStdString();
+    }
 }
 
 TEST_F(ActiveReport2Test, ALongClientIsWrittenOutAndLeavesTheNumberInItsPlace) {
     const auto placeOf = [](const report::Document& document, const QString& text) {
-        for (const report::PageItem& item : document.pages.front().items)
-            if (item.text == text)
+        for (const report::PageItem& item : document.pages.front().items) {
+            if (item.text == text) {
                 return item.place;
+            }
+        }
         ADD_FAILURE() << text.toStdString();
         return QRectF();
     };
@@ -353,11 +370,13 @@ TEST_F(ActiveReport2Test, ALongClientIsWrittenOutAndLeavesTheNumberInItsPlace) {
     report.setKupacOstalo("Na ruke gospodji Mileni Petrovic-Jovanovic, nabavka, drugi sprat levo");
     const report::Document full = make({{}});
     const QString text = textOf(full);
-    for (const char* end : {"Beograd", "stan 21", "Beograd, 11000", "PIB: 100200300", "sprat levo"})
+    for (const char* end : {"Beograd", "stan 21", "Beograd, 11000", "PIB: 100200300", "sprat levo"}) {
         EXPECT_TRUE(text.contains(end)) << end;
+    }
     EXPECT_FALSE(text.contains(QChar(0x2026))) << text.toStdString();
-    for (const char* beside : {"PREDRACUN", "Br. 17/2026", "U Smederevu, 3/5/2026."})
+    for (const char* beside : {"PREDRACUN", "Br. 17/2026", "U Smederevu, 3/5/2026."}) {
         EXPECT_EQ(placeOf(full, beside), placeOf(plain, beside)) << beside;
+    }
     const double titles = placeOf(full, "Naziv").top();
     EXPECT_GT(titles, placeOf(plain, "Naziv").top());
     for (const report::PageItem& item : full.pages.front().items) {
@@ -399,8 +418,9 @@ TEST_F(ActiveReport2Test, TheFirmsValuesHideWhereEmptyAndTheirTitlesStay) {
     EXPECT_TRUE(text.contains("160-1-1"));
     EXPECT_FALSE(control("ReportHeader", "lblFrmPIB").Visible);
     for (const char* title :
-         {"Maticni broj:", "Registarski broj:", "Sifra delatnosti:", "PIB:", "PDV:", "Racun broj:"})
+         {"Maticni broj:", "Registarski broj:", "Sifra delatnosti:", "PIB:", "PDV:", "Racun broj:"}) {
         EXPECT_TRUE(text.contains(title)) << title;
+    }
 }
 
 TEST_F(ActiveReport2Test, EachFirmsValueStandsAtItsTitle) {
@@ -414,16 +434,19 @@ TEST_F(ActiveReport2Test, EachFirmsValueStandsAtItsTitle) {
     const char* const names[] = {"lblFrmMatBr", "lblFrmRegBr", "lblFrmSifDel",
                                  "lblFrmPIB",   "lblFrmPDV",   "lblFrmRacunBr"};
     const char* const texts[] = {"m", "r", "s", "p", "d", "b"};
-    for (int i = 0; i < 6; ++i)
+    for (int i = 0; i < 6; ++i) {
         EXPECT_EQ(head(names[i]), QString(texts[i]));
+    }
 }
 
 TEST_F(ActiveReport2Test, TheClientsBlock) {
     report.setKupacPIB("100200300");
     report.setKupacOstalo("Na ruke Mileni");
     const QString text = textOf(make({{}}));
-    for (const char* line : {"Peric Pera", "Lipova 1", "Beograd, 11000", "PIB: 100200300", "Na ruke Mileni"})
+    for (const char* line :
+         {"Peric Pera", "Lipova 1", "Beograd, 11000", "PIB: 100200300", "Na ruke Mileni"}) {
         EXPECT_TRUE(text.contains(line)) << line;
+    }
     EXPECT_EQ(head("lblKupacPIB"), "PIB: 100200300");
     report.setKupacPIB("");
     make({{}});
@@ -442,8 +465,9 @@ TEST_F(ActiveReport2Test, AllConditions) {
     const QString text = textOf(make({{}}));
     for (const char* line :
          {"Nacin placanja: 100% avans.", "Rok za uplatu: Tri dana.", "Rok isporuke: Odmah.",
-          "Isporuka: FCO prostorije.", "Napomena: Garancija dve godine."})
+          "Isporuka: FCO prostorije.", "Napomena: Garancija dve godine."}) {
         EXPECT_TRUE(text.contains(line)) << line;
+    }
 }
 
 TEST_F(ActiveReport2Test, AConditionWithoutItsValueOrItsCaptionPrintsNeither) {
@@ -451,8 +475,9 @@ TEST_F(ActiveReport2Test, AConditionWithoutItsValueOrItsCaptionPrintsNeither) {
     report.setOptRokPlacanja2("");
     report.setOptIsporuka("");
     const QString text = textOf(make({{}}));
-    for (const char* absent : {"Rok za uplatu:", "Tri dana.", "Isporuka:", "FCO prostorije."})
+    for (const char* absent : {"Rok za uplatu:", "Tri dana.", "Isporuka:", "FCO prostorije."}) {
         EXPECT_FALSE(text.contains(absent)) << absent;
+    }
     EXPECT_TRUE(text.contains("Napomena: Garancija dve godine."));
 }
 
@@ -574,8 +599,9 @@ TEST_F(ActiveReport2Test, LongNamesWrapAndWideAmountsFit) {
                .quantity = 1,
                .price = 12345678.9,
                .serial = "A-1"}}));
-    for (const char* part : {"Graficka karta,", "Dodatkom", "12,345,678.90", "Serijski broj: A-1"})
+    for (const char* part : {"Graficka karta,", "Dodatkom", "12,345,678.90", "Serijski broj: A-1"}) {
         EXPECT_TRUE(text.contains(part)) << part << "\n" << text.toStdString();
+    }
 }
 
 TEST_F(ActiveReport2Test, AmountsLineUpAtTheRight) {
@@ -614,13 +640,15 @@ TEST_F(ActiveReport2Test, ThePdfHoldsTheText) {
     make({{.price = 100}}).savePdf(file);
     QProcess reader;
     reader.start("pdftotext", {"-layout", file, "-"});
-    if (!reader.waitForStarted())
+    if (!reader.waitForStarted()) {
         GTEST_SKIP() << "there is no reader of PDF files here";
+    }
     ASSERT_TRUE(reader.waitForFinished());
     const QString text = QString::fromUtf8(reader.readAllStandardOutput());
     for (const char* part : {"PREDRACUN", "Br. 17/2026", "Memorija, Proizvodjac, Modul", "=118.00",
-                             "stotinuosamnaestdin. i 0/100"})
+                             "stotinuosamnaestdin. i 0/100"}) {
         EXPECT_TRUE(text.contains(part)) << part << "\n" << text.toStdString();
+    }
 }
 
 TEST_F(ActiveReport2Test, ThereIsOneForTheProgram) {

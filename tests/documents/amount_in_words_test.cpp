@@ -5,10 +5,10 @@
 #include <QLocale>
 #include <QStringList>
 
+#include "common/modMain.h"
 #include "platform/system/locale_scope.h"
 #include "platform/system/numbers.h"
 #include "platform/system/trap.h"
-#include "shell/modMain.h"
 
 namespace {
 
@@ -35,8 +35,9 @@ struct Words {
     QString upTo999(int number, bool asFeminine) const {
         const int rest = number % 100;
         QString text = hundreds[number / 100];
-        if (rest < 20 && rest > 9)
+        if (rest < 20 && rest > 9) {
             return text + one[rest];
+        }
         return text + tens[rest / 10] + (asFeminine ? feminine : one)[rest % 10];
     }
     QString upTo999999(int number) const {
@@ -72,8 +73,9 @@ TEST(AmountInWordsTest, EveryAmountToTenThousandByTheBookkeepersTable) {
     const Words table;
     for (int number = 1; number <= 9999; ++number) {
         QString text = QString::number(number) + ".00";
-        if (number > 999)
+        if (number > 999) {
             text.insert(1, ',');
+        }
         ASSERT_EQ(words(text, number % 2 == 0),
                   table.upTo999999(number) + (number % 2 == 0 ? "din. i 0/100" : "eur. i 0/100"))
             << number;
@@ -82,8 +84,9 @@ TEST(AmountInWordsTest, EveryAmountToTenThousandByTheBookkeepersTable) {
 
 TEST(AmountInWordsTest, EveryThousandByTheBookkeepersTable) {
     const Words table;
-    for (int thousands = 1; thousands <= 999; ++thousands)
+    for (int thousands = 1; thousands <= 999; ++thousands) {
         ASSERT_EQ(wordsOf(thousands * 1000 + 7), table.upTo999999(thousands * 1000 + 7) + "din. i 0/100");
+    }
 }
 
 TEST(AmountInWordsTest, EveryEndingOfTheThousands) {
@@ -106,8 +109,9 @@ TEST(AmountInWordsTest, EveryEndingOfTheThousands) {
                                                  {101, "stotinujednahiljada"},
                                                  {112, "stotinudvanaesthiljada"},
                                                  {302, "tristotinedvehiljade"}};
-    for (const auto& [count, text] : rows)
+    for (const auto& [count, text] : rows) {
         EXPECT_EQ(wordsOf(count * 1000LL), text + "din. i 0/100");
+    }
 }
 
 TEST(AmountInWordsTest, EveryEndingOfTheMillions) {
@@ -123,8 +127,9 @@ TEST(AmountInWordsTest, EveryEndingOfTheMillions) {
                                                  {21, "dvadesetjedanmilion"},
                                                  {111, "stotinujedanaestmilion"},
                                                  {222, "dvestotinedvadesetdvamiliona"}};
-    for (const auto& [count, text] : rows)
+    for (const auto& [count, text] : rows) {
         EXPECT_EQ(wordsOf(count * 1'000'000LL), text + "din. i 0/100");
+    }
 }
 
 TEST(AmountInWordsTest, MilliardsUpToTheLargestAmount) {

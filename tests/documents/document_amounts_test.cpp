@@ -13,9 +13,11 @@ namespace {
 
 // The texts below are written as under a point.
 QString local(QString text, bool comma) {
-    if (comma)
-        for (QChar& letter : text)
+    if (comma) {
+        for (QChar& letter : text) {
             letter = letter == ',' ? QChar('.') : letter == '.' ? QChar(',') : letter;
+        }
+    }
     return text;
 }
 
@@ -104,14 +106,16 @@ class DocumentAmounts : public DocumentWindow,
                                       "Ukupan PDV:",
                                       "TOTAL za uplatu:"};
         QStringList lines{QString("Slovima: ") + paper.words};
-        for (size_t i = 0; i < paper.sums.size(); ++i)
+        for (size_t i = 0; i < paper.sums.size(); ++i) {
             lines += QString(labels[i]) + ' ' + local(paper.sums[i], comma);
+        }
         for (size_t i = 0; i < paper.rows.size(); ++i) {
             const Drawn& row = bill.drawn[i];
-            if (row.name)
+            if (row.name) {
                 lines += QString("%1 Memorija, Kingston, %2 Kom. ").arg(i + 1).arg(row.name) +
                          local(row.quantity == 1.5F ? "1.5" : QString::number(int(row.quantity)), comma) +
                          ' ' + local(paper.rows[i], comma);
+            }
         }
         return lines;
     }
@@ -125,9 +129,11 @@ TEST_P(DocumentAmounts, StandOnPaperAsCountedByHand) {
     KursKupovni = bill.rate;
     view.discount = "10";
     view.tax = bill.tax;
-    for (const Drawn& row : bill.drawn)
-        if (row.name)
+    for (const Drawn& row : bill.drawn) {
+        if (row.name) {
             draw(row.name, row.quantity, row.price);
+        }
+    }
     proForma([&] {
         choose(2, decimals);
         check(0)->setChecked(true);
@@ -136,8 +142,9 @@ TEST_P(DocumentAmounts, StandOnPaperAsCountedByHand) {
     });
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
     const QStringList lines = documentText().split('\n');
-    for (const QString& line : linesOf(bill, bill.papers[dinars ? 1 : 0][decimals], comma))
+    for (const QString& line : linesOf(bill, bill.papers[dinars ? 1 : 0][decimals], comma)) {
         EXPECT_TRUE(lines.contains(line)) << line.toStdString() << "\n" << documentText().toStdString();
+    }
 }
 
 std::string paramName(const ::testing::TestParamInfo<std::tuple<bool, bool, bool, int>>& info) {

@@ -35,8 +35,9 @@ struct DocumentNumberTest : DeliveredFixture {
     bool tableIsThere() {
         bool found = false;
         dao::TableDefsCollection tables = openDatabase().TableDefs();
-        for (int i = 0; i < tables.Count(); ++i)
+        for (int i = 0; i < tables.Count(); ++i) {
             found = found || tables[i].Name() == "DocNumber";
+        }
         closeDatabases();
         return found;
     }
@@ -166,18 +167,23 @@ TEST_F(DocumentNumberTest, EightWorkstationsNeverShareANumberAndLeaveNoneOut) {
             side.ready();
             side.untilReleased();
             QFile file(notes);
-            if (!file.open(QIODevice::WriteOnly))
+            if (!file.open(QIODevice::WriteOnly)) {
                 throw std::runtime_error("no notes");
-            for (int i = 0; i < kEach; ++i)
+            }
+            for (int i = 0; i < kEach; ++i) {
                 file.write(QByteArray::number(document_number::change(Kind::Invoice).number) + '\n');
+            }
         }));
     }
-    for (auto& station : stations)
+    for (auto& station : stations) {
         ASSERT_TRUE(station->waitReady());
-    for (auto& station : stations)
+    }
+    for (auto& station : stations) {
         station->release();
-    for (auto& station : stations)
+    }
+    for (auto& station : stations) {
         ASSERT_EQ(station->wait(), 0);
+    }
 
     std::set<int> taken;
     int count = 0;

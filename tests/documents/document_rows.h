@@ -24,22 +24,30 @@ class DocumentRows : public report::RowSource {
     qint64 count() override { return static_cast<qint64>(rows_.size()); }
     dao::Value value(const QString& field) override {
         const DocumentRow& row = rows_.at(place_ - 1);
-        if (field == "XXX")
+        if (field == "XXX") {
             return row.name;
-        if (field == "SN")
+        }
+        if (field == "SN") {
             return row.serial;
-        if (field == "JM")
+        }
+        if (field == "JM") {
             return row.unit;
-        if (field == "Stanje")
+        }
+        if (field == "Stanje") {
             return row.quantity < 0 ? dao::Value() : dao::Value(row.quantity);
-        if (field == "Cena1")
+        }
+        if (field == "Cena1") {
             return row.price;
-        if (field == "MedjuTotal")
+        }
+        if (field == "MedjuTotal") {
             return row.price * static_cast<double>(row.quantity) * (1 + tax_ / 100);
-        if (field == "PDV")
+        }
+        if (field == "PDV") {
             return row.price * tax_ / 100;
-        if (field == "PDVPrice")
+        }
+        if (field == "PDVPrice") {
             return row.price * (1 + tax_ / 100);
+        }
         throw dao::Error(dao::errItemNotFound, field.toStdString());
     }
 

@@ -16,19 +16,22 @@
 #include "documents/ActiveReport2.h"
 #include "documents/frmPrintInvoiceEx.h"
 #include "platform/controls/date_field.h"
-#include "records/link_label.h"
+#include "platform/controls/link_label.h"
 #include "support/fixture.h"
 
 // What the main window would have selected.
 struct SelectedService : ServiceView {
     QString tabCaption(int) const override { return {}; }
-    QString serviceKey() const override { return key; }
-    QString serviceColumn(int column) const override { return column == 5 ? discount : tax; }
+    std::optional<qint32> serviceId() const override { return service; }
+    QString serviceStarted() const override { return {}; }
+    QString serviceDiscount() const override { return discount; }
+    QString serviceTax() const override { return tax; }
     QString serviceDescription() const override { return {}; }
     QString clientField(const QString& field) const override { return client.value(field); }
     bool isFirm() const override { return firm; }
 
-    QString key, discount = "0", tax = "18";
+    std::optional<qint32> service;
+    QString discount = "0", tax = "18";
     bool firm = false;
     QMap<QString, QString> client{
         {"Surname", "Peric"}, {"GivenName", "Pera"}, {"FirmName", "Racunar d.o.o."}, {"Street", "Lipova 1"},
@@ -41,7 +44,7 @@ struct DocumentWindow : DeliveredFixture {
     void SetUp() override {
         DeliveredFixture::SetUp();
         service = addService(addComputer(addClient()));
-        view.key = "K" + QString::number(service);
+        view.service = service;
         closeDatabases();
         KursKupovni = 117.5F;
         CeneDinarske = true;
@@ -90,8 +93,9 @@ struct DocumentWindow : DeliveredFixture {
     void choose(int box, int index) {
         combo(box)->setFocus();
         QTest::keyClick(combo(box), Qt::Key_Home);
-        for (int i = 0; i < index; ++i)
+        for (int i = 0; i < index; ++i) {
             QTest::keyClick(combo(box), Qt::Key_Down);
+        }
         EXPECT_EQ(combo(box)->currentIndex(), index);
     }
     QPushButton* command(int i) { return control<QPushButton>(QString("Command1(%1)").arg(i)); }
@@ -107,7 +111,7 @@ struct DocumentWindow : DeliveredFixture {
     }
     bool warned() { return tabs()->widget(1)->property("image") == "warning"; }
     void print() { QTest::mouseClick(command(0), Qt::LeftButton); }
-    void defaults() { QTest::mouseClick(control<LinkLabel>("Label2"), Qt::LeftButton); }
+    void defaults() { QTest::mouseClick(control<platform::LinkLabel>("Label2"), Qt::LeftButton); }
     static QString year() { return QString::number(QDate::currentDate().year()); }
 
     static const settings::Setting& own(const char* key) { return settings::find("frmPrintInvoiceEx", key); }

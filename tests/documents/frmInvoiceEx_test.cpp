@@ -6,6 +6,7 @@
 #include <QWindow>
 
 #include "catalogue/frmKonfiguratorEx.h"
+#include "common/help.h"
 #include "documents/requisition_window.h"
 
 namespace {
@@ -92,8 +93,9 @@ TEST_F(RequisitionList, EverydayPricesAddUpAsOnTheCustomersPaper) {
     draw(13, "Kingston", "Modul", 33.335F, 2);
     const auto figures = [&] {
         QStringList all;
-        for (const char* row : {"K11", "K12", "K13"})
+        for (const char* row : {"K11", "K12", "K13"}) {
             all.append(cell(row, 6) + " x " + cell(row, 7) + " = " + cell(row, 8));
+        }
         return all.join("; ") + "; " + total();
     };
     show([&] {
@@ -121,8 +123,9 @@ TEST_F(RequisitionList, EnterLeavesTheListAsItIs) {
 }
 
 TEST_F(RequisitionList, TheTotalAddsUpTheAmountsOnShow) {
-    for (int product : {11, 12, 13})
+    for (int product : {11, 12, 13}) {
         draw(product, "Asus", "Sitnica", 0.335F, 1);
+    }
     show([&] {
         EXPECT_EQ(cell("K11", 8), "0.34");
         EXPECT_EQ(total(), "1.02");
@@ -380,14 +383,14 @@ TEST_F(RequisitionList, EachHeaderSortsByItsField) {
             clickHeader(column);
             const QString field = fields[column - 1];
             EXPECT_EQ(win().Data1Tag, "1" + field + "0");
-            EXPECT_EQ(win().Data1->RecordSource,
+            EXPECT_EQ(win().Data1->RecordSource(),
                       QString("SELECT * FROM InvoiceData WHERE ServiceID=%1 ORDER BY %2 ASC")
                           .arg(service)
                           .arg(field));
             EXPECT_EQ(list().columnIcon(column), "ASC");
         }
         press(Qt::Key_F8);
-        EXPECT_EQ(win().Data1->RecordSource,
+        EXPECT_EQ(win().Data1->RecordSource(),
                   QString("SELECT * FROM InvoiceData WHERE ServiceID=%1").arg(service));
     });
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
@@ -622,12 +625,14 @@ TEST_F(RequisitionList, TheTotalAndTheHeaderHaveTheirPictures) {
 
 TEST_F(RequisitionList, TheToolbarHasItsButtonsInOrder) {
     QStringList all;
-    for (const QAction* action : win().Toolbar1->actions())
+    for (const QAction* action : win().Toolbar1->actions()) {
         all.append(action->isSeparator() ? QString("-") : action->text());
+    }
     EXPECT_EQ(all.join('|'),
               "Konfigurator|-|Izbrisi|Izbrisi Sve|-|Azuriraj|-|Stampaj|-|Ponisti Sortiranje|-|Pomoc");
-    for (const QAction* action : win().Toolbar1->actions())
+    for (const QAction* action : win().Toolbar1->actions()) {
         EXPECT_EQ(action->icon().isNull(), action->isSeparator()) << action->text().toStdString();
+    }
     EXPECT_EQ(win().Toolbar1->toolButtonStyle(), Qt::ToolButtonTextUnderIcon);
     EXPECT_TRUE(win().windowFlags().testFlag(Qt::WindowMaximizeButtonHint)) << "a long list wants room";
 }
@@ -711,12 +716,13 @@ TEST_F(RequisitionList, F12AndTheFirstButtonOpenTheCatalogueOverIt) {
     show([&] {
         int opened = 0;
         const auto closeIt = [&] {
-            for (QWidget* window : QApplication::topLevelWidgets())
+            for (QWidget* window : QApplication::topLevelWidgets()) {
                 if (auto* catalogue = qobject_cast<frmKonfiguratorEx*>(window)) {
                     ++opened;
                     EXPECT_EQ(catalogue->ParentForm, static_cast<CatalogueParent*>(&win()));
                     catalogue->reject();
                 }
+            }
         };
         QTimer::singleShot(50, &win(), closeIt);
         press(Qt::Key_F12);

@@ -58,8 +58,9 @@ TEST_F(FrmPrintInvoiceExTest, TheListsHoldTheirItems) {
     proForma([&] {
         const auto items = [&](int i) {
             QStringList texts;
-            for (int k = 0; k < combo(i)->count(); ++k)
+            for (int k = 0; k < combo(i)->count(); ++k) {
                 texts += combo(i)->itemText(k);
+            }
             return texts;
         };
         EXPECT_EQ(items(0), QStringList({"/", "-", "~", "*", "@", "#", " (razmak)"}));
@@ -89,7 +90,7 @@ TEST_F(FrmPrintInvoiceExTest, CaptionsAndToolTips) {
             EXPECT_EQ(label->text(), labels[i]);
             EXPECT_EQ(label->buddy(), text1(i)) << i;
         }
-        EXPECT_EQ(control<LinkLabel>("Label2")->text(),
+        EXPECT_EQ(control<platform::LinkLabel>("Label2")->text(),
                   "Popuni sva polja na izabranom tab-u podrazumevanim vrednostima");
         for (QWidget* widget : window().findChildren<QWidget*>()) {
             if (widget->focusPolicy() != Qt::NoFocus && !widget->objectName().startsWith("qt_") &&
@@ -104,8 +105,9 @@ TEST_F(FrmPrintInvoiceExTest, FramesAndLabelsOfBothTabs) {
     EXPECT_EQ(sample(), "(npr. ..., od)") << "until its number is known";
     proForma([&] {
         QStringList frames;
-        for (const auto* frame : window().findChildren<QGroupBox*>())
+        for (const auto* frame : window().findChildren<QGroupBox*>()) {
             frames += frame->title();
+        }
         frames.sort();
         EXPECT_EQ(frames.join('|'), "Fiskalni podaci firme:|Ostalo:|Podaci Kupca/Klijenta:|Uslovi:");
         const std::tuple<int, const char*, QWidget*> labels[] = {{0, "&Broj:", combo(0)},
@@ -128,12 +130,15 @@ TEST_F(FrmPrintInvoiceExTest, FramesAndLabelsOfBothTabs) {
 TEST_F(FrmPrintInvoiceExTest, AnInvoiceTurnsTheFourConditionsOff) {
     invoice([&] {
         EXPECT_EQ(window().windowTitle(), "Stampanje Racuna");
-        for (int i = 1; i <= 4; ++i)
+        for (int i = 1; i <= 4; ++i) {
             EXPECT_FALSE(check(i)->isEnabled()) << i;
-        for (int i = 1; i <= 8; ++i)
+        }
+        for (int i = 1; i <= 8; ++i) {
             EXPECT_FALSE(text2(i)->isEnabled()) << i;
-        for (int i = 5; i <= 8; ++i)
+        }
+        for (int i = 5; i <= 8; ++i) {
             EXPECT_TRUE(check(i)->isEnabled()) << i;
+        }
         EXPECT_TRUE(text2(9)->isEnabled());
         EXPECT_TRUE(text2(10)->isEnabled());
         EXPECT_TRUE(text2(11)->isEnabled());
@@ -178,11 +183,13 @@ TEST_F(FrmPrintInvoiceExTest, TheFooterIsTypedOnlyWhereTheFirmsDataAreNotTaken) 
 
 TEST_F(FrmPrintInvoiceExTest, StoredCheckBoxesTurnTheirFieldsOffAtOnce) {
     for (const char* key : {"ChkNacinPlacanja", "ChkRokPlacanja", "ChkRokIsporuke", "ChkIsporuka",
-                            "ChkNapomena", "ChkPecatPotpis", "ChkFooterFromSett"})
+                            "ChkNapomena", "ChkPecatPotpis", "ChkFooterFromSett"}) {
         settings::setInteger(own(key), 0);
+    }
     proForma([&] {
-        for (int i = 1; i <= 11; ++i)
+        for (int i = 1; i <= 11; ++i) {
             EXPECT_FALSE(text2(i)->isEnabled()) << i;
+        }
         EXPECT_TRUE(text2(12)->isEnabled());
     });
 }
@@ -256,8 +263,9 @@ TEST_F(FrmPrintInvoiceExTest, DefaultsOfTheSecondTab) {
     proForma([&] {
         turnTo(1);
         text2(1)->setText("ostaje");
-        for (int i = 0; i <= 10; ++i)
+        for (int i = 0; i <= 10; ++i) {
             text1(i)->setText("Drugo");
+        }
         defaults();
         EXPECT_EQ(text1(0)->text(), "07123456");
         EXPECT_EQ(text1(6)->text(), "Peric Pera");
@@ -274,19 +282,23 @@ TEST_F(FrmPrintInvoiceExTest, DefaultsOfTheFirstTab) {
         choose(1, 2);
         choose(2, 0);
         check(0)->setChecked(true);
-        for (int i = 1; i <= 8; ++i)
+        for (int i = 1; i <= 8; ++i) {
             check(i)->setChecked(false);
-        for (int i = 0; i <= 12; ++i)
+        }
+        for (int i = 0; i <= 12; ++i) {
             text2(i)->setText("7");
+        }
         defaults();
         EXPECT_EQ(combo(0)->currentIndex(), 0);
         EXPECT_EQ(combo(1)->currentIndex(), 0);
         EXPECT_EQ(combo(2)->currentIndex(), 2);
         EXPECT_FALSE(check(0)->isChecked());
-        for (int i = 1; i <= 8; ++i)
+        for (int i = 1; i <= 8; ++i) {
             EXPECT_TRUE(check(i)->isChecked()) << i;
-        for (int i = 0; i <= 12; ++i)
+        }
+        for (int i = 0; i <= 12; ++i) {
             EXPECT_EQ(text2(i)->text(), kTags[i]) << i;
+        }
         EXPECT_EQ(text1(0)->text(), "ostaje");
     });
 }
@@ -631,8 +643,8 @@ TEST_F(FrmPrintInvoiceExTest, EnterOnAButtonPressesThatButton) {
         EXPECT_TRUE(boxes.inputs.isEmpty()) << "the new number was asked for twice";
         EXPECT_EQ(command(2)->text(), "0");
         text2(1)->setText("drugacije");
-        control<LinkLabel>("Label2")->setFocus();
-        QTest::keyClick(control<LinkLabel>("Label2"), Qt::Key_Return);
+        control<platform::LinkLabel>("Label2")->setFocus();
+        QTest::keyClick(control<platform::LinkLabel>("Label2"), Qt::Key_Return);
         EXPECT_EQ(text2(1)->text(), "Nacin placanja:");
         EXPECT_TRUE(window().isVisible());
         command(1)->setFocus();

@@ -31,8 +31,9 @@ class CriticalProducts : public DeliveredFixture {
     }
     QString keys() {
         QStringList all;
-        for (int i = 1; i <= window->ListView1->count(); ++i)
+        for (int i = 1; i <= window->ListView1->count(); ++i) {
             all.append(window->ListView1->item(i).Key + ":" + window->ListView1->item(i).SmallIcon);
+        }
         return all.join(' ');
     }
     QString file() {
@@ -47,8 +48,9 @@ class CriticalProducts : public DeliveredFixture {
         QTimer::singleShot(0, window.get(), [&] {
             ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
             work();
-            if (window->isVisible())
+            if (window->isVisible()) {
                 window->reject();
+            }
         });
         window->Display();
     }
@@ -73,8 +75,9 @@ TEST_F(CriticalProducts, ExplainsTheMarksAndHasSixColumns) {
         "Proizvodi oznaceni brojem 2 nisu pronadjeni u tabeli proizvoda, najverovatnije zato sto ih je "
         "neko od korisnika odatle vec izbrisao.");
     QStringList headers;
-    for (int i = 1; i <= window->ListView1->columnCount(); ++i)
+    for (int i = 1; i <= window->ListView1->columnCount(); ++i) {
         headers.append(window->ListView1->columnText(i));
+    }
     EXPECT_EQ(headers.join('|'), "Proizvodjac|Grupa|Naziv|Opis|Cena [EUR]|Kolicina");
     EXPECT_TRUE(boxes.asked.isEmpty());
 }

@@ -22,8 +22,10 @@ struct ServiceOnShow : ServiceView {
     QString client = QStringLiteral("Peric Pera"), computer = QStringLiteral("PC");
     QString started = QStringLiteral("3/3/2026"), description = QStringLiteral("ne radi");
     QString tabCaption(int tab) const override { return tab == 1 ? client : computer; }
-    QString serviceKey() const override { return QStringLiteral("K1"); }
-    QString serviceColumn(int column) const override { return column == 1 ? started : QString(); }
+    std::optional<qint32> serviceId() const override { return 1; }
+    QString serviceStarted() const override { return started; }
+    QString serviceDiscount() const override { return {}; }
+    QString serviceTax() const override { return {}; }
     QString serviceDescription() const override { return description; }
     QString clientField(const QString&) const override { return {}; }
     bool isFirm() const override { return false; }
@@ -106,8 +108,9 @@ class RequisitionWindow : public DeliveredFixture {
             ASSERT_TRUE(waitUntilActive(win()));
             QCoreApplication::processEvents();
             work();
-            if (win().isVisible())
+            if (win().isVisible()) {
                 win().reject();
+            }
         });
         win().Display();
     }
@@ -117,16 +120,19 @@ class RequisitionWindow : public DeliveredFixture {
     platform::ListView& list() { return *win().ListView1; }
     QStringList keys() {
         QStringList all;
-        for (int i = 1; i <= list().count(); ++i)
+        for (int i = 1; i <= list().count(); ++i) {
             all.append(list().item(i).Key);
+        }
         return all;
     }
     // The names of the products, in the order on screen.
     QString names() {
         QStringList all;
-        for (int i = 1; i <= list().count(); ++i)
-            if (list().item(i).Key != "total")
+        for (int i = 1; i <= list().count(); ++i) {
+            if (list().item(i).Key != "total") {
                 all.append(list().item(i).SubItems(2));
+            }
+        }
         return all.join(',');
     }
     static QString key(int product) { return QStringLiteral("K%1").arg(product); }
@@ -143,9 +149,11 @@ class RequisitionWindow : public DeliveredFixture {
     bool canUse(const char* button) { return win().toolbarButton(QLatin1String(button))->isEnabled(); }
     QString usable() {
         QStringList all;
-        for (const char* button : {"konfig", "delete", "delall", "refresh", "print", "unsort", "help"})
-            if (canUse(button))
+        for (const char* button : {"konfig", "delete", "delall", "refresh", "print", "unsort", "help"}) {
+            if (canUse(button)) {
                 all.append(QLatin1String(button));
+            }
+        }
         return all.join(' ');
     }
     QWidget* face(const char* button) {

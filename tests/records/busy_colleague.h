@@ -1,6 +1,7 @@
 #pragma once
 
-#include "platform/dao/dao.h"
+#include "platform/dao/database.h"
+#include "platform/dao/dbengine.h"
 #include "support/second_process.h"
 
 // A colleague whose program is writing into the file, from hold() to letGo(): nothing else can be written

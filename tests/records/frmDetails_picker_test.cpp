@@ -1,3 +1,4 @@
+#include "common/help.h"
 #include "service_editor.h"
 
 // --- Date picker.
@@ -139,7 +140,7 @@ TEST_F(ServiceEditor, NewServiceHasNoPriceListYet) {
 
 TEST_F(ServiceEditor, LinksShowThemselvesUnderTheMouse) {
     add([&] {
-        auto* link = control<LinkLabel>("Label2");
+        auto* link = control<platform::LinkLabel>("Label2");
         EXPECT_FALSE(link->font().underline());
         EXPECT_EQ(link->cursor().shape(), Qt::PointingHandCursor);
         QEnterEvent enter({1, 1}, {1, 1}, {1, 1});
@@ -156,7 +157,7 @@ TEST_F(ServiceEditor, LinksShowThemselvesUnderTheMouse) {
 
 TEST_F(ServiceEditor, ALinkThatIsOffDoesNotOfferItself) {
     add([&] {
-        auto* link = control<LinkLabel>("Label2");
+        auto* link = control<platform::LinkLabel>("Label2");
         link->setEnabled(false);
         EXPECT_NE(link->cursor().shape(), Qt::PointingHandCursor);
         QEnterEvent enter({1, 1}, {1, 1}, {1, 1});
@@ -172,7 +173,7 @@ TEST_F(ServiceEditor, ALinkThatIsOffDoesNotOfferItself) {
 TEST_F(ServiceEditor, LinksShowThemselvesToTheKeyboardToo) {
     add([&] {
         for (const char* name : {"Label2", "Label3"}) {
-            auto* link = control<LinkLabel>(name);
+            auto* link = control<platform::LinkLabel>(name);
             link->setFocus(Qt::TabFocusReason);
             EXPECT_TRUE(link->font().underline()) << name;
             EXPECT_EQ(link->palette().color(QPalette::WindowText), QColor(0, 0, 255));
@@ -227,13 +228,16 @@ TEST_F(ServiceEditor, HelpOpensTheWindowsPageAndF1TheFields) {
 
 TEST_F(ServiceEditor, EveryControlHasATopicOfItsOwn) {
     QList<int> topics;
-    for (const QWidget* widget : editor().findChildren<QWidget*>())
-        if (const int topic = widget->property("HelpContextID").toInt())
+    for (const QWidget* widget : editor().findChildren<QWidget*>()) {
+        if (const int topic = widget->property("HelpContextID").toInt()) {
             topics.append(topic);
+        }
+    }
     std::sort(topics.begin(), topics.end());
     QList<int> expected;
-    for (int topic = 301; topic <= 318; ++topic)
+    for (int topic = 301; topic <= 318; ++topic) {
         expected.append(topic);
+    }
     EXPECT_EQ(topics, expected);
 }
 

@@ -1,3 +1,4 @@
+#include "common/help.h"
 #include "service_editor.h"
 
 // --- Properties and filling.
@@ -22,8 +23,9 @@ TEST_F(ServiceEditor, AddBeginsWithTodayAndEmptyFields) {
     add([&] {
         EXPECT_TRUE(editor().isModal());
         EXPECT_EQ(text(0), today());
-        for (int i : {1, 2, 5, 6, 7, 8})
+        for (int i : {1, 2, 5, 6, 7, 8}) {
             EXPECT_EQ(text(i), "") << i;
+        }
         EXPECT_EQ(control<QPlainTextEdit>("Text1(4)")->toPlainText(), "");
         EXPECT_EQ(forPayment(), "0.00");
         EXPECT_EQ(selectedKinds(), "1000") << "the catch-all kind";
@@ -169,11 +171,13 @@ TEST_F(ServiceEditor, LabelsAndButtonsSayWhatTheyAre) {
                                  "P&aid:",
                                  "&GST:",
                                  "Ser&vice type:"};
-        for (int i = 0; i < labels.size(); ++i)
+        for (int i = 0; i < labels.size(); ++i) {
             EXPECT_EQ(control<QLabel>(QStringLiteral("Label1(%1)").arg(i))->text(), labels[i]);
+        }
         const QStringList buttons{"OK", "Cancel", "&Help"};
-        for (int i = 0; i < buttons.size(); ++i)
+        for (int i = 0; i < buttons.size(); ++i) {
             EXPECT_EQ(control<QPushButton>(QStringLiteral("Command1(%1)").arg(i))->text(), buttons[i]);
+        }
         EXPECT_EQ(control<QLabel>("Label2")->text(), "Deselect all items");
         EXPECT_EQ(control<QLabel>("Label3")->text(), "View price list");
         cancel();
@@ -248,8 +252,9 @@ TEST_F(ServiceEditor, NoKindIsTheFirstKind) {
 
 TEST_F(ServiceEditor, TenthKindIsNotTakenForTheFirst) {
     QStringList names{""};
-    for (int i = 1; i <= 11; ++i)
+    for (int i = 1; i <= 11; ++i) {
         names.append(QString::number(i));
+    }
     editor().setAllServiceTypes(names);
     add([&] {
         clickKind(0);
@@ -292,8 +297,9 @@ TEST_F(ServiceEditor, ATableWithoutKindsIsAsGoodAsNone) {
 
 TEST_F(ServiceEditor, ChoosingForThePersonBringsTheListBackToItsTop) {
     QStringList names{""};
-    for (int i = 1; i <= 80; ++i)
+    for (int i = 1; i <= 80; ++i) {
         names.append(QString("Kind %1").arg(i));
+    }
     editor().setAllServiceTypes(names);
     const auto topRow = [&] { return list()->row(list()->itemAt(5, 5)); };
     add([&] {
@@ -564,8 +570,9 @@ TEST_F(ServiceEditor, WhatIsRefusedIsTypedOverAtOnce) {
         ASSERT_EQ(boxes.asked.size(), 1);
         EXPECT_TRUE(field(0)->hasFocus());
         EXPECT_EQ(field(0)->selectedText(), "yesterdayish");
-        for (const Qt::Key key : {Qt::Key_3, Qt::Key_Slash, Qt::Key_4, Qt::Key_Slash, Qt::Key_2, Qt::Key_6})
+        for (const Qt::Key key : {Qt::Key_3, Qt::Key_Slash, Qt::Key_4, Qt::Key_Slash, Qt::Key_2, Qt::Key_6}) {
             press(key);
+        }
         EXPECT_EQ(text(0), "3/4/26");
         type(5, "");
         paste(2, "soon");
@@ -686,8 +693,9 @@ TEST_F(ServiceEditor, FiguresThatWereTakenAwayAreNothingToo) {
     editor().setDiscount("5");
     editor().setGST("18");
     edit([&] {
-        for (const int index : {1, 5, 6, 7, 8})
+        for (const int index : {1, 5, 6, 7, 8}) {
             type(index, "");
+        }
         ok();
     });
     EXPECT_EQ(editor().Price(), "0");

@@ -4,6 +4,7 @@
 
 #include <QTest>
 
+#include "common/window_places.h"
 #include "platform/controls/pictures.h"
 #include "records/main_window.h"
 #include "support/modal.h"
@@ -102,20 +103,20 @@ TEST_F(Legend, AMissingPictureIsToldAndNothingIsShown) {
 
 TEST_F(Legend, OpensFromTheHelpMenuOnTheServicesStage) {
     startWithService();
-    inModal<frmLegend>([this] { choose(win().mnuHHelp, 3); },
+    inModal<frmLegend>([this] { give(Command::Legend); },
                        [&](frmLegend& legend) {
                            EXPECT_EQ(legend.parentWidget(), &win());
                            legend.close();
                        });
     tab(1);
     open(win().mnuHHelp);
-    EXPECT_FALSE(win().mnuHelp.at(3)->isEnabled());
+    EXPECT_FALSE(win().action(Command::Legend)->isEnabled());
     win().mnuHHelp->close();
 }
 
 TEST_F(Legend, OpensFromThePopupMenuOfAListWithRows) {
     startWithService();
-    inModal<frmLegend>([this] { choose(win().mnuPPopup, 0); }, [](frmLegend& legend) { legend.close(); });
+    inModal<frmLegend>([this] { giveInPopup(Command::Legend); }, [](frmLegend& legend) { legend.close(); });
 }
 
 }  // namespace

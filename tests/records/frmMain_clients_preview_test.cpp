@@ -32,10 +32,11 @@ class ClientsPreview : public MainWindow {
 
 int linesOf(const report::Document& document) {
     int lines = 0;
-    for (const report::Page& page : document.pages)
+    for (const report::Page& page : document.pages) {
         lines += static_cast<int>(std::count_if(page.items.begin(), page.items.end(), [](const auto& item) {
             return item.kind == report::PageItem::Kind::Line;
         }));
+    }
     return lines - document.pageCount();  // one of them is the footer's
 }
 

@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QMenuBar>
 
+#include "common/help.h"
 #include "main_window.h"
 #include "platform/controls/pictures.h"
 #include "platform/system/launch.h"
@@ -41,39 +42,51 @@ class Commands : public MainWindow {
     }
     static QStringList texts(const QList<QAction*>& items) {
         QStringList all;
-        for (const QAction* item : items)
+        for (const QAction* item : items) {
             all.append(item->isSeparator() ? QStringLiteral("-") : item->text());
+        }
         return all;
     }
-    // Positions of the items that can be chosen right after the menu was opened.
-    QList<int> usable(QMenu* menu, const QList<QAction*>& items) {
+    // What can be chosen right after the menu was opened, from its top.
+    QList<Command> usable(QMenu* menu) {
         open(menu);
-        QList<int> positions;
-        for (int i = 0; i < items.size(); ++i) {
-            if (!items.at(i)->isSeparator() && items.at(i)->isEnabled())
-                positions.append(i);
+        QList<Command> commands;
+        for (QAction* item : menu->actions()) {
+            if (!item->isSeparator() && item->isEnabled()) {
+                commands.append(commandOn(item));
+            }
         }
         by_hand::closeMenus();
-        return positions;
+        return commands;
     }
-    QList<int> inDatabaseMenu() { return usable(win().mnuDDatabase, win().mnuDatabase); }
-    QList<int> inViewMenu() { return usable(win().mnuVView, win().mnuView); }
-    QList<int> inUtilities() { return usable(menuNamed("mnuUtilities"), win().mnuUtilities); }
-    QList<int> inPopup() { return usable(win().mnuPPopup, win().mnuPopup); }
+    Command commandOn(const QAction* item) {
+        for (const CommandRow& row : commandTable()) {
+            if (item == win().action(row.name) || item == win().popupAction(row.name)) {
+                return row.name;
+            }
+        }
+        return Command::Count;
+    }
+    QList<Command> inDatabaseMenu() { return usable(win().mnuDDatabase); }
+    QList<Command> inViewMenu() { return usable(win().mnuVView); }
+    QList<Command> inUtilities() { return usable(menuNamed("mnuUtilities")); }
+    QList<Command> inPopup() { return usable(win().mnuPPopup); }
     // The title with Alt, then a key for each item, as people do who know the menu by heart. What an item
     // opens must not wait for an answer.
     void chooseByKeys(Qt::Key title, QMenu* menu, std::initializer_list<Qt::Key> items) {
         QTest::keyClick(&win(), title, Qt::AltModifier);
         ASSERT_TRUE(QTest::qWaitForWindowExposed(menu));
-        for (const Qt::Key item : items)
+        for (const Qt::Key item : items) {
             QTest::keyClick(QApplication::activePopupWidget(), item);
+        }
         EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
     }
     QStringList onToolbar() {
         QStringList keys;
         for (const QAction* action : win().Toolbar1->actions()) {
-            if (!action->isSeparator() && action->isEnabled())
+            if (!action->isSeparator() && action->isEnabled()) {
                 keys.append(action->objectName());
+            }
         }
         return keys;
     }
@@ -83,28 +96,29 @@ class Commands : public MainWindow {
 TEST_F(Commands, MenusHaveTheirTextsInOrder) {
     start();
     EXPECT_EQ(texts(win().menuBar()->actions()), QStringList({"&Database", "&View", "&Pomoc"}));
-    EXPECT_EQ(texts(win().mnuDatabase),
+    EXPECT_EQ(texts(win().mnuDDatabase->actions()),
               QStringList({"&Add New Record", "&Edit Current Record...", "-", "&Delete Current Record", "-",
                            "&Save Current Record", "-", "Sea&rch...", "Quick &Filter", "-", "&Utilities", "-",
                            "E&xit"}));
     EXPECT_EQ(
-        texts(win().mnuQuickSearch),
+        texts(menuNamed("mnuQuickSearch")->actions()),
         QStringList({"&Remove", "-", "&Finished and not paid services", "N&ot finished and not paid services",
                      "Not fi&nished and paid services", "Not finis&hed and not paid services with due date",
                      "Not finishe&d and paid services with due date"}));
-    EXPECT_EQ(texts(win().mnuUtilities), QStringList({"Create &Invoice...", "Create &Quotation...", "-",
-                                                      "&Restart Database", "&Compact Database"}));
-    EXPECT_EQ(texts(win().mnuView),
+    EXPECT_EQ(texts(menuNamed("mnuUtilities")->actions()),
+              QStringList({"Create &Invoice...", "Create &Quotation...", "-", "&Restart Database",
+                           "&Compact Database"}));
+    EXPECT_EQ(texts(win().mnuVView->actions()),
               QStringList({"&Toolbar", "&Statusbar", "-", "R&eport Options...", "&Report", "-",
                            "Price &List...", "-", "&Options...", "-", "Re&fresh"}));
-    EXPECT_EQ(texts(win().mnuHelp),
+    EXPECT_EQ(texts(win().mnuHHelp->actions()),
               QStringList({"&Sadrzaj...", "&Indeks...", "-", "&Simboli", "-", "&O Programu..."}));
-    EXPECT_EQ(texts(win().mnuPopup),
+    EXPECT_EQ(texts(win().mnuPPopup->actions()),
               QStringList({"Legend", "-", "Edit", "Add New", "-", "Delete", "-", "Price list", "-",
                            "Create Invoice...", "Create Quotation...", "-", "Unsort All"}));
-    EXPECT_EQ(win().mnuDatabase.at(8)->menu(), menuNamed("mnuQuickSearch"));
-    EXPECT_EQ(win().mnuDatabase.at(10)->menu(), menuNamed("mnuUtilities"));
-    EXPECT_EQ(win().mnuPPopup->defaultAction(), win().mnuPopup.at(2));
+    EXPECT_EQ(win().action(Command::QuickFilter)->menu(), menuNamed("mnuQuickSearch"));
+    EXPECT_EQ(win().action(Command::Utilities)->menu(), menuNamed("mnuUtilities"));
+    EXPECT_EQ(win().mnuPPopup->defaultAction(), win().popupAction(Command::EditService));
 }
 
 TEST_F(Commands, ToolbarHasItsButtonsTipsAndPicturesInOrder) {
@@ -112,8 +126,9 @@ TEST_F(Commands, ToolbarHasItsButtonsTipsAndPicturesInOrder) {
     QStringList keys, tips;
     for (const QAction* action : win().Toolbar1->actions()) {
         keys.append(action->isSeparator() ? QStringLiteral("|") : action->objectName());
-        if (action->isSeparator())
+        if (action->isSeparator()) {
             continue;
+        }
         tips.append(action->toolTip());
         EXPECT_FALSE(action->icon().isNull()) << action->objectName().toStdString();
     }
@@ -135,15 +150,17 @@ TEST_F(Commands, EachButtonAndTabHasAPictureOfItsOwn) {
         pictures.append(picture);
     };
     for (const QAction* action : win().Toolbar1->actions()) {
-        if (action->isSeparator())
+        if (action->isSeparator()) {
             continue;
+        }
         const QString key = action->objectName();
         EXPECT_EQ(action->icon().pixmap(24, 24).toImage(), platform::icon(key).pixmap(24, 24).toImage())
             << key.toStdString();
         add(action->icon(), key);
     }
-    for (int i = 0; i < 3; ++i)
+    for (int i = 0; i < 3; ++i) {
         add(win().TabStrip1->tabIcon(i), caption(i + 1));
+    }
 }
 
 TEST_F(Commands, EveryCommandMayBeGivenWhereAServiceIsListed) {
@@ -152,22 +169,37 @@ TEST_F(Commands, EveryCommandMayBeGivenWhereAServiceIsListed) {
     tab(3);
     ASSERT_GT(win().ListView1->count(), 0);
     EXPECT_TRUE(canUse("ViewReport"));
-    EXPECT_EQ(inViewMenu(), QList<int>({0, 1, 3, 4, 6, 8, 10}));
-    EXPECT_EQ(usable(win().mnuHHelp, win().mnuHelp), QList<int>({0, 1, 3, 5}));
-    EXPECT_EQ(inPopup(), QList<int>({0, 2, 3, 5, 7, 9, 10}));
-    EXPECT_EQ(inUtilities(), QList<int>({0, 1, 3, 4}));
-    EXPECT_EQ(usable(menuNamed("mnuQuickSearch"), win().mnuQuickSearch), QList<int>({2, 3, 4, 5, 6}));
+    EXPECT_EQ(inViewMenu(),
+              QList<Command>({Command::ShowToolbar, Command::ShowStatusBar, Command::ReportOptions,
+                              Command::Report, Command::PriceList, Command::Options, Command::Refresh}));
+    EXPECT_EQ(usable(win().mnuHHelp),
+              QList<Command>({Command::HelpContents, Command::HelpIndex, Command::Legend, Command::About}));
+    EXPECT_EQ(inPopup(), QList<Command>({Command::Legend, Command::EditService, Command::AddService,
+                                         Command::DeleteRecord, Command::PriceList, Command::Invoice,
+                                         Command::QuotationOfRow}));
+    EXPECT_EQ(inUtilities(), QList<Command>({Command::Invoice, Command::Quotation, Command::RestartDatabase,
+                                             Command::CompactDatabase}));
+    EXPECT_EQ(
+        usable(menuNamed("mnuQuickSearch")),
+        QList<Command>({Command::FilterFinishedNotPaid, Command::FilterNotFinishedNotPaid,
+                        Command::FilterNotFinishedPaid, Command::FilterDueNotPaid, Command::FilterDuePaid}));
 }
 
 TEST_F(Commands, ViewMenuReportsOnlyWhereAClientIsChosen) {
     start();
-    EXPECT_EQ(inViewMenu(), QList<int>({0, 1, 8, 10})) << "nobody to report on";
+    EXPECT_EQ(inViewMenu(), QList<Command>({Command::ShowToolbar, Command::ShowStatusBar, Command::Options,
+                                            Command::Refresh}))
+        << "nobody to report on";
     end();
     addClient("Anic", "Vesna");
     start();
-    EXPECT_EQ(inViewMenu(), QList<int>({0, 1, 3, 4, 8, 10}));
+    EXPECT_EQ(inViewMenu(),
+              QList<Command>({Command::ShowToolbar, Command::ShowStatusBar, Command::ReportOptions,
+                              Command::Report, Command::Options, Command::Refresh}));
     tool("NewRecord");
-    EXPECT_EQ(inViewMenu(), QList<int>({0, 1, 8, 10})) << "the new one is not chosen yet";
+    EXPECT_EQ(inViewMenu(), QList<Command>({Command::ShowToolbar, Command::ShowStatusBar, Command::Options,
+                                            Command::Refresh}))
+        << "the new one is not chosen yet";
 }
 
 TEST_F(Commands, ViewMenuShowsThePriceListOnlyOfAChosenService) {
@@ -175,19 +207,30 @@ TEST_F(Commands, ViewMenuShowsThePriceListOnlyOfAChosenService) {
     addComputer(addClient("Babic", "Bo"), "Idle");
     start();
     ASSERT_GT(win().ListView1->selectedIndex(), 0);
-    EXPECT_EQ(inViewMenu(), QList<int>({0, 1, 3, 4, 8, 10}));
+    EXPECT_EQ(inViewMenu(),
+              QList<Command>({Command::ShowToolbar, Command::ShowStatusBar, Command::ReportOptions,
+                              Command::Report, Command::Options, Command::Refresh}));
     tab(2);
-    EXPECT_EQ(inViewMenu(), QList<int>({0, 1, 3, 4, 8, 10}));
+    EXPECT_EQ(inViewMenu(),
+              QList<Command>({Command::ShowToolbar, Command::ShowStatusBar, Command::ReportOptions,
+                              Command::Report, Command::Options, Command::Refresh}));
     tab(3);
-    EXPECT_EQ(inViewMenu(), QList<int>({0, 1, 3, 4, 6, 8, 10}));
+    EXPECT_EQ(inViewMenu(),
+              QList<Command>({Command::ShowToolbar, Command::ShowStatusBar, Command::ReportOptions,
+                              Command::Report, Command::PriceList, Command::Options, Command::Refresh}));
     win().FillServiceList("K999");
     ASSERT_EQ(win().ListView1->count(), 1);
-    EXPECT_EQ(inViewMenu(), QList<int>({0, 1, 3, 4, 8, 10})) << "no row is chosen";
+    EXPECT_EQ(inViewMenu(),
+              QList<Command>({Command::ShowToolbar, Command::ShowStatusBar, Command::ReportOptions,
+                              Command::Report, Command::Options, Command::Refresh}))
+        << "no row is chosen";
     tab(1);
     choose(0, "Babic, Bo");
     tab(3);
     ASSERT_EQ(win().ListView1->count(), 0);
-    EXPECT_EQ(inViewMenu(), QList<int>({0, 1, 3, 4, 8, 10}));
+    EXPECT_EQ(inViewMenu(),
+              QList<Command>({Command::ShowToolbar, Command::ShowStatusBar, Command::ReportOptions,
+                              Command::Report, Command::Options, Command::Refresh}));
 }
 
 TEST_F(Commands, UtilitiesMakeDocumentsOnlyOfListedServices) {
@@ -195,28 +238,32 @@ TEST_F(Commands, UtilitiesMakeDocumentsOnlyOfListedServices) {
     addComputer(addClient("Babic", "Bo"), "Idle");
     start();
     ASSERT_GT(win().ListView1->count(), 0);
-    EXPECT_EQ(inUtilities(), QList<int>({3, 4}));
+    EXPECT_EQ(inUtilities(), QList<Command>({Command::RestartDatabase, Command::CompactDatabase}));
     tab(2);
-    EXPECT_EQ(inUtilities(), QList<int>({3, 4}));
+    EXPECT_EQ(inUtilities(), QList<Command>({Command::RestartDatabase, Command::CompactDatabase}));
     tab(3);
-    EXPECT_EQ(inUtilities(), QList<int>({0, 1, 3, 4}));
+    EXPECT_EQ(inUtilities(), QList<Command>({Command::Invoice, Command::Quotation, Command::RestartDatabase,
+                                             Command::CompactDatabase}));
     tab(1);
     choose(0, "Babic, Bo");
     tab(3);
-    EXPECT_EQ(inUtilities(), QList<int>({3, 4}));
+    EXPECT_EQ(inUtilities(), QList<Command>({Command::RestartDatabase, Command::CompactDatabase}));
 }
 
 TEST_F(Commands, FiltersAndSearchNeedAChosenClient) {
     start();
     open(win().mnuDDatabase);
-    EXPECT_FALSE(win().mnuDatabase.at(7)->isEnabled());
-    EXPECT_FALSE(win().mnuDatabase.at(8)->isEnabled());
+    EXPECT_FALSE(win().action(Command::Search)->isEnabled());
+    EXPECT_FALSE(win().action(Command::QuickFilter)->isEnabled());
     by_hand::closeMenus();
     end();
     addClient("Anic", "Vesna");
     start();
-    EXPECT_EQ(usable(menuNamed("mnuQuickSearch"), win().mnuQuickSearch), QList<int>({2, 3, 4, 5, 6}));
-    choose(menuNamed("mnuQuickSearch"), 2);
+    EXPECT_EQ(
+        usable(menuNamed("mnuQuickSearch")),
+        QList<Command>({Command::FilterFinishedNotPaid, Command::FilterNotFinishedNotPaid,
+                        Command::FilterNotFinishedPaid, Command::FilterDueNotPaid, Command::FilterDuePaid}));
+    give(Command::FilterFinishedNotPaid);
     EXPECT_EQ(boxes.lastText(), "Quick filtering didn't result with any data.");
 }
 
@@ -224,72 +271,85 @@ TEST_F(Commands, PopupMenuOfAnEmptyListHasNoLegend) {
     addComputer(addClient("Anic", "Vesna"), "Desk");
     start();
     tab(3);
-    choose(win().mnuPPopup, 0);
+    giveInPopup(Command::Legend);
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
-    EXPECT_EQ(inPopup(), QList<int>({3}));
+    EXPECT_EQ(inPopup(), QList<Command>({Command::AddService}));
 }
 
 TEST_F(Commands, PopupMenuUnsortsOnlyASortedList) {
     clientWithServices();
     start();
     tab(3);
-    EXPECT_FALSE(inPopup().contains(12));
+    EXPECT_FALSE(inPopup().contains(Command::Unsort));
     by_hand::clickHeader(win().ListView1, 4);
-    EXPECT_TRUE(inPopup().contains(12));
-    choose(win().mnuPPopup, 12);
+    EXPECT_TRUE(inPopup().contains(Command::Unsort));
+    giveInPopup(Command::Unsort);
     EXPECT_FALSE(win().LVWSorted);
-    EXPECT_FALSE(inPopup().contains(12));
+    EXPECT_FALSE(inPopup().contains(Command::Unsort));
 }
 
 TEST_F(Commands, LegendIsOfferedByTheHelpMenuOnTheServicesOnly) {
     clientWithServices();
     start();
-    EXPECT_EQ(usable(win().mnuHHelp, win().mnuHelp), QList<int>({0, 1, 5}));
+    EXPECT_EQ(usable(win().mnuHHelp),
+              QList<Command>({Command::HelpContents, Command::HelpIndex, Command::About}));
     tab(2);
-    EXPECT_EQ(usable(win().mnuHHelp, win().mnuHelp), QList<int>({0, 1, 5}));
+    EXPECT_EQ(usable(win().mnuHHelp),
+              QList<Command>({Command::HelpContents, Command::HelpIndex, Command::About}));
     tab(3);
-    EXPECT_EQ(usable(win().mnuHHelp, win().mnuHelp), QList<int>({0, 1, 3, 5}));
+    EXPECT_EQ(usable(win().mnuHHelp),
+              QList<Command>({Command::HelpContents, Command::HelpIndex, Command::Legend, Command::About}));
 }
 
 TEST_F(Commands, EmptyShopOffersOnlyAdd) {
     start();
-    EXPECT_EQ(inDatabaseMenu(), QList<int>({0, 10, 12}));
+    EXPECT_EQ(inDatabaseMenu(), QList<Command>({Command::AddRecord, Command::Utilities, Command::Exit}));
     EXPECT_EQ(onToolbar(), QStringList({"NewRecord", "ApplyFilter", "Refresh", "Help"}));
     tab(2);
-    EXPECT_EQ(inDatabaseMenu(), QList<int>({10, 12}));
+    EXPECT_EQ(inDatabaseMenu(), QList<Command>({Command::Utilities, Command::Exit}));
     tab(3);
-    EXPECT_EQ(inDatabaseMenu(), QList<int>({10, 12}));
-    EXPECT_EQ(inPopup(), QList<int>());
+    EXPECT_EQ(inDatabaseMenu(), QList<Command>({Command::Utilities, Command::Exit}));
+    EXPECT_EQ(inPopup(), QList<Command>());
 }
 
 TEST_F(Commands, DatabaseMenuFollowsTheStage) {
     clientWithServices();
     start();
-    EXPECT_EQ(inDatabaseMenu(), QList<int>({0, 3, 7, 8, 10, 12}));
+    EXPECT_EQ(inDatabaseMenu(), QList<Command>({Command::AddRecord, Command::DeleteRecord, Command::Search,
+                                                Command::QuickFilter, Command::Utilities, Command::Exit}));
     type(13, "064");
-    EXPECT_EQ(inDatabaseMenu(), QList<int>({0, 3, 5, 7, 8, 10, 12}));
+    EXPECT_EQ(inDatabaseMenu(),
+              QList<Command>({Command::AddRecord, Command::DeleteRecord, Command::SaveRecord, Command::Search,
+                              Command::QuickFilter, Command::Utilities, Command::Exit}));
     tab(2);
-    EXPECT_EQ(inDatabaseMenu(), QList<int>({0, 3, 7, 8, 10, 12}));
+    EXPECT_EQ(inDatabaseMenu(), QList<Command>({Command::AddRecord, Command::DeleteRecord, Command::Search,
+                                                Command::QuickFilter, Command::Utilities, Command::Exit}));
     type(40, "router");
-    EXPECT_EQ(inDatabaseMenu(), QList<int>({0, 3, 5, 7, 8, 10, 12}));
+    EXPECT_EQ(inDatabaseMenu(),
+              QList<Command>({Command::AddRecord, Command::DeleteRecord, Command::SaveRecord, Command::Search,
+                              Command::QuickFilter, Command::Utilities, Command::Exit}));
     tab(3);
-    EXPECT_EQ(inDatabaseMenu(), QList<int>({0, 1, 3, 7, 8, 10, 12}));
+    EXPECT_EQ(inDatabaseMenu(),
+              QList<Command>({Command::AddRecord, Command::EditService, Command::DeleteRecord,
+                              Command::Search, Command::QuickFilter, Command::Utilities, Command::Exit}));
 }
 
 TEST_F(Commands, DatabaseMenuOfAComputerWithoutServices) {
     addComputer(addClient("Anic", "Vesna"), "Desk");
     start();
     tab(3);
-    EXPECT_EQ(inDatabaseMenu(), QList<int>({0, 7, 8, 10, 12}));
-    EXPECT_EQ(inPopup(), QList<int>({3}));
+    EXPECT_EQ(inDatabaseMenu(), QList<Command>({Command::AddRecord, Command::Search, Command::QuickFilter,
+                                                Command::Utilities, Command::Exit}));
+    EXPECT_EQ(inPopup(), QList<Command>({Command::AddService}));
 }
 
 TEST_F(Commands, DatabaseMenuWhileAddingFollowsTheEmptySelectionButOffersDelete) {
     addClient("Anic", "Vesna");
     start();
     tool("NewRecord");
-    EXPECT_EQ(inDatabaseMenu(), QList<int>({0, 3, 10, 12}));
-    choose(win().mnuDDatabase, 3);
+    EXPECT_EQ(inDatabaseMenu(),
+              QList<Command>({Command::AddRecord, Command::DeleteRecord, Command::Utilities, Command::Exit}));
+    give(Command::DeleteRecord);
     EXPECT_EQ(boxes.lastText(), "Can't delete record because you're in AddNew mode.");
     EXPECT_TRUE(win().AddNewMode);
 }
@@ -297,7 +357,7 @@ TEST_F(Commands, DatabaseMenuWhileAddingFollowsTheEmptySelectionButOffersDelete)
 TEST_F(Commands, DatabaseMenuOfTheFirstClientOffersNothingToDelete) {
     start();
     tool("NewRecord");
-    EXPECT_EQ(inDatabaseMenu(), QList<int>({0, 10, 12}));
+    EXPECT_EQ(inDatabaseMenu(), QList<Command>({Command::AddRecord, Command::Utilities, Command::Exit}));
 }
 
 TEST_F(Commands, DatabaseMenuWhileAddingAComputerOffersDeleteWhereThereIsOne) {
@@ -307,13 +367,13 @@ TEST_F(Commands, DatabaseMenuWhileAddingAComputerOffersDeleteWhereThereIsOne) {
     start();
     tab(2);
     tool("NewRecord");
-    EXPECT_TRUE(inDatabaseMenu().contains(3));
+    EXPECT_TRUE(inDatabaseMenu().contains(Command::DeleteRecord));
     boxes.answers << platform::BoxAnswer::No;
     tab(1);
     choose(0, "Peric, Pera");
     tab(2);
     tool("NewRecord");
-    EXPECT_FALSE(inDatabaseMenu().contains(3));
+    EXPECT_FALSE(inDatabaseMenu().contains(Command::DeleteRecord));
 }
 
 TEST_F(Commands, ToolbarFollowsTheStage) {
@@ -337,11 +397,12 @@ TEST_F(Commands, ActiveFilterIsCheckedWhenTheMenuOpens) {
     start();
     win().ActiveFilter = 3;
     inDatabaseMenu();
-    EXPECT_TRUE(win().mnuQuickSearch.at(5)->isChecked());
+    EXPECT_TRUE(win().action(Command::FilterDueNotPaid)->isChecked());
     win().ActiveFilter = -1;
     inDatabaseMenu();
-    for (const QAction* filter : win().mnuQuickSearch)
+    for (const QAction* filter : menuNamed("mnuQuickSearch")->actions()) {
         EXPECT_FALSE(filter->isChecked());
+    }
 }
 
 TEST_F(Commands, FilterButtonItselfFiltersNothing) {
@@ -361,8 +422,9 @@ TEST_F(Commands, FilterButtonDropsDownTheFiveFilters) {
     start();
     QStringList keys;
     by_hand::inDropDown(qobject_cast<QToolButton*>(face("ApplyFilter")), [&](QMenu* menu) {
-        for (QAction* entry : menu->actions())
+        for (QAction* entry : menu->actions()) {
             keys.append(entry->objectName() + ": " + entry->text());
+        }
         by_hand::clickItem(menu, menu->actions().at(1));
     });
     EXPECT_EQ(win().ActiveFilter, 1);
@@ -386,21 +448,21 @@ TEST_F(Commands, RemovingAFilterWhereThereIsNoneOnlyDisablesTheButton) {
 TEST_F(Commands, SearchIsAnnouncedForLater) {
     addClient("Anic", "Vesna");
     start();
-    choose(win().mnuDDatabase, 7);
+    give(Command::Search);
     EXPECT_EQ(boxes.lastText(), "This is an additional feature that will be built in later.");
     EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Information);
 }
 
 TEST_F(Commands, DatabaseMenuAddsSavesAndDeletes) {
     start();
-    choose(win().mnuDDatabase, 0);
+    give(Command::AddRecord);
     EXPECT_TRUE(win().AddNewMode);
     typeClient("Babic", "Bo");
-    choose(win().mnuDDatabase, 5);
+    give(Command::SaveRecord);
     EXPECT_EQ(countRows("Customers"), 1);
     closeDatabases();
     boxes.answers << platform::BoxAnswer::Yes;
-    choose(win().mnuDDatabase, 3);
+    give(Command::DeleteRecord);
     EXPECT_EQ(countRows("Customers"), 0);
 }
 
@@ -453,23 +515,23 @@ TEST_F(Commands, ServiceCommandsOpenTheEditorForTheChosenOrANewService) {
         return found;
     };
     EXPECT_EQ(comments([&] { tool("EditRecord"); }), "Loud.");
-    EXPECT_EQ(comments([&] { choose(win().mnuDDatabase, 1); }), "Loud.");
-    EXPECT_EQ(comments([&] { choose(win().mnuPPopup, 2); }), "Loud.");
+    EXPECT_EQ(comments([&] { give(Command::EditService); }), "Loud.");
+    EXPECT_EQ(comments([&] { giveInPopup(Command::EditService); }), "Loud.");
     EXPECT_EQ(comments([&] {
                   QTest::mouseDClick(win().ListView1->viewport(), Qt::LeftButton, Qt::NoModifier,
                                      by_hand::placeOfRow(win().ListView1, 1));
               }),
               "Loud.");
     EXPECT_EQ(comments([&] { tool("NewRecord"); }), "");
-    EXPECT_EQ(comments([&] { choose(win().mnuDDatabase, 0); }), "");
-    EXPECT_EQ(comments([&] { choose(win().mnuPPopup, 3); }), "");
+    EXPECT_EQ(comments([&] { give(Command::AddRecord); }), "");
+    EXPECT_EQ(comments([&] { giveInPopup(Command::AddService); }), "");
     EXPECT_EQ(win().statusText(), "Ready");
     EXPECT_EQ(countRows("Services"), 1);
 }
 
 TEST_F(Commands, ExitUnloadsTheWindow) {
     start();
-    choose(win().mnuDDatabase, 12);
+    give(Command::Exit);
     EXPECT_TRUE(win().isUnloaded());
     EXPECT_FALSE(win().isVisible());
     EXPECT_TRUE(boxes.asked.isEmpty());
@@ -495,20 +557,20 @@ TEST_F(Commands, UnknownPositionsNameTheirHandler) {
 TEST_F(Commands, BarsComeAndGoFromTheViewMenu) {
     start();
     open(win().mnuVView);
-    EXPECT_TRUE(win().mnuView.at(0)->isChecked());
-    EXPECT_TRUE(win().mnuView.at(1)->isChecked());
+    EXPECT_TRUE(win().action(Command::ShowToolbar)->isChecked());
+    EXPECT_TRUE(win().action(Command::ShowStatusBar)->isChecked());
     by_hand::closeMenus();
     const int full = win().height();
     const int pane = win().Picture1[0]->height();
-    choose(win().mnuVView, 0);
+    give(Command::ShowToolbar);
     EXPECT_FALSE(win().Toolbar1->isVisible());
-    EXPECT_FALSE(win().mnuView.at(0)->isChecked());
+    EXPECT_FALSE(win().action(Command::ShowToolbar)->isChecked());
     EXPECT_LT(win().height(), full);
     EXPECT_EQ(win().Picture1[0]->height(), pane) << "the panes keep their height";
-    choose(win().mnuVView, 1);
+    give(Command::ShowStatusBar);
     EXPECT_FALSE(win().StatusBar1->isVisible());
-    choose(win().mnuVView, 0);
-    choose(win().mnuVView, 1);
+    give(Command::ShowToolbar);
+    give(Command::ShowStatusBar);
     EXPECT_TRUE(win().Toolbar1->isVisible());
     EXPECT_TRUE(win().StatusBar1->isVisible());
     EXPECT_EQ(win().height(), full);
@@ -519,12 +581,12 @@ TEST_F(Commands, PanesKeepTheHeightThatAPersonGaveThem) {
     win().resize(win().width(), win().height() - 40);
     QCoreApplication::processEvents();
     const int pane = win().Picture1[0]->height();
-    choose(win().mnuVView, 0);
+    give(Command::ShowToolbar);
     EXPECT_EQ(win().Picture1[0]->height(), pane);
-    choose(win().mnuVView, 1);
+    give(Command::ShowStatusBar);
     EXPECT_EQ(win().Picture1[0]->height(), pane);
-    choose(win().mnuVView, 0);
-    choose(win().mnuVView, 1);
+    give(Command::ShowToolbar);
+    give(Command::ShowStatusBar);
     EXPECT_EQ(win().Picture1[0]->height(), pane);
 }
 
@@ -541,14 +603,14 @@ TEST_F(Commands, RightClicksBesideTheListOpenNoMenu) {
 
 TEST_F(Commands, HiddenToolbarStaysHiddenAfterARestart) {
     start();
-    choose(win().mnuVView, 0);
+    give(Command::ShowToolbar);
     end();
     start();
     EXPECT_FALSE(win().Toolbar1->isVisible());
     EXPECT_TRUE(win().StatusBar1->isVisible());
     open(win().mnuVView);
-    EXPECT_FALSE(win().mnuView.at(0)->isChecked());
-    EXPECT_TRUE(win().mnuView.at(1)->isChecked());
+    EXPECT_FALSE(win().action(Command::ShowToolbar)->isChecked());
+    EXPECT_TRUE(win().action(Command::ShowStatusBar)->isChecked());
     by_hand::closeMenus();
 }
 
@@ -557,8 +619,8 @@ TEST_F(Commands, HelpMenuOpensContentsAndIndex) {
     if (!QFile::exists(path("Tarvello.hlp"))) {
         ASSERT_TRUE(QFile(path("Tarvello.hlp")).open(QIODevice::WriteOnly));
     }
-    choose(win().mnuHHelp, 0);
-    choose(win().mnuHHelp, 1);
+    give(Command::HelpContents);
+    give(Command::HelpIndex);
     tool("Help");
     ASSERT_EQ(helpCalls.size(), 3);
     EXPECT_EQ(helpCalls.at(0).command, HELP_FINDER);
@@ -571,7 +633,7 @@ TEST_F(Commands, HelpAsksForAMissingFileEachTime) {
     QFile::remove(path("Tarvello.hlp"));
     for (int i = 1; i <= 2; ++i) {
         boxes.answers << platform::BoxAnswer::No;
-        choose(win().mnuHHelp, 0);
+        give(Command::HelpContents);
         EXPECT_EQ(boxes.asked.size(), i);
         EXPECT_EQ(boxes.lastText(), "Help file is missing. Would you like to try to find it?");
     }
@@ -580,7 +642,7 @@ TEST_F(Commands, HelpAsksForAMissingFileEachTime) {
 
 TEST_F(Commands, AboutIsTheSplashWindowAndGoesAtAClick) {
     start();
-    choose(win().mnuHHelp, 5);
+    give(Command::About);
     auto* about = win().findChild<frmSplash*>();
     ASSERT_NE(about, nullptr);
     EXPECT_TRUE(about->OpenedAsAbout);
@@ -642,7 +704,7 @@ TEST_F(Commands, RightClickOnTheListOpensThePopupMenu) {
     EXPECT_EQ(win().mnuPPopup->pos(),
               win().ListView1->viewport()->mapToGlobal(by_hand::placeOfRow(win().ListView1, 2)));
     boxes.answers << platform::BoxAnswer::Yes;
-    by_hand::clickItem(win().mnuPPopup, win().mnuPopup.at(5));
+    by_hand::clickItem(win().mnuPPopup, win().popupAction(Command::DeleteRecord));
     EXPECT_EQ(countRows("Services"), 1);
     EXPECT_EQ(countRows("SELECT * FROM Services WHERE ID=" + std::to_string(second)), 0)
         << "the service under the pointer";
@@ -653,7 +715,7 @@ TEST_F(Commands, PopupDeleteDeletesTheService) {
     start();
     tab(3);
     boxes.answers << platform::BoxAnswer::Yes;
-    choose(win().mnuPPopup, 5);
+    giveInPopup(Command::DeleteRecord);
     EXPECT_EQ(countRows("Services"), 0);
     EXPECT_EQ(win().ListView1->count(), 0);
     EXPECT_FALSE(canUse("EditRecord"));

@@ -4,6 +4,7 @@
 #include <QMenuBar>
 #include <QScreen>
 
+#include "common/help.h"
 #include "main_window.h"
 #include "platform/system/trap.h"
 
@@ -30,8 +31,9 @@ class Start : public MainWindow {
     // A window whose step fails.
     bool displayWithout(StartStep failing) {
         make().onStartStep = [failing](StartStep step) {
-            if (step == failing)
+            if (step == failing) {
                 throw platform::RunError(7, "Out of memory");
+            }
         };
         return win().Display();
     }
@@ -72,7 +74,7 @@ TEST_F(Start, WindowIsCaptionedAndReady) {
     EXPECT_TRUE(win().Picture1[0]->isVisible());
     EXPECT_FALSE(win().Picture1[1]->isVisible());
     EXPECT_FALSE(win().Picture1[2]->isVisible());
-    EXPECT_NE(win().ServiceEditor, nullptr);
+    EXPECT_NE(win().ServiceEditor(), nullptr);
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
     EXPECT_TRUE(boxes.asked.isEmpty());
 }
@@ -92,8 +94,9 @@ TEST_F(Start, DateFieldsAreOfTodayUntilARecordIsShown) {
     make();
     win().onStartStep = [&](StartStep step) {
         if (step == StartStep::ServiceList) {
-            for (const platform::DateField* date : win().DTPicker1)
+            for (const platform::DateField* date : win().DTPicker1) {
                 EXPECT_EQ(date->value(), QDate::currentDate());
+            }
         }
     };
     EXPECT_TRUE(win().Display());
@@ -114,8 +117,8 @@ TEST_F(Start, WithoutToolbarPicturesThereIsNoToolbarAndNoEntryForIt) {
               "Error while importing images for the application. Toolbar will not be visible." + kNumber);
     EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Critical);
     EXPECT_FALSE(win().Toolbar1->isVisible());
-    EXPECT_FALSE(win().mnuView.at(0)->isVisible());
-    EXPECT_FALSE(win().mnuView.at(0)->isEnabled());
+    EXPECT_FALSE(win().action(Command::ShowToolbar)->isVisible());
+    EXPECT_FALSE(win().action(Command::ShowToolbar)->isEnabled());
     EXPECT_TRUE(win().isVisible());
 }
 
@@ -134,8 +137,9 @@ TEST_F(Start, WithoutTabPicturesTheTabsHaveNone) {
     EXPECT_TRUE(win().TabImagesFailed);
     win().TabStrip1->setCurrentIndex(1);
     EXPECT_EQ(win().CurrentStage, 2);
-    for (int i = 0; i < 3; ++i)
+    for (int i = 0; i < 3; ++i) {
         EXPECT_TRUE(win().TabStrip1->tabIcon(i).isNull());
+    }
 }
 
 TEST_F(Start, WithoutColumnPicturesTheListStillWorks) {
@@ -162,8 +166,8 @@ TEST_F(Start, WithoutStatusBarTheProgramRuns) {
               "visible." +
                   kNumber);
     EXPECT_EQ(win().StatusBar1, nullptr);
-    EXPECT_FALSE(win().mnuView.at(1)->isEnabled());
-    EXPECT_FALSE(win().mnuView.at(1)->isChecked());
+    EXPECT_FALSE(win().action(Command::ShowStatusBar)->isEnabled());
+    EXPECT_FALSE(win().action(Command::ShowStatusBar)->isChecked());
     tool("NewRecord");
     EXPECT_TRUE(win().AddNewMode);
 }
@@ -172,7 +176,7 @@ TEST_F(Start, WithoutToolbarTheProgramRuns) {
     EXPECT_TRUE(displayWithout(StartStep::Toolbar));
     EXPECT_EQ(boxes.lastText(),
               "Error while creating toolbar for the application. Toolbar will not be visible." + kNumber);
-    EXPECT_FALSE(win().mnuView.at(0)->isEnabled());
+    EXPECT_FALSE(win().action(Command::ShowToolbar)->isEnabled());
     win().mnuDatabase_Click(0);
     EXPECT_TRUE(win().AddNewMode);
 }
@@ -201,8 +205,9 @@ TEST_F(Start, WithoutServiceListTheProgramEnds) {
 
 TEST_F(Start, FailedStartTakesTheSplashWindowAway) {
     make().onStartStep = [](StartStep step) {
-        if (step == StartStep::Tabs)
+        if (step == StartStep::Tabs) {
             throw platform::RunError(7, "Out of memory");
+        }
     };
     auto splash = std::make_unique<frmSplash>();
     splash->show();
@@ -330,7 +335,7 @@ TEST_F(Start, SortedListComesUpSortedWithItsIcon) {
     settings::setText(settings::LVWSortField, "Price");
     settings::setText(settings::LVWSortOrder, "DESC");
     start();
-    EXPECT_EQ(win().Data1[2]->RecordSource, "SELECT * FROM QDServices0") << "sorted when it is shown";
+    EXPECT_EQ(win().Data1[2]->RecordSource(), "SELECT * FROM QDServices0") << "sorted when it is shown";
     tab(3);
     EXPECT_EQ(win().ListView1->columnIcon(4), "SortDown");
     EXPECT_EQ(win().ListView1->item(1).SubItems(3), "9.00");
@@ -344,8 +349,9 @@ TEST_F(Start, SortedListComesUpSortedWithItsIcon) {
 
 TEST_F(Start, UnsortedListHasNoIcon) {
     start();
-    for (int column = 1; column <= 7; ++column)
+    for (int column = 1; column <= 7; ++column) {
         EXPECT_EQ(win().ListView1->columnIcon(column), "");
+    }
 }
 
 TEST_F(Start, SortFieldThatIsNoColumnIsForgotten) {
@@ -365,7 +371,7 @@ TEST_F(Start, SortFieldThatIsNoColumnIsForgotten) {
 TEST_F(Start, ClosingClosesTheHelpAndTheEditor) {
     start();
     win().close();
-    EXPECT_EQ(win().ServiceEditor, nullptr);
+    EXPECT_EQ(win().ServiceEditor(), nullptr);
     EXPECT_EQ(helpCommands, QList<HelpCommand>({HELP_QUIT}));
     EXPECT_FALSE(win().Data1[0]->isOpen());
 }
@@ -399,18 +405,20 @@ TEST_F(Start, EveryEntryFieldHasItsTopicAndItsName) {
         EXPECT_FALSE(widget->accessibleName().isEmpty()) << widget->objectName().toStdString();
     };
     for (int i = 0; i < frmMain::kEntryFields; ++i) {
-        if (i <= 18)
+        if (i <= 18) {
             check(field(i), 501, 528);
-        else if (i == 37 || i == 38)
+        } else if (i == 37 || i == 38) {
             check(field(i), 701, 703);
-        else
+        } else {
             check(field(i), 601, 621);
+        }
         EXPECT_EQ(field(i)->objectName(), QString("Text1(%1)").arg(i));
     }
     check(win().Check1, 501, 528);
     check(win().ListView1, 701, 703);
-    for (size_t i = 0; i < 3; ++i)
+    for (size_t i = 0; i < 3; ++i) {
         check(win().DTPicker1[i], 501, 528);
+    }
 }
 
 }  // namespace

@@ -25,7 +25,8 @@ class Documents : public MainWindow {
     // A service with two parts drawn for it: 2 x 10 and 1 x 5 euro.
     int serviceWithParts() {
         const int id = addService(computer);
-        for (const auto& [product, quantity, price] : {std::tuple{1, 2.0F, 10.0F}, std::tuple{2, 1.0F, 5.0F}})
+        for (const auto& [product, quantity, price] :
+             {std::tuple{1, 2.0F, 10.0F}, std::tuple{2, 1.0F, 5.0F}}) {
             addRow("InvoiceData", "",
                    {{"ServiceID", id},
                     {"OpremaID", product},
@@ -35,6 +36,7 @@ class Documents : public MainWindow {
                     {"JM", "Kom."},
                     {"Stanje", quantity},
                     {"Cena", price}});
+        }
         return id;
     }
     void startOnServices(int id) {
@@ -86,8 +88,8 @@ TEST_F(Documents, AnEmptyRequisitionMakesThePriceZero) {
 TEST_F(Documents, ViewMenuAndPopupOpenTheRequisitionToo) {
     const int id = serviceWithParts();
     startOnServices(id);
-    visit([&] { choose(win().mnuVView, 6); }, id);
-    visit([&] { choose(win().mnuPPopup, 7); }, id);
+    visit([&] { give(Command::PriceList); }, id);
+    visit([&] { giveInPopup(Command::PriceList); }, id);
 }
 
 TEST_F(Documents, AServiceDeletedMeanwhileIsToldOf) {
@@ -124,16 +126,16 @@ TEST_F(Documents, EachCommandOpensItsKindOfDocument) {
     EXPECT_EQ(opens([&] { tool("Invoice"); }), frmPrintInvoiceEx::Invoice);
     EXPECT_EQ(opens([&] { tool("Quotation"); }), frmPrintInvoiceEx::ProForma);
     // In the pop-up menu both open the invoice.
-    EXPECT_EQ(opens([&] { choose(win().mnuPPopup, 9); }), frmPrintInvoiceEx::Invoice);
-    EXPECT_EQ(opens([&] { choose(win().mnuPPopup, 10); }), frmPrintInvoiceEx::Invoice);
-    EXPECT_EQ(opens([&] { choose(menuNamed("mnuUtilities"), 0); }), frmPrintInvoiceEx::Invoice);
-    EXPECT_EQ(opens([&] { choose(menuNamed("mnuUtilities"), 1); }), frmPrintInvoiceEx::ProForma);
+    EXPECT_EQ(opens([&] { giveInPopup(Command::Invoice); }), frmPrintInvoiceEx::Invoice);
+    EXPECT_EQ(opens([&] { giveInPopup(Command::QuotationOfRow); }), frmPrintInvoiceEx::Invoice);
+    EXPECT_EQ(opens([&] { give(Command::Invoice); }), frmPrintInvoiceEx::Invoice);
+    EXPECT_EQ(opens([&] { give(Command::Quotation); }), frmPrintInvoiceEx::ProForma);
 }
 
 TEST_F(Documents, ThePriceOfAServiceBeingEditedFollowsItsRequisition) {
     const int id = serviceWithParts();
     startOnServices(id);
-    frmDetails* editor = win().ServiceEditor.get();
+    frmDetails* editor = win().ServiceEditor();
     inModal<frmDetails>(
         [&] { tool("EditRecord"); },
         [&](frmDetails&) {
@@ -155,15 +157,13 @@ TEST_F(Documents, ThePriceOfAServiceBeingEditedFollowsItsRequisition) {
 TEST_F(Documents, TheViewOfTheMainWindowShowsServiceAndClient) {
     const int id = addService(computer, {{"Discount", 10.0F}, {"GST", 18.0F}, {"Comments", "Ne radi"}});
     startOnServices(id);
-    const MainWindowView view(win());
+    const ServiceView& view = win().serviceView();
     EXPECT_EQ(view.tabCaption(1), caption(1));
     EXPECT_EQ(view.tabCaption(2), "Desk");
-    EXPECT_EQ(view.serviceKey(), QStringLiteral("K%1").arg(id));
-    EXPECT_EQ(view.serviceColumn(1), "3/3/2026");
-    EXPECT_EQ(view.serviceColumn(5), "10");
-    EXPECT_EQ(view.serviceColumn(6), "18");
-    EXPECT_EQ(view.serviceColumn(0), "");
-    EXPECT_EQ(view.serviceColumn(8), "");
+    EXPECT_EQ(view.serviceId(), id);
+    EXPECT_EQ(view.serviceStarted(), "3/3/2026");
+    EXPECT_EQ(view.serviceDiscount(), "10");
+    EXPECT_EQ(view.serviceTax(), "18");
     EXPECT_EQ(view.serviceDescription(), "Ne radi");
     EXPECT_EQ(view.clientField("Surname"), "Anic");
     EXPECT_EQ(view.clientField("FirmName"), "Anic i sinovi");

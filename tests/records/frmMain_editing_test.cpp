@@ -86,7 +86,7 @@ TEST_F(Editing, AddingAComputerNeedsAClient) {
     tab(2);
     EXPECT_FALSE(canUse("NewRecord"));
     open(win().mnuDDatabase);
-    EXPECT_FALSE(win().mnuDatabase.at(0)->isEnabled());
+    EXPECT_FALSE(win().action(Command::AddRecord)->isEnabled());
     win().mnuDDatabase->close();
 }
 
@@ -111,7 +111,7 @@ TEST_F(Editing, NewRecordIsTypedFromItsFirstFieldOn) {
     typeClient("Babic", "Bo");
     tab(2);
     open(win().mnuDDatabase);
-    choose(win().mnuDDatabase, 0);
+    give(Command::AddRecord);
     EXPECT_EQ(QApplication::focusWidget(), field(19));
     QTest::keyClicks(QApplication::focusWidget(), "Office");
     EXPECT_EQ(text(19), "Office");
@@ -381,8 +381,9 @@ TEST_F(Editing, DeletedClientTakesComputersAndServicesAlong) {
     const int anic = addClient("Anic", "Vesna");
     const int desk = addComputer(anic, "Desk");
     addComputer(anic, "Laptop");
-    for (int i = 0; i < 3; ++i)
+    for (int i = 0; i < 3; ++i) {
         addService(desk);
+    }
     addClient("Peric", "Pera");
     start();
     boxes.answers << BoxAnswer::Yes;

@@ -57,9 +57,9 @@ class FailedSave : public MainWindow {
         EXPECT_EQ(win().DTPicker1[0]->value(), QDate(1980, 5, 17));
         EXPECT_TRUE(canUse("SaveRecord"));
     }
-    void utility(int position) {
+    void utility(Command command) {
         open(win().mnuDDatabase);
-        choose(menuNamed("mnuUtilities"), position);
+        give(command);
         win().mnuDDatabase->close();
     }
     std::unique_ptr<BusyColleague> colleague;
@@ -127,9 +127,9 @@ TEST_F(FailedSave, AddThatFailedIsNotFollowedByAnother) {
 
 TEST_F(FailedSave, AddThatFailedKeepsTheDatabaseOpen) {
     startAdding();
-    for (const int command : {3, 4}) {
+    for (const Command command : {Command::RestartDatabase, Command::CompactDatabase}) {
         utility(command);
-        EXPECT_EQ(boxes.lastText(), kAddFailed.arg(1).arg(kLocked)) << command;
+        EXPECT_EQ(boxes.lastText(), kAddFailed.arg(1).arg(kLocked)) << static_cast<int>(command);
         EXPECT_TRUE(win().Data1[0]->isOpen());
         expectStillAdding();
     }
@@ -259,8 +259,9 @@ TEST_F(FailedSave, EditThatFailsIsToldOnceAndStaysInTheFields) {
     EXPECT_EQ(text(0), "Zoric");
     EXPECT_EQ(chosen(0), "Zoric, Vesna");
     EXPECT_EQ(caption(1), "Zoric, Vesna");
-    for (const int stage : {2, 1, 3, 1})
+    for (const int stage : {2, 1, 3, 1}) {
         tab(stage);
+    }
     EXPECT_EQ(boxes.asked.size(), 1) << "the box does not come back";
     EXPECT_EQ(text(0), "Zoric");
     colleague->letGo();

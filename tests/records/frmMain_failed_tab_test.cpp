@@ -63,7 +63,7 @@ TEST_F(FailedTab, ServiceCannotBePutOnAnotherClientsComputer) {
     EXPECT_FALSE(canUse("NewRecord"));
     EXPECT_FALSE(canUse("EditRecord"));
     open(win().mnuDDatabase);
-    EXPECT_FALSE(win().mnuDatabase.at(0)->isEnabled());
+    EXPECT_FALSE(win().action(Command::AddRecord)->isEnabled());
     win().mnuDDatabase->close();
 }
 
@@ -88,8 +88,9 @@ TEST_F(FailedTab, ServicesThatCannotBeReadLeaveNobodyElsesThere) {
     EXPECT_EQ(win().ListView1->count(), 0);
     EXPECT_EQ(text(37), "");
     EXPECT_EQ(text(38), "");
-    for (const char* key : {"EditRecord", "PriceList", "Invoice", "Quotation", "DeleteRecord"})
+    for (const char* key : {"EditRecord", "PriceList", "Invoice", "Quotation", "DeleteRecord"}) {
         EXPECT_FALSE(canUse(key)) << key;
+    }
     mend("QDServices0", "Services");
     tab(2);
     tab(3);

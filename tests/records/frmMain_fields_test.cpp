@@ -4,6 +4,8 @@
 #include <QGroupBox>
 #include <QLabel>
 
+#include "common/help.h"
+#include "common/window_places.h"
 #include "main_window.h"
 
 namespace {
@@ -73,8 +75,9 @@ class Fields : public MainWindow {
     }
     QString labelOf(const QWidget* widget) {
         for (const QLabel* label : win().findChildren<QLabel*>()) {
-            if (label->buddy() == widget)
+            if (label->buddy() == widget) {
                 return label->text();
+            }
         }
         return {};
     }
@@ -83,24 +86,30 @@ class Fields : public MainWindow {
 
 TEST_F(Fields, WhatIsTypedGoesIntoItsColumnAndComesBack) {
     start();
-    for (const Entry& entry : kClient)
+    for (const Entry& entry : kClient) {
         type(entry.index, words(entry));
+    }
     tool("SaveRecord");
     tab(2);
-    for (const Entry& entry : kComputer)
+    for (const Entry& entry : kComputer) {
         type(entry.index, words(entry));
+    }
     tool("SaveRecord");
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
-    for (const Entry& entry : kClient)
+    for (const Entry& entry : kClient) {
         EXPECT_EQ(stored("Customers", "CustID", client, entry.column), words(entry).toStdString());
-    for (const Entry& entry : kComputer)
+    }
+    for (const Entry& entry : kComputer) {
         EXPECT_EQ(stored("Computers", "MachineID", computer, entry.column), words(entry).toStdString());
+    }
     end();
     start();
-    for (const Entry& entry : kClient)
+    for (const Entry& entry : kClient) {
         EXPECT_EQ(text(entry.index), words(entry)) << entry.column;
-    for (const Entry& entry : kComputer)
+    }
+    for (const Entry& entry : kComputer) {
         EXPECT_EQ(text(entry.index), words(entry)) << entry.column;
+    }
 }
 
 TEST_F(Fields, DatesAndTheFirmBoxGoIntoTheirColumns) {
@@ -133,8 +142,9 @@ TEST_F(Fields, EachHasItsLabelAndTheRequiredOnesAStar) {
     EXPECT_EQ(win().Check1->text(), "Firm's address");
     EXPECT_EQ(labelOf(win().Combo1[0]), "Client");
     EXPECT_EQ(labelOf(win().Combo1[1]), "Computer");
-    for (const int comments : {18, 36})
+    for (const int comments : {18, 36}) {
         EXPECT_EQ(qobject_cast<QGroupBox*>(field(comments)->parentWidget())->title(), "Comments");
+    }
 }
 
 TEST_F(Fields, FieldsAreSeenOnThePaneOfTheirStage) {
@@ -151,8 +161,9 @@ TEST_F(Fields, FieldsAreSeenOnThePaneOfTheirStage) {
 TEST_F(Fields, EachFieldHasItsOwnTopic) {
     static QList<int> topics;
     setHelpViewer([](const QString&, HelpCommand command, int context) {
-        if (command == HELP_CONTEXT)
+        if (command == HELP_CONTEXT) {
             topics.append(context);
+        }
         return true;
     });
     const auto topicOf = [&](QWidget* widget) {
@@ -164,8 +175,9 @@ TEST_F(Fields, EachFieldHasItsOwnTopic) {
     start();
     const int expected[] = {503, 504, 505, 507, 508, 511, 512, 514, 515, 516,
                             517, 518, 519, 520, 521, 522, 523, 524, 525};
-    for (int i = 0; i < 19; ++i)
+    for (int i = 0; i < 19; ++i) {
         EXPECT_EQ(topicOf(field(i)), QList<int>({expected[i]})) << i;
+    }
     EXPECT_EQ(topicOf(win().DTPicker1[0]->edit()), QList<int>({506}));
     EXPECT_EQ(topicOf(win().DTPicker1[1]->edit()), QList<int>({509}));
     EXPECT_EQ(topicOf(win().DTPicker1[2]->edit()), QList<int>({510}));
@@ -174,8 +186,9 @@ TEST_F(Fields, EachFieldHasItsOwnTopic) {
     by_hand::press(Qt::Key_F1);
     EXPECT_EQ(topics.last(), 502) << "the selector";
     tab(2);
-    for (int i = 19; i <= 36; ++i)
+    for (int i = 19; i <= 36; ++i) {
         EXPECT_EQ(topicOf(field(i)), QList<int>({602 + i - 19})) << i;
+    }
     EXPECT_EQ(topicOf(field(39)), QList<int>({620}));
     EXPECT_EQ(topicOf(field(40)), QList<int>({621}));
     EXPECT_EQ(topicOf(win().Text2[1]), QList<int>({601}));
@@ -189,8 +202,9 @@ TEST_F(Fields, SmallButtonsHaveTopicsAndTipsToo) {
     static QList<int> topics;
     topics.clear();
     setHelpViewer([](const QString&, HelpCommand command, int context) {
-        if (command == HELP_CONTEXT)
+        if (command == HELP_CONTEXT) {
             topics.append(context);
+        }
         return true;
     });
     start();
@@ -214,8 +228,9 @@ TEST_F(Fields, FramesBearTheirTitles) {
     const auto titles = [&](int stageIndex) {
         QStringList all;
         for (const QGroupBox* frame :
-             win().Picture1[static_cast<size_t>(stageIndex)]->findChildren<QGroupBox*>())
+             win().Picture1[static_cast<size_t>(stageIndex)]->findChildren<QGroupBox*>()) {
             all.append(frame->title());
+        }
         return all;
     };
     EXPECT_EQ(titles(0),
@@ -223,8 +238,9 @@ TEST_F(Fields, FramesBearTheirTitles) {
     EXPECT_EQ(titles(1),
               QStringList({"Computer", "Processor and memory", "Storage", "Peripherals", "Comments"}));
     EXPECT_EQ(titles(2), QStringList({"Description", "Kinds of service"}));
-    for (const size_t i : {0U, 1U})
+    for (const size_t i : {0U, 1U}) {
         EXPECT_EQ(win().Text2[i]->placeholderText(), "Type to find");
+    }
 }
 
 TEST_F(Fields, TabLeavesTheCommentsAndSelectsThemOnTheWayIn) {
@@ -259,17 +275,19 @@ TEST_F(Fields, NoneCoversAnother) {
         for (QWidget* widget : win().Picture1[static_cast<size_t>(stage - 1)]->findChildren<QWidget*>()) {
             const bool entry = widget->objectName().contains('(') || widget == win().ListView1 ||
                                qobject_cast<QLabel*>(widget) != nullptr;
-            if (widget->isVisible() && entry && !widget->objectName().startsWith("qt_"))
+            if (widget->isVisible() && entry && !widget->objectName().startsWith("qt_")) {
                 shown.append(widget);
+            }
         }
         ASSERT_GT(shown.size(), 1);
         for (const QWidget* one : std::as_const(shown)) {
             EXPECT_TRUE(placeOf(win().Picture1[static_cast<size_t>(stage - 1)]).contains(placeOf(one)))
                 << one->objectName().toStdString();
-            for (const QWidget* other : std::as_const(shown))
+            for (const QWidget* other : std::as_const(shown)) {
                 EXPECT_TRUE(one == other || one->isAncestorOf(other) || other->isAncestorOf(one) ||
                             !placeOf(one).intersects(placeOf(other)))
                     << one->objectName().toStdString() << " and " << other->objectName().toStdString();
+            }
         }
     }
 }

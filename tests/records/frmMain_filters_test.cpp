@@ -45,19 +45,24 @@ class Filters : public NarrowedWindow {
     }
     QStringList usableEntries() {
         QStringList keys;
-        for (const quick_filters::Filter& each : quick_filters::kFilters)
-            if (win().filterEntry(each.key)->isEnabled())
+        for (const quick_filters::Filter& each : quick_filters::kFilters) {
+            if (win().filterEntry(each.key)->isEnabled()) {
                 keys.append(each.key);
+            }
+        }
         return keys;
     }
-    QList<int> checkedPositions() {
+    QList<Command> checked() {
         open(win().mnuDDatabase);
         win().mnuDDatabase->close();
-        QList<int> positions;
-        for (int i = 0; i < win().mnuQuickSearch.size(); ++i)
-            if (win().mnuQuickSearch.at(i)->isChecked())
-                positions.append(i);
-        return positions;
+        QList<Command> commands;
+        for (const CommandRow& row : commandTable()) {
+            const QAction* item = win().action(row.name);
+            if (item != nullptr && menuOf(item) == menuNamed("mnuQuickSearch") && item->isChecked()) {
+                commands.append(row.name);
+            }
+        }
+        return commands;
     }
 
     int anic = 0, babic = 0, ciric = 0, desk = 0, laptop = 0, tower = 0;
@@ -79,7 +84,7 @@ TEST_F(Filters, EachFindsItsServices) {
 TEST_F(Filters, AllThreeStagesAreNarrowedByNumbers) {
     shop();
     start();
-    filter(3);
+    filter(Command::FilterNotFinishedNotPaid);
     EXPECT_EQ(queryText("QDCustomers0"),
               QStringLiteral("SELECT * FROM Customers WHERE CustID=%1 OR CustID=%2;")
                   .arg(anic)
@@ -107,7 +112,7 @@ TEST_F(Filters, AllThreeStagesAreNarrowedByNumbers) {
 TEST_F(Filters, NarrowedSetsOutliveTheChangesOfStage) {
     shop();
     start();
-    filter(3);
+    filter(Command::FilterNotFinishedNotPaid);
     choose(0, "Babic, Bo");
     tab(2);
     EXPECT_EQ(entries(1), QStringList({"Tower"}));
@@ -123,7 +128,7 @@ TEST_F(Filters, StatisticsAreToldInTheProgramsName) {
     shop();
     start();
     boxes.asked.clear();
-    filter(4);
+    filter(Command::FilterNotFinishedPaid);
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.lastText(),
               "Filtering the database suceeded. Returned:\n\nClient(s): 1\nComputer(s): 1\nSevice(s): 2");
@@ -137,10 +142,10 @@ TEST_F(Filters, StatisticsCanBeSwitchedOffButNotTheNewsOfAnEmptyResult) {
     openDatabase().Execute("DELETE * FROM Services WHERE ID=" + std::to_string(finishedOwed));
     start();
     EXPECT_FALSE(win().ShowMsgBoxFilterResults);
-    filter(3);
+    filter(Command::FilterNotFinishedNotPaid);
     EXPECT_TRUE(boxes.asked.isEmpty());
     EXPECT_EQ(win().ActiveFilter, 1);
-    filter(2);
+    filter(Command::FilterFinishedNotPaid);
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.lastText(), kNothing);
     EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Information);
@@ -151,11 +156,11 @@ TEST_F(Filters, FilterThatFindsNothingKeepsTheOneInForce) {
     shop();
     openDatabase().Execute("DELETE * FROM Services WHERE ID=" + std::to_string(finishedOwed));
     start();
-    filter(4);
+    filter(Command::FilterNotFinishedPaid);
     const std::string kept = queryText("QDServices0");
     const QString text = win().statusText();
     boxes.asked.clear();
-    filter(2);
+    filter(Command::FilterFinishedNotPaid);
     EXPECT_EQ(boxes.lastText(), kNothing);
     EXPECT_EQ(win().ActiveFilter, 2);
     EXPECT_EQ(win().StatusBar1->panelText("Filter"), "FILTER: Not finished but paid services");
@@ -171,7 +176,7 @@ TEST_F(Filters, FilterThatFindsNothingLeavesTheWholeShopAlone) {
     addService(addComputer(addClient(), "Desk"));
     start();
     boxes.asked.clear();
-    filter(2);
+    filter(Command::FilterFinishedNotPaid);
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(win().ActiveFilter, -1);
     EXPECT_EQ(win().StatusBar1->firstPanelKey(), "Text");
@@ -190,7 +195,7 @@ TEST_F(Filters, EachHasItsCaptionInAPanelWithoutAFrame) {
         "FILTER: Not finished but paid services", "FILTER: Not finished and not paid services with due date",
         "FILTER: Not finished but paid services with due date"};
     for (int number = 0; number < 5; ++number) {
-        filter(number + 2);
+        filter(quickFilter(number));
         EXPECT_EQ(win().ActiveFilter, number);
         EXPECT_EQ(win().StatusBar1->firstPanelKey(), "Filter");
         const QLabel* panel = win().StatusBar1->panel("Filter");
@@ -204,19 +209,19 @@ TEST_F(Filters, EachHasItsCaptionInAPanelWithoutAFrame) {
 TEST_F(Filters, ChosenFilterIsCheckedInTheMenuAndShutInTheDropDown) {
     shop();
     start();
-    EXPECT_EQ(checkedPositions(), QList<int>());
-    EXPECT_FALSE(win().mnuQuickSearch.at(0)->isEnabled());
-    filter(3);
-    EXPECT_EQ(checkedPositions(), QList<int>({3}));
-    EXPECT_TRUE(win().mnuQuickSearch.at(0)->isEnabled());
+    EXPECT_EQ(checked(), QList<Command>());
+    EXPECT_FALSE(win().action(Command::RemoveFilters)->isEnabled());
+    filter(Command::FilterNotFinishedNotPaid);
+    EXPECT_EQ(checked(), QList<Command>({Command::FilterNotFinishedNotPaid}));
+    EXPECT_TRUE(win().action(Command::RemoveFilters)->isEnabled());
     EXPECT_EQ(usableEntries(), QStringList({"FNP", "NFP", "NFNPDD", "NFPDD"}));
     EXPECT_TRUE(canUse("RemoveFilter"));
-    filter(6);
-    EXPECT_EQ(checkedPositions(), QList<int>({6}));
+    filter(Command::FilterDuePaid);
+    EXPECT_EQ(checked(), QList<Command>({Command::FilterDuePaid}));
     EXPECT_EQ(usableEntries(), QStringList({"FNP", "NFNP", "NFP", "NFNPDD"}));
-    filter(0);
-    EXPECT_EQ(checkedPositions(), QList<int>());
-    EXPECT_FALSE(win().mnuQuickSearch.at(0)->isEnabled());
+    filter(Command::RemoveFilters);
+    EXPECT_EQ(checked(), QList<Command>());
+    EXPECT_FALSE(win().action(Command::RemoveFilters)->isEnabled());
 }
 
 TEST_F(Filters, DropDownCallsTheSameFilters) {
@@ -263,9 +268,9 @@ TEST_F(Filters, WindowSaysThatItIsAtWork) {
 TEST_F(Filters, OneFilterReplacesAnotherFromTheWholeShop) {
     shop();
     start();
-    filter(2);
+    filter(Command::FilterFinishedNotPaid);
     EXPECT_EQ(services(), QList<int>({finishedOwed}));
-    filter(4);
+    filter(Command::FilterNotFinishedPaid);
     EXPECT_EQ(services(), QList<int>({openPaid, duePaid})) << "not only among what the first had found";
 }
 
@@ -297,8 +302,9 @@ TEST_F(Filters, JobWithoutAPriceMatchesNone) {
     addService(computer, {{"Price", money(0)}, {"ServiceFinished", day({2026, 3, 5})}});
     addService(computer, {{"Price", money(0)}, {"ServiceToBeFinished", inDays(1)}});
     addService(computer, {{"Price", money(0)}, {"ServiceToBeFinished", inDays(1)}, {"Paid", money(50)}});
-    for (int number = 0; number < 5; ++number)
+    for (int number = 0; number < 5; ++number) {
         EXPECT_EQ(found(number), QList<int>()) << number;
+    }
 }
 
 TEST_F(Filters, FinishDateBefore1990IsOneToTheFilters) {
@@ -344,7 +350,7 @@ TEST_F(Filters, ClientsAndComputersWithoutMatchesAreOut) {
     shop();
     start();
     for (int number = 0; number < 5; ++number) {
-        filter(number + 2);
+        filter(quickFilter(number));
         EXPECT_FALSE(clients().contains(ciric));
         EXPECT_FALSE(entries(0).contains("Dukic, Dule"));
         EXPECT_FALSE(computers().isEmpty());
@@ -360,7 +366,7 @@ TEST_F(Filters, OrderInForceSurvives) {
     tab(3);
     clickHeader(4);
     clickHeader(4);
-    filter(3);
+    filter(Command::FilterNotFinishedNotPaid);
     EXPECT_EQ(listed(), QList<int>({dear, cheap}));
     EXPECT_TRUE(source(2).endsWith(" ORDER BY Price DESC"));
     EXPECT_EQ(win().ListView1->columnIcon(4), "SortDown");
@@ -372,7 +378,7 @@ TEST_F(Filters, WhatWasTypedIsSavedFirst) {
     shop();
     start();
     type(13, "064 111");
-    filter(3);
+    filter(Command::FilterNotFinishedNotPaid);
     EXPECT_EQ(valueOf("Customers", "CustID", anic, "Cellular").asText(), "064 111");
     EXPECT_FALSE(win().StageDirty[0]);
     EXPECT_EQ(win().ActiveFilter, 1);
@@ -383,7 +389,7 @@ TEST_F(Filters, RecordThatHasToBeMendedIsNotLeft) {
     start();
     type(0, "");
     boxes.answers << platform::BoxAnswer::Yes;
-    filter(3);
+    filter(Command::FilterNotFinishedNotPaid);
     EXPECT_EQ(win().ActiveFilter, -1);
     EXPECT_FALSE(canUse("RemoveFilter"));
     EXPECT_EQ(text(0), "");
@@ -396,7 +402,7 @@ TEST_F(Filters, FailureHalfWayIsToldAndShowsTheWholeShop) {
     start();
     openDatabase().QueryDefs().Delete("QDServices0");
     boxes.asked.clear();
-    filter(2);
+    filter(Command::FilterFinishedNotPaid);
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_TRUE(boxes.lastText().startsWith("An unexpected error has occured - [3265] "))
         << boxes.lastText().toStdString();
@@ -412,10 +418,10 @@ TEST_F(Filters, FailureHalfWayIsToldAndShowsTheWholeShop) {
 TEST_F(Filters, FailureAtTheBeginningKeepsTheFilterInForce) {
     shop();
     start();
-    filter(3);
+    filter(Command::FilterNotFinishedNotPaid);
     openDatabase().QueryDefs().Delete("QDCustomers0");
     boxes.asked.clear();
-    filter(2);
+    filter(Command::FilterFinishedNotPaid);
     EXPECT_TRUE(boxes.lastText().startsWith("An unexpected error has occured - [3265] "))
         << boxes.lastText().toStdString();
     EXPECT_EQ(win().ActiveFilter, 1);
@@ -444,16 +450,16 @@ TEST_F(Filters, HundredThousandServicesAreNarrowedTo) {
     rows.Close();
     dao::DBEngine::CommitTrans();
     start();
-    filter(3);
+    filter(Command::FilterNotFinishedNotPaid);
     EXPECT_EQ(
         boxes.lastText(),
         "Filtering the database suceeded. Returned:\n\nClient(s): 1\nComputer(s): 1\nSevice(s): 100000");
     EXPECT_EQ(win().ListView1->count(), 100000);
     EXPECT_EQ(win().ListView1->item(100000).Key, "K100001");
     EXPECT_EQ(win().ListView1->indexOf("K50001"), 0) << "the paid one in their midst";
-    filter(4);
+    filter(Command::FilterNotFinishedPaid);
     EXPECT_EQ(listed(), QList<int>({50001}));
-    filter(0);
+    filter(Command::RemoveFilters);
     EXPECT_EQ(win().ListView1->count(), 100001);
 }
 
@@ -477,7 +483,7 @@ TEST_F(Filters, AnotherWorkstationKeepsItsOwnViewAndItsNewClientsStayOut) {
     ASSERT_EQ(other.next(), '0');
     start();
     ASSERT_EQ(win().QuerySuffix, 1);
-    filter(3);
+    filter(Command::FilterNotFinishedNotPaid);
     EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Babic, Bo"}));
     other.release();
     EXPECT_EQ(other.next(), '4') << "the filter here narrows nothing there";
@@ -488,9 +494,9 @@ TEST_F(Filters, AnotherWorkstationKeepsItsOwnViewAndItsNewClientsStayOut) {
               "Sorry, Babic, Bo is not found in the database. First item will be selected.");
     EXPECT_EQ(numbers("QDCustomers1", "CustID"), QList<int>({anic}))
         << "a new client is in no list of numbers";
-    filter(3);
+    filter(Command::FilterNotFinishedNotPaid);
     EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Zoric, Zora"})) << "a filter sees the moment it runs";
-    filter(0);
+    filter(Command::RemoveFilters);
     EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Ciric, Cica", "Dukic, Dule", "Zoric, Zora"}));
     other.release();
     EXPECT_EQ(other.wait(), 0);

@@ -16,8 +16,9 @@ class ListRemoval : public MainWindow {
     void refillWhileDeleting(const QList<int>& rows) {
         done_ = false;
         QObject::connect(win().Data1[2], &platform::DataControl::repositioned, &win(), [this, rows] {
-            if (std::exchange(done_, true))
+            if (std::exchange(done_, true)) {
                 return;
+            }
             win().ListView1->clearItems();
             for (const int id : rows) {
                 platform::ListItem row;
@@ -25,8 +26,9 @@ class ListRemoval : public MainWindow {
                 row.Tag = QStringLiteral("1##left");
                 win().ListView1->addItem(row);
             }
-            if (!rows.isEmpty())
+            if (!rows.isEmpty()) {
                 win().ListView1->select(1);
+            }
         });
         boxes.answers << platform::BoxAnswer::Yes;
         by_hand::press(Qt::Key_Delete);

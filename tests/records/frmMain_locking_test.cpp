@@ -10,22 +10,25 @@ class Locking : public MainWindow {
  protected:
     // The stage whose pane shows the field.
     static int stageOf(int index) {
-        if (index <= 18)
+        if (index <= 18) {
             return 1;
+        }
         return index == 37 || index == 38 ? 3 : 2;
     }
     // Of the stage's fields those that take a letter from the keyboard. The stage is on show.
     QList<int> taking(int stage) {
         QList<int> fields;
         for (int i = 0; i < frmMain::kEntryFields; ++i) {
-            if (stageOf(i) != stage)
+            if (stageOf(i) != stage) {
                 continue;
+            }
             const QString before = text(i);
             by_hand::click(field(i));
             QTest::keyClick(field(i), Qt::Key_End, Qt::ControlModifier);
             QTest::keyClicks(field(i), "q");
-            if (text(i) != before)
+            if (text(i) != before) {
                 fields.append(i);
+            }
         }
         return fields;
     }
@@ -37,8 +40,9 @@ class Locking : public MainWindow {
             const auto before = date->value();
             type(date->edit(), "5/17/1980");
             QTest::keyClick(date->edit(), Qt::Key_Tab);
-            if (date->value() != before)
+            if (date->value() != before) {
                 dates.append(i);
+            }
         }
         return dates;
     }
@@ -60,8 +64,9 @@ TEST_F(Locking, EmptyShopTakesNothingOnAnyStage) {
     EXPECT_EQ(taking(1), QList<int>());
     EXPECT_EQ(datesTaking(), QList<int>());
     EXPECT_FALSE(firmBoxTaking());
-    for (const platform::DateField* date : win().DTPicker1)
+    for (const platform::DateField* date : win().DTPicker1) {
         EXPECT_FALSE(date->isEnabled()) << date->objectName().toStdString();
+    }
     tab(2);
     EXPECT_EQ(taking(2), QList<int>());
     tab(3);
@@ -75,8 +80,9 @@ TEST_F(Locking, NewClientOpensTheFieldsOfHisStageAlone) {
     EXPECT_EQ(taking(1), clientFields());
     EXPECT_EQ(datesTaking(), QList<int>({0, 1, 2}));
     EXPECT_TRUE(firmBoxTaking());
-    for (const int computerField : computerFields())
+    for (const int computerField : computerFields()) {
         EXPECT_TRUE(locked(computerField)) << computerField;
+    }
 }
 
 TEST_F(Locking, NewComputerOpensTheFieldsOfItsStage) {
@@ -136,8 +142,9 @@ class Marks : public MainWindow {
 TEST_F(Marks, EachFieldMarksItsOwnStage) {
     start();
     for (int i = 0; i < frmMain::kEntryFields; ++i) {
-        if (i == 37 || i == 38)
+        if (i == 37 || i == 38) {
             continue;
+        }
         const int stage = i <= 18 ? 1 : 2;
         tab(stage);
         ASSERT_FALSE(canUse("SaveRecord")) << i;
@@ -157,8 +164,9 @@ TEST_F(Marks, ChangesWhileASelectorIsBeingFilledCountForNothing) {
     const auto connection =
         QObject::connect(win().Data1[0], &platform::DataControl::repositioned, &win(), [&] {
             filling = win().LoadingList;
-            if (typed)
+            if (typed) {
                 return;
+            }
             typed = true;
             QTest::keyClicks(field(13), "064");
             by_hand::click(win().Check1);
@@ -197,8 +205,9 @@ TEST_F(Marks, ComputersBeingFilledCountForNothingToo) {
     const auto connection =
         QObject::connect(win().Data1[1], &platform::DataControl::repositioned, &win(), [&] {
             filling = win().LoadingList;
-            if (filling && text(40).isEmpty())
+            if (filling && text(40).isEmpty()) {
                 QTest::keyClicks(field(40), "router");
+            }
         });
     win().FillComputerCombo();
     QObject::disconnect(connection);

@@ -26,11 +26,12 @@ class MainOptions : public MainWindow {
     QString price() { return win().ListView1->item(key()).SubItems(3); }
     // Opens the window from the menu; `work` may leave it by itself, otherwise it is left by OK.
     void options(const std::function<void(frmOptions&)>& work) {
-        inModal<frmOptions>([&] { choose(win().mnuVView, 8); },
+        inModal<frmOptions>([&] { give(Command::Options); },
                             [&](frmOptions& window) {
                                 work(window);
-                                if (window.isVisible())
+                                if (window.isVisible()) {
                                     by_hand::click(button(window, 0));
+                                }
                             });
     }
     static QPushButton* button(frmOptions& window, int index) {
@@ -52,7 +53,7 @@ class MainOptions : public MainWindow {
 TEST_F(MainOptions, TheMenuOpensThemAtAnyTime) {
     start();
     open(win().mnuVView);
-    EXPECT_TRUE(win().mnuView.at(8)->isEnabled());
+    EXPECT_TRUE(win().action(Command::Options)->isEnabled());
     by_hand::closeMenus();
     options([&](frmOptions& window) {
         EXPECT_EQ(window.parentWidget(), &win());

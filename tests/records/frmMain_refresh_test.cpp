@@ -23,8 +23,9 @@ class WholeShop : public NarrowedWindow {
         EXPECT_EQ(win().ActiveFilter, -1);
         EXPECT_EQ(win().StatusBar1->firstPanelKey(), "Text");
         EXPECT_FALSE(canUse("RemoveFilter"));
-        for (const quick_filters::Filter& each : quick_filters::kFilters)
+        for (const quick_filters::Filter& each : quick_filters::kFilters) {
             EXPECT_TRUE(win().filterEntry(each.key)->isEnabled()) << each.key;
+        }
         EXPECT_EQ(queryText("QDCustomers0"), "SELECT * FROM Customers");
         EXPECT_EQ(queryText("QDComputers0"), "SELECT * FROM Computers");
         EXPECT_EQ(queryText("QDServices0"), "SELECT * FROM Services");
@@ -34,7 +35,7 @@ class WholeShop : public NarrowedWindow {
     // From the start to a filter that leaves the second client with one job each on both computers.
     void startFiltered() {
         start();
-        filter(3);
+        filter(Command::FilterNotFinishedNotPaid);
         ASSERT_EQ(win().ActiveFilter, 1);
         boxes.asked.clear();
     }
@@ -44,7 +45,7 @@ class WholeShop : public NarrowedWindow {
 TEST_F(WholeShop, MenuRemovesTheFilter) {
     startFiltered();
     EXPECT_EQ(entries(0), QStringList({"Babic, Bo"}));
-    filter(0);
+    filter(Command::RemoveFilters);
     expectNoFilter();
     EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Babic, Bo"}));
     EXPECT_TRUE(boxes.asked.isEmpty());
@@ -60,10 +61,11 @@ TEST_F(WholeShop, ToolbarRemovesTheFilter) {
 TEST_F(WholeShop, RefreshEndsAFilterToo) {
     for (int way = 0; way < 2; ++way) {
         startFiltered();
-        if (way == 0)
+        if (way == 0) {
             tool("Refresh");
-        else
-            choose(win().mnuVView, 10);
+        } else {
+            give(Command::Refresh);
+        }
         expectNoFilter();
         EXPECT_EQ(entries(0).size(), 2);
         EXPECT_TRUE(boxes.asked.isEmpty());
@@ -123,7 +125,7 @@ TEST_F(WholeShop, ListComesBackOnItsFirstRow) {
     tool("Refresh");
     EXPECT_EQ(listed(), QList<int>({owed, paid}));
     EXPECT_EQ(win().ListView1->selectedIndex(), 1);
-    EXPECT_EQ(win().CurrentServiceKey, QStringLiteral("K%1").arg(owed));
+    EXPECT_EQ(win().CurrentServiceKey(), QStringLiteral("K%1").arg(owed));
     EXPECT_TRUE(canUse("EditRecord"));
 }
 
@@ -176,7 +178,7 @@ TEST_F(WholeShop, OrderAndIconsSurvive) {
     tab(3);
     clickHeader(4);
     clickHeader(4);
-    filter(3);
+    filter(Command::FilterNotFinishedNotPaid);
     for (const char* command : {"RemoveFilter", "Refresh"}) {
         tool(command);
         EXPECT_EQ(listed().first(), dear) << command;

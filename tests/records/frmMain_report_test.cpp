@@ -54,8 +54,9 @@ class Report : public MainWindow {
         tool("ViewReport");
         const std::string kept = expected(name);
         const std::string now = written();
-        if (now == kept)
+        if (now == kept) {
             return;
+        }
         const QString beside = QDir::tempPath() + QLatin1String("/tarvello_report_") + QLatin1String(name);
         QFile::remove(beside);
         QFile::copy(file(), beside);
@@ -100,7 +101,7 @@ TEST_F(Report, IsWrittenAndOpenedWithTheToolbar) {
 TEST_F(Report, IsWrittenByTheMenu) {
     addClient();
     begin();
-    choose(win().mnuVView, 4);
+    give(Command::Report);
     EXPECT_EQ(launched, QStringList(file()));
 }
 
@@ -208,7 +209,7 @@ TEST_F(Report, AFilterLimitsItToWhatTheFilterShows) {
     addService(addComputer(addClient("Peric", "Pera")));
     begin();
     wholeShop();
-    choose(menuNamed("mnuQuickSearch"), 2);
+    give(Command::FilterFinishedNotPaid);
     ASSERT_EQ(win().ActiveFilter, 0);
     boxes.asked.clear();
     tool("ViewReport");
@@ -273,7 +274,7 @@ TEST_F(Report, KeepsTheDemonstrationWithTheServiceChoicesOff) {
 TEST_F(Report, KeepsTheDemonstrationUnderAFilter) {
     selectInDemo();
     wholeShop();
-    choose(menuNamed("mnuQuickSearch"), 4);
+    give(Command::FilterNotFinishedPaid);
     ASSERT_EQ(win().ActiveFilter, 2);
     expectKept("filtered.txt");
 }
@@ -291,8 +292,9 @@ TEST_F(Report, ALargeOneShowsHowFarItIsAndTakesNoCommands) {
     QTimer watch;
     QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
         const auto* bar = win().findChild<QProgressBar*>("ProgressBar1");
-        if (bar == nullptr)
+        if (bar == nullptr) {
             return;
+        }
         ++turns;
         EXPECT_TRUE(bar->isVisible());
         EXPECT_GE(bar->value(), furthest);
@@ -325,8 +327,9 @@ TEST_F(Report, ClosingTheWindowMeanwhileEndsItAndTheDay) {
     bool closed = false;
     QTimer watch;
     QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
-        if (win().findChild<QProgressBar*>("ProgressBar1") == nullptr)
+        if (win().findChild<QProgressBar*>("ProgressBar1") == nullptr) {
             return;
+        }
         watch.stop();
         closed = win().close();
     });

@@ -16,6 +16,7 @@
 #include "records/frmDetails.h"
 #include "records/frmMain.h"
 #include "records/service_repricing.h"
+#include "shell/program_windows.h"
 #include "support/fixture.h"
 #include "support/modal.h"
 
@@ -48,7 +49,7 @@ struct Services : DeliveredFixture {
 
     frmMain& window() {
         if (!window_) {
-            window_ = std::make_unique<frmMain>();
+            window_ = std::make_unique<frmMain>(programWindows());
             EXPECT_TRUE(window_->Display()) << boxes.lastText().toStdString();
             window_->TabStrip1->setCurrentIndex(2);
             EXPECT_EQ(window_->CurrentStage, 3);
@@ -68,13 +69,14 @@ struct Services : DeliveredFixture {
     // `act` opens the service editor, `work` happens in it, and OK ends it unless `work` has done so.
     void inEditor(const std::function<void()>& act, const std::function<void()>& work) {
         bool opened = false;
-        frmDetails* editor = window().ServiceEditor.get();
+        frmDetails* editor = window().ServiceEditor();
         QTimer::singleShot(0, editor, [&] {
             opened = editor->isVisible();
             EXPECT_TRUE(waitUntilActive(*editor));
             work();
-            if (editor->isVisible())
+            if (editor->isVisible()) {
                 press(0);
+            }
             if (editor->isVisible()) {
                 ADD_FAILURE() << "refused: " << boxes.lastText().toStdString();
                 editor->reject();
@@ -91,7 +93,7 @@ struct Services : DeliveredFixture {
         inEditor([&] { window().EditService(1); }, work);
     }
     QLineEdit* field(int index) {
-        return window().ServiceEditor->findChild<QLineEdit*>(QStringLiteral("Text1(%1)").arg(index));
+        return window().ServiceEditor()->findChild<QLineEdit*>(QStringLiteral("Text1(%1)").arg(index));
     }
     void type(int index, const QString& keys) {
         field(index)->setFocus();
@@ -100,7 +102,7 @@ struct Services : DeliveredFixture {
     }
     void press(int button) {
         QTest::mouseClick(
-            window().ServiceEditor->findChild<QPushButton*>(QStringLiteral("Command1(%1)").arg(button)),
+            window().ServiceEditor()->findChild<QPushButton*>(QStringLiteral("Command1(%1)").arg(button)),
             Qt::LeftButton);
     }
 
@@ -150,15 +152,17 @@ TEST_F(Services, ColumnsTakeTheirPlacesFromTheSettings) {
     EXPECT_EQ(list().columnWidthTwips(2), 3000);
     EXPECT_EQ(list().columnWidthTwips(7), 900);
     const int places[] = {2, 3, 4, 1, 7, 6, 5};
-    for (int column = 1; column <= 7; ++column)
+    for (int column = 1; column <= 7; ++column) {
         EXPECT_EQ(list().columnPosition(column), places[column - 1]) << column;
+    }
 }
 
 TEST_F(Services, ListThatCannotBeBuiltSaysWhy) {
-    frmMain broken;
+    frmMain broken(programWindows());
     broken.onStartStep = [](StartStep step) {
-        if (step == StartStep::ServiceList)
+        if (step == StartStep::ServiceList) {
             throw platform::RunError(7, "Out of memory");
+        }
     };
     QString errorText;
     EXPECT_FALSE(broken.InitServiceListView(errorText));
@@ -168,10 +172,10 @@ TEST_F(Services, ListThatCannotBeBuiltSaysWhy) {
 }
 
 TEST_F(Services, KindsOfServiceCountFromOne) {
-    ASSERT_GT(window().ServiceTypeNames.size(), 2);
+    ASSERT_GT(window().ServiceTypeNames().size(), 2);
     dao::Recordset table = openDatabase().OpenRecordset("ServiceTypes", dao::dbOpenTable);
-    EXPECT_EQ(window().ServiceTypeNames[1], QString::fromStdString(table["Service"].asText()));
-    EXPECT_EQ(window().ServiceTypeNames.size() - 1, countRows("ServiceTypes"));
+    EXPECT_EQ(window().ServiceTypeNames()[1], QString::fromStdString(table["Service"].asText()));
+    EXPECT_EQ(window().ServiceTypeNames().size() - 1, countRows("ServiceTypes"));
 }
 
 // --- Filling.
@@ -193,8 +197,8 @@ TEST_F(Services, RowShowsItsService) {
     EXPECT_EQ(row(id).Tag, "2|3##Noisy fan");
     EXPECT_EQ(list().selectedIndex(), 1);
     EXPECT_EQ(description(), "Noisy fan");
-    EXPECT_EQ(kinds(), window().ServiceTypeNames[2] + '\n' + window().ServiceTypeNames[3]);
-    EXPECT_EQ(window().CurrentServiceKey, "K" + QString::number(id));
+    EXPECT_EQ(kinds(), window().ServiceTypeNames()[2] + '\n' + window().ServiceTypeNames()[3]);
+    EXPECT_EQ(window().CurrentServiceKey(), "K" + QString::number(id));
 }
 
 TEST_F(Services, FourStatesAreToldApart) {
@@ -298,8 +302,8 @@ TEST_F(Services, ClickOnARowShowsItsDetails) {
     const QRect place = list().visualRect(list().model()->index(1, 0));
     QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, place.center());
     EXPECT_EQ(description(), "two\nlines");
-    EXPECT_EQ(kinds(), window().ServiceTypeNames[2]) << "a kind that is not in the table adds nothing";
-    EXPECT_EQ(window().CurrentServiceKey, "K" + QString::number(second));
+    EXPECT_EQ(kinds(), window().ServiceTypeNames()[2]) << "a kind that is not in the table adds nothing";
+    EXPECT_EQ(window().CurrentServiceKey(), "K" + QString::number(second));
     QTest::keyClick(&list(), Qt::Key_Up);
     EXPECT_EQ(description(), "one");
 }
@@ -315,9 +319,10 @@ struct ManyServices : Services {
         Services::SetUp();
         openDatabase();
         dao::DBEngine::BeginTrans();
-        for (int i = 1; i <= kRows; ++i)
+        for (int i = 1; i <= kRows; ++i) {
             ids.append(addService(machine, {{"Price", i % 100 == 0 ? Value() : Value(money(i))},
                                             {"Comments", std::to_string(i)}}));
+        }
         dao::DBEngine::CommitTrans();
     }
     QList<int> ids;  // [0] is row 1
@@ -474,8 +479,8 @@ TEST_F(Services, NewServiceGoesIntoListAndDatabase) {
         type(5, "100");
         type(6, "10");
         type(7, "106.15");
-        window().ServiceEditor->findChild<QPlainTextEdit*>("Text1(4)")->setPlainText("Čist ventilator");
-        window().ServiceEditor->findChild<QListWidget*>("List1")->item(2)->setSelected(true);
+        window().ServiceEditor()->findChild<QPlainTextEdit*>("Text1(4)")->setPlainText("Čist ventilator");
+        window().ServiceEditor()->findChild<QListWidget*>("List1")->item(2)->setSelected(true);
     });
     ASSERT_EQ(list().count(), 1);
     const auto& item = list().item(1);
@@ -485,7 +490,7 @@ TEST_F(Services, NewServiceGoesIntoListAndDatabase) {
     EXPECT_EQ(item.SmallIcon, "NotFinishedPayed") << "0.05 are below the tolerance";
     EXPECT_EQ(item.Tag, "3##Čist ventilator");
     EXPECT_EQ(description(), "Čist ventilator");
-    EXPECT_EQ(kinds(), window().ServiceTypeNames[3]);
+    EXPECT_EQ(kinds(), window().ServiceTypeNames()[3]);
     EXPECT_EQ(list().selectedIndex(), 1);
 
     EXPECT_EQ(stored(id, "MachineID").asLong(), machine);
@@ -521,7 +526,7 @@ TEST_F(Services, EditedServiceChangesItsRowAndItsRecord) {
     list().select(2);
     window().ShowServiceDetails(*list().selectedItem());
     editInEditor([&] {
-        EXPECT_EQ(window().ServiceEditor->ServiceID(), id);
+        EXPECT_EQ(window().ServiceEditor()->ServiceID(), id);
         EXPECT_EQ(field(0)->text(), "3/3/2026");
         EXPECT_EQ(field(1)->text(), "");
         EXPECT_EQ(field(5)->text(), "100.00");
@@ -621,7 +626,7 @@ TEST_F(Services, EnterOnAnEmptyListDoesNothing) {
     window();
     QTest::keyClick(&list(), Qt::Key_Return);
     window().EditService(1);
-    EXPECT_FALSE(window().ServiceEditor->isVisible());
+    EXPECT_FALSE(window().ServiceEditor()->isVisible());
 }
 
 // --- Amounts there and back.
@@ -674,8 +679,9 @@ TEST_P(Amounts, ConfirmedEditLeavesStoredAmountsAlone) {
     for (const int service : {id, large}) {
         list().select("K" + QString::number(service));
         const QString price = row(service).SubItems(3);
-        for (int i = 0; i < 3; ++i)
+        for (int i = 0; i < 3; ++i) {
             editInEditor([] {});
+        }
         EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
         refill("K" + QString::number(service));
         EXPECT_EQ(row(service).SubItems(3), price);
@@ -712,22 +718,22 @@ TEST_F(Services, RepricingWritesTheTotalAndThePaidHalf) {
     KursKupovni = 80;
     const int id = addService(machine, {{"Paid", money(100)}, {"ServiceFinished", day(2026, 3, 8)}});
     EXPECT_EQ(row(id).SmallIcon, "FinishedPayed");
-    RepriceService(window(), id, 12000);
+    repriceService(window(), *window().ListView1, *window().Data1[2], id, 12000);
     EXPECT_EQ(row(id).SubItems(3), "12,000.00");
     EXPECT_EQ(row(id).SmallIcon, "FinishedNotPayed");
     EXPECT_EQ(stored(id, "Price").asCurrency(), money(150));
-    RepriceService(window(), id, 8000);
+    repriceService(window(), *window().ListView1, *window().Data1[2], id, 8000);
     EXPECT_EQ(row(id).SmallIcon, "FinishedPayed");
-    RepriceService(window(), id, 0);
+    repriceService(window(), *window().ListView1, *window().Data1[2], id, 0);
     EXPECT_EQ(row(id).SmallIcon, "FinishedNotPayed") << "no price, never paid";
 }
 
 TEST_F(Services, RepricingTakesDiscountAndTaxFromTheRow) {
     const int id = addService(machine, {{"Discount", 10.0F}, {"GST", 18.0F}, {"Paid", money(106.15)}});
     window();
-    RepriceService(window(), id, 100);
+    repriceService(window(), *window().ListView1, *window().Data1[2], id, 100);
     EXPECT_EQ(row(id).SmallIcon, "NotFinishedPayed");
-    RepriceService(window(), id, 101);
+    repriceService(window(), *window().ListView1, *window().Data1[2], id, 101);
     EXPECT_EQ(row(id).SmallIcon, "NotFinishedNotPayed");
 }
 
@@ -735,7 +741,7 @@ TEST_F(Services, RepricingKeepsTheFinishHalfWhateverTheDatabaseSays) {
     const int id = addService(machine);
     window();
     openDatabase().Execute("UPDATE Services SET ServiceFinished=#3/8/2026# WHERE ID=" + std::to_string(id));
-    RepriceService(window(), id, 50);
+    repriceService(window(), *window().ListView1, *window().Data1[2], id, 50);
     EXPECT_EQ(row(id).SmallIcon, "NotFinishedNotPayed");
 }
 
@@ -743,7 +749,7 @@ TEST_F(Services, RepricingAServiceThatIsGoneSaysSo) {
     const int id = addService(machine);
     window();
     openDatabase().Execute("DELETE * FROM Services WHERE ID=" + std::to_string(id));
-    RepriceService(window(), id, 50);
+    repriceService(window(), *window().ListView1, *window().Data1[2], id, 50);
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.lastText(), "Oops! Can't find this item in the database so it can not be edited!");
 }
@@ -752,7 +758,7 @@ TEST_F(Services, RepricingWritesTheTotalThoughTheRowCannotBeRead) {
     const int id = addService(machine);
     window();
     list().changeItem("K" + QString::number(id), [](platform::ListItem& item) { item.setSubItems(6, "?"); });
-    RepriceService(window(), id, 50);
+    repriceService(window(), *window().ListView1, *window().Data1[2], id, 50);
     EXPECT_TRUE(boxes.asked.isEmpty());
     EXPECT_EQ(row(id).SubItems(3), "50.00");
     EXPECT_EQ(row(id).SmallIcon, "NotFinishedNotPayed");
@@ -763,9 +769,18 @@ TEST_F(Services, RepricingWritesTheTotalThoughTheRowIsNotListed) {
     const int id = addService(machine);
     window();
     list().clearItems();
-    RepriceService(window(), id, 50);
+    repriceService(window(), *window().ListView1, *window().Data1[2], id, 50);
     EXPECT_TRUE(boxes.asked.isEmpty());
     EXPECT_EQ(stored(id, "Price").asCurrency(), money(50));
+}
+
+// A lock that stays taken after a failed write would stop every other workstation.
+TEST_F(Services, ServiceThatCouldNotBeWrittenHoldsNoLock) {
+    window();
+    openDatabase().Execute("DELETE * FROM Computers");  // a colleague has thrown the computer out meanwhile
+    addInEditor([&] { type(3, "5"); });
+    EXPECT_EQ(countRows("SELECT * FROM Services"), 0);
+    EXPECT_EQ(window().Data1[2]->Recordset().EditMode(), dao::Recordset::EditModeKind::None);
 }
 
 TEST_F(Services, FailingRepricingIsSilentAndLeavesThePrice) {
@@ -773,7 +788,7 @@ TEST_F(Services, FailingRepricingIsSilentAndLeavesThePrice) {
     const int id = addService(machine);
     window();
     colleague.hold();
-    RepriceService(window(), id, 50);
+    repriceService(window(), *window().ListView1, *window().Data1[2], id, 50);
     EXPECT_TRUE(boxes.asked.isEmpty());
     EXPECT_EQ(row(id).SubItems(3), "50.00") << "the list goes first, until it is filled again";
     colleague.letGo();

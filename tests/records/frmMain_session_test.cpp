@@ -23,18 +23,19 @@ class Session : public MainWindow {
         addService(desk);
         addService(office);
     }
-    void utility(int position) {
+    void utility(Command command) {
         open(win().mnuDDatabase);
-        choose(menuNamed("mnuUtilities"), position);
+        give(command);
         win().mnuDDatabase->close();
     }
-    void compact() { utility(4); }
-    void restart() { utility(3); }
+    void compact() { utility(Command::CompactDatabase); }
+    void restart() { utility(Command::RestartDatabase); }
     QStringList queries() {
         QStringList names;
         const dao::QueryDefsCollection all = openDatabase().QueryDefs();
-        for (int i = 0; i < all.Count(); ++i)
+        for (int i = 0; i < all.Count(); ++i) {
             names.append(QString::fromStdString(all[i].Name()));
+        }
         closeDatabases();
         return names;
     }
@@ -105,8 +106,8 @@ TEST_F(Session, FailedBackupIsToldAndTheProgramEndsAllTheSame) {
 
 TEST_F(Session, KindsOfServiceAreReadAtOpening) {
     start();
-    ASSERT_GT(win().ServiceTypeNames.size(), 1);
-    EXPECT_EQ(win().ServiceTypeNames.size() - 1, countRows("ServiceTypes"));
+    ASSERT_GT(win().ServiceTypeNames().size(), 1);
+    EXPECT_EQ(win().ServiceTypeNames().size() - 1, countRows("ServiceTypes"));
 }
 
 TEST_F(Session, BrokenFileIsRepairedOnceAndOnlyOnce) {
@@ -210,14 +211,14 @@ TEST_F(Session, NextChangeOfTabReadsTheStagesAgain) {
     shop();
     start();
     restart();
-    const QString whole = win().Data1[1]->RecordSource;
+    const QString whole = win().Data1[1]->RecordSource();
     EXPECT_EQ(whole, QString("Select * FROM QDComputers%1").arg(win().QuerySuffix));
-    EXPECT_EQ(win().Data1[2]->RecordSource, QString("Select * FROM QDServices%1").arg(win().QuerySuffix));
+    EXPECT_EQ(win().Data1[2]->RecordSource(), QString("Select * FROM QDServices%1").arg(win().QuerySuffix));
     addComputer(anic, "Brand new");
     tab(2);
     EXPECT_EQ(entries(1), QStringList({"Brand new", "Desk"}));
     tab(3);
-    EXPECT_NE(win().Data1[2]->RecordSource, whole);
+    EXPECT_NE(win().Data1[2]->RecordSource(), whole);
 }
 
 TEST_F(Session, RestartOfAnEmptyShop) {
@@ -299,8 +300,9 @@ TEST_F(Session, RestartOnAClientWithoutComputersShowsAllServicesInOrder) {
 TEST_F(Session, CompactingMakesTheFileSmallerAndKeepsTheRecords) {
     shop();
     dao::DBEngine::BeginTrans();
-    for (int i = 0; i < 400; ++i)
+    for (int i = 0; i < 400; ++i) {
         addClient("Gone", "G" + QString::number(i), {{"Comments", std::string(4000, 'x')}});
+    }
     openDatabase().Execute("DELETE * FROM Customers WHERE Surname='Gone'");
     dao::DBEngine::CommitTrans();
     start();
@@ -363,8 +365,9 @@ class WhenStatusSays : public QObject {
         panel_->installEventFilter(this);
     }
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::Paint && panel_->text() == words_ && deed_)
+        if (event->type() == QEvent::Paint && panel_->text() == words_ && deed_) {
             std::exchange(deed_, {})();
+        }
         return QObject::eventFilter(watched, event);
     }
     bool happened() const { return !deed_; }
@@ -420,8 +423,9 @@ TEST_F(Session, CompactionReopensWhatAColleagueHasBroughtBack) {
     ASSERT_TRUE(QFile::copy(databaseFile(), path("kept.mdb")));
     const WhenStatusSays gone(win(), kReopening, [&] { QFile::remove(databaseFile()); });
     boxes.onBox = [&](const platform::Box& box) {
-        if (box.text == kMultiUser)
+        if (box.text == kMultiUser) {
             QFile::copy(path("kept.mdb"), databaseFile());
+        }
     };
     boxes.answers << BoxAnswer::Ok << BoxAnswer::No;
     compact();
@@ -446,9 +450,10 @@ class HalfReopened : public Session {
         win().ShowFilterCaption(1, false);
         // Whenever the clients are shown while the computers are open, a colleague's copy ruins the query.
         QObject::connect(win().Data1[0], &platform::DataControl::repositioned, &win(), [this] {
-            if (win().Data1[2]->isOpen() && win().statusText() == kReopening)
+            if (win().Data1[2]->isOpen() && win().statusText() == kReopening) {
                 openDatabase().QueryDefs()[query("QDComputers").toStdString()].setSQL(
                     "SELECT * FROM NoSuchTable");
+            }
         });
         closeDatabases();
     }
@@ -459,8 +464,8 @@ class HalfReopened : public Session {
         EXPECT_EQ(entries(1), QStringList());
         EXPECT_TRUE(win().isStageLocked(2));
         EXPECT_EQ(win().ListView1->count(), 3) << "no computer, so the services of all";
-        EXPECT_EQ(win().Data1[1]->RecordSource, "Select * FROM " + query("QDComputers"));
-        EXPECT_EQ(win().Data1[2]->RecordSource, "Select * FROM " + query("QDServices"));
+        EXPECT_EQ(win().Data1[1]->RecordSource(), "Select * FROM " + query("QDComputers"));
+        EXPECT_EQ(win().Data1[2]->RecordSource(), "Select * FROM " + query("QDServices"));
         EXPECT_EQ(win().CurrentStage, 1);
         EXPECT_EQ(win().ActiveFilter, -1);
         EXPECT_EQ(win().StatusBar1->firstPanelKey(), "Text");
@@ -502,7 +507,7 @@ TEST_F(Session, WordInTheSettingsCannotSendTheFileToRepair) {
     win().OpenDataControls(errorText, ok);
     EXPECT_TRUE(ok) << errorText.toStdString();
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
-    EXPECT_EQ(win().Data1[2]->RecordSource, "SELECT * FROM QDServices0");
+    EXPECT_EQ(win().Data1[2]->RecordSource(), "SELECT * FROM QDServices0");
 }
 
 // A colleague has installed the next version and started it: nothing about the file is to be repaired.
@@ -526,8 +531,9 @@ TEST_F(Session, FailedRestartEndsTheProgram) {
     shop();
     start();
     boxes.onBox = [&](const platform::Box& box) {
-        if (box.text == kAskRepair)
+        if (box.text == kAskRepair) {
             QFile::remove(databaseFile());
+        }
     };
     win().Data1[0]->Close();
     win().Data1[1]->Close();

@@ -97,7 +97,7 @@ TEST_F(Sorting, OnlyTheOrderInTheSourceChanges) {
     EXPECT_EQ(source(2), plain + " ORDER BY Price ASC");
     clickHeader(4);
     EXPECT_EQ(source(2), plain + " ORDER BY Price DESC");
-    win().Data1[2]->RecordSource = plain + "   ";
+    win().Data1[2]->setRecordSource(plain + "   ");
     clickHeader(7);
     EXPECT_EQ(source(2), plain + " ORDER BY Paid ASC");
     win().UnsortServices();
@@ -111,7 +111,7 @@ TEST_F(Sorting, SelectionStaysOnItsService) {
     EXPECT_EQ(win().ListView1->selectedIndex(), 1);
     clickHeader(4);
     EXPECT_EQ(win().ListView1->selectedIndex(), 3);
-    EXPECT_EQ(win().CurrentServiceKey, QStringLiteral("K%1").arg(third));
+    EXPECT_EQ(win().CurrentServiceKey(), QStringLiteral("K%1").arg(third));
     win().UnsortServices();
     EXPECT_EQ(win().ListView1->selectedItem()->Key, QStringLiteral("K%1").arg(third));
 }
@@ -151,7 +151,7 @@ TEST_F(Sorting, PopupTakesTheOrderAway) {
     startOnServices();
     clickHeader(4);
     clickHeader(7);
-    choose(win().mnuPPopup, 12);
+    giveInPopup(Command::Unsort);
     EXPECT_EQ(sortState(), "0 ServiceStarted ASC");
     EXPECT_EQ(icons(), kNoIcons);
     EXPECT_EQ(listed(), QList<int>({first, second, third}));
@@ -162,7 +162,7 @@ TEST_F(Sorting, UnsortIsOfferedOnlyForASortedListWithRows) {
     const auto offered = [&] {
         open(win().mnuPPopup);
         win().mnuPPopup->close();
-        return win().mnuPopup.at(12)->isEnabled();
+        return win().popupAction(Command::Unsort)->isEnabled();
     };
     startOnServices();
     EXPECT_FALSE(offered());
@@ -256,7 +256,7 @@ TEST_F(Sorting, FailingUnsortIsToldWithItsLine) {
     startOnServices();
     clickHeader(4);
     openDatabase().QueryDefs().Delete("QDServices0");
-    choose(win().mnuPPopup, 12);
+    giveInPopup(Command::Unsort);
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_TRUE(boxes.lastText().startsWith(
         "An unexpected error has occured while unsorting the services::\n[3078] "))

@@ -2,6 +2,7 @@
 
 #include <QDateEdit>
 
+#include "common/help.h"
 #include "narrowed_window.h"
 #include "platform/controls/date_field.h"
 
@@ -32,8 +33,9 @@ TEST_F(Stages, EmptyShopCanOnlyAddClients) {
     EXPECT_FALSE(win().Check1->isEnabled());
     EXPECT_FALSE(win().DTPicker1[0]->isEnabled());
     EXPECT_TRUE(canUse("NewRecord"));
-    for (const char* key : {"DeleteRecord", "SaveRecord", "EditRecord"})
+    for (const char* key : {"DeleteRecord", "SaveRecord", "EditRecord"}) {
         EXPECT_FALSE(canUse(key)) << key;
+    }
     tab(2);
     EXPECT_FALSE(canUse("NewRecord"));
     EXPECT_FALSE(canUse("DeleteRecord"));
@@ -123,7 +125,8 @@ TEST_F(Stages, ServicesFollowTheComputer) {
     tab(3);
     EXPECT_EQ(win().ListView1->count(), 0);
     EXPECT_FALSE(canUse("EditRecord"));
-    EXPECT_EQ(win().Data1[2]->RecordSource, QString("SELECT * FROM QDServices0 WHERE MachineID=%1").arg(lap));
+    EXPECT_EQ(win().Data1[2]->RecordSource(),
+              QString("SELECT * FROM QDServices0 WHERE MachineID=%1").arg(lap));
 }
 
 TEST_F(Stages, StraightFromClientsToServicesReadsBothStages) {
@@ -159,7 +162,8 @@ TEST_F(Stages, ClientWithoutComputersHasALockedStageAndNoServices) {
     start();
     choose(0, "Peric, Pera");
     tab(2);
-    EXPECT_EQ(win().Data1[1]->RecordSource, QString("SELECT * FROM QDComputers0 WHERE CustID=%1").arg(peric));
+    EXPECT_EQ(win().Data1[1]->RecordSource(),
+              QString("SELECT * FROM QDComputers0 WHERE CustID=%1").arg(peric));
     EXPECT_EQ(win().Combo1[1]->entryCount(), 0);
     EXPECT_TRUE(win().isStageLocked(2));
     EXPECT_TRUE(locked(19));
@@ -167,7 +171,7 @@ TEST_F(Stages, ClientWithoutComputersHasALockedStageAndNoServices) {
     EXPECT_EQ(caption(2), "Kompjuteri");
     tab(3);
     EXPECT_EQ(win().ListView1->count(), 0);
-    EXPECT_EQ(win().Data1[2]->RecordSource, "SELECT * FROM QDServices0 WHERE MachineID=-1");
+    EXPECT_EQ(win().Data1[2]->RecordSource(), "SELECT * FROM QDServices0 WHERE MachineID=-1");
 }
 
 TEST_F(Stages, LockedComputersStayLockedForTheNextClientUntilAnAdd) {
@@ -187,7 +191,7 @@ TEST_F(Stages, LockedComputersStayLockedForTheNextClientUntilAnAdd) {
 TEST_F(Stages, EmptyShopSelectsNothingOnTheLaterStages) {
     start();
     tab(2);
-    EXPECT_EQ(win().Data1[1]->RecordSource, "SELECT * FROM QDComputers0 WHERE CustID=-1");
+    EXPECT_EQ(win().Data1[1]->RecordSource(), "SELECT * FROM QDComputers0 WHERE CustID=-1");
     EXPECT_EQ(win().statusText(), "Ready");
 }
 
@@ -271,8 +275,9 @@ TEST_F(Stages, EnterWalksThroughEveryEntryFieldOfThePane) {
     twoClients();
     start();
     QList<QWidget*> missed;
-    for (int i = 0; i < 19; ++i)
+    for (int i = 0; i < 19; ++i) {
         missed.append(field(i));
+    }
     missed << win().Check1 << win().DTPicker1[0]->edit() << win().DTPicker1[1]->edit()
            << win().DTPicker1[2]->edit() << win().Combo1[0];
     by_hand::click(win().Text2[0]);
@@ -280,8 +285,9 @@ TEST_F(Stages, EnterWalksThroughEveryEntryFieldOfThePane) {
         by_hand::press(Qt::Key_Enter);
         missed.removeOne(QApplication::focusWidget());
     }
-    for (const QWidget* widget : missed)
+    for (const QWidget* widget : missed) {
         ADD_FAILURE() << widget->objectName().toStdString();
+    }
     EXPECT_FALSE(win().StageDirty[0]);
 }
 
@@ -368,8 +374,9 @@ TEST_F(Stages, OnePaneIsOnShow) {
     for (const int stage : {2, 3, 1}) {
         tab(stage);
         EXPECT_EQ(win().CurrentStage, stage);
-        for (int i = 0; i < 3; ++i)
+        for (int i = 0; i < 3; ++i) {
             EXPECT_EQ(win().Picture1[static_cast<size_t>(i)]->isVisible(), i + 1 == stage);
+        }
     }
 }
 
@@ -429,12 +436,13 @@ TEST_F(Stages, OrderInForceGoesIntoTheServicesSource) {
     addService(lap);
     start();
     tab(3);
-    for (int click = 0; click < 2; ++click)
+    for (int click = 0; click < 2; ++click) {
         by_hand::clickHeader(win().ListView1, 4);
+    }
     tab(2);
     choose(1, "Laptop");
     tab(3);
-    EXPECT_EQ(win().Data1[2]->RecordSource,
+    EXPECT_EQ(win().Data1[2]->RecordSource(),
               QString("SELECT * FROM QDServices0 WHERE MachineID=%1 ORDER BY Price DESC").arg(lap));
     EXPECT_EQ(win().ListView1->count(), 1);
 }
@@ -485,12 +493,14 @@ TEST_F(Stages, MessageStandsUntilTheStageIsThere) {
     twoClients();
     start();
     QList<QStringList> seen;
-    for (const size_t stage : {1U, 2U})
+    for (const size_t stage : {1U, 2U}) {
         QObject::connect(win().Data1[stage], &platform::DataControl::repositioned, &win(), [&, stage] {
             const QStringList now({QString::number(stage), win().statusText()});
-            if (seen.isEmpty() || seen.last() != now)
+            if (seen.isEmpty() || seen.last() != now) {
                 seen.append(now);
+            }
         });
+    }
     const QString working = "Working... Please Wait...";
     tab(2);
     EXPECT_EQ(seen, QList<QStringList>({{"1", working}}));
@@ -629,8 +639,9 @@ TEST_F(Stages, F1OnAFieldShowsItsTopic) {
     static QList<int> topics;
     topics.clear();
     setHelpViewer([](const QString&, HelpCommand command, int context) {
-        if (command == HELP_CONTEXT)
+        if (command == HELP_CONTEXT) {
             topics.append(context);
+        }
         return true;
     });
     twoClients();

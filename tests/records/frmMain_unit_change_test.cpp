@@ -18,7 +18,7 @@ class UnitChange : public NarrowedWindow {
         service = addService(desk);  // 100 euro; the rate is 80
     }
     void switchToDinars() {
-        inModal<frmOptions>([&] { choose(win().mnuVView, 8); },
+        inModal<frmOptions>([&] { give(Command::Options); },
                             [](frmOptions& window) {
                                 window.findChild<QCheckBox*>("Check1(2)")->click();
                                 window.findChild<QPushButton*>("Command1(0)")->click();

@@ -2,6 +2,7 @@
 
 #include <QPushButton>
 
+#include "common/help.h"
 #include "main_window.h"
 #include "records/frmLegend.h"
 #include "records/frmReportOptions.h"
@@ -17,8 +18,9 @@ class Windows : public MainWindow {
         MainWindow::SetUp();
         topics.clear();
         setHelpViewer([](const QString&, HelpCommand command, int context) {
-            if (command == HELP_CONTEXT)
+            if (command == HELP_CONTEXT) {
                 topics.append(context);
+            }
             return true;
         });
         addService(addComputer(addClient("Anic", "Vesna"), "Desk"));
@@ -30,7 +32,7 @@ class Windows : public MainWindow {
     // Opens the legend, from the help menu or by a right click, and leaves it at `place`.
     QPoint legend(bool fromHelp, const QPoint& place) {
         QPoint found;
-        inModal<frmLegend>([&] { fromHelp ? choose(win().mnuHHelp, 3) : choose(win().mnuPPopup, 0); },
+        inModal<frmLegend>([&] { fromHelp ? give(Command::Legend) : giveInPopup(Command::Legend); },
                            [&](frmLegend& window) {
                                found = window.pos();
                                window.move(place);
@@ -56,7 +58,7 @@ TEST_F(Windows, ReportOptionsComeUpWhereTheyWereLeft) {
     start();
     QPoint found;
     const auto visit = [&](const QPoint& place) {
-        inModal<frmReportOptions>([&] { choose(win().mnuVView, 3); },
+        inModal<frmReportOptions>([&] { give(Command::ReportOptions); },
                                   [&](frmReportOptions& window) {
                                       found = window.pos();
                                       window.move(place);
@@ -71,7 +73,7 @@ TEST_F(Windows, ReportOptionsComeUpWhereTheyWereLeft) {
 TEST_F(Windows, ReportOptionsChangeWhatIsReportedUnlessCancelled) {
     start();
     const auto untick = [&](int choice, int button) {
-        inModal<frmReportOptions>([&] { choose(win().mnuVView, 3); },
+        inModal<frmReportOptions>([&] { give(Command::ReportOptions); },
                                   [&](frmReportOptions& window) {
                                       EXPECT_EQ(window.parentWidget(), &win());
                                       by_hand::click(window.Check1[static_cast<size_t>(choice)]);
@@ -88,7 +90,7 @@ TEST_F(Windows, ReportOptionsChangeWhatIsReportedUnlessCancelled) {
 
 TEST_F(Windows, HelpButtonsOpenTheirOwnTopic) {
     start();
-    inModal<frmReportOptions>([&] { choose(win().mnuVView, 3); },
+    inModal<frmReportOptions>([&] { give(Command::ReportOptions); },
                               [&](frmReportOptions& window) {
                                   by_hand::click(window.Command1[2]);
                                   QTest::keyClick(&window, Qt::Key_Escape);

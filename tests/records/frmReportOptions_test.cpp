@@ -4,6 +4,8 @@
 
 #include <QTest>
 
+#include "common/help.h"
+#include "common/window_places.h"
 #include "records/frmMain.h"
 #include "records/main_window.h"
 #include "support/modal.h"
@@ -45,8 +47,9 @@ class ReportOptions : public MainWindow {
         MainWindow::TearDown();
     }
     frmReportOptions& options() {
-        if (!options_)
+        if (!options_) {
             options_ = std::make_unique<frmReportOptions>();
+        }
         return *options_;
     }
     void show(const std::function<void()>& work) {
@@ -58,15 +61,17 @@ class ReportOptions : public MainWindow {
     }
     void press(size_t button) { QTest::mouseClick(options().Command1[button], Qt::LeftButton); }
     void set(std::initializer_list<int> off) {
-        for (const int index : off)
+        for (const int index : off) {
             options().*kOrder[index] = false;
+        }
     }
     // Of the enabled boxes.
     QList<int> usable() {
         QList<int> indices;
         for (int i = 0; i < frmReportOptions::kChoices; ++i) {
-            if (check(i)->isEnabled())
+            if (check(i)->isEnabled()) {
                 indices.append(i);
+            }
         }
         return indices;
     }
@@ -111,8 +116,9 @@ TEST_F(ReportOptions, ShowsEachChoiceInItsBox) {
         static_cast<ReportChoices&>(options()) = {};
         set({off});
         show([&] {
-            for (int i = 0; i < frmReportOptions::kChoices; ++i)
+            for (int i = 0; i < frmReportOptions::kChoices; ++i) {
                 EXPECT_EQ(check(i)->isChecked(), i != off) << off << " " << i;
+            }
             press(1);
         });
     }
@@ -126,8 +132,9 @@ TEST_F(ReportOptions, OkTakesEveryBoxIntoItsChoice) {
             press(0);
         });
         EXPECT_FALSE(options().Cancelled());
-        for (int i = 0; i < frmReportOptions::kChoices; ++i)
+        for (int i = 0; i < frmReportOptions::kChoices; ++i) {
             EXPECT_EQ(options().*kOrder[i], i != changed) << changed << " " << i;
+        }
     }
 }
 
@@ -265,7 +272,7 @@ TEST_F(ReportOptions, TheMainWindowsChoicesGoInAndComeBack) {
     addClient();
     start();
     win().PrintOSDetails = false;
-    inModal<frmReportOptions>([this] { choose(win().mnuVView, 3); },
+    inModal<frmReportOptions>([this] { give(Command::ReportOptions); },
                               [&](frmReportOptions& window) {
                                   EXPECT_EQ(window.parentWidget(), &win());
                                   EXPECT_FALSE(window.PrintOSDetails);
@@ -286,7 +293,7 @@ TEST_F(ReportOptions, TheMainWindowsChoicesGoInAndComeBack) {
 TEST_F(ReportOptions, ACancelledWindowChangesNothingInTheMainWindow) {
     addClient();
     start();
-    inModal<frmReportOptions>([this] { choose(win().mnuVView, 3); },
+    inModal<frmReportOptions>([this] { give(Command::ReportOptions); },
                               [&](frmReportOptions& window) {
                                   window.Check1[10]->setChecked(false);
                                   QTest::mouseClick(window.Command1[1], Qt::LeftButton);

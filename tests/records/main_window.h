@@ -12,9 +12,11 @@
 #include <QToolButton>
 #include <memory>
 
+#include "records/commands.h"
 #include "records/frmDetails.h"
 #include "records/frmMain.h"
 #include "shell/frmSplash.h"
+#include "shell/program_windows.h"
 #include "support/by_hand.h"
 #include "support/fixture.h"
 
@@ -29,7 +31,7 @@ class MainWindow : public DeliveredFixture {
     // The window before Display. No tip comes up over it.
     frmMain& make() {
         ShowTipsAtStartup = false;
-        window_ = std::make_unique<frmMain>();
+        window_ = std::make_unique<frmMain>(programWindows());
         return *window_;
     }
     // The window on show. Records the test needs are added before.
@@ -56,20 +58,33 @@ class MainWindow : public DeliveredFixture {
     }
     QString caption(int stage) { return win().TabStrip1->caption(stage - 1); }
 
-    // Opens a menu where it hangs, with its state rule, and clicks an item.
-    void choose(QMenu* menu, int position) {
+    // Opens the menu that the command stands in where it hangs, with its state rule, and clicks its entry.
+    void give(Command command) { choose(win().action(command)); }
+    void giveInPopup(Command command) { choose(win().popupAction(command)); }
+    void choose(QAction* entry) {
+        QMenu* menu = menuOf(entry);
         open(menu);
-        by_hand::clickItem(menu, menu->actions().at(position));
+        by_hand::clickItem(menu, entry);
+    }
+    static QMenu* menuOf(const QAction* entry) {
+        for (QObject* place : entry->associatedObjects()) {
+            if (auto* menu = qobject_cast<QMenu*>(place)) {
+                return menu;
+            }
+        }
+        return nullptr;
     }
     // The pop-up menu comes with a right click on the chosen row, on the empty list where there is none.
     void open(QMenu* menu) {
-        if (menu != win().mnuPPopup)
+        if (menu != win().mnuPPopup) {
             return by_hand::openMenu(menu);
+        }
         const int row = win().ListView1->selectedIndex();
-        if (row > 0)
+        if (row > 0) {
             by_hand::rightClickRow(win().ListView1, row);
-        else
+        } else {
             by_hand::rightClick(win().ListView1, QPoint(20, 20));
+        }
         by_hand::waitUntilOpen(menu);
     }
     QMenu* menuNamed(const char* name) { return win().findChild<QMenu*>(QLatin1String(name)); }
@@ -82,8 +97,9 @@ class MainWindow : public DeliveredFixture {
     QStringList entries(int stageIndex) {
         QStringList all;
         const platform::Selector* selector = win().Combo1[static_cast<size_t>(stageIndex)];
-        for (int i = 0; i < selector->entryCount(); ++i)
+        for (int i = 0; i < selector->entryCount(); ++i) {
             all.append(selector->entryText(i));
+        }
         return all;
     }
     // From the list that drops down.
@@ -102,8 +118,9 @@ class MainWindow : public DeliveredFixture {
         type(11, QStringLiteral("Srbija"));
     }
     bool locked(int index) {
-        if (const auto* line = qobject_cast<const QLineEdit*>(field(index)))
+        if (const auto* line = qobject_cast<const QLineEdit*>(field(index))) {
             return line->isReadOnly();
+        }
         return qobject_cast<const QPlainTextEdit*>(field(index))->isReadOnly();
     }
     qint32 currentKey(int stageIndex) {

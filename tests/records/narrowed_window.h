@@ -16,8 +16,9 @@ class StatusWatch : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::Paint && (said.isEmpty() || said.last() != panel_->text())) {
             said.append(panel_->text());
-            if (window_.cursor().shape() == Qt::WaitCursor)
+            if (window_.cursor().shape() == Qt::WaitCursor) {
                 underHourglass.append(panel_->text());
+            }
         }
         return QObject::eventFilter(watched, event);
     }
@@ -40,10 +41,13 @@ class NarrowedWindow : public MainWindow {
     static dao::Value day(const QDate& date) { return platform::fromQDate(date); }
     static dao::Value inDays(int days) { return day(QDate::currentDate().addDays(days)); }
 
+    static Command quickFilter(int number) {
+        return static_cast<Command>(static_cast<int>(Command::FilterFinishedNotPaid) + number);
+    }
     // From the menu, with its state rule.
-    void filter(int position) {
+    void filter(Command command) {
         open(win().mnuDDatabase);
-        choose(menuNamed("mnuQuickSearch"), position);
+        give(command);
         win().mnuDDatabase->close();
     }
     std::string queryText(const std::string& name) { return openDatabase().QueryDefs()[name].SQL(); }
@@ -52,8 +56,9 @@ class NarrowedWindow : public MainWindow {
         dao::Recordset rows =
             openDatabase().OpenRecordset("SELECT * FROM " + query + " ORDER BY " + key, dao::dbOpenSnapshot);
         QList<int> all;
-        for (; !rows.EOF(); rows.MoveNext())
+        for (; !rows.EOF(); rows.MoveNext()) {
             all.append(rows[key].asLong());
+        }
         rows.Close();
         return all;
     }
@@ -63,16 +68,18 @@ class NarrowedWindow : public MainWindow {
     // Of the list, from the top.
     QList<int> listed() {
         QList<int> all;
-        for (int row = 1; row <= win().ListView1->count(); ++row)
+        for (int row = 1; row <= win().ListView1->count(); ++row) {
             all.append(win().ListView1->item(row).Key.mid(1).toInt());
+        }
         return all;
     }
     QStringList icons() {
         QStringList all;
-        for (int column = 1; column <= 7; ++column)
+        for (int column = 1; column <= 7; ++column) {
             all.append(win().ListView1->columnIcon(column));
+        }
         return all;
     }
     void clickHeader(int column) { by_hand::clickHeader(win().ListView1, column); }
-    QString source(int stageIndex) { return win().Data1[static_cast<size_t>(stageIndex)]->RecordSource; }
+    QString source(int stageIndex) { return win().Data1[static_cast<size_t>(stageIndex)]->RecordSource(); }
 };

@@ -73,8 +73,9 @@ TEST(QuickFilters, OtherNumbersAreNoFilters) {
 
 TEST(QuickFilters, NumberGoesInOnceARun) {
     IdList ids("MachineID");
-    for (const int id : {7, 7, 7, 12, 7})
+    for (const int id : {7, 7, 7, 12, 7}) {
         ids.add(id);
+    }
     EXPECT_EQ(ids.selection("Computers"),
               "SELECT * FROM Computers WHERE MachineID=7 OR MachineID=12 OR MachineID=7;");
     EXPECT_EQ(ids.count(), 3) << "only the row before is looked at";
@@ -92,8 +93,9 @@ TEST(QuickFilters, StatisticsTellTheThreeCounts) {
     found.clients.add(1);
     found.computers.add(1);
     found.computers.add(2);
-    for (const int id : {4, 5, 6})
+    for (const int id : {4, 5, 6}) {
         found.services.add(id);
+    }
     EXPECT_FALSE(found.isEmpty());
     EXPECT_EQ(quick_filters::statistics(found),
               "Filtering the database suceeded. Returned:\n\nClient(s): 1\nComputer(s): 2\nSevice(s): 3");

@@ -21,14 +21,15 @@
 #include <functional>
 #include <memory>
 
+#include "common/help.h"
+#include "common/modMain.h"
+#include "common/settings.h"
 #include "platform/controls/boxes.h"
 #include "platform/controls/date_field.h"
+#include "platform/controls/link_label.h"
 #include "platform/system/dates.h"
 #include "platform/system/settings_store.h"
 #include "records/frmDetails.h"
-#include "records/link_label.h"
-#include "shell/modMain.h"
-#include "shell/settings.h"
 #include "support/modal.h"
 
 inline QString today() {
@@ -101,10 +102,11 @@ struct ServiceEditor : ::testing::Test {
     void type(int index, const QString& keys) {
         field(index)->setFocus();
         field(index)->selectAll();
-        if (keys.isEmpty())
+        if (keys.isEmpty()) {
             QTest::keyClick(field(index), Qt::Key_Delete);
-        else
+        } else {
             QTest::keyClicks(field(index), keys);
+        }
     }
     void paste(int index, const QString& text) { field(index)->setText(text); }
     void click(const QString& name) { QTest::mouseClick(control<QWidget>(name), Qt::LeftButton); }
@@ -135,8 +137,9 @@ struct ServiceEditor : ::testing::Test {
     }
     QString selectedKinds() {
         QString lines;
-        for (int i = 0; i < list()->count(); ++i)
+        for (int i = 0; i < list()->count(); ++i) {
             lines += list()->item(i)->isSelected() ? '1' : '0';
+        }
         return lines;
     }
     QString focusName() {

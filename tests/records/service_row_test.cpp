@@ -122,11 +122,6 @@ TEST_F(ServiceRow, ShownAmountsGoBackToEuro) {
     EXPECT_THROW((ScreenUnit{true, 0}.toStored(1)), dao::Error);
 }
 
-TEST_F(ServiceRow, UnitStandsBehindTheHeaders) {
-    EXPECT_EQ((ScreenUnit{true, 80}.suffix()), " [DIN]");
-    EXPECT_EQ((ScreenUnit{false, 80}.suffix()), " [EUR]");
-}
-
 TEST_F(ServiceRow, FinishedFromTheFirstDayOf1990On) {
     EXPECT_TRUE(service_row::isFinished(day(1990, 1, 1)));
     EXPECT_FALSE(service_row::isFinished(day(1989, 12, 31)));
@@ -190,43 +185,10 @@ TEST_F(ServiceRow, UnreadableFiguresAreThoseOfTheRowBefore) {
     EXPECT_EQ(Readings{}.figures().price, Currency()) << "nothing before the first row";
 }
 
-TEST_F(ServiceRow, RowShowsTextsInTheUsersForm) {
-    Figures figures = job(1234567.891, 1000, 12.5F, 18);
-    figures.toBeFinished = day(2026, 3, 9);
-    figures.finished = service_row::kEmptyDate;
-    const auto item = service_row::makeItem(7, day(2026, 3, 3), figures, "2|5", "Fan ## noise");
-    EXPECT_EQ(item.Key, "K7");
-    EXPECT_EQ(item.Text, "3/3/2026");
-    EXPECT_EQ(item.SmallIcon, "NotFinishedNotPayed");
-    EXPECT_EQ(item.SubItems(1), "3/9/2026");
-    EXPECT_EQ(item.SubItems(2), "");
-    EXPECT_EQ(item.SubItems(3), "1,234,567.89");
-    EXPECT_EQ(item.SubItems(4), "12.5");
-    EXPECT_EQ(item.SubItems(5), "18");
-    EXPECT_EQ(item.SubItems(6), "1,000.00");
-    EXPECT_EQ(item.Tag, "2|5##Fan ## noise");
-
-    use("sr_Latn_RS");
-    const auto serbian = service_row::makeItem(7, day(2026, 3, 3), figures, "1", "");
-    EXPECT_EQ(serbian.SubItems(3), "1.234.567,89");
-    EXPECT_EQ(serbian.SubItems(4), "12,5");
-}
-
-TEST_F(ServiceRow, DateBefore1990IsAnEmptyCell) {
-    Figures figures = job(10, 10);
-    figures.toBeFinished = day(1950, 5, 5);
-    figures.finished = day(1989, 12, 31);
-    const auto item = service_row::makeItem(1, std::nullopt, figures, "", "");
-    EXPECT_EQ(item.Text, "");
-    EXPECT_EQ(item.SubItems(1), "");
-    EXPECT_EQ(item.SubItems(2), "");
-    EXPECT_EQ(item.SmallIcon, "NotFinishedPayed");
-}
-
-TEST_F(ServiceRow, AmountTooLargeToCountIsADebt) {
-    Figures figures = job(0, 0, 0, 99);
-    figures.price = Currency::fromScaled(9'000'000'000'000'000'000);
-    EXPECT_EQ(service_row::makeItem(1, std::nullopt, figures, "", "").SmallIcon, "NotFinishedNotPayed");
+TEST_F(ServiceRow, DateThatIsNoneIsStoredAsTheEmptyOne) {
+    EXPECT_EQ(service_row::typedDate("3/9/2026"), day(2026, 3, 9));
+    EXPECT_EQ(service_row::typedDate(""), service_row::kEmptyDate);
+    EXPECT_EQ(service_row::typedDate("soon"), service_row::kEmptyDate);
 }
 
 TEST_F(ServiceRow, KeyAndTagAreTakenApartAtTheirMarks) {

@@ -10,14 +10,16 @@
 class ReportShop : public DeliveredFixture {
  protected:
     void TearDown() override {
-        if (suffix_ >= 0)
+        if (suffix_ >= 0) {
             DropWorkQueries(openDatabase(), suffix_);
+        }
         DeliveredFixture::TearDown();
     }
 
     int suffix() {
-        if (suffix_ < 0)
+        if (suffix_ < 0) {
             suffix_ = CreateWorkQueries(openDatabase());
+        }
         return suffix_;
     }
     std::string query(const char* name) { return name + std::to_string(suffix()); }

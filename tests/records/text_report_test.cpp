@@ -84,8 +84,9 @@ class TextReportTest : public ReportShop {
     std::string line(const std::string& part) {
         const std::string all = written();
         const size_t at = all.find(part);
-        if (at == std::string::npos)
+        if (at == std::string::npos) {
             return "(no line with " + part + ")";
+        }
         const size_t start = all.rfind('\n', at) + 1;
         return all.substr(start, all.find('\n', at) - start);
     }
@@ -187,8 +188,9 @@ TEST_F(TextReportTest, PutsStandInsForWhatIsEmpty) {
          {"Firm's name:       ", "State:             ", "Phone number:      ", "Cellular phone:    ",
           "Fax number:        ", "E-mail address:    ", "Web site:          ", "ICQ number:        ",
           "    Processor:          ", "    RAM memory:         ", "    CD writer:          ",
-          "    Internet equip.:    ", "    Operating system:   "})
+          "    Internet equip.:    ", "    Operating system:   "}) {
         EXPECT_THAT(all, HasSubstr(std::string("\n") + label + "N/A\n"));
+    }
     EXPECT_THAT(all, HasSubstr("\nStreet address:    \n"));
     EXPECT_THAT(all, HasSubstr("\nComments: None\n"));
     EXPECT_THAT(all, HasSubstr("\n    Comments:           None\n"));
@@ -607,8 +609,9 @@ TEST_F(TextReportTest, ARowWithoutAFieldLosesThatLineOnly) {
 
 TEST_F(TextReportTest, TellsHowFarItIsAndCanBeBrokenOff) {
     wholeShop();
-    for (const char* name : {"A", "B", "C"})
+    for (const char* name : {"A", "B", "C"}) {
         addClient(name);
+    }
     std::vector<std::int64_t> told;
     EXPECT_EQ(write([&](std::int64_t done, std::int64_t total) {
                   EXPECT_EQ(total, 3);

@@ -31,8 +31,9 @@ TEST_F(WheelInTheMainWindow, DatesThatWereNotClickedStayAsTheyAre) {
         rollOver(date->edit()->findChild<QLineEdit*>());
     }
     EXPECT_EQ(dates[0], QDate(1968, 6, 11));
-    for (size_t i = 0; i < win().DTPicker1.size(); ++i)
+    for (size_t i = 0; i < win().DTPicker1.size(); ++i) {
         EXPECT_EQ(win().DTPicker1[i]->value(), dates[static_cast<qsizetype>(i)]) << i;
+    }
     EXPECT_TRUE(field(0)->hasFocus());
     EXPECT_FALSE(win().StageDirty[0]);
 }

@@ -31,8 +31,9 @@ class ProgramStart : public DeliveredFixture {
     static int splashWindows() {
         int count = 0;
         const auto all = QApplication::topLevelWidgets();
-        for (const QWidget* widget : all)
+        for (const QWidget* widget : all) {
             count += qobject_cast<const frmSplash*>(widget) != nullptr && widget->isVisible() ? 1 : 0;
+        }
         return count;
     }
     static QString stored(const char* key) {
@@ -117,8 +118,9 @@ TEST_F(ProgramStart, FailedCheckOfTheDatabaseEndsTheProgram) {
 TEST_F(ProgramStart, FailedMainWindowEndsTheProgram) {
     window = Main([](frmMain& main) {
         main.onStartStep = [](StartStep step) {
-            if (step == StartStep::Tabs)
+            if (step == StartStep::Tabs) {
                 throw platform::RunError(7, "Out of memory");
+            }
         };
     });
     EXPECT_EQ(window, nullptr);

@@ -18,6 +18,7 @@
 #include <QTextBrowser>
 #include <QTreeWidget>
 
+#include "common/help.h"
 #include "platform/controls/boxes.h"
 #include "support/modal.h"
 #include "support/places.h"
@@ -233,8 +234,9 @@ TEST_F(HelpWindow, PicturesOfWindowsStandBesideTheContents) {
         for (QTextBlock block = text->document()->begin(); block.isValid(); block = block.next()) {
             for (auto part = block.begin(); !part.atEnd(); ++part) {
                 const QTextImageFormat format = part.fragment().charFormat().toImageFormat();
-                if (!format.isValid())
+                if (!format.isValid()) {
                     continue;
+                }
                 const QImage image = text->document()
                                          ->resource(QTextDocument::ImageResource, QUrl(format.name()))
                                          .value<QImage>();

@@ -9,7 +9,11 @@
 #include <QTabWidget>
 
 #include "catalogue/frmJM.h"
+#include "common/help.h"
+#include "common/scramble.h"
+#include "common/window_places.h"
 #include "platform/system/launch.h"
+#include "shell/program_windows.h"
 #include "support/fixture.h"
 #include "support/modal.h"
 
@@ -59,8 +63,9 @@ class Options : public DeliveredFixture {
         inModal<frmOptions>([&] { window->Display(); },
                             [&](frmOptions&) {
                                 work();
-                                if (window->isVisible())
+                                if (window->isVisible()) {
                                     window->reject();
+                                }
                             });
     }
     template <typename Control>
@@ -105,8 +110,9 @@ TEST_F(Options, TitleTabsAndButtonsSayWhatTheyAre) {
         EXPECT_EQ(tabs()->widget(0)->objectName(), "Picture1(0)");
         EXPECT_EQ(tabs()->widget(1)->objectName(), "Picture1(1)");
         const QStringList captions = {"OK", "Cancel", "&Help", "&NBS -->", "Jedinice Mere..."};
-        for (int i = 0; i < captions.size(); ++i)
+        for (int i = 0; i < captions.size(); ++i) {
             EXPECT_EQ(button(i)->text(), captions[i]);
+        }
         EXPECT_EQ(button(3)->toolTip(),
                   "Sajt Narodne Banke Srbije, stranica sa kursnom listom na zeljeni dan");
     });
@@ -121,19 +127,22 @@ TEST_F(Options, ChecksAndLabelsSayWhatTheyAre) {
                                       "Pitaj pre &brisanja stavki u bilo kojoj listi",
                                       "Pri p&okretanju programa prikazi Tip of Day",
                                       "&Menjaj Tip of Day po slucajnom redosledu"};
-        for (int i = 0; i < captions.size(); ++i)
+        for (int i = 0; i < captions.size(); ++i) {
             EXPECT_EQ(check(i)->text(), captions[i]);
+        }
         QStringList labels;
-        for (int i = 0; i < 3; ++i)
+        for (int i = 0; i < 3; ++i) {
             labels.append(get<QLabel>("Label1", i)->text());
+        }
         EXPECT_EQ(labels, QStringList({"&Don't alert me if it's more than", "days till Service due date.",
                                        "&Porez na promet [%]:"}));
         EXPECT_EQ(get<QLabel>("Label1", 0)->buddy(), number(0));
         EXPECT_EQ(get<QLabel>("Label1", 2)->buddy(), number(1));
         const auto frames = window->findChildren<QGroupBox*>();
         QStringList titles;
-        for (const QGroupBox* frame : frames)
+        for (const QGroupBox* frame : frames) {
             titles.append(frame->title());
+        }
         titles.sort();
         EXPECT_EQ(titles, QStringList({"&Kupovni kurs EUR:", "Fiskalni podaci:", "Opsti podaci:"}));
         const auto* rate = window->findChild<QGroupBox*>("Frame1");
@@ -163,14 +172,18 @@ TEST_F(Options, TheSecondTabHoldsTheFirmsData) {
 
 TEST_F(Options, EveryControlHasANameToBeReadAloud) {
     with([&] {
-        for (int i = 0; i < 7; ++i)
+        for (int i = 0; i < 7; ++i) {
             EXPECT_FALSE(check(i)->accessibleName().isEmpty());
-        for (int i = 0; i < 3; ++i)
+        }
+        for (int i = 0; i < 3; ++i) {
             EXPECT_FALSE(number(i)->accessibleName().isEmpty());
-        for (int i = 0; i < 13; ++i)
+        }
+        for (int i = 0; i < 13; ++i) {
             EXPECT_FALSE(firm(i)->accessibleName().isEmpty());
-        for (int i = 0; i < 5; ++i)
+        }
+        for (int i = 0; i < 5; ++i) {
             EXPECT_FALSE(button(i)->accessibleName().contains('&'));
+        }
     });
 }
 
@@ -196,8 +209,9 @@ TEST_F(Options, ShowsTheMembersAndTheProgramsSwitches) {
     KursKupovni = 117.25F;
     with([&] {
         const bool expected[] = {false, true, false, true, false, true, true};
-        for (int i = 0; i < 7; ++i)
+        for (int i = 0; i < 7; ++i) {
             EXPECT_EQ(check(i)->isChecked(), expected[i]) << i;
+        }
         EXPECT_EQ(number(0)->text(), "12");
         EXPECT_EQ(number(1)->text(), "8");
         EXPECT_EQ(number(2)->text(), "117.25");
@@ -252,8 +266,9 @@ TEST_F(Options, TheFirstBoxHasTheFocus) {
 TEST_F(Options, LookingWritesNothing) {
     with([] {});
     for (const char* key : {"CeneDinarske", "AskBeforeDelete", "MakeProperCase", "ShowTipsAtStartup",
-                            "ShowTipsAtRandom", "KursKupovni", "frmSettAdresa"})
+                            "ShowTipsAtRandom", "KursKupovni", "frmSettAdresa"}) {
         EXPECT_EQ(stored(key), "(none)") << key;
+    }
 }
 
 // What is typed ---------------------------------------------------------------------------------------------
@@ -292,8 +307,9 @@ TEST_F(Options, TheLetterOfThePadsCodeAndThePadsPointTypeTheSeparator) {
     const auto type = [&](std::initializer_list<std::pair<Qt::Key, Qt::KeyboardModifiers>> keys) {
         number(2)->setFocus();
         number(2)->selectAll();
-        for (const auto& [key, held] : keys)
+        for (const auto& [key, held] : keys) {
             QTest::keyClick(window->windowHandle(), key, held);
+        }
         return number(2)->text();
     };
     const auto pad = Qt::KeypadModifier;
@@ -519,8 +535,9 @@ TEST_F(Options, WithoutTipsAtTheStartTheirOrderCannotBeChosenButStays) {
 
 TEST_F(Options, OkTakesTheSwitchesOverAndStoresThem) {
     with([&] {
-        for (int i = 0; i < 7; ++i)
+        for (int i = 0; i < 7; ++i) {
             check(i)->click();
+        }
         click(0);
         EXPECT_FALSE(window->isVisible());
     });
@@ -534,8 +551,9 @@ TEST_F(Options, OkTakesTheSwitchesOverAndStoresThem) {
     // The last box was out of reach, the one above it being off.
     EXPECT_FALSE(ShowTipsAtRandom);
     for (const char* key :
-         {"CeneDinarske", "AskBeforeDelete", "MakeProperCase", "ShowTipsAtStartup", "ShowTipsAtRandom"})
+         {"CeneDinarske", "AskBeforeDelete", "MakeProperCase", "ShowTipsAtStartup", "ShowTipsAtRandom"}) {
         EXPECT_EQ(stored(key), "False") << key;
+    }
     // These two are the main window's to store.
     EXPECT_EQ(stored("AlwaysCreateBackupDB"), "(none)");
     EXPECT_EQ(stored("ShowFilterStatistics"), "(none)");
@@ -659,17 +677,20 @@ TEST_F(Options, TheFirmsDataIsTrimmedAndNeverStoredInPlain) {
                                 "frmSettRnBr"};
     with([&] {
         tabs()->setCurrentIndex(1);
-        for (int i = 0; i < 13; ++i)
+        for (int i = 0; i < 13; ++i) {
             firm(i)->setText(QStringLiteral("  Podatak broj %1 ").arg(i));
+        }
         click(0);
     });
-    for (int i = 0; i < 13; ++i)
+    for (int i = 0; i < 13; ++i) {
         EXPECT_TRUE(isScrambled(stored(keys[i]), QStringLiteral("Podatak broj %1").arg(i))) << keys[i];
+    }
     window->Unload();
     window = std::make_unique<frmOptions>();
     with([&] {
-        for (int i = 0; i < 13; ++i)
+        for (int i = 0; i < 13; ++i) {
             EXPECT_EQ(firm(i)->text(), QStringLiteral("Podatak broj %1").arg(i));
+        }
     });
 }
 
@@ -697,8 +718,9 @@ TEST_F(Options, CancelEscapeAndTheCloseBoxTakeNothingOver) {
     for (const auto& leave : ways) {
         helpCalls().clear();
         with([&] {
-            for (int i = 0; i < 6; ++i)
+            for (int i = 0; i < 6; ++i) {
                 check(i)->click();
+            }
             number(0)->setText("30");
             number(1)->setText("8");
             number(2)->setText("117.25");
@@ -712,8 +734,9 @@ TEST_F(Options, CancelEscapeAndTheCloseBoxTakeNothingOver) {
         EXPECT_EQ(window->DueDateDiff, 5);
         EXPECT_EQ(window->DefaultGST, 20);
         EXPECT_EQ(KursKupovni, 80.0F);
-        for (const char* key : {"CeneDinarske", "KursKupovni", "frmSettAdresa"})
+        for (const char* key : {"CeneDinarske", "KursKupovni", "frmSettAdresa"}) {
             EXPECT_EQ(stored(key), "(none)") << key;
+        }
         ASSERT_EQ(helpCalls().size(), 1);
         EXPECT_EQ(helpCalls().last().command, HELP_QUIT);
         window->Unload();
@@ -800,18 +823,23 @@ TEST_F(Options, APageThatCannotBeOpenedIsTold) {
     });
 }
 
+// As the main window opens the options, since it is there that the catalogue's window of units is put in.
 TEST_F(Options, UnitsOpenOverTheWindowAndAreGoneAfterwards) {
     openDatabase();
-    with([&] {
-        inModal<frmJM>([&] { click(4); },
-                       [&](frmJM& units) {
-                           EXPECT_EQ(units.parentWidget(), window.get());
-                           EXPECT_EQ(units.windowTitle(), "Jedinica mere");
-                           units.reject();
-                       });
-        EXPECT_EQ(window->findChild<frmJM*>(), nullptr);
-        EXPECT_TRUE(window->isVisible());
-    });
+    MainOptions options;
+    inModal<frmOptions>([&] { EXPECT_FALSE(programWindows().editOptions(nullptr, options)); },
+                        [&](frmOptions& shown) {
+                            auto* command = shown.findChild<QPushButton*>(QStringLiteral("Command1(4)"));
+                            inModal<frmJM>([&] { QTest::mouseClick(command, Qt::LeftButton); },
+                                           [&](frmJM& units) {
+                                               EXPECT_EQ(units.parentWidget(), &shown);
+                                               EXPECT_EQ(units.windowTitle(), "Jedinica mere");
+                                               units.reject();
+                                           });
+                            EXPECT_EQ(shown.findChild<frmJM*>(), nullptr);
+                            EXPECT_TRUE(shown.isVisible());
+                            shown.reject();
+                        });
     EXPECT_NE(stored("WindowData", "frmJM"), "(none)");
 }
 

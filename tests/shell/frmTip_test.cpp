@@ -180,8 +180,9 @@ TEST_F(Tips, AnEmptyFileIsToldInTheWindow) {
 }
 
 TEST_F(Tips, AFileThatCannotBeReadIsToldInTheWindow) {
-    if (!QFile::exists("/proc/self/mem"))
+    if (!QFile::exists("/proc/self/mem")) {
         GTEST_SKIP() << "no file here that opens and cannot be read";
+    }
     QFile::remove(path("tipoftheday.txt"));
     ASSERT_TRUE(QFile::link("/proc/self/mem", path("tipoftheday.txt")));
     make().Display();
@@ -339,8 +340,9 @@ TEST_F(Tips, TheDeliveredTipsAreManyPlainAndAllDifferent) {
         const QString tip = text();
         EXPECT_TRUE(tip.startsWith("da ")) << tip.toStdString();  // behind "Jeste li znali..."
         EXPECT_TRUE(tip.contains('?')) << tip.toStdString();
-        for (const QChar letter : tip)
+        for (const QChar letter : tip) {
             EXPECT_TRUE(letter.unicode() >= 32 && letter.unicode() < 127) << tip.toStdString();
+        }
         seen.insert(tip);
         next();
     }

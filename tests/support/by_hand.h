@@ -104,8 +104,9 @@ inline void pick(QComboBox* selector, int entry) {
         const QRect row = list->visualRect(selector->model()->index(entry, 0));
         return QPoint(row.left() + 8, row.center().y());
     };
-    for (int page = 0; page < 1000 && !list->viewport()->rect().contains(place()); ++page)
+    for (int page = 0; page < 1000 && !list->viewport()->rect().contains(place()); ++page) {
         QTest::keyClick(list, place().y() < 0 ? Qt::Key_PageUp : Qt::Key_PageDown);
+    }
     // The list takes a click for one that only opened it until the mouse has moved.
     QTest::mouseMove(list->viewport(), QPoint(1, 1));
     QTest::mouseMove(list->viewport(), place());
@@ -116,8 +117,9 @@ inline void pick(QComboBox* selector, int entry) {
 // --- Menus.
 
 inline void closeMenus() {
-    while (QWidget* popup = QApplication::activePopupWidget())
+    while (QWidget* popup = QApplication::activePopupWidget()) {
         popup->close();
+    }
 }
 
 // A sub-menu takes its time.
@@ -128,8 +130,9 @@ inline void waitUntilOpen(QMenu* menu) {
 
 // From the menu bar, or from the menu that it is an entry of.
 inline void openMenu(QMenu* menu) {
-    if (menu->isVisible())
+    if (menu->isVisible()) {
         return;
+    }
     QAction* title = menu->menuAction();
     QMenuBar* bar = nullptr;
     QMenu* above = nullptr;
@@ -158,8 +161,9 @@ inline void inDropDown(QToolButton* button, const std::function<void(QMenu*)>& w
     bool done = false;
     QTimer watch;
     QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
-        if (!menu->isVisible())
+        if (!menu->isVisible()) {
             return;
+        }
         watch.stop();
         work(menu);
         closeMenus();

@@ -11,13 +11,13 @@
 #include <utility>
 #include <vector>
 
+#include "common/modMain.h"
+#include "common/settings.h"
 #include "data/session.h"
 #include "platform/controls/boxes.h"
 #include "platform/dao/dao.h"
 #include "platform/system/files.h"
 #include "platform/system/settings_store.h"
-#include "shell/modMain.h"
-#include "shell/settings.h"
 #include "support/places.h"
 
 // Texts as people read them, where a test tells what it found.
@@ -57,6 +57,9 @@ class DeliveredFixture : public ::testing::Test {
     }
 
     void TearDown() override {
+        for (const platform::Box& box : boxes.asked) {
+            EXPECT_FALSE(box.title.isEmpty()) << "a box says whose it is: " << box.text.toStdString();
+        }
         closeDatabases();
         QLocale::setDefault(oldLocale_);
         // Whoever runs next without this fixture must not write into a folder that is about to vanish.

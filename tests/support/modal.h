@@ -21,8 +21,9 @@ void inModal(const std::function<void()>& deed, const std::function<void(Window&
     QTimer watch;
     QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
         auto* window = qobject_cast<Window*>(QApplication::activeModalWidget());
-        if (window == nullptr || opened)
+        if (window == nullptr || opened) {
             return;
+        }
         opened = true;
         watch.stop();
         EXPECT_TRUE(waitUntilActive(*window));

@@ -22,6 +22,13 @@ class SecondProcess {
                 _exit(3);
             }
         }
+        // A line, without its end; whole or not at all, whenever this process is killed.
+        void tell(std::string line) const {
+            line += '\n';
+            if (write(toParent_, line.data(), line.size()) != static_cast<ssize_t>(line.size())) {
+                _exit(3);
+            }
+        }
         // Returns when the test calls release() or is gone.
         void untilReleased() const {
             char word = 0;
@@ -68,6 +75,14 @@ class SecondProcess {
         while (read(fromChild_, &word, 1) < 0) {
         }
         return word;
+    }
+    // The next line that it told, also after its end; empty: there is none.
+    std::string hear() const {
+        std::string line;
+        for (char word = next(); word != 0 && word != '\n'; word = next()) {
+            line += word;
+        }
+        return line;
     }
     bool waitReady() const { return next() == 'r'; }
     void release() const {

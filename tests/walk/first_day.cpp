@@ -18,8 +18,9 @@ struct Entry {
 };
 
 void fill(Walker& walker, std::initializer_list<Entry> entries) {
-    for (const Entry& entry : entries)
+    for (const Entry& entry : entries) {
         walker.type(field(entry.field), QString::fromUtf8(entry.text));
+    }
 }
 
 QString caption(Walker& walker, int tab) {
@@ -203,5 +204,5 @@ void walkFirstDay(Walker& walker) {
     lookAround(walker);
 
     walker.station("the program is closed");
-    walker.menu("mnuDDatabase", 12);
+    walker.menu("mnuDDatabase", "Exit");
 }

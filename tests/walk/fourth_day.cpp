@@ -11,8 +11,6 @@
 
 namespace {
 
-constexpr int kNotFinishedNotPaid = 3;  // places in the menu of quick filters
-constexpr int kNotFinishedPaid = 4;
 constexpr int kPrice = 3;  // column of the services list
 
 QByteArray contentOf(const QString& path) {
@@ -27,12 +25,12 @@ bool mainWindow(Walker& walker) {
 void filter(Walker& walker) {
     walker.station("a quick filter finds who still owes, and one that finds nothing changes nothing");
     walker.when([&walker] { return mainWindow(walker); }, [] {});
-    walker.menu("mnuQuickSearch", kNotFinishedNotPaid);
+    walker.menu("mnuQuickSearch", "Not finished and not paid services");
     walker.answer("Filtering the database suceeded. Returned:", QMessageBox::Ok);
     const QString caption = QStringLiteral("FILTER: Not finished and not paid services");
     walker.checkText("Panel(Filter)", caption);
     walker.picture("quick-filter");
-    walker.menu("mnuQuickSearch", kNotFinishedPaid);
+    walker.menu("mnuQuickSearch", "Not finished and paid services");
     walker.answer("Quick filtering didn't result with any data.", QMessageBox::Ok);
     walker.checkText("Panel(Filter)", caption);
     walker.tool("RemoveFilter");
@@ -53,11 +51,11 @@ void sortServices(Walker& walker) {
                           QPoint(head->sectionViewportPosition(kPrice) + 10, head->height() / 2));
     });
     walker.picture("services-sorted");
-    walker.menu("mnuPPopup", 12);
+    walker.menu("mnuPPopup", "Unsort All");
     walker.checkText("Panel(Text)", "Ready");
 
     walker.station("the legend explains the pictures");
-    walker.menu("mnuHHelp", 3);
+    walker.menu("mnuHHelp", "Simboli");
     walker.when([&walker] { return walker.shows("frmLegend"); }, [] {});
     walker.picture("legend");
     walker.press(Qt::Key_Escape);
@@ -66,7 +64,7 @@ void sortServices(Walker& walker) {
 void report(Walker& walker, const QString& folder) {
     walker.station("the report is written and opened");
     walker.when([&walker] { return mainWindow(walker); }, [] {});
-    walker.menu("mnuVView", 3);
+    walker.menu("mnuVView", "Report Options...");
     walker.when([&walker] { return walker.shows("frmReportOptions"); }, [] {});
     walker.picture("report-options");
     walker.click("Command1(0)");
@@ -79,7 +77,7 @@ void report(Walker& walker, const QString& folder) {
 
 void setOptions(Walker& walker) {
     walker.station("the options take the firm's data and a new rate, which is felt at once");
-    walker.menu("mnuVView", 8);
+    walker.menu("mnuVView", "Options...");
     walker.when([&walker] { return walker.shows("frmOptions"); }, [] {});
     walker.picture("options");
     walker.click("Command1(4)");
@@ -97,8 +95,9 @@ void setOptions(Walker& walker) {
     };
     for (const Entry& entry : {Entry{"Text2(0)", "Kralja Petra 12"}, Entry{"Text2(1)", "Smederevo"},
                                Entry{"Text2(2)", "11300"}, Entry{"Text2(3)", "026 555 010"},
-                               Entry{"Text2(5)", "servis@primer.rs"}, Entry{"Text2(10)", "101234567"}})
+                               Entry{"Text2(5)", "servis@primer.rs"}, Entry{"Text2(10)", "101234567"}}) {
         walker.type(entry.field, entry.text);
+    }
     walker.picture("options-firm");
     walker.click("Command1(0)");
     walker.check("the price is twice as high", [&walker] {
@@ -147,9 +146,9 @@ void lastCommands(Walker& walker) {
     walker.tool("Refresh");
     walker.checkText("Panel(Text)", "Ready");
     walker.station("what is not built yet says so, and the bars can be hidden");
-    walker.menu("mnuDDatabase", 7);
+    walker.menu("mnuDDatabase", "Search...");
     walker.answer("This is an additional feature that will be built in later.", QMessageBox::Ok);
-    for (const int bar : {0, 1}) {
+    for (const char* bar : {"Toolbar", "Statusbar"}) {
         walker.menu("mnuVView", bar);
         walker.menu("mnuVView", bar);
     }

@@ -18,17 +18,19 @@ class WalkPlugin : public QGenericPlugin {
  public:
     QObject* create(const QString& name, const QString& order) override {
         const QStringList words = order.split(QLatin1Char(':'));
-        if (name.compare(QLatin1String("walk"), Qt::CaseInsensitive) != 0 || words.size() < 3)
+        if (name.compare(QLatin1String("walk"), Qt::CaseInsensitive) != 0 || words.size() < 3) {
             return nullptr;
+        }
         auto* walker = new Walker(words.at(1), words.at(2).toInt());
-        if (words.at(0) == QLatin1String("first"))
+        if (words.at(0) == QLatin1String("first")) {
             walkFirstDay(*walker);
-        else if (words.at(0) == QLatin1String("second"))
+        } else if (words.at(0) == QLatin1String("second")) {
             walkSecondDay(*walker);
-        else if (words.at(0) == QLatin1String("third"))
+        } else if (words.at(0) == QLatin1String("third")) {
             walkThirdDay(*walker, words.at(1));
-        else
+        } else {
             walkFourthDay(*walker, words.at(1));
+        }
         walker->start();
         return walker;
     }

@@ -39,14 +39,14 @@ void walkSecondDay(Walker& walker) {
     walker.picture("client-deleted");
 
     walker.station("the database is compacted under the open window");
-    walker.menu("mnuUtilities", 4);
+    walker.menu("mnuUtilities", "Compact Database");
     walker.checkText("Panel(Text)", "Ready");
     walker.checkText("Combo1(0)", "Petrovic, Milan");
     walker.check("the deleted client's services are gone",
                  [&walker] { return tabCaption(walker, 2) == "Usluge"; });
 
     walker.station("the picture of the program is shown as its about box");
-    walker.menu("mnuHHelp", 5);
+    walker.menu("mnuHHelp", "O Programu...");
     walker.when([] { return topWindow("frmSplash") != nullptr; }, [] {});
     walker.picture("about", "frmSplash");
     walker.press(Qt::Key_Escape);

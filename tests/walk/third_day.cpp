@@ -17,8 +17,9 @@ constexpr int kSubtotal = 7;
 // The text of a list's column in the row whose other column holds `key`; empty where there is no such row.
 QString beside(const QWidget* list, int column, const QString& key, int wanted) {
     for (int row = 0; row < rows(list); ++row) {
-        if (cell(list, row, column) == key)
+        if (cell(list, row, column) == key) {
             return cell(list, row, wanted);
+        }
     }
     return {};
 }
@@ -42,8 +43,9 @@ void checkPart(Walker& walker, const QString& product, int column, const QString
 void giveQuantity(Walker& walker, const QString& quantity, const QString& serialNumber) {
     walker.when([&walker] { return walker.shows("frmInputBox"); }, [] {});
     walker.type("Text1(0)", quantity);
-    if (!serialNumber.isEmpty())
+    if (!serialNumber.isEmpty()) {
         walker.type("Text1(1)", serialNumber);
+    }
 }
 
 void takeInService(Walker& walker) {
@@ -175,8 +177,9 @@ void issue(Walker& walker, const QString& file, const QString& picture) {
     walker.click("Command1(0)");
     walker.when([&walker] { return walker.shows("Preview"); }, [] {});
     walker.pause(200);
-    if (!picture.isEmpty())
+    if (!picture.isEmpty()) {
         walker.picture(picture);
+    }
     walker.press(Qt::Key_S, Qt::ControlModifier);
     walker.enter("FileDialog", file);
     walker.check("the paper is kept", [file] { return QFile::exists(file); });

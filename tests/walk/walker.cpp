@@ -42,8 +42,9 @@ QMessageBox* boxOnShow() {
 QWidget* topWindow(const QString& name) {
     const auto windows = QApplication::topLevelWidgets();
     for (QWidget* window : windows) {
-        if (window->isVisible() && window->objectName() == name)
+        if (window->isVisible() && window->objectName() == name) {
             return window;
+        }
     }
     return nullptr;
 }
@@ -52,11 +53,13 @@ QWidget* windowOnShow() {
     QWidget* modal = QApplication::activeModalWidget();
     // The catalogue holds the requisition below it still without Qt's help, so that it can take a drop.
     if (modal != nullptr && modal->objectName() == QLatin1String("frmInvoiceEx")) {
-        if (QWidget* catalogue = topWindow(QStringLiteral("frmKonfiguratorEx")))
+        if (QWidget* catalogue = topWindow(QStringLiteral("frmKonfiguratorEx"))) {
             return catalogue;
+        }
     }
-    if (modal != nullptr)
+    if (modal != nullptr) {
         return modal;
+    }
     return topWindow(QStringLiteral("frmMain"));
 }
 
@@ -66,16 +69,21 @@ QWidget* focusOnShow() {
 }
 
 QString textOf(const QWidget* control) {
-    if (const auto* line = qobject_cast<const QLineEdit*>(control))
+    if (const auto* line = qobject_cast<const QLineEdit*>(control)) {
         return line->text();
-    if (const auto* text = qobject_cast<const QPlainTextEdit*>(control))
+    }
+    if (const auto* text = qobject_cast<const QPlainTextEdit*>(control)) {
         return text->toPlainText();
-    if (const auto* combo = qobject_cast<const QComboBox*>(control))
+    }
+    if (const auto* combo = qobject_cast<const QComboBox*>(control)) {
         return combo->currentText();
-    if (const auto* label = qobject_cast<const QLabel*>(control))
+    }
+    if (const auto* label = qobject_cast<const QLabel*>(control)) {
         return label->text();
-    if (const auto* button = qobject_cast<const QAbstractButton*>(control))
+    }
+    if (const auto* button = qobject_cast<const QAbstractButton*>(control)) {
         return button->text();
+    }
     return {};
 }
 
@@ -92,8 +100,9 @@ int rows(const QWidget* list) {
 Walker::Walker(QString pictureFolder, int firstPicture)
     : pictureFolder_(std::move(pictureFolder)), pictureNumber_(firstPicture) {
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, this, [this] {
-        if (at_ < steps_.size())
+        if (at_ < steps_.size()) {
             fail(QStringLiteral("the program has ended before the walk"));
+        }
         say(QStringLiteral("ok    ") + station_);
     });
 }
@@ -116,30 +125,36 @@ void Walker::pause(int milliseconds) {
 
 bool Walker::shows(const QString& name) {
     QWidget* window = windowOnShow();
-    if (window == nullptr)
+    if (window == nullptr) {
         return false;
-    if (window->objectName() == name)
+    }
+    if (window->objectName() == name) {
         return true;
+    }
     const auto found = window->findChildren<QWidget*>(name);
     for (const QWidget* widget : found) {
-        if (widget->isVisible())
+        if (widget->isVisible()) {
             return true;
+        }
     }
     return false;
 }
 
 QWidget* Walker::control(const QString& name) {
     if (QWidget* window = windowOnShow()) {
-        if (window->objectName() == name)
+        if (window->objectName() == name) {
             return window;
+        }
         const auto found = window->findChildren<QWidget*>(name);
         for (QWidget* widget : found) {
-            if (widget->isVisible())
+            if (widget->isVisible()) {
                 return widget;
+            }
         }
     }
-    if (!glancing_)
+    if (!glancing_) {
         fail(QStringLiteral("there is no \"%1\" on show").arg(name));
+    }
     return nullptr;
 }
 
@@ -152,8 +167,9 @@ void Walker::click(const QString& name) {
     when([this, name] { return shows(name); },
          [this, name] {
              QWidget* widget = control(name);
-             if (!widget->isEnabled())
+             if (!widget->isEnabled()) {
                  fail(QStringLiteral("\"%1\" is disabled").arg(name));
+             }
              QTest::mouseClick(widget, Qt::LeftButton);
          });
 }
@@ -179,8 +195,9 @@ void Walker::press(int key, Qt::KeyboardModifiers modifiers) {
             }
             focus = focusOnShow();
         }
-        if (focus == nullptr)
+        if (focus == nullptr) {
             fail(QStringLiteral("no window takes the key"));
+        }
         QTest::keyClick(focus, static_cast<Qt::Key>(key), modifiers);
     });
 }
@@ -192,10 +209,12 @@ void Walker::tool(const QString& key) {
         for (const QToolBar* bar : bars) {
             const auto actions = bar->actions();
             for (QAction* action : actions) {
-                if (action->objectName() != key)
+                if (action->objectName() != key) {
                     continue;
-                if (!action->isEnabled())
+                }
+                if (!action->isEnabled()) {
                     fail(QStringLiteral("the toolbar's \"%1\" is disabled").arg(key));
+                }
                 QTest::mouseClick(bar->widgetForAction(action), Qt::LeftButton);
                 return;
             }
@@ -207,22 +226,28 @@ void Walker::tool(const QString& key) {
 void Walker::openMenu(const QString& name) {
     act([this, name] {
         auto* menu = windowOnShow()->findChild<QMenu*>(name);
-        if (menu == nullptr)
+        if (menu == nullptr) {
             fail(QStringLiteral("there is no menu \"%1\"").arg(name));
+        }
         menu->popup(windowOnShow()->mapToGlobal(QPoint(20, 40)));
     });
     pause(60);
 }
 
-void Walker::menu(const QString& name, int position) {
+void Walker::menu(const QString& name, const QString& text) {
     openMenu(name);
-    act([this, name, position] {
+    act([this, name, text] {
         auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        if (menu == nullptr || menu->objectName() != name)
+        if (menu == nullptr || menu->objectName() != name) {
             fail(QStringLiteral("the menu \"%1\" does not open").arg(name));
-        QAction* item = menu->actions().value(position);
-        if (item == nullptr || !item->isEnabled())
-            fail(QStringLiteral("item %1 of \"%2\" cannot be chosen").arg(position).arg(name));
+        }
+        QAction* item = nullptr;
+        for (QAction* each : menu->actions()) {
+            item = each->text().remove(QLatin1Char('&')) == text ? each : item;
+        }
+        if (item == nullptr || !item->isEnabled()) {
+            fail(QStringLiteral("\"%1\" of \"%2\" cannot be chosen").arg(text, name));
+        }
         QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(item).center());
     });
 }
@@ -230,19 +255,22 @@ void Walker::menu(const QString& name, int position) {
 void Walker::tab(int index) {
     act([this, index] {
         auto* strip = qobject_cast<QTabBar*>(control(QStringLiteral("TabStrip1")));
-        if (strip == nullptr)
+        if (strip == nullptr) {
             fail(QStringLiteral("there is no tab strip"));
+        }
         QTest::mouseClick(strip, Qt::LeftButton, Qt::NoModifier, strip->tabRect(index).center());
     });
 }
 
 QModelIndex Walker::find(const QString& list, int column, const QString& text) {
     auto* view = qobject_cast<QAbstractItemView*>(control(list));
-    if (view == nullptr)
+    if (view == nullptr) {
         fail(QStringLiteral("\"%1\" is no list").arg(list));
+    }
     for (int i = 0; i < view->model()->rowCount(); ++i) {
-        if (view->model()->index(i, column).data().toString() == text)
+        if (view->model()->index(i, column).data().toString() == text) {
             return view->model()->index(i, column);
+        }
     }
     fail(QStringLiteral("\"%1\" has no row with \"%2\"").arg(list, text));
     return {};
@@ -298,8 +326,9 @@ void Walker::enter(const QString& dialog, const QString& text) {
         },
         [this, text] {
             for (QLineEdit* field : QApplication::activeModalWidget()->findChildren<QLineEdit*>()) {
-                if (!field->isVisible())
+                if (!field->isVisible()) {
                     continue;
+                }
                 field->setText(
                     text);  // letter by letter the list of completions may come up and take the Enter
                 QTest::keyClick(field, Qt::Key_Return);
@@ -313,11 +342,13 @@ void Walker::answer(const QString& saying, int button) {
     when([] { return boxOnShow() != nullptr; },
          [this, saying, button] {
              QMessageBox* box = boxOnShow();
-             if (!box->text().contains(saying))
+             if (!box->text().contains(saying)) {
                  fail(QStringLiteral("the box says \"%1\" and not \"%2\"").arg(box->text(), saying));
+             }
              QAbstractButton* wanted = box->button(static_cast<QMessageBox::StandardButton>(button));
-             if (wanted == nullptr)
+             if (wanted == nullptr) {
                  fail(QStringLiteral("the box has no such button: %1").arg(box->text()));
+             }
              QTest::mouseClick(wanted, Qt::LeftButton);
          });
 }
@@ -326,14 +357,16 @@ void Walker::picture(const QString& name, const QString& windowName) {
     pause(120);  // the window has painted itself
     act([this, name, windowName] {
         QWidget* window = windowName.isEmpty() ? windowOnShow() : topWindow(windowName);
-        if (window == nullptr)
+        if (window == nullptr) {
             fail(QStringLiteral("there is no window to take a picture of"));
+        }
         const QString file = QStringLiteral("%1/%2-%3.png")
                                  .arg(pictureFolder_)
                                  .arg(pictureNumber_++, 2, 10, QLatin1Char('0'))
                                  .arg(name);
-        if (!window->grab().save(file))
+        if (!window->grab().save(file)) {
             fail(QStringLiteral("the picture %1 cannot be written").arg(file));
+        }
     });
 }
 
@@ -346,8 +379,9 @@ void Walker::check(const QString& what, Condition condition) {
             return glance(condition) || *deadline > kMoment;
         },
         [this, what, condition] {
-            if (!condition())
+            if (!condition()) {
                 fail(QStringLiteral("not so: %1").arg(what));
+            }
         });
 }
 
@@ -360,8 +394,9 @@ void Walker::checkText(const QString& name, const QString& expected) {
         },
         [this, name, expected] {
             const QString text = textOf(control(name));
-            if (text != expected)
+            if (text != expected) {
                 fail(QStringLiteral("%1 shows \"%2\" and not \"%3\"").arg(name, text, expected));
+            }
         });
 }
 
@@ -370,20 +405,23 @@ void Walker::start() {
 }
 
 void Walker::next() {
-    if (at_ >= steps_.size())
+    if (at_ >= steps_.size()) {
         return;
+    }
     const Step& step = steps_.at(at_);
     if (!step.condition()) {
         waited_ += kGlance;
-        if (waited_ > kPatience)
+        if (waited_ > kPatience) {
             fail(QStringLiteral("waited in vain"));
+        }
         QTimer::singleShot(kGlance, this, &Walker::next);
         return;
     }
     waited_ = 0;
     if (step.newStation) {
-        if (!station_.isEmpty())
+        if (!station_.isEmpty()) {
             say(QStringLiteral("ok    ") + station_);
+        }
         station_ = step.station;
     }
     const Action action = step.action;
@@ -395,7 +433,8 @@ void Walker::next() {
 
 void Walker::fail(const QString& why) {
     say(QStringLiteral("WRONG %1 (step %2): %3").arg(station_).arg(at_).arg(why));
-    if (QWidget* window = windowOnShow())
+    if (QWidget* window = windowOnShow()) {
         window->grab().save(pictureFolder_ + QStringLiteral("/wrong.png"));
+    }
     std::_Exit(1);
 }

@@ -41,8 +41,9 @@ class Walker : public QObject {
     void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);  // to whatever has the focus
     void tool(const QString& key);  // a button of the toolbar, by its key
     void openMenu(const QString& name);
-    void menu(const QString& name, int position);  // an item of a menu of the main window, by its place
-    void tab(int index);                           // of the tab strip of the main window
+    // An item of a menu of the main window, by its text as it is read.
+    void menu(const QString& name, const QString& text);
+    void tab(int index);  // of the tab strip of the main window
     // A click on the row of a list whose column (from 0) holds the text, wherever it stands.
     void row(const QString& list, int column, const QString& text);
     // The same row taken by the mouse, carried over the window of that name and let go in its middle.

@@ -47,8 +47,9 @@ void whileUp(std::function<void(Window&)> act) {
         auto* window = qobject_cast<Window*>(QApplication::activeModalWidget());
         ASSERT_NE(window, nullptr);
         act(*window);
-        if (window->isVisible())
+        if (window->isVisible()) {
             window->reject();
+        }
     });
 }
 
@@ -290,8 +291,9 @@ TEST(InputBox, TakesTheTextOrNothing) {
     whileUp<QInputDialog>([](QInputDialog& window) {
         EXPECT_EQ(window.windowTitle(), "Tarvello");
         EXPECT_EQ(window.textValue(), "1");
-        for (const QLabel* label : window.findChildren<QLabel*>())
+        for (const QLabel* label : window.findChildren<QLabel*>()) {
             EXPECT_EQ(label->textFormat(), Qt::PlainText);
+        }
         QLineEdit* line = window.findChild<QLineEdit*>();
         ASSERT_NE(line, nullptr);
         line->selectAll();

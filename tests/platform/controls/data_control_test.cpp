@@ -12,6 +12,8 @@
 #include <QTest>
 
 #include "platform/controls/date_field.h"
+#include "platform/dao/dbengine.h"
+#include "platform/dao/error.h"
 #include "platform/system/dates.h"
 #include "platform/system/trap.h"
 
@@ -55,14 +57,15 @@ class DataControlTest : public ::testing::Test {
                 rows.Fields("Comments") = "first line\nsecond line";
                 rows.Fields("BirthDate") = platform::fromQDate(QDate(1975, 4, 21));
             }
-            if (surname[0] == 'C')
+            if (surname[0] == 'C') {
                 rows.Fields("BirthDate") = kEmptyDay;
+            }
             rows.Update();
         }
         database.Close();
         data.DatabaseName = file;
         data.Connect = kConnect;
-        data.RecordSource = "SELECT * FROM Customers ORDER BY CustID";
+        data.setRecordSource("SELECT * FROM Customers ORDER BY CustID");
         data.bind(&surnameLine, "Surname");
         data.bind(&nickLine, "NickName");
         data.bind(&comments, "Comments");
@@ -75,8 +78,9 @@ class DataControlTest : public ::testing::Test {
     }
     // The file as a colleague at another workstation has it open.
     dao::Database& colleague() {
-        if (!other)
+        if (!other) {
             other = dao::DBEngine::OpenDatabase(file.toStdString(), false, false, kConnect);
+        }
         return other;
     }
     dao::Value stored(int number, const char* field) {
@@ -151,7 +155,7 @@ TEST_F(DataControlTest, AMoveBehindTheLastRowShowsNothing) {
 }
 
 TEST_F(DataControlTest, AnEmptyFileShowsNothing) {
-    data.RecordSource = "SELECT * FROM Customers WHERE CustID=-1";
+    data.setRecordSource("SELECT * FROM Customers WHERE CustID=-1");
     data.Refresh();
     EXPECT_TRUE(data.isOpen());
     EXPECT_TRUE(allEmpty());
@@ -190,15 +194,17 @@ TEST_F(DataControlTest, AMoveThatFailsKeepsWhatWasTyped) {
 TEST_F(DataControlTest, OnlyAPersonsChangeMarksAField) {
     data.Refresh();
     for (QWidget* widget : {static_cast<QWidget*>(&surnameLine), static_cast<QWidget*>(&comments),
-                            static_cast<QWidget*>(&firm), static_cast<QWidget*>(&birth)})
+                            static_cast<QWidget*>(&firm), static_cast<QWidget*>(&birth)}) {
         EXPECT_FALSE(data.DataChanged(widget));
+    }
     surnameLine.setText("A");
     comments.setPlainText("B");
     firm.click();
     birth.setValue(QDate(2000, 1, 1));
     for (QWidget* widget : {static_cast<QWidget*>(&surnameLine), static_cast<QWidget*>(&comments),
-                            static_cast<QWidget*>(&firm), static_cast<QWidget*>(&birth)})
+                            static_cast<QWidget*>(&firm), static_cast<QWidget*>(&birth)}) {
         EXPECT_TRUE(data.DataChanged(widget));
+    }
     EXPECT_FALSE(data.DataChanged(&nickLine));
     data.MoveNext();
     EXPECT_FALSE(data.DataChanged(&surnameLine));
@@ -337,7 +343,7 @@ TEST_F(DataControlTest, MovingAwayDropsAnAddition) {
 }
 
 TEST_F(DataControlTest, AddingToAnEmptySetWorks) {
-    data.RecordSource = "SELECT * FROM Customers WHERE CustID=-1";
+    data.setRecordSource("SELECT * FROM Customers WHERE CustID=-1");
     data.Refresh();
     data.AddNew();
     surnameLine.setText("Djokic");
@@ -396,7 +402,7 @@ TEST_F(DataControlTest, ALineTakesNoMoreThanItsFieldHolds) {
 
 TEST_F(DataControlTest, ANewSourceTakesEffectAtRefresh) {
     data.Refresh();
-    data.RecordSource = "SELECT * FROM Customers WHERE CustID=3";
+    data.setRecordSource("SELECT * FROM Customers WHERE CustID=3");
     EXPECT_EQ(surnameLine.text(), "Antic");
     data.Refresh();
     EXPECT_EQ(surnameLine.text(), "Cvetic");
@@ -404,7 +410,7 @@ TEST_F(DataControlTest, ANewSourceTakesEffectAtRefresh) {
 }
 
 TEST_F(DataControlTest, WithoutASourceOnlyTheFileIsOpened) {
-    data.RecordSource.clear();
+    data.select({});
     data.Refresh();
     EXPECT_FALSE(data.isOpen());
     EXPECT_TRUE(static_cast<bool>(data.Database()));
@@ -414,7 +420,7 @@ TEST_F(DataControlTest, WithoutASourceOnlyTheFileIsOpened) {
 TEST_F(DataControlTest, AFailedRefreshLeavesNoRecordSetAndEmptyFields) {
     data.Refresh();
     QSignalSpy shown(&data, &DataControl::repositioned);
-    data.RecordSource = "SELECT * FROM NoSuchTable";
+    data.setRecordSource("SELECT * FROM NoSuchTable");
     EXPECT_EQ(errorOf([&] { data.Refresh(); }), dao::errUnknownObject);
     EXPECT_FALSE(data.isOpen());
     EXPECT_TRUE(allEmpty());
@@ -422,7 +428,7 @@ TEST_F(DataControlTest, AFailedRefreshLeavesNoRecordSetAndEmptyFields) {
     data.DatabaseName = folder.filePath("Missing.mdb");
     EXPECT_EQ(errorOf([&] { data.Refresh(); }), dao::errFileNotFound);
     data.DatabaseName = file;
-    data.RecordSource = "SELECT * FROM Customers";
+    data.setRecordSource("SELECT * FROM Customers");
     data.Refresh();
     EXPECT_EQ(surnameLine.text(), "Antic");
 }

@@ -33,8 +33,9 @@ class DateFieldTest : public ::testing::Test {
         fixed = new DateField(false);
         after = new QLineEdit;
         for (QWidget* widget : {static_cast<QWidget*>(before), static_cast<QWidget*>(field),
-                                static_cast<QWidget*>(fixed), static_cast<QWidget*>(after)})
+                                static_cast<QWidget*>(fixed), static_cast<QWidget*>(after)}) {
             layout->addWidget(widget);
+        }
         window.show();
         window.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&window));

@@ -28,8 +28,9 @@ QString typed(const char* text, NumberKeys rule = {}) {
     QLineEdit field;
     for (const QChar letter : QString::fromUtf8(text)) {
         const QKeyEvent key(QEvent::KeyPress, 0, Qt::NoModifier, QString(letter));
-        if (!filterNumberKey(field, key, rule))
+        if (!filterNumberKey(field, key, rule)) {
             field.insert(QString(letter));
+        }
     }
     return field.text();
 }
@@ -89,8 +90,9 @@ TEST(NumberKeys, CommandsAndEditingKeysPass) {
     for (const QKeyEvent& key :
          {press(Qt::Key_V, "\x16", Qt::ControlModifier), press(Qt::Key_V, "v", Qt::ControlModifier),
           press(Qt::Key_Backspace, "\b"), press(Qt::Key_Delete, "\x7f"), press(Qt::Key_Left, ""),
-          press(Qt::Key_Tab, "\t"), press(Qt::Key_K, "k", Qt::AltModifier)})
+          press(Qt::Key_Tab, "\t"), press(Qt::Key_K, "k", Qt::AltModifier)}) {
         EXPECT_FALSE(filterNumberKey(field, key)) << key.key();
+    }
     EXPECT_EQ(field.text(), "7");
 }
 
@@ -105,8 +107,9 @@ TEST(NumberKeys, ASeparatorReplacesWhatIsSelected) {
 TEST(EnterKey, IsEitherOfTheTwoWithoutAnotherKeyHeld) {
     EXPECT_TRUE(platform::isEnter(press(Qt::Key_Return, "\r")));
     EXPECT_TRUE(platform::isEnter(press(Qt::Key_Enter, "\r", Qt::KeypadModifier)));
-    for (const Qt::KeyboardModifier held : {Qt::ControlModifier, Qt::ShiftModifier, Qt::AltModifier})
+    for (const Qt::KeyboardModifier held : {Qt::ControlModifier, Qt::ShiftModifier, Qt::AltModifier}) {
         EXPECT_FALSE(platform::isEnter(press(Qt::Key_Return, "\r", held))) << held;
+    }
     EXPECT_FALSE(platform::isEnter(press(Qt::Key_Space, " ")));
 }
 
@@ -130,8 +133,9 @@ class EnterInADialog : public ::testing::Test {
  protected:
     void open(bool hasDefault) {
         auto* column = new QVBoxLayout(&dialog);
-        for (QWidget* widget : QList<QWidget*>{field, box, cancel, ok, picture})
+        for (QWidget* widget : QList<QWidget*>{field, box, cancel, ok, picture}) {
             column->addWidget(widget);
+        }
         picture->setFocusPolicy(Qt::StrongFocus);
         for (QPushButton* button : {cancel, ok}) {
             button->setAutoDefault(false);
@@ -140,9 +144,10 @@ class EnterInADialog : public ::testing::Test {
         platform::enterPressesButtons(&dialog);
         const QList<std::pair<QAbstractButton*, QString>> names{
             {cancel, "Cancel"}, {ok, "OK"}, {picture, "Picture"}};
-        for (const auto& [button, name] : names)
+        for (const auto& [button, name] : names) {
             QObject::connect(button, &QAbstractButton::clicked, &dialog,
                              [this, name = name] { pressed.append(name); });
+        }
         dialog.show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
     }
@@ -206,8 +211,9 @@ TEST_F(EnterInADialog, WithAnotherKeyHeldItIsNoEnter) {
 TEST_F(EnterInADialog, AWindowThatTakesEnterForItsFieldsDoesNotTakeItFromTheButtons) {
     struct NextField : QObject {
         bool eventFilter(QObject* watched, QEvent* event) override {
-            if (event->type() != QEvent::KeyPress || !platform::isEnter(static_cast<QKeyEvent&>(*event)))
+            if (event->type() != QEvent::KeyPress || !platform::isEnter(static_cast<QKeyEvent&>(*event))) {
                 return false;
+            }
             platform::pressTab(static_cast<QWidget*>(watched));
             return true;
         }

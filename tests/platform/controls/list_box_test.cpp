@@ -21,8 +21,9 @@ class ListBoxTest : public ::testing::Test {
         column->addWidget(other);
         column->addWidget(list);
         window.resize(200, 160);
-        for (const char* name : {"Monitori", "Procesori", "Memorije"})
+        for (const char* name : {"Monitori", "Procesori", "Memorije"}) {
             list->addString(name, 10 * (list->count() + 1));
+        }
     }
     void show() {
         window.show();
@@ -213,8 +214,9 @@ TEST_F(ListBoxTest, TheMenuIsAskedForAtThePointerOrAtTheRow) {
 
 TEST_F(ListBoxTest, ARowGoesToTheTopAsFarAsTheListIsLong) {
     show();
-    for (int i = 0; i < 100; ++i)
+    for (int i = 0; i < 100; ++i) {
         list->addString(QStringLiteral("Grupa %1").arg(i));
+    }
     list->setTopIndex(50);
     EXPECT_EQ(list->indexAt({5, 2}).row(), 50);
     list->setTopIndex(102);

@@ -51,8 +51,9 @@ class ListViewTest : public ::testing::Test {
         view.resize(500, 240);
     }
     void addRows(int count) {
-        for (int i = 1; i <= count; ++i)
+        for (int i = 1; i <= count; ++i) {
             view.addItem(row(i));
+        }
     }
     void makeLazily(int count) {
         view.setLazyItems(
@@ -146,8 +147,9 @@ TEST_F(ListViewTest, AnyOrderOfColumnsIsRestored) {
     QList<int> wanted = {1, 2, 3, 4};
     do {
         view.setColumnPositions(wanted);
-        for (int column = 1; column <= 4; ++column)
+        for (int column = 1; column <= 4; ++column) {
             ASSERT_EQ(view.columnPosition(column), wanted.at(column - 1));
+        }
     } while (std::next_permutation(wanted.begin(), wanted.end()));
 }
 
@@ -323,8 +325,9 @@ TEST_F(ListViewTest, AClickAndEachArrowKeyChooseARow) {
     QTest::keyClick(&view, Qt::Key_Up);
     QTest::keyClick(&view, Qt::Key_Home);
     QStringList keys;
-    for (const QList<QVariant>& each : clicked)
+    for (const QList<QVariant>& each : clicked) {
         keys.append(each.at(0).toString());
+    }
     EXPECT_EQ(keys, QStringList({"K2", "K3", "K5", "K4", "K1"}));
 }
 
@@ -420,15 +423,17 @@ TEST_F(ListViewTest, ALineOfTheGridLiesUnderEachRow) {
     addRows(4);
     show();
     const QImage image = view.viewport()->grab().toImage();
-    for (int index = 1; index <= 4; ++index)
+    for (int index = 1; index <= 4; ++index) {
         EXPECT_NE(image.pixelColor(view.header()->length() + 3, rectOf(index).bottom()),
                   view.palette().color(QPalette::Base));
+    }
 }
 
 TEST_F(ListViewTest, MovingToARowKeepsTheColumnsWhereTheyWereScrolledTo) {
     addRows(50);
-    for (int column = 1; column <= 3; ++column)
+    for (int column = 1; column <= 3; ++column) {
         view.setColumnWidthTwips(column, 6000);
+    }
     show();
     view.horizontalScrollBar()->setValue(300);
     view.select(40);
@@ -714,8 +719,9 @@ TEST_F(ListViewTest, ARowWhoseRecordIsGoneStaysBlankAndTellsTheProgram) {
     view.setLazyItems(
         3,
         [](int i) {
-            if (i == 2)
+            if (i == 2) {
                 throw dao::Error(dao::errRecordDeleted, "Record is deleted.");
+            }
             return row(i);
         },
         numberOf);

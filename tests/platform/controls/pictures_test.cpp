@@ -12,8 +12,9 @@ namespace {
 int inkOf(const QImage& image) {
     int ink = 0;
     for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
+        for (int x = 0; x < image.width(); ++x) {
             ink += qAlpha(image.pixel(x, y)) > 40 ? 1 : 0;
+        }
     }
     return ink * 100 / (image.width() * image.height());
 }

@@ -39,8 +39,9 @@ TEST_F(PopupMenuTest, HeadersAndSeparatorsCountToo) {
     EXPECT_EQ(menus.indexOf("none"), 0);
     EXPECT_EQ(menus.indexOf(""), 0) << "not the first item without a key";
     EXPECT_EQ(menus.keyOf(2), "new");
-    for (const int index : {-1, 0, 1, 3, 5})
+    for (const int index : {-1, 0, 1, 3, 5}) {
         EXPECT_EQ(menus.keyOf(index), "") << index;
+    }
 }
 
 TEST_F(PopupMenuTest, AHeaderIsAHeadlineAndCannotBeChosen) {
@@ -127,9 +128,10 @@ TEST_F(PopupMenuTest, AChoiceTellsItsItem) {
 TEST_F(PopupMenuTest, WhatIsOffOrAHeaderTellsNothing) {
     QSignalSpy click(&menus, &PopupMenu::click);
     menus.show({10, 10});
-    for (const int row : {0, 2, 3})
+    for (const int row : {0, 2, 3}) {
         QTest::mouseClick(menus.menu(), Qt::LeftButton, {},
                           menus.menu()->actionGeometry(menus.menu()->actions().at(row)).center());
+    }
     menus.menu()->close();
     EXPECT_EQ(click.count(), 0);
 }
@@ -145,8 +147,9 @@ TEST_F(PopupMenuTest, AHighlightTellsItemAndState) {
         highlight.clear();
         const QPoint at = menus.menu()->actionGeometry(menus.menu()->actions().at(each.item - 1)).center();
         // A menu passes over the first few moves close to where the pointer was when it came up.
-        for (int step = 0; step < 8; ++step)
+        for (int step = 0; step < 8; ++step) {
             QTest::mouseMove(menus.menu(), at + QPoint(step, 0));
+        }
         ASSERT_EQ(highlight.count(), 1) << each.item << ": once, however long the pointer stays";
         EXPECT_EQ(highlight.at(0).at(0).toInt(), each.item);
         EXPECT_EQ(highlight.at(0).at(1).toBool(), each.enabled) << each.item;
@@ -161,8 +164,9 @@ TEST_F(PopupMenuTest, EachShowingTellsItsFirstHighlightWhicheverItIs) {
         QSignalSpy highlight(&menus, &PopupMenu::itemHighlight);
         menus.show({10, 10});
         const QPoint at = menus.menu()->actionGeometry(menus.menu()->actions().at(item - 1)).center();
-        for (int step = -10; step < 10; ++step)
+        for (int step = -10; step < 10; ++step) {
             QTest::mouseMove(menus.menu(), at + QPoint(step, 0));
+        }
         EXPECT_EQ(highlight.value(0).value(0).toInt(), item);
         menus.menu()->close();
     }

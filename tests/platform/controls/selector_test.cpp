@@ -19,15 +19,17 @@ using platform::Selector;
 
 QStringList textsOf(const Selector& selector) {
     QStringList texts;
-    for (int i = 0; i < selector.entryCount(); ++i)
+    for (int i = 0; i < selector.entryCount(); ++i) {
         texts.append(selector.entryText(i));
+    }
     return texts;
 }
 
 void fill(Selector& selector, const QStringList& texts) {
     QList<Selector::Entry> entries;
-    for (const QString& text : texts)
+    for (const QString& text : texts) {
         entries.append({text, static_cast<qint32>(100 + entries.size())});
+    }
     selector.setEntries(entries);
 }
 
@@ -79,8 +81,9 @@ TEST(Selector, FillingAtOnceGivesTheOrderOfAddingOneByOne) {
         Selector atOnce;
         fill(atOnce, names);
         Selector oneByOne;
-        for (const QString& name : names)
+        for (const QString& name : names) {
             oneByOne.addEntry(name, 0);
+        }
         ASSERT_EQ(textsOf(atOnce), textsOf(oneByOne));
     }
 }
@@ -93,11 +96,13 @@ TEST(Selector, EqualTextsKeepTheOrderInWhichTheyCame) {
     EXPECT_EQ(selector.entryData(2), 5);
     EXPECT_EQ(selector.addEntry("peric, pera", 9), 3);
     QList<Selector::Entry> namesakes;
-    for (int i = 0; i < 500; ++i)
+    for (int i = 0; i < 500; ++i) {
         namesakes.append({i % 2 == 0 ? "Peric, Pera" : "peric, pera", i});
+    }
     selector.setEntries(namesakes);
-    for (int i = 0; i < 500; ++i)
+    for (int i = 0; i < 500; ++i) {
         ASSERT_EQ(selector.entryData(i), i);
+    }
 }
 
 TEST(Selector, FillingSelectsNothingAndSaysNothing) {
@@ -247,12 +252,14 @@ TEST_F(ShownSelector, HoldsAHundredThousandEntries) {
     constexpr int kEntries = 100000;
     std::mt19937 random(7);
     QList<Selector::Entry> entries;
-    for (int i = 0; i < kEntries; ++i)
+    for (int i = 0; i < kEntries; ++i) {
         entries.append({QString("Client %1, %2").arg(random() % kEntries).arg(i), i});
+    }
     selector.setEntries(entries);
     ASSERT_EQ(selector.entryCount(), kEntries);
-    for (int i = 1; i < kEntries; ++i)
+    for (int i = 1; i < kEntries; ++i) {
         ASSERT_LE(selector.entryText(i - 1), selector.entryText(i));
+    }
     const int last = selector.findPrefix(selector.entryText(kEntries - 1));
     EXPECT_GT(last, kEntries - 5);
     selector.setCurrentIndex(last);

@@ -53,8 +53,9 @@ TEST_F(StatusBarTest, PanelsStandInTheirOrder) {
     show();
     EXPECT_EQ(bar->firstPanelKey(), "Filter");
     QList<int> places;
-    for (const char* key : {"Filter", "Text", "Time", "End"})
+    for (const char* key : {"Filter", "Text", "Time", "End"}) {
         places.append(bar->panel(key)->x());
+    }
     EXPECT_TRUE(std::is_sorted(places.begin(), places.end()));
     EXPECT_EQ(bar->panel("End")->width(), 96);
 }

@@ -60,10 +60,11 @@ Clients after(Clients clients, const std::string& step) {
     int number = 0;
     std::string name;
     in >> what >> number >> name;
-    if (what == 'D')
+    if (what == 'D') {
         clients.erase(number);
-    else
+    } else {
         clients[number] = name;
+    }
     return clients;
 }
 
@@ -86,8 +87,9 @@ struct Report {
 Clients clientsIn(const std::string& path) {
     Database here = openShop(path);
     Clients found;
-    for (Recordset set = here.OpenRecordset("Customers"); !set.EOF(); set.MoveNext())
+    for (Recordset set = here.OpenRecordset("Customers"); !set.EOF(); set.MoveNext()) {
         found[set["CustID"].asLong()] = set["Surname"].asText();
+    }
     return found;
 }
 
@@ -107,8 +109,9 @@ TEST_F(CrashTest, WhatWasReportedAsWrittenIsThereAfterAKill) {
         std::this_thread::sleep_for(std::chrono::microseconds(random() % 8000));
         child.kill();
         EXPECT_EQ(child.wait(), -SIGKILL);
-        for (std::string line = child.hear(); !line.empty(); line = child.hear())
+        for (std::string line = child.hear(); !line.empty(); line = child.hear()) {
             report.hear(line);
+        }
 
         // The step under way was perhaps written and not yet told. Nothing else may be other than reported.
         const Clients found = clientsIn(path);
@@ -157,18 +160,21 @@ TEST_F(CrashTest, FourWorkstationsDrawingTheSameProductsLoseNothing) {
             return 0;
         }));
     }
-    for (const auto& child : children)
+    for (const auto& child : children) {
         ASSERT_EQ(child->hear(), "ready");
-    for (const auto& child : children)
+    }
+    for (const auto& child : children) {
         child->tell("go");
+    }
     for (const auto& child : children) {
         EXPECT_LT(std::stod(child->hear()), 10.0);
         EXPECT_EQ(child->wait(), 0);
     }
     db = openShop(path);
     float sum = 0;
-    for (Recordset set = db.OpenRecordset("Oprema"); !set.EOF(); set.MoveNext())
+    for (Recordset set = db.OpenRecordset("Oprema"); !set.EOF(); set.MoveNext()) {
         sum += set["Stanje"].asSingle();
+    }
     EXPECT_EQ(sum, 10 * 1000 - 4 * kEach);
 }
 

@@ -19,8 +19,9 @@ dao::FieldDef counter(const std::string& name) {
 
 void append(dao::Database& db, const std::string& name, const std::vector<dao::FieldDef>& fields) {
     dao::TableDef table = db.CreateTableDef(name);
-    for (const dao::FieldDef& field : fields)
+    for (const dao::FieldDef& field : fields) {
         table.Append(field);
+    }
     db.TableDefs().Append(table);
 }
 
@@ -132,16 +133,19 @@ void ShopTest::TearDown() {
 
 std::vector<int> ShopTest::numbers(dao::Recordset set, const std::string& field) {
     std::vector<int> found;
-    if (set.BOF() && set.EOF())
+    if (set.BOF() && set.EOF()) {
         return found;
-    for (set.MoveFirst(); !set.EOF(); set.MoveNext())
+    }
+    for (set.MoveFirst(); !set.EOF(); set.MoveNext()) {
         found.push_back(set[field].asLong());
+    }
     return found;
 }
 
 int Child::begin() {
-    if (pipe(toParent_) != 0 || pipe(toChild_) != 0)
+    if (pipe(toParent_) != 0 || pipe(toChild_) != 0) {
         std::abort();
+    }
     std::fflush(nullptr);
     const int pid = fork();
     if (pid == 0) {
@@ -166,21 +170,24 @@ Child::~Child() {
         wait();
     }
     close(in_);
-    if (out_ >= 0)
+    if (out_ >= 0) {
         close(out_);
+    }
 }
 
 void Child::tell(const std::string& line) const {
     const std::string text = line + '\n';
-    if (write(out_, text.data(), text.size()) != static_cast<ssize_t>(text.size()))
+    if (write(out_, text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
         complain("the other process does not listen");
+    }
 }
 
 std::string Child::hear() const {
     std::string line;
     char c = 0;
-    while (read(in_, &c, 1) == 1 && c != '\n')
+    while (read(in_, &c, 1) == 1 && c != '\n') {
         line += c;
+    }
     return line;
 }
 

@@ -71,8 +71,9 @@ class Child {
     template <typename Body>
     requires std::invocable<Body, Child&>
     explicit Child(Body body) : pid_(begin()) {
-        if (pid_ == 0)
+        if (pid_ == 0) {
             finish([&] { return body(*this); });
+        }
         proceed();
     }
     ~Child();

@@ -122,8 +122,9 @@ TEST_F(DatabaseTest, QueriesStandOnQueries) {
 TEST_F(DatabaseTest, AHundredThousandOrTermsWork) {
     fill(300);
     std::string text = "SELECT * FROM Services WHERE ";
-    for (int i = 0; i < 100000; ++i)
+    for (int i = 0; i < 100000; ++i) {
         text += "ID=" + std::to_string(i * 3 + 3) + " OR ";
+    }
     text.resize(text.size() - 4);
     QueryDef query = db.CreateQueryDef("QDServices0", text + ';');
     EXPECT_EQ(query.SQL(), text + ';');
@@ -207,8 +208,9 @@ TEST_F(DatabaseTest, TheFilesTablesTellTheirFields) {
 TEST_F(DatabaseTest, RelationsAreKeptByTheFile) {
     const std::vector<Relation> relations = db.Relations();
     ASSERT_EQ(relations.size(), 4U);
-    for (const Relation& relation : relations)
+    for (const Relation& relation : relations) {
         EXPECT_TRUE(relation.cascadeDelete);
+    }
     fill(1);
     EXPECT_EQ(errorOf([&] { db.CreateRelation({"Oprema", "ID", "InvoiceData", "OpremaID", false}); }), 0);
     EXPECT_EQ(db.Relations().size(), 5U);
@@ -339,8 +341,9 @@ TEST_F(DatabaseTest, TextComparesWithoutRegardToCaseAndSortsByTheAlphabet) {
     }
     Recordset sorted = db.OpenRecordset("SELECT Surname FROM Customers ORDER BY Surname");
     std::string order;
-    for (; !sorted.EOF(); sorted.MoveNext())
+    for (; !sorted.EOF(); sorted.MoveNext()) {
         order += sorted["Surname"].asText() + ' ';
+    }
     EXPECT_EQ(order, "Cvetić Čolić ćosić Dodić đurić Ema Lazar Łukasz Mika Ødegaard Sava šarić Zoran Žarko ");
     set.FindFirst("Surname='ŠARIĆ'");
     EXPECT_FALSE(set.NoMatch());

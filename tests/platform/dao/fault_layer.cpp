@@ -36,8 +36,9 @@ sqlite3_vfs* realLayer() {
 }
 
 void record(FaultLayer::Event event) {
-    if (state.recording)
+    if (state.recording) {
         state.events.push_back(std::move(event));
+    }
 }
 
 int closeFile(sqlite3_file* f) {
@@ -54,12 +55,14 @@ int writeFile(sqlite3_file* f, const void* from, int size, sqlite3_int64 at) {
     if (state.room < growth) {
         const auto fits = static_cast<int>(size - growth + state.room);
         state.room = 0;
-        if (fits > 0)
+        if (fits > 0) {
             real(f)->pMethods->xWrite(real(f), from, fits, at);
+        }
         return SQLITE_FULL;
     }
-    if (state.room != FaultLayer::kPlenty)
+    if (state.room != FaultLayer::kPlenty) {
         state.room -= growth;
+    }
     record({FaultLayer::Event::Kind::Write, our(f)->name, at,
             std::string(static_cast<const char*>(from), static_cast<std::size_t>(size))});
     return real(f)->pMethods->xWrite(real(f), from, size, at);

@@ -110,8 +110,9 @@ class EarlierOrderTest : public FileFormTest {
     std::string namesInOrder() {
         std::string names;
         for (auto rows = db.OpenRecordset("SELECT Surname FROM Customers ORDER BY Surname"); !rows.EOF();
-             rows.MoveNext())
+             rows.MoveNext()) {
             names += rows["Surname"].asText() + ' ';
+        }
         return names;
     }
     bool finds(const std::string& name) {
@@ -119,8 +120,9 @@ class EarlierOrderTest : public FileFormTest {
     }
     void expectPresentOrder() {
         EXPECT_EQ(namesInOrder(), "lazar Łukasz Mika Zoran ");
-        for (const char* name : {"LAZAR", "łukasz", "mika", "zoran"})
+        for (const char* name : {"LAZAR", "łukasz", "mika", "zoran"}) {
             EXPECT_TRUE(finds(name)) << name;
+        }
     }
 };
 

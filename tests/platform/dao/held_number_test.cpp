@@ -219,21 +219,25 @@ TEST_F(HeldNumberTest, ManyWhoComeAtOnceGetANumberEach) {
             Database here = openShop(path);
             child.tell("ready");
             child.hear();
-            for (int turn = 0; turn < 200; ++turn)
+            for (int turn = 0; turn < 200; ++turn) {
                 HeldNumber(here, 0).leave();
+            }
             const HeldNumber held(here, 0);
             child.tell(std::to_string(held.value()));
             child.hear();
             return 0;
         }));
     }
-    for (const auto& one : crowd)
+    for (const auto& one : crowd) {
         ASSERT_EQ(one->hear(), "ready");
-    for (const auto& one : crowd)
+    }
+    for (const auto& one : crowd) {
         one->tell("go");
+    }
     std::set<std::string> numbers;
-    for (const auto& one : crowd)
+    for (const auto& one : crowd) {
         numbers.insert(one->hear());
+    }
     EXPECT_EQ(numbers.size(), 8U);
 }
 

@@ -19,8 +19,9 @@ class MaintenanceTest : public daotest::ShopTest {
  protected:
     std::vector<std::string> names() const {
         std::vector<std::string> found;
-        for (const auto& entry : fs::directory_iterator(folder.path()))
+        for (const auto& entry : fs::directory_iterator(folder.path())) {
             found.push_back(entry.path().filename());
+        }
         std::sort(found.begin(), found.end());
         return found;
     }
@@ -89,8 +90,9 @@ TEST_F(MaintenanceTest, ThePasswordIsNeededByAProcessThatNeverHadIt) {
             daotest::createShop(other);
             return 0;
         });
-        if (maker.wait() != 0)
+        if (maker.wait() != 0) {
             return 97;
+        }
         EXPECT_EQ(errorOf([&] { DBEngine::RepairDatabase(other); }), errInvalidPassword);
         EXPECT_EQ(errorOf([&] { DBEngine::CompactDatabase(other, folder.file("T.mdb")); }),
                   errInvalidPassword);
@@ -124,8 +126,9 @@ TEST_F(MaintenanceTest, ACopyDoesNotLoseOurLocks) {
         DBEngine::setLockTimeout(50);
         Database here = openShop(path);
         child.tell("in");
-        for (std::string line = child.hear(); !line.empty(); line = child.hear())
+        for (std::string line = child.hear(); !line.empty(); line = child.hear()) {
             child.tell(std::to_string(errorOf([&] { here.Execute("UPDATE Oprema SET Stanje=1"); })));
+        }
         return 0;
     });
     other = &probe;
@@ -184,8 +187,9 @@ TEST_F(MaintenanceTest, ACopyTakenWhileAnotherWritesIsConsistent) {
         Recordset set = opened.OpenRecordset("Services", dbOpenSnapshot);
         std::int64_t sum = 0;
         firsts.push_back(set["Price"].asCurrency().scaled());
-        for (; !set.EOF(); set.MoveNext())
+        for (; !set.EOF(); set.MoveNext()) {
             sum += set["Price"].asCurrency().scaled();
+        }
         EXPECT_EQ(sum, 3000LL * 1000 * 10000);
         set.Close();
         opened.Close();

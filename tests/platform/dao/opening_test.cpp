@@ -23,8 +23,9 @@ class OpeningTest : public daotest::ShopTest {
     }
     void damage(std::size_t offset, std::size_t length) {
         std::vector<char> bytes = daotest::readFile(path);
-        for (std::size_t i = offset; i < offset + length && i < bytes.size(); ++i)
+        for (std::size_t i = offset; i < offset + length && i < bytes.size(); ++i) {
             bytes[i] = static_cast<char>(bytes[i] ^ 0x55);
+        }
         daotest::writeFile(path, bytes);
     }
 };
@@ -116,8 +117,9 @@ TEST_F(OpeningTest, AReadOnlyFileOpensOnlyForReading) {
     db.Close();
     chmod(path.c_str(), 0444);
     Child child([&](Child&) {
-        if (seteuid(kNobody) != 0)
+        if (seteuid(kNobody) != 0) {
             return 98;
+        }
         EXPECT_EQ(errorOf([&] { openShop(path); }), errReadOnly);
         Database reader = openShop(path, false, true);
         Recordset set = reader.OpenRecordset("Customers");
@@ -139,8 +141,9 @@ TEST_F(OpeningTest, AReadOnlyFolderTakesNoLockFile) {
     chmod(path.c_str(), 0666);
     chmod(folder.path().c_str(), 0555);
     Child child([&](Child&) {
-        if (seteuid(kNobody) != 0)
+        if (seteuid(kNobody) != 0) {
             return 98;
+        }
         EXPECT_EQ(errorOf([&] { openShop(path); }), errCannotLockFile);
         EXPECT_EQ(errorOf([&] { openShop(path, true, true); }), errCannotLockFile);
         Database reader = openShop(path, false, true);
@@ -155,8 +158,9 @@ TEST_F(OpeningTest, AFileOfAnotherUserGivesNoPermission) {
     db.Close();
     chmod(path.c_str(), 0600);
     Child child([&](Child&) {
-        if (seteuid(kNobody) != 0)
+        if (seteuid(kNobody) != 0) {
             return 98;
+        }
         EXPECT_EQ(errorOf([&] { openShop(path); }), errNoPermission);
         EXPECT_EQ(errorOf([&] { openShop(path, false, true); }), errNoPermission);
         return ::testing::Test::HasFailure() ? 1 : 0;
@@ -192,8 +196,9 @@ TEST_F(OpeningTest, ACrashedCreationLeavesNoTrace) {
     daotest::writeFile(target + "-journal", std::vector<char>(2000, 'x'));
     Database fresh = DBEngine::CreateDatabase(target, daotest::kConnect);
     EXPECT_EQ(fresh.TableDefs().Count(), 0);
-    for (const auto& entry : fs::directory_iterator(folder.path()))
+    for (const auto& entry : fs::directory_iterator(folder.path())) {
         EXPECT_EQ(entry.path().string().find(".part"), std::string::npos) << entry.path();
+    }
 }
 
 TEST_F(OpeningTest, ThereIsOneWorkspace) {

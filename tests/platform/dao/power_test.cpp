@@ -17,11 +17,13 @@ namespace {
 using Disk = std::map<std::string, std::optional<std::string>>;
 
 void put(std::optional<std::string>& file, std::int64_t offset, const std::string& bytes) {
-    if (!file)
+    if (!file) {
         file.emplace();
+    }
     const auto at = static_cast<std::size_t>(offset);
-    if (file->size() < at + bytes.size())
+    if (file->size() < at + bytes.size()) {
         file->resize(at + bytes.size(), '\0');
+    }
     file->replace(at, bytes.size(), bytes);
 }
 
@@ -32,8 +34,9 @@ void happen(Disk& disk, const FaultLayer::Event& event) {
             put(file, event.offset, event.bytes);
             break;
         case FaultLayer::Event::Kind::Truncate:
-            if (file)
+            if (file) {
                 file->resize(static_cast<std::size_t>(event.offset), '\0');
+            }
             break;
         case FaultLayer::Event::Kind::Delete:
             file.reset();
@@ -71,14 +74,16 @@ class PowerTest : public daotest::ShopTest {
         for (const char* suffix : {"", "-journal"}) {
             const auto found = disk.find(path + suffix);
             fs::remove(target + suffix);
-            if (found != disk.end() && found->second)
+            if (found != disk.end() && found->second) {
                 daotest::writeFile(target + suffix, {found->second->begin(), found->second->end()});
+            }
         }
         Database opened = openShop(target);
         Recordset products = opened.OpenRecordset("Oprema");
         const bool isNew = products["Stanje"].asSingle() == 1;
-        for (; !products.EOF(); products.MoveNext())
+        for (; !products.EOF(); products.MoveNext()) {
             EXPECT_EQ(products["Stanje"].asSingle(), isNew ? 1 : 100);
+        }
         EXPECT_EQ(opened.OpenRecordset("Services")["Comments"].asText().size(), isNew ? 20000U : 100U);
         EXPECT_EQ(opened.OpenRecordset("Customers").RecordCount(), isNew ? 50 : 60);
         EXPECT_EQ(opened.OpenRecordset("Services").RecordCount(), isNew ? 50 : 60);
@@ -113,8 +118,9 @@ TEST_F(PowerTest, APowerFailureAfterAnyWriteLeavesTheOldOrTheNewState) {
         waiting[event.file].push_back(event);
         const bool folderSynced = event.kind == FaultLayer::Event::Kind::Delete && event.offset != 0;
         if (event.kind == FaultLayer::Event::Kind::Sync || folderSynced) {
-            for (const FaultLayer::Event& each : waiting[event.file])
+            for (const FaultLayer::Event& each : waiting[event.file]) {
                 happen(synced, each);
+            }
             waiting[event.file].clear();
         }
         const bool isNew = isNewState(written, "all of the first " + std::to_string(i + 1) + " writes");
@@ -124,15 +130,17 @@ TEST_F(PowerTest, APowerFailureAfterAnyWriteLeavesTheOldOrTheNewState) {
         // A write that tears in the middle of a page.
         if (event.kind == FaultLayer::Event::Kind::Write && event.bytes.size() > 1000) {
             Disk torn = synced;
-            for (const FaultLayer::Event& each : waiting[event.file])
+            for (const FaultLayer::Event& each : waiting[event.file]) {
                 happen(torn, each);
+            }
             FaultLayer::Event half = event;
             std::fill(half.bytes.begin() + 512, half.bytes.end(), '\0');
             happen(torn, half);
             isNewState(torn, "write " + std::to_string(i + 1) + " torn");
         }
-        if (HasFailure())
+        if (HasFailure()) {
             return;
+        }
     }
     // What CommitTrans has reported is on disk, not merely on its way there.
     EXPECT_TRUE(isNewState(written, "all"));

@@ -294,8 +294,9 @@ TEST_F(RecordsetTest, FindFirstLooksOnlyAmongTheSetsRows) {
 TEST_F(RecordsetTest, ACriterionThatIsNoneIsASyntaxError) {
     fill(1);
     Recordset set = db.OpenRecordset("Customers");
-    for (const char* criterion : {"", "CustID", "17", "CustID=", "CustID=1 OR", "=1", "CustID=1;DELETE"})
+    for (const char* criterion : {"", "CustID", "17", "CustID=", "CustID=1 OR", "=1", "CustID=1;DELETE"}) {
         EXPECT_EQ(errorOf([&] { set.FindFirst(criterion); }), errSyntax) << criterion;
+    }
     EXPECT_EQ(errorOf([&] { set.FindFirst("Nobody=1"); }), errTooFewParameters);
     EXPECT_EQ(set["CustID"].asLong(), 1);
 }
@@ -374,17 +375,20 @@ TEST_F(RecordsetTest, ManyRowsAreReadInBlocksWithoutLosingAny) {
     fill(2000);
     Recordset set = db.OpenRecordset("Services");
     int expected = 0;
-    for (set.MoveFirst(); !set.EOF(); set.MoveNext())
+    for (set.MoveFirst(); !set.EOF(); set.MoveNext()) {
         ASSERT_EQ(set["ID"].asLong(), ++expected);
+    }
     EXPECT_EQ(expected, 2000);
-    for (set.MoveLast(); !set.BOF(); set.MovePrevious())
+    for (set.MoveLast(); !set.BOF(); set.MovePrevious()) {
         ASSERT_EQ(set["Price"].asCurrency(), Currency::fromScaled(expected-- * 10000LL));
+    }
     db.Execute("DELETE * FROM Services WHERE ID>100 AND ID<1900");
     Recordset sparse = db.OpenRecordset("SELECT * FROM Services ORDER BY Price DESC");
     EXPECT_EQ(sparse.RecordCount(), 201);
     expected = 2000;
-    for (; !sparse.EOF(); sparse.MoveNext(), expected = expected == 1900 ? 100 : expected - 1)
+    for (; !sparse.EOF(); sparse.MoveNext(), expected = expected == 1900 ? 100 : expected - 1) {
         ASSERT_EQ(sparse["ID"].asLong(), expected);
+    }
 }
 
 TEST_F(RecordsetTest, RowsOfOthersBetweenTheSetsOwnAreSteppedOver) {
@@ -394,25 +398,29 @@ TEST_F(RecordsetTest, RowsOfOthersBetweenTheSetsOwnAreSteppedOver) {
         "SELECT * FROM Services WHERE Discount IS NULL AND (ID<5 OR ID BETWEEN 350 AND 1400)");
     db.Execute("UPDATE Services SET Discount=2 WHERE ID=1000");
     std::vector<int> expected{2};
-    for (int id = 701; id <= 1400; ++id)
+    for (int id = 701; id <= 1400; ++id) {
         expected.push_back(id);
+    }
     EXPECT_EQ(numbers(set, "ID"), expected);
     // Every third row, so that each stretch of keys holds twice as many strangers.
     std::string text = "SELECT * FROM Services WHERE ";
-    for (int id = 1; id < 1500; id += 3)
+    for (int id = 1; id < 1500; id += 3) {
         text += "ID=" + std::to_string(id) + " OR ";
+    }
     Recordset thirds = db.OpenRecordset(text + "ID=1500");
     int id = 1;
-    for (; thirds.AbsolutePosition() < 499; thirds.MoveNext(), id += 3)
+    for (; thirds.AbsolutePosition() < 499; thirds.MoveNext(), id += 3) {
         ASSERT_EQ(thirds["ID"].asLong(), id);
+    }
     EXPECT_EQ(thirds.RecordCount(), 501);
 }
 
 TEST_F(RecordsetTest, AFieldFirstLookedAtInTheMiddleOfALongWalkIsThere) {
     fill(1200);
     Recordset set = db.OpenRecordset("Services");
-    for (int i = 1; i <= 900; ++i, set.MoveNext())
+    for (int i = 1; i <= 900; ++i, set.MoveNext()) {
         ASSERT_EQ(set["ID"].asLong(), i);
+    }
     EXPECT_EQ(set["Comments"].asText(), std::string(100, static_cast<char>('a' + 901 % 26)));
     EXPECT_EQ(set["ID"].asLong(), 901);
     for (int i = 901; i <= 1200; ++i, set.MoveNext()) {

@@ -34,8 +34,9 @@ class RepairTest : public daotest::ShopTest {
             std::set<std::string>& rows = found[name];
             for (; !set.EOF(); set.MoveNext()) {
                 std::string row;
-                for (int field = 0; field < set.FieldCount(); ++field)
+                for (int field = 0; field < set.FieldCount(); ++field) {
                     row += set.Fields(field).Value().asText() + '|';
+                }
                 rows.insert(row);
             }
         }
@@ -43,22 +44,25 @@ class RepairTest : public daotest::ShopTest {
     }
     static std::size_t rowsIn(const Content& of) {
         std::size_t rows = 0;
-        for (const auto& [name, lines] : of)
+        for (const auto& [name, lines] : of) {
             rows += lines.size();
+        }
         return rows;
     }
     // What is there after a repair must have been there before: no row made up, none in another's table.
     void expectSubset(const Content& now) const {
         for (const auto& [name, rows] : now) {
             ASSERT_TRUE(content.contains(name)) << name;
-            for (const std::string& row : rows)
+            for (const std::string& row : rows) {
                 EXPECT_TRUE(content.at(name).contains(row)) << name << ": " << row;
+            }
         }
     }
     void breakPage(std::size_t page, char how) const {
         std::vector<char> bytes = whole;
-        for (std::size_t i = (page - 1) * kPage; i < page * kPage; ++i)
+        for (std::size_t i = (page - 1) * kPage; i < page * kPage; ++i) {
             bytes[i] = how == 0 ? '\0' : static_cast<char>(bytes[i] ^ how);
+        }
         daotest::writeFile(path, bytes);
     }
     void repairAndOpen() {
@@ -118,8 +122,9 @@ TEST_F(RepairTest, EveryOnePageMayBreak) {
 
 TEST_F(RepairTest, ADamagedFirstPageLeavesTheFileUntouched) {
     std::vector<char> bytes = whole;
-    for (std::size_t i = 100; i < 200; ++i)
+    for (std::size_t i = 100; i < 200; ++i) {
         bytes[i] = 'x';
+    }
     daotest::writeFile(path, bytes);
     EXPECT_EQ(errorOf([&] { openShop(path); }), errCannotOpen);
     EXPECT_EQ(errorOf([&] { DBEngine::RepairDatabase(path); }), errCannotOpen);
@@ -144,9 +149,11 @@ TEST_F(RepairTest, ATruncatedFileGivesWhatIsLeft) {
 
 TEST_F(RepairTest, ManyBrokenPagesStillGiveTheRest) {
     std::vector<char> bytes = whole;
-    for (std::size_t page = 20; page < pages; page += 3)
-        for (std::size_t i = 0; i < 300; ++i)
+    for (std::size_t page = 20; page < pages; page += 3) {
+        for (std::size_t i = 0; i < 300; ++i) {
             bytes[page * kPage + i] = static_cast<char>(i);
+        }
+    }
     daotest::writeFile(path, bytes);
     repairAndOpen();
     const Content now = read();

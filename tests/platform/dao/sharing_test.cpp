@@ -202,8 +202,9 @@ TEST_F(SharingTest, TheLockIsLetGoHoweverAnEditEnds) {
         Recordset set = here.OpenRecordset("Oprema");
         for (std::string line = child.hear(); !line.empty(); line = child.hear()) {
             const int number = errorOf([&] { set.Edit(); });
-            if (number == 0)
+            if (number == 0) {
                 set.CancelUpdate();
+            }
             child.tell(std::to_string(number));
         }
         return 0;
@@ -263,8 +264,9 @@ TEST_F(SharingTest, TwoEditsHoldTheLockUntilBothHaveEnded) {
     Child other([this](Child& child) {
         DBEngine::setLockTimeout(50);
         Database here = openShop(path);
-        for (std::string line = child.hear(); !line.empty(); line = child.hear())
+        for (std::string line = child.hear(); !line.empty(); line = child.hear()) {
             child.tell(std::to_string(errorOf([&] { here.Execute("UPDATE Oprema SET Cena=5 WHERE ID=3"); })));
+        }
         return 0;
     });
     Database here = openShop(path);
@@ -321,8 +323,9 @@ TEST_F(SharingTest, FindFirstAsksTheFileAsItIsNow) {
     });
     Database here = openShop(path);
     Recordset set = here.OpenRecordset("Oprema");
-    for (; !set.EOF(); set.MoveNext())
+    for (; !set.EOF(); set.MoveNext()) {
         EXPECT_EQ(set["Stanje"].asSingle(), 100);
+    }
     other.tell("go");
     ASSERT_EQ(other.hear(), "done");
     set.FindFirst("ID=2");
@@ -391,10 +394,11 @@ TEST_F(SharingTest, NumbersGivenAtAddNewAreDifferentEverywhere) {
         for (int i = 0; i < 50; ++i) {
             set.AddNew();
             child.tell(std::to_string(set["CustID"].asLong()));
-            if (i % 3 == 0)
+            if (i % 3 == 0) {
                 set.CancelUpdate();
-            else
+            } else {
                 set.Update();
+            }
         }
         return 0;
     });
@@ -405,11 +409,13 @@ TEST_F(SharingTest, NumbersGivenAtAddNewAreDifferentEverywhere) {
     for (int i = 0; i < 50; ++i) {
         set.AddNew();
         given.push_back(set["CustID"].asLong());
-        if (i % 2 == 0)
+        if (i % 2 == 0) {
             set.Update();
+        }
     }
-    for (std::string line = other.hear(); !line.empty(); line = other.hear())
+    for (std::string line = other.hear(); !line.empty(); line = other.hear()) {
         given.push_back(std::stoi(line));
+    }
     EXPECT_EQ(given.size(), 100U);
     std::sort(given.begin(), given.end());
     EXPECT_EQ(std::adjacent_find(given.begin(), given.end()), given.end());

@@ -65,8 +65,9 @@ TEST(ValueTest, TextsConvertWhereTheyReadAsNumbers) {
     EXPECT_EQ(Value("+3").asLong(), 3);
     EXPECT_EQ(Value("1.00005").asCurrency().scaled(), 10001);
     EXPECT_TRUE(Value("true").asBool());
-    for (const char* text : {"", " ", "x", "12,5", "1.2.3", "--1", "+-1", "12 3", "inf", "nan", "0x10"})
+    for (const char* text : {"", " ", "x", "12,5", "1.2.3", "--1", "+-1", "12 3", "inf", "nan", "0x10"}) {
         EXPECT_EQ(errorOf([&] { Value(text).asDouble(); }), errTypeMismatch) << text;
+    }
     EXPECT_EQ(errorOf([&] { Value("1e999").asDouble(); }), errOverflow);
 }
 

@@ -74,8 +74,9 @@ TEST(ReportEvents, FormatSeesTheRowAndItsTextHoldsForThatRowOnly) {
     detail.add(field("N", "Naziv"));
     detail.add(field("B", "Broj", 5000));
     report.onFormat = [](report::Section& section) {
-        if (section.Controls("B").DataValue.asLong() == 2)
+        if (section.Controls("B").DataValue.asLong() == 2) {
             section.Controls("N").Text = "two";
+        }
     };
     report.give(numbered(3));
     EXPECT_EQ(texts(*report.run(), 1), "1 1|two 2|3 3");
@@ -159,8 +160,9 @@ TEST(ReportFlow, NoRowIsTornAcrossPages) {
     text.CanGrow = true;
     detail.add(text);
     std::vector<Row> rows;
-    for (int i = 0; i < 60; ++i)
+    for (int i = 0; i < 60; ++i) {
         rows.push_back({{"Naziv", QString("row%1 ").arg(i).repeated(1 + i * 7 % 40).toStdString()}});
+    }
     report.give(std::move(rows));
     const auto document = report.run();
     ASSERT_GT(document->pageCount(), 3);
@@ -172,8 +174,9 @@ TEST(ReportFlow, NoRowIsTornAcrossPages) {
             here.append(item.text.split(' ', Qt::SkipEmptyParts));
         }
         here.removeDuplicates();
-        for (const QString& word : here)
+        for (const QString& word : here) {
             EXPECT_FALSE(seen.contains(word)) << word.toStdString() << " on page " << page;
+        }
         seen += here;
     }
     EXPECT_EQ(seen.size(), 60);
@@ -206,8 +209,9 @@ TEST(ReportFlow, WhatNoPageCanHoldIsCutAtThePagesEnd) {
     const auto document = report.run();
     ASSERT_EQ(document->pageCount(), 2);
     EXPECT_GT(document->pages[0].items.size(), 40U);
-    for (const report::PageItem& item : document->pages[0].items)
+    for (const report::PageItem& item : document->pages[0].items) {
         EXPECT_LE(item.place.bottom(), 11000.5);
+    }
     EXPECT_EQ(texts(*document, 2), "after");
 }
 
@@ -266,10 +270,12 @@ TEST_F(ColumnTitles, GoAlongWithARowThatGrowsInFormat) {
     QList<int> starts;
     report.onPage = [&] { starts.append(report.events.count("Format Detail")); };
     report.onFormat = [this](report::Section& section) {
-        if (section.name() == "GroupHeader1")
+        if (section.name() == "GroupHeader1") {
             report.addToContents("group");
-        if (section.name() == "Detail")
+        }
+        if (section.name() == "Detail") {
             section.Controls("More").Visible = section.Controls("N").Text == "5";
+        }
     };
     report.give(numbered(6));
     const auto document = report.run();
@@ -293,8 +299,9 @@ TEST(ReportFlow, OuterGroupsTitlesStandAboveItsRowsOnTheNextPage) {
     inner.add(field("", "H"));
     report.section(Part::Detail, "Detail", 1000).add(field("", "N"));
     std::vector<Row> rows;
-    for (int i = 1; i <= 12; ++i)
+    for (int i = 1; i <= 12; ++i) {
         rows.push_back({{"G", "G"}, {"H", i < 9 ? "H1" : "H2"}, {"N", std::to_string(i)}});
+    }
     report.give(std::move(rows));
     const auto document = report.run();
     EXPECT_EQ(texts(*document, 1), "G|H1|1|2|3|4|5|6|7|8");
@@ -311,8 +318,9 @@ TEST(ReportFlow, FooterThatGrowsBeforePrintStaysWhole) {
     words.CanGrow = true;
     footer.add(words);
     report.onBeforePrint = [](report::Section& section) {
-        if (section.name() == "GroupFooter1")
+        if (section.name() == "GroupFooter1") {
             section.Controls("Words").Caption = QString("word ").repeated(60).trimmed();
+        }
     };
     report.give(numbered(9));
     const auto document = report.run();
@@ -380,12 +388,14 @@ TEST(ReportContents, PointAtTheSectionThatWasLaidOut) {
     header.add(field("G", "Broj"));
     report.section(Part::Detail, "Detail", 2000);
     report.onFormat = [&](report::Section& section) {
-        if (section.name() == "GroupHeader1")
+        if (section.name() == "GroupHeader1") {
             report.addToContents("Grupa " + section.Controls("G").Text, 0);
+        }
     };
     report.onBeforePrint = [&](report::Section& section) {
-        if (section.name() == "Detail")
+        if (section.name() == "Detail") {
             report.addToContents("red", 1);
+        }
     };
     report.give(numbered(4));
     const auto document = report.run();

@@ -146,8 +146,9 @@ double difference(const QImage& a, const QImage& b) {
     const auto darkness = [](const QImage& image, int left, int top) {
         int sum = 0;
         for (int y = top; y < top + kSquare; ++y) {
-            for (int x = left; x < left + kSquare; ++x)
+            for (int x = left; x < left + kSquare; ++x) {
                 sum += 255 - qGray(image.pixel(x, y));
+            }
         }
         return sum / (kSquare * kSquare);
     };
@@ -157,8 +158,9 @@ double difference(const QImage& a, const QImage& b) {
         for (int x = 0; x + kSquare <= width; x += kSquare) {
             const int inkA = darkness(a, x, y);
             const int inkB = darkness(b, x, y);
-            if (inkA < 4 && inkB < 4)
+            if (inkA < 4 && inkB < 4) {
                 continue;
+            }
             ++squares;
             unlike += std::abs(inkA - inkB) > 40;
         }
@@ -190,8 +192,9 @@ TEST_F(ReportPdf, LooksAsTheScreenDoes) {
         // The measure itself can tell: the same page a millimetre lower is another one.
         EXPECT_GT(difference(sheet, screen.copy(0, 6, screen.width(), screen.height())), 0.3);
     }
-    if (qEnvironmentVariableIsSet("REPORT_PICTURES"))
+    if (qEnvironmentVariableIsSet("REPORT_PICTURES")) {
         painted(document, 1, 100).save(qEnvironmentVariable("REPORT_PICTURES") + "/report-page.png");
+    }
 }
 
 TEST_F(ReportPdf, PaintsOnlyWhatIsAskedFor) {
@@ -203,8 +206,9 @@ TEST_F(ReportPdf, PaintsOnlyWhatIsAskedFor) {
     document.paint(painter, 1, QRectF(0, 0, 11906, 1500));
     painter.end();
     for (int y = 400; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); x += 3)
+        for (int x = 0; x < image.width(); x += 3) {
             ASSERT_EQ(image.pixel(x, y), 0xFFFFFFFF) << x << ' ' << y;
+        }
     }
     EXPECT_GT(difference(image, QImage(image.size(), QImage::Format_RGB32)), 0.0);
     document.paint(painter, 99);  // no such page: nothing to paint, nothing to fall over
@@ -222,8 +226,9 @@ TEST_F(ReportPdf, PicturesStandInProportion) {
     EXPECT_TRUE(image->place.width() > 2999 || image->place.height() > 1499);
     report.Sections("ReportHeader").Controls("Image1").picture = "NoSuchDrawing";
     const report::Document without = *report.run();
-    for (const report::PageItem& item : without.pages[0].items)
+    for (const report::PageItem& item : without.pages[0].items) {
         EXPECT_NE(item.kind, report::PageItem::Kind::Image);
+    }
 }
 
 TEST_F(ReportPdf, PrintsTheRangeAskedFor) {

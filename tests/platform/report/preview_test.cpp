@@ -47,12 +47,13 @@ class Preview : public ::testing::Test {
         auto& detail = report.section(Part::Detail, "Detail", 1000);
         detail.add(label("Word", "Proizvod", 2000));
         detail.add(field("N", "Naziv"));
-        if (contents)
+        if (contents) {
             report.onFormat = [this](report::Section& section) {
                 const int row =
                     section.Controls("N").DataValue.isNull() ? 0 : section.Controls("N").Text.toInt();
                 report.addToContents(QString("Red %1").arg(row), row % 5 == 1 ? 0 : 1);
             };
+        }
         report.give(numbered(rows));
         return *report.run();
     }
@@ -85,13 +86,16 @@ TEST_F(Preview, EveryControlHasItsNames) {
     open(30, true);
     EXPECT_EQ(window->objectName(), "Preview");
     EXPECT_EQ(window->windowTitle(), "Racun 17/2026");
-    for (const char* name : {"PageView", "Find", "Page", "Zoom", "Contents"})
+    for (const char* name : {"PageView", "Find", "Page", "Zoom", "Contents"}) {
         EXPECT_FALSE(named<QWidget>(name)->accessibleName().isEmpty()) << name;
+    }
     for (const char* name : {"Print", "Pdf", "PageFirst", "PagePrevious", "PageNext", "PageLast", "ZoomIn",
-                             "ZoomOut", "FitPage", "FitWidth", "FindText", "ShowContents"})
+                             "ZoomOut", "FitPage", "FitWidth", "FindText", "ShowContents"}) {
         EXPECT_FALSE(named<QAction>(name)->text().isEmpty()) << name;
-    for (QToolButton* button : window->findChildren<QToolButton*>(QRegularExpression("^Button\\(")))
+    }
+    for (QToolButton* button : window->findChildren<QToolButton*>(QRegularExpression("^Button\\("))) {
         EXPECT_FALSE(button->accessibleName().isEmpty());
+    }
     if (qEnvironmentVariableIsSet("REPORT_PICTURES")) {
         press(Qt::Key_F, Qt::ControlModifier);
         QTest::keyClicks(named<QLineEdit>("Find"), "proizvod");
@@ -491,8 +495,9 @@ void whenThere(const char* name, std::function<void(QWidget*)> act) {
         if (++*tries > 2000) {
             ADD_FAILURE() << name << " did not come up";
             timer->stop();
-            for (QWidget* window : QApplication::topLevelWidgets())
+            for (QWidget* window : QApplication::topLevelWidgets()) {
                 window->close();
+            }
         }
     });
     timer->start();
@@ -535,8 +540,9 @@ TEST_F(ReportShow, AShortRunShowsNoProgress) {
     report.give(numbered(25));
     bool progress = false;
     report.onFormat = [&](report::Section&) {
-        for (QWidget* window : QApplication::topLevelWidgets())
+        for (QWidget* window : QApplication::topLevelWidgets()) {
             progress = progress || (window->objectName() == "Progress" && window->isVisible());
+        }
     };
     whenThere("Preview", [](QWidget* window) { window->close(); });
     EXPECT_TRUE(report.Show(true, nullptr));
@@ -547,8 +553,9 @@ TEST_F(ReportShow, ALongRunCanBeCancelledByTheButton) {
     slow(2000, 5000);
     whenThere("Progress", [](QWidget* window) {
         EXPECT_EQ(window->windowTitle(), "Priprema dokumenta...");
-        if (qEnvironmentVariableIsSet("REPORT_PICTURES"))
+        if (qEnvironmentVariableIsSet("REPORT_PICTURES")) {
             window->grab().save(qEnvironmentVariable("REPORT_PICTURES") + "/report-progress.png");
+        }
         QTest::mouseClick(window->findChild<QPushButton*>("Command1"), Qt::LeftButton);
     });
     EXPECT_FALSE(report.Show(true, nullptr));

@@ -28,12 +28,14 @@ class Rows : public report::RowSource {
     void rewind() override { at_ = -1; }
     bool next() override { return ++at_ < static_cast<qint64>(rows_.size()); }
     dao::Value value(const QString& field) override {
-        if (failAt >= 0 && at_ == failAt)
+        if (failAt >= 0 && at_ == failAt) {
             throw dao::Error(3167, "Record is deleted.");
+        }
         const Row& row = rows_.at(static_cast<size_t>(at_));
         const auto found = row.find(field);
-        if (found == row.end())
+        if (found == row.end()) {
             throw dao::Error(3265, "Item not found in this collection.");
+        }
         return found->second;
     }
     qint64 count() override { return static_cast<qint64>(rows_.size()); }
@@ -47,8 +49,9 @@ class Rows : public report::RowSource {
 // Names "1", "2", ... in the field Naziv, and their numbers in Broj.
 inline std::vector<Row> numbered(int count) {
     std::vector<Row> rows;
-    for (int i = 1; i <= count; ++i)
+    for (int i = 1; i <= count; ++i) {
         rows.push_back({{"Naziv", std::to_string(i)}, {"Broj", i}});
+    }
     return rows;
 }
 
@@ -113,25 +116,29 @@ class Report : public report::Report {
     void PageStart() override { call("PageStart", onPage); }
     void ReportEnd() override { call("ReportEnd", onEnd); }
     void Arrange(report::Section& section) override {
-        if (onArrange)
+        if (onArrange) {
             onArrange(section);
+        }
     }
     void Format(report::Section& section) override {
         events.append("Format " + section.name());
-        if (onFormat)
+        if (onFormat) {
             onFormat(section);
+        }
     }
     void BeforePrint(report::Section& section) override {
         events.append("BeforePrint " + section.name());
-        if (onBeforePrint)
+        if (onBeforePrint) {
             onBeforePrint(section);
+        }
     }
 
  private:
     void call(const char* event, const std::function<void()>& handler) {
         events.append(QString::fromLatin1(event));
-        if (handler)
+        if (handler) {
             handler();
+        }
     }
 };
 
@@ -142,8 +149,9 @@ inline void tenRowPage(report::Report& report) {
 
 inline const report::PageItem* itemWith(const report::Page& page, const QString& text) {
     for (const report::PageItem& item : page.items) {
-        if (item.kind == report::PageItem::Kind::Text && item.text == text)
+        if (item.kind == report::PageItem::Kind::Text && item.text == text) {
             return &item;
+        }
     }
     return nullptr;
 }

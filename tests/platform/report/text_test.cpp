@@ -27,8 +27,9 @@ report::Control growing(report::Control made) {
 QStringList lines(const report::Document& document) {
     QStringList all;
     for (const report::PageItem& item : document.pages.at(0).items) {
-        if (item.kind == report::PageItem::Kind::Text)
+        if (item.kind == report::PageItem::Kind::Text) {
             all.append(item.text);
+        }
     }
     return all;
 }
@@ -40,10 +41,12 @@ TEST(ReportText, LongTextWrapsAtBlanksAndGrows) {
     const QStringList all = lines(document);
     ASSERT_GT(all.size(), 2);
     EXPECT_EQ(all.join(' '), "one two three four five six seven eight nine ten");
-    for (const report::PageItem& item : document.pages[0].items)
+    for (const report::PageItem& item : document.pages[0].items) {
         EXPECT_LE(item.place.width(), 1500.5);
-    for (int i = 1; i < all.size(); ++i)
+    }
+    for (int i = 1; i < all.size(); ++i) {
         EXPECT_EQ(document.pages[0].items[i].place.top(), document.pages[0].items[i - 1].place.bottom());
+    }
 }
 
 TEST(ReportText, WordLongerThanTheLineBreaksAnywhere) {
@@ -55,8 +58,9 @@ TEST(ReportText, WordLongerThanTheLineBreaksAnywhere) {
     ASSERT_GT(all.size(), 3);
     EXPECT_TRUE(all[0].startsWith("Slovima: jedna")) << all[0].toStdString();
     EXPECT_EQ(all.join(""), "Slovima: " + word);
-    for (const report::PageItem& item : document.pages[0].items)
+    for (const report::PageItem& item : document.pages[0].items) {
         EXPECT_LE(item.place.width(), 3000.5);
+    }
 }
 
 TEST(ReportText, LineBreaksAreKept) {
@@ -80,8 +84,9 @@ TEST(ReportText, EveryKindOfBreakIsABreakAndATabABlank) {
         section.add(growing(label("A", text, 0, 0, 3000, 200)));
     });
     QStringList lines;
-    for (const report::PageItem& item : document.pages[0].items)
+    for (const report::PageItem& item : document.pages[0].items) {
         lines += item.text;
+    }
     EXPECT_EQ(lines.join('|'), "a|b|c|d e");
 }
 
@@ -147,8 +152,9 @@ TEST(ReportText, LettersAreNotPartedFromTheirMarks) {
         laidOut([&](report::Section& section) { section.add(growing(label("A", text, 0, 0, 800, 250))); });
     const QStringList all = lines(document);
     ASSERT_GT(all.size(), 2);
-    for (const QString& line : all)
+    for (const QString& line : all) {
         EXPECT_EQ(line.size() % 2, 0);
+    }
 }
 
 TEST(ReportGrow, EverythingBelowMovesDownByAsMuch) {
@@ -166,8 +172,9 @@ TEST(ReportGrow, EverythingBelowMovesDownByAsMuch) {
     EXPECT_EQ(itemWith(page, "below")->place.top(), 1210 + grown);
     QList<QRectF> rules;
     for (const report::PageItem& item : page.items) {
-        if (item.kind == report::PageItem::Kind::Line)
+        if (item.kind == report::PageItem::Kind::Line) {
             rules.append(item.place);
+        }
     }
     EXPECT_EQ(rules[0].top(), 1210 + grown);
     EXPECT_EQ(rules[0].bottom(), 1210 + grown);

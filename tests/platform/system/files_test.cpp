@@ -223,8 +223,9 @@ TEST_F(Files, TheProgramsFolderIsThatOfTheExecutableWhileItTakesFiles) {
 TEST_F(Files, AnInstalledProgramIsForEachUserEvenWhereItsFolderCanBeWritten) {
     ASSERT_TRUE(QDir(folder_.path()).mkdir("program"));
     for (const char* name :
-         {"program/per-user", "program/Tarvello.mdb", "program/Tarvello.hlp", "program/tipoftheday.txt"})
+         {"program/per-user", "program/Tarvello.mdb", "program/Tarvello.hlp", "program/tipoftheday.txt"}) {
         make(name, "delivered");
+    }
     const QString own = path("own");
     EXPECT_EQ(chooseProgramFolder(path("program"), own), own);
     for (const char* name : {"own/Tarvello.mdb", "own/Tarvello.hlp", "own/tipoftheday.txt"}) {

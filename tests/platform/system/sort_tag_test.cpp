@@ -42,8 +42,9 @@ TEST(SortTag, WhatIsWrittenIsReadAgain) {
     EXPECT_EQ(makeSortTag({true, "Grupa", "DESC"}), "1Grupa1");
     EXPECT_EQ(makeSortTag({false, "Grupa", "ASC"}), "0Grupa0");
     EXPECT_EQ(makeSortTag({}), "00");
-    for (const char* tag : {"0Naziv0", "1Cena11", "1Proizvodjac0", "0Opis1"})
+    for (const char* tag : {"0Naziv0", "1Cena11", "1Proizvodjac0", "0Opis1"}) {
         EXPECT_EQ(makeSortTag(splitSortTag(tag)), tag);
+    }
 }
 
 }  // namespace

@@ -103,8 +103,9 @@ TEST(OrderTest, KeysOrderAsTextsDo) {
     std::mt19937 random(7);
     const auto word = [&] {
         std::string made;
-        for (auto left = random() % 5; left > 0; --left)
+        for (auto left = random() % 5; left > 0; --left) {
             made += letters[random() % letters.size()];
+        }
         return made;
     };
     for (int i = 0; i < 20000; ++i) {

@@ -1,0 +1,252 @@
+#include "catalogue/product_pane.h"
+
+#include <QScopeGuard>
+#include <QTextEdit>
+#include <QVBoxLayout>
+
+#include "catalogue/catalogue_status.h"
+#include "catalogue/catalogue_switch.h"
+#include "catalogue/list_pane.h"
+#include "catalogue/pane_layout.h"
+#include "catalogue/sort_state.h"
+#include "common/rate_term.h"
+#include "common/window_helpers.h"
+#include "platform/controls/data_control.h"
+#include "platform/controls/list_box.h"
+#include "platform/controls/list_view.h"
+#include "platform/controls/pictures.h"
+#include "platform/system/numbers.h"
+#include "platform/system/trap.h"
+
+using platform::SortTag;
+using platform::Trap;
+
+namespace {
+
+constexpr int kPane = 2;    // the number of its controls
+constexpr int kMargin = 4;  // logical pixels
+constexpr CataloguePane::Words kWords{
+    "PROIZVODI", "Proizvoda", "Neocekivana greska prilikom popunjavanja liste proizvoda:", "FillListView"};
+
+QHash<QString, QIcon> sortArrows() {
+    return {{QStringLiteral("ASC"), platform::icon(QStringLiteral("SortUp"))},
+            {QStringLiteral("DESC"), platform::icon(QStringLiteral("SortDown"))},
+            {QStringLiteral("dummy"), platform::icon(QStringLiteral("Dummy"))}};
+}
+
+// The fields of a product's row, looked up once for the whole list.
+struct ProductFields {
+    explicit ProductFields(const dao::Recordset& rows)
+        : id(rows.Fields("ID")),
+          maker(rows.Fields("Proizvodjac")),
+          name(rows.Fields("Naziv")),
+          description(rows.Fields("Opis")),
+          price(rows.Fields("Cena1")),
+          stock(rows.Fields("Stanje")),
+          note(rows.Fields("Napomena")),
+          unit(rows.Fields("JM")) {}
+
+    platform::ListItem item() const {
+        const bool noStock = stock.Value().isNull();
+        const float pieces = noStock ? 0.0F : stock.Value().asSingle();
+        ProductRow row;
+        row.setText(ProductColumn::Manufacturer, textOf(maker));
+        row.setText(ProductColumn::Name, textOf(name));
+        row.setText(ProductColumn::Description, textOf(description));
+        row.setText(ProductColumn::Price,
+                    price.Value().isNull() ? QString() : platform::formatGrouped(price.Value().asDouble()));
+        row.setText(ProductColumn::Stock, noStock ? QString() : platform::textOfSingle(pieces));
+        row.setNoteAndUnit(textOf(note), textOf(unit));
+        return productItem(id.Value().asLong(), row, pieces);
+    }
+
+    dao::Field id, maker, name, description, price, stock, note, unit;
+};
+
+}  // namespace
+
+ProductPane::ProductPane(const ListPane& groups, const ListPane& manufacturers, QWidget* window,
+                         CatalogueStatus& status)
+    : CataloguePane(kWords, window, status), groups_(groups), manufacturers_(manufacturers), status_(status) {
+    build(window);
+    connect(list_, &platform::ListView::itemClicked, this, [this] { click(); });
+    connect(list_, &platform::ListView::columnClicked, this, &ProductPane::clickColumn);
+}
+
+void ProductPane::build(QWidget* window) {
+    surface_ = new QWidget(window);
+    surface_->setObjectName(arrayName("Picture1", kPane));
+    list_ = new platform::ListView(surface_);
+    list_->setObjectName(QStringLiteral("ListView1"));
+    list_->setAccessibleName(QStringLiteral("Proizvodi"));
+    addColumns(*list_, productColumns());
+    list_->setSmallIcons({{QStringLiteral("stanjeok"), platform::icon(QStringLiteral("StockOk"))},
+                          {QStringLiteral("stanjenula"), platform::icon(QStringLiteral("StockNone"))}});
+    detail_ = new QTextEdit(surface_);
+    detail_->setObjectName(arrayName("Text1", kPane));
+    detail_->setAccessibleName(QStringLiteral("Napomena"));
+    detail_->setReadOnly(true);
+    detail_->setAcceptRichText(false);
+    detail_->setTabChangesFocus(true);
+    detail_->setFixedHeight(window->fontMetrics().lineSpacing() * 3 + 2 * kMargin + 4);
+    QVBoxLayout* column = paneLayout(surface_, kPane, "&Proizvodi:", list_);
+    column->addWidget(list_, 1);
+    column->addWidget(detail_);
+}
+
+QWidget* ProductPane::list() const {
+    return list_;
+}
+
+bool ProductPane::hasRows() const {
+    return list_->count() > 0;
+}
+
+bool ProductPane::hasSelection() const {
+    return list_->selectedIndex() > 0;
+}
+
+bool ProductPane::hasGroupAndManufacturer() const {
+    return groups_.hasSelection() && manufacturers_.hasSelection();
+}
+
+std::optional<ProductRow> ProductPane::selected() const {
+    const platform::ListItem* item = list_->selectedItem();
+    return item ? std::optional<ProductRow>(*item) : std::nullopt;
+}
+
+// Filling ---------------------------------------------------------------------------------------------------
+
+QString ProductPane::selection() const {
+    const platform::ListItem* item = list_->selectedItem();
+    return item ? item->Key : QString();
+}
+
+QString ProductPane::statement(const SortTag& sort) const {
+    const QString price = QStringLiteral("Oprema.Cena*") + rateTerm();
+    QString source =
+        QStringLiteral(
+            "SELECT Proizvodjaci.Proizvodjac, Oprema.ID, Oprema.IDGrupe, Oprema.IDProizvodjaca, "
+            "Oprema.Naziv, Oprema.Opis, Oprema.Stanje, Oprema.Cena, %1 AS Cena1, Oprema.Napomena, "
+            "Oprema.JM FROM Proizvodjaci LEFT JOIN Oprema ON Proizvodjaci.ID = Oprema.IDProizvodjaca "
+            "WHERE (((Oprema.IDGrupe)=%2))")
+            .arg(price)
+            .arg(groups_.rows().selectedData());
+    if (manufacturers_.hasSelection() && !status_.allManufacturers().isOn()) {
+        source +=
+            QStringLiteral(" AND ((Oprema.IDProizvodjaca)=%1)").arg(manufacturers_.rows().selectedData());
+    }
+    if (status_.aboveZero().isOn()) {
+        source += QStringLiteral(" AND Oprema.Stanje>0");
+    }
+    if (sort.sorted) {
+        const QString term = sort.field == fieldOf(ProductColumn::Price) ? price : sort.field;
+        source += QStringLiteral(" ORDER BY %1 %2").arg(term, sort.order);
+    }
+    return source;
+}
+
+void ProductPane::showSort(const SortTag& sort) {
+    if (!sort.sorted) {
+        list_->setColumnImages({});
+        return;
+    }
+    list_->setColumnImages(sortArrows());
+    for (int column = 1; column <= list_->columnCount(); ++column) {
+        if (list_->columnKey(column) == sort.field) {
+            list_->setColumnIcon(column, sort.order.toUpper());
+        } else if (!list_->columnIcon(column).isEmpty()) {
+            list_->setColumnIcon(column, QStringLiteral("dummy"));
+        }
+    }
+}
+
+// The list keeps its place, and with it the focus: it is only not drawn while its rows come in.
+QString ProductPane::fill() {
+    list_->clearItems();
+    Trap step;
+    std::optional<ProductFields> fields;
+    step([&] { fields.emplace(data().Recordset()); });
+    list_->setUpdatesEnabled(false);
+    const auto drawn = qScopeGuard([this] { list_->setUpdatesEnabled(true); });
+    if (fields) {
+        fillRows(step, [&] { list_->addItem(fields->item()); });
+    }
+    setCount(list_->count());
+    if (list_->count() == 0) {
+        detail_->clear();
+    }
+    return fillErrorOf(step);
+}
+
+void ProductPane::select(const QString& key) {
+    if (key.isEmpty()) {
+        if (list_->count() > 0) {
+            list_->select(1);
+        }
+    } else if (list_->hasItem(key)) {
+        list_->select(key);
+    }
+}
+
+// Choosing and sorting --------------------------------------------------------------------------------------
+
+void ProductPane::click() {
+    const std::optional<ProductRow> product = selected();
+    if (product) {
+        note = product->note();
+        unit = product->unit();
+        detail_->setPlainText(note.isEmpty() ? product->text(ProductColumn::Description) : note);
+    } else {
+        note.clear();
+        unit.clear();
+        detail_->clear();
+    }
+    emit changed();
+}
+
+void ProductPane::clear() {
+    list_->clearItems();
+    detail_->clear();
+}
+
+void ProductPane::take(int position) {
+    list_->removeItem(position);
+    if (list_->count() > 0) {
+        list_->select(position <= list_->count() ? position : 1);
+        list_->ensureVisible(list_->selectedIndex());
+        click();
+    } else {
+        clear();
+    }
+    setCount(list_->count());
+    showCount();
+    emit changed();
+}
+
+void ProductPane::clickColumn(int column) {
+    if (list_->count() == 0) {
+        return;
+    }
+    list_->setColumnImages(sortArrows());
+    SortTag sort = readSortTag(sortTag, window());
+    const QString key = list_->columnKey(column);
+    if (key != sort.field) {
+        if (const int old = list_->columnOf(sort.field); sort.sorted && old > 0) {
+            list_->setColumnIcon(old, QStringLiteral("dummy"));
+        }
+        sort.order = QStringLiteral("ASC");
+    } else {
+        sort.order = sort.order == QLatin1String("ASC") ? QStringLiteral("DESC") : QStringLiteral("ASC");
+    }
+    sortTag = writeSortTag({true, key, sort.order}, window());
+    update(selection(), false);
+}
+
+void ProductPane::refresh(bool reset) {
+    if (reset) {
+        sortTag = QStringLiteral("0Naziv0");
+    }
+    update(selection(), reset);
+    takeFocus();
+}

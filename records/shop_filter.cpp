@@ -1,0 +1,208 @@
+#include "records/shop_filter.h"
+
+#include <utility>
+
+#include "common/window_helpers.h"
+#include "platform/system/trap.h"
+#include "records/main_view.h"
+#include "records/quick_filters.h"
+#include "records/record_editing.h"
+#include "records/typed_entry.h"
+
+using platform::BoxIcon;
+using platform::Trap;
+
+namespace {
+
+// The window says that it is at work, until the object goes.
+class AtWork {
+ public:
+    AtWork(MainView& window, const QString& text) : window_(window) {
+        window_.setWaiting(true);
+        window_.SetStatusText(text);
+    }
+    ~AtWork() {
+        window_.SetStatusText({});
+        window_.setWaiting(false);
+    }
+    AtWork(const AtWork&) = delete;
+    AtWork& operator=(const AtWork&) = delete;
+
+ private:
+    MainView& window_;
+};
+
+quick_filters::Found findServices(dao::Database& database, const QString& statement) {
+    dao::Recordset rows = database.OpenRecordset(statement.toStdString(), dao::dbOpenSnapshot);
+    refreshCache();
+    quick_filters::Found found = quick_filters::collect(rows);
+    rows.Close();
+    return found;
+}
+
+}  // namespace
+
+// What stood on a stage before it was read afresh.
+struct ShopFilter::Before {
+    qint32 chosen;    // the record to be chosen again; -1: none
+    qint32 typedFor;  // the record that `typed` belongs to; -1: none
+    QString entry;
+    TypedEntry typed;
+};
+
+ShopFilter::ShopFilter(Stages& stages, RecordEditing& editing, const FilterChoices& choices, MainView& window)
+    : stages_(stages), editing_(editing), choices_(choices), window_(window) {}
+
+// --- The filters.
+
+void ShopFilter::apply(int number, bool& ok) {
+    ok = true;
+    const QString statement = quick_filters::statement(number, choices_.DueDateDiff);
+    if (statement.isEmpty()) {
+        return;
+    }
+    // Leaving a record saves it here as it does everywhere else.
+    ok = editing_.saveWhatIsTyped();
+    if (!ok) {
+        return;
+    }
+    quick_filters::Found found;
+    {
+        const AtWork working(window_, QStringLiteral("Filtering data... Please wait..."));
+        found = findServices(stages_.database(), statement);
+        ok = !found.isEmpty();
+        if (ok) {
+            narrow(found);
+            active = number;
+            window_.showFilter(number);
+        }
+    }
+    if (!ok) {
+        window_.box(QStringLiteral("Quick filtering didn't result with any data."), BoxIcon::Information);
+    } else if (choices_.ShowMsgBoxFilterResults) {
+        window_.box(quick_filters::statistics(found), BoxIcon::Information);
+    }
+}
+
+// The stages read the stored queries of this copy.
+void ShopFilter::setWorkQuery(int stageIndex, const std::string& statement) {
+    stages_.database().QueryDefs()[stages_.query(stageIndex).toStdString()].setSQL(statement);
+}
+
+// A window that shows a part of the shop and does not say so would hide clients from the people at the desk:
+// narrowing that fails half-way ends with the whole shop in view.
+void ShopFilter::narrow(const quick_filters::Found& found) {
+    const quick_filters::IdList* const lists[] = {&found.clients, &found.computers, &found.services};
+    bool begun = false;
+    try {
+        for (const Stage& stage : stages_) {
+            setWorkQuery(stage.index(), lists[stage.index()]->selection(stage.facts().table));
+            begun = true;
+        }
+        for (const Stage& stage : stages_) {
+            stage.data().select(stages_.all(stage.index()));
+        }
+        stages_.reload([](const std::function<void()>& deed) { deed(); }, {-1, -1}, false);
+    } catch (...) {  // passed on
+        if (begun) {
+            showWholeShop({stages_[kClients].chosen(), stages_[kComputers].chosen()}, false);
+        }
+        throw;
+    }
+}
+
+// --- Back to the whole shop.
+
+void ShopFilter::remove() {
+    reloadWholeShop(QStringLiteral("Removing filters... Please wait..."), false);
+}
+
+void ShopFilter::refreshAll() {
+    reloadWholeShop(QStringLiteral("Refreshing... Please wait..."), true);
+}
+
+// Nobody is asked anything here: amounts that stayed in the unit of yesterday would be written back as
+// amounts of today's by the next service that is edited.
+void ShopFilter::reloadWholeShop(const QString& status, bool unitToo) {
+    const int addingStage = std::exchange(editing_.adding, false) ? stages_.current - 1 : -1;
+    const BothBefore before = {takeFrom(kClients, addingStage == kClients),
+                               takeFrom(kComputers, addingStage == kComputers)};
+    {
+        const AtWork working(window_, status);
+        showWholeShop({before[0].chosen, before[1].chosen}, unitToo);
+    }
+    if (addingStage >= 0) {
+        resumeAdd(before, addingStage);
+    }
+    putBackTyped(before, addingStage);
+}
+
+void ShopFilter::showWholeShop(const std::array<qint32, 2>& keep, bool unitToo) {
+    Trap trap;
+    const Stages::StepRunner step = [&trap](const std::function<void()>& deed) { trap(deed); };
+    for (const Stage& stage : stages_) {
+        step([&] { setWorkQuery(stage.index(), std::string("SELECT * FROM ") + stage.facts().table); });
+        step([&] { stage.data().select(stages_.all(stage.index())); });
+        step([] { refreshCache(); });
+    }
+    stages_.reload(step, keep, unitToo);
+    forget();
+}
+
+void ShopFilter::forget() {
+    active = kNone;
+    window_.showNoFilter();
+}
+
+// --- What was typed and not saved yet.
+
+// A new record gives way to the one under it, which is the one to be chosen again.
+ShopFilter::Before ShopFilter::takeFrom(int stageIndex, bool adding) {
+    Stage& stage = stages_[stageIndex];
+    Before before{stage.chosen(), -1, stage.selector().currentText(), TypedEntry(stage)};
+    if (adding) {
+        stage.dropPendingRow();
+    }
+    before.typedFor = stage.key();
+    // After a delete the selector may stand elsewhere than the fields. What is being typed belongs to the
+    // fields; the records of the next stage belong to the selector.
+    if (adding || (stageIndex == stages_.current - 1 && !before.typed.isEmpty())) {
+        before.chosen = before.typedFor;
+    }
+    return before;
+}
+
+// What was typed goes back to its own record and to no other. On a stage that was left it has been saved, or
+// the person has been told why not, so its end is told only to whoever is looking at it.
+void ShopFilter::putBackTyped(const BothBefore& before, int addingStage) {
+    QString missing;
+    bool gone = false;
+    for (int i = 0; i < kSelectorCount; ++i) {
+        const Before& was = before[static_cast<size_t>(i)];
+        if (i == addingStage || was.typed.isEmpty()) {
+            continue;
+        }
+        if (was.typedFor >= 0 && stages_[i].key() == was.typedFor) {
+            was.typed.putBack(stages_[i]);
+            window_.UpdateToolbarState();
+        } else if (i == stages_.current - 1) {
+            gone = true;
+            missing = was.entry;
+        }
+    }
+    if (gone) {
+        editing_.tellMissing(missing);
+    }
+}
+
+// The new record goes on being added. A new computer whose client is gone has nobody to belong to.
+void ShopFilter::resumeAdd(const BothBefore& before, int stageIndex) {
+    if (stageIndex == kComputers &&
+        (before[0].chosen < 0 || stages_[kClients].chosen() != before[0].chosen)) {
+        return editing_.tellMissing(before[0].entry);
+    }
+    if (editing_.beginAdd(stages_[stageIndex])) {
+        before[static_cast<size_t>(stageIndex)].typed.putBack(stages_[stageIndex]);
+        window_.UpdateToolbarState();
+    }
+}

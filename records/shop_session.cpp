@@ -1,0 +1,197 @@
+#include "records/shop_session.h"
+
+#include "common/modMain.h"
+#include "common/settings.h"
+#include "common/window_helpers.h"
+#include "data/session.h"
+#include "platform/system/trap.h"
+#include "records/main_view.h"
+#include "records/record_editing.h"
+#include "records/shop_filter.h"
+#include "records/stages.h"
+
+using platform::BoxAnswer;
+using platform::BoxButtons;
+using platform::BoxIcon;
+using platform::Trap;
+
+ShopSession::ShopSession(Stages& stages, RecordEditing& editing, ShopFilter& filter,
+                         const SessionChoices& choices, MainView& window)
+    : stages_(stages), editing_(editing), filter_(filter), choices_(choices), window_(window) {}
+
+// --- Opening.
+
+// The services are read in the order of the file: the list sorts when it is shown, and no word in the
+// settings can make a sound file look broken.
+void ShopSession::openStages(Trap& step) {
+    QString path;
+    step([&] { path = databasePath(); });
+    for (const Stage& stage : stages_) {
+        stage.data().DatabaseName = path;
+        step([&] { stage.data().Connect = connectText(); });
+        stage.data().select({});
+    }
+    step([&] { stages_[kClients].data().Refresh(); });
+    step([&] { stages_.querySuffix = CreateWorkQueries(stages_.database()); });
+    for (const Stage& stage : stages_) {
+        stage.data().select(stages_.all(stage.index()));
+        step([] { refreshCache(); });
+        step([&] { stage.data().Refresh(); });
+    }
+}
+
+void ShopSession::open(QString& errorText, bool& ok) {
+    bool repaired = false;
+    for (;;) {
+        Trap step;
+        stages_.loading = true;
+        openStages(step);
+        stages_.loading = false;
+        if (!step.failed()) {
+            window_.LoadServiceTypes();
+            step([] { settings::setBoolean(settings::ProperlyClosed, false); });
+            ok = true;
+            return;
+        }
+        ok = false;
+        const bool newer = step.number() == dao::errNewerForm;
+        closeStages(step);
+        if (newer) {
+            errorText = newerDatabaseText();
+            return;
+        }
+        if (repaired) {
+            errorText = GetResString(1048);
+            return;
+        }
+        window_.box(GetResString(1049), BoxIcon::Exclamation);
+        if (!recover(errorText, repaired)) {
+            return;
+        }
+    }
+}
+
+// Repairs the file or puts the backup in its place. True where it is worth another try.
+bool ShopSession::recover(QString& errorText, bool& repaired) {
+    QString reason;
+    if (RepairAndCompactDatabase(reason, true)) {
+        repaired = true;
+        return true;
+    }
+    const QString question = GetResString(1015, {{QStringLiteral("%1"), reason}});
+    if (window_.box(question, BoxIcon::Exclamation, BoxButtons::YesNo) != BoxAnswer::Yes) {
+        errorText = GetResString(1013);
+        return false;
+    }
+    reason.clear();
+    if (UseBackupDatabase(reason, true)) {
+        return true;
+    }
+    errorText = GetResString(1014) + QLatin1Char('\n') + reason;
+    return false;
+}
+
+// --- Closing.
+
+void ShopSession::closeStages(Trap& step) {
+    step([&] { window_.CloseServiceRows(); });
+    stages_.loading = true;
+    for (const Stage& stage : stages_) {
+        step([&] { stage.data().Close(); });
+    }
+    stages_.loading = false;
+}
+
+void ShopSession::close(bool& ok) {
+    ok = true;
+    window_.CloseServiceRows();
+    Trap step;
+    step([] { refreshCache(); });
+    if (stages_.database()) {
+        step([&] { DropWorkQueries(stages_.database(), stages_.querySuffix); });
+    }
+    step([] { refreshCache(); });
+    step.clear();
+    // What was never open is not backed up: it may be what made the start fail.
+    for (const Stage& stage : stages_) {
+        ok = ok && stage.data().isOpen();
+    }
+    closeStages(step);
+    ok = ok && !step.failed();
+    if (ok) {
+        finish();
+    }
+}
+
+void ShopSession::finish() {
+    Trap step;
+    if (!choices_.AlwaysCreateBackupDB) {
+        step([] { settings::setBoolean(settings::ProperlyClosed, true); });
+        return;
+    }
+    QString errorText;
+    bool done = false;
+    step([&] { done = BackupDatabase(errorText); });
+    if (done) {
+        return;
+    }
+    window_.box(QStringLiteral("Application has failed to create backup database:\n\n") +
+                    (step.failed() ? step.line() : errorText),
+                BoxIcon::Exclamation);
+}
+
+// --- Closing and opening again.
+
+void ShopSession::compact(QString& errorText, bool& ok) {
+    reopen(true, errorText, ok);
+}
+
+void ShopSession::restart(QString& errorText, bool& ok) {
+    reopen(false, errorText, ok);
+}
+
+void ShopSession::reopen(bool compacting, QString& errorText, bool& ok) {
+    errorText.clear();
+    editing_.save(stages_.current, ok);
+    if (!ok) {
+        return;
+    }
+    const QString failure =
+        compacting
+            ? QStringLiteral("Unexpected error(s) occured while repairing and compacting the database:")
+            : GetResString(1047);
+    Trap step;
+    closeStages(step);
+    step.clear();
+    window_.setWaiting(true);
+    QString reason;
+    if (compacting) {
+        window_.SetStatusText(QStringLiteral("Repairing & Compacting database... Please wait..."));
+        ok = RepairAndCompactDatabase(reason, true);
+    }
+    if (ok) {
+        window_.SetStatusText(GetResString(1046));
+        open(reason, ok);
+    }
+    if (ok) {
+        showReopened(step);
+        ok = !step.failed();
+        if (!ok) {
+            errorText = failure + QLatin1Char(compacting ? ' ' : '\n') + step.line();
+        }
+    } else {
+        errorText = failure + QLatin1Char('\n') + reason;
+    }
+    window_.setWaiting(false);
+    window_.SetStatusText({});
+}
+
+void ShopSession::showReopened(Trap& step) {
+    stages_.reopen(step);
+    if (stages_.current != 1) {
+        step([&] { window_.showFirstStage(); });
+    }
+    step([&] { window_.UpdateServiceButtons(); });
+    step([&] { window_.UpdateToolbarState(); });
+    step([&] { filter_.forget(); });
+}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QString>
+
+class MainView;
+class RecordEditing;
+class ShopFilter;
+class Stages;
+namespace platform {
+class Trap;
+}
+
+// What the owner of the shop chooses about closing it.
+struct SessionChoices {
+    bool AlwaysCreateBackupDB = true;
+};
+
+// The database under the open window: opening it with repair and backup at hand, closing, compacting,
+// reopening.
+class ShopSession {
+ public:
+    // All of these outlive it.
+    ShopSession(Stages& stages, RecordEditing& editing, ShopFilter& filter, const SessionChoices& choices,
+                MainView& window);
+
+    // `ok` is false with the reason in `errorText` where the shop cannot be opened, nor be mended.
+    void open(QString& errorText, bool& ok);
+    // With the backup that the owner wants. `ok` is false where not all of it had been open.
+    void close(bool& ok);
+    // Both save the record on show first; `ok` is false without a reason where that was refused.
+    void compact(QString& errorText, bool& ok);
+    void restart(QString& errorText, bool& ok);
+
+ private:
+    void openStages(platform::Trap& step);
+    void closeStages(platform::Trap& step);
+    bool recover(QString& errorText, bool& repaired);
+    void finish();
+    void reopen(bool compacting, QString& errorText, bool& ok);
+    void showReopened(platform::Trap& step);
+
+    Stages& stages_;
+    RecordEditing& editing_;
+    ShopFilter& filter_;
+    const SessionChoices& choices_;
+    MainView& window_;
+};

@@ -1,0 +1,59 @@
+#include "shell/program_windows.h"
+
+#include "catalogue/frmJM.h"
+#include "shell/frmOptions.h"
+#include "shell/frmSplash.h"
+#include "shell/frmTip.h"
+
+namespace {
+
+void openUnits(QWidget* owner) {
+    frmJM units(owner);
+    units.Display();
+    units.Unload();
+}
+
+class Windows : public ProgramWindows {
+ public:
+    bool editOptions(QWidget* owner, MainOptions& options) override {
+        frmOptions window(owner);
+        window.onUnits = [&window] { openUnits(&window); };
+        window.AlwaysCreateBackupDB = options.AlwaysCreateBackupDB;
+        window.DueDateDiff = options.DueDateDiff;
+        window.ShowFilterStatistics = options.ShowFilterStatistics;
+        window.DefaultGST = options.DefaultGST;
+        window.Display();
+        const bool taken = !window.Cancelled();
+        if (taken) {
+            options = {window.AlwaysCreateBackupDB, window.DueDateDiff, window.ShowFilterStatistics,
+                       window.DefaultGST};
+        }
+        window.Unload();
+        return taken;
+    }
+
+    // The advice stands over a window that is there already, and takes itself away: the program's own loop
+    // runs under it, so that the program can be ended meanwhile as at any other time.
+    void showTip(QWidget* owner, const std::function<void()>& onLoadFailure) override {
+        auto* tip = new frmTip(owner);
+        tip->setAttribute(Qt::WA_DeleteOnClose);
+        tip->onLoadFailure = onLoadFailure;
+        tip->Display();
+    }
+
+    void showAbout(QWidget* owner) override {
+        auto* about = new frmSplash(owner);
+        about->OpenedAsAbout = true;
+        about->setAttribute(Qt::WA_DeleteOnClose);
+        about->setCloseCallback([about] { about->close(); });
+        about->setWindowModality(Qt::ApplicationModal);
+        about->show();
+    }
+};
+
+}  // namespace
+
+ProgramWindows& programWindows() {
+    static Windows windows;
+    return windows;
+}

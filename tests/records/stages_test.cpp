@@ -1,0 +1,243 @@
+#include "records/stages.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <memory>
+
+#include "platform/controls/date_field.h"
+#include "platform/system/trap.h"
+#include "records/entry_fields.h"
+#include "records/main_fields.h"
+#include "records/main_view.h"
+#include "records/record_editing.h"
+#include "records/typed_entry.h"
+#include "support/fixture.h"
+
+namespace {
+
+using platform::BoxAnswer;
+
+// Stands where the main window stands, and writes down what it was told.
+class NotedWindow final : public MainView {
+ public:
+    BoxAnswer box(const QString& text, platform::BoxIcon, platform::BoxButtons, BoxAnswer) override {
+        said.append(text);
+        return answer;
+    }
+    void SetStatusText(const QString& text, bool) override { status.append(text); }
+    void setWaiting(bool) override {}
+    void setTabCaption(int stage, const QString& caption) override { captions[stage] = caption; }
+    void showFirstStage() override {}
+    void UpdateToolbarState() override {}
+    void UpdateServiceButtons() override {}
+    void showFilter(int) override {}
+    void showNoFilter() override {}
+    void FillServiceList(const QString&) override { ++fillings; }
+    void CloseServiceRows() override {}
+    void LoadServiceTypes() override {}
+    void showUnit() override {}
+    void EditService(int) override {}
+    void DeleteSelectedService() override {}
+
+    BoxAnswer answer = BoxAnswer::Yes;
+    QStringList said, status;
+    QHash<int, QString> captions;
+    int fillings = 0;
+};
+
+// The stages over a shop's file, with fields and selectors of their own instead of a window.
+class StagesWithoutWindow : public DeliveredFixture {
+ protected:
+    void SetUp() override {
+        DeliveredFixture::SetUp();
+        anton = addClient("Antic", "Ana");
+        peric = addClient("Peric", "Pera");
+        desk = addComputer(peric, "DESK");
+        for (int i = 0; i < EntryFields::kCount; ++i) {
+            fields.texts[static_cast<size_t>(i)] = new QLineEdit(&pane);
+        }
+        fields.texts[18] = new QPlainTextEdit(&pane);
+        fields.texts[36] = new QPlainTextEdit(&pane);
+        for (platform::DateField*& date : fields.dates) {
+            date = new platform::DateField(true, &pane);
+        }
+        fields.firm = new QCheckBox(&pane);
+        for (int i = 0; i < kSelectorCount; ++i) {
+            stages[i].setSelector(new platform::Selector(&pane));
+        }
+        for (const Stage& stage : stages) {
+            for (const EntryRow& row : stage.rows()) {
+                stage.data().bind(fields.of(row), QLatin1String(row.field));
+            }
+        }
+    }
+    void TearDown() override {
+        for (const Stage& stage : stages) {
+            stage.data().Close();
+        }
+        DeliveredFixture::TearDown();
+    }
+    // All clients and all computers, straight from the tables.
+    void read() {
+        closeDatabases();
+        for (int i = 0; i < kSelectorCount; ++i) {
+            stages[i].data().DatabaseName = databaseFile();
+            stages[i].data().Connect = connectText();
+            stages[i].refresh(platform::Selection::all(QLatin1String(stages[i].facts().table)));
+            stages.fill(i);
+        }
+    }
+    void type(int index, const QString& text) { fields.setText(index, text); }
+    QString surnameOf(int client) {
+        return QString::fromStdString(valueOf("Customers", "CustID", client, "Surname").asText());
+    }
+
+    int anton = 0, peric = 0, desk = 0;
+    QWidget pane;
+    EntryFields fields;
+    ListOrder order;
+    NotedWindow window;
+    Stages stages{fields, order, window, &pane};
+    RecordEditing editing{stages, fields, window};
+};
+
+TEST_F(StagesWithoutWindow, ReadTheStoredQueriesOfThisCopy) {
+    stages.querySuffix = 3;
+    const char* queries[] = {"QDCustomers3", "QDComputers3", "QDServices3"};
+    for (int i = 0; i < kStageCount; ++i) {
+        EXPECT_EQ(stages.query(i), queries[i]);
+        EXPECT_EQ(stages.all(i).text(), QStringLiteral("SELECT * FROM ") + queries[i]);
+    }
+    EXPECT_EQ(stages.all(kServices, platform::Selection::Words::Initials).text(),
+              "Select * FROM QDServices3");
+}
+
+TEST_F(StagesWithoutWindow, AStageShowsWhatBelongsToTheOneBefore) {
+    EXPECT_EQ(stages.computersOfClient().text(), "SELECT * FROM QDComputers0 WHERE CustID=-1");
+    EXPECT_EQ(stages.servicesOfComputer().text(), "SELECT * FROM QDServices0 WHERE MachineID=-1");
+    stages[kClients].selector().setEntries({{"Antic, Ana", 7}, {"Peric, Pera", 4}});
+    stages[kComputers].selector().setEntries({{"DESK", 12}});
+    stages[kClients].select(1);
+    stages[kComputers].select(0);
+    EXPECT_EQ(stages.computersOfClient().text(), "SELECT * FROM QDComputers0 WHERE CustID=4");
+    EXPECT_EQ(stages.servicesOfComputer().text(), "SELECT * FROM QDServices0 WHERE MachineID=12");
+    order.LVWSorted = true;
+    order.LVWSortField = QStringLiteral("Paid");
+    order.LVWSortOrder = QStringLiteral("DESC");
+    EXPECT_EQ(stages.computersOfClient().text(), "SELECT * FROM QDComputers0 WHERE CustID=4");
+    EXPECT_EQ(stages.servicesOfComputer().text(),
+              "SELECT * FROM QDServices0 WHERE MachineID=12 ORDER BY Paid DESC");
+}
+
+TEST_F(StagesWithoutWindow, FillingShowsTheFirstRecordAndWritesItOnTheTab) {
+    read();
+    EXPECT_EQ(window.captions.value(1), "Antic, Ana");
+    EXPECT_EQ(window.captions.value(2), "DESK");
+    EXPECT_EQ(stages[kClients].chosen(), anton);
+    EXPECT_EQ(stages[kClients].key(), anton);
+    EXPECT_EQ(stages[kClients].remembered, 0);
+    EXPECT_FALSE(stages[kClients].isLocked());
+    EXPECT_FALSE(stages.loading);
+}
+
+TEST_F(StagesWithoutWindow, AnEmptyStageIsLockedUnderItsUsualCaption) {
+    read();
+    stages[kComputers].refresh(platform::Selection::all("Computers").matching("CustID=-1"));
+    stages.fill(kComputers);
+    EXPECT_TRUE(stages[kComputers].isLocked());
+    EXPECT_TRUE(stages[kComputers].isEmpty());
+    EXPECT_EQ(window.captions.value(2), GetResString(102));
+    EXPECT_TRUE(qobject_cast<QLineEdit*>(fields.texts[kMachineName])->isReadOnly());
+    EXPECT_FALSE(qobject_cast<QLineEdit*>(fields.texts[kSurname])->isReadOnly());
+}
+
+TEST_F(StagesWithoutWindow, AStageThatCouldNotBeReadIsStale) {
+    read();
+    const platform::Selection clients = platform::Selection::all("Customers");
+    EXPECT_FALSE(stages[kClients].isStale(platform::Selection::all("CUSTOMERS")));
+    EXPECT_THROW(stages[kClients].refresh(platform::Selection::all("NoSuchTable")), dao::Error);
+    EXPECT_TRUE(stages[kClients].isStale(platform::Selection::all("NoSuchTable")));
+    EXPECT_TRUE(stages[kClients].isStale(clients));
+}
+
+TEST_F(StagesWithoutWindow, WhatIsMissingIsAskedForInTheOrderOfThePane) {
+    int focus = 0;
+    EXPECT_EQ(stages[kClients].missing(focus).split('\n').size(), 6);
+    EXPECT_EQ(focus, kSurname);
+    type(kSurname, "Antic");
+    type(kGivenName, " ");
+    EXPECT_EQ(stages[kClients].missing(focus).split('\n').first(), GetResString(120));
+    EXPECT_EQ(focus, kGivenName);
+    EXPECT_EQ(stages[kComputers].missing(focus), GetResString(125));
+    EXPECT_EQ(focus, kMachineName);
+    type(kMachineName, "DESK");
+    EXPECT_EQ(stages[kComputers].missing(focus), "");
+    EXPECT_EQ(focus, -1);
+    EXPECT_EQ(stages[kServices].missing(focus), "");
+}
+
+TEST_F(StagesWithoutWindow, ChoosingAnotherClientWritesTheOneThatIsLeft) {
+    read();
+    type(kSurname, "Arsic");
+    stages.fieldTyped(kClients, fields.texts[kSurname]);
+    EXPECT_TRUE(stages[kClients].dirty);
+    stages[kClients].selector().setCurrentIndex(1);
+    editing.choose(kClients);
+    EXPECT_EQ(surnameOf(anton), "Arsic");
+    EXPECT_EQ(stages[kClients].key(), peric);
+    EXPECT_FALSE(stages[kClients].dirty);
+    EXPECT_EQ(stages[kClients].remembered, 1);
+    EXPECT_EQ(window.captions.value(1), "Peric, Pera");
+    EXPECT_EQ(window.captions.value(2), GetResString(102)) << "no computer of this client is chosen yet";
+}
+
+TEST_F(StagesWithoutWindow, WhoStaysToMendHasTheirEntryBack) {
+    read();
+    type(kSurname, "");
+    stages.fieldTyped(kClients, fields.texts[kSurname]);
+    stages[kClients].selector().setCurrentIndex(1);
+    editing.choose(kClients);
+    EXPECT_EQ(window.said.size(), 1);
+    EXPECT_EQ(stages[kClients].selector().currentIndex(), 0);
+    EXPECT_EQ(stages[kClients].key(), anton);
+    EXPECT_TRUE(stages[kClients].dirty);
+    window.answer = BoxAnswer::No;
+    stages[kClients].selector().setCurrentIndex(1);
+    editing.choose(kClients);
+    EXPECT_EQ(stages[kClients].key(), peric);
+    EXPECT_EQ(surnameOf(anton), "Antic");
+}
+
+TEST_F(StagesWithoutWindow, TypedTextGoesBackIntoItsStageAndMarksIt) {
+    read();
+    type(kSurname, "Arsic");
+    fields.dates[0]->setValue(QDate(1970, 5, 4));
+    const TypedEntry typed(stages[kClients]);
+    stages[kClients].data().UpdateControls();
+    EXPECT_EQ(fields.text(kSurname), "Antic");
+    typed.putBack(stages[kClients]);
+    EXPECT_EQ(fields.text(kSurname), "Arsic");
+    EXPECT_EQ(fields.dates[0]->value(), QDate(1970, 5, 4));
+    EXPECT_TRUE(stages[kClients].dirty);
+    EXPECT_TRUE(TypedEntry(stages[kComputers]).isEmpty());
+}
+
+TEST_F(StagesWithoutWindow, AMoveAheadReadsAStageOnlyWhereItsRecordsAreOthers) {
+    read();
+    platform::Trap step;
+    stages[kServices].data().DatabaseName = databaseFile();
+    stages[kServices].data().Connect = connectText();
+    stages[kServices].data().select(stages.servicesOfComputer());
+    stages.updateAhead(2, 3, step);
+    EXPECT_EQ(window.fillings, 0);
+    stages[kServices].data().select({});
+    stages.updateAhead(3, 1, step);
+    EXPECT_EQ(window.fillings, 0) << "a move back changes nothing";
+    stages.updateAhead(2, 3, step);
+    EXPECT_EQ(window.fillings, 1);
+    EXPECT_EQ(window.status, QStringList({"Working... Please Wait...", ""}));
+    EXPECT_TRUE(step.failed()) << "this file has no stored query of ours, and that is told";
+}
+
+}  // namespace
