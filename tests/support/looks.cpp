@@ -1,0 +1,498 @@
+#include "support/looks.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAction>
+#include <QApplication>
+#include <QBoxLayout>
+#include <QComboBox>
+#include <QDate>
+#include <QDir>
+#include <QFile>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHash>
+#include <QHeaderView>
+#include <QIcon>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMetaEnum>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSplitter>
+#include <QTabWidget>
+#include <QTextBrowser>
+#include <QToolBar>
+#include <QToolButton>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/controls/pictures.h"
+#include "platform/report/document.h"
+#include "platform/report/report.h"
+#include "support/places.h"
+
+namespace {
+
+QString quoted(QString text) {
+    text.replace(QLatin1Char('\n'), QStringLiteral("\\n")).replace(QLatin1Char('\t'), QStringLiteral("\\t"));
+    return QLatin1Char('"') + text + QLatin1Char('"');
+}
+
+// One line of the description: its words are added where there is something to say.
+class Line {
+ public:
+    Line(int depth, const QString& head) : text_(QString(2 * depth, QLatin1Char(' ')) + head) {}
+    Line& say(const char* what, const QString& value) {
+        if (!value.isEmpty()) {
+            text_ += QLatin1Char(' ') + QLatin1String(what) + QLatin1Char('=') + quoted(value);
+        }
+        return *this;
+    }
+    Line& flag(const char* what, bool is) {
+        if (is) {
+            text_ += QLatin1Char(' ') + QLatin1String(what);
+        }
+        return *this;
+    }
+    Line& number(const char* what, qint64 value, qint64 usual) {
+        if (value != usual) {
+            text_ += QStringLiteral(" %1=%2").arg(QLatin1String(what)).arg(value);
+        }
+        return *this;
+    }
+    Line& add(const QString& words) {
+        text_ += QLatin1Char(' ') + words;
+        return *this;
+    }
+    const QString& text() const { return text_; }
+
+ private:
+    QString text_;
+};
+
+// What kind of control a person would call it; the windows' own classes are nobody's business here.
+QString kindOf(const QWidget& widget) {
+    const QMetaObject* kind = widget.metaObject();
+    while (*kind->className() != 'Q' && qstrncmp(kind->className(), "platform::", 10) != 0) {
+        kind = kind->superClass();
+    }
+    return QLatin1String(kind->className());
+}
+
+// Which of our drawings an icon is; "?" for another one. Told by the picture itself: an icon does not keep
+// its name.
+QString drawingOf(const QIcon& icon) {
+    constexpr int kSide = 32;
+    if (icon.isNull()) {
+        return {};
+    }
+    static const QHash<QString, QImage> kDrawings = [] {
+        QHash<QString, QImage> images;
+        platform::icon(QString());  // the drawings are there from now on
+        for (const QString& file : QDir(QStringLiteral(":/icons")).entryList()) {
+            const QString name = QFileInfo(file).completeBaseName();
+            images.insert(name, platform::icon(name).pixmap(kSide).toImage());
+        }
+        return images;
+    }();
+    const QString name = kDrawings.key(icon.pixmap(kSide, QIcon::Normal).toImage());
+    return name.isEmpty() ? QStringLiteral("?") : name;
+}
+
+QString drawingOf(const QVariant& decoration) {
+    return decoration.isNull() ? QString() : drawingOf(decoration.value<QIcon>());
+}
+
+QString alignmentOf(Qt::Alignment alignment) {
+    return QString::fromLatin1(QMetaEnum::fromType<Qt::Alignment>().valueToKeys(alignment.toInt()));
+}
+
+class Description {
+ public:
+    explicit Description(const QWidget& window) { describe(window, 0); }
+    QString text() const { return lines_.join(QLatin1Char('\n')) + QLatin1Char('\n'); }
+
+ private:
+    void put(const Line& line) { lines_.append(line.text()); }
+
+    static bool isInside(const QWidget& widget) {
+        return qobject_cast<const QScrollBar*>(&widget) != nullptr ||
+               qobject_cast<const QHeaderView*>(&widget) != nullptr ||
+               widget.inherits("QLineEditIconButton") || widget.inherits("QToolBarExtension") ||
+               widget.inherits("QComboBoxPrivateContainer") ||
+               (qobject_cast<const QComboBox*>(widget.parentWidget()) != nullptr);
+    }
+
+    static void describeLetters(const QWidget& widget, Line& line) {
+        const QFont usual = QApplication::font();
+        const QFont font = widget.font();
+        line.flag("bold", font.bold()).flag("italic", font.italic()).flag("underlined", font.underline());
+        line.say("letters", font.family() == usual.family() ? QString() : font.family());
+        const double size = font.pointSizeF() / usual.pointSizeF();
+        if (std::abs(size - 1) > 0.01) {
+            line.add(QStringLiteral("size=%1").arg(size, 0, 'f', 2));
+        }
+    }
+
+    static void describeColours(const QWidget& widget, Line& line) {
+        const QPalette usual = QApplication::palette();
+        const std::pair<const char*, QPalette::ColorRole> roles[] = {{"window", QPalette::Window},
+                                                                     {"words", QPalette::WindowText},
+                                                                     {"base", QPalette::Base},
+                                                                     {"text", QPalette::Text}};
+        for (const auto& [name, role] : roles) {
+            const QColor colour = widget.palette().color(QPalette::Active, role);
+            if (colour != usual.color(QPalette::Active, role)) {
+                line.add(QStringLiteral("%1=%2").arg(QLatin1String(name), colour.name()));
+            }
+        }
+        const QWidget* parent = widget.parentWidget();
+        line.number("ground", widget.backgroundRole(),
+                    parent == nullptr ? QPalette::Window : parent->backgroundRole());
+        line.flag("filled", widget.autoFillBackground());
+    }
+
+    static void describeKind(const QWidget& widget, Line& line) {
+        if (const auto* label = qobject_cast<const QLabel*>(&widget)) {
+            const bool isClock = label->objectName() == QLatin1String("Panel(Time)");
+            line.say("text", isClock ? QString() : label->text())
+                .flag("picture", !label->pixmap(Qt::ReturnByValue).isNull());
+            line.flag("wraps", label->wordWrap()).add(alignmentOf(label->alignment()));
+            line.say("buddy", label->buddy() == nullptr ? QString() : label->buddy()->objectName());
+        } else if (const auto* button = qobject_cast<const QAbstractButton*>(&widget)) {
+            line.say("text", button->text()).say("picture", drawingOf(button->icon()));
+            line.flag("checkable", button->isCheckable()).flag("checked", button->isChecked());
+            line.say("key", button->shortcut().toString());
+            if (const auto* push = qobject_cast<const QPushButton*>(button)) {
+                line.flag("default", push->isDefault()).flag("auto-default", push->autoDefault());
+            }
+        } else if (const auto* field = qobject_cast<const QLineEdit*>(&widget)) {
+            line.number("letters-at-most", field->maxLength(), 32767).flag("read-only", field->isReadOnly());
+            line.say("hint", field->placeholderText()).number("echo", field->echoMode(), 0);
+            line.flag("right", field->alignment().testFlag(Qt::AlignRight));
+        } else if (const auto* plain = qobject_cast<const QPlainTextEdit*>(&widget)) {
+            line.flag("read-only", plain->isReadOnly()).flag("tab-leaves", plain->tabChangesFocus());
+        } else if (const auto* rich = qobject_cast<const QTextEdit*>(&widget)) {
+            line.flag("read-only", rich->isReadOnly()).flag("tab-leaves", rich->tabChangesFocus());
+        } else if (const auto* combo = qobject_cast<const QComboBox*>(&widget)) {
+            line.flag("editable", combo->isEditable());
+        } else if (const auto* group = qobject_cast<const QGroupBox*>(&widget)) {
+            line.say("title", group->title()).flag("checkable", group->isCheckable());
+        } else if (const auto* bar = qobject_cast<const QProgressBar*>(&widget)) {
+            line.flag("without-text", !bar->isTextVisible());
+        } else if (const auto* splitter = qobject_cast<const QSplitter*>(&widget)) {
+            line.flag("can-close", splitter->childrenCollapsible())
+                .number("direction", splitter->orientation(), 0);
+        }
+        if (const auto* frame = qobject_cast<const QFrame*>(&widget)) {
+            line.number("frame", frame->frameStyle(), 0);
+        }
+    }
+
+    void describeAction(const QAction& action, int depth) {
+        if (action.isSeparator()) {
+            put(Line(depth, QStringLiteral("---")));
+            return;
+        }
+        Line line(depth, QStringLiteral("command"));
+        line.say("name", action.objectName()).say("text", action.text());
+        if (action.toolTip() != QString(action.text()).remove(QLatin1Char('&'))) {
+            line.say("tip", action.toolTip());
+        }
+        line.say("key", action.shortcut().toString()).say("picture", drawingOf(action.icon()));
+        line.flag("disabled", !action.isEnabled()).flag("hidden", !action.isVisible());
+        line.flag("checkable", action.isCheckable()).flag("checked", action.isChecked());
+        put(line);
+        if (const QMenu* menu = action.menu<QMenu*>()) {
+            describeActions(*menu, depth + 1);
+        }
+    }
+
+    void describeActions(const QWidget& widget, int depth) {
+        for (const QAction* action : widget.actions()) {
+            describeAction(*action, depth);
+        }
+    }
+
+    void describeColumns(const QAbstractItemView& view, int depth) {
+        const QAbstractItemModel* model = view.model();
+        const auto* header = view.findChild<QHeaderView*>();
+        if (model == nullptr || header == nullptr || header->isHidden()) {
+            return;
+        }
+        for (int column = 0; column < model->columnCount(); ++column) {
+            Line line(depth, QStringLiteral("column"));
+            line.say("text", model->headerData(column, Qt::Horizontal).toString());
+            line.add(alignmentOf(
+                Qt::Alignment(model->headerData(column, Qt::Horizontal, Qt::TextAlignmentRole).toInt())));
+            line.say("picture", drawingOf(model->headerData(column, Qt::Horizontal, Qt::DecorationRole)));
+            line.number("place", header->visualIndex(column), column);
+            put(line);
+        }
+    }
+
+    void describeRows(const QAbstractItemView& view, int depth) {
+        constexpr int kEnough = 3;
+        const QAbstractItemModel* model = view.model();
+        for (int row = 0; model != nullptr && row < qMin(model->rowCount(), kEnough); ++row) {
+            Line line(depth, QStringLiteral("row"));
+            for (int column = 0; column < model->columnCount(); ++column) {
+                const QModelIndex index = model->index(row, column);
+                line.add(quoted(index.data().toString()));
+                line.say("picture", drawingOf(index.data(Qt::DecorationRole)));
+                const QVariant aligned = index.data(Qt::TextAlignmentRole);
+                line.say("aligned",
+                         aligned.isNull() ? QString() : alignmentOf(Qt::Alignment(aligned.toInt())));
+            }
+            put(line);
+        }
+    }
+
+    void describeLayout(const QLayout& layout, int depth) {
+        const QMargins margins = layout.contentsMargins();
+        Line line(depth, QLatin1String(layout.metaObject()->className()));
+        line.add(QStringLiteral("margins=%1,%2,%3,%4 spacing=%5")
+                     .arg(margins.left())
+                     .arg(margins.top())
+                     .arg(margins.right())
+                     .arg(margins.bottom())
+                     .arg(layout.spacing()));
+        if (const auto* grid = qobject_cast<const QGridLayout*>(&layout)) {
+            for (int column = 0; column < grid->columnCount(); ++column) {
+                line.number("stretch", grid->columnStretch(column), 0);
+            }
+            for (int row = 0; row < grid->rowCount(); ++row) {
+                line.number("downwards", grid->rowStretch(row), 0);
+            }
+            line.number("between-columns", grid->horizontalSpacing(), layout.spacing());
+            line.number("between-rows", grid->verticalSpacing(), layout.spacing());
+        }
+        put(line);
+        for (int i = 0; i < layout.count(); ++i) {
+            const QLayoutItem* item = const_cast<QLayout&>(layout).itemAt(i);
+            Line place(depth + 1, QStringLiteral("at"));
+            if (const auto* grid = qobject_cast<const QGridLayout*>(&layout)) {
+                int row = 0, column = 0, rows = 1, columns = 1;
+                grid->getItemPosition(i, &row, &column, &rows, &columns);
+                place.add(QStringLiteral("%1,%2").arg(row).arg(column));
+                place.number("rows", rows, 1).number("columns", columns, 1);
+            } else if (const auto* box = qobject_cast<const QBoxLayout*>(&layout)) {
+                place.number("stretch", box->stretch(i), 0);
+            }
+            place.say("aligned", alignmentOf(item->alignment()));
+            if (const QWidget* widget = const_cast<QLayoutItem*>(item)->widget()) {
+                place.add(kindOf(*widget) + QLatin1Char(' ') + quoted(widget->objectName()));
+            }
+            put(place);
+            if (const QLayout* inside = const_cast<QLayoutItem*>(item)->layout()) {
+                describeLayout(*inside, depth + 2);
+            }
+        }
+    }
+
+    void describe(const QWidget& widget, int depth) {
+        if (widget.objectName().startsWith(QLatin1String("qt_")) &&
+            qobject_cast<const QTabBar*>(&widget) == nullptr) {
+            return describeInside(widget,
+                                  depth);  // the toolkit's own, such as the room between tabs and pages
+        }
+        Line line(depth, kindOf(widget));
+        line.say("name", widget.objectName()).say("title", widget.windowTitle());
+        line.flag("hidden", widget.isHidden()).flag("disabled", !widget.isEnabled());
+        describeKind(widget, line);
+        // The clock tells the time and, in its tip, the day: another text each day.
+        const bool isClock = widget.objectName() == QLatin1String("Panel(Time)");
+        line.say("tip", isClock ? QString() : widget.toolTip()).say("says", widget.accessibleName());
+        line.number("focus", widget.focusPolicy(), Qt::NoFocus);
+        describeLetters(widget, line);
+        describeColours(widget, line);
+        for (const QByteArray& property : widget.dynamicPropertyNames()) {
+            if (!property.startsWith("_q_") && !property.startsWith("qt_")) {
+                line.say(property.constData(), widget.property(property.constData()).toString());
+            }
+        }
+        put(line);
+        if (qobject_cast<const QToolBar*>(&widget) != nullptr ||
+            qobject_cast<const QMenuBar*>(&widget) != nullptr) {
+            describeActions(widget, depth + 1);
+        }
+        if (const auto* tabs = qobject_cast<const QTabBar*>(&widget)) {
+            for (int i = 0; i < tabs->count(); ++i) {
+                put(Line(depth + 1, QStringLiteral("tab"))
+                        .say("text", tabs->tabText(i))
+                        .say("tip", tabs->tabToolTip(i))
+                        .say("picture", drawingOf(tabs->tabIcon(i)))
+                        .flag("current", i == tabs->currentIndex()));
+            }
+        }
+        if (const auto* view = qobject_cast<const QAbstractItemView*>(&widget)) {
+            describeColumns(*view, depth + 1);
+            describeRows(*view, depth + 1);
+        }
+        if (widget.layout() != nullptr && !widget.inherits("QMainWindow") && !widget.inherits("QToolBar")) {
+            describeLayout(*widget.layout(), depth + 1);
+        }
+        describeInside(widget, depth + 1);
+    }
+
+    void describeInside(const QWidget& widget, int depth) {
+        QList<const QWidget*> all;
+        for (const QObject* child : widget.children()) {
+            const auto* inside = qobject_cast<const QWidget*>(child);
+            if (inside != nullptr && !inside->isWindow() && !isInside(*inside)) {
+                all.append(inside);
+            }
+        }
+        // By name: nobody sees in which order they were made.
+        std::stable_sort(all.begin(), all.end(), [](const QWidget* one, const QWidget* other) {
+            return one->objectName() < other->objectName();
+        });
+        for (const QWidget* inside : all) {
+            describe(*inside, depth);
+        }
+    }
+
+    QStringList lines_;
+};
+
+// The way of the Tab key through a window: a ring, so told from the control that has the focus.
+QString wayOfTab(const QWidget& window) {
+    const QWidget* start = window.focusWidget() != nullptr ? window.focusWidget() : &window;
+    QStringList names;
+    const QWidget* widget = start;
+    do {
+        if (widget->window() == &window && (widget->focusPolicy() & Qt::TabFocus) != 0 &&
+            !widget->objectName().startsWith(QLatin1String("qt_")) && !widget->objectName().isEmpty()) {
+            names.append(widget->objectName());
+        }
+        widget = widget->nextInFocusChain();
+    } while (widget != start && widget != nullptr);
+    return QStringLiteral("Tab: ") + names.join(QLatin1Char(' ')) + QLatin1Char('\n');
+}
+
+QString describe(const report::Document& document) {
+    QStringList lines{
+        QStringLiteral("%1 %2x%3").arg(quoted(document.title)).arg(document.width).arg(document.height)};
+    for (const report::Page& page : document.pages) {
+        lines.append(QStringLiteral("page"));
+        for (const report::PageItem& item : page.items) {
+            const report::ItemStyle& style = document.styles.at(static_cast<size_t>(item.style));
+            Line line(1, QStringLiteral("%1").arg(static_cast<int>(item.kind)));
+            line.say("text", item.text)
+                .add(QStringLiteral("%1 %2").arg(style.points).arg(style.color.name()));
+            line.flag("bold", style.bold)
+                .flag("italic", style.italic)
+                .say("letters", style.family == QApplication::font().family() ? QString() : style.family);
+            if (item.kind != report::PageItem::Kind::Text) {
+                line.add(QStringLiteral("left=%1 right=%2 line=%3")
+                             .arg(item.place.left())
+                             .arg(item.place.right())
+                             .arg(style.lineWidth));
+            }
+            lines.append(line.text());
+        }
+    }
+    for (const report::ContentsEntry& entry : document.contents) {
+        lines.append(
+            QStringLiteral("contents %1 %2 %3").arg(entry.level).arg(entry.page).arg(quoted(entry.text)));
+    }
+    return lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
+}
+
+// A design: what stands where in each of its sections.
+QString describe(report::Report& report, const QStringList& sections) {
+    QStringList lines;
+    for (const QString& name : sections) {
+        report::Section& section = report.Sections(name);
+        Line head(0, name);
+        head.number("kind", static_cast<int>(section.kind()), -1).number("height", section.Height, 0);
+        head.flag("hidden", !section.Visible)
+            .flag("shrinks", section.CanShrink)
+            .flag("repeats", section.RepeatOnPage);
+        lines.append(head.say("field", section.DataField).text());
+        for (const auto& control : section.all()) {
+            using Kind = report::Control::Kind;
+            const bool isLine = control->kind == Kind::Line, isShape = control->kind == Kind::Shape;
+            Line line(1, quoted(control->name));
+            line.add(QString::number(static_cast<int>(control->kind))).flag("hidden", !control->Visible);
+            if (isLine) {
+                line.add(QStringLiteral("from %1,%2 to %3,%4")
+                             .arg(control->X1)
+                             .arg(control->Y1)
+                             .arg(control->X2)
+                             .arg(control->Y2));
+            } else {
+                line.add(QStringLiteral("at %1,%2 %3x%4")
+                             .arg(control->Left)
+                             .arg(control->Top)
+                             .arg(control->Width)
+                             .arg(control->Height));
+            }
+            if (isLine || isShape) {
+                line.add(control->lineColor.name()).number("line", control->lineWidth, 15);
+                line.say("fill", control->fill ? control->fill->name() : QString());
+            } else if (control->kind == Kind::Image) {
+                line.say("picture", control->picture);
+            } else {
+                line.flag("grows", control->CanGrow).say("caption", control->Caption);
+                line.say("field", control->DataField).say("format", control->OutputFormat);
+                line.add(QStringLiteral("%1 %2 %3")
+                             .arg(control->style.points)
+                             .arg(control->style.color.name())
+                             .arg(static_cast<int>(control->style.align)));
+                line.flag("bold", control->style.bold).flag("italic", control->style.italic);
+            }
+            lines.append(line.text());
+        }
+    }
+    return lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
+}
+
+void compare(QString found, const QString& name) {
+    if (name.startsWith(QLatin1String("document_"))) {  // these number by the year of today
+        found.replace(QString::number(QDate::currentDate().year()), QStringLiteral("YEAR"));
+    }
+    const QString path =
+        QString::fromUtf8(tests::kSourceFolder) + QStringLiteral("/looks/") + name + QStringLiteral(".txt");
+    QFile file(path);
+    if (qEnvironmentVariableIsSet("TARVELLO_WRITE_LOOKS")) {
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(found.toUtf8());
+        return;
+    }
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+    const QStringList wanted = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+    const QStringList lines = found.split(QLatin1Char('\n'));
+    int told = 0;
+    for (qsizetype i = 0; i < qMax(wanted.size(), lines.size()) && told < 10; ++i) {
+        if (wanted.value(i) != lines.value(i)) {
+            ADD_FAILURE() << name.toStdString() << ", line " << i + 1
+                          << "\n  it was: " << wanted.value(i).toStdString()
+                          << "\n  it is:  " << lines.value(i).toStdString();
+            ++told;
+        }
+    }
+}
+
+}  // namespace
+
+void expectLooks(const QWidget& window, const QString& name) {
+    compare(Description(window).text() + wayOfTab(window), name);
+}
+
+void expectLooks(const report::Document& document, const QString& name) {
+    compare(describe(document), name);
+}
+
+void expectDesign(report::Report& report, const QStringList& sections, const QString& name) {
+    compare(describe(report, sections), name);
+}
