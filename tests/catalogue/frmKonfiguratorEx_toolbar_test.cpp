@@ -5,6 +5,8 @@ namespace {
 
 using platform::BoxAnswer;
 
+const char* const kGoesOn = "the work goes on in the list";
+
 class ToolbarFromSearchBox : public CatalogueCommands {
  protected:
     // The window, with these two rows chosen and the focus in the search box of a pane.
@@ -26,6 +28,7 @@ TEST_F(ToolbarFromSearchBox, NewAddsToItsList) {
         boxes.answers = {BoxAnswer::No};
         atInput({}, [&] { clickToolbar("new"); });
         EXPECT_EQ(texts(manufacturers()), "Adler,Bergen,Celta,DELTA");
+        EXPECT_EQ(window().focusWidget(), &manufacturers()) << kGoesOn;
     });
 }
 
@@ -35,7 +38,7 @@ TEST_F(ToolbarFromSearchBox, EditRenamesItsRow) {
         atInput({}, [&] { clickToolbar("edit"); });
         EXPECT_EQ(texts(manufacturers()), "Adler,BERN,Celta");
         EXPECT_EQ(search(1)->text(), "BERN");
-        EXPECT_EQ(window().focusWidget(), &manufacturers()) << "the work goes on in the list";
+        EXPECT_EQ(window().focusWidget(), &manufacturers()) << kGoesOn;
     });
     EXPECT_EQ(valueOf("Proizvodjaci", "ID", bergen, "Proizvodjac").asText(), "BERN");
 }
@@ -60,6 +63,7 @@ TEST_F(ToolbarFromSearchBox, DeleteAllTakesItsList) {
         EXPECT_TRUE(boxes.lastText().startsWith("Upravo se spremate da izbrisete sve proizvodjace"))
             << boxes.lastText().toStdString();
         EXPECT_EQ(texts(manufacturers()), "");
+        EXPECT_EQ(window().focusWidget(), &manufacturers()) << kGoesOn;
         EXPECT_EQ(texts(groups()), "Monitori,Procesori,Prazna");
     });
 }
@@ -83,6 +87,7 @@ TEST_F(ToolbarFromSearchBox, UnsortTakesItsOrderAway) {
         QTest::mouseClick(search(1), Qt::LeftButton);
         clickToolbar("unsort");
         EXPECT_EQ(texts(manufacturers()), "Adler,Bergen,Celta");
+        EXPECT_EQ(window().focusWidget(), &manufacturers()) << kGoesOn;
         EXPECT_EQ(window().SortTagOf[1], "0Proizvodjac0");
     });
 }
@@ -122,6 +127,7 @@ TEST_F(ToolbarFromSearchBox, TheKeysStayWithTheTextAndTheProducts) {
         search(1)->setFocus();
         atInput({named("22 inca", 1)}, [&] { QTest::keyClick(search(1), Qt::Key_N, Qt::ControlModifier); });
         EXPECT_EQ(productNames(), "21 inca,22 inca");
+        EXPECT_EQ(window().focusWidget(), &products()) << "the new product is the one to go on with";
     });
     EXPECT_EQ(countRows("Proizvodjaci"), 3);
 }

@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "support/fixture.h"
+#include "support/looks.h"
 
 namespace {
 
@@ -30,7 +31,15 @@ TEST(CatalogueText, TellsGroupsManufacturersAndProducts) {
     ASSERT_THAT(catalogue.products, SizeIs(2));
     EXPECT_EQ(catalogue.products[0].name, "One");
     EXPECT_EQ(catalogue.products[0].note, "a note");
+    EXPECT_EQ(catalogue.products[0].description, "text one");
+    EXPECT_EQ(catalogue.products[0].unit, "Kom.");
+    EXPECT_EQ(catalogue.products[0].group, 0);
+    EXPECT_EQ(catalogue.products[0].manufacturer, 0);
+    EXPECT_EQ(catalogue.products[0].stock, 3.0F);
     EXPECT_EQ(catalogue.products[0].price, 12.5F);
+    EXPECT_EQ(catalogue.products[1].name, "Two");
+    EXPECT_EQ(catalogue.products[1].stock, 0.0F);
+    EXPECT_EQ(catalogue.products[1].price, 0.75F);
     EXPECT_EQ(catalogue.products[1].manufacturer, 1);
     EXPECT_EQ(catalogue.products[1].unit, "m");
     EXPECT_EQ(catalogue.products[1].note, "");
@@ -125,6 +134,24 @@ TEST_F(DeliveredCatalogue, PutsEveryProductIntoAGroupAndGivesItAManufacturer) {
         countRows("Oprema"));
     EXPECT_GT(countRows("Grupe"), 15);
     EXPECT_GT(countRows("Proizvodjaci"), 30);
+}
+
+// Every product with each of its cells, as the text of the catalogue tells it.
+TEST_F(DeliveredCatalogue, IsTheOneThatWasWritten) {
+    QString found;
+    dao::Recordset rows = openDatabase().OpenRecordset(
+        "SELECT Grupe.Grupa, Proizvodjaci.Proizvodjac, Oprema.Naziv, Oprema.JM, Oprema.Stanje, Oprema.Cena, "
+        "Oprema.Napomena, Oprema.Opis FROM (Oprema INNER JOIN Grupe ON Oprema.IDGrupe = Grupe.ID) INNER JOIN "
+        "Proizvodjaci ON Oprema.IDProizvodjaca = Proizvodjaci.ID ORDER BY Oprema.ID",
+        dao::dbOpenSnapshot);
+    for (; !rows.EOF(); rows.MoveNext()) {
+        for (int i = 0; i < rows.FieldCount(); ++i) {
+            found += QString::fromStdString(rows.Fields(i).Value().asText()) + QLatin1Char('|');
+        }
+        found += QLatin1Char('\n');
+    }
+    rows.Close();
+    expectText(found, QStringLiteral("delivered_catalogue"));
 }
 
 TEST_F(DeliveredCatalogue, WritesNoBarIntoANote) {

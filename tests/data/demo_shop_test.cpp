@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "support/fixture.h"
+#include "support/looks.h"
 
 namespace {
 
@@ -143,6 +144,13 @@ TEST_F(DemoShop, IsTheSameEachTime) {
     closeDatabases();
     useDemo();
     EXPECT_EQ(dumpShop(), first);
+}
+
+// The shop that newcomers and the pictures of the help show, row by row as it was looked at.
+TEST_F(DemoShop, IsTheOneThatNewcomersKnow) {
+    useDemo();
+    expectText(QString::fromStdString(dumpShop()).replace(QChar(0x1f), QLatin1Char('|')),
+               QStringLiteral("demo_shop"));
 }
 
 TEST_F(DemoShop, IsAnotherWithAnotherSeed) {

@@ -321,6 +321,24 @@ TEST_F(WholeShop, AddGivenUpAfterARefreshGoesBackToTheClientBefore) {
     EXPECT_EQ(countRows("Customers"), 2);
 }
 
+TEST_F(WholeShop, AddGivenUpAfterARefreshGoesBackToTheComputerBefore) {
+    start();
+    choose(0, "Babic, Bo");
+    tab(2);
+    choose(1, "Tower");
+    tool("NewRecord");
+    type(20, "nothing yet");
+    tool("Refresh");
+    boxes.answers << platform::BoxAnswer::No;
+    tool("SaveRecord");
+    EXPECT_FALSE(win().AddNewMode);
+    EXPECT_EQ(chosen(0), "Babic, Bo");
+    EXPECT_EQ(chosen(1), "Tower");
+    EXPECT_EQ(text(19), "Tower");
+    EXPECT_EQ(text(20), "");
+    EXPECT_EQ(countRows("Computers"), 3);
+}
+
 TEST_F(WholeShop, ComputerBeingAddedKeepsItsClient) {
     start();
     choose(0, "Babic, Bo");

@@ -3,12 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <QLabel>
 #include <QScrollArea>
 #include <QTest>
+#include <QTextBrowser>
 #include <QTimer>
 
 #include "shell/frmHelp.h"
 #include "shell/frmOptions.h"
+#include "shell/frmSplash.h"
 #include "shell/frmTip.h"
 #include "support/fixture.h"
 #include "support/modal.h"
@@ -49,6 +52,33 @@ TEST_F(ShellLooks, OfTheHelp) {
         window.open(QLatin1String(tests::kDeliveredFolder) + QStringLiteral("/Tarvello.hlp"), errorText));
     window.show();
     expectLooks(window, QStringLiteral("help"));
+}
+
+// A page with headings, tables and a picture.
+TEST_F(ShellLooks, OfAPageOfTheHelp) {
+    frmHelp window;
+    QString errorText;
+    ASSERT_TRUE(
+        window.open(QLatin1String(tests::kDeliveredFolder) + QStringLiteral("/Tarvello.hlp"), errorText));
+    window.show();
+    window.showContext(701);  // the services: headings, a table, pictures
+    const auto* text = window.findChild<QTextBrowser*>();
+    ASSERT_NE(text, nullptr);
+    expectLooks(*text->document(), QStringLiteral("help_page"));
+}
+
+TEST_F(ShellLooks, OfTheSplash) {
+    frmSplash window;
+    window.show();
+    expectLooks(window, QStringLiteral("splash"));
+    // Each label is as large as its words and stands on the lower edge.
+    for (const char* name : {"Label1(0)", "Label1(1)"}) {
+        const auto* label = window.findChild<QLabel*>(QLatin1String(name));
+        ASSERT_NE(label, nullptr);
+        EXPECT_EQ(label->size(), label->sizeHint()) << name;
+        EXPECT_EQ(label->geometry().bottom(), window.height() - 11) << name;
+    }
+    EXPECT_EQ(window.findChild<QLabel*>("Label1(0)")->geometry().right(), window.width() - 200 / 15 - 1);
 }
 
 }  // namespace

@@ -29,7 +29,11 @@
 #include <QScrollBar>
 #include <QSplitter>
 #include <QTabWidget>
+#include <QTextBlock>
 #include <QTextBrowser>
+#include <QTextDocument>
+#include <QTextFrame>
+#include <QTextTable>
 #include <QToolBar>
 #include <QToolButton>
 #include <algorithm>
@@ -161,6 +165,24 @@ class Description {
         line.flag("filled", widget.autoFillBackground());
     }
 
+    // A bound of a control's size, in letters across and lines down: the letters differ from machine
+    // to machine, how many of them fit does not.
+    static void describeBounds(const QWidget& widget, Line& line) {
+        if (widget.isWindow()) {
+            return;  // as small as what is in it allows
+        }
+        const QFontMetricsF letters(widget.font());
+        const auto say = [&line](const char* what, int value, int usual, double unit) {
+            if (value != usual) {
+                line.add(QStringLiteral("%1=%2").arg(QLatin1String(what)).arg(value / unit, 0, 'f', 1));
+            }
+        };
+        say("letters-at-least", widget.minimumWidth(), 0, letters.averageCharWidth());
+        say("lines-at-least", widget.minimumHeight(), 0, letters.lineSpacing());
+        say("letters-wide-at-most", widget.maximumWidth(), QWIDGETSIZE_MAX, letters.averageCharWidth());
+        say("lines-at-most", widget.maximumHeight(), QWIDGETSIZE_MAX, letters.lineSpacing());
+    }
+
     static void describeKind(const QWidget& widget, Line& line) {
         if (const auto* label = qobject_cast<const QLabel*>(&widget)) {
             const bool isClock = label->objectName() == QLatin1String("Panel(Time)");
@@ -192,6 +214,9 @@ class Description {
         } else if (const auto* splitter = qobject_cast<const QSplitter*>(&widget)) {
             line.flag("can-close", splitter->childrenCollapsible())
                 .number("direction", splitter->orientation(), 0);
+            const double first = splitter->sizes().value(0);
+            line.add(QStringLiteral("first=%1")
+                         .arg(first / QFontMetricsF(splitter->font()).averageCharWidth(), 0, 'f', 1));
         }
         if (const auto* frame = qobject_cast<const QFrame*>(&widget)) {
             line.number("frame", frame->frameStyle(), 0);
@@ -315,6 +340,7 @@ class Description {
         line.number("focus", widget.focusPolicy(), Qt::NoFocus);
         describeLetters(widget, line);
         describeColours(widget, line);
+        describeBounds(widget, line);
         for (const QByteArray& property : widget.dynamicPropertyNames()) {
             if (!property.startsWith("_q_") && !property.startsWith("qt_")) {
                 line.say(property.constData(), widget.property(property.constData()).toString());
@@ -457,6 +483,47 @@ QString describe(report::Report& report, const QStringList& sections) {
     return lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
 }
 
+QString describe(const QTextFrame& frame, int depth) {
+    QStringList lines;
+    const QTextFrameFormat format = frame.frameFormat();
+    Line head(depth, format.isTableFormat() ? QStringLiteral("table") : QStringLiteral("text"));
+    head.add(QStringLiteral("margins=%1,%2,%3,%4")
+                 .arg(format.leftMargin())
+                 .arg(format.topMargin())
+                 .arg(format.rightMargin())
+                 .arg(format.bottomMargin()));
+    head.number("border", qRound(format.border()), 0).number("style", format.borderStyle(), 0);
+    if (const auto* table = qobject_cast<const QTextTable*>(&frame)) {
+        const QTextTableFormat cells = table->format();
+        head.add(QStringLiteral("%1x%2 padding=%3 spacing=%4")
+                     .arg(table->rows())
+                     .arg(table->columns())
+                     .arg(cells.cellPadding())
+                     .arg(cells.cellSpacing()));
+        head.flag("collapsed", cells.borderCollapse());
+    }
+    lines.append(head.text());
+    for (QTextFrame::iterator part = frame.begin(); !part.atEnd(); ++part) {
+        if (part.currentFrame() != nullptr) {
+            lines.append(describe(*part.currentFrame(), depth + 1));
+            continue;
+        }
+        const QTextBlock block = part.currentBlock();
+        const QTextBlockFormat shape = block.blockFormat();
+        Line line(depth + 1, quoted(block.text().left(40)));
+        line.number("heading", shape.headingLevel(), 0).number("above", qRound(shape.topMargin()), 0);
+        line.number("below", qRound(shape.bottomMargin()), 0).number("indented", shape.indent(), 0);
+        for (QTextBlock::iterator piece = block.begin(); !piece.atEnd(); ++piece) {
+            const QTextCharFormat letters = piece.fragment().charFormat();
+            line.say("link", letters.anchorHref())
+                .say("anchor", letters.anchorNames().join(QLatin1Char(',')));
+            line.flag("picture", letters.isImageFormat());
+        }
+        lines.append(line.text());
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
 void compare(QString found, const QString& name) {
     if (name.startsWith(QLatin1String("document_"))) {  // these number by the year of today
         found.replace(QString::number(QDate::currentDate().year()), QStringLiteral("YEAR"));
@@ -495,4 +562,12 @@ void expectLooks(const report::Document& document, const QString& name) {
 
 void expectDesign(report::Report& report, const QStringList& sections, const QString& name) {
     compare(describe(report, sections), name);
+}
+
+void expectLooks(const QTextDocument& text, const QString& name) {
+    compare(describe(*text.rootFrame(), 0) + QLatin1Char('\n'), name);
+}
+
+void expectText(const QString& found, const QString& name) {
+    compare(found, name);
 }

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+class QTextDocument;
 class QWidget;
 namespace report {
 class Document;
@@ -21,3 +22,7 @@ void expectLooks(const QWidget& window, const QString& name);
 void expectLooks(const report::Document& document, const QString& name);
 // The design of a report before it runs, twip by twip: `sections` by their names.
 void expectDesign(report::Report& report, const QStringList& sections, const QString& name);
+// Headings, tables and pictures of a text with its margins, in points of the page.
+void expectLooks(const QTextDocument& text, const QString& name);
+// Any text that was read once and found good.
+void expectText(const QString& found, const QString& name);
