@@ -325,17 +325,27 @@ TEST_F(WholeShop, AddGivenUpAfterARefreshGoesBackToTheComputerBefore) {
     start();
     choose(0, "Babic, Bo");
     tab(2);
-    choose(1, "Tower");
-    tool("NewRecord");
-    type(20, "nothing yet");
-    tool("Refresh");
-    boxes.answers << platform::BoxAnswer::No;
-    tool("SaveRecord");
-    EXPECT_FALSE(win().AddNewMode);
-    EXPECT_EQ(chosen(0), "Babic, Bo");
-    EXPECT_EQ(chosen(1), "Tower");
-    EXPECT_EQ(text(19), "Tower");
-    EXPECT_EQ(text(20), "");
+    for (const QString& typed : {QString("nothing yet"), QString()}) {
+        choose(1, "Tower");
+        tool("NewRecord");
+        if (!typed.isEmpty()) {
+            type(20, typed);
+        }
+        tool("Refresh");
+        ASSERT_TRUE(win().AddNewMode);
+        boxes.answers << platform::BoxAnswer::No;
+        if (typed.isEmpty()) {  // nothing to save
+            tab(1);
+            tab(2);
+        } else {
+            tool("SaveRecord");
+        }
+        EXPECT_FALSE(win().AddNewMode);
+        EXPECT_EQ(chosen(0), "Babic, Bo");
+        EXPECT_EQ(chosen(1), "Tower") << typed.toStdString();
+        EXPECT_EQ(text(19), "Tower");
+        EXPECT_EQ(text(20), "");
+    }
     EXPECT_EQ(countRows("Computers"), 3);
 }
 
