@@ -56,7 +56,7 @@ std::string join(std::initializer_list<std::string> parts) {
     return text;
 }
 
-std::string smallLetters(std::string text) {
+std::string smallLetters(const std::string& text) {
     std::string result;
     for (const char c : text) {
         if (c >= 'A' && c <= 'Z') {
@@ -285,10 +285,9 @@ class Shop {
                      "ServiceTypes", "Comments", "Price", "Discount", "GST", "Paid"});
         for (int i = 0; i < plan_.services; ++i) {
             const auto place = computerOf(i);
-            const double started =
-                plan_.baseDate - kDaysTold +
-                static_cast<double>(static_cast<std::int64_t>(i) * kDaysTold / plan_.services);
-            addService(table, computers_[place], firmOwned_[place], started);
+            const std::int64_t day = static_cast<std::int64_t>(i) * kDaysTold / plan_.services;
+            addService(table, computers_[place], firmOwned_[place],
+                       plan_.baseDate - kDaysTold + static_cast<double>(day));
         }
         table.close();
     }
@@ -366,7 +365,7 @@ class Shop {
         for (const int kind : kinds) {
             euros += words::kPriceOfKind[static_cast<std::size_t>(kind) % words::kPriceOfKind.size()];
         }
-        return (euros + 5 * dice_.between(0, 2)) * 10000;
+        return (euros + std::int64_t{5} * dice_.between(0, 2)) * 10000;
     }
 
     struct Drawn {

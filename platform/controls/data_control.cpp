@@ -1,10 +1,12 @@
 #include "platform/controls/data_control.h"
 
 #include <QCheckBox>
+#include <QDate>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QScopedValueRollback>
 #include <QWidget>
+#include <optional>
 #include <utility>
 
 #include "platform/controls/date_field.h"
@@ -47,7 +49,8 @@ dao::Value valueOf(const QWidget* widget, const dao::Value& now) {
         return box->isChecked();
     }
     if (const auto* date = qobject_cast<const DateField*>(widget)) {
-        return date->value() ? fromQDate(*date->value()) : kNoDate;
+        const std::optional<QDate> day = date->value();
+        return day ? fromQDate(*day) : kNoDate;
     }
     if (const auto* line = qobject_cast<const QLineEdit*>(widget)) {
         text = line->text();
