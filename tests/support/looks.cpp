@@ -7,8 +7,10 @@
 #include <QAction>
 #include <QApplication>
 #include <QBoxLayout>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDate>
+#include <QDateEdit>
 #include <QDir>
 #include <QFile>
 #include <QFormLayout>
@@ -20,15 +22,20 @@
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMetaEnum>
+#include <QMetaProperty>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QScrollBar>
+#include <QSpinBox>
 #include <QSplitter>
 #include <QTabWidget>
+#include <QTableView>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QTextDocument>
@@ -36,8 +43,10 @@
 #include <QTextTable>
 #include <QToolBar>
 #include <QToolButton>
+#include <QTreeWidget>
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 #include "platform/controls/pictures.h"
 #include "platform/report/document.h"
@@ -120,6 +129,54 @@ QString alignmentOf(Qt::Alignment alignment) {
     return QString::fromLatin1(QMetaEnum::fromType<Qt::Alignment>().valueToKeys(alignment.toInt()));
 }
 
+// A control of the toolkit as it comes, to tell what ours have changed; nullptr: nothing to compare with.
+template <typename Control>
+QWidget* plain() {
+    return new Control;
+}
+
+const QWidget* plainControl(const QMetaObject& kind) {
+    using Make = QWidget* (*)();
+    static const QHash<QByteArray, Make> kMakers = {
+        {"QLabel", plain<QLabel>},
+        {"QPushButton", plain<QPushButton>},
+        {"QToolButton", plain<QToolButton>},
+        {"QCheckBox", plain<QCheckBox>},
+        {"QLineEdit", plain<QLineEdit>},
+        {"QPlainTextEdit", plain<QPlainTextEdit>},
+        {"QTextEdit", plain<QTextEdit>},
+        {"QTextBrowser", plain<QTextBrowser>},
+        {"QComboBox", plain<QComboBox>},
+        {"QTabBar", plain<QTabBar>},
+        {"QTabWidget", plain<QTabWidget>},
+        {"QTreeView", plain<QTreeView>},
+        {"QTreeWidget", plain<QTreeWidget>},
+        {"QListView", plain<QListView>},
+        {"QListWidget", plain<QListWidget>},
+        {"QTableView", plain<QTableView>},
+        {"QSplitter", plain<QSplitter>},
+        {"QToolBar", plain<QToolBar>},
+        {"QGroupBox", plain<QGroupBox>},
+        {"QProgressBar", plain<QProgressBar>},
+        {"QScrollArea", plain<QScrollArea>},
+        {"QDateEdit", plain<QDateEdit>},
+        {"QSpinBox", plain<QSpinBox>},
+        {"QHeaderView", []() -> QWidget* { return new QHeaderView(Qt::Horizontal); }}};
+    static QHash<QByteArray, std::shared_ptr<QWidget>> made;
+    const QMetaObject* known = &kind;
+    while (known != nullptr && !kMakers.contains(known->className())) {
+        known = known->superClass();
+    }
+    if (known == nullptr) {
+        return nullptr;
+    }
+    std::shared_ptr<QWidget>& control = made[known->className()];
+    if (control == nullptr) {
+        control.reset(kMakers.value(known->className())());
+    }
+    return control.get();
+}
+
 class Description {
  public:
     explicit Description(const QWidget& window) { describe(window, 0); }
@@ -181,6 +238,80 @@ class Description {
         say("lines-at-least", widget.minimumHeight(), 0, letters.lineSpacing());
         say("letters-wide-at-most", widget.maximumWidth(), QWIDGETSIZE_MAX, letters.averageCharWidth());
         say("lines-at-most", widget.maximumHeight(), QWIDGETSIZE_MAX, letters.lineSpacing());
+    }
+
+    // Switches and numbers of the control that are not as the toolkit makes them. Left out: what is told
+    // above, what a person changes, and what follows the style.
+    static void describeChanges(const QWidget& widget, Line& line) {
+        static const QStringList kElsewhere = {"alignment",
+                                               "autoDefault",
+                                               "checkable",
+                                               "checked",
+                                               "children",
+                                               "collapsible",
+                                               "count",
+                                               "currentIndex",
+                                               "cursorPosition",
+                                               "cursorWidth",
+                                               "default",
+                                               "defaultSectionSize",
+                                               "editable",
+                                               "frameShadow",
+                                               "frameShape",
+                                               "frameWidth",
+                                               "handleWidth",
+                                               "indentation",
+                                               "maxLength",
+                                               "maximumSectionSize",
+                                               "midLineWidth",
+                                               "minimumSectionSize",
+                                               "modified",
+                                               "orientation",
+                                               "readOnly",
+                                               "sliderDown",
+                                               "tabChangesFocus",
+                                               "undoAvailable",
+                                               "value",
+                                               "topLevelItemCount",
+                                               "currentRow",
+                                               "currentData",
+                                               "wordWrap",
+                                               "hasSelectedText",
+                                               "selectionStart",
+                                               "backwardAvailable",
+                                               "forwardAvailable",
+                                               "blockCount",
+                                               "acceptableInput",
+                                               "movable",
+                                               "floating",
+                                               "lineWidth",
+                                               "currentSection",
+                                               "currentSectionIndex",
+                                               "sectionCount",
+                                               "textVisible",
+                                               "echoMode",
+                                               "toolButtonStyle",
+                                               "sourceType",
+                                               "redoAvailable",
+                                               "down"};
+        const QWidget* usual = plainControl(*widget.metaObject());
+        if (usual == nullptr) {
+            return;
+        }
+        const QMetaObject& kind = *usual->metaObject();
+        for (int i = QWidget::staticMetaObject.propertyCount(); i < kind.propertyCount(); ++i) {
+            const QMetaProperty property = kind.property(i);
+            const QString name = QLatin1String(property.name());
+            const QVariant value = property.read(&widget);
+            const int type = value.metaType().id();
+            if (kElsewhere.contains(name) ||
+                (type != QMetaType::Bool && type != QMetaType::Int && type != QMetaType::Double &&
+                 !property.isEnumType()) ||
+                value == property.read(usual)) {
+                continue;
+            }
+            line.add(name + QLatin1Char('=') + QString::number(value.toDouble()));
+        }
     }
 
     static void describeKind(const QWidget& widget, Line& line) {
@@ -254,6 +385,9 @@ class Description {
         if (model == nullptr || header == nullptr || header->isHidden()) {
             return;
         }
+        Line head(depth, QStringLiteral("columns"));
+        describeChanges(*header, head);
+        put(head);
         for (int column = 0; column < model->columnCount(); ++column) {
             Line line(depth, QStringLiteral("column"));
             line.say("text", model->headerData(column, Qt::Horizontal).toString());
@@ -341,6 +475,7 @@ class Description {
         describeLetters(widget, line);
         describeColours(widget, line);
         describeBounds(widget, line);
+        describeChanges(widget, line);
         for (const QByteArray& property : widget.dynamicPropertyNames()) {
             if (!property.startsWith("_q_") && !property.startsWith("qt_")) {
                 line.say(property.constData(), widget.property(property.constData()).toString());
