@@ -108,7 +108,9 @@ class CorpusRows : public testing::Test {
                            {"Price", dbCurrency},
                            {"Discount", dbSingle},
                            {"GST", dbSingle},
-                           {"Paid", dbCurrency}});
+                           {"Paid", dbCurrency},
+                           {"ServiceTypes", dbText, 255},
+                           {"Comments", dbMemo}});
         table("Grupe", {id, {"Grupa", dbText, 50}});
         table("Proizvodjaci", {id, {"Proizvodjac", dbText, 50}});
         table("Oprema", {id,
