@@ -207,6 +207,18 @@ TEST_F(CorpusRows, EveryStatementGivesItsRows) {
     }
 }
 
+// Which of the two texts stands for both is nobody's business, so the rows are only counted.
+TEST_F(CorpusRows, TextsThatDifferInCaseAloneAreOneDistinctRow) {
+    for (const char* city : {"Nis", "nis", "Beograd"}) {
+        db.Execute(std::string("INSERT INTO Customers (City) VALUES ('") + city + "')");
+    }
+    for (const char* cities :
+         {"SELECT DISTINCT City FROM Customers", "SELECT DISTINCT City & '' AS C FROM Customers",
+          "SELECT City FROM Customers GROUP BY City"}) {
+        EXPECT_EQ(rowsOf(db.OpenRecordset(cities, dao::dbOpenSnapshot)).size(), 2U) << cities;
+    }
+}
+
 // What a quick filter with a hundred thousand hits leaves in a stored query, most of them deleted since.
 TEST_F(CorpusRows, AHundredThousandNumbersNarrowAStoredQuery) {
     for (const char* name : {"Peric", "anic", "Babic"}) {
