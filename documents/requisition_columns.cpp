@@ -40,23 +40,9 @@ constexpr std::array kRows = {
     Row{RequisitionColumn::Amount, {"Medjutotal", "Medjutotal", 0, HeaderAlignment::Right}, Cell::Reckoned},
 };
 
-constexpr bool eachStandsAtItsName() {
-    for (std::size_t i = 0; i < kRows.size(); ++i) {
-        if (kRows[i].name != static_cast<RequisitionColumn>(i)) {
-            return false;
-        }
-    }
-    return kRows.size() == static_cast<std::size_t>(RequisitionColumn::Count);
-}
-static_assert(eachStandsAtItsName(), "the table and the names of the columns have one order");
+static_assert(eachStandsAtItsName(kRows), "the table and the names of the columns have one order");
 
-constexpr auto kColumns = [] {
-    std::array<ListColumn, kRows.size()> columns{};
-    for (std::size_t i = 0; i < kRows.size(); ++i) {
-        columns[i] = kRows[i].list;
-    }
-    return columns;
-}();
+constexpr auto kColumns = columnsOf(kRows);
 
 // A row with all its cells, none of them filled.
 platform::ListItem emptyRow(const QString& key) {
