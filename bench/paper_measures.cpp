@@ -101,10 +101,10 @@ class Invoice {
     explicit Invoice(Shop& shop)
         : rows_(shop.ours().OpenRecordset(kInvoiceText + std::to_string(shop.stock().service) +
                                           kInvoiceOrder)) {
-        report_.setPriceRoundUp(2);
-        report_.setCalcPDV(20);
-        report_.setDokumentTip(1);
-        report_.setDokumentBroj(QStringLiteral("17/2026"));
+        report_.Calc.PriceRoundUp = 2;
+        report_.Calc.PDV = 20;
+        report_.Dokument.setTip(1);
+        report_.Dokument.setBroj(QStringLiteral("17/2026"));
         report_.setRecordset(rows_);
     }
     std::optional<report::Document> document() { return report_.run(); }
@@ -168,7 +168,7 @@ class PriceList {
         report_.setRecordset(
             shop_.ours().OpenRecordset(price_list::statement({.range = 0, .stock = 0}).toStdString()));
         report_.setReportHeader(QStringLiteral("Cenovnik"));
-        report_.setPriceRoundUp(2);
+        report_.Calc.PriceRoundUp = 2;
         return report_.run();
     }
 

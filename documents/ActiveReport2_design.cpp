@@ -1,6 +1,7 @@
 #include "documents/ActiveReport2_design.h"
 
 #include "platform/report/design.h"
+#include "platform/report/report.h"
 
 // A4 with margins of a centimetre and a half, so that every printer in town takes it. Lengths in twips.
 namespace active_report2 {
@@ -37,12 +38,6 @@ constexpr Look kSmall{.points = 8.5, .align = Align::Center};
 constexpr Look kStroke{.color = report::kRule};
 constexpr Look kHairline{.color = report::kRule, .lineWidth = 8};
 constexpr Look kFrame{.color = report::kRule, .fill = "#f7fafd"};
-
-constexpr char kHead[] = "ReportHeader";
-constexpr char kTitles[] = "GroupHeader1";
-constexpr char kDetail[] = "Detail";
-constexpr char kFoot[] = "GroupFooter1";
-constexpr char kPage[] = "PageFooter";
 
 constexpr SectionDesign kSections[] = {
     {Section::Kind::ReportHeader, kHead, kHeadEnd},
@@ -162,6 +157,10 @@ constexpr ControlDesign kControls[] = {
 
 void design(report::Report& report) {
     report::design(report, kSections, kControls);
+}
+
+report::Control& control(report::Report& report, const char* section, const char* name) {
+    return report.Sections(QLatin1String(section)).Controls(QLatin1String(name));
 }
 
 }  // namespace active_report2

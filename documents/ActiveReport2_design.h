@@ -1,10 +1,18 @@
 #pragma once
 
 namespace report {
+struct Control;
 class Report;
-}
+}  // namespace report
 
 namespace active_report2 {
+
+// The sections that are filled by name.
+inline constexpr char kHead[] = "ReportHeader";
+inline constexpr char kTitles[] = "GroupHeader1";
+inline constexpr char kDetail[] = "Detail";
+inline constexpr char kFoot[] = "GroupFooter1";
+inline constexpr char kPage[] = "PageFooter";
 
 // The conditions stand one under the other; those that are not printed leave no gap. Twips, in GroupFooter1.
 constexpr int kConditionsTop = 2960;
@@ -19,5 +27,8 @@ constexpr int kHeadRule = 3720, kHeadEnd = 3725;
 
 // The sections of the document and what stands in them.
 void design(report::Report& report);
+
+// RunError 35601 where there is none of that name.
+report::Control& control(report::Report& report, const char* section, const char* name);
 
 }  // namespace active_report2

@@ -197,26 +197,19 @@ void DocumentConditions::saveTexts(const print_invoice::Save& save) const {
 }
 
 void DocumentConditions::fill(ActiveReport2& report) const {
-    using Setter = void (ActiveReport2::*)(const QString&);
-    struct Row {
-        Setter caption, value;
-    };
-    static constexpr Row kRows[] = {
-        {&ActiveReport2::setOptNacinPlacanja, &ActiveReport2::setOptNacinPlacanja2},
-        {&ActiveReport2::setOptRokPlacanja, &ActiveReport2::setOptRokPlacanja2},
-        {&ActiveReport2::setOptRokIsporuke, &ActiveReport2::setOptRokIsporuke2},
-        {&ActiveReport2::setOptIsporuka, &ActiveReport2::setOptIsporuka2},
-        {&ActiveReport2::setOptNapomena, &ActiveReport2::setOptNapomena2},
-    };
-    guarded(window_, [&] { report.setOptFooter(footerText()); });
+    using Printed = PrintedConditions;
+    static constexpr Printed::Condition Printed::*kConditions[] = {
+        &Printed::NacinPlacanja, &Printed::RokPlacanja, &Printed::RokIsporuke, &Printed::Isporuka,
+        &Printed::Napomena};
+    guarded(window_, [&] { report.Opt.Footer = footerText(); });
     for (int i = 1; i <= kNote; ++i) {
-        const Row& row = kRows[i - 1];
+        Printed::Condition& condition = report.Opt.*kConditions[i - 1];
         const bool wanted = isOn(i) && (i == kNote || openType_ == print_invoice::kProForma);
         const auto text = [&](int index) { return wanted ? entry(index)->text() : QString(); };
-        guarded(window_, [&] { (report.*row.caption)(text(captionOf(i))); });
-        guarded(window_, [&] { (report.*row.value)(text(valueOf(i))); });
+        guarded(window_, [&] { condition.caption = text(captionOf(i)); });
+        guarded(window_, [&] { condition.value = text(valueOf(i)); });
     }
-    guarded(window_, [&] { report.setOptPecatSpor(isOn(kStamp) ? entry(kStampText)->text() : QString()); });
+    guarded(window_, [&] { report.Opt.PecatSpor = isOn(kStamp) ? entry(kStampText)->text() : QString(); });
 }
 
 QString DocumentConditions::footerText() const {

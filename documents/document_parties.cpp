@@ -10,7 +10,6 @@
 #include "common/window_helpers.h"
 #include "documents/ActiveReport2.h"
 #include "documents/frmPrintInvoiceEx_error.h"
-#include "documents/frmPrintInvoiceEx_tables.h"
 #include "documents/service_view.h"
 
 using print_invoice::guarded;
@@ -145,22 +144,18 @@ void DocumentParties::save(const print_invoice::Save& save) const {
 }
 
 void DocumentParties::fill(ActiveReport2& report) const {
-    using Setter = void (ActiveReport2::*)(const QString&);
     struct Row {
-        Setter set;
+        QString& text;
         int field;
     };
+    PrintedFirm& firm = report.Firma;
+    PrintedClient& client = report.Kupac;
     // The firm's tax number stands with the client as well: so the shop's documents have always looked. What
     // is typed as the client's own is not printed.
-    static constexpr Row kRows[] = {
-        {&ActiveReport2::setFirmaMatBr, 0},    {&ActiveReport2::setFirmaRegBr, 1},
-        {&ActiveReport2::setFirmaSifraDel, 2}, {&ActiveReport2::setFirmaPIB, 3},
-        {&ActiveReport2::setFirmaPDV, 4},      {&ActiveReport2::setFirmaRacunBr, 5},
-        {&ActiveReport2::setKupacNaziv, 6},    {&ActiveReport2::setKupacAdresa, 7},
-        {&ActiveReport2::setKupacGrad, 8},     {&ActiveReport2::setKupacPIB, 3},
-        {&ActiveReport2::setKupacOstalo, 10},
-    };
+    const Row kRows[] = {{firm.MatBr, 0},  {firm.RegBr, 1},   {firm.SifraDel, 2}, {firm.PIB, 3},
+                         {firm.PDV, 4},    {firm.RacunBr, 5}, {client.Naziv, 6},  {client.Adresa, 7},
+                         {client.Grad, 8}, {client.PIB, 3},   {client.Ostalo, 10}};
     for (const Row& row : kRows) {
-        guarded(window(), [&] { (report.*row.set)(field(row.field)->text()); });
+        guarded(window(), [&] { row.text = field(row.field)->text(); });
     }
 }

@@ -29,19 +29,19 @@ struct ActiveReport2Test : ::testing::Test {
     void SetUp() override {
         before_ = QLocale();
         QLocale::setDefault(QLocale("en_US"));
-        report.setDokumentTip(0);
-        report.setDokumentBroj("17/2026");
-        report.setDokumentDatum(QDate(2026, 3, 5));
-        report.setKupacNaziv("Peric Pera");
-        report.setKupacAdresa("Lipova 1");
-        report.setKupacGrad("Beograd, 11000");
-        report.setCeneDinarske(true);
+        report.Dokument.setTip(0);
+        report.Dokument.setBroj("17/2026");
+        report.Dokument.setDatum(QDate(2026, 3, 5));
+        report.Kupac.Naziv = "Peric Pera";
+        report.Kupac.Adresa = "Lipova 1";
+        report.Kupac.Grad = "Beograd, 11000";
+        report.Calc.CeneDinarske = true;
     }
     void TearDown() override { QLocale::setDefault(before_); }
 
     report::Document make(std::vector<DocumentRow> rows) {
         report.setRows(std::make_unique<DocumentRows>(std::move(rows), tax));
-        report.setCalcPDV(static_cast<float>(tax));
+        report.Calc.PDV = static_cast<float>(tax);
         return report.run().value();
     }
     QString textOf(const report::Document& document) {
@@ -62,16 +62,16 @@ struct ActiveReport2Test : ::testing::Test {
         }
     }
     void giveConditions() {
-        report.setOptNacinPlacanja("Nacin placanja:");
-        report.setOptNacinPlacanja2("100% avans.");
-        report.setOptRokPlacanja("Rok za uplatu:");
-        report.setOptRokPlacanja2("Tri dana.");
-        report.setOptRokIsporuke("Rok isporuke:");
-        report.setOptRokIsporuke2("Odmah.");
-        report.setOptIsporuka("Isporuka:");
-        report.setOptIsporuka2("FCO prostorije.");
-        report.setOptNapomena("Napomena:");
-        report.setOptNapomena2("Garancija dve godine.");
+        report.Opt.NacinPlacanja.caption = "Nacin placanja:";
+        report.Opt.NacinPlacanja.value = "100% avans.";
+        report.Opt.RokPlacanja.caption = "Rok za uplatu:";
+        report.Opt.RokPlacanja.value = "Tri dana.";
+        report.Opt.RokIsporuke.caption = "Rok isporuke:";
+        report.Opt.RokIsporuke.value = "Odmah.";
+        report.Opt.Isporuka.caption = "Isporuka:";
+        report.Opt.Isporuka.value = "FCO prostorije.";
+        report.Opt.Napomena.caption = "Napomena:";
+        report.Opt.Napomena.value = "Garancija dve godine.";
     }
     // The numbers in front of the rows of a page.
     QStringList runningNumbers(const report::Document& document, int page) {
@@ -104,8 +104,8 @@ struct ActiveReport2Test : ::testing::Test {
 }  // namespace
 
 TEST_F(ActiveReport2Test, TheTotalsOfOneRow) {
-    report.setCalcRabat(10);
-    report.setCalcRest(5);
+    report.Calc.Rabat = 10;
+    report.Calc.Rest = 5;
     make({{.quantity = 2, .price = 100}});
     expectTotals({{"lblSumBezPDV", "200.00"},
                   {"lblRabatText", "Ukupan rabat (10%):"},
@@ -120,8 +120,8 @@ TEST_F(ActiveReport2Test, TheTotalsOfOneRow) {
 }
 
 TEST_F(ActiveReport2Test, WithoutDecimalsEveryLineIsRounded) {
-    report.setPriceRoundUp(0);
-    report.setSlovimaTotal(true);
+    report.Calc.PriceRoundUp = 0;
+    report.Calc.SlovimaTotal = true;
     tax = 0;
     make({{.quantity = 1, .price = 225.4}});
     EXPECT_EQ(caption("lblTotal"), "=225");
@@ -140,32 +140,32 @@ TEST_F(ActiveReport2Test, WithoutDecimalsEveryLineIsRounded) {
 
 TEST_F(ActiveReport2Test, OneDecimalAndTwo) {
     tax = 18;
-    report.setPriceRoundUp(1);
+    report.Calc.PriceRoundUp = 1;
     report::Document document = make({{.quantity = 1, .price = 1234.56}});
     EXPECT_EQ(caption("lblSumBezPDV"), "1,234.6");
     EXPECT_EQ(caption("lblSumPDV"), "222.2");
     EXPECT_EQ(caption("lblTotal"), "=1,456.8");
     EXPECT_TRUE(textOf(document).contains("1,234.6 222.2 1,456.8 1,456.8"));
-    report.setPriceRoundUp(2);
+    report.Calc.PriceRoundUp = 2;
     document = make({{.quantity = 1, .price = 1234.56}});
     EXPECT_EQ(caption("lblTotal"), "=1,456.78");
     EXPECT_TRUE(textOf(document).contains("1,234.56 222.22 1,456.78 1,456.78"));
 }
 
 TEST_F(ActiveReport2Test, AnotherRoundingKeepsTheFormer) {
-    report.setPriceRoundUp(1);
+    report.Calc.PriceRoundUp = 1;
     make({{.price = 10}});
-    report.setPriceRoundUp(7);
+    report.Calc.PriceRoundUp = 7;
     make({{.price = 10}});
     EXPECT_EQ(caption("lblSumBezPDV"), "10.0");
-    report.setPriceRoundUp(-1);
+    report.Calc.PriceRoundUp = -1;
     make({{.price = 10}});
     EXPECT_EQ(caption("lblSumBezPDV"), "10.0");
 }
 
 TEST_F(ActiveReport2Test, TheTaxIsReckonedBeforeDiscountAndCosts) {
-    report.setCalcRabat(50);
-    report.setCalcRest(50);
+    report.Calc.Rabat = 50;
+    report.Calc.Rest = 50;
     tax = 20;
     make({{.quantity = 3, .price = 10}});
     expectTotals(
@@ -175,13 +175,13 @@ TEST_F(ActiveReport2Test, TheTaxIsReckonedBeforeDiscountAndCosts) {
 TEST_F(ActiveReport2Test, TheAmountInWordsOnlyWhereItIsWanted) {
     make({{.price = 100}});
     EXPECT_FALSE(control("GroupFooter1", "lblSlovima").Visible);
-    report.setSlovimaTotal(true);
+    report.Calc.SlovimaTotal = true;
     report::Document document = make({{.price = 100}});
     EXPECT_TRUE(textOf(document).contains("Slovima: stotinuosamnaestdin. i 0/100"));
-    report.setCeneDinarske(false);
+    report.Calc.CeneDinarske = false;
     document = make({{.price = 100}});
     EXPECT_TRUE(textOf(document).contains("Slovima: stotinuosamnaesteur. i 0/100"));
-    report.setSlovimaTotal(false);
+    report.Calc.SlovimaTotal = false;
     document = make({{.price = 100}});
     EXPECT_FALSE(textOf(document).contains("Slovima"));
 }
@@ -262,7 +262,7 @@ TEST_F(ActiveReport2Test, AProFormaInvoice) {
 }
 
 TEST_F(ActiveReport2Test, AnInvoice) {
-    report.setDokumentTip(1);
+    report.Dokument.setTip(1);
     const report::Document document = make({{}});
     EXPECT_EQ(head("lblPredRacun"), "Racun");
     const QString text = textOf(document);
@@ -277,7 +277,7 @@ TEST_F(ActiveReport2Test, AnInvoice) {
 }
 
 TEST_F(ActiveReport2Test, AnyOtherKindIsAnInvoiceThatNobodySigns) {
-    report.setDokumentTip(2);
+    report.Dokument.setTip(2);
     const QString text = textOf(make({{}}));
     EXPECT_TRUE(text.contains("Racun"));
     EXPECT_TRUE(text.contains("OTPREMNICA"));
@@ -342,8 +342,8 @@ TEST_F(ActiveReport2Test, EverySectionHasItsControlsAndTheirFirstTexts) {
 
 // Titles stand over their figures, and each title stands at the sum it names.
 TEST_F(ActiveReport2Test, TheSumsStandAtTheirTitles) {
-    report.setCalcRabat(10);
-    report.setCalcRest(5);
+    report.Calc.Rabat = 10;
+    report.Calc.Rest = 5;
     const QString text = textOf(make({{.quantity = 2, .price = 100}}));
     for (const char* line :
          {"R. br. Naziv J/M Kolicina Jed. cena PDV-18% Cena+PDV Ukupno", "Ukupno bez PDV-a: 200.00",
@@ -364,10 +364,10 @@ TEST_F(ActiveReport2Test, ALongClientIsWrittenOutAndLeavesTheNumberInItsPlace) {
         return QRectF();
     };
     const report::Document plain = make({{}});
-    report.setKupacNaziv("Preduzece za proizvodnju, promet i usluge racunarske opreme PRIMER d.o.o. Beograd");
-    report.setKupacAdresa("Bulevar kralja Aleksandra 123456, lamela C, ulaz 7, sprat 4, stan 21");
-    report.setKupacPIB("100200300");
-    report.setKupacOstalo("Na ruke gospodji Mileni Petrovic-Jovanovic, nabavka, drugi sprat levo");
+    report.Kupac.Naziv = "Preduzece za proizvodnju, promet i usluge racunarske opreme PRIMER d.o.o. Beograd";
+    report.Kupac.Adresa = "Bulevar kralja Aleksandra 123456, lamela C, ulaz 7, sprat 4, stan 21";
+    report.Kupac.PIB = "100200300";
+    report.Kupac.Ostalo = "Na ruke gospodji Mileni Petrovic-Jovanovic, nabavka, drugi sprat levo";
     const report::Document full = make({{}});
     const QString text = textOf(full);
     for (const char* end : {"Beograd", "stan 21", "Beograd, 11000", "PIB: 100200300", "sprat levo"}) {
@@ -385,19 +385,19 @@ TEST_F(ActiveReport2Test, ALongClientIsWrittenOutAndLeavesTheNumberInItsPlace) {
             EXPECT_GT(item.place.bottom(), placeOf(full, "PIB: 100200300").bottom());
         }
     }
-    report.setKupacNaziv("Peric Pera");
-    report.setKupacAdresa("Lipova 1");
-    report.setKupacOstalo("");
+    report.Kupac.Naziv = "Peric Pera";
+    report.Kupac.Adresa = "Lipova 1";
+    report.Kupac.Ostalo = "";
     EXPECT_EQ(placeOf(make({{}}), "Naziv"), placeOf(plain, "Naziv"))
         << "the next client's box is small again";
 }
 
 TEST_F(ActiveReport2Test, NothingOfAnOrdinaryDocumentIsCutOff) {
     giveConditions();
-    report.setDokumentTip(1);
-    report.setSlovimaTotal(true);
-    report.setPriceRoundUp(2);
-    report.setFirmaRacunBr("160-0000000012345-67");
+    report.Dokument.setTip(1);
+    report.Calc.SlovimaTotal = true;
+    report.Calc.PriceRoundUp = 2;
+    report.Firma.RacunBr = "160-0000000012345-67";
     tax = 18.25;  // the total is past a milliard
     for (const bool comma : {false, true}) {
         QLocale::setDefault(QLocale(comma ? "sr_Latn_RS" : "en_US"));
@@ -410,8 +410,8 @@ TEST_F(ActiveReport2Test, NothingOfAnOrdinaryDocumentIsCutOff) {
 }
 
 TEST_F(ActiveReport2Test, TheFirmsValuesHideWhereEmptyAndTheirTitlesStay) {
-    report.setFirmaMatBr("0123");
-    report.setFirmaRacunBr("160-1-1");
+    report.Firma.MatBr = "0123";
+    report.Firma.RacunBr = "160-1-1";
     const QString text = textOf(make({{}}));
     EXPECT_TRUE(control("ReportHeader", "lblFrmMatBr").Visible);
     EXPECT_TRUE(text.contains("0123"));
@@ -424,12 +424,12 @@ TEST_F(ActiveReport2Test, TheFirmsValuesHideWhereEmptyAndTheirTitlesStay) {
 }
 
 TEST_F(ActiveReport2Test, EachFirmsValueStandsAtItsTitle) {
-    report.setFirmaMatBr("m");
-    report.setFirmaRegBr("r");
-    report.setFirmaSifraDel("s");
-    report.setFirmaPIB("p");
-    report.setFirmaPDV("d");
-    report.setFirmaRacunBr("b");
+    report.Firma.MatBr = "m";
+    report.Firma.RegBr = "r";
+    report.Firma.SifraDel = "s";
+    report.Firma.PIB = "p";
+    report.Firma.PDV = "d";
+    report.Firma.RacunBr = "b";
     make({{}});
     const char* const names[] = {"lblFrmMatBr", "lblFrmRegBr", "lblFrmSifDel",
                                  "lblFrmPIB",   "lblFrmPDV",   "lblFrmRacunBr"};
@@ -440,21 +440,21 @@ TEST_F(ActiveReport2Test, EachFirmsValueStandsAtItsTitle) {
 }
 
 TEST_F(ActiveReport2Test, TheClientsBlock) {
-    report.setKupacPIB("100200300");
-    report.setKupacOstalo("Na ruke Mileni");
+    report.Kupac.PIB = "100200300";
+    report.Kupac.Ostalo = "Na ruke Mileni";
     const QString text = textOf(make({{}}));
     for (const char* line :
          {"Peric Pera", "Lipova 1", "Beograd, 11000", "PIB: 100200300", "Na ruke Mileni"}) {
         EXPECT_TRUE(text.contains(line)) << line;
     }
     EXPECT_EQ(head("lblKupacPIB"), "PIB: 100200300");
-    report.setKupacPIB("");
+    report.Kupac.PIB = "";
     make({{}});
     EXPECT_EQ(head("lblKupacPIB"), "");
 }
 
 TEST_F(ActiveReport2Test, OnSeveralPagesTheTaxNumberIsPrefixedOnceOnPaper) {
-    report.setKupacPIB("100200300");
+    report.Kupac.PIB = "100200300";
     const QString text = textOf(make(rows(80)));
     EXPECT_TRUE(text.contains("PIB: 100200300"));
     EXPECT_FALSE(text.contains("PIB: PIB:"));
@@ -472,8 +472,8 @@ TEST_F(ActiveReport2Test, AllConditions) {
 
 TEST_F(ActiveReport2Test, AConditionWithoutItsValueOrItsCaptionPrintsNeither) {
     giveConditions();
-    report.setOptRokPlacanja2("");
-    report.setOptIsporuka("");
+    report.Opt.RokPlacanja.value = "";
+    report.Opt.Isporuka.caption = "";
     const QString text = textOf(make({{}}));
     for (const char* absent : {"Rok za uplatu:", "Tri dana.", "Isporuka:", "FCO prostorije."}) {
         EXPECT_FALSE(text.contains(absent)) << absent;
@@ -483,36 +483,36 @@ TEST_F(ActiveReport2Test, AConditionWithoutItsValueOrItsCaptionPrintsNeither) {
 
 TEST_F(ActiveReport2Test, TheConditionsComeBackWithTheNextDocument) {
     giveConditions();
-    report.setOptRokPlacanja("");
+    report.Opt.RokPlacanja.caption = "";
     make({{}});
     giveConditions();
     EXPECT_TRUE(textOf(make({{}})).contains("Rok za uplatu: Tri dana."));
 }
 
 TEST_F(ActiveReport2Test, TheFootOfThePage) {
-    report.setOptPecatSpor("Vazi bez pecata.");
-    report.setOptFooter("Lipova 1\n026/123-456");
+    report.Opt.PecatSpor = "Vazi bez pecata.";
+    report.Opt.Footer = "Lipova 1\n026/123-456";
     const report::Document document = make(rows(60));
     for (int page = 1; page <= document.pageCount(); ++page) {
         EXPECT_TRUE(document.textOfPage(page).contains("Vazi bez pecata."));
         EXPECT_TRUE(document.textOfPage(page).contains("026/123-456"));
     }
     EXPECT_TRUE(control("PageFooter", "Line9").Visible);
-    report.setOptPecatSpor("");
+    report.Opt.PecatSpor = "";
     make({{}});
     EXPECT_TRUE(control("PageFooter", "Line9").Visible);
-    report.setOptFooter("");
+    report.Opt.Footer = "";
     make({{}});
     EXPECT_FALSE(control("PageFooter", "Line9").Visible);
-    report.setOptPecatSpor("x");
+    report.Opt.PecatSpor = "x";
     make({{}});
     EXPECT_TRUE(control("PageFooter", "Line9").Visible);
 }
 
 TEST_F(ActiveReport2Test, PercentsStandInTheirPlainForm) {
     tax = 18.5;
-    report.setCalcRabat(7.25F);
-    report.setCalcRest(3);
+    report.Calc.Rabat = 7.25F;
+    report.Calc.Rest = 3;
     make({{}});
     EXPECT_EQ(control("GroupHeader1", "lblPDVHeader").Caption, "PDV-18.5%");
     EXPECT_EQ(caption("lblRabatText"), "Ukupan rabat (7.25%):");
@@ -520,9 +520,9 @@ TEST_F(ActiveReport2Test, PercentsStandInTheirPlainForm) {
 
 TEST_F(ActiveReport2Test, UnderACommaAmountsAndWordsGoByTheComma) {
     LocaleScope serbian("sr_Latn_RS");
-    report.setSlovimaTotal(true);
-    report.setCalcRabat(10);
-    report.setCalcRest(5);
+    report.Calc.SlovimaTotal = true;
+    report.Calc.Rabat = 10;
+    report.Calc.Rest = 5;
     tax = 18.5;
     const QString text = textOf(make({{.quantity = 2, .price = 1234.5}}));
     EXPECT_EQ(caption("lblSumBezPDV"), "2.469,00");
@@ -575,7 +575,7 @@ TEST_F(ActiveReport2Test, AMissingLabelIsToldAtThePagesStart) {
 }
 
 TEST_F(ActiveReport2Test, AnAmountPastAllWordsIsToldAndTheDocumentStands) {
-    report.setSlovimaTotal(true);
+    report.Calc.SlovimaTotal = true;
     const report::Document document = make({{.quantity = 3, .price = 1e9}});
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_TRUE(boxes.lastText().startsWith(
@@ -621,8 +621,8 @@ TEST_F(ActiveReport2Test, AmountsLineUpAtTheRight) {
 
 TEST_F(ActiveReport2Test, NothingOnThePaperIsOutsideOfItsMargins) {
     giveConditions();
-    report.setSlovimaTotal(true);
-    report.setOptPecatSpor(QString("Vazi bez pecata i potpisa. ").repeated(8));
+    report.Calc.SlovimaTotal = true;
+    report.Opt.PecatSpor = QString("Vazi bez pecata i potpisa. ").repeated(8);
     const report::Document document = make({{.quantity = 1000, .price = 1234567.8, .serial = "x"}});
     for (const report::Page& page : document.pages) {
         for (const report::PageItem& item : page.items) {
@@ -635,7 +635,7 @@ TEST_F(ActiveReport2Test, NothingOnThePaperIsOutsideOfItsMargins) {
 
 TEST_F(ActiveReport2Test, ThePdfHoldsTheText) {
     QTemporaryDir folder;
-    report.setSlovimaTotal(true);
+    report.Calc.SlovimaTotal = true;
     const QString file = folder.path() + "/racun.pdf";
     make({{.price = 100}}).savePdf(file);
     QProcess reader;

@@ -4,6 +4,7 @@
 #include <tuple>
 
 #include "documents/document_number.h"
+#include "documents/document_number_fields.h"
 #include "documents/document_window.h"
 #include "platform/system/dates.h"
 #include "platform/system/locale_scope.h"
@@ -354,8 +355,8 @@ TEST_F(FrmPrintInvoiceExTest, TheNumberReadsAsItWillBePrinted) {
         choose(1, 0);
         EXPECT_EQ(sample(), "17-" + year() + ", od");
     });
-    EXPECT_EQ(frmPrintInvoiceEx::NumberSuffixText(4), "");
-    EXPECT_EQ(frmPrintInvoiceEx::NumberSuffixText(-1), "");
+    EXPECT_EQ(DocumentNumberFields::NumberSuffixText(4), "");
+    EXPECT_EQ(DocumentNumberFields::NumberSuffixText(-1), "");
 }
 
 TEST_F(FrmPrintInvoiceExTest, EachKindShowsItsOwnNumber) {

@@ -54,19 +54,19 @@ TEST(PaperLooks, OfTheDocumentsDesign) {
 // An invoice of three rows with everything on it.
 TEST_F(DocumentLooks, OfThePrintedInvoice) {
     ActiveReport2 report;
-    report.setDokumentTip(1);
-    report.setDokumentBroj("17/2025");
-    report.setDokumentDatum(QDate(2025, 3, 5));
-    report.setKupacNaziv("Peric Pera");
-    report.setKupacAdresa("Lipova 1");
-    report.setKupacGrad("Beograd, 11000");
-    report.setCeneDinarske(true);
-    report.setOptNacinPlacanja("Nacin placanja:");
-    report.setOptNacinPlacanja2("100% avans.");
-    report.setOptNapomena("Napomena:");
-    report.setOptNapomena2("Garancija dve godine.");
-    report.setCalcRabat(10);
-    report.setCalcPDV(18);
+    report.Dokument.setTip(1);
+    report.Dokument.setBroj("17/2025");
+    report.Dokument.setDatum(QDate(2025, 3, 5));
+    report.Kupac.Naziv = "Peric Pera";
+    report.Kupac.Adresa = "Lipova 1";
+    report.Kupac.Grad = "Beograd, 11000";
+    report.Calc.CeneDinarske = true;
+    report.Opt.NacinPlacanja.caption = "Nacin placanja:";
+    report.Opt.NacinPlacanja.value = "100% avans.";
+    report.Opt.Napomena.caption = "Napomena:";
+    report.Opt.Napomena.value = "Garancija dve godine.";
+    report.Calc.Rabat = 10;
+    report.Calc.PDV = 18;
     std::vector<DocumentRow> rows;
     for (const char* name : {"Disk", "Monitor", "Mis"}) {
         rows.push_back({.name = name, .quantity = 2, .price = 100});
