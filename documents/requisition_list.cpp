@@ -1,39 +1,24 @@
 #include "documents/requisition_list.h"
 
-#include <QCoreApplication>
-#include <QElapsedTimer>
-#include <QLabel>
-#include <QProgressBar>
 #include <QScopeGuard>
-#include <QStackedLayout>
 
 #include "common/modMain.h"
 #include "common/scramble.h"
 #include "common/window_helpers.h"
 #include "data/session.h"
 #include "platform/controls/pictures.h"
-#include "platform/controls/status_bar.h"
 #include "platform/controls/wait_pointer.h"
 #include "platform/system/numbers.h"
 #include "platform/system/trap.h"
 
 using requisition::kTotal;
 
-namespace {
-
-constexpr qint64 kProgressEvery = 30;  // milliseconds
-
-}  // namespace
-
-RequisitionList::RequisitionList(QWidget& window)
+RequisitionList::RequisitionList(QWidget& window, platform::StatusBar& bar)
     : QObject(&window),
       data_(new platform::DataControl(&window)),
       view_(new platform::ListView(&window)),
-      cover_(new QLabel(QStringLiteral("Popunjavanje podacima je u toku... Molim sacekajte..."), &window)),
-      stack_(new QStackedLayout),
-      columnIcons_{{QStringLiteral("ASC"), platform::icon(QStringLiteral("SortUp"))},
-                   {QStringLiteral("DESC"), platform::icon(QStringLiteral("SortDown"))},
-                   {QStringLiteral("dummy"), platform::icon(QStringLiteral("Dummy"))}} {
+      cover_(*view_, bar),
+      order_(*view_) {
     data_->setObjectName(QStringLiteral("Data1"));
     view_->setObjectName(QStringLiteral("ListView1"));
     view_->setAccessibleName(window.windowTitle());
@@ -42,78 +27,48 @@ RequisitionList::RequisitionList(QWidget& window)
     // A product dropped on the list is dropped on the window.
     view_->setAcceptDrops(false);
     view_->viewport()->setAcceptDrops(false);
-    cover_->setObjectName(QStringLiteral("Label1"));
-    cover_->setAccessibleName(cover_->text());
-    cover_->setAlignment(Qt::AlignCenter);
-    cover_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    // In one place, so that the list is as high while it is filled as it is afterwards.
-    stack_->addWidget(view_);
-    stack_->addWidget(cover_);
-}
-
-void RequisitionList::setStatusBar(platform::StatusBar& bar) {
-    statusBar_ = &bar;
-    progress_ = new QProgressBar(bar.window());
-    progress_->setObjectName(QStringLiteral("ProgressBar1"));
-    progress_->setAccessibleName(cover_->text());
-    progress_->setTextVisible(false);
-    progress_->hide();
+    connect(view_, &platform::ListView::columnClicked, this, &RequisitionList::columnClick);
 }
 
 // The query
 // ----------------------------------------------------------------------------------------------------------
 
-void RequisitionList::update(qint32 serviceId, const QString& itemKey, bool resetSort) {
+void RequisitionList::update(const QString& itemKey, bool resetSort) {
     platform::Trap step;
     connectData(step);
     const platform::ListItem* selected = view_->selectedItem();
     const QString rememberedKey = selected ? selected->Key : QString();
     if (resetSort) {
-        sort_ = {false, fieldOf(RequisitionColumn::Name), QStringLiteral("ASC")};
-        step([&] { switchColumnIcons(false); });
+        order_.reset(step);
     }
-    emit sorting(sort_);
-    showSort(step);
-    data_->setRecordSource(query(serviceId));
+    order_.keepTag();
+    order_.show(step);
+    data_->setRecordSource(QStringLiteral("SELECT * FROM InvoiceData WHERE ServiceID=%1").arg(serviceId) +
+                           order_.clause());
     step([&] { data_->Refresh(); });
-    QString errorText;
-    if (!fill(step, errorText) && !errorText.isEmpty()) {
-        emit fillingFailed(errorText);
-    }
+    fill(step);
     reselect(itemKey, rememberedKey);
+    emit updated();
 }
 
-QString RequisitionList::query(qint32 serviceId) const {
-    const QString rows = QStringLiteral("SELECT * FROM InvoiceData WHERE ServiceID=%1").arg(serviceId);
-    return sort_.sorted ? rows + QStringLiteral(" ORDER BY ") + sort_.field + QLatin1Char(' ') + sort_.order
-                        : rows;
+void RequisitionList::refresh(bool resetSort) {
+    update({}, resetSort);
+    if (view_->isVisible()) {
+        view_->setFocus();
+    }
 }
 
-void RequisitionList::showSort(platform::Trap& step) {
-    if (!sort_.sorted) {
+void RequisitionList::columnClick(int column) {
+    if (!hasProducts()) {
         return;
     }
-    step([&] { switchColumnIcons(true); });
-    if (const int column = view_->columnOf(sort_.field)) {
-        step([&] { view_->setColumnIcon(column, sort_.order); });
+    if (column == columnNumber(RequisitionColumn::Amount)) {
+        box(view_->window(), QStringLiteral("Ne mozete sortirati po medjutotalu."),
+            platform::BoxIcon::Information);
+        return;
     }
-}
-
-void RequisitionList::sortBy(int column) {
-    switchColumnIcons(true);
-    const QString key = view_->columnKey(column);
-    if (key != sort_.field) {
-        const int old = view_->columnOf(sort_.field);
-        if (sort_.sorted && old > 0) {
-            view_->setColumnIcon(old, QStringLiteral("dummy"));
-        }
-        sort_.field = key;
-        sort_.order = QStringLiteral("ASC");
-    } else {
-        sort_.order = sort_.order == QLatin1String("ASC") ? QStringLiteral("DESC") : QStringLiteral("ASC");
-    }
-    view_->setColumnIcon(column, sort_.order);
-    sort_.sorted = true;
+    order_.sortBy(column);
+    update({}, false);
 }
 
 float RequisitionList::total() const {
@@ -128,10 +83,6 @@ void RequisitionList::connectData(platform::Trap& step) {
             data_->Connect = ScrambleOrder(data_->Connect, true) + QStringLiteral(";Pwd=") + password;
         }
     });
-}
-
-void RequisitionList::switchColumnIcons(bool on) {
-    view_->setColumnImages(on ? columnIcons_ : QHash<QString, QIcon>());
 }
 
 void RequisitionList::reselect(const QString& itemKey, const QString& rememberedKey) {
@@ -157,7 +108,7 @@ bool RequisitionList::hasProducts() const {
 
 // `step` may hold the failure of the query already: then there are no rows to be read, and that is the reason
 // people are told.
-bool RequisitionList::fill(platform::Trap& step, QString& errorText) {
+void RequisitionList::fill(platform::Trap& step) {
     step([&] { view_->clearItems(); });
     step([&] { view_->addItem(requisition::totalRow()); });
     if (!data_->isOpen()) {
@@ -167,14 +118,14 @@ bool RequisitionList::fill(platform::Trap& step, QString& errorText) {
     } else {
         fillRows(step);
     }
-    if (!step.failed()) {
-        return true;
+    if (step.failed()) {
+        box(view_->window(),
+            QStringLiteral("Neocekivana greska prilikom popunjavanja liste trebovanih proizvoda:\n\n%1 ; "
+                           "Code line no.: %2\nOccured in procedure FillListView of Form frmInvoiceEx")
+                .arg(step.line())
+                .arg(step.codeLine()),
+            platform::BoxIcon::Exclamation);
     }
-    errorText =
-        QStringLiteral("%1 ; Code line no.: %2\nOccured in procedure FillListView of Form frmInvoiceEx")
-            .arg(step.line())
-            .arg(step.codeLine());
-    return false;
 }
 
 void RequisitionList::fillRows(platform::Trap& step) {
@@ -183,22 +134,16 @@ void RequisitionList::fillRows(platform::Trap& step) {
     step([&] { rows.MoveLast(); });
     step([&] { rows.MoveFirst(); });
     step([&] { count = rows.RecordCount(); });
-    progress_->setRange(0, static_cast<int>(count));
     float total = 0;
     {
         const platform::WaitPointer wait;
-        setFilling(true);
-        const auto end = qScopeGuard([this] { setFilling(false); });
+        cover_.begin(count);
+        const auto end = qScopeGuard([this] { cover_.end(); });
         step([&] {
             const requisition::SourceFields fields(rows);
-            QElapsedTimer sinceShown;
-            sinceShown.start();
             for (int done = 1; !rows.EOF(); ++done) {
                 step([&] { total += addRow(fields, step); });
-                if (sinceShown.elapsed() >= kProgressEvery) {
-                    progress_->setValue(done);
-                    sinceShown.restart();
-                }
+                cover_.tell(done);
                 rows.MoveNext();  // where that fails there is no way to the rows behind
             }
         });
@@ -218,30 +163,4 @@ float RequisitionList::addRow(const requisition::SourceFields& fields, platform:
     const float amount = numberOf(RequisitionCells(row).amount());
     step([&] { view_->addItem(std::move(row)); });
     return amount;
-}
-
-// Out of sight while it is filled: thousands of rows would be drawn one by one.
-void RequisitionList::setFilling(bool on) {
-    if (on) {
-        hadFocus_ = view_->hasFocus();
-        showProgress(true);
-        stack_->setCurrentWidget(cover_);
-        cover_->repaint();
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-        return;
-    }
-    stack_->setCurrentWidget(view_);
-    showProgress(false);
-    if (hadFocus_) {
-        view_->setFocus();
-    }
-}
-
-void RequisitionList::showProgress(bool on) {
-    if (on) {
-        statusBar_->coverPanel(statusBar_->firstPanelKey(), progress_);
-        progress_->setValue(0);
-    } else {
-        statusBar_->uncover(progress_, statusBar_->window());
-    }
 }

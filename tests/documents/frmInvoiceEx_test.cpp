@@ -719,7 +719,8 @@ TEST_F(RequisitionList, F12AndTheFirstButtonOpenTheCatalogueOverIt) {
             for (QWidget* window : QApplication::topLevelWidgets()) {
                 if (auto* catalogue = qobject_cast<frmKonfiguratorEx*>(window)) {
                     ++opened;
-                    EXPECT_EQ(catalogue->ParentForm, static_cast<CatalogueParent*>(&win()));
+                    EXPECT_EQ(catalogue->ParentForm, &win().catalogueParent());
+                    EXPECT_EQ(catalogue->ParentForm->asWindow(), &win());
                     catalogue->reject();
                 }
             }
@@ -765,7 +766,7 @@ class RequisitionDrag : public RequisitionList {
 TEST_F(RequisitionDrag, TellsTheCatalogueWhetherItIsOverTheList) {
     product.setData(kProductDragFormat, "K1");
     show([&] {
-        win().setDragEvents(&notes);
+        win().catalogueParent().setDragEvents(&notes);
         EXPECT_TRUE(send<QDragEnterEvent>(onToolbar()));
         EXPECT_TRUE(send<QDragMoveEvent>(inList()));
         EXPECT_TRUE(send<QDragMoveEvent>(list().geometry().topLeft())) << "its edge is not inside";
@@ -776,17 +777,17 @@ TEST_F(RequisitionDrag, TellsTheCatalogueWhetherItIsOverTheList) {
         send<QDragEnterEvent>(onToolbar());
         send<QDropEvent>(onToolbar());
         EXPECT_EQ(notes.told.last(), "drop") << "anywhere on the window";
-        win().setDragEvents(nullptr);
+        win().catalogueParent().setDragEvents(nullptr);
     });
 }
 
 TEST_F(RequisitionDrag, OtherThingsAndNobodyListeningAreRefused) {
     product.setText("K1");
     show([&] {
-        win().setDragEvents(&notes);
+        win().catalogueParent().setDragEvents(&notes);
         EXPECT_FALSE(send<QDragEnterEvent>(inList()));
         product.setData(kProductDragFormat, "K1");
-        win().setDragEvents(nullptr);
+        win().catalogueParent().setDragEvents(nullptr);
         EXPECT_FALSE(win().acceptDrops());
         EXPECT_FALSE(send<QDragEnterEvent>(inList()));
         EXPECT_TRUE(notes.told.isEmpty());
