@@ -10,7 +10,7 @@ CatalogueNames::CatalogueNames(QWidget* window, WindowCommands& commands)
       SortTagOf({&parts_->groups.sortTag, &parts_->manufacturers.sortTag, &parts_->products.sortTag}),
       List1{&parts_->groups.rows(), &parts_->manufacturers.rows()},
       Text1{parts_->groups.search().box(), parts_->manufacturers.search().box()},
-      Text1_2(&parts_->products.detail()),
+      Text1_2(parts_->products.detail().box()),
       ListView1(&parts_->products.rows()),
       Toolbar1(parts_->bars.toolbar()),
       StatusBar1(parts_->status.bar()),
@@ -18,7 +18,7 @@ CatalogueNames::CatalogueNames(QWidget* window, WindowCommands& commands)
       ParentForm(parts_->copies.parentForm),
       PrikaziStanjaVecaOdNule(parts_->status.aboveZero().on),
       PrikaziSveProizvodjace(parts_->status.allManufacturers().on),
-      Napomena(parts_->products.note),
-      JM(parts_->products.unit) {}
+      Napomena(parts_->products.detail().note),
+      JM(parts_->products.detail().unit) {}
 
 CatalogueNames::~CatalogueNames() = default;

@@ -3,14 +3,15 @@
 #include <QLineEdit>
 
 #include "catalogue/catalogue_switch.h"
+#include "catalogue/list_facts.h"
 #include "catalogue/type_ahead.h"
 #include "platform/controls/list_box.h"
 #include "platform/controls/list_view.h"
 
 CatalogueParts::CatalogueParts(QWidget* window, WindowCommands& commands)
     : status(window),
-      groups(ListPane::groups(), window, status),
-      manufacturers(ListPane::manufacturers(), window, status),
+      groups(groupFacts(), window, status),
+      manufacturers(manufacturerFacts(), window, status),
       products(groups, manufacturers, window, status),
       copies(window),
       groupCommands(groups, copies, window),

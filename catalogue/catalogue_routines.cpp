@@ -42,7 +42,9 @@ void CatalogueRoutines::ShowStatusText(const QString& text, bool sticky) {
 void CatalogueRoutines::SortList(int mode, bool force) {
     const int list = parts_->bars.focusedList(false);
     if (list >= 0) {
-        (list == kGroups ? parts_->groups : parts_->manufacturers).sortBy(static_cast<SortMode>(mode), force);
+        (list == kGroups ? parts_->groups : parts_->manufacturers)
+            .order()
+            .sortBy(static_cast<SortMode>(mode), force);
     }
 }
 

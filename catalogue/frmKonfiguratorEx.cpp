@@ -176,7 +176,7 @@ void frmKonfiguratorEx::firstShowing() {
     for (ListPane* list : {&parts_->groups, &parts_->manufacturers}) {
         list->search().setText(list->rows().selectedText());
         list->remember();
-        list->tellOrder();
+        list->order().tell();
     }
 }
 

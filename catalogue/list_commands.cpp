@@ -1,6 +1,7 @@
 #include "catalogue/list_commands.h"
 
 #include "catalogue/failure_texts.h"
+#include "catalogue/list_facts.h"
 #include "catalogue/list_pane.h"
 #include "catalogue/requisition_copies.h"
 #include "catalogue/row_search.h"
@@ -92,7 +93,7 @@ ListCommands::ListCommands(ListPane& pane, RequisitionCopies& copies, QWidget* w
     : pane_(pane), texts_(textsOf(pane.facts().index)), copies_(copies), window_(window) {}
 
 void ListCommands::sort(SortMode mode) {
-    pane_.sortBy(mode, false);
+    pane_.order().sortBy(mode, false);
 }
 
 // Adding ----------------------------------------------------------------------------------------------------

@@ -6,6 +6,7 @@
 
 #include "catalogue/catalogue_status.h"
 #include "catalogue/catalogue_switch.h"
+#include "catalogue/list_facts.h"
 #include "catalogue/pane_layout.h"
 #include "catalogue/type_ahead.h"
 #include "common/window_helpers.h"
@@ -16,54 +17,25 @@
 using platform::SortTag;
 using platform::Trap;
 
-const ListPane::Facts& ListPane::groups() {
-    static constexpr Facts kGroups{
-        .index = 0,
-        .table = "Grupe",
-        .field = "Grupa",
-        .title = "&Grupe:",
-        .accessible = "Grupe",
-        .search = "Trazi grupu",
-        .isShownWithProducts = false,
-        .words = {
-            "GRUPE", "Grupa proizvoda",
-            "Neocekivana greska prilikom popunjavanja liste grupa kompjuterske opreme:", "FillListBox"}};
-    return kGroups;
-}
-
-const ListPane::Facts& ListPane::manufacturers() {
-    static constexpr Facts kManufacturers{
-        .index = 1,
-        .table = "Proizvodjaci",
-        .field = "Proizvodjac",
-        .title = "P&roizvodjaci:",
-        .accessible = "Proizvodjaci",
-        .search = "Trazi proizvodjaca",
-        .isShownWithProducts = true,
-        .words = {"PROIZVODJACI", "Proizvodjaca proizvoda",
-                  "Neocekivana greska prilikom popunjavanja liste proizvodjaca kompjuterske opreme:",
-                  "FillListBox"}};
-    return kManufacturers;
-}
-
-ListPane::ListPane(const Facts& facts, QWidget* window, CatalogueStatus& status)
+ListPane::ListPane(const ListFacts& facts, QWidget* window, CatalogueStatus& status)
     : CataloguePane(facts.words, window, status),
       facts_(facts),
-      allManufacturers_(status.allManufacturers()) {
-    build(window);
+      allManufacturers_(status.allManufacturers()),
+      controls_(facts, allManufacturers_, window),
+      order_(*this, *controls_.list, facts.field) {
     if (facts.isShownWithProducts) {
         connect(&status.allManufacturers(), &CatalogueSwitch::refreshed, this, [this] {
             // Slanted names: the choice among them restricts nothing.
-            QFont font = list_->font();
+            QFont font = rows().font();
             font.setItalic(allManufacturers_.isOn());
-            list_->setFont(font);
+            rows().setFont(font);
         });
     }
-    connect(list_, &platform::ListBox::clicked, this, &ListPane::click);
-    connect(search_, &TypeAhead::left, this, &ListPane::leave);
-    connect(search_, &TypeAhead::matched, this, &ListPane::forget);
-    connect(search_, &TypeAhead::changed, this, &ListPane::changed);
-    connect(search_, &TypeAhead::entered, this, [this](int row) {
+    connect(&rows(), &platform::ListBox::clicked, this, &ListPane::click);
+    connect(&search(), &TypeAhead::left, this, &ListPane::leave);
+    connect(&search(), &TypeAhead::matched, this, &ListPane::forget);
+    connect(&search(), &TypeAhead::changed, this, &ListPane::changed);
+    connect(&search(), &TypeAhead::entered, this, [this](int row) {
         takeFocus();
         if (row >= 0 && restricts()) {
             click();
@@ -71,31 +43,31 @@ ListPane::ListPane(const Facts& facts, QWidget* window, CatalogueStatus& status)
     });
 }
 
-void ListPane::build(QWidget* window) {
-    surface_ = new QWidget(window);
-    surface_->setObjectName(arrayName("Picture1", facts_.index));
-    auto* box = new QLineEdit(surface_);
-    box->setObjectName(arrayName("Text1", facts_.index));
-    box->setAccessibleName(QLatin1String(facts_.search));
-    list_ = new platform::ListBox(surface_);
-    list_->setObjectName(arrayName("List1", facts_.index));
-    list_->setAccessibleName(QLatin1String(facts_.accessible));
-    search_ = new TypeAhead(box, list_, allManufacturers_);
-    QVBoxLayout* column = paneLayout(surface_, facts_.index, facts_.title, box);
+ListPane::Controls::Controls(const ListFacts& facts, const CatalogueSwitch& allManufacturers, QWidget* window)
+    : surface(new QWidget(window)) {
+    surface->setObjectName(arrayName("Picture1", facts.index));
+    auto* box = new QLineEdit(surface);
+    box->setObjectName(arrayName("Text1", facts.index));
+    box->setAccessibleName(QLatin1String(facts.search));
+    list = new platform::ListBox(surface);
+    list->setObjectName(arrayName("List1", facts.index));
+    list->setAccessibleName(QLatin1String(facts.accessible));
+    search = new TypeAhead(box, list, allManufacturers);
+    QVBoxLayout* column = paneLayout(surface, facts.index, facts.title, box);
     column->addWidget(box);
-    column->addWidget(list_, 1);
+    column->addWidget(list, 1);
 }
 
 QWidget* ListPane::list() const {
-    return list_;
+    return controls_.list;
 }
 
 bool ListPane::hasRows() const {
-    return list_->count() > 0;
+    return rows().count() > 0;
 }
 
 bool ListPane::hasSelection() const {
-    return list_->curSel() >= 0;
+    return rows().curSel() >= 0;
 }
 
 bool ListPane::restricts() const {
@@ -105,7 +77,7 @@ bool ListPane::restricts() const {
 // Filling ---------------------------------------------------------------------------------------------------
 
 QString ListPane::selection() const {
-    return list_->selectedText();
+    return rows().selectedText();
 }
 
 QString ListPane::statement(const SortTag& sort) const {
@@ -117,7 +89,7 @@ QString ListPane::statement(const SortTag& sort) const {
 }
 
 QString ListPane::fill() {
-    list_->resetContent();
+    rows().resetContent();
     Trap step;
     dao::Recordset records = data().Recordset();
     std::optional<dao::Field> name, id;
@@ -128,22 +100,22 @@ QString ListPane::fill() {
         fillRows(step, [&] { all.append({textOf(*name), id->Value().asLong()}); });
     }
     setCount(all.size());
-    list_->addStrings(std::move(all));
+    rows().addStrings(std::move(all));
     return fillErrorOf(step);
 }
 
 void ListPane::select(const QString& key) {
-    const int row = key.isEmpty() ? (list_->count() > 0 ? 0 : -1) : list_->findString(key);
-    list_->setCurSel(row);
-    list_->setTopIndex(row);
+    const int row = key.isEmpty() ? (rows().count() > 0 ? 0 : -1) : rows().findString(key);
+    rows().setCurSel(row);
+    rows().setTopIndex(row);
 }
 
 // Choosing --------------------------------------------------------------------------------------------------
 
 void ListPane::click() {
     showCount();
-    const QString selected = list_->selectedText();
-    search_->setText(selected);
+    const QString selected = rows().selectedText();
+    search().setText(selected);
     if (selected != lastSelection_) {
         lastSelection_ = selected;
         if (restricts()) {
@@ -154,7 +126,7 @@ void ListPane::click() {
 }
 
 void ListPane::remember() {
-    lastSelection_ = list_->selectedText();
+    lastSelection_ = rows().selectedText();
 }
 
 void ListPane::forget() {
@@ -163,42 +135,7 @@ void ListPane::forget() {
 
 // Whichever row is clicked next, the same one too, its products have to be read again.
 void ListPane::leave() {
-    list_->setCurSel(-1);
+    rows().setCurSel(-1);
     forget();
     emit productsLeft();
-}
-
-// Sorting ---------------------------------------------------------------------------------------------------
-
-void ListPane::sortBy(SortMode mode, bool force) {
-    const QString remembered = list_->selectedText();
-    SortTag sort = readSortTag(sortTag, window());
-    if (mode == SortMode::NoSort) {
-        list_->setToolTip(QString());
-        sort = {false, QString(), QStringLiteral("ASC")};
-    } else if (mode == SortMode::Ascending || mode == SortMode::Descending) {
-        const bool isUp = mode == SortMode::Ascending;
-        const QString order = isUp ? QStringLiteral("ASC") : QStringLiteral("DESC");
-        const QString way = isUp ? QStringLiteral("rastucim") : QStringLiteral("opadajucim");
-        if (sort.sorted && sort.order == order && !force) {
-            box(window(), QStringLiteral("Lista je vec sortirana po %1 nazivima.").arg(way),
-                platform::BoxIcon::Information);
-            return;
-        }
-        sort.sorted = true;
-        sort.order = order;
-        list_->setToolTip(QStringLiteral("Lista je sortirana po %1 nazivima.").arg(way));
-    }
-    sortTag = writeSortTag({sort.sorted, QLatin1String(facts_.field), sort.order}, window());
-    update(remembered, mode == SortMode::NoSort);
-    takeFocus();
-}
-
-void ListPane::tellOrder() {
-    const SortTag order = sort();
-    if (order.sorted) {
-        list_->setToolTip(order.order == QLatin1String("ASC")
-                              ? QStringLiteral("Lista je sortirana po rastucim nazivima.")
-                              : QStringLiteral("Lista je sortirana po opdajucim nazivima."));
-    }
 }

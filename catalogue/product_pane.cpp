@@ -1,18 +1,12 @@
 #include "catalogue/product_pane.h"
 
 #include <QScopeGuard>
-#include <QTextEdit>
 #include <QVBoxLayout>
 
-#include "catalogue/catalogue_status.h"
-#include "catalogue/catalogue_switch.h"
-#include "catalogue/list_pane.h"
 #include "catalogue/pane_layout.h"
 #include "catalogue/sort_state.h"
-#include "common/rate_term.h"
 #include "common/window_helpers.h"
 #include "platform/controls/data_control.h"
-#include "platform/controls/list_box.h"
 #include "platform/controls/list_view.h"
 #include "platform/controls/pictures.h"
 #include "platform/system/numbers.h"
@@ -23,8 +17,7 @@ using platform::Trap;
 
 namespace {
 
-constexpr int kPane = 2;    // the number of its controls
-constexpr int kMargin = 4;  // logical pixels
+constexpr int kPane = 2;  // the number of its controls
 constexpr CataloguePane::Words kWords{
     "PROIZVODI", "Proizvoda", "Neocekivana greska prilikom popunjavanja liste proizvoda:", "FillListView"};
 
@@ -67,31 +60,22 @@ struct ProductFields {
 
 ProductPane::ProductPane(const ListPane& groups, const ListPane& manufacturers, QWidget* window,
                          CatalogueStatus& status)
-    : CataloguePane(kWords, window, status), groups_(groups), manufacturers_(manufacturers), status_(status) {
-    build(window);
-    connect(list_, &platform::ListView::itemClicked, this, [this] { click(); });
-    connect(list_, &platform::ListView::columnClicked, this, &ProductPane::clickColumn);
-}
-
-void ProductPane::build(QWidget* window) {
-    surface_ = new QWidget(window);
+    : CataloguePane(kWords, window, status),
+      choice_(groups, manufacturers, status),
+      surface_(new QWidget(window)),
+      list_(new platform::ListView(surface_)),
+      detail_(surface_) {
     surface_->setObjectName(arrayName("Picture1", kPane));
-    list_ = new platform::ListView(surface_);
     list_->setObjectName(QStringLiteral("ListView1"));
     list_->setAccessibleName(QStringLiteral("Proizvodi"));
     addColumns(*list_, productColumns());
     list_->setSmallIcons({{QStringLiteral("stanjeok"), platform::icon(QStringLiteral("StockOk"))},
                           {QStringLiteral("stanjenula"), platform::icon(QStringLiteral("StockNone"))}});
-    detail_ = new QTextEdit(surface_);
-    detail_->setObjectName(arrayName("Text1", kPane));
-    detail_->setAccessibleName(QStringLiteral("Napomena"));
-    detail_->setReadOnly(true);
-    detail_->setAcceptRichText(false);
-    detail_->setTabChangesFocus(true);
-    detail_->setFixedHeight(window->fontMetrics().lineSpacing() * 3 + 2 * kMargin + 4);
     QVBoxLayout* column = paneLayout(surface_, kPane, "&Proizvodi:", list_);
     column->addWidget(list_, 1);
-    column->addWidget(detail_);
+    column->addWidget(detail_.box());
+    connect(list_, &platform::ListView::itemClicked, this, [this] { click(); });
+    connect(list_, &platform::ListView::columnClicked, this, &ProductPane::clickColumn);
 }
 
 QWidget* ProductPane::list() const {
@@ -107,7 +91,7 @@ bool ProductPane::hasSelection() const {
 }
 
 bool ProductPane::hasGroupAndManufacturer() const {
-    return groups_.hasSelection() && manufacturers_.hasSelection();
+    return choice_.hasGroupAndManufacturer();
 }
 
 std::optional<ProductRow> ProductPane::selected() const {
@@ -123,27 +107,7 @@ QString ProductPane::selection() const {
 }
 
 QString ProductPane::statement(const SortTag& sort) const {
-    const QString price = QStringLiteral("Oprema.Cena*") + rateTerm();
-    QString source =
-        QStringLiteral(
-            "SELECT Proizvodjaci.Proizvodjac, Oprema.ID, Oprema.IDGrupe, Oprema.IDProizvodjaca, "
-            "Oprema.Naziv, Oprema.Opis, Oprema.Stanje, Oprema.Cena, %1 AS Cena1, Oprema.Napomena, "
-            "Oprema.JM FROM Proizvodjaci LEFT JOIN Oprema ON Proizvodjaci.ID = Oprema.IDProizvodjaca "
-            "WHERE (((Oprema.IDGrupe)=%2))")
-            .arg(price)
-            .arg(groups_.rows().selectedData());
-    if (manufacturers_.hasSelection() && !status_.allManufacturers().isOn()) {
-        source +=
-            QStringLiteral(" AND ((Oprema.IDProizvodjaca)=%1)").arg(manufacturers_.rows().selectedData());
-    }
-    if (status_.aboveZero().isOn()) {
-        source += QStringLiteral(" AND Oprema.Stanje>0");
-    }
-    if (sort.sorted) {
-        const QString term = sort.field == fieldOf(ProductColumn::Price) ? price : sort.field;
-        source += QStringLiteral(" ORDER BY %1 %2").arg(term, sort.order);
-    }
-    return source;
+    return choice_.statement(sort);
 }
 
 void ProductPane::showSort(const SortTag& sort) {
@@ -174,7 +138,7 @@ QString ProductPane::fill() {
     }
     setCount(list_->count());
     if (list_->count() == 0) {
-        detail_->clear();
+        detail_.clear();
     }
     return fillErrorOf(step);
 }
@@ -192,22 +156,13 @@ void ProductPane::select(const QString& key) {
 // Choosing and sorting --------------------------------------------------------------------------------------
 
 void ProductPane::click() {
-    const std::optional<ProductRow> product = selected();
-    if (product) {
-        note = product->note();
-        unit = product->unit();
-        detail_->setPlainText(note.isEmpty() ? product->text(ProductColumn::Description) : note);
-    } else {
-        note.clear();
-        unit.clear();
-        detail_->clear();
-    }
+    detail_.show(selected());
     emit changed();
 }
 
 void ProductPane::clear() {
     list_->clearItems();
-    detail_->clear();
+    detail_.clear();
 }
 
 void ProductPane::take(int position) {

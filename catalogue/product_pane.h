@@ -4,10 +4,11 @@
 #include <optional>
 
 #include "catalogue/catalogue_pane.h"
+#include "catalogue/product_choice.h"
 #include "catalogue/product_columns.h"
+#include "catalogue/product_detail.h"
 
 class ListPane;
-class QTextEdit;
 namespace platform {
 class ListView;
 }
@@ -21,7 +22,7 @@ class ProductPane : public CataloguePane {
 
     QWidget* surface() const { return surface_; }
     platform::ListView& rows() const { return *list_; }
-    QTextEdit& detail() const { return *detail_; }
+    const ProductDetail& detail() const { return detail_; }
     QWidget* list() const override;
     bool hasRows() const override;
     bool hasSelection() const override;
@@ -33,8 +34,6 @@ class ProductPane : public CataloguePane {
     void take(int position);   // a row that has left the table leaves the list
     void refresh(bool reset);  // `reset`: also back to the order of the table
 
-    QString note, unit;  // of the selected product
-
  protected:
     QString selection() const override;
     QString statement(const platform::SortTag& sort) const override;
@@ -44,13 +43,10 @@ class ProductPane : public CataloguePane {
     void filled() override { click(); }
 
  private:
-    void build(QWidget* window);
     void clickColumn(int column);
 
-    const ListPane& groups_;
-    const ListPane& manufacturers_;
-    const CatalogueStatus& status_;
-    QWidget* surface_ = nullptr;
-    platform::ListView* list_ = nullptr;
-    QTextEdit* detail_ = nullptr;
+    ProductChoice choice_;
+    QWidget* surface_;
+    platform::ListView* list_;
+    ProductDetail detail_;
 };
