@@ -2,95 +2,48 @@
 
 #include <array>
 
-#include "platform/system/dates.h"
-#include "platform/system/numbers.h"
+#include "common/window_helpers.h"
 #include "platform/system/trap.h"
-
-using platform::HeaderAlignment;
 
 namespace {
 
-constexpr int kWidth = 1440;  // twips
-constexpr bool kMoney = true;
-
-struct Row {
-    ServiceColumn name;
-    ListColumn list;
-    QString (*stored)(const StoredService&);  // the cell's text
-    QString (*typed)(const TypedService&);
-};
-
-QString dateCell(dao::Date date) {
-    return service_row::isFinished(date) ? platform::textOfDate(date) : QString();
-}
-
-constexpr std::array kRows = {
-    Row{ServiceColumn::Started,
-        {"ServiceStarted", nullptr, 151, HeaderAlignment::Left, kWidth},
-        [](const StoredService& s) { return s.started ? platform::textOfDate(*s.started) : QString(); },
-        [](const TypedService& s) { return s.started; }},
-    Row{ServiceColumn::ToBeFinished,
-        {"ServiceToBeFinished", nullptr, 152, HeaderAlignment::Left, kWidth},
-        [](const StoredService& s) { return dateCell(s.figures.toBeFinished); },
-        [](const TypedService& s) { return s.toBeFinished; }},
-    Row{ServiceColumn::Finished,
-        {"ServiceFinished", nullptr, 153, HeaderAlignment::Left, kWidth},
-        [](const StoredService& s) { return dateCell(s.figures.finished); },
-        [](const TypedService& s) { return s.finished; }},
-    Row{ServiceColumn::Price,
-        {"Price", nullptr, 154, HeaderAlignment::Right, kWidth, kMoney},
-        [](const StoredService& s) { return platform::formatGrouped(s.figures.price); },
-        [](const TypedService& s) { return platform::formatGrouped(s.price); }},
-    Row{ServiceColumn::Discount,
-        {"Discount", nullptr, 155, HeaderAlignment::Right, kWidth},
-        [](const StoredService& s) { return platform::textOfSingle(s.figures.discount); },
-        [](const TypedService& s) { return platform::textOfSingle(s.discount); }},
-    Row{ServiceColumn::Tax,
-        {"GST", nullptr, 156, HeaderAlignment::Right, kWidth},
-        [](const StoredService& s) { return platform::textOfSingle(s.figures.gst); },
-        [](const TypedService& s) { return platform::textOfSingle(s.tax); }},
-    Row{ServiceColumn::Paid,
-        {"Paid", nullptr, 157, HeaderAlignment::Right, kWidth, kMoney},
-        [](const StoredService& s) { return platform::formatGrouped(s.figures.paid); },
-        [](const TypedService& s) { return platform::formatGrouped(s.paid); }},
-};
-
-constexpr bool eachStandsAtItsName() {
-    for (std::size_t i = 0; i < kRows.size(); ++i) {
-        if (kRows[i].name != static_cast<ServiceColumn>(i)) {
-            return false;
-        }
-    }
-    return kRows.size() == static_cast<std::size_t>(ServiceColumn::Count);
-}
-static_assert(eachStandsAtItsName(), "the table and the names of the columns have one order");
-
 constexpr auto kColumns = [] {
-    std::array<ListColumn, kRows.size()> columns{};
-    for (std::size_t i = 0; i < kRows.size(); ++i) {
-        columns[i] = kRows[i].list;
+    std::array<ListColumn, service_fields::kListed> columns{};
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        columns[i] = serviceField(static_cast<ServiceColumn>(i)).list;
     }
     return columns;
 }();
 
+service_row::Figures figuresOf(const ServiceValues& values) {
+    return {.price = values[ServiceColumn::Price].asCurrency(),
+            .paid = values[ServiceColumn::Paid].asCurrency(),
+            .discount = values[ServiceColumn::Discount].asSingle(),
+            .gst = values[ServiceColumn::Tax].asSingle()};
+}
+
 // An amount too large to be computed with is a debt, never a settled bill.
-QString stateOf(const service_row::Figures& figures) {
+QString stateOf(const ServiceValues& values) {
+    const service_row::Figures figures = figuresOf(values);
     dao::Currency rest = figures.price;
     platform::Trap step;
     step([&] { rest = service_row::remainder(figures); });
-    return service_row::stateKey(service_row::isFinished(figures.finished),
+    return service_row::stateKey(service_row::isFinished(values[ServiceColumn::Finished].asDate()),
                                  service_row::isPaid(rest, figures.price > dao::Currency()));
 }
 
-QString stateOf(const TypedService& service) {
+QString stateOf(const ServiceTexts& service) {
+    const auto number = [&](ServiceColumn column) { return numberOf(service[column]); };
     dao::Currency rest;
     platform::Trap step;
     step([&] {
         rest = service_row::settledRemainder(
-            service_row::editorRemainder(service.price, service.discount, service.tax, service.paid));
+            service_row::editorRemainder(number(ServiceColumn::Price), number(ServiceColumn::Discount),
+                                         number(ServiceColumn::Tax), number(ServiceColumn::Paid)));
     });
-    return service_row::stateKey(service_row::isFinished(service_row::typedDate(service.finished)),
-                                 service_row::isPaid(rest, service.price > 0));
+    return service_row::stateKey(
+        service_row::isFinished(service_row::typedDate(service[ServiceColumn::Finished])),
+        service_row::isPaid(rest, number(ServiceColumn::Price) > 0));
 }
 
 }  // namespace
@@ -100,25 +53,43 @@ std::span<const ListColumn> serviceColumns() {
 }
 
 QString fieldOf(ServiceColumn column) {
-    return QString::fromLatin1(kColumns[static_cast<std::size_t>(column)].field);
+    return QString::fromLatin1(serviceField(column).list.field);
 }
 
 platform::ListItem itemOf(const StoredService& service) {
+    ServiceValues values = service.values;
+    countMissingAsNothing(values);
     platform::ListItem item;
     item.Key = service_row::keyOf(service.id);
-    item.SmallIcon = stateOf(service.figures);
-    item.subItems.reserve(static_cast<qsizetype>(kRows.size()) - 1);
-    for (const Row& row : kRows) {
-        setCell(item, row.name, row.stored(service));
+    item.SmallIcon = stateOf(values);
+    item.subItems.reserve(static_cast<qsizetype>(kColumns.size()) - 1);
+    for (const ServiceField& field : serviceFields()) {
+        if (isListed(field.name)) {
+            setCell(item, field.name, cellOfValue(field.kind, values[field.name]));
+        }
     }
-    item.Tag = service_row::tagOf(service.types, service.comments);
+    item.Tag =
+        service_row::tagOf(textOf(values[ServiceColumn::Types]), textOf(values[ServiceColumn::Comments]));
     return item;
 }
 
-void showTyped(platform::ListItem& item, const TypedService& service) {
+void showTyped(platform::ListItem& item, const ServiceTexts& service) {
     item.SmallIcon = stateOf(service);
-    for (const Row& row : kRows) {
-        setCell(item, row.name, row.typed(service));
+    for (const ServiceField& field : serviceFields()) {
+        if (isListed(field.name)) {
+            setCell(item, field.name, cellOfText(field.kind, service[field.name]));
+        }
     }
-    item.Tag = service_row::tagOf(service.types, service.comments);
+    item.Tag = service_row::tagOf(service[ServiceColumn::Types], service[ServiceColumn::Comments]);
+}
+
+QString ServiceCells::text(ServiceColumn column) const {
+    switch (column) {
+        case ServiceColumn::Comments:
+            return service_row::commentsOfTag(row_.Tag);
+        case ServiceColumn::Types:
+            return service_row::typesOfTag(row_.Tag);
+        default:
+            return cellOf(row_, column);
+    }
 }

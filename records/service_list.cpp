@@ -35,7 +35,7 @@ service_row::ScreenUnit screenUnit() {
 // As far as there are columns: what a later version keeps for more of them is nothing to this one.
 QString figuresFor(const settings::Setting& setting, const QString& usual) {
     return settings::text(setting, usual)
-        .section(QLatin1Char(';'), 0, static_cast<qsizetype>(ServiceColumn::Count) - 1);
+        .section(QLatin1Char(';'), 0, static_cast<qsizetype>(serviceColumns().size()) - 1);
 }
 
 void placeServiceColumns(platform::ListView& list, Trap& step) {
@@ -70,50 +70,25 @@ void fillList(platform::ListView& list, const dao::Recordset& services) {
     }
 }
 
-// What the editor gave back.
-TypedService typedIn(const frmDetails& editor) {
-    return {.started = editor.ServiceStarted(),
-            .toBeFinished = editor.ServiceToBeFinished(),
-            .finished = editor.ServiceFinished(),
-            .price = numberOf(editor.Price()),
-            .discount = numberOf(editor.Discount()),
-            .tax = numberOf(editor.GST()),
-            .paid = numberOf(editor.Paid()),
-            .types = editor.ServiceTypes(),
-            .comments = editor.Comments()};
-}
-
 // Each field by itself: one that cannot be written must not keep the others from being kept.
-void writeToRecord(dao::Recordset& record, const TypedService& service, qint32 machineId) {
+void writeToRecord(dao::Recordset& record, const ServiceTexts& service, qint32 machineId) {
     const service_row::ScreenUnit unit = screenUnit();
     Trap step;
-    const auto write = [&](const char* field, auto&& value) {
-        step([&] { record.Fields(field) = value(); });
-    };
-    write("MachineID", [&] { return machineId; });
-    write("ServiceStarted", [&] { return service_row::typedDate(service.started); });
-    write("ServiceToBeFinished", [&] { return service_row::typedDate(service.toBeFinished); });
-    write("ServiceFinished", [&] { return service_row::typedDate(service.finished); });
-    write("Price", [&] { return unit.toStored(service.price); });
-    write("Paid", [&] { return unit.toStored(service.paid); });
-    write("Discount", [&] { return service.discount; });
-    write("GST", [&] { return service.tax; });
-    write("Comments", [&] { return service.comments.toStdString(); });
-    write("ServiceTypes", [&] { return service.types.toStdString(); });
+    step([&] { record.Fields("MachineID") = machineId; });
+    for (const ServiceField& field : serviceFields()) {
+        step([&] { record.Fields(field.list.field) = storedValue(field.kind, service[field.name], unit); });
+    }
 }
 
 void passRowToEditor(const ListItem& row, const QString& description, frmDetails& editor) {
     const ServiceCells cells(row);
-    editor.setServiceTypes(cells.types());
+    ServiceTexts service;
+    for (const ServiceField& field : serviceFields()) {
+        service[field.name] = cells.text(field.name);
+    }
+    service[ServiceColumn::Comments] = description;
+    editor.setService(service);
     editor.setServiceID(cells.serviceId());
-    editor.setServiceStarted(cells.started());
-    editor.setServiceToBeFinished(cells.toBeFinished());
-    editor.setServiceFinished(cells.finished());
-    editor.setPrice(cells.price());
-    editor.setPaid(cells.paid());
-    editor.setDiscount(cells.discount());
-    editor.setGST(cells.tax());
-    editor.setComments(description);
 }
 
 }  // namespace
@@ -343,7 +318,7 @@ void ServiceList::addNew() {
 }
 
 void ServiceList::takeFromEditor(qint32 id, bool edited) {
-    const TypedService service = typedIn(*editor_);
+    const ServiceTexts service = editor_->service();
     showInList(service_row::keyOf(id), edited, service);
     writeAndSettle(service);
     owner_.renewRecordCommands();
@@ -351,7 +326,7 @@ void ServiceList::takeFromEditor(qint32 id, bool edited) {
 }
 
 // The list shows what was entered before the database has it: the row is what the person looks at next.
-void ServiceList::showInList(const QString& key, bool edited, const TypedService& service) {
+void ServiceList::showInList(const QString& key, bool edited, const ServiceTexts& service) {
     Trap step;
     const auto show = [&](ListItem& row) { showTyped(row, service); };
     if (edited) {
@@ -369,7 +344,7 @@ void ServiceList::showInList(const QString& key, bool edited, const TypedService
 }
 
 // A failure is not reported here: the list then shows more than the database holds, until it is filled again.
-void ServiceList::writeAndSettle(const TypedService& service) {
+void ServiceList::writeAndSettle(const ServiceTexts& service) {
     dao::Recordset record = services_.Recordset();
     writeToRecord(record, service, owner_.computerOnShow());
     Trap step;

@@ -6,11 +6,11 @@
 #include <optional>
 
 #include "platform/controls/list_view.h"
+#include "records/service_values.h"
 
 class frmDetails;
 class QWidget;
 class ServiceView;
-struct TypedService;
 namespace platform {
 class DataControl;
 class Trap;
@@ -69,8 +69,8 @@ class ServiceList {
  private:
     bool findForEdit(qint32 id);
     void takeFromEditor(qint32 id, bool edited);
-    void showInList(const QString& key, bool edited, const TypedService& service);
-    void writeAndSettle(const TypedService& service);
+    void showInList(const QString& key, bool edited, const ServiceTexts& service);
+    void writeAndSettle(const ServiceTexts& service);
     void showWhatIsLeft(platform::Trap& step);
 
     QWidget& window_;

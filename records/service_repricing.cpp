@@ -15,9 +15,9 @@ namespace {
 void repriceRow(platform::ListItem& row, float total) {
     setCell(row, ServiceColumn::Price, platform::formatGrouped(total));
     const ServiceCells cells(row);
-    const float paid = numberOf(cells.paid());
-    const float gst = numberOf(cells.tax());
-    const float discount = numberOf(cells.discount());
+    const float paid = numberOf(cells.text(ServiceColumn::Paid));
+    const float gst = numberOf(cells.text(ServiceColumn::Tax));
+    const float discount = numberOf(cells.text(ServiceColumn::Discount));
     dao::Currency rest;
     platform::Trap step;
     step([&] {
@@ -49,7 +49,8 @@ void repriceService(QWidget& window, platform::ListView& list, platform::DataCon
         list.changeItem(service_row::keyOf(id), [&](platform::ListItem& row) { repriceRow(row, total); });
     });
     const service_row::ScreenUnit unit{CeneDinarske, KursKupovni};
-    step([&] { services.Recordset().Fields("Price") = unit.toStored(total); });
+    const ServiceField& price = serviceField(ServiceColumn::Price);
+    step([&] { services.Recordset().Fields(price.list.field) = unit.toStored(total); });
     step([&] { services.Recordset().Update(); });
     if (step.failed()) {
         platform::Trap letGo;  // of the write lock, which other workstations are waiting for

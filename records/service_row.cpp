@@ -27,26 +27,6 @@ dao::Currency ScreenUnit::toStored(float shown) const {
     return currencyOf(dinars ? shown / rate : shown);
 }
 
-void Readings::fillFrom(const Readings& earlier) {
-    const auto keep = [](auto& mine, const auto& before) {
-        if (!mine) {
-            mine = before;
-        }
-    };
-    keep(toBeFinished, earlier.toBeFinished);
-    keep(finished, earlier.finished);
-    keep(price, earlier.price);
-    keep(paid, earlier.paid);
-    keep(discount, earlier.discount);
-    keep(gst, earlier.gst);
-}
-
-Figures Readings::figures() const {
-    return {
-        toBeFinished.value_or(dao::Date{}), finished.value_or(dao::Date{}), price.value_or(dao::Currency{}),
-        paid.value_or(dao::Currency{}),     discount.value_or(0.0F),        gst.value_or(0.0F)};
-}
-
 double decimalOf(float value) {
     if (!std::isfinite(value)) {
         return value;

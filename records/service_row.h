@@ -2,7 +2,6 @@
 
 #include <QString>
 #include <QStringList>
-#include <optional>
 
 #include "platform/dao/currency.h"
 #include "platform/dao/date.h"
@@ -32,28 +31,10 @@ struct ScreenUnit {
 
 // The figures of one service, the amounts in the unit on screen.
 struct Figures {
-    dao::Date toBeFinished;
-    dao::Date finished;
     dao::Currency price;
     dao::Currency paid;
     float discount = 0;  // percent
     float gst = 0;       // percent
-};
-
-// The same as they were read: nothing where the file has no readable value.
-struct Readings {
-    std::optional<dao::Date> toBeFinished;
-    std::optional<dao::Date> finished;
-    std::optional<dao::Currency> price;
-    std::optional<dao::Currency> paid;
-    std::optional<float> discount;
-    std::optional<float> gst;
-
-    bool complete() const { return toBeFinished && finished && price && paid && discount && gst; }
-    // Takes from an earlier row whatever is missing here.
-    void fillFrom(const Readings& earlier);
-    // What is still missing counts as 0: the first row has none before it to keep a figure of.
-    Figures figures() const;
 };
 
 // The number as the person typed it: 117.2 and not the 117.19999... that a Single holds for it. Amounts of
@@ -83,6 +64,8 @@ QString repricedState(const QString& presentState, dao::Currency remainder, floa
 QString keyOf(qint32 id);
 qint32 idOfKey(const QString& key);
 
+// The first kind of work stands for any: it is the one of a service that nobody has given a kind.
+inline const QString kAnyType = QStringLiteral("1");
 // The row's tag: kinds of work, "##", description.
 QString tagOf(const QString& types, const QString& comments);
 QString typesOfTag(const QString& tag);     // all before the first "##"

@@ -3,76 +3,44 @@
 #include <algorithm>
 #include <limits>
 
-#include "common/window_helpers.h"
 #include "platform/system/trap.h"
 
-using service_row::Readings;
-
-namespace {
-
-// A value as `read` gives it; nothing where the file has none that can be read so.
-template <typename Read>
-auto readable(const dao::Field& field, Read&& read) -> std::optional<decltype(read(field.Value()))> {
-    if (field.Value().isNull()) {
-        return std::nullopt;
-    }
-    std::optional<decltype(read(field.Value()))> result;
-    platform::Trap step;
-    step([&] { result = read(field.Value()); });
-    return result;
-}
-
-}  // namespace
-
 ServiceRows::ServiceRows(const dao::Recordset& source, service_row::ScreenUnit unit)
-    : rows_(source.Clone()),
-      unit_(unit),
-      columns_{rows_.Fields("ID"),
-               rows_.Fields("ServiceStarted"),
-               rows_.Fields("ServiceToBeFinished"),
-               rows_.Fields("ServiceFinished"),
-               rows_.Fields("Price"),
-               rows_.Fields("Paid"),
-               rows_.Fields("Discount"),
-               rows_.Fields("GST"),
-               rows_.Fields("ServiceTypes"),
-               rows_.Fields("Comments")} {
+    : rows_(source.Clone()), unit_(unit), id_(rows_.Fields("ID")) {
+    for (const ServiceField& field : serviceFields()) {
+        fields_[field.name].emplace(rows_.Fields(field.list.field));
+    }
     count_ = static_cast<int>(std::min<std::int64_t>(rows_.RecordCount(), std::numeric_limits<int>::max()));
 }
 
-Readings ServiceRows::readings() const {
-    const auto date = [](const dao::Value& value) { return value.asDate(); };
-    const auto single = [](const dao::Value& value) { return value.asSingle(); };
-    const auto amount = [this](const dao::Value& value) { return unit_.toScreen(value.asCurrency()); };
-    Readings own;
-    own.toBeFinished = readable(columns_.toBeFinished, date);
-    own.finished = readable(columns_.finished, date);
-    own.price = readable(columns_.price, amount);
-    own.paid = readable(columns_.paid, amount);
-    own.discount = readable(columns_.discount, single);
-    own.gst = readable(columns_.gst, single);
-    return own;
+void ServiceRows::readInto(ServiceValues& values, bool fromRowAbove) const {
+    for (const ServiceField& field : serviceFields()) {
+        if (field.fromRowAbove == fromRowAbove) {
+            values[field.name] = shownValue(field.kind, fields_[field.name]->Value(), unit_);
+        }
+    }
 }
 
-Readings ServiceRows::completed(int index, Readings own) {
-    if (own.complete()) {
-        return own;
-    }
-    for (int above = index - 1; above >= 1 && !own.complete(); --above) {
+void ServiceRows::completeFromAbove(int index, ServiceValues& own) {
+    ServiceValues found;
+    takeFromRowAbove(found, own);
+    for (int above = index - 1; above >= 1 && !isComplete(found); --above) {
         const auto known = completed_.constFind(above);
         if (known != completed_.cend()) {
-            own.fillFrom(*known);
+            takeFromRowAbove(found, *known);
             break;
         }
         // A row that somebody has deleted in the meantime has no figures to hand down.
         platform::Trap step;
         step([&] {
+            ServiceValues values;
             rows_.setAbsolutePosition(above - 1);
-            own.fillFrom(readings());
+            readInto(values, true);
+            takeFromRowAbove(found, values);
         });
     }
-    completed_.insert(index, own);
-    return own;
+    completed_.insert(index, found);
+    takeFromRowAbove(own, found);
 }
 
 std::optional<platform::ListItem> ServiceRows::read(int index) {
@@ -80,12 +48,13 @@ std::optional<platform::ListItem> ServiceRows::read(int index) {
     platform::Trap step;
     step([&] {
         rows_.setAbsolutePosition(index - 1);
-        const qint32 id = columns_.id.Value().asLong();
-        const auto started =
-            readable(columns_.started, [](const dao::Value& value) { return value.asDate(); });
-        const QString types = textOf(columns_.types);
-        const QString comments = textOf(columns_.comments);
-        item = itemOf({id, started, completed(index, readings()).figures(), types, comments});
+        StoredService service{.id = id_.Value().asLong()};
+        readInto(service.values, false);
+        readInto(service.values, true);
+        if (!isComplete(service.values)) {
+            completeFromAbove(index, service.values);
+        }
+        item = itemOf(service);
     });
     return item;
 }

@@ -26,15 +26,14 @@ class ServiceRows {
     int find(const QString& key);
 
  private:
-    service_row::Readings readings() const;
-    service_row::Readings completed(int index, service_row::Readings own);
+    // Of the current row: the fields that go on from row to row, or the others.
+    void readInto(ServiceValues& values, bool fromRowAbove) const;
+    void completeFromAbove(int index, ServiceValues& own);
 
     dao::Recordset rows_;
     service_row::ScreenUnit unit_;
     int count_ = 0;
-    struct Columns {
-        dao::Field id, started, toBeFinished, finished, price, paid, discount, gst, types, comments;
-    };
-    Columns columns_;
-    QHash<int, service_row::Readings> completed_;  // rows that had to look upwards
+    dao::Field id_;
+    PerServiceColumn<std::optional<dao::Field>> fields_;
+    QHash<int, ServiceValues> completed_;  // rows that had to look upwards
 };

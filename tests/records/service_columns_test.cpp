@@ -9,7 +9,6 @@
 
 using dao::Currency;
 using dao::Date;
-using service_row::Figures;
 
 namespace {
 
@@ -17,13 +16,41 @@ Date day(int year, int month, int dayOfMonth) {
     return platform::fromQDate(QDate(year, month, dayOfMonth));
 }
 
-Figures job(double price, double paid, float discount = 0, float gst = 0) {
-    Figures figures;
-    figures.price = Currency::fromDouble(price);
-    figures.paid = Currency::fromDouble(paid);
-    figures.discount = discount;
-    figures.gst = gst;
-    return figures;
+Currency money(double amount) {
+    return Currency::fromDouble(amount);
+}
+
+StoredService job(double price, double paid, float discount = 0, float gst = 0) {
+    StoredService service{.id = 7};
+    service.values[ServiceColumn::Price] = money(price);
+    service.values[ServiceColumn::Paid] = money(paid);
+    service.values[ServiceColumn::Discount] = discount;
+    service.values[ServiceColumn::Tax] = gst;
+    return service;
+}
+
+// Begun on 3 March 2026, due six days later, done on the day given.
+StoredService march(StoredService service, Date finished) {
+    service.values[ServiceColumn::Started] = day(2026, 3, 3);
+    service.values[ServiceColumn::ToBeFinished] = day(2026, 3, 9);
+    service.values[ServiceColumn::Finished] = finished;
+    service.values[ServiceColumn::Types] = "2|5";
+    service.values[ServiceColumn::Comments] = "Fan ## noise";
+    return service;
+}
+
+ServiceTexts typed(const char* finished, const char* price, const char* paid, const char* discount) {
+    ServiceTexts texts;
+    texts[ServiceColumn::Started] = "3/3/2026";
+    texts[ServiceColumn::ToBeFinished] = "3/9/2026";
+    texts[ServiceColumn::Finished] = finished;
+    texts[ServiceColumn::Price] = price;
+    texts[ServiceColumn::Paid] = paid;
+    texts[ServiceColumn::Discount] = discount;
+    texts[ServiceColumn::Tax] = "18";
+    texts[ServiceColumn::Types] = "2|5";
+    texts[ServiceColumn::Comments] = "Fan";
+    return texts;
 }
 
 struct ServiceColumns : ::testing::Test {
@@ -64,34 +91,32 @@ TEST_F(ServiceColumns, SettingsStartWithEqualWidthsInTheOrderOfTheTable) {
 }
 
 TEST_F(ServiceColumns, RowOfTheFileIsReadByTheNamesOfItsColumns) {
-    Figures figures = job(1000, 40, 12.5F, 18);
-    figures.toBeFinished = day(2026, 3, 9);
-    figures.finished = day(2026, 3, 7);
-    const platform::ListItem item = itemOf({7, day(2026, 3, 3), figures, "2|5", "Fan"});
+    const platform::ListItem item = itemOf(march(job(1000, 40, 12.5F, 18), day(2026, 3, 7)));
     const ServiceCells cells(item);
     EXPECT_EQ(cells.serviceId(), 7);
-    EXPECT_EQ(cells.started(), "3/3/2026");
-    EXPECT_EQ(cells.toBeFinished(), "3/9/2026");
-    EXPECT_EQ(cells.finished(), "3/7/2026");
-    EXPECT_EQ(cells.price(), "1,000.00");
-    EXPECT_EQ(cells.discount(), "12.5");
-    EXPECT_EQ(cells.tax(), "18");
-    EXPECT_EQ(cells.paid(), "40.00");
-    EXPECT_EQ(cells.types(), "2|5");
+    EXPECT_EQ(cells.text(ServiceColumn::Started), "3/3/2026");
+    EXPECT_EQ(cells.text(ServiceColumn::ToBeFinished), "3/9/2026");
+    EXPECT_EQ(cells.text(ServiceColumn::Finished), "3/7/2026");
+    EXPECT_EQ(cells.text(ServiceColumn::Price), "1,000.00");
+    EXPECT_EQ(cells.text(ServiceColumn::Discount), "12.5");
+    EXPECT_EQ(cells.text(ServiceColumn::Tax), "18");
+    EXPECT_EQ(cells.text(ServiceColumn::Paid), "40.00");
+    EXPECT_EQ(cells.text(ServiceColumn::Types), "2|5");
+    EXPECT_EQ(cells.text(ServiceColumn::Comments), "Fan ## noise");
 }
 
 TEST_F(ServiceColumns, RowOfTheEditorIsReadByTheSameNames) {
     platform::ListItem item;
     item.Key = "K7";
-    showTyped(item, {"3/3/2026", "3/9/2026", "", 1000, 12.5F, 18, 40, "2|5", "Fan"});
+    showTyped(item, typed("", "1000", "40", "12.5"));
     const ServiceCells cells(item);
-    EXPECT_EQ(cells.started(), "3/3/2026");
-    EXPECT_EQ(cells.toBeFinished(), "3/9/2026");
-    EXPECT_EQ(cells.finished(), "");
-    EXPECT_EQ(cells.price(), "1,000.00");
-    EXPECT_EQ(cells.discount(), "12.5");
-    EXPECT_EQ(cells.tax(), "18");
-    EXPECT_EQ(cells.paid(), "40.00");
+    EXPECT_EQ(cells.text(ServiceColumn::Started), "3/3/2026");
+    EXPECT_EQ(cells.text(ServiceColumn::ToBeFinished), "3/9/2026");
+    EXPECT_EQ(cells.text(ServiceColumn::Finished), "");
+    EXPECT_EQ(cells.text(ServiceColumn::Price), "1,000.00");
+    EXPECT_EQ(cells.text(ServiceColumn::Discount), "12.5");
+    EXPECT_EQ(cells.text(ServiceColumn::Tax), "18");
+    EXPECT_EQ(cells.text(ServiceColumn::Paid), "40.00");
     EXPECT_EQ(item.Key, "K7");
     EXPECT_EQ(item.SmallIcon, "NotFinishedNotPayed");
     EXPECT_EQ(item.Tag, "2|5##Fan");
@@ -99,11 +124,11 @@ TEST_F(ServiceColumns, RowOfTheEditorIsReadByTheSameNames) {
 
 TEST_F(ServiceColumns, TypedJobIsDoneFromItsDateAndPaidFromItsAmounts) {
     platform::ListItem item;
-    showTyped(item, {"3/3/2026", "", "3/9/2026", 100, 10, 18, 106.15F, "1", ""});
+    showTyped(item, typed("3/9/2026", "100", "106.15", "10"));
     EXPECT_EQ(item.SmallIcon, "FinishedPayed");
-    showTyped(item, {"3/3/2026", "", "3/9/2026", 100, 10, 18, 106, "1", ""});
+    showTyped(item, typed("3/9/2026", "100", "106", "10"));
     EXPECT_EQ(item.SmallIcon, "FinishedNotPayed");
-    showTyped(item, {"3/3/2026", "", "", 100, 10, 18, 106.15F, "1", ""});
+    showTyped(item, typed("", "100", "106.15", "10"));
     EXPECT_EQ(item.SmallIcon, "NotFinishedPayed");
 }
 
@@ -114,10 +139,8 @@ TEST_F(ServiceColumns, ARowThatIsGoneHasEmptyCells) {
 }
 
 TEST_F(ServiceColumns, RowShowsTextsInTheUsersForm) {
-    Figures figures = job(1234567.891, 1000, 12.5F, 18);
-    figures.toBeFinished = day(2026, 3, 9);
-    figures.finished = service_row::kEmptyDate;
-    const auto item = itemOf({7, day(2026, 3, 3), figures, "2|5", "Fan ## noise"});
+    const StoredService service = march(job(1234567.891, 1000, 12.5F, 18), service_row::kEmptyDate);
+    const auto item = itemOf(service);
     EXPECT_EQ(item.Key, "K7");
     EXPECT_EQ(item.Text, "3/3/2026");
     EXPECT_EQ(item.SmallIcon, "NotFinishedNotPayed");
@@ -130,16 +153,16 @@ TEST_F(ServiceColumns, RowShowsTextsInTheUsersForm) {
     EXPECT_EQ(item.Tag, "2|5##Fan ## noise");
 
     use("sr_Latn_RS");
-    const auto serbian = itemOf({7, day(2026, 3, 3), figures, "1", ""});
+    const auto serbian = itemOf(service);
     EXPECT_EQ(serbian.SubItems(3), "1.234.567,89");
     EXPECT_EQ(serbian.SubItems(4), "12,5");
 }
 
 TEST_F(ServiceColumns, DateBefore1990IsAnEmptyCell) {
-    Figures figures = job(10, 10);
-    figures.toBeFinished = day(1950, 5, 5);
-    figures.finished = day(1989, 12, 31);
-    const auto item = itemOf({1, std::nullopt, figures, "", ""});
+    StoredService service = job(10, 10);
+    service.values[ServiceColumn::ToBeFinished] = day(1950, 5, 5);
+    service.values[ServiceColumn::Finished] = day(1989, 12, 31);
+    const auto item = itemOf(service);
     EXPECT_EQ(item.Text, "");
     EXPECT_EQ(item.SubItems(1), "");
     EXPECT_EQ(item.SubItems(2), "");
@@ -147,9 +170,17 @@ TEST_F(ServiceColumns, DateBefore1990IsAnEmptyCell) {
 }
 
 TEST_F(ServiceColumns, AmountTooLargeToCountIsADebt) {
-    Figures figures = job(0, 0, 0, 99);
-    figures.price = Currency::fromScaled(9'000'000'000'000'000'000);
-    EXPECT_EQ(itemOf({1, std::nullopt, figures, "", ""}).SmallIcon, "NotFinishedNotPayed");
+    StoredService service = job(0, 0, 0, 99);
+    service.values[ServiceColumn::Price] = Currency::fromScaled(9'000'000'000'000'000'000);
+    EXPECT_EQ(itemOf(service).SmallIcon, "NotFinishedNotPayed");
+}
+
+TEST_F(ServiceColumns, AServiceWithoutAnyReadableValueIsAnUnpaidJobOfNothing) {
+    const auto item = itemOf({.id = 1});
+    EXPECT_EQ(item.Text, "");
+    EXPECT_EQ(item.subItems, QStringList({"", "", "0.00", "0", "0", "0.00"}));
+    EXPECT_EQ(item.SmallIcon, "NotFinishedNotPayed");
+    EXPECT_EQ(item.Tag, "##");
 }
 
 }  // namespace

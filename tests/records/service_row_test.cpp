@@ -10,7 +10,6 @@
 using dao::Currency;
 using dao::Date;
 using service_row::Figures;
-using service_row::Readings;
 using service_row::ScreenUnit;
 
 namespace {
@@ -158,31 +157,6 @@ TEST_F(ServiceRow, EditorCountsInSinglesAndIsNotCutAtNothing) {
     EXPECT_EQ(service_row::settledRemainder(0.09F), Currency());
     EXPECT_EQ(service_row::settledRemainder(0.1F), money(0.1));
     EXPECT_EQ(service_row::settledRemainder(8965.8F), money(8965.8));
-}
-
-TEST_F(ServiceRow, UnreadableFiguresAreThoseOfTheRowBefore) {
-    Readings before;
-    before.price = money(10);
-    before.paid = money(4);
-    before.discount = 5.0F;
-    before.gst = 18.0F;
-    before.finished = day(2020, 2, 2);
-    before.toBeFinished = day(2020, 1, 1);
-    Readings own;
-    own.paid = money(7);
-    EXPECT_FALSE(own.complete());
-    own.fillFrom(before);
-    EXPECT_TRUE(own.complete());
-    EXPECT_EQ(own.figures().paid, money(7));
-    EXPECT_EQ(own.figures().price, money(10));
-    EXPECT_EQ(own.figures().finished, day(2020, 2, 2));
-    Readings none;
-    none.fillFrom(before);
-    EXPECT_EQ(none.figures().paid, money(4));
-    EXPECT_EQ(none.figures().discount, 5.0F);
-    EXPECT_EQ(none.figures().gst, 18.0F);
-    EXPECT_EQ(none.figures().toBeFinished, day(2020, 1, 1));
-    EXPECT_EQ(Readings{}.figures().price, Currency()) << "nothing before the first row";
 }
 
 TEST_F(ServiceRow, DateThatIsNoneIsStoredAsTheEmptyOne) {

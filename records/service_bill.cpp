@@ -1,0 +1,67 @@
+#include "records/service_bill.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+
+#include "common/modMain.h"
+#include "common/window_helpers.h"
+#include "platform/controls/link_label.h"
+#include "platform/system/numbers.h"
+#include "records/field_labels.h"
+#include "records/service_entry_fields.h"
+#include "records/service_row.h"
+
+namespace {
+
+constexpr int kForPayment = 3;  // Text1(3), Label1(3)
+constexpr int kForPaymentRow = 4, kForPaymentColumn = 5, kExtraColumn = 6;
+constexpr int kForPaymentTopic = 304, kPartsLinkTopic = 318;
+
+// Taxes in this country are mostly 18 percent; the figure for payment counts with them until something is
+// typed.
+constexpr float kUsualGST = 18;
+
+QLineEdit* makeForPayment(QWidget& window) {
+    auto* field = new QLineEdit(&window);
+    // Wide enough for the largest bill that this shop has written in dinars.
+    field->setMinimumWidth(window.fontMetrics().horizontalAdvance(QStringLiteral("-00,000,000.00")) + 20);
+    field->setObjectName(arrayName("Text1", kForPayment));
+    field->setReadOnly(true);
+    field->setFocusPolicy(Qt::NoFocus);
+    field->setAlignment(Qt::AlignRight);
+    field->setProperty(kTopicProperty, kForPaymentTopic);
+    QPalette still = field->palette();
+    still.setColor(QPalette::Base, still.color(QPalette::Window));
+    field->setPalette(still);
+    return field;
+}
+
+}  // namespace
+
+ServiceBill::ServiceBill(QWidget& window, QGridLayout& grid, FieldLabels& labels)
+    : unit_(new QLabel(&window)),
+      partsLink_(new platform::LinkLabel(QStringLiteral("View price list"), &window)),
+      forPayment_(makeForPayment(window)) {
+    unit_->setObjectName(QStringLiteral("Label4"));
+    grid.addWidget(unit_, 0, kExtraColumn);
+    partsLink_->setObjectName(QStringLiteral("Label3"));
+    partsLink_->setProperty(kTopicProperty, kPartsLinkTopic);
+    grid.addWidget(partsLink_, 1, kExtraColumn);
+    grid.addWidget(forPayment_, kForPaymentRow, kForPaymentColumn);
+    grid.addWidget(labels.add(kForPayment, QStringLiteral("<--- For payment"), forPayment_), kForPaymentRow,
+                   kExtraColumn);
+}
+
+void ServiceBill::showUnit() {
+    unit_->setText(CeneDinarske ? QStringLiteral("DIN") : QStringLiteral("EUR"));
+}
+
+void ServiceBill::showRest(const ServiceEntryFields& fields) {
+    const auto typed = [&](ServiceColumn column, float otherwise = 0) {
+        return platform::readSingle(fields.text(column)).value_or(otherwise);
+    };
+    forPayment_->setText(platform::formatGrouped(service_row::editorRemainder(
+        typed(ServiceColumn::Price), typed(ServiceColumn::Discount), typed(ServiceColumn::Tax, kUsualGST),
+        typed(ServiceColumn::Paid))));
+}
