@@ -1,6 +1,7 @@
 #include "records/text_report.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <iterator>
 #include <span>
@@ -8,6 +9,7 @@
 
 #include "common/window_helpers.h"
 #include "platform/system/trap.h"
+#include "records/service_fields.h"
 
 using platform::Trap;
 
@@ -82,22 +84,19 @@ constexpr const char* kComputerFields[] = {
     "Comments"};
 static_assert(std::size(kComputerFields) == kComputerComments + 1);
 
-enum ServiceField {
-    kMachine,
-    kServiceStarted,
-    kServiceToBeFinished,
-    kServiceFinished,
-    kPrice,
-    kDiscount,
-    kGST,
-    kPaid,
-    kServiceTypes,
-    kServiceComments
-};
-constexpr const char* kServiceFields[] = {
-    "MachineID", "ServiceStarted", "ServiceToBeFinished", "ServiceFinished", "Price", "Discount",
-    "GST",       "Paid",           "ServiceTypes",        "Comments"};
-static_assert(std::size(kServiceFields) == kServiceComments + 1);
+// A service's fields stand at their names' places, behind them the computer that it was done on.
+constexpr int place(ServiceColumn column) {
+    return static_cast<int>(column);
+}
+constexpr int kMachine = place(ServiceColumn::Count);
+constexpr auto kServiceFields = [] {
+    std::array<const char*, service_fields::kCount + 1> names{};
+    for (const ServiceField& field : serviceFields()) {
+        names[static_cast<std::size_t>(field.name)] = field.list.field;
+    }
+    names.back() = "MachineID";
+    return names;
+}();
 
 // What is printed behind a label, and what stands in for a value that is empty.
 enum class Kind { Plain, OrNotAvailable, DateOrNotAvailable, OrNone };
@@ -158,13 +157,23 @@ constexpr Group kComputerGroups[] = {
     {&ReportChoices::PrintComputerComments, kCommentLines},
 };
 
-struct ServiceHeader {
+// The line of a service.
+enum class CellKind { Date, OpenDate, Money, Percent, Total };
+struct ServiceCell {
     int column;
-    const char* text;
+    const char* header;
+    CellKind kind;
+    ServiceColumn field = ServiceColumn::Count;  // none of a total
 };
-constexpr ServiceHeader kServiceHeaders[] = {
-    {10, "Started"},  {27, "Due date"}, {44, "Finished"}, {61, "Price"},
-    {78, "Discount"}, {93, "GST"},      {100, "Paid"},    {115, "Total"},
+constexpr ServiceCell kServiceCells[] = {
+    {10, "Started", CellKind::Date, ServiceColumn::Started},
+    {27, "Due date", CellKind::OpenDate, ServiceColumn::ToBeFinished},
+    {44, "Finished", CellKind::OpenDate, ServiceColumn::Finished},
+    {61, "Price", CellKind::Money, ServiceColumn::Price},
+    {78, "Discount", CellKind::Money, ServiceColumn::Discount},
+    {93, "GST", CellKind::Percent, ServiceColumn::Tax},
+    {100, "Paid", CellKind::Money, ServiceColumn::Paid},
+    {115, "Total", CellKind::Total},
 };
 
 bool isBlank(std::string_view text) {
@@ -226,6 +235,34 @@ bool putLines(ReportFile& file, const ReportRows& row, std::span<const Line> lin
         putLine(file, columns.values, valueOf(row, line, texts));
     }
     return whole;
+}
+
+float figureOf(const ReportRows& service, ServiceColumn column) {
+    return service.number(place(column)).value_or(0.0F);
+}
+
+// The discount is taken off as an amount and printed as money, and no rate plays a part: the shop's books
+// have been kept by this list, and its figures must go on as they began.
+float totalOf(const ReportRows& service) {
+    const float net = figureOf(service, ServiceColumn::Price) - figureOf(service, ServiceColumn::Discount);
+    const float gross = net * (1.0F + figureOf(service, ServiceColumn::Tax) / 100.0F);
+    return gross - figureOf(service, ServiceColumn::Paid);
+}
+
+std::string_view valueOf(const ReportRows& service, const ServiceCell& cell, ReportTexts& texts) {
+    switch (cell.kind) {
+        case CellKind::Date:
+            return texts.shortDate(service.date(place(cell.field)));
+        case CellKind::OpenDate:
+            return texts.printableDate(service.date(place(cell.field)));
+        case CellKind::Money:
+            return texts.currency(figureOf(service, cell.field));
+        case CellKind::Percent:
+            return texts.percent(figureOf(service, cell.field));
+        case CellKind::Total:
+            break;
+    }
+    return texts.currency(totalOf(service));
 }
 
 std::string listOf(const std::vector<std::int32_t>& numbers) {
@@ -490,8 +527,8 @@ bool TextReport::WriteServices(ReportFile& file, std::int32_t machineId, bool al
         }
         putLine(file, kServiceColumn, "Service(s):");
         putRule(file, kServiceColumn, kServiceRule);
-        for (const ServiceHeader& header : kServiceHeaders) {
-            put(file, header.column, header.text);
+        for (const ServiceCell& cell : kServiceCells) {
+            put(file, cell.column, cell.header);
         }
         file.endLine();
         putRule(file, kServiceColumn, kServiceRule);
@@ -502,31 +539,18 @@ bool TextReport::WriteServices(ReportFile& file, std::int32_t machineId, bool al
     return !step.failed() && file.isGood();
 }
 
-// The discount is taken off as an amount and printed as money, and no rate plays a part: the shop's books
-// have been kept by this list, and its figures must go on as they began.
 void TextReport::writeService(ReportFile& file, const ReportRows& service) {
-    const auto number = [&](int field) { return service.number(field).value_or(0.0F); };
-    const float price = number(kPrice), discount = number(kDiscount), gst = number(kGST),
-                paid = number(kPaid);
-    const float total = (price - discount) * (1.0F + gst / 100.0F) - paid;
-    const ServiceHeader* cell = std::begin(kServiceHeaders);
-    const auto next = [&](std::string_view text) { put(file, (cell++)->column, text); };
-    next(texts_.shortDate(service.date(kServiceStarted)));
-    next(texts_.printableDate(service.date(kServiceToBeFinished)));
-    next(texts_.printableDate(service.date(kServiceFinished)));
-    next(texts_.currency(price));
-    next(texts_.currency(discount));
-    next(texts_.percent(gst));
-    next(texts_.currency(paid));
-    next(texts_.currency(total));
+    for (const ServiceCell& cell : kServiceCells) {
+        put(file, cell.column, valueOf(service, cell, texts_));
+    }
     file.endLine();
 
-    const std::string& kinds = service.text(kServiceTypes);
+    const std::string& kinds = service.text(place(ServiceColumn::Types));
     put(file, kServiceColumn, "Service(s): ");
     file.print(isBlank(kinds) ? kNotAvailable : std::string_view(texts_.kinds(kinds)));
     file.endLine();
     put(file, kServiceColumn, "Comments: ");
-    file.print(orElse(service.text(kServiceComments), kNone));
+    file.print(orElse(service.text(place(ServiceColumn::Comments)), kNone));
     file.endLine();
     file.endLine();
 }
