@@ -27,7 +27,10 @@
 
 namespace {
 
-constexpr int kGap = 3, kListRow = 6, kButtonRow = 7, kColumns = 7;
+// The list of kinds is the last and the tallest on the right, and the buttons stand under everything.
+constexpr ServiceField::Entry kKinds = serviceField(ServiceColumn::Types).entry;
+constexpr int kListRow = kKinds.row + 1, kButtonRow = kKinds.row + 2;
+constexpr int kGap = kKinds.column - 1, kColumns = kKinds.column + 3;
 constexpr int kFirstButtonTopic = 311;  // Command1(0) to Command1(2)
 constexpr int kWindowTopic = 7002;
 
@@ -38,7 +41,7 @@ QGridLayout* makeGrid(QWidget* window) {
     grid->setContentsMargins(14, 14, 14, 12);
     grid->setColumnMinimumWidth(kGap, 20);
     grid->setColumnStretch(1, 1);
-    grid->setColumnStretch(5, 1);
+    grid->setColumnStretch(kKinds.column + 1, 1);
     grid->setRowStretch(kListRow, 1);
     return grid;
 }

@@ -15,7 +15,10 @@
 namespace {
 
 constexpr int kForPayment = 3;  // Text1(3), Label1(3)
-constexpr int kForPaymentRow = 4, kForPaymentColumn = 5, kExtraColumn = 6;
+// Under the figures, and over the kinds of work.
+constexpr ServiceField::Entry kKinds = serviceField(ServiceColumn::Types).entry;
+constexpr int kForPaymentRow = kKinds.row - 1, kForPaymentColumn = kKinds.column + 1;
+constexpr int kExtraColumn = kKinds.column + 2;
 constexpr int kForPaymentTopic = 304, kPartsLinkTopic = 318;
 
 // Taxes in this country are mostly 18 percent; the figure for payment counts with them until something is
@@ -44,10 +47,10 @@ ServiceBill::ServiceBill(QWidget& window, QGridLayout& grid, FieldLabels& labels
       partsLink_(new platform::LinkLabel(QStringLiteral("View price list"), &window)),
       forPayment_(makeForPayment(window)) {
     unit_->setObjectName(QStringLiteral("Label4"));
-    grid.addWidget(unit_, 0, kExtraColumn);
+    grid.addWidget(unit_, serviceField(ServiceColumn::Price).entry.row, kExtraColumn);
     partsLink_->setObjectName(QStringLiteral("Label3"));
     partsLink_->setProperty(kTopicProperty, kPartsLinkTopic);
-    grid.addWidget(partsLink_, 1, kExtraColumn);
+    grid.addWidget(partsLink_, serviceField(ServiceColumn::Paid).entry.row, kExtraColumn);
     grid.addWidget(forPayment_, kForPaymentRow, kForPaymentColumn);
     grid.addWidget(labels.add(kForPayment, QStringLiteral("<--- For payment"), forPayment_), kForPaymentRow,
                    kExtraColumn);
@@ -61,7 +64,7 @@ void ServiceBill::showRest(const ServiceEntryFields& fields) {
     const auto typed = [&](ServiceColumn column, float otherwise = 0) {
         return platform::readSingle(fields.text(column)).value_or(otherwise);
     };
-    forPayment_->setText(platform::formatGrouped(service_row::editorRemainder(
-        typed(ServiceColumn::Price), typed(ServiceColumn::Discount), typed(ServiceColumn::Tax, kUsualGST),
-        typed(ServiceColumn::Paid))));
+    forPayment_->setText(platform::formatGrouped(
+        service_row::editorRemainder(typed(ServiceColumn::Price), typed(ServiceColumn::Discount),
+                                     typed(ServiceColumn::Tax, kUsualGST), typed(ServiceColumn::Paid))));
 }

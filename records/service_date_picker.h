@@ -10,8 +10,8 @@ namespace platform {
 class DateField;
 }
 
-// The date picker of the service editor. One serves all date fields: it lies over the field that it was opened
-// for, by the picture button beside it or by Alt+Down, until the person goes on to something else. The
+// The date picker of the service editor. One serves all date fields: it lies over the field that it was
+// opened for, by the picture button beside it or by Alt+Down, until the person goes on to something else. The
 // pictures show which fields have a date and which one it is open over.
 class ServiceDatePicker : public QObject {
  public:

@@ -100,7 +100,8 @@ void ServiceEntryFields::addDescription(const ServiceField& field) {
     box->setMinimumHeight(window_.fontMetrics().height() * 8);
     grid_.addWidget(labels_.add(entry.number, QString::fromLatin1(entry.caption), box), entry.row,
                     entry.column, 1, 3, Qt::AlignBottom | Qt::AlignLeft);
-    grid_.addWidget(box, entry.row + 1, entry.column, 3, 3);
+    const int below = serviceField(ServiceColumn::Types).entry.row + 2;  // the list of kinds ends there too
+    grid_.addWidget(box, entry.row + 1, entry.column, below - entry.row - 1, 3);
     widgets_[field.name] = box;
 }
 
