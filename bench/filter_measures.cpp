@@ -15,18 +15,20 @@ namespace {
 
 class FilterOurs : public Side {
  public:
-    FilterOurs(Shop& shop, int number) : shop_(shop), number_(number) { mainWindow().RefreshAll(); }
-    ~FilterOurs() override { mainWindow().RefreshAll(); }
+    FilterOurs(Shop& shop, int number) : shop_(shop), number_(number) {
+        mainWindow().shop.filter.RefreshAll();
+    }
+    ~FilterOurs() override { mainWindow().shop.filter.RefreshAll(); }
     void run() override {
         bool ok = false;
-        mainWindow().ApplyQuickFilter(number_, ok);
+        mainWindow().shop.filter.ApplyQuickFilter(number_, ok);
         if (!ok) {
             std::abort();
         }
     }
     Lines result() override {
         Lines lines = stagesOf(mainWindow());
-        const std::string suffix = std::to_string(mainWindow().QuerySuffix);
+        const std::string suffix = std::to_string(mainWindow().shop.stages.QuerySuffix);
         for (const char* name : {"QDCustomers", "QDComputers", "QDServices"}) {
             lines.push_back(shop_.ours().QueryDefs()[name + suffix].SQL());
         }

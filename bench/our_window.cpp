@@ -24,15 +24,15 @@ frmMain& mainWindow() {
     }
     ShowTipsAtStartup = false;
     window = std::make_unique<frmMain>(programWindows());
-    window->GetTickCount = [] {
+    window->start.splash.GetTickCount = [] {
         static qint64 tick = 0;
-        return tick += frmMain::kSplashTime;
+        return tick += SplashCover::kSplashTime;
     };
     if (!window->Display()) {
         std::abort();
     }
-    window->ShowMsgBoxFilterResults = false;
-    window->AlwaysCreateBackupDB = false;
+    window->choices.filter.ShowMsgBoxFilterResults = false;
+    window->choices.session.AlwaysCreateBackupDB = false;
     return *window;
 }
 
@@ -62,8 +62,8 @@ Lines rowsOf(const platform::ListView& list) {
 }
 
 Lines stagesOf(const frmMain& window) {
-    Lines lines = entriesOf(*window.Combo1[0]);
-    for (const Lines& more : {entriesOf(*window.Combo1[1]), rowsOf(*window.ListView1)}) {
+    Lines lines = entriesOf(*window.controls.Combo1[0]);
+    for (const Lines& more : {entriesOf(*window.controls.Combo1[1]), rowsOf(*window.controls.ListView1)}) {
         lines.insert(lines.end(), more.begin(), more.end());
     }
     return lines;

@@ -24,13 +24,13 @@ class ReportOurs : public Side {
  public:
     explicit ReportOurs(Shop&) {
         frmMain& window = mainWindow();
-        window.ShowOnlySelectedClient = window.ShowOnlySelectedComputer = window.ShowOnlySelectedService =
-            false;
-        window.RefreshAll();
+        window.choices.report.ShowOnlySelectedClient = window.choices.report.ShowOnlySelectedComputer =
+            window.choices.report.ShowOnlySelectedService = false;
+        window.shop.filter.RefreshAll();
         platform::setShellExecuteHook([](const QString&) { return 33; });  // nothing opens it
     }
     ~ReportOurs() override { platform::setShellExecuteHook({}); }
-    void run() override { mainWindow().GenerateReport(); }
+    void run() override { mainWindow().report.GenerateReport(); }
     Lines result() override {
         return piecesOf((platform::programFolder() + QStringLiteral("/Report.txt")).toStdString());
     }

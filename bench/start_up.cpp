@@ -51,9 +51,9 @@ int startUpMeasure() {
     ShowTipsAtStartup = false;
     frmMain main(programWindows());
     qint64 tick = 0;
-    main.GetTickCount = [&tick] { return tick += frmMain::kSplashTime; };
+    main.start.splash.GetTickCount = [&tick] { return tick += SplashCover::kSplashTime; };
     double built = checked;
-    main.onStartStep = [&built](StartStep) { built = millisecondsNow(); };
+    main.start.onStartStep = [&built](StartStep) { built = millisecondsNow(); };
     if (!main.Display()) {
         return 1;
     }
@@ -66,7 +66,7 @@ int startUpMeasure() {
         " record sets opened and lists filled %.0f, painted %.0f\n",
         painted - started, ready - started, checked - ready, built - checked, filled - built,
         painted - filled);
-    main.AlwaysCreateBackupDB = false;
+    main.choices.session.AlwaysCreateBackupDB = false;
     main.unload();
     return 0;
 }

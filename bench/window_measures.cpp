@@ -10,9 +10,9 @@ namespace {
 
 class ClientsOurs : public Side {
  public:
-    explicit ClientsOurs(Shop&) { mainWindow().RefreshAll(); }
-    void run() override { mainWindow().FillClientCombo(); }
-    Lines result() override { return entriesOf(*mainWindow().Combo1[0]); }
+    explicit ClientsOurs(Shop&) { mainWindow().shop.filter.RefreshAll(); }
+    void run() override { mainWindow().shop.reading.FillClientCombo(); }
+    Lines result() override { return entriesOf(*mainWindow().controls.Combo1[0]); }
 };
 
 class ClientsPlain : public Side {
@@ -33,16 +33,16 @@ int busiestComputer(Shop& shop) {
 }
 
 void showServices(int computer) {
-    platform::DataControl& source = *mainWindow().Data1[2];
+    platform::DataControl& source = *mainWindow().controls.Data1[2];
     source.setRecordSource(QStringLiteral("SELECT * FROM QDServices%1 WHERE MachineID=%2")
-                               .arg(mainWindow().QuerySuffix)
+                               .arg(mainWindow().shop.stages.QuerySuffix)
                                .arg(computer));
     source.Refresh();
-    mainWindow().FillServiceList({});
+    mainWindow().services.list.fill({});
 }
 
 void lookAtServices() {
-    const platform::ListView& list = *mainWindow().ListView1;
+    const platform::ListView& list = *mainWindow().controls.ListView1;
     for (int row = 1; row <= list.count(); ++row) {
         list.item(row);
     }
@@ -50,13 +50,15 @@ void lookAtServices() {
 
 class ListOurs : public Side {
  public:
-    explicit ListOurs(Shop& shop) : computer_(busiestComputer(shop)) { mainWindow().RefreshAll(); }
-    ~ListOurs() override { mainWindow().RefreshAll(); }
+    explicit ListOurs(Shop& shop) : computer_(busiestComputer(shop)) {
+        mainWindow().shop.filter.RefreshAll();
+    }
+    ~ListOurs() override { mainWindow().shop.filter.RefreshAll(); }
     void run() override {
         showServices(computer_);
         lookAtServices();
     }
-    Lines result() override { return rowsOf(*mainWindow().ListView1); }
+    Lines result() override { return rowsOf(*mainWindow().controls.ListView1); }
 
  private:
     int computer_;
@@ -81,18 +83,18 @@ class ListPlain : public Side {
 class SortOurs : public Side {
  public:
     SortOurs(Shop& shop, int column) : column_(column) {
-        mainWindow().RefreshAll();
+        mainWindow().shop.filter.RefreshAll();
         showServices(busiestComputer(shop));
     }
     ~SortOurs() override {
-        mainWindow().UnsortServices();
-        mainWindow().RefreshAll();
+        mainWindow().services.sorting.UnsortServices();
+        mainWindow().shop.filter.RefreshAll();
     }
     void run() override {
-        mainWindow().ListView1_ColumnClick(column_);
+        mainWindow().services.sorting.ListView1_ColumnClick(column_);
         lookAtServices();
     }
-    Lines result() override { return rowsOf(*mainWindow().ListView1); }
+    Lines result() override { return rowsOf(*mainWindow().controls.ListView1); }
 
  private:
     int column_;
@@ -127,8 +129,8 @@ class SortPlain : public Side {
 
 class RefreshOurs : public Side {
  public:
-    explicit RefreshOurs(Shop&) { mainWindow().RefreshAll(); }
-    void run() override { mainWindow().RefreshAll(); }
+    explicit RefreshOurs(Shop&) { mainWindow().shop.filter.RefreshAll(); }
+    void run() override { mainWindow().shop.filter.RefreshAll(); }
     Lines result() override { return stagesOf(mainWindow()); }
 };
 

@@ -2,11 +2,11 @@
 
 #include <span>
 
-class frmMain;
+struct CommandTargets;
 
-// Everything that a person can tell the main window to do. One row of the table in commands.cpp says where a
-// command stands, what it is called there, when it may be given and what it does; menus, toolbar and pop-up
-// menu are made from that table. Nobody counts places.
+// Everything that a person can tell the main window to do. One row of the table in command_table.cpp says
+// where a command stands, what it is called there, when it may be given and what it does; menus, toolbar and
+// pop-up menu are made from that table. Nobody counts places.
 enum class Command {
     AddRecord,
     EditService,
@@ -91,7 +91,7 @@ struct ToolbarButton {
 
 struct CommandRow {
     Command name;
-    void (*action)(frmMain&);  // nullptr: its sub-menu acts
+    void (*action)(CommandTargets&);  // nullptr: its sub-menu acts
     MenuEntry entry = {};
     MenuEntry popup = {};
     ToolbarButton button = {};
@@ -99,7 +99,6 @@ struct CommandRow {
     int filter = -1;                 // the number of a quick filter
 };
 
-std::span<const CommandRow> commandTable();
 // nullptr where none stands there.
 const CommandRow* commandAt(std::span<const CommandRow> rows, Menu menu, int position);
 const CommandRow* commandOf(std::span<const CommandRow> rows, Command name);

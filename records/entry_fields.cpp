@@ -37,3 +37,10 @@ void EntryFields::focus(int index) const {
         texts[static_cast<size_t>(index)]->setFocus(Qt::OtherFocusReason);
     }
 }
+
+QPlainTextEdit* makeLines(QWidget* parent) {
+    auto* lines = new QPlainTextEdit(parent);
+    lines->setTabChangesFocus(true);
+    lines->setMinimumHeight(lines->fontMetrics().lineSpacing() * 3);
+    return lines;
+}

@@ -4,6 +4,7 @@
 #include <array>
 
 class QCheckBox;
+class QPlainTextEdit;
 class QWidget;
 struct EntryRow;
 namespace platform {
@@ -25,3 +26,6 @@ class EntryFields {
     void setText(int index, const QString& text);
     void focus(int index) const;  // nothing where there is no such text
 };
+
+// A field for a text of several lines, out of which the Tab key leads.
+QPlainTextEdit* makeLines(QWidget* parent);

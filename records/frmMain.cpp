@@ -2,198 +2,184 @@
 
 #include <QCloseEvent>
 #include <QDate>
+#include <QMenu>
 #include <QScreen>
-#include <QStackedWidget>
-#include <chrono>
+#include <QToolBar>
 
 #include "common/help.h"
 #include "common/modMain.h"
 #include "platform/controls/wait_pointer.h"
 #include "platform/system/trap.h"
+#include "records/clients_preview.h"
+#include "records/entry_binding.h"
+#include "records/main_settings.h"
 #include "records/program_windows.h"
-#include "records/service_list.h"
 
-using platform::BoxIcon;
+using platform::ListView;
 
 namespace {
 
 constexpr int kUsualWidth = 980;  // logical pixels
 
-qint64 steadyMilliseconds() {
-    using namespace std::chrono;
-    return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
+// What may be commanded just now.
+CommandState stateOf(const frmMain& window) {
+    const Stages& stages = window.shop.stages;
+    const ListView& list = *window.panes.list();
+    const int stage = stages.CurrentStage;
+    CommandState state;
+    state.stage = stage;
+    state.clientChosen = stages[kClients].isChosen();
+    state.computerChosen = stages[kComputers].isChosen();
+    state.hasClients = !stages[kClients].isEmpty();
+    state.hasComputers = !stages[kComputers].isEmpty();
+    state.hasServices = list.count() > 0;
+    state.serviceChosen = list.selectedIndex() > 0;
+    state.dirty = stage < 3 && stages[stage - 1].dirty;
+    state.adding = window.shop.editing.AddNewMode;
+    state.sorted = window.choices.order.LVWSorted;
+    state.activeFilter = window.shop.filter.ActiveFilter;
+    const QToolBar* toolbar = window.bars.toolbar.bar();
+    state.toolbarShown = toolbar != nullptr && !toolbar->isHidden();
+    state.statusBarShown = window.status.bar() != nullptr && !window.status.bar()->isHidden();
+    return state;
 }
 
 }  // namespace
 
 frmMain::frmMain(ProgramWindows& windows, QWidget* parent)
-    : QMainWindow(parent), GetTickCount(steadyMilliseconds), windows_(windows) {
+    : QMainWindow(parent),
+      bars(*this, commandTable(), start, [this] { return stateOf(*this); }),
+      panes(*new StagePanes(shop.fields, this)),
+      commands({*this, windows, choices, shop.stages, shop.editing, shop.removal, services.list,
+                services.sorting, shop.filter, filters, shop.session, report, shape, [this] { unload(); }}),
+      windows_(windows) {
     setObjectName(QStringLiteral("frmMain"));
     setContextMenuPolicy(Qt::NoContextMenu);
-    makeBars();
-    buildPanes();
-    makeServiceList();
-    bindFields();
-    connectFields();
-    connectServiceList();
+    setCentralWidget(&panes);
+    connectParts();
 }
 
-frmMain::~frmMain() = default;
-
-void frmMain::setSplash(std::unique_ptr<SplashWindow> splash) {
-    splash_ = std::move(splash);
-    if (splash_) {
-        splash_->setCloseCallback([this] { DistroySplashForm(); });
+void frmMain::connectParts() {
+    for (int i = 0; i < kSelectorCount; ++i) {
+        shop.stages[i].setSelector(panes.selector(i));
+        connect(panes.selector(i), &QComboBox::currentIndexChanged, this,
+                [this, i] { shop.editing.choose(i); });
     }
+    bindFields(shop.stages, shop.fields);
+    connect(&bars.menus, &MainMenus::given, this, [this](Command command) { commands.give(command); });
+    connect(&bars.toolbar, &MainToolbar::given, this, [this](Command command) { commands.give(command); });
+    connect(&status, &MainStatus::clicked, this, [this] { previewClients(*this, shop.stages); });
+    connect(panes.list(), &ListView::contextMenuAsked, this, [this](const QPoint& place) {
+        if (QMenu* menu = bars.menus.menu(Menu::Popup)) {
+            menu->popup(place);
+        }
+    });
+    connect(panes.list(), &ListView::columnClicked, this,
+            [this](int column) { services.sorting.ListView1_ColumnClick(column); });
 }
 
-void frmMain::DistroySplashForm() {
-    if (!splash_) {
-        return;
-    }
-    splash_->hide();
-    // The splash window's own timer may be what asks for this, so it must outlive the call.
-    splash_.release()->deleteLater();
-}
-
-platform::BoxAnswer frmMain::box(const QString& text, BoxIcon icon, platform::BoxButtons buttons,
-                                 platform::BoxAnswer preselected) {
-    return platform::showBox({text, GetResString(1), icon, buttons, preselected}, this);
-}
-
-bool frmMain::runStep(StepRoutine routine) {
-    QString errorText;
-    if ((this->*routine)(errorText)) {
-        return true;
-    }
-    box(errorText, BoxIcon::Critical);
-    if (splash_) {
-        splash_->repaint();
-    }
-    return false;
-}
-
-bool frmMain::failDisplay(const QString& errorText) {
-    box(errorText, BoxIcon::Critical);
-    DistroySplashForm();
-    unload();
-    return false;
-}
+// --- The start.
 
 bool frmMain::Display() {
-    const qint64 startTick = GetTickCount();
-    QString errorText;
+    const qint64 startTick = start.splash.GetTickCount();
     {
         const platform::WaitPointer pointer;
-        LoadSettings();
-        runStep(&frmMain::CreateToolbarImages);
-        runStep(&frmMain::CreateTabImages);
-        runStep(&frmMain::CreateColumnImages);
-        if (!CreateTabs(errorText)) {
-            return failDisplay(errorText);
+        QString errorText;
+        if (!build(errorText) || !fill(errorText)) {
+            start.giveUp(errorText);
+            unload();
+            return false;
         }
-        for (platform::DateField* date : DTPicker1) {
-            date->setValue(QDate::currentDate());
-        }
-        if (!InitServiceListView(errorText)) {
-            return failDisplay(errorText);
-        }
-        showSortIcon();
-        setWindowTitle(GetResString(1));
-        runStep(&frmMain::CreateMenus);
-        if (runStep(&frmMain::CreateStatusBar)) {
-            SetStatusText(QStringLiteral("Ready"), true);
-        }
-        runStep(&frmMain::CreateToolbar);
-        panes_->setCurrentIndex(0);
-        bool ok = false;
-        OpenDataControls(errorText, ok);
-        if (!ok) {
-            return failDisplay(errorText);
-        }
-        FillClientCombo();
-        FillComputerCombo();
-        setTabCaption(2, GetResString(102));
-        FillServiceList({});
-        UpdateServiceButtons();
-        services_->makeEditor();
-        settleSplash(startTick);
+        start.splash.settle(startTick);
         resize(qMin(screen()->availableSize().width(), qMax(kUsualWidth, sizeHint().width())), height());
-        ArrangeControls();
+        shape.ArrangeControls();
         show();
     }
     if (ShowTipsAtStartup) {
         repaint();
-        windows_.showTip(this, [this] { DistroySplashForm(); });
+        windows_.showTip(this, [this] { start.splash.DistroySplashForm(); });
     }
     return true;
 }
 
-// The picture stays for seven seconds in all, however much of that time the building took.
-void frmMain::settleSplash(qint64 startTick) {
-    if (!splash_) {
-        return;
+bool frmMain::build(QString& errorText) {
+    LoadSettings(*this, choices);
+    start.run([this](QString& reason) { return bars.CreateToolbarImages(reason); });
+    start.run([this](QString& reason) { return tabs.CreateTabImages(reason); });
+    start.run([this](QString& reason) { return services.sorting.CreateColumnImages(reason); });
+    if (!tabs.CreateTabs(errorText)) {
+        return false;
     }
-    const qint64 elapsed = GetTickCount() - startTick;
-    if (elapsed >= kSplashTime) {
-        DistroySplashForm();
-        return;
+    for (platform::DateField* date : shop.fields.dates) {
+        date->setValue(QDate::currentDate());
     }
-    SetTopMost(splash_.get(), true);
-    splash_->repaint();
-    splash_->setTimerInterval(static_cast<int>(kSplashTime - elapsed));
+    if (!services.InitServiceListView(errorText)) {
+        return false;
+    }
+    services.sorting.takeFromSettings();
+    setWindowTitle(GetResString(1));
+    buildBars();
+    panes.showPane(kClients);
+    return true;
 }
 
-// The order of the list that was in force when the program was last closed. What the settings hold goes into
-// a statement, and a word in it that is no column would send a sound database to repair.
-void frmMain::showSortIcon() {
-    LVWSortOrder = LVWSortOrder == QLatin1String("ASC") ? QStringLiteral("ASC") : QStringLiteral("DESC");
-    const int column = ListView1->columnOf(LVWSortField);
-    if (column == 0) {
-        LVWSorted = false;
-        LVWSortField = QStringLiteral("ServiceStarted");
-        LVWSortOrder = QStringLiteral("ASC");
+void frmMain::buildBars() {
+    start.run([this](QString& reason) { return bars.CreateMenus(reason); });
+    const bool hasStatus = start.run([this](QString& reason) {
+        const bool made = status.CreateStatusBar(choices.StatusbarVisible, reason);
+        if (!made) {
+            bars.menus.forbid(Command::ShowStatusBar);
+        }
+        return made;
+    });
+    if (hasStatus) {
+        status.SetStatusText(QStringLiteral("Ready"), true);
     }
-    if (!LVWSorted) {
-        return;
-    }
-    ListView1->setColumnImages(columnImages_);
-    ListView1->setColumnIcon(
-        column, LVWSortOrder == QLatin1String("ASC") ? QStringLiteral("SortUp") : QStringLiteral("SortDown"));
+    start.run([this](QString& reason) { return bars.CreateToolbar(choices.ToolbarVisible, reason); });
 }
+
+bool frmMain::fill(QString& errorText) {
+    bool ok = false;
+    shop.session.OpenDataControls(errorText, ok);
+    if (!ok) {
+        return false;
+    }
+    shop.reading.FillClientCombo();
+    shop.reading.FillComputerCombo();
+    tabs.setCaption(2, GetResString(102));
+    services.list.fill({});
+    bars.UpdateServiceButtons();
+    services.list.makeEditor();
+    return true;
+}
+
+// --- The end.
 
 void frmMain::unload() {
     close();
-    unloadHandler();  // a window that was never shown gets no close event on every platform
+    takeDown();  // a window that was never shown gets no close event on every platform
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
-    unloadHandler();
+    takeDown();
     event->accept();
 }
 
-void frmMain::unloadHandler() {
+void frmMain::takeDown() {
     if (unloaded_) {
         return;
     }
     unloaded_ = true;
+    report.breakOff();
     platform::Trap step;
     step([&] {
         bool ok = false;
-        CloseDatabases(ok);
+        shop.session.CloseDatabases(ok);
     });
-    services_->dropEditor();
-    SaveSettings();
+    services.list.dropEditor();
+    SaveSettings(*this, choices, *panes.list());
     step([&] { WinHelp(helpFile(), HELP_QUIT); });
     step.clear();
-    DistroySplashForm();
+    start.splash.DistroySplashForm();
     emit unloaded();
-}
-
-bool frmMain::event(QEvent* event) {
-    if (event->type() == QEvent::WindowActivate && !activated_) {
-        activated_ = true;
-        ArrangeControls();
-    }
-    return QMainWindow::event(event);
 }

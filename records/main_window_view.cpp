@@ -5,14 +5,15 @@
 #include "platform/controls/list_view.h"
 #include "records/entry_fields.h"
 #include "records/main_fields.h"
+#include "records/stage_switch.h"
 #include "records/stage_tabs.h"
 
 QString MainWindowView::tabCaption(int tab) const {
-    return tabs_ == nullptr ? QString() : tabs_->caption(tab - 1);
+    return tabs_.tabs() == nullptr ? QString() : tabs_.tabs()->caption(tab - 1);
 }
 
 std::optional<qint32> MainWindowView::serviceId() const {
-    const platform::ListItem* row = services_->selectedItem();
+    const platform::ListItem* row = services_.selectedItem();
     return row == nullptr ? std::nullopt : std::optional(ServiceCells(*row).serviceId());
 }
 
@@ -29,7 +30,7 @@ QString MainWindowView::serviceTax() const {
 }
 
 QString MainWindowView::shown(ServiceColumn column) const {
-    const platform::ListItem* row = services_->selectedItem();
+    const platform::ListItem* row = services_.selectedItem();
     return row == nullptr ? QString() : cellOf(*row, column);
 }
 

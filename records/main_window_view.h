@@ -4,7 +4,7 @@
 #include "records/service_columns.h"
 
 class EntryFields;
-class StageTabs;
+class StageSwitch;
 namespace platform {
 class ListView;
 }
@@ -12,8 +12,8 @@ class ListView;
 // The main window as the requisition and the documents see it.
 class MainWindowView : public ServiceView {
  public:
-    // All of these outlive it; list and tabs may still be made later.
-    MainWindowView(const EntryFields& fields, platform::ListView* const& services, StageTabs* const& tabs)
+    // All of these outlive it; `tabs` need not be made yet.
+    MainWindowView(const EntryFields& fields, const platform::ListView& services, const StageSwitch& tabs)
         : fields_(fields), services_(services), tabs_(tabs) {}
     QString tabCaption(int tab) const override;
     std::optional<qint32> serviceId() const override;
@@ -27,6 +27,6 @@ class MainWindowView : public ServiceView {
  private:
     QString shown(ServiceColumn column) const;
     const EntryFields& fields_;
-    platform::ListView* const& services_;
-    StageTabs* const& tabs_;
+    const platform::ListView& services_;
+    const StageSwitch& tabs_;
 };

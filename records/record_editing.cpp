@@ -17,8 +17,6 @@ using platform::Trap;
 namespace {
 
 constexpr int kAddFailed = 1043, kEditFailed = 1044, kCancelFailed = 1045;
-const QString kDeleteFailed =
-    QStringLiteral("An unexpected error has occured while deleting the current record.");
 
 }  // namespace
 
@@ -27,19 +25,19 @@ RecordEditing::RecordEditing(Stages& stages, const EntryFields& fields, MainView
 
 // --- Adding.
 
-void RecordEditing::addNew() {
-    if (adding) {
+void RecordEditing::AddNewRecord() {
+    if (AddNewMode) {
         window_.box(GetResString(129), BoxIcon::Exclamation);
         return;
     }
     // Leaving a record saves it, and a new one leaves it.
     bool ok = false;
-    save(stages_.current, ok);
+    SaveRecord(stages_.CurrentStage, ok);
     if (!ok) {
         return;
     }
     window_.SetStatusText(QStringLiteral("Add new mode..."));
-    const int stageIndex = stages_.current - 1;
+    const int stageIndex = stages_.CurrentStage - 1;
     if (stageIndex == kServices) {
         window_.EditService(0);
         window_.SetStatusText({});
@@ -51,21 +49,21 @@ void RecordEditing::addNew() {
 }
 
 bool RecordEditing::beginAdd(Stage& stage) {
-    const bool wasLocked = stage.isLocked();
-    stage.setLocked(false);
+    const bool wasLocked = stage.pane.isLocked();
+    stage.pane.setLocked(false);
     stage.select(-1);
     stage.showUsualCaption();
     stages_[kComputers].showUsualCaption();
     Trap step;
     step([&] { stage.data().AddNew(); });
-    adding = !step.failed();
+    AddNewMode = !step.failed();
     stage.dirty = false;
     window_.UpdateToolbarState();
-    if (adding) {
+    if (AddNewMode) {
         return true;
     }
     window_.SetStatusText({});
-    stage.setLocked(wasLocked);
+    stage.pane.setLocked(wasLocked);
     stage.showEntryOfRecord();
     window_.box(GetResString(169) + QStringLiteral("\n\n") + step.line(), BoxIcon::Critical);
     return false;
@@ -83,39 +81,39 @@ void RecordEditing::addAgain(Stage& stage, Trap& step) {
 
 // --- Leaving a record.
 
-void RecordEditing::save(int stage, bool& ok) {
+void RecordEditing::SaveRecord(int stage, bool& ok) {
     ok = true;
     if (stage != 1 && stage != 2) {
         return;
     }
     Stage& left = stages_[stage - 1];
     // A stage without records asks for nothing: nobody could type what is missing there.
-    if (!adding && left.isEmpty()) {
+    if (!AddNewMode && left.isEmpty()) {
         left.dirty = false;
     }
     leave(left, Leaving::ByCommand, ok);
 }
 
 bool RecordEditing::saveWhatIsTyped() {
-    const Stage& stage = stages_[stages_.current - 1];
-    bool typed = adding;
-    for (const EntryRow& row : stage.rows()) {
+    const Stage& stage = stages_[stages_.CurrentStage - 1];
+    bool typed = AddNewMode;
+    for (const EntryRow& row : stage.pane.rows()) {
         typed = typed || (row.kind != EntryKind::Date && stage.data().DataChanged(fields_.of(row)));
     }
     bool ok = true;
     if (typed) {
-        save(stages_.current, ok);
+        SaveRecord(stages_.CurrentStage, ok);
     }
     return ok;
 }
 
 void RecordEditing::leave(Stage& stage, Leaving how, bool& ok) {
     ok = true;
-    if (!stage.dirty && !adding) {
+    if (!stage.dirty && !AddNewMode) {
         return;
     }
     int focusField = -1;
-    const QString errors = stage.missing(focusField);
+    const QString errors = stage.pane.missing(focusField);
     if (errors.isEmpty()) {
         write(stage, how, ok);
     } else if (wantsToFix(errors)) {
@@ -138,7 +136,7 @@ bool RecordEditing::wantsToFix(const QString& errors) {
 
 void RecordEditing::write(Stage& stage, Leaving how, bool& ok) {
     stage.dirty = false;
-    if (adding) {
+    if (AddNewMode) {
         ok = writeNew(stage);
     } else {
         writeEdit(stage, how == Leaving::ByChoice ? stage.remembered : stage.selector().currentIndex());
@@ -154,7 +152,7 @@ void RecordEditing::giveUp(Stage& stage, Leaving how) {
     Trap step;
     step([&] { stage.data().UpdateControls(); });
     stage.dirty = false;
-    adding = false;
+    AddNewMode = false;
     window_.SetStatusText({});
 }
 
@@ -162,8 +160,8 @@ void RecordEditing::dropEdit(Stage& stage) {
     Trap step;
     step([&] { stage.data().UpdateControls(); });
     stage.dirty = false;
-    if (adding) {
-        adding = false;
+    if (AddNewMode) {
+        AddNewMode = false;
         step.clear();
         step([&] {
             if (stage.data().Recordset().EditMode() == dao::Recordset::EditModeKind::Add) {
@@ -171,7 +169,7 @@ void RecordEditing::dropEdit(Stage& stage) {
             }
         });
         if (stage.isEmpty()) {
-            stage.setLocked(true);
+            stage.pane.setLocked(true);
         }
         if (step.failed()) {
             showFailure(kCancelFailed, stage, {});
@@ -189,7 +187,7 @@ bool RecordEditing::writeNew(Stage& stage) {
     Trap step;
     qint32 number = -1;
     const bool written = writeRow(stage, number, step);
-    adding = !written;
+    AddNewMode = !written;
     window_.SetStatusText({});
     if (written) {
         takeNewEntry(stage, number);
@@ -207,17 +205,17 @@ bool RecordEditing::writeNew(Stage& stage) {
 // Writes the new record and makes it the current one. False where it is not in the file.
 bool RecordEditing::writeRow(Stage& stage, qint32& number, Trap& step) {
     platform::DataControl& control = stage.data();
-    if (!stage.hasNewRow()) {
+    if (!stage.records.hasNewRow()) {
         addAgain(stage, step);
     }
-    if (!stage.hasNewRow()) {
+    if (!stage.records.hasNewRow()) {
         return false;
     }
     if (stage.index() == kComputers) {
         const Stage& clients = stages_[kClients];
         step([&] { control.Recordset().Fields(clients.facts().key) = clients.chosen(); });
     }
-    number = stage.key();
+    number = stage.records.key();
     bool written = false;
     step([&] {
         control.UpdateRecord();
@@ -232,11 +230,11 @@ bool RecordEditing::writeRow(Stage& stage, qint32& number, Trap& step) {
 
 // A record just written gets its entry. Where somebody has taken it away again at once the one on show stays.
 void RecordEditing::takeNewEntry(Stage& stage, qint32 number) {
-    const bool current = stage.key() == number;
-    QString name = stage.nameOfFields();
+    const bool current = stage.records.key() == number;
+    QString name = stage.pane.name();
     Trap step;
     if (current) {
-        step([&] { name = stage.nameOfRecord(); });
+        step([&] { name = stage.records.name(); });
     }
     const int entry = stage.selector().addEntry(name, number);
     if (!current) {
@@ -249,7 +247,7 @@ void RecordEditing::takeNewEntry(Stage& stage, qint32 number) {
 
 void RecordEditing::writeEdit(Stage& stage, int entry) {
     Selector& selector = stage.selector();
-    const QString name = stage.nameOfFields();
+    const QString name = stage.pane.name();
     if (entry >= 0 && selector.entryText(entry) != name) {
         selector.replaceText(entry, name);
         if (entry == selector.currentIndex()) {
@@ -292,12 +290,12 @@ void RecordEditing::choose(int stageIndex) {
         ++entry;
     }
     step.clear();
-    step([&] { stage.findRecord(number); });
+    step([&] { stage.records.find(number); });
     if (step.failed()) {
         return stayOnRecord(stage);
     }
     if (stage.data().Recordset().NoMatch()) {
-        stage.dropPendingRow();
+        stage.records.dropPendingRow();
         tellMissing(selector.entryText(entry));
         entry = 0;
     } else {
@@ -314,7 +312,7 @@ void RecordEditing::choose(int stageIndex) {
 
 // The chosen record could not be asked for: the selector goes back to the one on show.
 void RecordEditing::stayOnRecord(Stage& stage) {
-    stage.dropPendingRow();
+    stage.records.dropPendingRow();
     if (stage.remembered < 0) {
         return stage.showEntryOfRecord();
     }
@@ -324,72 +322,4 @@ void RecordEditing::stayOnRecord(Stage& stage) {
 void RecordEditing::tellMissing(const QString& entry) {
     const QString name = entry.isEmpty() ? QStringLiteral("selected item") : entry;
     window_.box(GetResString(118, {{QStringLiteral("%1"), name}}), BoxIcon::Exclamation);
-}
-
-// --- Deleting.
-
-bool RecordEditing::mayDelete(const Stage& stage) {
-    if (adding) {
-        window_.box(GetResString(148), BoxIcon::Exclamation);
-        return false;
-    }
-    const dao::Recordset& rows = stage.data().Recordset();
-    bool empty = true;
-    Trap step;
-    step([&] { empty = rows.BOF() && rows.EOF(); });
-    if (empty) {
-        window_.box(GetResString(127), BoxIcon::Information);
-        return false;
-    }
-    return window_.box(GetResString(128), BoxIcon::Exclamation, BoxButtons::YesNo, BoxAnswer::No) ==
-           BoxAnswer::Yes;
-}
-
-void RecordEditing::remove(int stageIndex) {
-    Stage& stage = stages_[stageIndex];
-    if (!mayDelete(stage)) {
-        return;
-    }
-    if (stageIndex == kServices) {
-        return window_.DeleteSelectedService();
-    }
-    Trap step;
-    step([&] { stage.data().Delete(); });
-    // A record that a colleague has deleted first is gone all the same; any other failure leaves it there.
-    if (step.failed() && step.number() != dao::errRecordDeleted) {
-        window_.box(kDeleteFailed + QLatin1Char('\n') + step.line(), BoxIcon::Critical);
-        return;
-    }
-    removeEntry(stage);
-    moveOn(stage);
-    stage.dirty = false;
-    window_.UpdateToolbarState();
-}
-
-void RecordEditing::moveOn(Stage& stage) {
-    bool atEnd = false;
-    Trap step;
-    step([&] { stage.data().MoveNext(); });
-    step([&] { atEnd = stage.data().Recordset().EOF(); });
-    if (!atEnd || stage.isEmpty()) {
-        return;
-    }
-    step([&] { stage.data().MoveFirst(); });
-    stage.select(0);
-    stage.showCaption(stage.selector().currentText());
-}
-
-void RecordEditing::removeEntry(Stage& stage) {
-    Selector& selector = stage.selector();
-    const int entry = selector.currentIndex();
-    selector.removeEntry(entry);
-    const int left = selector.entryCount();
-    if (left > 0) {
-        stage.select(entry < left ? entry : 0);
-        stage.showCaption(selector.currentText());
-        return;
-    }
-    stage.remembered = -1;
-    stage.setLocked(true);
-    stage.showUsualCaption();
 }

@@ -10,24 +10,23 @@ namespace platform {
 class Trap;
 }
 
-// Clients and computers are edited in place: adding a record, saving it when it is left, giving it up,
-// deleting it, and choosing another one. `stageIndex` is that of a stage with a selector, unless told
+// Clients and computers are edited in place: adding a record, saving it when it is left, giving it up, and
+// choosing another one. `stageIndex` is that of a stage with a selector, unless told
 // otherwise.
 class RecordEditing {
  public:
     // All of these outlive it.
     RecordEditing(Stages& stages, const EntryFields& fields, MainView& window);
 
-    bool adding = false;  // the stage on show has a new record
+    bool AddNewMode = false;  // the stage on show has a new record
 
-    void addNew();                // on the stage on show
+    void AddNewRecord();          // on the stage on show
     bool beginAdd(Stage& stage);  // false with the reason shown; all stands as it stood then
     // `ok` is false where the person has to stay: something is missing that is to be mended, or a new record
     // could not be written and goes on being added. A failed edit holds nobody back.
-    void save(int stage, bool& ok);  // from 1; that of services has nothing to save
+    void SaveRecord(int stage, bool& ok);  // from 1; that of services has nothing to save
     // The same for the stage on show where something is typed that has not marked the stage.
     bool saveWhatIsTyped();
-    void remove(int stageIndex);  // also on the stage of services
     void choose(int stageIndex);  // the entry that the selector stands on now
     void tellMissing(const QString& entry);
 
@@ -48,9 +47,6 @@ class RecordEditing {
     void writeEdit(Stage& stage, int entry);
     void showFailure(int messageId, const Stage& stage, const QString& line);
     void stayOnRecord(Stage& stage);
-    bool mayDelete(const Stage& stage);
-    void removeEntry(Stage& stage);
-    void moveOn(Stage& stage);
 
     Stages& stages_;
     const EntryFields& fields_;

@@ -7,6 +7,8 @@
 #include "records/main_view.h"
 #include "records/quick_filters.h"
 #include "records/record_editing.h"
+#include "records/stage_reading.h"
+#include "records/stages.h"
 #include "records/typed_entry.h"
 
 using platform::BoxIcon;
@@ -50,12 +52,13 @@ struct ShopFilter::Before {
     TypedEntry typed;
 };
 
-ShopFilter::ShopFilter(Stages& stages, RecordEditing& editing, const FilterChoices& choices, MainView& window)
-    : stages_(stages), editing_(editing), choices_(choices), window_(window) {}
+ShopFilter::ShopFilter(Stages& stages, StageReading& reading, RecordEditing& editing,
+                       const FilterChoices& choices, MainView& window)
+    : stages_(stages), reading_(reading), editing_(editing), choices_(choices), window_(window) {}
 
 // --- The filters.
 
-void ShopFilter::apply(int number, bool& ok) {
+void ShopFilter::ApplyQuickFilter(int number, bool& ok) {
     ok = true;
     const QString statement = quick_filters::statement(number, choices_.DueDateDiff);
     if (statement.isEmpty()) {
@@ -73,7 +76,7 @@ void ShopFilter::apply(int number, bool& ok) {
         ok = !found.isEmpty();
         if (ok) {
             narrow(found);
-            active = number;
+            ActiveFilter = number;
             window_.showFilter(number);
         }
     }
@@ -102,7 +105,7 @@ void ShopFilter::narrow(const quick_filters::Found& found) {
         for (const Stage& stage : stages_) {
             stage.data().select(stages_.all(stage.index()));
         }
-        stages_.reload([](const std::function<void()>& deed) { deed(); }, {-1, -1}, false);
+        reading_.reload([](const std::function<void()>& deed) { deed(); }, {-1, -1}, false);
     } catch (...) {  // passed on
         if (begun) {
             showWholeShop({stages_[kClients].chosen(), stages_[kComputers].chosen()}, false);
@@ -113,18 +116,18 @@ void ShopFilter::narrow(const quick_filters::Found& found) {
 
 // --- Back to the whole shop.
 
-void ShopFilter::remove() {
+void ShopFilter::RemoveFilters() {
     reloadWholeShop(QStringLiteral("Removing filters... Please wait..."), false);
 }
 
-void ShopFilter::refreshAll() {
+void ShopFilter::RefreshAll() {
     reloadWholeShop(QStringLiteral("Refreshing... Please wait..."), true);
 }
 
 // Nobody is asked anything here: amounts that stayed in the unit of yesterday would be written back as
 // amounts of today's by the next service that is edited.
 void ShopFilter::reloadWholeShop(const QString& status, bool unitToo) {
-    const int addingStage = std::exchange(editing_.adding, false) ? stages_.current - 1 : -1;
+    const int addingStage = std::exchange(editing_.AddNewMode, false) ? stages_.CurrentStage - 1 : -1;
     const BothBefore before = {takeFrom(kClients, addingStage == kClients),
                                takeFrom(kComputers, addingStage == kComputers)};
     {
@@ -139,18 +142,18 @@ void ShopFilter::reloadWholeShop(const QString& status, bool unitToo) {
 
 void ShopFilter::showWholeShop(const std::array<qint32, 2>& keep, bool unitToo) {
     Trap trap;
-    const Stages::StepRunner step = [&trap](const std::function<void()>& deed) { trap(deed); };
+    const StageReading::StepRunner step = [&trap](const std::function<void()>& deed) { trap(deed); };
     for (const Stage& stage : stages_) {
         step([&] { setWorkQuery(stage.index(), std::string("SELECT * FROM ") + stage.facts().table); });
         step([&] { stage.data().select(stages_.all(stage.index())); });
         step([] { refreshCache(); });
     }
-    stages_.reload(step, keep, unitToo);
+    reading_.reload(step, keep, unitToo);
     forget();
 }
 
 void ShopFilter::forget() {
-    active = kNone;
+    ActiveFilter = kNone;
     window_.showNoFilter();
 }
 
@@ -161,12 +164,12 @@ ShopFilter::Before ShopFilter::takeFrom(int stageIndex, bool adding) {
     Stage& stage = stages_[stageIndex];
     Before before{stage.chosen(), -1, stage.selector().currentText(), TypedEntry(stage)};
     if (adding) {
-        stage.dropPendingRow();
+        stage.records.dropPendingRow();
     }
-    before.typedFor = stage.key();
+    before.typedFor = stage.records.key();
     // After a delete the selector may stand elsewhere than the fields. What is being typed belongs to the
     // fields; the records of the next stage belong to the selector.
-    if (adding || (stageIndex == stages_.current - 1 && !before.typed.isEmpty())) {
+    if (adding || (stageIndex == stages_.CurrentStage - 1 && !before.typed.isEmpty())) {
         before.chosen = before.typedFor;
     }
     return before;
@@ -182,10 +185,10 @@ void ShopFilter::putBackTyped(const BothBefore& before, int addingStage) {
         if (i == addingStage || was.typed.isEmpty()) {
             continue;
         }
-        if (was.typedFor >= 0 && stages_[i].key() == was.typedFor) {
+        if (was.typedFor >= 0 && stages_[i].records.key() == was.typedFor) {
             was.typed.putBack(stages_[i]);
             window_.UpdateToolbarState();
-        } else if (i == stages_.current - 1) {
+        } else if (i == stages_.CurrentStage - 1) {
             gone = true;
             missing = was.entry;
         }

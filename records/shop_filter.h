@@ -4,10 +4,12 @@
 #include <array>
 #include <string>
 
-#include "records/stages.h"
+#include "records/stage_facts.h"
 
 class MainView;
 class RecordEditing;
+class Stages;
+class StageReading;
 namespace quick_filters {
 struct Found;
 }
@@ -25,18 +27,19 @@ class ShopFilter {
     static constexpr int kNone = -1;
 
     // All of these outlive it.
-    ShopFilter(Stages& stages, RecordEditing& editing, const FilterChoices& choices, MainView& window);
+    ShopFilter(Stages& stages, StageReading& reading, RecordEditing& editing, const FilterChoices& choices,
+               MainView& window);
 
-    int active = kNone;  // the number of the filter in force
+    int ActiveFilter = kNone;  // the number of the filter in force
 
     // `ok` is false where it found nothing, or the record on show could not be saved first: all stands as it
     // stood then. Throws dao::Error where the database could not be asked; a narrowing that fails half-way
     // shows the whole shop. A number that is no filter does nothing.
-    void apply(int number, bool& ok);
+    void ApplyQuickFilter(int number, bool& ok);
     // Both ask nothing and save nothing: what was typed stands in its record's fields again afterwards, and
     // an add goes on. Where that record is gone they say so.
-    void remove();
-    void refreshAll();  // the unit of the money columns with it
+    void RemoveFilters();
+    void RefreshAll();  // the unit of the money columns with it
     // The whole shop has been read again by somebody else.
     void forget();
 
@@ -53,6 +56,7 @@ class ShopFilter {
     void resumeAdd(const BothBefore& before, int stageIndex);
 
     Stages& stages_;
+    StageReading& reading_;
     RecordEditing& editing_;
     const FilterChoices& choices_;
     MainView& window_;

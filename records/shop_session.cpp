@@ -8,6 +8,7 @@
 #include "records/main_view.h"
 #include "records/record_editing.h"
 #include "records/shop_filter.h"
+#include "records/stage_reading.h"
 #include "records/stages.h"
 
 using platform::BoxAnswer;
@@ -15,9 +16,22 @@ using platform::BoxButtons;
 using platform::BoxIcon;
 using platform::Trap;
 
-ShopSession::ShopSession(Stages& stages, RecordEditing& editing, ShopFilter& filter,
+namespace {
+
+const QString kCompactingRefused = QStringLiteral(
+    "Database is opened in multiuser environment and at least one user is on line thus it is impossible to "
+    "compact database. Application will try to restart the database.");
+
+}  // namespace
+
+ShopSession::ShopSession(Stages& stages, StageReading& reading, RecordEditing& editing, ShopFilter& filter,
                          const SessionChoices& choices, MainView& window)
-    : stages_(stages), editing_(editing), filter_(filter), choices_(choices), window_(window) {}
+    : stages_(stages),
+      reading_(reading),
+      editing_(editing),
+      filter_(filter),
+      choices_(choices),
+      window_(window) {}
 
 // --- Opening.
 
@@ -32,7 +46,7 @@ void ShopSession::openStages(Trap& step) {
         stage.data().select({});
     }
     step([&] { stages_[kClients].data().Refresh(); });
-    step([&] { stages_.querySuffix = CreateWorkQueries(stages_.database()); });
+    step([&] { stages_.QuerySuffix = CreateWorkQueries(stages_.database()); });
     for (const Stage& stage : stages_) {
         stage.data().select(stages_.all(stage.index()));
         step([] { refreshCache(); });
@@ -40,13 +54,13 @@ void ShopSession::openStages(Trap& step) {
     }
 }
 
-void ShopSession::open(QString& errorText, bool& ok) {
+void ShopSession::OpenDataControls(QString& errorText, bool& ok) {
     bool repaired = false;
     for (;;) {
         Trap step;
-        stages_.loading = true;
+        stages_.LoadingList = true;
         openStages(step);
-        stages_.loading = false;
+        stages_.LoadingList = false;
         if (!step.failed()) {
             window_.LoadServiceTypes();
             step([] { settings::setBoolean(settings::ProperlyClosed, false); });
@@ -95,20 +109,20 @@ bool ShopSession::recover(QString& errorText, bool& repaired) {
 
 void ShopSession::closeStages(Trap& step) {
     step([&] { window_.CloseServiceRows(); });
-    stages_.loading = true;
+    stages_.LoadingList = true;
     for (const Stage& stage : stages_) {
         step([&] { stage.data().Close(); });
     }
-    stages_.loading = false;
+    stages_.LoadingList = false;
 }
 
-void ShopSession::close(bool& ok) {
+void ShopSession::CloseDatabases(bool& ok) {
     ok = true;
     window_.CloseServiceRows();
     Trap step;
     step([] { refreshCache(); });
     if (stages_.database()) {
-        step([&] { DropWorkQueries(stages_.database(), stages_.querySuffix); });
+        step([&] { DropWorkQueries(stages_.database(), stages_.QuerySuffix); });
     }
     step([] { refreshCache(); });
     step.clear();
@@ -142,17 +156,38 @@ void ShopSession::finish() {
 
 // --- Closing and opening again.
 
-void ShopSession::compact(QString& errorText, bool& ok) {
+void ShopSession::CompactOpenDatabase(QString& errorText, bool& ok) {
     reopen(true, errorText, ok);
 }
 
-void ShopSession::restart(QString& errorText, bool& ok) {
+void ShopSession::RestartDatabase(QString& errorText, bool& ok) {
     reopen(false, errorText, ok);
+}
+
+bool ShopSession::restartOrTell(bool compact) {
+    QString errorText;
+    bool ok = false;
+    if (compact) {
+        CompactOpenDatabase(errorText, ok);
+        if (ok || errorText.isEmpty()) {
+            return true;
+        }
+        window_.box(kCompactingRefused, BoxIcon::Exclamation);
+        errorText.clear();
+    }
+    RestartDatabase(errorText, ok);
+    if (ok || errorText.isEmpty()) {
+        return true;
+    }
+    window_.box(
+        QStringLiteral("Restarting database has failed.\n\n%1\n\nAplication will terminate.").arg(errorText),
+        BoxIcon::Critical);
+    return false;
 }
 
 void ShopSession::reopen(bool compacting, QString& errorText, bool& ok) {
     errorText.clear();
-    editing_.save(stages_.current, ok);
+    editing_.SaveRecord(stages_.CurrentStage, ok);
     if (!ok) {
         return;
     }
@@ -171,7 +206,7 @@ void ShopSession::reopen(bool compacting, QString& errorText, bool& ok) {
     }
     if (ok) {
         window_.SetStatusText(GetResString(1046));
-        open(reason, ok);
+        OpenDataControls(reason, ok);
     }
     if (ok) {
         showReopened(step);
@@ -187,8 +222,8 @@ void ShopSession::reopen(bool compacting, QString& errorText, bool& ok) {
 }
 
 void ShopSession::showReopened(Trap& step) {
-    stages_.reopen(step);
-    if (stages_.current != 1) {
+    reading_.reopen(step);
+    if (stages_.CurrentStage != 1) {
         step([&] { window_.showFirstStage(); });
     }
     step([&] { window_.UpdateServiceButtons(); });

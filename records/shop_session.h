@@ -5,6 +5,7 @@
 class MainView;
 class RecordEditing;
 class ShopFilter;
+class StageReading;
 class Stages;
 namespace platform {
 class Trap;
@@ -20,16 +21,19 @@ struct SessionChoices {
 class ShopSession {
  public:
     // All of these outlive it.
-    ShopSession(Stages& stages, RecordEditing& editing, ShopFilter& filter, const SessionChoices& choices,
-                MainView& window);
+    ShopSession(Stages& stages, StageReading& reading, RecordEditing& editing, ShopFilter& filter,
+                const SessionChoices& choices, MainView& window);
 
     // `ok` is false with the reason in `errorText` where the shop cannot be opened, nor be mended.
-    void open(QString& errorText, bool& ok);
+    void OpenDataControls(QString& errorText, bool& ok);
     // With the backup that the owner wants. `ok` is false where not all of it had been open.
-    void close(bool& ok);
+    void CloseDatabases(bool& ok);
     // Both save the record on show first; `ok` is false without a reason where that was refused.
-    void compact(QString& errorText, bool& ok);
-    void restart(QString& errorText, bool& ok);
+    void CompactOpenDatabase(QString& errorText, bool& ok);
+    void RestartDatabase(QString& errorText, bool& ok);
+    // Restarts, after compacting where that is wanted and possible, and tells what failed. False where the
+    // program has to end.
+    bool restartOrTell(bool compact);
 
  private:
     void openStages(platform::Trap& step);
@@ -40,6 +44,7 @@ class ShopSession {
     void showReopened(platform::Trap& step);
 
     Stages& stages_;
+    StageReading& reading_;
     RecordEditing& editing_;
     ShopFilter& filter_;
     const SessionChoices& choices_;

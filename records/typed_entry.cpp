@@ -40,8 +40,8 @@ void setValue(QWidget* field, const QVariant& value) {
 }  // namespace
 
 TypedEntry::TypedEntry(const Stage& stage) {
-    for (const EntryRow& row : stage.rows()) {
-        QWidget* field = stage.fields().of(row);
+    for (const EntryRow& row : stage.pane.rows()) {
+        QWidget* field = stage.pane.all().of(row);
         QVariant value = valueOf(field);  // before the question: reading a date ends the typing of it
         if (stage.data().DataChanged(field)) {
             values_.append({field, std::move(value)});

@@ -40,7 +40,7 @@ std::unique_ptr<frmMain> Main(const std::function<void(frmMain&)>& prepare) {
         return nullptr;
     }
     auto window = std::make_unique<frmMain>(programWindows());
-    window->setSplash(std::move(splash));
+    window->start.splash.setSplash(std::move(splash));
     if (prepare) {
         prepare(*window);
     }

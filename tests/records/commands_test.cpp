@@ -11,6 +11,7 @@
 #include <QToolBar>
 #include <array>
 
+#include "records/command_table.h"
 #include "records/main_bars.h"
 
 namespace {
@@ -115,7 +116,8 @@ TEST(CommandTable, UnsortNeedsASortedListWithRows) {
 // Bars made from a table that no shop has.
 struct Bars : testing::Test {
     Bars() {
-        QObject::connect(&bars, &MainBars::given, [this](Command command) { given.append(command); });
+        QObject::connect(&menus, &MainMenus::given, [this](Command command) { given.append(command); });
+        QObject::connect(&toolbar, &MainToolbar::given, [this](Command command) { given.append(command); });
     }
     static constexpr std::array kRows = {
         CommandRow{Command::Search,
@@ -128,70 +130,73 @@ struct Bars : testing::Test {
         CommandRow{Command::Refresh, nullptr, {}, {}, {"Refresh", 0, 2116}},
     };
     QMainWindow window;
-    MainBars bars{window, kRows};
+    MainStart start{window};
+    CommandState state;
+    MainBars bars{window, kRows, start, [this] { return state; }};
+    MainMenus& menus = bars.menus;
+    MainToolbar& toolbar = bars.toolbar;
     QList<Command> given;
 };
 
 TEST_F(Bars, APlaceWithoutACommandIsASeparator) {
-    bars.makeMenus();
-    bars.makeToolbar("bar", {});
-    const QList<QAction*> items = bars.menu(Menu::View)->actions();
+    menus.make();
+    toolbar.make("bar", {});
+    const QList<QAction*> items = menus.menu(Menu::View)->actions();
     ASSERT_EQ(items.size(), 3);
-    EXPECT_EQ(items[0], bars.entry(Command::Report));
+    EXPECT_EQ(items[0], menus.entry(Command::Report));
     EXPECT_EQ(items[0]->objectName(), "mnuView(0)");
     EXPECT_TRUE(items[1]->isSeparator());
-    EXPECT_EQ(items[2], bars.entry(Command::Search));
-    const QList<QAction*> buttons = bars.toolbar()->actions();
+    EXPECT_EQ(items[2], menus.entry(Command::Search));
+    const QList<QAction*> buttons = toolbar.bar()->actions();
     ASSERT_EQ(buttons.size(), 3);
     EXPECT_EQ(buttons[0]->objectName(), "Refresh");
     EXPECT_TRUE(buttons[1]->isSeparator());
-    EXPECT_EQ(buttons[2], bars.button("ViewReport"));
+    EXPECT_EQ(buttons[2], toolbar.button("ViewReport"));
     EXPECT_FALSE(buttons[2]->isEnabled());
-    EXPECT_EQ(bars.button("NoSuchKey"), nullptr);
+    EXPECT_EQ(toolbar.button("NoSuchKey"), nullptr);
 }
 
 TEST_F(Bars, WhatIsChosenGoesOutAsItsCommand) {
-    bars.makeMenus();
-    bars.makeToolbar("bar", {});
-    bars.entry(Command::Report)->trigger();
-    bars.popupEntry(Command::Search)->trigger();
-    bars.button(Command::Refresh)->trigger();
+    menus.make();
+    toolbar.make("bar", {});
+    menus.entry(Command::Report)->trigger();
+    menus.popupEntry(Command::Search)->trigger();
+    toolbar.button(Command::Refresh)->trigger();
     EXPECT_EQ(given, QList<Command>({Command::Report, Command::Search, Command::Refresh}));
 }
 
 TEST_F(Bars, AMenuIsRenewedByItself) {
-    bars.makeMenus();
-    CommandState state;
+    menus.make();
     state.dirty = true;
-    bars.renew(Menu::Popup, state);
-    EXPECT_FALSE(bars.popupEntry(Command::Search)->isEnabled());
-    EXPECT_TRUE(bars.entry(Command::Search)->isEnabled());
-    bars.renew(Menu::View, CommandState());
-    EXPECT_FALSE(bars.entry(Command::Search)->isEnabled());
+    bars.renew(Menu::Popup);
+    EXPECT_FALSE(menus.popupEntry(Command::Search)->isEnabled());
+    EXPECT_TRUE(menus.entry(Command::Search)->isEnabled());
+    state.dirty = false;
+    bars.renew(Menu::View);
+    EXPECT_FALSE(menus.entry(Command::Search)->isEnabled());
 }
 
 TEST_F(Bars, AKeyGivesItsCommandAsSoonAsItMayBeGiven) {
-    bars.makeMenus();
-    window.menuBar()->addMenu(bars.menu(Menu::View));
+    menus.make();
+    window.menuBar()->addMenu(menus.menu(Menu::View));
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-    bars.renewButtons(Renewal::WithRecords, CommandState());
+    bars.UpdateToolbarState();
     QTest::keyClick(&window, Qt::Key_F7);
     EXPECT_TRUE(given.isEmpty());
-    CommandState dirty;
-    dirty.dirty = true;
-    bars.renewButtons(Renewal::WithRecords, dirty);
+    state.dirty = true;
+    bars.UpdateToolbarState();
     QTest::keyClick(&window, Qt::Key_F7);
     EXPECT_EQ(given, QList<Command>({Command::Search}));
 }
 
 TEST_F(Bars, BarsThatWereNotMadeAreLeftAlone) {
-    bars.renew(Menu::View, CommandState());
-    bars.renewButtons(Renewal::WithServices, CommandState());
-    bars.allowFiltersBut(1);
-    bars.forbid(Command::Report);
-    EXPECT_EQ(bars.menu(Menu::View), nullptr);
-    EXPECT_EQ(bars.button(Command::Refresh), nullptr);
+    bars.renew(Menu::View);
+    bars.UpdateServiceButtons();
+    toolbar.allowFiltersBut(1);
+    menus.forbid(Command::Report);
+    EXPECT_EQ(menus.menu(Menu::View), nullptr);
+    EXPECT_EQ(toolbar.button(Command::Refresh), nullptr);
 }
 
 }  // namespace

@@ -109,9 +109,9 @@ TEST_F(Legend, OpensFromTheHelpMenuOnTheServicesStage) {
                            legend.close();
                        });
     tab(1);
-    open(win().mnuHHelp);
-    EXPECT_FALSE(win().action(Command::Legend)->isEnabled());
-    win().mnuHHelp->close();
+    open(win().bars.menus.menu(Menu::Help));
+    EXPECT_FALSE(win().bars.menus.entry(Command::Legend)->isEnabled());
+    win().bars.menus.menu(Menu::Help)->close();
 }
 
 TEST_F(Legend, OpensFromThePopupMenuOfAListWithRows) {

@@ -13,7 +13,7 @@ namespace {
 
 class ClientsPreview : public MainWindow {
  protected:
-    QWidget* panel(const char* key) { return win().StatusBar1->panel(key); }
+    QWidget* panel(const char* key) { return win().controls.StatusBar1->panel(key); }
     // What is seen after a click there.
     void preview(QWidget* place, const std::function<void(report::ReportPreview&)>& look) {
         bool done = false;
@@ -62,16 +62,21 @@ TEST_F(ClientsPreview, OnlyTheStoredQuerysClientsAreShown) {
     addClient("Anic", "Ana");
     addClient("Bozic", "Boza");
     start();
-    win().Data1[0]->Database().QueryDefs()["QDCustomers" + std::to_string(win().QuerySuffix)].setSQL(
-        "SELECT * FROM Customers WHERE Surname='Bozic'");
-    preview(win().StatusBar1, [&](report::ReportPreview& shown) { EXPECT_EQ(linesOf(shown.document()), 1); });
+    win()
+        .controls.Data1[0]
+        ->Database()
+        .QueryDefs()["QDCustomers" + std::to_string(win().shop.stages.QuerySuffix)]
+        .setSQL("SELECT * FROM Customers WHERE Surname='Bozic'");
+    preview(win().controls.StatusBar1,
+            [&](report::ReportPreview& shown) { EXPECT_EQ(linesOf(shown.document()), 1); });
 }
 
 TEST_F(ClientsPreview, AQueryThatIsGoneIsToldOf) {
     start();
     boxes.asked.clear();
-    win().Data1[0]->Database().QueryDefs().Delete("QDCustomers" + std::to_string(win().QuerySuffix));
-    QTest::mouseClick(win().StatusBar1, Qt::LeftButton);
+    win().controls.Data1[0]->Database().QueryDefs().Delete("QDCustomers" +
+                                                           std::to_string(win().shop.stages.QuerySuffix));
+    QTest::mouseClick(win().controls.StatusBar1, Qt::LeftButton);
     ASSERT_TRUE(QTest::qWaitFor([this] { return !boxes.asked.isEmpty(); }));
     EXPECT_TRUE(boxes.lastText().startsWith("[3078] ")) << boxes.lastText().toStdString();
     EXPECT_EQ(boxes.asked.last().icon, platform::BoxIcon::Exclamation);

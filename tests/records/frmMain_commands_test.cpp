@@ -61,16 +61,16 @@ class Commands : public MainWindow {
     }
     Command commandOn(const QAction* item) {
         for (const CommandRow& row : commandTable()) {
-            if (item == win().action(row.name) || item == win().popupAction(row.name)) {
+            if (item == win().bars.menus.entry(row.name) || item == win().bars.menus.popupEntry(row.name)) {
                 return row.name;
             }
         }
         return Command::Count;
     }
-    QList<Command> inDatabaseMenu() { return usable(win().mnuDDatabase); }
-    QList<Command> inViewMenu() { return usable(win().mnuVView); }
+    QList<Command> inDatabaseMenu() { return usable(win().bars.menus.menu(Menu::Database)); }
+    QList<Command> inViewMenu() { return usable(win().bars.menus.menu(Menu::View)); }
     QList<Command> inUtilities() { return usable(menuNamed("mnuUtilities")); }
-    QList<Command> inPopup() { return usable(win().mnuPPopup); }
+    QList<Command> inPopup() { return usable(win().bars.menus.menu(Menu::Popup)); }
     // The title with Alt, then a key for each item, as people do who know the menu by heart. What an item
     // opens must not wait for an answer.
     void chooseByKeys(Qt::Key title, QMenu* menu, std::initializer_list<Qt::Key> items) {
@@ -83,7 +83,7 @@ class Commands : public MainWindow {
     }
     QStringList onToolbar() {
         QStringList keys;
-        for (const QAction* action : win().Toolbar1->actions()) {
+        for (const QAction* action : win().controls.Toolbar1->actions()) {
             if (!action->isSeparator() && action->isEnabled()) {
                 keys.append(action->objectName());
             }
@@ -96,7 +96,7 @@ class Commands : public MainWindow {
 TEST_F(Commands, MenusHaveTheirTextsInOrder) {
     start();
     EXPECT_EQ(texts(win().menuBar()->actions()), QStringList({"&Database", "&View", "&Pomoc"}));
-    EXPECT_EQ(texts(win().mnuDDatabase->actions()),
+    EXPECT_EQ(texts(win().bars.menus.menu(Menu::Database)->actions()),
               QStringList({"&Add New Record", "&Edit Current Record...", "-", "&Delete Current Record", "-",
                            "&Save Current Record", "-", "Sea&rch...", "Quick &Filter", "-", "&Utilities", "-",
                            "E&xit"}));
@@ -108,23 +108,24 @@ TEST_F(Commands, MenusHaveTheirTextsInOrder) {
     EXPECT_EQ(texts(menuNamed("mnuUtilities")->actions()),
               QStringList({"Create &Invoice...", "Create &Quotation...", "-", "&Restart Database",
                            "&Compact Database"}));
-    EXPECT_EQ(texts(win().mnuVView->actions()),
+    EXPECT_EQ(texts(win().bars.menus.menu(Menu::View)->actions()),
               QStringList({"&Toolbar", "&Statusbar", "-", "R&eport Options...", "&Report", "-",
                            "Price &List...", "-", "&Options...", "-", "Re&fresh"}));
-    EXPECT_EQ(texts(win().mnuHHelp->actions()),
+    EXPECT_EQ(texts(win().bars.menus.menu(Menu::Help)->actions()),
               QStringList({"&Sadrzaj...", "&Indeks...", "-", "&Simboli", "-", "&O Programu..."}));
-    EXPECT_EQ(texts(win().mnuPPopup->actions()),
+    EXPECT_EQ(texts(win().bars.menus.menu(Menu::Popup)->actions()),
               QStringList({"Legend", "-", "Edit", "Add New", "-", "Delete", "-", "Price list", "-",
                            "Create Invoice...", "Create Quotation...", "-", "Unsort All"}));
-    EXPECT_EQ(win().action(Command::QuickFilter)->menu(), menuNamed("mnuQuickSearch"));
-    EXPECT_EQ(win().action(Command::Utilities)->menu(), menuNamed("mnuUtilities"));
-    EXPECT_EQ(win().mnuPPopup->defaultAction(), win().popupAction(Command::EditService));
+    EXPECT_EQ(win().bars.menus.entry(Command::QuickFilter)->menu(), menuNamed("mnuQuickSearch"));
+    EXPECT_EQ(win().bars.menus.entry(Command::Utilities)->menu(), menuNamed("mnuUtilities"));
+    EXPECT_EQ(win().bars.menus.menu(Menu::Popup)->defaultAction(),
+              win().bars.menus.popupEntry(Command::EditService));
 }
 
 TEST_F(Commands, ToolbarHasItsButtonsTipsAndPicturesInOrder) {
     start();
     QStringList keys, tips;
-    for (const QAction* action : win().Toolbar1->actions()) {
+    for (const QAction* action : win().controls.Toolbar1->actions()) {
         keys.append(action->isSeparator() ? QStringLiteral("|") : action->objectName());
         if (action->isSeparator()) {
             continue;
@@ -149,7 +150,7 @@ TEST_F(Commands, EachButtonAndTabHasAPictureOfItsOwn) {
         EXPECT_FALSE(pictures.contains(picture)) << whose.toStdString();
         pictures.append(picture);
     };
-    for (const QAction* action : win().Toolbar1->actions()) {
+    for (const QAction* action : win().controls.Toolbar1->actions()) {
         if (action->isSeparator()) {
             continue;
         }
@@ -159,7 +160,7 @@ TEST_F(Commands, EachButtonAndTabHasAPictureOfItsOwn) {
         add(action->icon(), key);
     }
     for (int i = 0; i < 3; ++i) {
-        add(win().TabStrip1->tabIcon(i), caption(i + 1));
+        add(win().controls.TabStrip1->tabIcon(i), caption(i + 1));
     }
 }
 
@@ -167,12 +168,12 @@ TEST_F(Commands, EveryCommandMayBeGivenWhereAServiceIsListed) {
     clientWithServices();
     start();
     tab(3);
-    ASSERT_GT(win().ListView1->count(), 0);
+    ASSERT_GT(win().controls.ListView1->count(), 0);
     EXPECT_TRUE(canUse("ViewReport"));
     EXPECT_EQ(inViewMenu(),
               QList<Command>({Command::ShowToolbar, Command::ShowStatusBar, Command::ReportOptions,
                               Command::Report, Command::PriceList, Command::Options, Command::Refresh}));
-    EXPECT_EQ(usable(win().mnuHHelp),
+    EXPECT_EQ(usable(win().bars.menus.menu(Menu::Help)),
               QList<Command>({Command::HelpContents, Command::HelpIndex, Command::Legend, Command::About}));
     EXPECT_EQ(inPopup(), QList<Command>({Command::Legend, Command::EditService, Command::AddService,
                                          Command::DeleteRecord, Command::PriceList, Command::Invoice,
@@ -206,7 +207,7 @@ TEST_F(Commands, ViewMenuShowsThePriceListOnlyOfAChosenService) {
     clientWithServices();
     addComputer(addClient("Babic", "Bo"), "Idle");
     start();
-    ASSERT_GT(win().ListView1->selectedIndex(), 0);
+    ASSERT_GT(win().controls.ListView1->selectedIndex(), 0);
     EXPECT_EQ(inViewMenu(),
               QList<Command>({Command::ShowToolbar, Command::ShowStatusBar, Command::ReportOptions,
                               Command::Report, Command::Options, Command::Refresh}));
@@ -218,8 +219,8 @@ TEST_F(Commands, ViewMenuShowsThePriceListOnlyOfAChosenService) {
     EXPECT_EQ(inViewMenu(),
               QList<Command>({Command::ShowToolbar, Command::ShowStatusBar, Command::ReportOptions,
                               Command::Report, Command::PriceList, Command::Options, Command::Refresh}));
-    win().FillServiceList("K999");
-    ASSERT_EQ(win().ListView1->count(), 1);
+    win().services.list.fill("K999");
+    ASSERT_EQ(win().controls.ListView1->count(), 1);
     EXPECT_EQ(inViewMenu(),
               QList<Command>({Command::ShowToolbar, Command::ShowStatusBar, Command::ReportOptions,
                               Command::Report, Command::Options, Command::Refresh}))
@@ -227,7 +228,7 @@ TEST_F(Commands, ViewMenuShowsThePriceListOnlyOfAChosenService) {
     tab(1);
     choose(0, "Babic, Bo");
     tab(3);
-    ASSERT_EQ(win().ListView1->count(), 0);
+    ASSERT_EQ(win().controls.ListView1->count(), 0);
     EXPECT_EQ(inViewMenu(),
               QList<Command>({Command::ShowToolbar, Command::ShowStatusBar, Command::ReportOptions,
                               Command::Report, Command::Options, Command::Refresh}));
@@ -237,7 +238,7 @@ TEST_F(Commands, UtilitiesMakeDocumentsOnlyOfListedServices) {
     clientWithServices();
     addComputer(addClient("Babic", "Bo"), "Idle");
     start();
-    ASSERT_GT(win().ListView1->count(), 0);
+    ASSERT_GT(win().controls.ListView1->count(), 0);
     EXPECT_EQ(inUtilities(), QList<Command>({Command::RestartDatabase, Command::CompactDatabase}));
     tab(2);
     EXPECT_EQ(inUtilities(), QList<Command>({Command::RestartDatabase, Command::CompactDatabase}));
@@ -252,9 +253,9 @@ TEST_F(Commands, UtilitiesMakeDocumentsOnlyOfListedServices) {
 
 TEST_F(Commands, FiltersAndSearchNeedAChosenClient) {
     start();
-    open(win().mnuDDatabase);
-    EXPECT_FALSE(win().action(Command::Search)->isEnabled());
-    EXPECT_FALSE(win().action(Command::QuickFilter)->isEnabled());
+    open(win().bars.menus.menu(Menu::Database));
+    EXPECT_FALSE(win().bars.menus.entry(Command::Search)->isEnabled());
+    EXPECT_FALSE(win().bars.menus.entry(Command::QuickFilter)->isEnabled());
     by_hand::closeMenus();
     end();
     addClient("Anic", "Vesna");
@@ -281,23 +282,23 @@ TEST_F(Commands, PopupMenuUnsortsOnlyASortedList) {
     start();
     tab(3);
     EXPECT_FALSE(inPopup().contains(Command::Unsort));
-    by_hand::clickHeader(win().ListView1, 4);
+    by_hand::clickHeader(win().controls.ListView1, 4);
     EXPECT_TRUE(inPopup().contains(Command::Unsort));
     giveInPopup(Command::Unsort);
-    EXPECT_FALSE(win().LVWSorted);
+    EXPECT_FALSE(win().choices.order.LVWSorted);
     EXPECT_FALSE(inPopup().contains(Command::Unsort));
 }
 
 TEST_F(Commands, LegendIsOfferedByTheHelpMenuOnTheServicesOnly) {
     clientWithServices();
     start();
-    EXPECT_EQ(usable(win().mnuHHelp),
+    EXPECT_EQ(usable(win().bars.menus.menu(Menu::Help)),
               QList<Command>({Command::HelpContents, Command::HelpIndex, Command::About}));
     tab(2);
-    EXPECT_EQ(usable(win().mnuHHelp),
+    EXPECT_EQ(usable(win().bars.menus.menu(Menu::Help)),
               QList<Command>({Command::HelpContents, Command::HelpIndex, Command::About}));
     tab(3);
-    EXPECT_EQ(usable(win().mnuHHelp),
+    EXPECT_EQ(usable(win().bars.menus.menu(Menu::Help)),
               QList<Command>({Command::HelpContents, Command::HelpIndex, Command::Legend, Command::About}));
 }
 
@@ -351,7 +352,7 @@ TEST_F(Commands, DatabaseMenuWhileAddingFollowsTheEmptySelectionButOffersDelete)
               QList<Command>({Command::AddRecord, Command::DeleteRecord, Command::Utilities, Command::Exit}));
     give(Command::DeleteRecord);
     EXPECT_EQ(boxes.lastText(), "Can't delete record because you're in AddNew mode.");
-    EXPECT_TRUE(win().AddNewMode);
+    EXPECT_TRUE(win().shop.editing.AddNewMode);
 }
 
 TEST_F(Commands, DatabaseMenuOfTheFirstClientOffersNothingToDelete) {
@@ -395,10 +396,10 @@ TEST_F(Commands, ToolbarFollowsTheStage) {
 TEST_F(Commands, ActiveFilterIsCheckedWhenTheMenuOpens) {
     addClient("Anic", "Vesna");
     start();
-    win().ActiveFilter = 3;
+    win().shop.filter.ActiveFilter = 3;
     inDatabaseMenu();
-    EXPECT_TRUE(win().action(Command::FilterDueNotPaid)->isChecked());
-    win().ActiveFilter = -1;
+    EXPECT_TRUE(win().bars.menus.entry(Command::FilterDueNotPaid)->isChecked());
+    win().shop.filter.ActiveFilter = -1;
     inDatabaseMenu();
     for (const QAction* filter : menuNamed("mnuQuickSearch")->actions()) {
         EXPECT_FALSE(filter->isChecked());
@@ -414,7 +415,7 @@ TEST_F(Commands, FilterButtonItselfFiltersNothing) {
     EXPECT_EQ(boxes.lastText(),
               "Press a little down arrow on the very righ of this button to select a filter to apply.");
     EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Information);
-    EXPECT_EQ(win().ActiveFilter, -1);
+    EXPECT_EQ(win().shop.filter.ActiveFilter, -1);
 }
 
 TEST_F(Commands, FilterButtonDropsDownTheFiveFilters) {
@@ -427,7 +428,7 @@ TEST_F(Commands, FilterButtonDropsDownTheFiveFilters) {
         }
         by_hand::clickItem(menu, menu->actions().at(1));
     });
-    EXPECT_EQ(win().ActiveFilter, 1);
+    EXPECT_EQ(win().shop.filter.ActiveFilter, 1);
     EXPECT_EQ(keys, QStringList({"FNP: &Finished and not paid services",
                                  "NFNP: N&ot finished and not paid services",
                                  "NFP: Not fi&nished and paid services",
@@ -438,11 +439,11 @@ TEST_F(Commands, FilterButtonDropsDownTheFiveFilters) {
 TEST_F(Commands, RemovingAFilterWhereThereIsNoneOnlyDisablesTheButton) {
     clientWithServices();
     start();
-    win().toolbarButton("RemoveFilter")->setEnabled(true);
+    win().bars.toolbar.button("RemoveFilter")->setEnabled(true);
     tool("RemoveFilter");
     EXPECT_FALSE(canUse("RemoveFilter"));
     EXPECT_TRUE(boxes.asked.isEmpty());
-    EXPECT_EQ(win().Combo1[0]->entryCount(), 1);
+    EXPECT_EQ(win().controls.Combo1[0]->entryCount(), 1);
 }
 
 TEST_F(Commands, SearchIsAnnouncedForLater) {
@@ -456,7 +457,7 @@ TEST_F(Commands, SearchIsAnnouncedForLater) {
 TEST_F(Commands, DatabaseMenuAddsSavesAndDeletes) {
     start();
     give(Command::AddRecord);
-    EXPECT_TRUE(win().AddNewMode);
+    EXPECT_TRUE(win().shop.editing.AddNewMode);
     typeClient("Babic", "Bo");
     give(Command::SaveRecord);
     EXPECT_EQ(countRows("Customers"), 1);
@@ -469,7 +470,7 @@ TEST_F(Commands, DatabaseMenuAddsSavesAndDeletes) {
 TEST_F(Commands, ToolbarAddsSavesDeletesAndRefreshes) {
     start();
     tool("NewRecord");
-    EXPECT_TRUE(win().AddNewMode);
+    EXPECT_TRUE(win().shop.editing.AddNewMode);
     typeClient("Babic", "Bo");
     tool("SaveRecord");
     EXPECT_EQ(countRows("Customers"), 1);
@@ -518,14 +519,14 @@ TEST_F(Commands, ServiceCommandsOpenTheEditorForTheChosenOrANewService) {
     EXPECT_EQ(comments([&] { give(Command::EditService); }), "Loud.");
     EXPECT_EQ(comments([&] { giveInPopup(Command::EditService); }), "Loud.");
     EXPECT_EQ(comments([&] {
-                  QTest::mouseDClick(win().ListView1->viewport(), Qt::LeftButton, Qt::NoModifier,
-                                     by_hand::placeOfRow(win().ListView1, 1));
+                  QTest::mouseDClick(win().controls.ListView1->viewport(), Qt::LeftButton, Qt::NoModifier,
+                                     by_hand::placeOfRow(win().controls.ListView1, 1));
               }),
               "Loud.");
     EXPECT_EQ(comments([&] { tool("NewRecord"); }), "");
     EXPECT_EQ(comments([&] { give(Command::AddRecord); }), "");
     EXPECT_EQ(comments([&] { giveInPopup(Command::AddService); }), "");
-    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(win().status.text(), "Ready");
     EXPECT_EQ(countRows("Services"), 1);
 }
 
@@ -539,40 +540,40 @@ TEST_F(Commands, ExitUnloadsTheWindow) {
 
 TEST_F(Commands, UnknownPositionsNameTheirHandler) {
     start();
-    win().mnuDatabase_Click(2);
+    win().commands.mnuDatabase_Click(2);
     EXPECT_EQ(boxes.lastText(), "Unknown index: mnuDatabase_Click(2)");
     EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Exclamation);
-    win().mnuHelp_Click(9);
+    win().commands.mnuHelp_Click(9);
     EXPECT_EQ(boxes.lastText(), "Unknown index: mnuHelp_Click(9)");
-    win().mnuPopup_Click(1);
+    win().commands.mnuPopup_Click(1);
     EXPECT_EQ(boxes.lastText(), "Unknown index: mnuPopup_Click(1)");
-    win().mnuQuickSearch_Click(7);
+    win().filters.mnuQuickSearch_Click(7);
     EXPECT_EQ(boxes.lastText(), "Unknown index: mnuQuickSearch_Click(7)");
-    win().mnuUtilities_Click(2);
+    win().commands.mnuUtilities_Click(2);
     EXPECT_EQ(boxes.lastText(), "Unknown index: mnuUtilities_Click(2)");
-    win().mnuView_Click(-1);
+    win().commands.mnuView_Click(-1);
     EXPECT_EQ(boxes.lastText(), "Unknown index: mnuView_Click(-1)");
 }
 
 TEST_F(Commands, BarsComeAndGoFromTheViewMenu) {
     start();
-    open(win().mnuVView);
-    EXPECT_TRUE(win().action(Command::ShowToolbar)->isChecked());
-    EXPECT_TRUE(win().action(Command::ShowStatusBar)->isChecked());
+    open(win().bars.menus.menu(Menu::View));
+    EXPECT_TRUE(win().bars.menus.entry(Command::ShowToolbar)->isChecked());
+    EXPECT_TRUE(win().bars.menus.entry(Command::ShowStatusBar)->isChecked());
     by_hand::closeMenus();
     const int full = win().height();
-    const int pane = win().Picture1[0]->height();
+    const int pane = win().controls.Picture1[0]->height();
     give(Command::ShowToolbar);
-    EXPECT_FALSE(win().Toolbar1->isVisible());
-    EXPECT_FALSE(win().action(Command::ShowToolbar)->isChecked());
+    EXPECT_FALSE(win().controls.Toolbar1->isVisible());
+    EXPECT_FALSE(win().bars.menus.entry(Command::ShowToolbar)->isChecked());
     EXPECT_LT(win().height(), full);
-    EXPECT_EQ(win().Picture1[0]->height(), pane) << "the panes keep their height";
+    EXPECT_EQ(win().controls.Picture1[0]->height(), pane) << "the panes keep their height";
     give(Command::ShowStatusBar);
-    EXPECT_FALSE(win().StatusBar1->isVisible());
+    EXPECT_FALSE(win().controls.StatusBar1->isVisible());
     give(Command::ShowToolbar);
     give(Command::ShowStatusBar);
-    EXPECT_TRUE(win().Toolbar1->isVisible());
-    EXPECT_TRUE(win().StatusBar1->isVisible());
+    EXPECT_TRUE(win().controls.Toolbar1->isVisible());
+    EXPECT_TRUE(win().controls.StatusBar1->isVisible());
     EXPECT_EQ(win().height(), full);
 }
 
@@ -580,25 +581,25 @@ TEST_F(Commands, PanesKeepTheHeightThatAPersonGaveThem) {
     start();
     win().resize(win().width(), win().height() - 40);
     QCoreApplication::processEvents();
-    const int pane = win().Picture1[0]->height();
+    const int pane = win().controls.Picture1[0]->height();
     give(Command::ShowToolbar);
-    EXPECT_EQ(win().Picture1[0]->height(), pane);
+    EXPECT_EQ(win().controls.Picture1[0]->height(), pane);
     give(Command::ShowStatusBar);
-    EXPECT_EQ(win().Picture1[0]->height(), pane);
+    EXPECT_EQ(win().controls.Picture1[0]->height(), pane);
     give(Command::ShowToolbar);
     give(Command::ShowStatusBar);
-    EXPECT_EQ(win().Picture1[0]->height(), pane);
+    EXPECT_EQ(win().controls.Picture1[0]->height(), pane);
 }
 
 TEST_F(Commands, RightClicksBesideTheListOpenNoMenu) {
     start();
-    by_hand::rightClick(win().Toolbar1, QPoint(win().Toolbar1->width() - 5, 5));
+    by_hand::rightClick(win().controls.Toolbar1, QPoint(win().controls.Toolbar1->width() - 5, 5));
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
     by_hand::rightClick(win().menuBar(), QPoint(win().menuBar()->width() - 5, 5));
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
-    by_hand::rightClick(win().StatusBar1, QPoint(20, 5));
+    by_hand::rightClick(win().controls.StatusBar1, QPoint(20, 5));
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
-    EXPECT_FALSE(win().Toolbar1->isMovable());
+    EXPECT_FALSE(win().controls.Toolbar1->isMovable());
 }
 
 TEST_F(Commands, HiddenToolbarStaysHiddenAfterARestart) {
@@ -606,11 +607,11 @@ TEST_F(Commands, HiddenToolbarStaysHiddenAfterARestart) {
     give(Command::ShowToolbar);
     end();
     start();
-    EXPECT_FALSE(win().Toolbar1->isVisible());
-    EXPECT_TRUE(win().StatusBar1->isVisible());
-    open(win().mnuVView);
-    EXPECT_FALSE(win().action(Command::ShowToolbar)->isChecked());
-    EXPECT_TRUE(win().action(Command::ShowStatusBar)->isChecked());
+    EXPECT_FALSE(win().controls.Toolbar1->isVisible());
+    EXPECT_TRUE(win().controls.StatusBar1->isVisible());
+    open(win().bars.menus.menu(Menu::View));
+    EXPECT_FALSE(win().bars.menus.entry(Command::ShowToolbar)->isChecked());
+    EXPECT_TRUE(win().bars.menus.entry(Command::ShowStatusBar)->isChecked());
     by_hand::closeMenus();
 }
 
@@ -654,22 +655,22 @@ TEST_F(Commands, AboutIsTheSplashWindowAndGoesAtAClick) {
 
 TEST_F(Commands, StatusTextFallsBackToTheStickyOne) {
     start();
-    EXPECT_EQ(win().statusText(), "Ready");
-    win().SetStatusText("Busy");
-    EXPECT_EQ(win().statusText(), "Busy");
-    win().SetStatusText({});
-    EXPECT_EQ(win().statusText(), "Ready");
-    win().SetStatusText("Open", true);
-    win().SetStatusText("Busy");
-    win().SetStatusText({});
-    EXPECT_EQ(win().statusText(), "Open");
+    EXPECT_EQ(win().status.text(), "Ready");
+    win().status.SetStatusText("Busy");
+    EXPECT_EQ(win().status.text(), "Busy");
+    win().status.SetStatusText({});
+    EXPECT_EQ(win().status.text(), "Ready");
+    win().status.SetStatusText("Open", true);
+    win().status.SetStatusText("Busy");
+    win().status.SetStatusText({});
+    EXPECT_EQ(win().status.text(), "Open");
 }
 
 TEST_F(Commands, ClockOpensTheDateAndTimePanel) {
     int opened = 0;
     platform::setDateTimePanelHook([&] { return ++opened == 1; });
     start();
-    QWidget* clock = win().StatusBar1->panel("Time");
+    QWidget* clock = win().controls.StatusBar1->panel("Time");
     ASSERT_NE(clock, nullptr);
     QTest::mouseDClick(clock, Qt::LeftButton);
     EXPECT_EQ(opened, 1);
@@ -682,15 +683,15 @@ TEST_F(Commands, ClockOpensTheDateAndTimePanel) {
 
 TEST_F(Commands, FilterCaptionHasAPanelOfItsOwnAtTheLeft) {
     start();
-    win().ShowFilterCaption(2, false);
-    EXPECT_EQ(win().StatusBar1->firstPanelKey(), "Filter");
-    EXPECT_EQ(win().StatusBar1->panelText("Filter"), "FILTER: Not finished but paid services");
-    win().ShowFilterCaption(0, false);
-    EXPECT_EQ(win().StatusBar1->panelText("Filter"), "FILTER: Finished but not paid services");
-    win().ShowFilterCaption(-1, true);
-    EXPECT_EQ(win().StatusBar1->firstPanelKey(), "Text");
-    win().ShowFilterCaption(-1, true);
-    EXPECT_EQ(win().StatusBar1->firstPanelKey(), "Text");
+    win().status.ShowFilterCaption(2, false);
+    EXPECT_EQ(win().controls.StatusBar1->firstPanelKey(), "Filter");
+    EXPECT_EQ(win().controls.StatusBar1->panelText("Filter"), "FILTER: Not finished but paid services");
+    win().status.ShowFilterCaption(0, false);
+    EXPECT_EQ(win().controls.StatusBar1->panelText("Filter"), "FILTER: Finished but not paid services");
+    win().status.ShowFilterCaption(-1, true);
+    EXPECT_EQ(win().controls.StatusBar1->firstPanelKey(), "Text");
+    win().status.ShowFilterCaption(-1, true);
+    EXPECT_EQ(win().controls.StatusBar1->firstPanelKey(), "Text");
 }
 
 TEST_F(Commands, RightClickOnTheListOpensThePopupMenu) {
@@ -698,13 +699,15 @@ TEST_F(Commands, RightClickOnTheListOpensThePopupMenu) {
     const int second = addService(desk);
     start();
     tab(3);
-    ASSERT_EQ(win().ListView1->selectedIndex(), 1);
-    by_hand::rightClickRow(win().ListView1, 2);
-    EXPECT_TRUE(win().mnuPPopup->isVisible());
-    EXPECT_EQ(win().mnuPPopup->pos(),
-              win().ListView1->viewport()->mapToGlobal(by_hand::placeOfRow(win().ListView1, 2)));
+    ASSERT_EQ(win().controls.ListView1->selectedIndex(), 1);
+    by_hand::rightClickRow(win().controls.ListView1, 2);
+    EXPECT_TRUE(win().bars.menus.menu(Menu::Popup)->isVisible());
+    EXPECT_EQ(
+        win().bars.menus.menu(Menu::Popup)->pos(),
+        win().controls.ListView1->viewport()->mapToGlobal(by_hand::placeOfRow(win().controls.ListView1, 2)));
     boxes.answers << platform::BoxAnswer::Yes;
-    by_hand::clickItem(win().mnuPPopup, win().popupAction(Command::DeleteRecord));
+    by_hand::clickItem(win().bars.menus.menu(Menu::Popup),
+                       win().bars.menus.popupEntry(Command::DeleteRecord));
     EXPECT_EQ(countRows("Services"), 1);
     EXPECT_EQ(countRows("SELECT * FROM Services WHERE ID=" + std::to_string(second)), 0)
         << "the service under the pointer";
@@ -717,7 +720,7 @@ TEST_F(Commands, PopupDeleteDeletesTheService) {
     boxes.answers << platform::BoxAnswer::Yes;
     giveInPopup(Command::DeleteRecord);
     EXPECT_EQ(countRows("Services"), 0);
-    EXPECT_EQ(win().ListView1->count(), 0);
+    EXPECT_EQ(win().controls.ListView1->count(), 0);
     EXPECT_FALSE(canUse("EditRecord"));
     EXPECT_FALSE(canUse("DeleteRecord"));
 }
@@ -725,19 +728,19 @@ TEST_F(Commands, PopupDeleteDeletesTheService) {
 TEST_F(Commands, MenusWorkFromTheKeyboard) {
     addClient("Anic", "Vesna");
     start();
-    chooseByKeys(Qt::Key_V, win().mnuVView, {Qt::Key_T});
-    EXPECT_FALSE(win().Toolbar1->isVisible());
-    chooseByKeys(Qt::Key_V, win().mnuVView, {Qt::Key_S});
-    EXPECT_FALSE(win().StatusBar1->isVisible());
-    chooseByKeys(Qt::Key_P, win().mnuHHelp, {Qt::Key_I});
+    chooseByKeys(Qt::Key_V, win().bars.menus.menu(Menu::View), {Qt::Key_T});
+    EXPECT_FALSE(win().controls.Toolbar1->isVisible());
+    chooseByKeys(Qt::Key_V, win().bars.menus.menu(Menu::View), {Qt::Key_S});
+    EXPECT_FALSE(win().controls.StatusBar1->isVisible());
+    chooseByKeys(Qt::Key_P, win().bars.menus.menu(Menu::Help), {Qt::Key_I});
     ASSERT_EQ(helpCalls.size(), 1);
     EXPECT_EQ(helpCalls.at(0).command, HELP_KEY);
-    chooseByKeys(Qt::Key_D, win().mnuDDatabase, {Qt::Key_R});
+    chooseByKeys(Qt::Key_D, win().bars.menus.menu(Menu::Database), {Qt::Key_R});
     EXPECT_EQ(boxes.lastText(), "This is an additional feature that will be built in later.");
-    chooseByKeys(Qt::Key_D, win().mnuDDatabase, {Qt::Key_F, Qt::Key_O});
+    chooseByKeys(Qt::Key_D, win().bars.menus.menu(Menu::Database), {Qt::Key_F, Qt::Key_O});
     EXPECT_EQ(boxes.lastText(), "Quick filtering didn't result with any data.");
-    chooseByKeys(Qt::Key_D, win().mnuDDatabase, {Qt::Key_A});
-    EXPECT_TRUE(win().AddNewMode);
+    chooseByKeys(Qt::Key_D, win().bars.menus.menu(Menu::Database), {Qt::Key_A});
+    EXPECT_TRUE(win().shop.editing.AddNewMode);
 }
 
 }  // namespace

@@ -30,7 +30,7 @@ class Start : public MainWindow {
     }
     // A window whose step fails.
     bool displayWithout(StartStep failing) {
-        make().onStartStep = [failing](StartStep step) {
+        make().start.onStartStep = [failing](StartStep step) {
             if (step == failing) {
                 throw platform::RunError(7, "Out of memory");
             }
@@ -39,13 +39,13 @@ class Start : public MainWindow {
     }
     // A clock that Display reads twice: at its beginning and when all is built.
     void displayTaking(qint64 milliseconds) {
-        make().GetTickCount = [=, reading = 0]() mutable -> qint64 {
+        make().start.splash.GetTickCount = [=, reading = 0]() mutable -> qint64 {
             return 1000 + (reading++ > 0 ? milliseconds : 0);
         };
         auto splash = std::make_unique<frmSplash>();
         splash->show();
         picture = splash.get();
-        win().setSplash(std::move(splash));
+        win().start.splash.setSplash(std::move(splash));
         EXPECT_TRUE(win().Display());
     }
     QPointer<frmSplash> picture;
@@ -55,33 +55,33 @@ const QString kNumber = QStringLiteral("\n[7] Out of memory");
 
 TEST_F(Start, StartsWithTheBuiltInValues) {
     make();
-    EXPECT_EQ(win().DueDateDiff, 5);
-    EXPECT_TRUE(win().ShowMsgBoxFilterResults);
-    EXPECT_EQ(win().DefaultGST, 0);
-    EXPECT_FALSE(win().AddNewMode);
-    EXPECT_EQ(win().CurrentStage, 1);
-    EXPECT_FALSE(win().LVWSorted);
-    EXPECT_EQ(win().LVWSortField, "ServiceStarted");
-    EXPECT_EQ(win().LVWSortOrder, "ASC");
-    EXPECT_EQ(win().ActiveFilter, -1);
-    EXPECT_FALSE(win().Data1[0]->isOpen());
+    EXPECT_EQ(win().choices.filter.DueDateDiff, 5);
+    EXPECT_TRUE(win().choices.filter.ShowMsgBoxFilterResults);
+    EXPECT_EQ(win().choices.DefaultGST, 0);
+    EXPECT_FALSE(win().shop.editing.AddNewMode);
+    EXPECT_EQ(win().shop.stages.CurrentStage, 1);
+    EXPECT_FALSE(win().choices.order.LVWSorted);
+    EXPECT_EQ(win().choices.order.LVWSortField, "ServiceStarted");
+    EXPECT_EQ(win().choices.order.LVWSortOrder, "ASC");
+    EXPECT_EQ(win().shop.filter.ActiveFilter, -1);
+    EXPECT_FALSE(win().controls.Data1[0]->isOpen());
 }
 
 TEST_F(Start, WindowIsCaptionedAndReady) {
     start();
     EXPECT_EQ(win().windowTitle(), "Tarvello");
-    EXPECT_EQ(win().statusText(), "Ready");
-    EXPECT_TRUE(win().Picture1[0]->isVisible());
-    EXPECT_FALSE(win().Picture1[1]->isVisible());
-    EXPECT_FALSE(win().Picture1[2]->isVisible());
-    EXPECT_NE(win().ServiceEditor(), nullptr);
+    EXPECT_EQ(win().status.text(), "Ready");
+    EXPECT_TRUE(win().controls.Picture1[0]->isVisible());
+    EXPECT_FALSE(win().controls.Picture1[1]->isVisible());
+    EXPECT_FALSE(win().controls.Picture1[2]->isVisible());
+    EXPECT_NE(win().services.list.editor(), nullptr);
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
     EXPECT_TRUE(boxes.asked.isEmpty());
 }
 
 TEST_F(Start, PointerIsTheHourglassWhileBuilding) {
     bool hourglass = false;
-    make().onStartStep = [&](StartStep) {
+    make().start.onStartStep = [&](StartStep) {
         hourglass = QGuiApplication::overrideCursor() != nullptr &&
                     QGuiApplication::overrideCursor()->shape() == Qt::WaitCursor;
     };
@@ -92,9 +92,9 @@ TEST_F(Start, PointerIsTheHourglassWhileBuilding) {
 
 TEST_F(Start, DateFieldsAreOfTodayUntilARecordIsShown) {
     make();
-    win().onStartStep = [&](StartStep step) {
+    win().start.onStartStep = [&](StartStep step) {
         if (step == StartStep::ServiceList) {
-            for (const platform::DateField* date : win().DTPicker1) {
+            for (const platform::DateField* date : win().controls.DTPicker1) {
                 EXPECT_EQ(date->value(), QDate::currentDate());
             }
         }
@@ -104,7 +104,7 @@ TEST_F(Start, DateFieldsAreOfTodayUntilARecordIsShown) {
 
 TEST_F(Start, StepsComeInTheirOrder) {
     QList<StartStep> steps;
-    make().onStartStep = [&](StartStep step) { steps.append(step); };
+    make().start.onStartStep = [&](StartStep step) { steps.append(step); };
     EXPECT_TRUE(win().Display());
     EXPECT_EQ(steps, QList<StartStep>({StartStep::ToolbarImages, StartStep::TabImages,
                                        StartStep::ColumnImages, StartStep::Tabs, StartStep::ServiceList,
@@ -116,9 +116,9 @@ TEST_F(Start, WithoutToolbarPicturesThereIsNoToolbarAndNoEntryForIt) {
     EXPECT_EQ(boxes.lastText(),
               "Error while importing images for the application. Toolbar will not be visible." + kNumber);
     EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Critical);
-    EXPECT_FALSE(win().Toolbar1->isVisible());
-    EXPECT_FALSE(win().action(Command::ShowToolbar)->isVisible());
-    EXPECT_FALSE(win().action(Command::ShowToolbar)->isEnabled());
+    EXPECT_FALSE(win().controls.Toolbar1->isVisible());
+    EXPECT_FALSE(win().bars.menus.entry(Command::ShowToolbar)->isVisible());
+    EXPECT_FALSE(win().bars.menus.entry(Command::ShowToolbar)->isEnabled());
     EXPECT_TRUE(win().isVisible());
 }
 
@@ -134,11 +134,11 @@ TEST_F(Start, WithoutTabPicturesTheTabsHaveNone) {
               "An error has occured while importing images for the Tab Strip Control. Tab Strip Control "
               "will be without images." +
                   kNumber);
-    EXPECT_TRUE(win().TabImagesFailed);
-    win().TabStrip1->setCurrentIndex(1);
-    EXPECT_EQ(win().CurrentStage, 2);
+    EXPECT_TRUE(win().tabs.TabImagesFailed);
+    win().controls.TabStrip1->setCurrentIndex(1);
+    EXPECT_EQ(win().shop.stages.CurrentStage, 2);
     for (int i = 0; i < 3; ++i) {
-        EXPECT_TRUE(win().TabStrip1->tabIcon(i).isNull());
+        EXPECT_TRUE(win().controls.TabStrip1->tabIcon(i).isNull());
     }
 }
 
@@ -156,7 +156,7 @@ TEST_F(Start, WithoutMenusTheMenuBarIsHidden) {
         "An error has occured while creating menus for this application. Menu bar will not be visible." +
             kNumber);
     EXPECT_FALSE(win().menuBar()->isVisible());
-    EXPECT_TRUE(win().Toolbar1->isVisible());
+    EXPECT_TRUE(win().controls.Toolbar1->isVisible());
 }
 
 TEST_F(Start, WithoutStatusBarTheProgramRuns) {
@@ -165,20 +165,20 @@ TEST_F(Start, WithoutStatusBarTheProgramRuns) {
               "An error has occured while creating status bar for this application. Status bar will not be "
               "visible." +
                   kNumber);
-    EXPECT_EQ(win().StatusBar1, nullptr);
-    EXPECT_FALSE(win().action(Command::ShowStatusBar)->isEnabled());
-    EXPECT_FALSE(win().action(Command::ShowStatusBar)->isChecked());
+    EXPECT_EQ(win().controls.StatusBar1, nullptr);
+    EXPECT_FALSE(win().bars.menus.entry(Command::ShowStatusBar)->isEnabled());
+    EXPECT_FALSE(win().bars.menus.entry(Command::ShowStatusBar)->isChecked());
     tool("NewRecord");
-    EXPECT_TRUE(win().AddNewMode);
+    EXPECT_TRUE(win().shop.editing.AddNewMode);
 }
 
 TEST_F(Start, WithoutToolbarTheProgramRuns) {
     EXPECT_TRUE(displayWithout(StartStep::Toolbar));
     EXPECT_EQ(boxes.lastText(),
               "Error while creating toolbar for the application. Toolbar will not be visible." + kNumber);
-    EXPECT_FALSE(win().action(Command::ShowToolbar)->isEnabled());
-    win().mnuDatabase_Click(0);
-    EXPECT_TRUE(win().AddNewMode);
+    EXPECT_FALSE(win().bars.menus.entry(Command::ShowToolbar)->isEnabled());
+    win().commands.mnuDatabase_Click(0);
+    EXPECT_TRUE(win().shop.editing.AddNewMode);
 }
 
 TEST_F(Start, WithoutTabsTheProgramEnds) {
@@ -204,7 +204,7 @@ TEST_F(Start, WithoutServiceListTheProgramEnds) {
 }
 
 TEST_F(Start, FailedStartTakesTheSplashWindowAway) {
-    make().onStartStep = [](StartStep step) {
+    make().start.onStartStep = [](StartStep step) {
         if (step == StartStep::Tabs) {
             throw platform::RunError(7, "Out of memory");
         }
@@ -212,9 +212,9 @@ TEST_F(Start, FailedStartTakesTheSplashWindowAway) {
     auto splash = std::make_unique<frmSplash>();
     splash->show();
     picture = splash.get();
-    win().setSplash(std::move(splash));
+    win().start.splash.setSplash(std::move(splash));
     EXPECT_FALSE(win().Display());
-    EXPECT_EQ(win().splash(), nullptr);
+    EXPECT_EQ(win().start.splash.window(), nullptr);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(picture.isNull());
 }
@@ -233,7 +233,7 @@ TEST_F(Start, WithoutDatabaseTheProgramEnds) {
 
 TEST_F(Start, SplashStaysForTheRestOfSevenSeconds) {
     displayTaking(1200);
-    ASSERT_NE(win().splash(), nullptr);
+    ASSERT_NE(win().start.splash.window(), nullptr);
     EXPECT_TRUE(picture->isVisible());
     EXPECT_EQ(picture->timerInterval(), 5800);
     EXPECT_TRUE(picture->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
@@ -241,23 +241,23 @@ TEST_F(Start, SplashStaysForTheRestOfSevenSeconds) {
 
 TEST_F(Start, SplashGoesAtOnceAfterSevenSeconds) {
     displayTaking(7000);
-    EXPECT_EQ(win().splash(), nullptr);
+    EXPECT_EQ(win().start.splash.window(), nullptr);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(picture.isNull());
 }
 
 TEST_F(Start, SplashOneMillisecondBeforeTheTime) {
     displayTaking(6999);
-    ASSERT_NE(win().splash(), nullptr);
+    ASSERT_NE(win().start.splash.window(), nullptr);
     EXPECT_EQ(picture->timerInterval(), 1);
     EXPECT_TRUE(QTest::qWaitFor([&] { return picture.isNull(); }));
-    EXPECT_EQ(win().splash(), nullptr);
+    EXPECT_EQ(win().start.splash.window(), nullptr);
 }
 
 TEST_F(Start, ClickTakesTheSplashAway) {
     displayTaking(10);
     QTest::mouseClick(picture, Qt::LeftButton);
-    EXPECT_EQ(win().splash(), nullptr);
+    EXPECT_EQ(win().start.splash.window(), nullptr);
 }
 
 // --- What is remembered.
@@ -265,15 +265,15 @@ TEST_F(Start, ClickTakesTheSplashAway) {
 TEST_F(Start, SettingsMakeTheRoundTrip) {
     start();
     win().move(120, 90);
-    win().DueDateDiff = 12;
-    win().DefaultGST = 20;
-    win().ShowMsgBoxFilterResults = false;
-    win().AlwaysCreateBackupDB = false;
-    win().PrintOSDetails = false;
-    win().IncludeServices = false;
-    win().ShowOnlySelectedClient = false;
-    win().ListView1->setColumnWidthTwips(2, 2100);
-    win().ListView1->setColumnPosition(7, 1);
+    win().choices.filter.DueDateDiff = 12;
+    win().choices.DefaultGST = 20;
+    win().choices.filter.ShowMsgBoxFilterResults = false;
+    win().choices.session.AlwaysCreateBackupDB = false;
+    win().choices.report.PrintOSDetails = false;
+    win().choices.report.IncludeServices = false;
+    win().choices.report.ShowOnlySelectedClient = false;
+    win().controls.ListView1->setColumnWidthTwips(2, 2100);
+    win().controls.ListView1->setColumnPosition(7, 1);
     const QPoint place = win().pos();
     end();
     EXPECT_EQ(settings::text(settings::DueDateDiff), "12");
@@ -282,16 +282,16 @@ TEST_F(Start, SettingsMakeTheRoundTrip) {
     EXPECT_EQ(settings::text(settings::LVWColumnPositions), "2;3;4;5;6;7;1");
     start();
     EXPECT_EQ(win().pos(), place);
-    EXPECT_EQ(win().DueDateDiff, 12);
-    EXPECT_EQ(win().DefaultGST, 20);
-    EXPECT_FALSE(win().ShowMsgBoxFilterResults);
-    EXPECT_FALSE(win().AlwaysCreateBackupDB);
-    EXPECT_FALSE(win().PrintOSDetails);
-    EXPECT_FALSE(win().IncludeServices);
-    EXPECT_FALSE(win().ShowOnlySelectedClient);
-    EXPECT_TRUE(win().PrintComputerComments);
-    EXPECT_EQ(win().ListView1->columnWidthTwips(2), 2100);
-    EXPECT_EQ(win().ListView1->columnPosition(7), 1);
+    EXPECT_EQ(win().choices.filter.DueDateDiff, 12);
+    EXPECT_EQ(win().choices.DefaultGST, 20);
+    EXPECT_FALSE(win().choices.filter.ShowMsgBoxFilterResults);
+    EXPECT_FALSE(win().choices.session.AlwaysCreateBackupDB);
+    EXPECT_FALSE(win().choices.report.PrintOSDetails);
+    EXPECT_FALSE(win().choices.report.IncludeServices);
+    EXPECT_FALSE(win().choices.report.ShowOnlySelectedClient);
+    EXPECT_TRUE(win().choices.report.PrintComputerComments);
+    EXPECT_EQ(win().controls.ListView1->columnWidthTwips(2), 2100);
+    EXPECT_EQ(win().controls.ListView1->columnPosition(7), 1);
 }
 
 TEST_F(Start, UntouchedListKeepsItsColumnsInTheSettings) {
@@ -316,7 +316,7 @@ TEST_F(Start, MinimisedWindowKeepsTheOldPlace) {
 TEST_F(Start, SettingsThatCannotBeWrittenAreToldWithTheLine) {
     start();
     platform::setSettingsFolder(path("Tarvello.mdb") + "/nowhere");
-    win().AlwaysCreateBackupDB = false;
+    win().choices.session.AlwaysCreateBackupDB = false;
     end();
     ASSERT_FALSE(boxes.asked.isEmpty());
     EXPECT_TRUE(boxes.lastText().startsWith(
@@ -335,22 +335,23 @@ TEST_F(Start, SortedListComesUpSortedWithItsIcon) {
     settings::setText(settings::LVWSortField, "Price");
     settings::setText(settings::LVWSortOrder, "DESC");
     start();
-    EXPECT_EQ(win().Data1[2]->RecordSource(), "SELECT * FROM QDServices0") << "sorted when it is shown";
+    EXPECT_EQ(win().controls.Data1[2]->RecordSource(), "SELECT * FROM QDServices0")
+        << "sorted when it is shown";
     tab(3);
-    EXPECT_EQ(win().ListView1->columnIcon(4), "SortDown");
-    EXPECT_EQ(win().ListView1->item(1).SubItems(3), "9.00");
+    EXPECT_EQ(win().controls.ListView1->columnIcon(4), "SortDown");
+    EXPECT_EQ(win().controls.ListView1->item(1).SubItems(3), "9.00");
     end();
     settings::setText(settings::LVWSortOrder, "ASC");
     start();
     tab(3);
-    EXPECT_EQ(win().ListView1->columnIcon(4), "SortUp");
-    EXPECT_EQ(win().ListView1->item(1).SubItems(3), "1.00");
+    EXPECT_EQ(win().controls.ListView1->columnIcon(4), "SortUp");
+    EXPECT_EQ(win().controls.ListView1->item(1).SubItems(3), "1.00");
 }
 
 TEST_F(Start, UnsortedListHasNoIcon) {
     start();
     for (int column = 1; column <= 7; ++column) {
-        EXPECT_EQ(win().ListView1->columnIcon(column), "");
+        EXPECT_EQ(win().controls.ListView1->columnIcon(column), "");
     }
 }
 
@@ -361,9 +362,9 @@ TEST_F(Start, SortFieldThatIsNoColumnIsForgotten) {
     start();
     tab(3);
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
-    EXPECT_EQ(win().ListView1->count(), 1);
-    EXPECT_FALSE(win().LVWSorted);
-    EXPECT_EQ(win().LVWSortField, "ServiceStarted");
+    EXPECT_EQ(win().controls.ListView1->count(), 1);
+    EXPECT_FALSE(win().choices.order.LVWSorted);
+    EXPECT_EQ(win().choices.order.LVWSortField, "ServiceStarted");
 }
 
 // --- The end.
@@ -371,9 +372,9 @@ TEST_F(Start, SortFieldThatIsNoColumnIsForgotten) {
 TEST_F(Start, ClosingClosesTheHelpAndTheEditor) {
     start();
     win().close();
-    EXPECT_EQ(win().ServiceEditor(), nullptr);
+    EXPECT_EQ(win().services.list.editor(), nullptr);
     EXPECT_EQ(helpCommands, QList<HelpCommand>({HELP_QUIT}));
-    EXPECT_FALSE(win().Data1[0]->isOpen());
+    EXPECT_FALSE(win().controls.Data1[0]->isOpen());
 }
 
 TEST_F(Start, ClosingHappensOnce) {
@@ -404,7 +405,7 @@ TEST_F(Start, EveryEntryFieldHasItsTopicAndItsName) {
         EXPECT_TRUE(context >= from && context <= to) << widget->objectName().toStdString() << " " << context;
         EXPECT_FALSE(widget->accessibleName().isEmpty()) << widget->objectName().toStdString();
     };
-    for (int i = 0; i < frmMain::kEntryFields; ++i) {
+    for (int i = 0; i < EntryFields::kCount; ++i) {
         if (i <= 18) {
             check(field(i), 501, 528);
         } else if (i == 37 || i == 38) {
@@ -414,10 +415,10 @@ TEST_F(Start, EveryEntryFieldHasItsTopicAndItsName) {
         }
         EXPECT_EQ(field(i)->objectName(), QString("Text1(%1)").arg(i));
     }
-    check(win().Check1, 501, 528);
-    check(win().ListView1, 701, 703);
+    check(win().controls.Check1, 501, 528);
+    check(win().controls.ListView1, 701, 703);
     for (size_t i = 0; i < 3; ++i) {
-        check(win().DTPicker1[i], 501, 528);
+        check(win().controls.DTPicker1[i], 501, 528);
     }
 }
 

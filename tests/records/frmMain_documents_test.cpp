@@ -42,7 +42,8 @@ class Documents : public MainWindow {
     void startOnServices(int id) {
         start();
         tab(3);
-        by_hand::clickRow(win().ListView1, win().ListView1->indexOf(QStringLiteral("K%1").arg(id)));
+        by_hand::clickRow(win().controls.ListView1,
+                          win().controls.ListView1->indexOf(QStringLiteral("K%1").arg(id)));
     }
     static void leave(QWidget& window) { QTest::keyClick(&window, Qt::Key_Escape); }
     // Opens the requisition by `deed`, looks and leaves.
@@ -53,7 +54,9 @@ class Documents : public MainWindow {
             leave(requisition);
         });
     }
-    QString price(int id) { return win().ListView1->item(QStringLiteral("K%1").arg(id)).SubItems(3); }
+    QString price(int id) {
+        return win().controls.ListView1->item(QStringLiteral("K%1").arg(id)).SubItems(3);
+    }
     Currency storedPrice(int id) { return valueOf("Services", "ID", id, "Price").asCurrency(); }
 
     int client = 0, computer = 0;
@@ -107,8 +110,8 @@ TEST_F(Documents, AServiceDeletedMeanwhileIsToldOf) {
 TEST_F(Documents, WithoutASelectedServiceNothingOpens) {
     start();
     tab(3);
-    win().OpenServiceRequisition();
-    win().OpenDocumentOptions(true);
+    win().services.list.openRequisition();
+    win().services.list.openDocument(true);
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
@@ -135,7 +138,7 @@ TEST_F(Documents, EachCommandOpensItsKindOfDocument) {
 TEST_F(Documents, ThePriceOfAServiceBeingEditedFollowsItsRequisition) {
     const int id = serviceWithParts();
     startOnServices(id);
-    frmDetails* editor = win().ServiceEditor();
+    frmDetails* editor = win().services.list.editor();
     inModal<frmDetails>(
         [&] { tool("EditRecord"); },
         [&](frmDetails&) {
@@ -157,7 +160,7 @@ TEST_F(Documents, ThePriceOfAServiceBeingEditedFollowsItsRequisition) {
 TEST_F(Documents, TheViewOfTheMainWindowShowsServiceAndClient) {
     const int id = addService(computer, {{"Discount", 10.0F}, {"GST", 18.0F}, {"Comments", "Ne radi"}});
     startOnServices(id);
-    const ServiceView& view = win().serviceView();
+    const ServiceView& view = win().services.view;
     EXPECT_EQ(view.tabCaption(1), caption(1));
     EXPECT_EQ(view.tabCaption(2), "Desk");
     EXPECT_EQ(view.serviceId(), id);
@@ -171,7 +174,7 @@ TEST_F(Documents, TheViewOfTheMainWindowShowsServiceAndClient) {
     EXPECT_EQ(view.clientField("NoSuchField"), "");
     EXPECT_FALSE(view.isFirm());
     tab(1);
-    by_hand::click(win().Check1);
+    by_hand::click(win().controls.Check1);
     EXPECT_TRUE(view.isFirm());
 }
 

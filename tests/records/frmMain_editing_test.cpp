@@ -19,22 +19,22 @@ class Editing : public MainWindow {};
 TEST_F(Editing, AddedClientIsInTheFileTheSelectorAndOnTheTab) {
     start();
     tool("NewRecord");
-    EXPECT_EQ(win().statusText(), "Add new mode...");
-    EXPECT_TRUE(win().AddNewMode);
+    EXPECT_EQ(win().status.text(), "Add new mode...");
+    EXPECT_TRUE(win().shop.editing.AddNewMode);
     EXPECT_FALSE(locked(0));
-    EXPECT_EQ(win().RememberedIndex[0], -1);
+    EXPECT_EQ(win().controls.RememberedIndex[0], -1);
     typeClient("Markovic", "Jelena");
     type(2, "Jeca");
     type(18, "pays late");
     tool("SaveRecord");
     EXPECT_TRUE(boxes.asked.isEmpty());
-    EXPECT_EQ(win().statusText(), "Ready");
-    EXPECT_FALSE(win().AddNewMode);
-    EXPECT_FALSE(win().StageDirty[0]);
+    EXPECT_EQ(win().status.text(), "Ready");
+    EXPECT_FALSE(win().shop.editing.AddNewMode);
+    EXPECT_FALSE(win().controls.StageDirty[0]);
     EXPECT_EQ(entries(0), QStringList({"Markovic, Jelena - Jeca"}));
     EXPECT_EQ(chosen(0), "Markovic, Jelena - Jeca");
     EXPECT_EQ(caption(1), "Markovic, Jelena - Jeca");
-    const int id = win().Combo1[0]->entryData(0);
+    const int id = win().controls.Combo1[0]->entryData(0);
     EXPECT_EQ(valueOf("Customers", "CustID", id, "Surname").asText(), "Markovic");
     EXPECT_EQ(valueOf("Customers", "CustID", id, "Comments").asText(), "pays late");
     EXPECT_EQ(currentKey(0), id);
@@ -46,10 +46,11 @@ TEST_F(Editing, AddedClientWithAFirmAddressIsCalledByTheFirm) {
     tool("NewRecord");
     EXPECT_EQ(caption(1), "Klijenti");
     EXPECT_EQ(caption(2), "Kompjuteri");
-    EXPECT_EQ(win().Combo1[0]->currentIndex(), -1);
+    EXPECT_EQ(win().controls.Combo1[0]->currentIndex(), -1);
     typeClient("Markovic", "Jelena");
     type(6, "Pekara Zlatni Klas");
-    QTest::mouseClick(win().Check1, Qt::LeftButton, Qt::NoModifier, QPoint(8, win().Check1->height() / 2));
+    QTest::mouseClick(win().controls.Check1, Qt::LeftButton, Qt::NoModifier,
+                      QPoint(8, win().controls.Check1->height() / 2));
     tool("SaveRecord");
     EXPECT_EQ(chosen(0), "Pekara Zlatni Klas");
     EXPECT_EQ(caption(1), "Pekara Zlatni Klas");
@@ -59,10 +60,10 @@ TEST_F(Editing, AddedClientWithAFirmAddressIsCalledByTheFirm) {
 TEST_F(Editing, DatesOfANewClientAreEmptyAndStoredSo) {
     start();
     tool("NewRecord");
-    EXPECT_FALSE(win().DTPicker1[0]->value());
+    EXPECT_FALSE(win().controls.DTPicker1[0]->value());
     typeClient("Markovic", "Jelena");
     tool("SaveRecord");
-    const int id = win().Combo1[0]->entryData(0);
+    const int id = win().controls.Combo1[0]->entryData(0);
     EXPECT_EQ(valueOf("Customers", "CustID", id, "BirthDate"), dao::Value(kEmptyDate));
 }
 
@@ -77,7 +78,7 @@ TEST_F(Editing, AddedComputerBelongsToTheSelectedClient) {
     tool("SaveRecord");
     EXPECT_EQ(chosen(1), "Office");
     EXPECT_EQ(caption(2), "Office");
-    const int id = win().Combo1[1]->entryData(0);
+    const int id = win().controls.Combo1[1]->entryData(0);
     EXPECT_EQ(valueOf("Computers", "MachineID", id, "CustID").asLong(), peric);
 }
 
@@ -85,9 +86,9 @@ TEST_F(Editing, AddingAComputerNeedsAClient) {
     start();
     tab(2);
     EXPECT_FALSE(canUse("NewRecord"));
-    open(win().mnuDDatabase);
-    EXPECT_FALSE(win().action(Command::AddRecord)->isEnabled());
-    win().mnuDDatabase->close();
+    open(win().bars.menus.menu(Menu::Database));
+    EXPECT_FALSE(win().bars.menus.entry(Command::AddRecord)->isEnabled());
+    win().bars.menus.menu(Menu::Database)->close();
 }
 
 TEST_F(Editing, SecondAddIsRefused) {
@@ -97,20 +98,20 @@ TEST_F(Editing, SecondAddIsRefused) {
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.lastText(), "You're already adding a new item in the data base.");
     EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Exclamation);
-    EXPECT_TRUE(win().AddNewMode);
+    EXPECT_TRUE(win().shop.editing.AddNewMode);
 }
 
 TEST_F(Editing, NewRecordIsTypedFromItsFirstFieldOn) {
     addClient("Anic", "Vesna");
     start();
-    win().Text2[0]->setFocus();
+    win().controls.Text2[0]->setFocus();
     tool("NewRecord");
     EXPECT_EQ(QApplication::focusWidget(), field(0));
     QTest::keyClicks(QApplication::focusWidget(), "Babic");
     EXPECT_EQ(text(0), "Babic");
     typeClient("Babic", "Bo");
     tab(2);
-    open(win().mnuDDatabase);
+    open(win().bars.menus.menu(Menu::Database));
     give(Command::AddRecord);
     EXPECT_EQ(QApplication::focusWidget(), field(19));
     QTest::keyClicks(QApplication::focusWidget(), "Office");
@@ -130,8 +131,8 @@ TEST_F(Editing, MissingFieldsAreNamedInOrderAndTheFirstGetsTheFocus) {
     EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Exclamation);
     EXPECT_EQ(boxes.asked.last().buttons, BoxButtons::YesNo);
     EXPECT_EQ(QApplication::focusWidget(), field(1));
-    EXPECT_TRUE(win().AddNewMode);
-    EXPECT_TRUE(win().StageDirty[0]);
+    EXPECT_TRUE(win().shop.editing.AddNewMode);
+    EXPECT_TRUE(win().controls.StageDirty[0]);
     EXPECT_EQ(text(0), "Markovic");
     EXPECT_EQ(countRows("Customers"), 0);
 }
@@ -155,13 +156,13 @@ TEST_F(Editing, DeclinedFixDropsTheNewClientAndLocksTheEmptyStage) {
     type(2, "nobody");
     boxes.answers << BoxAnswer::No;
     tool("SaveRecord");
-    EXPECT_FALSE(win().AddNewMode);
-    EXPECT_FALSE(win().StageDirty[0]);
-    EXPECT_TRUE(win().isStageLocked(1));
+    EXPECT_FALSE(win().shop.editing.AddNewMode);
+    EXPECT_FALSE(win().controls.StageDirty[0]);
+    EXPECT_TRUE(win().shop.stages[kClients].pane.isLocked());
     EXPECT_TRUE(locked(0));
     EXPECT_EQ(text(2), "");
     EXPECT_EQ(caption(1), "Klijenti");
-    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(win().status.text(), "Ready");
     EXPECT_EQ(countRows("Customers"), 0);
 }
 
@@ -178,7 +179,7 @@ TEST_F(Editing, DeclinedFixOfANewClientGoesBackToTheOneBefore) {
     EXPECT_EQ(chosen(0), "Peric, Pera");
     EXPECT_EQ(caption(1), "Peric, Pera");
     EXPECT_EQ(currentKey(0), peric);
-    EXPECT_FALSE(win().isStageLocked(1));
+    EXPECT_FALSE(win().shop.stages[kClients].pane.isLocked());
 }
 
 TEST_F(Editing, DeclinedFixOfAnEditBringsTheStoredValuesBack) {
@@ -190,7 +191,7 @@ TEST_F(Editing, DeclinedFixOfAnEditBringsTheStoredValuesBack) {
     tool("SaveRecord");
     EXPECT_EQ(text(0), "Anic");
     EXPECT_EQ(text(13), "");
-    EXPECT_FALSE(win().StageDirty[0]);
+    EXPECT_FALSE(win().controls.StageDirty[0]);
     EXPECT_EQ(chosen(0), "Anic, Vesna");
     EXPECT_EQ(valueOf("Customers", "CustID", anic, "Cellular").asText(), "");
 }
@@ -220,9 +221,9 @@ TEST_F(Editing, RenamedClientKeepsHisPlaceUntilTheNextFill) {
     type(0, "Zoric");
     tool("SaveRecord");
     EXPECT_EQ(entries(0), QStringList({"Zoric, Vesna", "Peric, Pera"}));
-    EXPECT_EQ(win().Combo1[0]->currentIndex(), 0);
+    EXPECT_EQ(win().controls.Combo1[0]->currentIndex(), 0);
     EXPECT_EQ(caption(1), "Zoric, Vesna");
-    win().FillClientCombo();
+    win().shop.reading.FillClientCombo();
     EXPECT_EQ(entries(0), QStringList({"Peric, Pera", "Zoric, Vesna"}));
 }
 
@@ -245,7 +246,7 @@ TEST_F(Editing, LeavingByTheSelectorSaves) {
     EXPECT_EQ(chosen(0), "Peric, Pera");
     EXPECT_EQ(caption(1), "Peric, Pera");
     EXPECT_EQ(entries(0), QStringList({"Zoric, Vesna", "Peric, Pera"}));
-    EXPECT_FALSE(win().StageDirty[0]);
+    EXPECT_FALSE(win().controls.StageDirty[0]);
 }
 
 TEST_F(Editing, LeavingByTheSelectorIsRefusedWhileSomethingIsMissing) {
@@ -259,7 +260,7 @@ TEST_F(Editing, LeavingByTheSelectorIsRefusedWhileSomethingIsMissing) {
     EXPECT_EQ(text(0), "Anic");
     EXPECT_EQ(text(1), "");
     EXPECT_EQ(QApplication::focusWidget(), field(1));
-    EXPECT_TRUE(win().StageDirty[0]);
+    EXPECT_TRUE(win().controls.StageDirty[0]);
 }
 
 TEST_F(Editing, LeavingByTheSelectorCanGiveTheEditUp) {
@@ -271,7 +272,7 @@ TEST_F(Editing, LeavingByTheSelectorCanGiveTheEditUp) {
     choose(0, "Peric, Pera");
     EXPECT_EQ(text(0), "Peric");
     EXPECT_EQ(caption(1), "Peric, Pera");
-    EXPECT_FALSE(win().StageDirty[0]);
+    EXPECT_FALSE(win().controls.StageDirty[0]);
     EXPECT_EQ(valueOf("Customers", "CustID", anic, "GivenName").asText(), "Vesna");
 }
 
@@ -282,11 +283,11 @@ TEST_F(Editing, NewClientIsSavedWhenAnotherIsChosen) {
     tool("NewRecord");
     typeClient("Babic", "Bo");
     choose(0, "Peric, Pera");
-    EXPECT_FALSE(win().AddNewMode);
+    EXPECT_FALSE(win().shop.editing.AddNewMode);
     EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Babic, Bo", "Peric, Pera"}));
     EXPECT_EQ(chosen(0), "Peric, Pera");
     EXPECT_EQ(currentKey(0), peric);
-    EXPECT_EQ(win().RememberedIndex[0], 2);
+    EXPECT_EQ(win().controls.RememberedIndex[0], 2);
     EXPECT_EQ(countRows("Customers"), 3);
 }
 
@@ -298,7 +299,7 @@ TEST_F(Editing, NewClientIsDroppedWhenAnotherIsChosenInstead) {
     type(0, "Babic");
     boxes.answers << BoxAnswer::No;
     choose(0, "Peric, Pera");
-    EXPECT_FALSE(win().AddNewMode);
+    EXPECT_FALSE(win().shop.editing.AddNewMode);
     EXPECT_EQ(text(0), "Peric");
     EXPECT_EQ(countRows("Customers"), 2);
     type(13, "064");
@@ -311,7 +312,7 @@ TEST_F(Editing, ChangeOfTabSavesAndMovesOn) {
     start();
     type(13, "064");
     tab(2);
-    EXPECT_EQ(win().CurrentStage, 2);
+    EXPECT_EQ(win().shop.stages.CurrentStage, 2);
     EXPECT_EQ(valueOf("Customers", "CustID", anic, "Cellular").asText(), "064");
 }
 
@@ -329,8 +330,8 @@ TEST_F(Editing, EditIsSavedBeforeTheNextAdd) {
     start();
     type(13, "064");
     tool("NewRecord");
-    EXPECT_TRUE(win().AddNewMode);
-    EXPECT_FALSE(win().StageDirty[0]);
+    EXPECT_TRUE(win().shop.editing.AddNewMode);
+    EXPECT_FALSE(win().controls.StageDirty[0]);
     EXPECT_EQ(valueOf("Customers", "CustID", anic, "Cellular").asText(), "064");
 }
 
@@ -340,9 +341,9 @@ TEST_F(Editing, AddWaitsUntilWhatIsMissingIsFixed) {
     type(0, "");
     boxes.answers << BoxAnswer::Yes;
     tool("NewRecord");
-    EXPECT_FALSE(win().AddNewMode);
+    EXPECT_FALSE(win().shop.editing.AddNewMode);
     EXPECT_EQ(text(1), "Vesna");
-    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(win().status.text(), "Ready");
     EXPECT_EQ(QApplication::focusWidget(), field(0));
 }
 
@@ -352,7 +353,8 @@ TEST_F(Editing, FirmWithoutTheCheckMarkDoesNotNameTheClient) {
     type(6, "Pekara Zlatni Klas");
     tool("SaveRecord");
     EXPECT_EQ(chosen(0), "Anic, Vesna");
-    QTest::mouseClick(win().Check1, Qt::LeftButton, Qt::NoModifier, QPoint(8, win().Check1->height() / 2));
+    QTest::mouseClick(win().controls.Check1, Qt::LeftButton, Qt::NoModifier,
+                      QPoint(8, win().controls.Check1->height() / 2));
     tool("SaveRecord");
     EXPECT_EQ(chosen(0), "Pekara Zlatni Klas");
 }
@@ -414,8 +416,8 @@ TEST_F(Editing, LastClientDeletedLocksTheStage) {
     start();
     boxes.answers << BoxAnswer::Yes;
     tool("DeleteRecord");
-    EXPECT_EQ(win().Combo1[0]->entryCount(), 0);
-    EXPECT_TRUE(win().isStageLocked(1));
+    EXPECT_EQ(win().controls.Combo1[0]->entryCount(), 0);
+    EXPECT_TRUE(win().shop.stages[kClients].pane.isLocked());
     EXPECT_EQ(caption(1), "Klijenti");
     EXPECT_EQ(text(0), "");
     EXPECT_FALSE(canUse("DeleteRecord"));
@@ -446,7 +448,7 @@ TEST_F(Editing, DeletingTheLastRecordGoesBackToTheFirst) {
     boxes.answers << BoxAnswer::Yes;
     tool("DeleteRecord");
     EXPECT_EQ(text(0), "Mitic");
-    EXPECT_EQ(win().Combo1[0]->currentIndex(), 0);
+    EXPECT_EQ(win().controls.Combo1[0]->currentIndex(), 0);
     EXPECT_EQ(chosen(0), "Mitic, M");
 }
 
@@ -460,7 +462,7 @@ TEST_F(Editing, DeletedClientsComputersAreGoneFromTheNextStage) {
     boxes.answers << BoxAnswer::Yes;
     tool("DeleteRecord");
     tab(2);
-    EXPECT_EQ(win().Combo1[1]->entryCount(), 0);
+    EXPECT_EQ(win().controls.Combo1[1]->entryCount(), 0);
 }
 
 TEST_F(Editing, DeletedComputerIsGoneWithItsServices) {
@@ -474,9 +476,9 @@ TEST_F(Editing, DeletedComputerIsGoneWithItsServices) {
     EXPECT_EQ(countRows("Computers"), 0);
     EXPECT_EQ(countRows("Services"), 0);
     EXPECT_EQ(caption(2), "Kompjuteri");
-    EXPECT_TRUE(win().isStageLocked(2));
+    EXPECT_TRUE(win().shop.stages[kComputers].pane.isLocked());
     tab(3);
-    EXPECT_EQ(win().ListView1->count(), 0);
+    EXPECT_EQ(win().controls.ListView1->count(), 0);
 }
 
 TEST_F(Editing, DeleteIsRefusedWhileAddingThoughTheMenuOffersIt) {
@@ -492,7 +494,7 @@ TEST_F(Editing, DeleteIsRefusedWhileAddingThoughTheMenuOffersIt) {
 
 TEST_F(Editing, NothingToDeleteIsSaid) {
     start();
-    win().DeleteRecord(0);
+    win().shop.removal.DeleteRecord(0);
     EXPECT_EQ(boxes.lastText(), "This recordset is empty. There's nothing to be deleted.");
     EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Information);
 }
@@ -523,7 +525,7 @@ TEST_F(Editing, EditOfADeletedRecordIsToldWithItsNumber) {
               "Edit mode and with Tab index 1:\n[3167] Record is deleted.");
     EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Critical);
     EXPECT_EQ(chosen(0), "Zoric, Vesna");
-    EXPECT_FALSE(win().StageDirty[0]);
+    EXPECT_FALSE(win().controls.StageDirty[0]);
     EXPECT_EQ(text(0), "Zoric") << "nothing typed is lost";
     choose(0, "Peric, Pera");
     EXPECT_EQ(text(0), "Peric") << "a failed write holds nobody back";
@@ -549,7 +551,7 @@ class Addresses : public MainWindow {
     void openMail(const QString& address) { press(15, 0, address); }
     void press(int fieldIndex, size_t button, const QString& address) {
         type(fieldIndex, address);
-        QTest::mouseClick(win().Command1[button], Qt::LeftButton);
+        QTest::mouseClick(win().controls.Command1[button], Qt::LeftButton);
     }
     QStringList opened;
 };

@@ -40,27 +40,27 @@ class FailedSave : public MainWindow {
         tool("NewRecord");
         typeClient("Babic", "Bo");
         type(13, "064 111");
-        win().DTPicker1[0]->setValue(QDate(1980, 5, 17));
+        win().controls.DTPicker1[0]->setValue(QDate(1980, 5, 17));
         colleague->hold();
     }
     void expectStillAdding() {
-        EXPECT_TRUE(win().AddNewMode);
-        EXPECT_EQ(win().CurrentStage, 1);
-        EXPECT_EQ(win().TabStrip1->currentIndex(), 0);
-        EXPECT_EQ(win().Combo1[0]->currentIndex(), -1);
-        EXPECT_EQ(win().RememberedIndex[0], -1);
+        EXPECT_TRUE(win().shop.editing.AddNewMode);
+        EXPECT_EQ(win().shop.stages.CurrentStage, 1);
+        EXPECT_EQ(win().controls.TabStrip1->currentIndex(), 0);
+        EXPECT_EQ(win().controls.Combo1[0]->currentIndex(), -1);
+        EXPECT_EQ(win().controls.RememberedIndex[0], -1);
         EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Peric, Pera"}));
         EXPECT_EQ(caption(1), "Klijenti");
         EXPECT_EQ(text(0), "Babic");
         EXPECT_EQ(text(1), "Bo");
         EXPECT_EQ(text(13), "064 111");
-        EXPECT_EQ(win().DTPicker1[0]->value(), QDate(1980, 5, 17));
+        EXPECT_EQ(win().controls.DTPicker1[0]->value(), QDate(1980, 5, 17));
         EXPECT_TRUE(canUse("SaveRecord"));
     }
     void utility(Command command) {
-        open(win().mnuDDatabase);
+        open(win().bars.menus.menu(Menu::Database));
         give(command);
-        win().mnuDDatabase->close();
+        win().bars.menus.menu(Menu::Database)->close();
     }
     std::unique_ptr<BusyColleague> colleague;
     int anic = 0, peric = 0, desk = 0, office = 0;
@@ -87,12 +87,12 @@ TEST_F(FailedSave, AddThatFailedIsWrittenOnceAndWholeByTheNextTry) {
     colleague->letGo();
     tool("SaveRecord");
     EXPECT_EQ(boxes.asked.size(), 2);
-    EXPECT_FALSE(win().AddNewMode);
+    EXPECT_FALSE(win().shop.editing.AddNewMode);
     EXPECT_EQ(chosen(0), "Babic, Bo");
     EXPECT_EQ(caption(1), "Babic, Bo");
     EXPECT_EQ(countRows("Customers"), 3);
     const int babic = currentKey(0);
-    EXPECT_EQ(win().Combo1[0]->entryData(win().Combo1[0]->currentIndex()), babic);
+    EXPECT_EQ(win().controls.Combo1[0]->entryData(win().controls.Combo1[0]->currentIndex()), babic);
     EXPECT_EQ(valueOf("Customers", "CustID", babic, "Cellular").asText(), "064 111");
     EXPECT_EQ(valueOf("Customers", "CustID", babic, "BirthDate"), dao::Value(dao::Date{29358.0}));
     EXPECT_EQ(valueOf("Customers", "CustID", anic, "Surname").asText(), "Anic");
@@ -130,7 +130,7 @@ TEST_F(FailedSave, AddThatFailedKeepsTheDatabaseOpen) {
     for (const Command command : {Command::RestartDatabase, Command::CompactDatabase}) {
         utility(command);
         EXPECT_EQ(boxes.lastText(), kAddFailed.arg(1).arg(kLocked)) << static_cast<int>(command);
-        EXPECT_TRUE(win().Data1[0]->isOpen());
+        EXPECT_TRUE(win().controls.Data1[0]->isOpen());
         expectStillAdding();
     }
     EXPECT_EQ(boxes.asked.size(), 2) << "no notice of other users, no end of the program";
@@ -139,9 +139,9 @@ TEST_F(FailedSave, AddThatFailedKeepsTheDatabaseOpen) {
 TEST_F(FailedSave, AddThatFailedKeepsTheFilterAway) {
     startAdding();
     bool ok = true;
-    win().ApplyQuickFilter(1, ok);
+    win().shop.filter.ApplyQuickFilter(1, ok);
     EXPECT_FALSE(ok);
-    EXPECT_EQ(win().ActiveFilter, -1);
+    EXPECT_EQ(win().shop.filter.ActiveFilter, -1);
     expectStillAdding();
 }
 
@@ -152,7 +152,7 @@ TEST_F(FailedSave, AddThatFailedCanBeGivenUp) {
     type(0, "");
     boxes.answers << BoxAnswer::No;
     tool("SaveRecord");
-    EXPECT_FALSE(win().AddNewMode);
+    EXPECT_FALSE(win().shop.editing.AddNewMode);
     EXPECT_EQ(chosen(0), "Anic, Vesna");
     EXPECT_EQ(text(0), "Anic");
     EXPECT_EQ(text(13), "");
@@ -175,7 +175,7 @@ TEST_F(FailedSave, AddThatFailedInAnEmptyShopLocksTheStageWhenItIsGivenUp) {
     boxes.answers << BoxAnswer::No;
     tool("SaveRecord");
     EXPECT_TRUE(locked(0));
-    EXPECT_TRUE(win().isStageLocked(1));
+    EXPECT_TRUE(win().shop.stages[kClients].pane.isLocked());
     EXPECT_EQ(text(1), "");
     EXPECT_EQ(caption(1), "Klijenti");
 }
@@ -191,11 +191,11 @@ TEST_F(FailedSave, ComputerThatCouldNotBeAddedGoesToItsClientAtLast) {
     tool("SaveRecord");
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.lastText(), kAddFailed.arg(2).arg(kLocked));
-    EXPECT_TRUE(win().AddNewMode);
+    EXPECT_TRUE(win().shop.editing.AddNewMode);
     EXPECT_EQ(text(19), "Laptop");
     EXPECT_EQ(chosen(1), "");
     tab(1);
-    EXPECT_EQ(win().CurrentStage, 2);
+    EXPECT_EQ(win().shop.stages.CurrentStage, 2);
     colleague->letGo();
     tool("SaveRecord");
     EXPECT_EQ(entries(1), QStringList({"Laptop", "Office"}));
@@ -207,7 +207,7 @@ TEST_F(FailedSave, ComputerThatCouldNotBeAddedGoesToItsClientAtLast) {
 TEST_F(FailedSave, AddWithoutAnyRowIsNeverWrittenIntoAnotherRecord) {
     startAdding();
     colleague->letGo();
-    win().Data1[0]->Recordset().Close();
+    win().controls.Data1[0]->Recordset().Close();
     tool("SaveRecord");
     EXPECT_EQ(boxes.lastText(), kAddFailed.arg(1).arg("[3420] Object invalid or no longer set."));
     expectStillAdding();
@@ -222,7 +222,7 @@ TEST_F(FailedSave, NewClientWhoseRowWasLostIsStillANewOne) {
     start();
     tool("NewRecord");
     typeClient("Babic", "Bo");
-    win().Data1[0]->Recordset().CancelUpdate();
+    win().controls.Data1[0]->Recordset().CancelUpdate();
     tool("SaveRecord");
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
     EXPECT_EQ(countRows("Customers"), 3);
@@ -233,15 +233,15 @@ TEST_F(FailedSave, NewClientWhoseRowWasLostIsStillANewOne) {
 TEST_F(FailedSave, StageThatCouldNotBeginAnAddIsLockedAgain) {
     start();
     ASSERT_TRUE(locked(0));
-    win().Data1[0]->Close();
+    win().controls.Data1[0]->Close();
     tool("NewRecord");
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.lastText(), "Add New Record failed.\n\n[3420] Object invalid or no longer set.");
     EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Critical);
     EXPECT_TRUE(locked(0));
-    EXPECT_TRUE(win().isStageLocked(1));
-    EXPECT_FALSE(win().AddNewMode);
-    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_TRUE(win().shop.stages[kClients].pane.isLocked());
+    EXPECT_FALSE(win().shop.editing.AddNewMode);
+    EXPECT_EQ(win().status.text(), "Ready");
 }
 
 // --- A record that was changed.
@@ -255,7 +255,7 @@ TEST_F(FailedSave, EditThatFailsIsToldOnceAndStaysInTheFields) {
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.lastText(), kEditFailed.arg(1).arg(kLocked));
     EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Critical);
-    EXPECT_FALSE(win().StageDirty[0]);
+    EXPECT_FALSE(win().controls.StageDirty[0]);
     EXPECT_EQ(text(0), "Zoric");
     EXPECT_EQ(chosen(0), "Zoric, Vesna");
     EXPECT_EQ(caption(1), "Zoric, Vesna");
@@ -282,7 +282,7 @@ TEST_F(FailedSave, EditThatFailsOnTheWayToAnotherClientHoldsNobodyBack) {
     EXPECT_EQ(boxes.lastText(), kEditFailed.arg(1).arg(kLocked));
     EXPECT_EQ(text(0), "Peric");
     EXPECT_EQ(entries(0), QStringList({"Zoric, Vesna", "Peric, Pera"}));
-    EXPECT_FALSE(win().StageDirty[0]);
+    EXPECT_FALSE(win().controls.StageDirty[0]);
 }
 
 // --- A new record that cannot be dropped.
@@ -293,14 +293,14 @@ TEST_F(FailedSave, AddThatCannotBeDroppedIsToldWithTheStageAlone) {
     tool("NewRecord");
     type(2, "x");
     boxes.answers << BoxAnswer::No;
-    boxes.onBox = [&](const platform::Box&) { win().Data1[0]->Recordset().Close(); };
+    boxes.onBox = [&](const platform::Box&) { win().controls.Data1[0]->Recordset().Close(); };
     tool("SaveRecord");
     ASSERT_EQ(boxes.asked.size(), 2);
     EXPECT_EQ(boxes.lastText(),
               "SaveRecord procedure: An unexpected error has occured while trying to cancel update record "
               "while in Add New mode and with Tab index 1:");
     EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Critical);
-    EXPECT_FALSE(win().AddNewMode);
+    EXPECT_FALSE(win().shop.editing.AddNewMode);
 }
 
 // --- Choosing.
@@ -308,11 +308,11 @@ TEST_F(FailedSave, AddThatCannotBeDroppedIsToldWithTheStageAlone) {
 TEST_F(FailedSave, ClientWhoCannotBeLookedUpIsNotChosenAndNothingIsSaid) {
     shop();
     start();
-    win().Data1[0]->Recordset().Close();
+    win().controls.Data1[0]->Recordset().Close();
     choose(0, "Peric, Pera");
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
     EXPECT_EQ(chosen(0), "Anic, Vesna");
-    EXPECT_EQ(win().RememberedIndex[0], 0);
+    EXPECT_EQ(win().controls.RememberedIndex[0], 0);
     EXPECT_EQ(caption(1), "Anic, Vesna");
     EXPECT_EQ(text(0), "Anic");
 }
@@ -356,7 +356,7 @@ TEST_F(FailedSave, ServiceThatCannotBeDeletedStays) {
     const int second = addService(desk);
     start();
     tab(3);
-    win().ListView1->select(2);
+    win().controls.ListView1->select(2);
     colleague->hold();
     boxes.answers << BoxAnswer::Yes;
     tool("DeleteRecord");
@@ -364,9 +364,9 @@ TEST_F(FailedSave, ServiceThatCannotBeDeletedStays) {
     EXPECT_EQ(boxes.lastText(),
               "An unexpected error has occured while deleting the selected service.\n\n" + kLocked);
     EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Critical);
-    EXPECT_EQ(win().ListView1->count(), 2);
-    EXPECT_EQ(win().ListView1->selectedIndex(), 2);
-    EXPECT_EQ(win().ListView1->item(2).Key, QStringLiteral("K%1").arg(second));
+    EXPECT_EQ(win().controls.ListView1->count(), 2);
+    EXPECT_EQ(win().controls.ListView1->selectedIndex(), 2);
+    EXPECT_EQ(win().controls.ListView1->item(2).Key, QStringLiteral("K%1").arg(second));
     colleague->letGo();
     EXPECT_EQ(countRows("Services"), 2);
 }

@@ -30,13 +30,13 @@ class FailedTab : public NarrowedWindow {
         ASSERT_EQ(boxes.asked.size(), 1);
         EXPECT_TRUE(boxes.lastText().startsWith(kNoTable)) << boxes.lastText().toStdString();
         EXPECT_EQ(boxes.asked.last().icon, platform::BoxIcon::Exclamation);
-        EXPECT_EQ(win().statusText(), "Ready");
+        EXPECT_EQ(win().status.text(), "Ready");
     }
     void expectNoComputers() {
         EXPECT_EQ(entries(1), QStringList());
         EXPECT_EQ(chosen(1), "");
         EXPECT_EQ(caption(2), "Kompjuteri");
-        EXPECT_TRUE(win().isStageLocked(2));
+        EXPECT_TRUE(win().shop.stages[kComputers].pane.isLocked());
         EXPECT_TRUE(locked(19));
         EXPECT_EQ(text(19), "");
     }
@@ -48,8 +48,8 @@ TEST_F(FailedTab, ComputersThatCannotBeReadLeaveNobodyElsesThere) {
     tab(2);
     expectTold();
     expectNoComputers();
-    EXPECT_EQ(win().CurrentStage, 2);
-    EXPECT_TRUE(win().Picture1[1]->isVisible());
+    EXPECT_EQ(win().shop.stages.CurrentStage, 2);
+    EXPECT_TRUE(win().controls.Picture1[1]->isVisible());
     EXPECT_FALSE(canUse("DeleteRecord"));
 }
 
@@ -58,13 +58,13 @@ TEST_F(FailedTab, ServiceCannotBePutOnAnotherClientsComputer) {
     tab(3);
     expectTold();
     expectNoComputers();
-    EXPECT_EQ(win().ListView1->count(), 0);
+    EXPECT_EQ(win().controls.ListView1->count(), 0);
     EXPECT_EQ(source(2), "SELECT * FROM QDServices0 WHERE MachineID=-1");
     EXPECT_FALSE(canUse("NewRecord"));
     EXPECT_FALSE(canUse("EditRecord"));
-    open(win().mnuDDatabase);
-    EXPECT_FALSE(win().action(Command::AddRecord)->isEnabled());
-    win().mnuDDatabase->close();
+    open(win().bars.menus.menu(Menu::Database));
+    EXPECT_FALSE(win().bars.menus.entry(Command::AddRecord)->isEnabled());
+    win().bars.menus.menu(Menu::Database)->close();
 }
 
 TEST_F(FailedTab, ComputersAreReadAgainWithTheNextMove) {
@@ -85,7 +85,7 @@ TEST_F(FailedTab, ServicesThatCannotBeReadLeaveNobodyElsesThere) {
     tab(3);
     expectTold();
     EXPECT_EQ(chosen(1), "Office");
-    EXPECT_EQ(win().ListView1->count(), 0);
+    EXPECT_EQ(win().controls.ListView1->count(), 0);
     EXPECT_EQ(text(37), "");
     EXPECT_EQ(text(38), "");
     for (const char* key : {"EditRecord", "PriceList", "Invoice", "Quotation", "DeleteRecord"}) {
@@ -94,7 +94,7 @@ TEST_F(FailedTab, ServicesThatCannotBeReadLeaveNobodyElsesThere) {
     mend("QDServices0", "Services");
     tab(2);
     tab(3);
-    EXPECT_EQ(win().ListView1->count(), 1);
+    EXPECT_EQ(win().controls.ListView1->count(), 1);
 }
 
 TEST_F(FailedTab, BothStagesThatCannotBeReadAreEmptied) {
@@ -103,7 +103,7 @@ TEST_F(FailedTab, BothStagesThatCannotBeReadAreEmptied) {
     tab(3);
     expectTold();
     expectNoComputers();
-    EXPECT_EQ(win().ListView1->count(), 0);
+    EXPECT_EQ(win().controls.ListView1->count(), 0);
     EXPECT_FALSE(canUse("EditRecord"));
 }
 
@@ -112,18 +112,18 @@ TEST_F(FailedTab, BothStagesThatCannotBeReadAreEmptied) {
 TEST_F(FailedTab, ListIsFilledFromTheFirstRecordAndStandsOnIt) {
     const int second = addService(office);
     tab(3);
-    ASSERT_EQ(win().ListView1->count(), 2);
+    ASSERT_EQ(win().controls.ListView1->count(), 2);
     EXPECT_NE(currentKey(2), second);
-    EXPECT_EQ(win().ListView1->item(1).Key, QStringLiteral("K%1").arg(currentKey(2)));
+    EXPECT_EQ(win().controls.ListView1->item(1).Key, QStringLiteral("K%1").arg(currentKey(2)));
 }
 
 TEST_F(FailedTab, SelectorIsFilledFromTheFirstRecordAndStandsOnIt) {
     ASSERT_EQ(currentKey(0), peric);
-    win().FillClientCombo();
+    win().shop.reading.FillClientCombo();
     EXPECT_EQ(currentKey(0), anic);
     EXPECT_EQ(text(0), "Anic");
     EXPECT_EQ(chosen(0), "Anic, Vesna");
-    EXPECT_EQ(win().RememberedIndex[0], 0);
+    EXPECT_EQ(win().controls.RememberedIndex[0], 0);
 }
 
 }  // namespace

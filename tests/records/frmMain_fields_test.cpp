@@ -116,10 +116,10 @@ TEST_F(Fields, DatesAndTheFirmBoxGoIntoTheirColumns) {
     start();
     const char* days[] = {"1/1/1970", "1/2/1970", "1/3/1970"};
     for (size_t i = 0; i < 3; ++i) {
-        type(win().DTPicker1[i]->edit(), days[i]);
+        type(win().controls.DTPicker1[i]->edit(), days[i]);
         by_hand::press(Qt::Key_Tab);
     }
-    by_hand::click(win().Check1);
+    by_hand::click(win().controls.Check1);
     tool("SaveRecord");
     const auto value = [&](const char* column) { return valueOf("Customers", "CustID", client, column); };
     EXPECT_EQ(value("BirthDate"), dao::Value(dao::Date{25569.0}));
@@ -136,12 +136,12 @@ TEST_F(Fields, EachHasItsLabelAndTheRequiredOnesAStar) {
             EXPECT_EQ(labelOf(field(entry.index)), label) << entry.column;
         }
     }
-    EXPECT_EQ(labelOf(win().DTPicker1[0]), "Birth date");
-    EXPECT_EQ(labelOf(win().DTPicker1[1]), "Issued on");
-    EXPECT_EQ(labelOf(win().DTPicker1[2]), "Valid until");
-    EXPECT_EQ(win().Check1->text(), "Firm's address");
-    EXPECT_EQ(labelOf(win().Combo1[0]), "Client");
-    EXPECT_EQ(labelOf(win().Combo1[1]), "Computer");
+    EXPECT_EQ(labelOf(win().controls.DTPicker1[0]), "Birth date");
+    EXPECT_EQ(labelOf(win().controls.DTPicker1[1]), "Issued on");
+    EXPECT_EQ(labelOf(win().controls.DTPicker1[2]), "Valid until");
+    EXPECT_EQ(win().controls.Check1->text(), "Firm's address");
+    EXPECT_EQ(labelOf(win().controls.Combo1[0]), "Client");
+    EXPECT_EQ(labelOf(win().controls.Combo1[1]), "Computer");
     for (const int comments : {18, 36}) {
         EXPECT_EQ(qobject_cast<QGroupBox*>(field(comments)->parentWidget())->title(), "Comments");
     }
@@ -151,7 +151,7 @@ TEST_F(Fields, FieldsAreSeenOnThePaneOfTheirStage) {
     start();
     for (const int stage : {1, 2, 3}) {
         tab(stage);
-        for (int i = 0; i < frmMain::kEntryFields; ++i) {
+        for (int i = 0; i < EntryFields::kCount; ++i) {
             const int home = i <= 18 ? 1 : i == 37 || i == 38 ? 3 : 2;
             EXPECT_EQ(field(i)->isVisible(), home == stage) << i << " on stage " << stage;
         }
@@ -178,10 +178,10 @@ TEST_F(Fields, EachFieldHasItsOwnTopic) {
     for (int i = 0; i < 19; ++i) {
         EXPECT_EQ(topicOf(field(i)), QList<int>({expected[i]})) << i;
     }
-    EXPECT_EQ(topicOf(win().DTPicker1[0]->edit()), QList<int>({506}));
-    EXPECT_EQ(topicOf(win().DTPicker1[1]->edit()), QList<int>({509}));
-    EXPECT_EQ(topicOf(win().DTPicker1[2]->edit()), QList<int>({510}));
-    EXPECT_EQ(topicOf(win().Text2[0]), QList<int>({501}));
+    EXPECT_EQ(topicOf(win().controls.DTPicker1[0]->edit()), QList<int>({506}));
+    EXPECT_EQ(topicOf(win().controls.DTPicker1[1]->edit()), QList<int>({509}));
+    EXPECT_EQ(topicOf(win().controls.DTPicker1[2]->edit()), QList<int>({510}));
+    EXPECT_EQ(topicOf(win().controls.Text2[0]), QList<int>({501}));
     by_hand::press(Qt::Key_Tab);
     by_hand::press(Qt::Key_F1);
     EXPECT_EQ(topics.last(), 502) << "the selector";
@@ -191,7 +191,7 @@ TEST_F(Fields, EachFieldHasItsOwnTopic) {
     }
     EXPECT_EQ(topicOf(field(39)), QList<int>({620}));
     EXPECT_EQ(topicOf(field(40)), QList<int>({621}));
-    EXPECT_EQ(topicOf(win().Text2[1]), QList<int>({601}));
+    EXPECT_EQ(topicOf(win().controls.Text2[1]), QList<int>({601}));
     tab(3);
     EXPECT_EQ(topicOf(field(37)), QList<int>({702}));
     EXPECT_EQ(topicOf(field(38)), QList<int>({703}));
@@ -215,12 +215,12 @@ TEST_F(Fields, SmallButtonsHaveTopicsAndTipsToo) {
         EXPECT_EQ(topics.last(), topic);
     }
     setHelpViewer(nullptr);
-    EXPECT_EQ(win().Command1[0]->toolTip(), "Write an e-mail");
-    EXPECT_EQ(win().Command1[1]->toolTip(), "Open the web page");
-    EXPECT_FALSE(win().Command1[0]->icon().isNull());
-    EXPECT_FALSE(win().Command1[1]->icon().isNull());
-    EXPECT_NE(win().Command1[0]->icon().pixmap(16, 16).toImage(),
-              win().Command1[1]->icon().pixmap(16, 16).toImage());
+    EXPECT_EQ(win().controls.Command1[0]->toolTip(), "Write an e-mail");
+    EXPECT_EQ(win().controls.Command1[1]->toolTip(), "Open the web page");
+    EXPECT_FALSE(win().controls.Command1[0]->icon().isNull());
+    EXPECT_FALSE(win().controls.Command1[1]->icon().isNull());
+    EXPECT_NE(win().controls.Command1[0]->icon().pixmap(16, 16).toImage(),
+              win().controls.Command1[1]->icon().pixmap(16, 16).toImage());
 }
 
 TEST_F(Fields, FramesBearTheirTitles) {
@@ -228,7 +228,7 @@ TEST_F(Fields, FramesBearTheirTitles) {
     const auto titles = [&](int stageIndex) {
         QStringList all;
         for (const QGroupBox* frame :
-             win().Picture1[static_cast<size_t>(stageIndex)]->findChildren<QGroupBox*>()) {
+             win().controls.Picture1[static_cast<size_t>(stageIndex)]->findChildren<QGroupBox*>()) {
             all.append(frame->title());
         }
         return all;
@@ -239,7 +239,7 @@ TEST_F(Fields, FramesBearTheirTitles) {
               QStringList({"Computer", "Processor and memory", "Storage", "Peripherals", "Comments"}));
     EXPECT_EQ(titles(2), QStringList({"Description", "Kinds of service"}));
     for (const size_t i : {0U, 1U}) {
-        EXPECT_EQ(win().Text2[i]->placeholderText(), "Type to find");
+        EXPECT_EQ(win().controls.Text2[i]->placeholderText(), "Type to find");
     }
 }
 
@@ -272,8 +272,9 @@ TEST_F(Fields, NoneCoversAnother) {
     for (const int stage : {1, 2, 3}) {
         tab(stage);
         QList<QWidget*> shown;
-        for (QWidget* widget : win().Picture1[static_cast<size_t>(stage - 1)]->findChildren<QWidget*>()) {
-            const bool entry = widget->objectName().contains('(') || widget == win().ListView1 ||
+        for (QWidget* widget :
+             win().controls.Picture1[static_cast<size_t>(stage - 1)]->findChildren<QWidget*>()) {
+            const bool entry = widget->objectName().contains('(') || widget == win().controls.ListView1 ||
                                qobject_cast<QLabel*>(widget) != nullptr;
             if (widget->isVisible() && entry && !widget->objectName().startsWith("qt_")) {
                 shown.append(widget);
@@ -281,7 +282,8 @@ TEST_F(Fields, NoneCoversAnother) {
         }
         ASSERT_GT(shown.size(), 1);
         for (const QWidget* one : std::as_const(shown)) {
-            EXPECT_TRUE(placeOf(win().Picture1[static_cast<size_t>(stage - 1)]).contains(placeOf(one)))
+            EXPECT_TRUE(
+                placeOf(win().controls.Picture1[static_cast<size_t>(stage - 1)]).contains(placeOf(one)))
                 << one->objectName().toStdString();
             for (const QWidget* other : std::as_const(shown)) {
                 EXPECT_TRUE(one == other || one->isAncestorOf(other) || other->isAncestorOf(one) ||
@@ -296,25 +298,26 @@ TEST_F(Fields, TypeAheadBoxStandsBeforeItsSelectorOnTheSameLine) {
     start();
     for (const size_t i : {0U, 1U}) {
         tab(static_cast<int>(i) + 1);
-        EXPECT_LT(win().Text2[i]->geometry().right(), win().Combo1[i]->geometry().left());
-        EXPECT_EQ(win().Text2[i]->geometry().center().y(), win().Combo1[i]->geometry().center().y());
+        EXPECT_LT(win().controls.Text2[i]->geometry().right(), win().controls.Combo1[i]->geometry().left());
+        EXPECT_EQ(win().controls.Text2[i]->geometry().center().y(),
+                  win().controls.Combo1[i]->geometry().center().y());
     }
 }
 
 TEST_F(Fields, ListOfServicesTakesTheGreaterPartOfItsPane) {
     start();
     tab(3);
-    const QWidget* pane = win().Picture1[2];
-    EXPECT_GT(win().ListView1->height(), pane->height() / 2);
-    EXPECT_GT(win().ListView1->width(), pane->width() * 9 / 10);
+    const QWidget* pane = win().controls.Picture1[2];
+    EXPECT_GT(win().controls.ListView1->height(), pane->height() / 2);
+    EXPECT_GT(win().controls.ListView1->width(), pane->width() * 9 / 10);
     EXPECT_GT(field(37)->width(), field(38)->width());
 }
 
 TEST_F(Fields, DatesAreReadOutByTheirNames) {
     start();
-    EXPECT_EQ(win().DTPicker1[0]->edit()->accessibleName(), "Birth date");
-    EXPECT_EQ(win().DTPicker1[1]->edit()->accessibleName(), "Issued on");
-    EXPECT_EQ(win().DTPicker1[2]->edit()->accessibleName(), "Valid until");
+    EXPECT_EQ(win().controls.DTPicker1[0]->edit()->accessibleName(), "Birth date");
+    EXPECT_EQ(win().controls.DTPicker1[1]->edit()->accessibleName(), "Issued on");
+    EXPECT_EQ(win().controls.DTPicker1[2]->edit()->accessibleName(), "Valid until");
 }
 
 }  // namespace

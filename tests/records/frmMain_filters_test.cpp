@@ -38,26 +38,26 @@ class Filters : public NarrowedWindow {
             started_ = true;
         }
         bool ok = false;
-        win().ApplyQuickFilter(number, ok);
+        win().shop.filter.ApplyQuickFilter(number, ok);
         const QList<int> all = ok ? services() : QList<int>();
-        win().RemoveFilters();
+        win().shop.filter.RemoveFilters();
         return all;
     }
     QStringList usableEntries() {
         QStringList keys;
         for (const quick_filters::Filter& each : quick_filters::kFilters) {
-            if (win().filterEntry(each.key)->isEnabled()) {
+            if (win().bars.toolbar.filterEntry(each.key)->isEnabled()) {
                 keys.append(each.key);
             }
         }
         return keys;
     }
     QList<Command> checked() {
-        open(win().mnuDDatabase);
-        win().mnuDDatabase->close();
+        open(win().bars.menus.menu(Menu::Database));
+        win().bars.menus.menu(Menu::Database)->close();
         QList<Command> commands;
         for (const CommandRow& row : commandTable()) {
-            const QAction* item = win().action(row.name);
+            const QAction* item = win().bars.menus.entry(row.name);
             if (item != nullptr && menuOf(item) == menuNamed("mnuQuickSearch") && item->isChecked()) {
                 commands.append(row.name);
             }
@@ -105,8 +105,8 @@ TEST_F(Filters, AllThreeStagesAreNarrowedByNumbers) {
     EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Babic, Bo"}));
     EXPECT_EQ(entries(1), QStringList({"Laptop"})) << "the desk computer's jobs do not match";
     EXPECT_EQ(listed(), QList<int>({openOwed}));
-    EXPECT_EQ(win().ListView1->selectedIndex(), 1);
-    EXPECT_TRUE(win().StageDirty[1]);
+    EXPECT_EQ(win().controls.ListView1->selectedIndex(), 1);
+    EXPECT_TRUE(win().controls.StageDirty[1]);
 }
 
 TEST_F(Filters, NarrowedSetsOutliveTheChangesOfStage) {
@@ -141,10 +141,10 @@ TEST_F(Filters, StatisticsCanBeSwitchedOffButNotTheNewsOfAnEmptyResult) {
     settings::setBoolean(settings::ShowFilterStatistics, false);
     openDatabase().Execute("DELETE * FROM Services WHERE ID=" + std::to_string(finishedOwed));
     start();
-    EXPECT_FALSE(win().ShowMsgBoxFilterResults);
+    EXPECT_FALSE(win().choices.filter.ShowMsgBoxFilterResults);
     filter(Command::FilterNotFinishedNotPaid);
     EXPECT_TRUE(boxes.asked.isEmpty());
-    EXPECT_EQ(win().ActiveFilter, 1);
+    EXPECT_EQ(win().shop.filter.ActiveFilter, 1);
     filter(Command::FilterFinishedNotPaid);
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.lastText(), kNothing);
@@ -158,17 +158,17 @@ TEST_F(Filters, FilterThatFindsNothingKeepsTheOneInForce) {
     start();
     filter(Command::FilterNotFinishedPaid);
     const std::string kept = queryText("QDServices0");
-    const QString text = win().statusText();
+    const QString text = win().status.text();
     boxes.asked.clear();
     filter(Command::FilterFinishedNotPaid);
     EXPECT_EQ(boxes.lastText(), kNothing);
-    EXPECT_EQ(win().ActiveFilter, 2);
-    EXPECT_EQ(win().StatusBar1->panelText("Filter"), "FILTER: Not finished but paid services");
+    EXPECT_EQ(win().shop.filter.ActiveFilter, 2);
+    EXPECT_EQ(win().controls.StatusBar1->panelText("Filter"), "FILTER: Not finished but paid services");
     EXPECT_EQ(queryText("QDServices0"), kept);
     EXPECT_EQ(entries(0), QStringList({"Babic, Bo"}));
     EXPECT_TRUE(canUse("RemoveFilter"));
     EXPECT_EQ(usableEntries(), QStringList({"FNP", "NFNP", "NFNPDD", "NFPDD"}));
-    EXPECT_EQ(win().statusText(), text);
+    EXPECT_EQ(win().status.text(), text);
     EXPECT_NE(win().cursor().shape(), Qt::WaitCursor);
 }
 
@@ -178,13 +178,13 @@ TEST_F(Filters, FilterThatFindsNothingLeavesTheWholeShopAlone) {
     boxes.asked.clear();
     filter(Command::FilterFinishedNotPaid);
     ASSERT_EQ(boxes.asked.size(), 1);
-    EXPECT_EQ(win().ActiveFilter, -1);
-    EXPECT_EQ(win().StatusBar1->firstPanelKey(), "Text");
+    EXPECT_EQ(win().shop.filter.ActiveFilter, -1);
+    EXPECT_EQ(win().controls.StatusBar1->firstPanelKey(), "Text");
     EXPECT_FALSE(canUse("RemoveFilter"));
     EXPECT_EQ(usableEntries().size(), 5);
     EXPECT_EQ(queryText("QDServices0"), "SELECT * FROM Services");
     EXPECT_EQ(source(2), "SELECT * FROM QDServices0");
-    EXPECT_FALSE(win().StageDirty[1]);
+    EXPECT_FALSE(win().controls.StageDirty[1]);
 }
 
 TEST_F(Filters, EachHasItsCaptionInAPanelWithoutAFrame) {
@@ -196,9 +196,9 @@ TEST_F(Filters, EachHasItsCaptionInAPanelWithoutAFrame) {
         "FILTER: Not finished but paid services with due date"};
     for (int number = 0; number < 5; ++number) {
         filter(quickFilter(number));
-        EXPECT_EQ(win().ActiveFilter, number);
-        EXPECT_EQ(win().StatusBar1->firstPanelKey(), "Filter");
-        const QLabel* panel = win().StatusBar1->panel("Filter");
+        EXPECT_EQ(win().shop.filter.ActiveFilter, number);
+        EXPECT_EQ(win().controls.StatusBar1->firstPanelKey(), "Filter");
+        const QLabel* panel = win().controls.StatusBar1->panel("Filter");
         EXPECT_EQ(panel->text(), captions[number]);
         EXPECT_EQ(panel->frameShape(), QFrame::NoFrame);
         QCoreApplication::processEvents();
@@ -210,10 +210,10 @@ TEST_F(Filters, ChosenFilterIsCheckedInTheMenuAndShutInTheDropDown) {
     shop();
     start();
     EXPECT_EQ(checked(), QList<Command>());
-    EXPECT_FALSE(win().action(Command::RemoveFilters)->isEnabled());
+    EXPECT_FALSE(win().bars.menus.entry(Command::RemoveFilters)->isEnabled());
     filter(Command::FilterNotFinishedNotPaid);
     EXPECT_EQ(checked(), QList<Command>({Command::FilterNotFinishedNotPaid}));
-    EXPECT_TRUE(win().action(Command::RemoveFilters)->isEnabled());
+    EXPECT_TRUE(win().bars.menus.entry(Command::RemoveFilters)->isEnabled());
     EXPECT_EQ(usableEntries(), QStringList({"FNP", "NFP", "NFNPDD", "NFPDD"}));
     EXPECT_TRUE(canUse("RemoveFilter"));
     filter(Command::FilterDuePaid);
@@ -221,7 +221,7 @@ TEST_F(Filters, ChosenFilterIsCheckedInTheMenuAndShutInTheDropDown) {
     EXPECT_EQ(usableEntries(), QStringList({"FNP", "NFNP", "NFP", "NFNPDD"}));
     filter(Command::RemoveFilters);
     EXPECT_EQ(checked(), QList<Command>());
-    EXPECT_FALSE(win().action(Command::RemoveFilters)->isEnabled());
+    EXPECT_FALSE(win().bars.menus.entry(Command::RemoveFilters)->isEnabled());
 }
 
 TEST_F(Filters, DropDownCallsTheSameFilters) {
@@ -229,9 +229,9 @@ TEST_F(Filters, DropDownCallsTheSameFilters) {
     start();
     int number = 0;
     for (const quick_filters::Filter& each : quick_filters::kFilters) {
-        win().filterEntry(each.key)->trigger();
-        EXPECT_EQ(win().ActiveFilter, number) << each.key;
-        EXPECT_FALSE(win().filterEntry(each.key)->isEnabled()) << each.key;
+        win().bars.toolbar.filterEntry(each.key)->trigger();
+        EXPECT_EQ(win().shop.filter.ActiveFilter, number) << each.key;
+        EXPECT_FALSE(win().bars.toolbar.filterEntry(each.key)->isEnabled()) << each.key;
         ++number;
     }
 }
@@ -240,16 +240,16 @@ TEST_F(Filters, UnknownPositionsAndNumbersDoNothing) {
     shop();
     start();
     for (const int position : {-1, 1, 7}) {
-        win().mnuQuickSearch_Click(position);
+        win().filters.mnuQuickSearch_Click(position);
         EXPECT_EQ(boxes.lastText(), QStringLiteral("Unknown index: mnuQuickSearch_Click(%1)").arg(position));
         EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Exclamation);
     }
     boxes.asked.clear();
     bool ok = false;
-    win().ApplyQuickFilter(5, ok);
+    win().shop.filter.ApplyQuickFilter(5, ok);
     EXPECT_TRUE(ok);
-    EXPECT_EQ(win().ActiveFilter, -1);
-    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(win().shop.filter.ActiveFilter, -1);
+    EXPECT_EQ(win().status.text(), "Ready");
     EXPECT_TRUE(boxes.asked.isEmpty());
 }
 
@@ -258,7 +258,7 @@ TEST_F(Filters, WindowSaysThatItIsAtWork) {
     start();
     StatusWatch watch(win());
     bool ok = false;
-    win().ApplyQuickFilter(1, ok);
+    win().shop.filter.ApplyQuickFilter(1, ok);
     EXPECT_EQ(watch.said, QStringList({"Filtering data... Please wait...", "Ready"}));
     EXPECT_EQ(watch.underHourglass.value(0), "Filtering data... Please wait...")
         << "text and pointer come together";
@@ -312,7 +312,7 @@ TEST_F(Filters, FinishDateBefore1990IsOneToTheFilters) {
     const int old = addService(computer, {{"ServiceFinished", day({1989, 12, 31})}});
     EXPECT_EQ(found(0), QList<int>({old}));
     EXPECT_EQ(found(1), QList<int>());
-    EXPECT_EQ(win().ListView1->item(1).SmallIcon, "NotFinishedNotPayed") << "and none to the list";
+    EXPECT_EQ(win().controls.ListView1->item(1).SmallIcon, "NotFinishedNotPayed") << "and none to the list";
 }
 
 TEST_F(Filters, DueWithinTheSetDays) {
@@ -323,9 +323,9 @@ TEST_F(Filters, DueWithinTheSetDays) {
     addService(computer, {{"ServiceToBeFinished", inDays(6)}});
     addService(computer);  // without a due date
     EXPECT_EQ(found(3), QList<int>({overdue, today, inFive}));
-    win().DueDateDiff = 0;
+    win().choices.filter.DueDateDiff = 0;
     EXPECT_EQ(found(3), QList<int>({overdue, today}));
-    win().DueDateDiff = -1;
+    win().choices.filter.DueDateDiff = -1;
     EXPECT_EQ(found(3), QList<int>({overdue}));
 }
 
@@ -343,7 +343,7 @@ TEST_F(Filters, DueDaysComeFromTheSettings) {
     const int computer = addComputer(addClient());
     addService(computer, {{"ServiceToBeFinished", inDays(2)}});
     EXPECT_EQ(found(3), QList<int>());
-    EXPECT_EQ(win().DueDateDiff, 1);
+    EXPECT_EQ(win().choices.filter.DueDateDiff, 1);
 }
 
 TEST_F(Filters, ClientsAndComputersWithoutMatchesAreOut) {
@@ -369,7 +369,7 @@ TEST_F(Filters, OrderInForceSurvives) {
     filter(Command::FilterNotFinishedNotPaid);
     EXPECT_EQ(listed(), QList<int>({dear, cheap}));
     EXPECT_TRUE(source(2).endsWith(" ORDER BY Price DESC"));
-    EXPECT_EQ(win().ListView1->columnIcon(4), "SortDown");
+    EXPECT_EQ(win().controls.ListView1->columnIcon(4), "SortDown");
 }
 
 // --- What was typed, and what fails.
@@ -380,8 +380,8 @@ TEST_F(Filters, WhatWasTypedIsSavedFirst) {
     type(13, "064 111");
     filter(Command::FilterNotFinishedNotPaid);
     EXPECT_EQ(valueOf("Customers", "CustID", anic, "Cellular").asText(), "064 111");
-    EXPECT_FALSE(win().StageDirty[0]);
-    EXPECT_EQ(win().ActiveFilter, 1);
+    EXPECT_FALSE(win().controls.StageDirty[0]);
+    EXPECT_EQ(win().shop.filter.ActiveFilter, 1);
 }
 
 TEST_F(Filters, RecordThatHasToBeMendedIsNotLeft) {
@@ -390,10 +390,10 @@ TEST_F(Filters, RecordThatHasToBeMendedIsNotLeft) {
     type(0, "");
     boxes.answers << platform::BoxAnswer::Yes;
     filter(Command::FilterNotFinishedNotPaid);
-    EXPECT_EQ(win().ActiveFilter, -1);
+    EXPECT_EQ(win().shop.filter.ActiveFilter, -1);
     EXPECT_FALSE(canUse("RemoveFilter"));
     EXPECT_EQ(text(0), "");
-    EXPECT_TRUE(win().StageDirty[0]);
+    EXPECT_TRUE(win().controls.StageDirty[0]);
     EXPECT_EQ(queryText("QDCustomers0"), "SELECT * FROM Customers");
 }
 
@@ -407,10 +407,10 @@ TEST_F(Filters, FailureHalfWayIsToldAndShowsTheWholeShop) {
     EXPECT_TRUE(boxes.lastText().startsWith("An unexpected error has occured - [3265] "))
         << boxes.lastText().toStdString();
     EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Exclamation);
-    EXPECT_EQ(win().ActiveFilter, -1);
+    EXPECT_EQ(win().shop.filter.ActiveFilter, -1);
     EXPECT_EQ(queryText("QDCustomers0"), "SELECT * FROM Customers");
     EXPECT_EQ(entries(0).size(), 4);
-    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(win().status.text(), "Ready");
     EXPECT_NE(win().cursor().shape(), Qt::WaitCursor);
     EXPECT_FALSE(canUse("RemoveFilter"));
 }
@@ -424,8 +424,8 @@ TEST_F(Filters, FailureAtTheBeginningKeepsTheFilterInForce) {
     filter(Command::FilterFinishedNotPaid);
     EXPECT_TRUE(boxes.lastText().startsWith("An unexpected error has occured - [3265] "))
         << boxes.lastText().toStdString();
-    EXPECT_EQ(win().ActiveFilter, 1);
-    EXPECT_EQ(win().StatusBar1->panelText("Filter"), "FILTER: Not finished and not paid services");
+    EXPECT_EQ(win().shop.filter.ActiveFilter, 1);
+    EXPECT_EQ(win().controls.StatusBar1->panelText("Filter"), "FILTER: Not finished and not paid services");
     EXPECT_EQ(services(), QList<int>({openOwed, dueOwed}));
     EXPECT_TRUE(canUse("RemoveFilter"));
 }
@@ -454,13 +454,13 @@ TEST_F(Filters, HundredThousandServicesAreNarrowedTo) {
     EXPECT_EQ(
         boxes.lastText(),
         "Filtering the database suceeded. Returned:\n\nClient(s): 1\nComputer(s): 1\nSevice(s): 100000");
-    EXPECT_EQ(win().ListView1->count(), 100000);
-    EXPECT_EQ(win().ListView1->item(100000).Key, "K100001");
-    EXPECT_EQ(win().ListView1->indexOf("K50001"), 0) << "the paid one in their midst";
+    EXPECT_EQ(win().controls.ListView1->count(), 100000);
+    EXPECT_EQ(win().controls.ListView1->item(100000).Key, "K100001");
+    EXPECT_EQ(win().controls.ListView1->indexOf("K50001"), 0) << "the paid one in their midst";
     filter(Command::FilterNotFinishedPaid);
     EXPECT_EQ(listed(), QList<int>({50001}));
     filter(Command::RemoveFilters);
-    EXPECT_EQ(win().ListView1->count(), 100001);
+    EXPECT_EQ(win().controls.ListView1->count(), 100001);
 }
 
 // Another workstation with stored queries of its own, which works while this one looks through a filter.
@@ -482,7 +482,7 @@ TEST_F(Filters, AnotherWorkstationKeepsItsOwnViewAndItsNewClientsStayOut) {
     });
     ASSERT_EQ(other.next(), '0');
     start();
-    ASSERT_EQ(win().QuerySuffix, 1);
+    ASSERT_EQ(win().shop.stages.QuerySuffix, 1);
     filter(Command::FilterNotFinishedNotPaid);
     EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Babic, Bo"}));
     other.release();
@@ -516,16 +516,16 @@ TEST_F(Filters, FiltersComeAndGoWhileAnotherWorkstationIsBusy) {
         side.ready();
     });
     start();
-    win().ShowMsgBoxFilterResults = false;
+    win().choices.filter.ShowMsgBoxFilterResults = false;
     other.release();
     boxes.asked.clear();
     for (int round = 0; round < 10; ++round) {
         for (int number = 0; number < 5; ++number) {
-            win().mnuQuickSearch_Click(number + 2);
-            EXPECT_EQ(win().ActiveFilter, number);
+            win().filters.mnuQuickSearch_Click(number + 2);
+            EXPECT_EQ(win().shop.filter.ActiveFilter, number);
         }
         tool("RemoveFilter");
-        EXPECT_EQ(win().ActiveFilter, -1);
+        EXPECT_EQ(win().shop.filter.ActiveFilter, -1);
     }
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
     ASSERT_TRUE(other.waitReady());

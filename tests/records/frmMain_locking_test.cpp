@@ -18,7 +18,7 @@ class Locking : public MainWindow {
     // Of the stage's fields those that take a letter from the keyboard. The stage is on show.
     QList<int> taking(int stage) {
         QList<int> fields;
-        for (int i = 0; i < frmMain::kEntryFields; ++i) {
+        for (int i = 0; i < EntryFields::kCount; ++i) {
             if (stageOf(i) != stage) {
                 continue;
             }
@@ -36,7 +36,7 @@ class Locking : public MainWindow {
     QList<int> datesTaking() {
         QList<int> dates;
         for (int i = 0; i < 3; ++i) {
-            platform::DateField* date = win().DTPicker1[static_cast<size_t>(i)];
+            platform::DateField* date = win().controls.DTPicker1[static_cast<size_t>(i)];
             const auto before = date->value();
             type(date->edit(), "5/17/1980");
             QTest::keyClick(date->edit(), Qt::Key_Tab);
@@ -47,9 +47,9 @@ class Locking : public MainWindow {
         return dates;
     }
     bool firmBoxTaking() {
-        const bool before = win().Check1->isChecked();
-        by_hand::click(win().Check1);
-        return win().Check1->isChecked() != before;
+        const bool before = win().controls.Check1->isChecked();
+        by_hand::click(win().controls.Check1);
+        return win().controls.Check1->isChecked() != before;
     }
     static QList<int> clientFields() {
         return {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18};
@@ -64,7 +64,7 @@ TEST_F(Locking, EmptyShopTakesNothingOnAnyStage) {
     EXPECT_EQ(taking(1), QList<int>());
     EXPECT_EQ(datesTaking(), QList<int>());
     EXPECT_FALSE(firmBoxTaking());
-    for (const platform::DateField* date : win().DTPicker1) {
+    for (const platform::DateField* date : win().controls.DTPicker1) {
         EXPECT_FALSE(date->isEnabled()) << date->objectName().toStdString();
     }
     tab(2);
@@ -141,7 +141,7 @@ class Marks : public MainWindow {
 
 TEST_F(Marks, EachFieldMarksItsOwnStage) {
     start();
-    for (int i = 0; i < frmMain::kEntryFields; ++i) {
+    for (int i = 0; i < EntryFields::kCount; ++i) {
         if (i == 37 || i == 38) {
             continue;
         }
@@ -150,9 +150,9 @@ TEST_F(Marks, EachFieldMarksItsOwnStage) {
         ASSERT_FALSE(canUse("SaveRecord")) << i;
         type(i, "Lipa");
         EXPECT_TRUE(canUse("SaveRecord")) << i;
-        EXPECT_TRUE(win().StageDirty[stage == 1 ? 0 : 1]) << i;
-        EXPECT_FALSE(win().StageDirty[stage == 1 ? 1 : 0]) << i;
-        EXPECT_FALSE(win().StageDirty[2]) << i;
+        EXPECT_TRUE(win().controls.StageDirty[stage == 1 ? 0 : 1]) << i;
+        EXPECT_FALSE(win().controls.StageDirty[stage == 1 ? 1 : 0]) << i;
+        EXPECT_FALSE(win().controls.StageDirty[2]) << i;
         tool("SaveRecord");
     }
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
@@ -162,22 +162,22 @@ TEST_F(Marks, ChangesWhileASelectorIsBeingFilledCountForNothing) {
     start();
     bool filling = false, typed = false;
     const auto connection =
-        QObject::connect(win().Data1[0], &platform::DataControl::repositioned, &win(), [&] {
-            filling = win().LoadingList;
+        QObject::connect(win().controls.Data1[0], &platform::DataControl::repositioned, &win(), [&] {
+            filling = win().shop.stages.LoadingList;
             if (typed) {
                 return;
             }
             typed = true;
             QTest::keyClicks(field(13), "064");
-            by_hand::click(win().Check1);
+            by_hand::click(win().controls.Check1);
         });
-    win().FillClientCombo();
+    win().shop.reading.FillClientCombo();
     QObject::disconnect(connection);
     EXPECT_TRUE(filling);
-    EXPECT_FALSE(win().LoadingList);
+    EXPECT_FALSE(win().shop.stages.LoadingList);
     EXPECT_EQ(text(13), "064");
-    EXPECT_TRUE(win().Check1->isChecked());
-    EXPECT_FALSE(win().StageDirty[0]);
+    EXPECT_TRUE(win().controls.Check1->isChecked());
+    EXPECT_FALSE(win().controls.StageDirty[0]);
     EXPECT_FALSE(canUse("SaveRecord"));
     QTest::keyClicks(field(13), "1");
     EXPECT_TRUE(canUse("SaveRecord")) << "and count again afterwards";
@@ -185,16 +185,16 @@ TEST_F(Marks, ChangesWhileASelectorIsBeingFilledCountForNothing) {
 
 TEST_F(Marks, FirmBoxAloneIsNoChangeWhileASelectorIsBeingFilled) {
     start();
-    win().LoadingList = true;
-    by_hand::click(win().Check1);
-    EXPECT_FALSE(win().StageDirty[0]);
+    win().shop.stages.LoadingList = true;
+    by_hand::click(win().controls.Check1);
+    EXPECT_FALSE(win().controls.StageDirty[0]);
     EXPECT_FALSE(canUse("SaveRecord"));
     type(0, "Babic");
-    EXPECT_FALSE(win().StageDirty[0]);
+    EXPECT_FALSE(win().controls.StageDirty[0]);
     EXPECT_FALSE(canUse("SaveRecord"));
-    win().LoadingList = false;
-    by_hand::click(win().Check1);
-    EXPECT_TRUE(win().StageDirty[0]);
+    win().shop.stages.LoadingList = false;
+    by_hand::click(win().controls.Check1);
+    EXPECT_TRUE(win().controls.StageDirty[0]);
     EXPECT_TRUE(canUse("SaveRecord"));
 }
 
@@ -203,25 +203,25 @@ TEST_F(Marks, ComputersBeingFilledCountForNothingToo) {
     tab(2);
     bool filling = false;
     const auto connection =
-        QObject::connect(win().Data1[1], &platform::DataControl::repositioned, &win(), [&] {
-            filling = win().LoadingList;
+        QObject::connect(win().controls.Data1[1], &platform::DataControl::repositioned, &win(), [&] {
+            filling = win().shop.stages.LoadingList;
             if (filling && text(40).isEmpty()) {
                 QTest::keyClicks(field(40), "router");
             }
         });
-    win().FillComputerCombo();
+    win().shop.reading.FillComputerCombo();
     QObject::disconnect(connection);
     EXPECT_TRUE(filling);
-    EXPECT_FALSE(win().LoadingList);
+    EXPECT_FALSE(win().shop.stages.LoadingList);
     EXPECT_EQ(text(40), "router");
-    EXPECT_FALSE(win().StageDirty[1]);
+    EXPECT_FALSE(win().controls.StageDirty[1]);
 }
 
 TEST_F(Marks, EmptiedSelectorLetsChangesCountAgain) {
     closeDatabases();
     openDatabase().Execute("DELETE * FROM Customers");
     start();
-    EXPECT_FALSE(win().LoadingList);
+    EXPECT_FALSE(win().shop.stages.LoadingList);
     tool("NewRecord");
     type(0, "Babic");
     EXPECT_TRUE(canUse("SaveRecord"));

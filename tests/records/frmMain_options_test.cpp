@@ -20,10 +20,10 @@ class MainOptions : public MainWindow {
     void startOnServices() {
         start();
         tab(3);
-        by_hand::clickRow(win().ListView1, win().ListView1->indexOf(key()));
+        by_hand::clickRow(win().controls.ListView1, win().controls.ListView1->indexOf(key()));
     }
     QString key() const { return QStringLiteral("K%1").arg(service); }
-    QString price() { return win().ListView1->item(key()).SubItems(3); }
+    QString price() { return win().controls.ListView1->item(key()).SubItems(3); }
     // Opens the window from the menu; `work` may leave it by itself, otherwise it is left by OK.
     void options(const std::function<void(frmOptions&)>& work) {
         inModal<frmOptions>([&] { give(Command::Options); },
@@ -52,8 +52,8 @@ class MainOptions : public MainWindow {
 
 TEST_F(MainOptions, TheMenuOpensThemAtAnyTime) {
     start();
-    open(win().mnuVView);
-    EXPECT_TRUE(win().action(Command::Options)->isEnabled());
+    open(win().bars.menus.menu(Menu::View));
+    EXPECT_TRUE(win().bars.menus.entry(Command::Options)->isEnabled());
     by_hand::closeMenus();
     options([&](frmOptions& window) {
         EXPECT_EQ(window.parentWidget(), &win());
@@ -65,10 +65,10 @@ TEST_F(MainOptions, TheMenuOpensThemAtAnyTime) {
 
 TEST_F(MainOptions, TheMainWindowsValuesGoInAndComeBack) {
     start();
-    win().AlwaysCreateBackupDB = false;
-    win().ShowMsgBoxFilterResults = true;
-    win().DueDateDiff = 11;
-    win().DefaultGST = 7;
+    win().choices.session.AlwaysCreateBackupDB = false;
+    win().choices.filter.ShowMsgBoxFilterResults = true;
+    win().choices.filter.DueDateDiff = 11;
+    win().choices.DefaultGST = 7;
     options([&](frmOptions& window) {
         EXPECT_FALSE(check(window, 0)->isChecked());
         EXPECT_TRUE(check(window, 1)->isChecked());
@@ -79,10 +79,10 @@ TEST_F(MainOptions, TheMainWindowsValuesGoInAndComeBack) {
         type(number(window, 0), "21");
         type(number(window, 1), "18");
     });
-    EXPECT_TRUE(win().AlwaysCreateBackupDB);
-    EXPECT_FALSE(win().ShowMsgBoxFilterResults);
-    EXPECT_EQ(win().DueDateDiff, 21);
-    EXPECT_EQ(win().DefaultGST, 18);
+    EXPECT_TRUE(win().choices.session.AlwaysCreateBackupDB);
+    EXPECT_FALSE(win().choices.filter.ShowMsgBoxFilterResults);
+    EXPECT_EQ(win().choices.filter.DueDateDiff, 21);
+    EXPECT_EQ(win().choices.DefaultGST, 18);
     end();
     EXPECT_EQ(stored("AlwaysCreateBackupDB"), "True");
     EXPECT_EQ(stored("ShowFilterStatistics"), "False");
@@ -101,10 +101,10 @@ TEST_F(MainOptions, CancelBringsNothingBack) {
         type(number(window, 2), "90");
         by_hand::click(button(window, 1));
     });
-    EXPECT_TRUE(win().AlwaysCreateBackupDB);
-    EXPECT_TRUE(win().ShowMsgBoxFilterResults);
-    EXPECT_EQ(win().DueDateDiff, 5);
-    EXPECT_EQ(win().DefaultGST, 0);
+    EXPECT_TRUE(win().choices.session.AlwaysCreateBackupDB);
+    EXPECT_TRUE(win().choices.filter.ShowMsgBoxFilterResults);
+    EXPECT_EQ(win().choices.filter.DueDateDiff, 5);
+    EXPECT_EQ(win().choices.DefaultGST, 0);
     EXPECT_FALSE(CeneDinarske);
     EXPECT_EQ(KursKupovni, 80.0F);
     EXPECT_EQ(price(), "100.00");
@@ -116,14 +116,14 @@ TEST_F(MainOptions, AnotherUnitShowsTheAmountsAnewAtOnce) {
     options([&](frmOptions& window) { by_hand::click(check(window, 2)); });
     tab(3);
     EXPECT_EQ(price(), "8,000.00");
-    EXPECT_EQ(win().ListView1->columnText(4), "Price [DIN]");
+    EXPECT_EQ(win().controls.ListView1->columnText(4), "Price [DIN]");
     options([&](frmOptions& window) { type(number(window, 2), "117.5"); });
     tab(3);
     EXPECT_EQ(price(), "11,750.00");
     options([&](frmOptions& window) { by_hand::click(check(window, 2)); });
     tab(3);
     EXPECT_EQ(price(), "100.00");
-    EXPECT_EQ(win().ListView1->columnText(4), "Price [EUR]");
+    EXPECT_EQ(win().controls.ListView1->columnText(4), "Price [EUR]");
 }
 
 // A refresh reads every record of the shop again; it must come when it is needed, and only then.
@@ -165,14 +165,14 @@ TEST_F(MainOptions, TheBackupGoesByWhatWasChosenLast) {
 // Somebody may have written anything into the settings by hand.
 TEST_F(MainOptions, ValuesTooLargeForTheWindowAreTakenAsTheLargest) {
     start();
-    win().DueDateDiff = 100000;
-    win().DefaultGST = -100000;
+    win().choices.filter.DueDateDiff = 100000;
+    win().choices.DefaultGST = -100000;
     options([&](frmOptions& window) {
         EXPECT_EQ(number(window, 0)->text(), QString::number(std::numeric_limits<qint16>::max()));
         EXPECT_EQ(number(window, 1)->text(), QString::number(std::numeric_limits<qint16>::min()));
         by_hand::click(button(window, 1));
     });
-    EXPECT_EQ(win().DueDateDiff, 100000);
+    EXPECT_EQ(win().choices.filter.DueDateDiff, 100000);
 }
 
 }  // namespace

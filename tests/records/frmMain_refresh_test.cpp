@@ -20,23 +20,23 @@ class WholeShop : public NarrowedWindow {
         milled = addService(mill);
     }
     void expectNoFilter() {
-        EXPECT_EQ(win().ActiveFilter, -1);
-        EXPECT_EQ(win().StatusBar1->firstPanelKey(), "Text");
+        EXPECT_EQ(win().shop.filter.ActiveFilter, -1);
+        EXPECT_EQ(win().controls.StatusBar1->firstPanelKey(), "Text");
         EXPECT_FALSE(canUse("RemoveFilter"));
         for (const quick_filters::Filter& each : quick_filters::kFilters) {
-            EXPECT_TRUE(win().filterEntry(each.key)->isEnabled()) << each.key;
+            EXPECT_TRUE(win().bars.toolbar.filterEntry(each.key)->isEnabled()) << each.key;
         }
         EXPECT_EQ(queryText("QDCustomers0"), "SELECT * FROM Customers");
         EXPECT_EQ(queryText("QDComputers0"), "SELECT * FROM Computers");
         EXPECT_EQ(queryText("QDServices0"), "SELECT * FROM Services");
-        EXPECT_EQ(win().statusText(), "Ready");
+        EXPECT_EQ(win().status.text(), "Ready");
         EXPECT_NE(win().cursor().shape(), Qt::WaitCursor);
     }
     // From the start to a filter that leaves the second client with one job each on both computers.
     void startFiltered() {
         start();
         filter(Command::FilterNotFinishedNotPaid);
-        ASSERT_EQ(win().ActiveFilter, 1);
+        ASSERT_EQ(win().shop.filter.ActiveFilter, 1);
         boxes.asked.clear();
     }
     int anic = 0, babic = 0, desk = 0, tower = 0, mill = 0, owed = 0, paid = 0, milled = 0;
@@ -75,11 +75,11 @@ TEST_F(WholeShop, RefreshEndsAFilterToo) {
 
 TEST_F(WholeShop, FilterThatWasInForceCanBeChosenAgain) {
     startFiltered();
-    EXPECT_FALSE(win().filterEntry("NFNP")->isEnabled());
+    EXPECT_FALSE(win().bars.toolbar.filterEntry("NFNP")->isEnabled());
     tool("RemoveFilter");
-    EXPECT_TRUE(win().filterEntry("NFNP")->isEnabled());
-    win().filterEntry("NFNP")->trigger();
-    EXPECT_EQ(win().ActiveFilter, 1);
+    EXPECT_TRUE(win().bars.toolbar.filterEntry("NFNP")->isEnabled());
+    win().bars.toolbar.filterEntry("NFNP")->trigger();
+    EXPECT_EQ(win().shop.filter.ActiveFilter, 1);
 }
 
 TEST_F(WholeShop, SourcesAreThoseOfTheChosenClientAndComputer) {
@@ -88,7 +88,7 @@ TEST_F(WholeShop, SourcesAreThoseOfTheChosenClientAndComputer) {
     EXPECT_EQ(source(0), "SELECT * FROM QDCustomers0");
     EXPECT_EQ(source(1), QStringLiteral("SELECT * FROM QDComputers0 WHERE CustID=%1").arg(babic));
     EXPECT_EQ(source(2), QStringLiteral("Select * FROM QDServices0 Where MachineID=%1").arg(tower));
-    EXPECT_TRUE(win().StageDirty[1]);
+    EXPECT_TRUE(win().controls.StageDirty[1]);
 }
 
 TEST_F(WholeShop, ChosenClientAndComputerStayChosen) {
@@ -121,11 +121,11 @@ TEST_F(WholeShop, ListComesBackOnItsFirstRow) {
     start();
     choose(0, "Babic, Bo");
     tab(3);
-    win().ListView1->select(2);
+    win().controls.ListView1->select(2);
     tool("Refresh");
     EXPECT_EQ(listed(), QList<int>({owed, paid}));
-    EXPECT_EQ(win().ListView1->selectedIndex(), 1);
-    EXPECT_EQ(win().CurrentServiceKey(), QStringLiteral("K%1").arg(owed));
+    EXPECT_EQ(win().controls.ListView1->selectedIndex(), 1);
+    EXPECT_EQ(win().services.list.shownKey(), QStringLiteral("K%1").arg(owed));
     EXPECT_TRUE(canUse("EditRecord"));
 }
 
@@ -144,7 +144,7 @@ TEST_F(WholeShop, RefreshWithoutAFilterReadsAllStagesAndLeavesTheButtons) {
 
 TEST_F(WholeShop, RemoveWithoutAFilterOnlyDisablesItsButton) {
     start();
-    win().toolbarButton("RemoveFilter")->setEnabled(true);
+    win().bars.toolbar.button("RemoveFilter")->setEnabled(true);
     addClient("Ciric", "Cica");
     tool("RemoveFilter");
     EXPECT_FALSE(canUse("RemoveFilter"));
@@ -154,21 +154,21 @@ TEST_F(WholeShop, RemoveWithoutAFilterOnlyDisablesItsButton) {
 TEST_F(WholeShop, RefreshShowsTheUnitThatHasChanged) {
     start();
     tab(3);
-    EXPECT_EQ(win().ListView1->columnText(4), "Price [EUR]");
+    EXPECT_EQ(win().controls.ListView1->columnText(4), "Price [EUR]");
     CeneDinarske = true;
     KursKupovni = 117.5F;
-    win().RemoveFilters();
-    EXPECT_EQ(win().ListView1->columnText(4), "Price [EUR]") << "only a refresh renews the headers";
+    win().shop.filter.RemoveFilters();
+    EXPECT_EQ(win().controls.ListView1->columnText(4), "Price [EUR]") << "only a refresh renews the headers";
     tool("Refresh");
-    EXPECT_EQ(win().ListView1->columnText(4), "Price [DIN]");
-    EXPECT_EQ(win().ListView1->columnText(7), "Paid [DIN]");
-    EXPECT_EQ(win().ListView1->columnText(5), "Discount");
-    EXPECT_EQ(win().ListView1->item(1).SubItems(3), "11,750.00");
+    EXPECT_EQ(win().controls.ListView1->columnText(4), "Price [DIN]");
+    EXPECT_EQ(win().controls.ListView1->columnText(7), "Paid [DIN]");
+    EXPECT_EQ(win().controls.ListView1->columnText(5), "Discount");
+    EXPECT_EQ(win().controls.ListView1->item(1).SubItems(3), "11,750.00");
     CeneDinarske = false;
     tool("Refresh");
-    EXPECT_EQ(win().ListView1->columnText(4), "Price [EUR]");
-    EXPECT_EQ(win().ListView1->columnText(7), "Paid [EUR]");
-    EXPECT_EQ(win().ListView1->item(1).SubItems(3), "100.00");
+    EXPECT_EQ(win().controls.ListView1->columnText(4), "Price [EUR]");
+    EXPECT_EQ(win().controls.ListView1->columnText(7), "Paid [EUR]");
+    EXPECT_EQ(win().controls.ListView1->item(1).SubItems(3), "100.00");
 }
 
 TEST_F(WholeShop, OrderAndIconsSurvive) {
@@ -191,12 +191,12 @@ TEST_F(WholeShop, WindowSaysThatItIsAtWork) {
     startFiltered();
     {
         StatusWatch watch(win());
-        win().RemoveFilters();
+        win().shop.filter.RemoveFilters();
         EXPECT_EQ(watch.said, QStringList({"Removing filters... Please wait...", "Ready"}));
         EXPECT_EQ(watch.underHourglass.value(0), "Removing filters... Please wait...");
     }
     StatusWatch watch(win());
-    win().RefreshAll();
+    win().shop.filter.RefreshAll();
     EXPECT_EQ(watch.said, QStringList({"Refreshing... Please wait...", "Ready"}));
     EXPECT_EQ(watch.underHourglass.value(0), "Refreshing... Please wait...");
     EXPECT_NE(win().cursor().shape(), Qt::WaitCursor);
@@ -211,19 +211,19 @@ TEST_F(WholeShop, FailingStepsArePassedOverInSilence) {
     EXPECT_EQ(entries(1), QStringList());
     EXPECT_EQ(queryText("QDServices0"), "SELECT * FROM Services");
     EXPECT_EQ(source(2), "SELECT * FROM QDServices0");
-    EXPECT_EQ(win().ActiveFilter, -1);
-    EXPECT_EQ(win().StatusBar1->firstPanelKey(), "Text");
+    EXPECT_EQ(win().shop.filter.ActiveFilter, -1);
+    EXPECT_EQ(win().controls.StatusBar1->firstPanelKey(), "Text");
     EXPECT_FALSE(canUse("RemoveFilter"));
-    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(win().status.text(), "Ready");
 }
 
 TEST_F(WholeShop, ShopThatHasBeenEmptiedIsShownEmpty) {
     startFiltered();
     openDatabase().Execute("DELETE * FROM Customers");
     tool("Refresh");
-    EXPECT_EQ(win().Combo1[0]->entryCount(), 0);
-    EXPECT_EQ(win().Combo1[1]->entryCount(), 0);
-    EXPECT_EQ(win().ListView1->count(), 0);
+    EXPECT_EQ(win().controls.Combo1[0]->entryCount(), 0);
+    EXPECT_EQ(win().controls.Combo1[1]->entryCount(), 0);
+    EXPECT_EQ(win().controls.ListView1->count(), 0);
     EXPECT_TRUE(locked(0));
     EXPECT_EQ(caption(1), "Klijenti");
     EXPECT_EQ(source(1), "SELECT * FROM QDComputers0");
@@ -240,10 +240,10 @@ TEST_F(WholeShop, ComputersOfAClientWithoutAnyAskForNothing) {
     choose(0, "Ciric, Cica");
     tool("Refresh");
     EXPECT_EQ(chosen(0), "Ciric, Cica");
-    EXPECT_TRUE(win().StageDirty[1]);
+    EXPECT_TRUE(win().controls.StageDirty[1]);
     tab(2);
     tab(1);
-    EXPECT_EQ(win().CurrentStage, 1);
+    EXPECT_EQ(win().shop.stages.CurrentStage, 1);
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
 }
 
@@ -259,9 +259,9 @@ TEST_F(WholeShop, WhatWasTypedStaysTypedAndUnsaved) {
     EXPECT_EQ(chosen(0), "Babic, Bo");
     EXPECT_EQ(text(13), "064 111");
     EXPECT_EQ(text(8), "Nis") << "a field nobody touched shows what a colleague wrote";
-    EXPECT_TRUE(win().StageDirty[0]);
-    EXPECT_TRUE(win().Data1[0]->DataChanged(field(13)));
-    EXPECT_FALSE(win().Data1[0]->DataChanged(field(8)));
+    EXPECT_TRUE(win().controls.StageDirty[0]);
+    EXPECT_TRUE(win().controls.Data1[0]->DataChanged(field(13)));
+    EXPECT_FALSE(win().controls.Data1[0]->DataChanged(field(8)));
     EXPECT_TRUE(canUse("SaveRecord"));
     EXPECT_EQ(valueOf("Customers", "CustID", babic, "Cellular").asText(), "");
     tool("SaveRecord");
@@ -277,17 +277,17 @@ TEST_F(WholeShop, ClientBeingAddedGoesOnBeingAdded) {
     typeClient("Zoric", "Zora");
     tool("Refresh");
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
-    EXPECT_TRUE(win().AddNewMode);
-    EXPECT_TRUE(win().StageDirty[0]);
-    EXPECT_EQ(win().Combo1[0]->currentIndex(), -1);
-    EXPECT_EQ(win().RememberedIndex[0], -1);
+    EXPECT_TRUE(win().shop.editing.AddNewMode);
+    EXPECT_TRUE(win().controls.StageDirty[0]);
+    EXPECT_EQ(win().controls.Combo1[0]->currentIndex(), -1);
+    EXPECT_EQ(win().controls.RememberedIndex[0], -1);
     EXPECT_EQ(caption(1), "Klijenti");
     EXPECT_EQ(caption(2), "Kompjuteri");
     EXPECT_EQ(text(0), "Zoric");
     EXPECT_EQ(text(11), "Srbija");
     EXPECT_EQ(countRows("Customers"), 2);
     tool("SaveRecord");
-    EXPECT_FALSE(win().AddNewMode);
+    EXPECT_FALSE(win().shop.editing.AddNewMode);
     EXPECT_EQ(chosen(0), "Zoric, Zora");
     EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Babic, Bo", "Zoric, Zora"}));
     EXPECT_EQ(countRows("Customers"), 3);
@@ -300,7 +300,7 @@ TEST_F(WholeShop, NothingThatIsMissingIsAskedFor) {
     for (const char* command : {"RemoveFilter", "Refresh"}) {
         tool(command);
         EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
-        EXPECT_TRUE(win().AddNewMode) << command;
+        EXPECT_TRUE(win().shop.editing.AddNewMode) << command;
         EXPECT_EQ(text(0), "Zoric") << command;
         EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Babic, Bo"})) << command;
         expectNoFilter();
@@ -332,7 +332,7 @@ TEST_F(WholeShop, AddGivenUpAfterARefreshGoesBackToTheComputerBefore) {
             type(20, typed);
         }
         tool("Refresh");
-        ASSERT_TRUE(win().AddNewMode);
+        ASSERT_TRUE(win().shop.editing.AddNewMode);
         boxes.answers << platform::BoxAnswer::No;
         if (typed.isEmpty()) {  // nothing to save
             tab(1);
@@ -340,7 +340,7 @@ TEST_F(WholeShop, AddGivenUpAfterARefreshGoesBackToTheComputerBefore) {
         } else {
             tool("SaveRecord");
         }
-        EXPECT_FALSE(win().AddNewMode);
+        EXPECT_FALSE(win().shop.editing.AddNewMode);
         EXPECT_EQ(chosen(0), "Babic, Bo");
         EXPECT_EQ(chosen(1), "Tower") << typed.toStdString();
         EXPECT_EQ(text(19), "Tower");
@@ -356,7 +356,7 @@ TEST_F(WholeShop, ComputerBeingAddedKeepsItsClient) {
     tool("NewRecord");
     type(19, "New");
     tool("Refresh");
-    EXPECT_TRUE(win().AddNewMode);
+    EXPECT_TRUE(win().shop.editing.AddNewMode);
     EXPECT_EQ(text(19), "New");
     EXPECT_EQ(chosen(1), "");
     EXPECT_EQ(caption(2), "Kompjuteri");
@@ -377,7 +377,7 @@ TEST_F(WholeShop, ComputerBeingAddedForAClientWhoIsGoneComesToNobody) {
     tool("Refresh");
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.lastText(), kGone.arg("Babic, Bo"));
-    EXPECT_FALSE(win().AddNewMode);
+    EXPECT_FALSE(win().shop.editing.AddNewMode);
     EXPECT_EQ(chosen(0), "Anic, Vesna");
     EXPECT_EQ(chosen(1), "Desk");
     EXPECT_EQ(text(19), "Desk");
@@ -398,7 +398,7 @@ TEST_F(WholeShop, WhatWasTypedForARecordThatIsGoneIsNotGivenToAnother) {
     EXPECT_EQ(chosen(0), "Babic, Bo");
     EXPECT_EQ(text(0), "Babic");
     EXPECT_EQ(text(13), "");
-    EXPECT_FALSE(win().StageDirty[0]);
+    EXPECT_FALSE(win().controls.StageDirty[0]);
     tab(2);
     EXPECT_EQ(valueOf("Customers", "CustID", babic, "Surname").asText(), "Babic");
     EXPECT_EQ(valueOf("Customers", "CustID", babic, "Cellular").asText(), "");
@@ -431,18 +431,19 @@ TEST_F(WholeShop, ComputerBeingAddedKeepsTheChosenClientThoughAnotherIsOnShow) {
     tool("DeleteRecord");
     ASSERT_EQ(chosen(0), "Ciric, C");
     ASSERT_EQ(text(0), "Zoric");
-    win().DTPicker1[0]->setValue(QDate(1980, 5, 17));  // of the one on show; a date alone is not saved
+    win().controls.DTPicker1[0]->setValue(
+        QDate(1980, 5, 17));  // of the one on show; a date alone is not saved
     tab(2);
     tool("NewRecord");
     type(19, "New");
     tool("Refresh");
-    EXPECT_TRUE(win().AddNewMode);
+    EXPECT_TRUE(win().shop.editing.AddNewMode);
     EXPECT_EQ(chosen(0), "Ciric, C");
     tool("SaveRecord");
     EXPECT_EQ(valueOf("Computers", "MachineID", currentKey(1), "CustID").asLong(), ciric);
     tab(1);
     EXPECT_EQ(text(0), "Ciric");
-    EXPECT_FALSE(win().DTPicker1[0]->value()) << "a date of another client";
+    EXPECT_FALSE(win().controls.DTPicker1[0]->value()) << "a date of another client";
     EXPECT_EQ(valueOf("Customers", "CustID", zoric, "BirthDate"), dao::Value(kEmptyDate));
 }
 
@@ -456,7 +457,7 @@ TEST_F(WholeShop, TypedForAComputerStaysWithIt) {
     EXPECT_TRUE(boxes.asked.isEmpty());
     EXPECT_EQ(chosen(1), "Mill");
     EXPECT_EQ(text(20), "six cores");
-    EXPECT_TRUE(win().Data1[1]->DataChanged(field(20)));
+    EXPECT_TRUE(win().controls.Data1[1]->DataChanged(field(20)));
     tab(1);
     EXPECT_EQ(valueOf("Computers", "MachineID", mill, "Processor").asText(), "six cores");
     EXPECT_EQ(valueOf("Computers", "MachineID", tower, "Processor").asText(), "");
@@ -464,15 +465,16 @@ TEST_F(WholeShop, TypedForAComputerStaysWithIt) {
 
 TEST_F(WholeShop, DateAndCheckMarkStayAsTheyWereSet) {
     start();
-    win().DTPicker1[0]->setValue(QDate(1980, 5, 17));
+    win().controls.DTPicker1[0]->setValue(QDate(1980, 5, 17));
     tool("Refresh");
-    EXPECT_EQ(win().DTPicker1[0]->value(), QDate(1980, 5, 17));
-    EXPECT_FALSE(win().StageDirty[0]) << "a date alone marks nothing";
-    QTest::mouseClick(win().Check1, Qt::LeftButton, Qt::NoModifier, QPoint(8, win().Check1->height() / 2));
+    EXPECT_EQ(win().controls.DTPicker1[0]->value(), QDate(1980, 5, 17));
+    EXPECT_FALSE(win().controls.StageDirty[0]) << "a date alone marks nothing";
+    QTest::mouseClick(win().controls.Check1, Qt::LeftButton, Qt::NoModifier,
+                      QPoint(8, win().controls.Check1->height() / 2));
     type(6, "Pekara");
     tool("Refresh");
-    EXPECT_TRUE(win().Check1->isChecked());
-    EXPECT_TRUE(win().StageDirty[0]);
+    EXPECT_TRUE(win().controls.Check1->isChecked());
+    EXPECT_TRUE(win().controls.StageDirty[0]);
     tool("SaveRecord");
     EXPECT_EQ(chosen(0), "Pekara");
     EXPECT_EQ(valueOf("Customers", "CustID", anic, "BirthDate"), dao::Value(dao::Date{29358.0}));
@@ -485,8 +487,8 @@ TEST_F(WholeShop, WhatAColleagueHasWrittenAsWellIsStillToBeSaved) {
     openDatabase().Execute("UPDATE Customers SET Cellular='064' WHERE CustID=" + std::to_string(anic));
     tool("Refresh");
     EXPECT_EQ(text(13), "064");
-    EXPECT_TRUE(win().StageDirty[0]);
-    EXPECT_TRUE(win().Data1[0]->DataChanged(field(13)));
+    EXPECT_TRUE(win().controls.StageDirty[0]);
+    EXPECT_TRUE(win().controls.Data1[0]->DataChanged(field(13)));
 }
 
 TEST_F(WholeShop, TypedTextIsToldOfWhenTheClientsCannotBeRead) {
@@ -497,7 +499,7 @@ TEST_F(WholeShop, TypedTextIsToldOfWhenTheClientsCannotBeRead) {
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.lastText(), kGone.arg("Anic, Vesna"));
     EXPECT_EQ(text(13), "");
-    EXPECT_TRUE(win().isStageLocked(1));
+    EXPECT_TRUE(win().shop.stages[kClients].pane.isLocked());
 }
 
 TEST_F(WholeShop, AddEndsWithAWordWhenTheClientsCannotBeRead) {
@@ -508,9 +510,9 @@ TEST_F(WholeShop, AddEndsWithAWordWhenTheClientsCannotBeRead) {
     tool("Refresh");
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.lastText(), "Add New Record failed.\n\n[3420] Object invalid or no longer set.");
-    EXPECT_FALSE(win().AddNewMode);
-    EXPECT_TRUE(win().isStageLocked(1));
-    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_FALSE(win().shop.editing.AddNewMode);
+    EXPECT_TRUE(win().shop.stages[kClients].pane.isLocked());
+    EXPECT_EQ(win().status.text(), "Ready");
 }
 
 TEST_F(WholeShop, ClientsOfAnotherWorkstationComeAndGoWithARefresh) {

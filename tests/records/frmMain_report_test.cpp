@@ -25,7 +25,7 @@ class Report : public MainWindow {
         MainWindow::SetUp();
         platform::setShellExecuteHook([this](const QString& target) {
             launched.append(target);
-            statusAtLaunch = hasWindow ? win().statusText() : QString();
+            statusAtLaunch = hasWindow ? win().status.text() : QString();
             waitingAtLaunch = QGuiApplication::overrideCursor() != nullptr;
             return 33;
         });
@@ -66,14 +66,14 @@ class Report : public MainWindow {
     void selectInDemo() {
         useDemo();
         begin();
-        by_hand::pick(win().Combo1[0], 7);
+        by_hand::pick(win().controls.Combo1[0], 7);
         tab(2);
         tab(3);
-        by_hand::clickRow(win().ListView1, 1);
+        by_hand::clickRow(win().controls.ListView1, 1);
     }
     void wholeShop() {
-        win().ShowOnlySelectedClient = win().ShowOnlySelectedComputer = false;
-        win().ShowOnlySelectedService = false;
+        win().choices.report.ShowOnlySelectedClient = win().choices.report.ShowOnlySelectedComputer = false;
+        win().choices.report.ShowOnlySelectedService = false;
     }
     void fillShop(int clients) {
         data::DemoPlan plan;
@@ -111,7 +111,7 @@ TEST_F(Report, SaysWhatItDoesUntilTheFileIsOpen) {
     tool("ViewReport");
     EXPECT_EQ(statusAtLaunch, "Genearting report... Please Wait...");
     EXPECT_TRUE(waitingAtLaunch);
-    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(win().status.text(), "Ready");
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
@@ -121,7 +121,7 @@ TEST_F(Report, AnEmptyDatabaseHasNothingToPrint) {
     openDatabase().Execute("DELETE * FROM Customers");
     QString statusAtBox;
     boxes.onBox = [&](const platform::Box&) {
-        statusAtBox = win().statusText();
+        statusAtBox = win().status.text();
         EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
     };
     tool("ViewReport");
@@ -147,7 +147,7 @@ TEST_F(Report, ASelectedClientWhoIsGoneIsTold) {
               "has failed");
     EXPECT_EQ(boxes.asked.first().icon, platform::BoxIcon::Exclamation);
     EXPECT_TRUE(launched.isEmpty());
-    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(win().status.text(), "Ready");
 }
 
 TEST_F(Report, ComputersLeftOutGiveTheClientsAndTheMessage) {
@@ -155,7 +155,7 @@ TEST_F(Report, ComputersLeftOutGiveTheClientsAndTheMessage) {
     addClient("Anic", "Ana");
     begin();
     wholeShop();
-    win().IncludeComputers = false;
+    win().choices.report.IncludeComputers = false;
     tool("ViewReport");
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.lastText(), kErrors);
@@ -173,7 +173,7 @@ TEST_F(Report, AFileThatCannotBeOpenedEndsWithTheMessage) {
     tool("ViewReport");
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.lastText(), kErrors);
-    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(win().status.text(), "Ready");
     QDir().rmdir(file());
     tool("ViewReport");
     EXPECT_EQ(boxes.asked.size(), 1);
@@ -190,7 +190,7 @@ TEST_F(Report, TakesWhatIsSelectedOnTheStages) {
     tab(2);
     choose(1, "Pear");
     tab(3);
-    by_hand::clickRow(win().ListView1, 2);
+    by_hand::clickRow(win().controls.ListView1, 2);
     tool("ViewReport");
     EXPECT_THAT(written(), HasSubstr("Computer name: Pear\n"));
     EXPECT_THAT(written(), Not(HasSubstr("Apple")));
@@ -210,7 +210,7 @@ TEST_F(Report, AFilterLimitsItToWhatTheFilterShows) {
     begin();
     wholeShop();
     give(Command::FilterFinishedNotPaid);
-    ASSERT_EQ(win().ActiveFilter, 0);
+    ASSERT_EQ(win().shop.filter.ActiveFilter, 0);
     boxes.asked.clear();
     tool("ViewReport");
     EXPECT_THAT(written(), StartsWith("Anic, Ana\n"));
@@ -240,34 +240,36 @@ TEST_F(Report, KeepsTheDemonstrationOfTheWholeShop) {
 
 TEST_F(Report, KeepsTheDemonstrationWithoutClientDetails) {
     selectInDemo();
-    win().PrintBirthDetails = win().PrintPIDCardDetails = win().PrintAddressDetails = false;
-    win().PrintContactDetails = win().PrintClientComments = false;
+    win().choices.report.PrintBirthDetails = win().choices.report.PrintPIDCardDetails =
+        win().choices.report.PrintAddressDetails = false;
+    win().choices.report.PrintContactDetails = win().choices.report.PrintClientComments = false;
     expectKept("client_details_off.txt");
 }
 
 TEST_F(Report, KeepsTheDemonstrationWithTheClientChoicesOff) {
     selectInDemo();
-    win().IncludeClients = win().ShowOnlySelectedClient = false;
+    win().choices.report.IncludeClients = win().choices.report.ShowOnlySelectedClient = false;
     expectKept("client_choices_off.txt");
 }
 
 TEST_F(Report, KeepsTheDemonstrationWithoutComputerDetails) {
     selectInDemo();
-    win().ShowOnlySelectedComputer = false;
-    win().PrintMemoryDetails = win().PrintStorageDetails = win().PrintPheriperalDetails = false;
-    win().PrintOSDetails = win().PrintComputerComments = false;
+    win().choices.report.ShowOnlySelectedComputer = false;
+    win().choices.report.PrintMemoryDetails = win().choices.report.PrintStorageDetails =
+        win().choices.report.PrintPheriperalDetails = false;
+    win().choices.report.PrintOSDetails = win().choices.report.PrintComputerComments = false;
     expectKept("computer_details_off.txt");
 }
 
 TEST_F(Report, KeepsTheDemonstrationWithoutComputers) {
     selectInDemo();
-    win().IncludeComputers = false;
+    win().choices.report.IncludeComputers = false;
     expectKept("computers_off.txt");
 }
 
 TEST_F(Report, KeepsTheDemonstrationWithTheServiceChoicesOff) {
     selectInDemo();
-    win().IncludeServices = win().ShowOnlySelectedService = false;
+    win().choices.report.IncludeServices = win().choices.report.ShowOnlySelectedService = false;
     expectKept("service_choices_off.txt");
 }
 
@@ -275,7 +277,7 @@ TEST_F(Report, KeepsTheDemonstrationUnderAFilter) {
     selectInDemo();
     wholeShop();
     give(Command::FilterNotFinishedPaid);
-    ASSERT_EQ(win().ActiveFilter, 2);
+    ASSERT_EQ(win().shop.filter.ActiveFilter, 2);
     expectKept("filtered.txt");
 }
 
@@ -284,7 +286,7 @@ TEST_F(Report, KeepsTheDemonstrationUnderAFilter) {
 TEST_F(Report, ALargeOneShowsHowFarItIsAndTakesNoCommands) {
     fillShop(200);
     begin();
-    win().ReportTurn = 0;  // after each client
+    win().report.ReportTurn = 0;  // after each client
     wholeShop();
     int turns = 0;
     int furthest = 0;
@@ -299,12 +301,12 @@ TEST_F(Report, ALargeOneShowsHowFarItIsAndTakesNoCommands) {
         EXPECT_TRUE(bar->isVisible());
         EXPECT_GE(bar->value(), furthest);
         furthest = bar->value();
-        status = win().statusText();
+        status = win().status.text();
         EXPECT_NE(QGuiApplication::overrideCursor(), nullptr);
         tab(3);
         tool("ViewReport");
         QTest::keyClick(&win(), Qt::Key_F5);
-        win().GenerateReport();  // for a call that comes some other way
+        win().report.GenerateReport();  // for a call that comes some other way
     });
     watch.start(0);
     tool("ViewReport");
@@ -312,17 +314,17 @@ TEST_F(Report, ALargeOneShowsHowFarItIsAndTakesNoCommands) {
     EXPECT_GE(turns, 10);
     EXPECT_GT(furthest, 0);
     EXPECT_EQ(status, "Genearting report... Please Wait...");
-    EXPECT_EQ(win().CurrentStage, 1) << "a click on the tab counted";
+    EXPECT_EQ(win().shop.stages.CurrentStage, 1) << "a click on the tab counted";
     EXPECT_EQ(launched.size(), 1);
     EXPECT_EQ(win().findChild<QProgressBar*>("ProgressBar1"), nullptr);
     tab(2);
-    EXPECT_EQ(win().CurrentStage, 2) << "commands count again";
+    EXPECT_EQ(win().shop.stages.CurrentStage, 2) << "commands count again";
 }
 
 TEST_F(Report, ClosingTheWindowMeanwhileEndsItAndTheDay) {
     fillShop(200);
     begin();
-    win().ReportTurn = 0;  // after each client
+    win().report.ReportTurn = 0;  // after each client
     wholeShop();
     bool closed = false;
     QTimer watch;

@@ -51,25 +51,25 @@ struct Services : DeliveredFixture {
         if (!window_) {
             window_ = std::make_unique<frmMain>(programWindows());
             EXPECT_TRUE(window_->Display()) << boxes.lastText().toStdString();
-            window_->TabStrip1->setCurrentIndex(2);
-            EXPECT_EQ(window_->CurrentStage, 3);
+            window_->controls.TabStrip1->setCurrentIndex(2);
+            EXPECT_EQ(window_->shop.stages.CurrentStage, 3);
         }
         return *window_;
     }
-    platform::ListView& list() { return *window().ListView1; }
+    platform::ListView& list() { return *window().controls.ListView1; }
     const platform::ListItem& row(int id) { return list().item("K" + QString::number(id)); }
-    QString description() { return window().fieldText(37); }
-    QString kinds() { return window().fieldText(38); }
+    QString description() { return window().shop.fields.text(37); }
+    QString kinds() { return window().shop.fields.text(38); }
     void refill(const QString& key = {}) {
-        window().Data1[2]->Refresh();
-        window().FillServiceList(key);
+        window().controls.Data1[2]->Refresh();
+        window().services.list.fill(key);
     }
     Value stored(int id, const std::string& field) { return valueOf("Services", "ID", id, field); }
 
     // `act` opens the service editor, `work` happens in it, and OK ends it unless `work` has done so.
     void inEditor(const std::function<void()>& act, const std::function<void()>& work) {
         bool opened = false;
-        frmDetails* editor = window().ServiceEditor();
+        frmDetails* editor = window().services.list.editor();
         QTimer::singleShot(0, editor, [&] {
             opened = editor->isVisible();
             EXPECT_TRUE(waitUntilActive(*editor));
@@ -87,13 +87,13 @@ struct Services : DeliveredFixture {
         QCoreApplication::processEvents();
     }
     void addInEditor(const std::function<void()>& work) {
-        inEditor([&] { window().EditService(0); }, work);
+        inEditor([&] { window().services.list.addNew(); }, work);
     }
     void editInEditor(const std::function<void()>& work) {
-        inEditor([&] { window().EditService(1); }, work);
+        inEditor([&] { window().services.list.editSelected(); }, work);
     }
     QLineEdit* field(int index) {
-        return window().ServiceEditor()->findChild<QLineEdit*>(QStringLiteral("Text1(%1)").arg(index));
+        return window().services.list.editor()->findChild<QLineEdit*>(QStringLiteral("Text1(%1)").arg(index));
     }
     void type(int index, const QString& keys) {
         field(index)->setFocus();
@@ -101,9 +101,9 @@ struct Services : DeliveredFixture {
         QTest::keyClicks(field(index), keys);
     }
     void press(int button) {
-        QTest::mouseClick(
-            window().ServiceEditor()->findChild<QPushButton*>(QStringLiteral("Command1(%1)").arg(button)),
-            Qt::LeftButton);
+        QTest::mouseClick(window().services.list.editor()->findChild<QPushButton*>(
+                              QStringLiteral("Command1(%1)").arg(button)),
+                          Qt::LeftButton);
     }
 
     int machine = 0;
@@ -159,23 +159,23 @@ TEST_F(Services, ColumnsTakeTheirPlacesFromTheSettings) {
 
 TEST_F(Services, ListThatCannotBeBuiltSaysWhy) {
     frmMain broken(programWindows());
-    broken.onStartStep = [](StartStep step) {
+    broken.start.onStartStep = [](StartStep step) {
         if (step == StartStep::ServiceList) {
             throw platform::RunError(7, "Out of memory");
         }
     };
     QString errorText;
-    EXPECT_FALSE(broken.InitServiceListView(errorText));
+    EXPECT_FALSE(broken.services.InitServiceListView(errorText));
     EXPECT_EQ(errorText,
               "An unexpected error has occured while creating ListView Control. Application will terminate.\n"
               "[7] Out of memory");
 }
 
 TEST_F(Services, KindsOfServiceCountFromOne) {
-    ASSERT_GT(window().ServiceTypeNames().size(), 2);
+    ASSERT_GT(window().services.list.typeNames().size(), 2);
     dao::Recordset table = openDatabase().OpenRecordset("ServiceTypes", dao::dbOpenTable);
-    EXPECT_EQ(window().ServiceTypeNames()[1], QString::fromStdString(table["Service"].asText()));
-    EXPECT_EQ(window().ServiceTypeNames().size() - 1, countRows("ServiceTypes"));
+    EXPECT_EQ(window().services.list.typeNames()[1], QString::fromStdString(table["Service"].asText()));
+    EXPECT_EQ(window().services.list.typeNames().size() - 1, countRows("ServiceTypes"));
 }
 
 // --- Filling.
@@ -197,8 +197,8 @@ TEST_F(Services, RowShowsItsService) {
     EXPECT_EQ(row(id).Tag, "2|3##Noisy fan");
     EXPECT_EQ(list().selectedIndex(), 1);
     EXPECT_EQ(description(), "Noisy fan");
-    EXPECT_EQ(kinds(), window().ServiceTypeNames()[2] + '\n' + window().ServiceTypeNames()[3]);
-    EXPECT_EQ(window().CurrentServiceKey(), "K" + QString::number(id));
+    EXPECT_EQ(kinds(), window().services.list.typeNames()[2] + '\n' + window().services.list.typeNames()[3]);
+    EXPECT_EQ(window().services.list.shownKey(), "K" + QString::number(id));
 }
 
 TEST_F(Services, FourStatesAreToldApart) {
@@ -302,8 +302,9 @@ TEST_F(Services, ClickOnARowShowsItsDetails) {
     const QRect place = list().visualRect(list().model()->index(1, 0));
     QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, place.center());
     EXPECT_EQ(description(), "two\nlines");
-    EXPECT_EQ(kinds(), window().ServiceTypeNames()[2]) << "a kind that is not in the table adds nothing";
-    EXPECT_EQ(window().CurrentServiceKey(), "K" + QString::number(second));
+    EXPECT_EQ(kinds(), window().services.list.typeNames()[2])
+        << "a kind that is not in the table adds nothing";
+    EXPECT_EQ(window().services.list.shownKey(), "K" + QString::number(second));
     QTest::keyClick(&list(), Qt::Key_Up);
     EXPECT_EQ(description(), "one");
 }
@@ -340,7 +341,7 @@ TEST_F(ManyServices, EachRowIsItsService) {
     EXPECT_EQ(list().item(777).SubItems(3), "777.00");
     EXPECT_EQ(list().indexOf("K" + QString::number(ids[499])), 500);
     EXPECT_EQ(list().indexOf("K999999"), 0);
-    window().FillServiceList("K" + QString::number(ids[899]));
+    window().services.list.fill("K" + QString::number(ids[899]));
     EXPECT_EQ(list().selectedIndex(), 900);
     EXPECT_EQ(description(), "900");
 }
@@ -367,8 +368,8 @@ TEST_F(ManyServices, RowStaysAsItWasWhenItWasMade) {
 
 TEST_F(ManyServices, RowsBelowADeletedOneKeepTheirServices) {
     list().select(500);
-    window().ShowServiceDetails(*list().selectedItem());
-    window().DeleteSelectedService();
+    window().services.list.showDetails(*list().selectedItem());
+    window().services.list.deleteSelected();
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
     EXPECT_EQ(list().count(), kRows - 1);
     EXPECT_TRUE(stored(ids[499], "ID").isNull());
@@ -399,12 +400,12 @@ TEST_F(ManyServices, NewServiceStandsAtTheEnd) {
 TEST_F(Services, DeletingSelectsTheNextRow) {
     const int first = addService(machine, {{"Comments", "one"}});
     const int second = addService(machine, {{"Comments", "two"}});
-    window().DeleteSelectedService();
+    window().services.list.deleteSelected();
     EXPECT_TRUE(stored(first, "ID").isNull());
     EXPECT_EQ(list().count(), 1);
     EXPECT_EQ(list().selectedItem()->Key, "K" + QString::number(second));
     EXPECT_EQ(description(), "two");
-    EXPECT_EQ(window().Data1[2]->Recordset()["ID"].asLong(), second);
+    EXPECT_EQ(window().controls.Data1[2]->Recordset()["ID"].asLong(), second);
 }
 
 TEST_F(Services, DeletingTheLastRowGoesBackToTheFirst) {
@@ -412,22 +413,22 @@ TEST_F(Services, DeletingTheLastRowGoesBackToTheFirst) {
     addService(machine, {{"Comments", "two"}});
     window();
     list().select(2);
-    window().DeleteSelectedService();
+    window().services.list.deleteSelected();
     EXPECT_EQ(description(), "one");
-    EXPECT_EQ(window().Data1[2]->Recordset()["ID"].asLong(), first);
+    EXPECT_EQ(window().controls.Data1[2]->Recordset()["ID"].asLong(), first);
 }
 
 TEST_F(Services, DeletingTheOnlyServiceEmptiesTheDetails) {
     addService(machine, {{"Comments", "one"}});
     window();
-    EXPECT_TRUE(window().toolbarButton("DeleteRecord")->isEnabled());
-    window().DeleteSelectedService();
+    EXPECT_TRUE(window().bars.toolbar.button("DeleteRecord")->isEnabled());
+    window().services.list.deleteSelected();
     EXPECT_EQ(list().count(), 0);
     EXPECT_EQ(description(), "");
     EXPECT_EQ(kinds(), "");
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
-    EXPECT_FALSE(window().toolbarButton("DeleteRecord")->isEnabled());
-    window().DeleteSelectedService();
+    EXPECT_FALSE(window().bars.toolbar.button("DeleteRecord")->isEnabled());
+    window().services.list.deleteSelected();
     EXPECT_TRUE(boxes.asked.isEmpty()) << "with no rows nothing happens";
 }
 
@@ -435,7 +436,7 @@ TEST_F(Services, ServiceThatIsGoneCannotBeDeleted) {
     const int id = addService(machine);
     window();
     openDatabase().Execute("DELETE * FROM Services WHERE ID=" + std::to_string(id));
-    window().DeleteSelectedService();
+    window().services.list.deleteSelected();
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.lastText(), "Oops! Can't find this item in the database so it can not be deleted!");
     EXPECT_EQ(boxes.asked[0].icon, platform::BoxIcon::Exclamation);
@@ -445,8 +446,8 @@ TEST_F(Services, ServiceThatIsGoneCannotBeDeleted) {
 TEST_F(Services, FailingDeleteIsReportedAndTheRowStays) {
     addService(machine);
     window();
-    window().Data1[2]->Recordset().Close();
-    window().DeleteSelectedService();
+    window().controls.Data1[2]->Recordset().Close();
+    window().services.list.deleteSelected();
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_TRUE(boxes.lastText().startsWith(
         "An unexpected error has occured while deleting the selected service.\n\n["))
@@ -471,7 +472,7 @@ TEST_F(Services, DeleteKeyIsTheDeleteCommandOfTheStage) {
 // --- Adding and editing.
 
 TEST_F(Services, NewServiceGoesIntoListAndDatabase) {
-    window().DefaultGST = 18;
+    window().choices.DefaultGST = 18;
     addInEditor([&] {
         EXPECT_EQ(field(8)->text(), "18");
         type(0, "3/3/2026");
@@ -479,8 +480,11 @@ TEST_F(Services, NewServiceGoesIntoListAndDatabase) {
         type(5, "100");
         type(6, "10");
         type(7, "106.15");
-        window().ServiceEditor()->findChild<QPlainTextEdit*>("Text1(4)")->setPlainText("Čist ventilator");
-        window().ServiceEditor()->findChild<QListWidget*>("List1")->item(2)->setSelected(true);
+        window()
+            .services.list.editor()
+            ->findChild<QPlainTextEdit*>("Text1(4)")
+            ->setPlainText("Čist ventilator");
+        window().services.list.editor()->findChild<QListWidget*>("List1")->item(2)->setSelected(true);
     });
     ASSERT_EQ(list().count(), 1);
     const auto& item = list().item(1);
@@ -490,7 +494,7 @@ TEST_F(Services, NewServiceGoesIntoListAndDatabase) {
     EXPECT_EQ(item.SmallIcon, "NotFinishedPayed") << "0.05 are below the tolerance";
     EXPECT_EQ(item.Tag, "3##Čist ventilator");
     EXPECT_EQ(description(), "Čist ventilator");
-    EXPECT_EQ(kinds(), window().ServiceTypeNames()[3]);
+    EXPECT_EQ(kinds(), window().services.list.typeNames()[3]);
     EXPECT_EQ(list().selectedIndex(), 1);
 
     EXPECT_EQ(stored(id, "MachineID").asLong(), machine);
@@ -503,9 +507,9 @@ TEST_F(Services, NewServiceGoesIntoListAndDatabase) {
     EXPECT_EQ(stored(id, "GST").asSingle(), 18.0F);
     EXPECT_EQ(stored(id, "Comments").asText(), "Čist ventilator");
     EXPECT_EQ(stored(id, "ServiceTypes").asText(), "3");
-    EXPECT_EQ(window().Data1[2]->Recordset()["ID"].asLong(), id) << "the new row is current";
-    EXPECT_TRUE(window().toolbarButton("EditRecord")->isEnabled());
-    EXPECT_TRUE(window().toolbarButton("DeleteRecord")->isEnabled());
+    EXPECT_EQ(window().controls.Data1[2]->Recordset()["ID"].asLong(), id) << "the new row is current";
+    EXPECT_TRUE(window().bars.toolbar.button("EditRecord")->isEnabled());
+    EXPECT_TRUE(window().bars.toolbar.button("DeleteRecord")->isEnabled());
 }
 
 TEST_F(Services, CancelledAddLeavesNoRow) {
@@ -515,7 +519,7 @@ TEST_F(Services, CancelledAddLeavesNoRow) {
     });
     EXPECT_EQ(list().count(), 0);
     EXPECT_EQ(countRows("Services"), 0);
-    EXPECT_EQ(window().Data1[2]->Recordset().EditMode(), dao::Recordset::EditModeKind::None);
+    EXPECT_EQ(window().controls.Data1[2]->Recordset().EditMode(), dao::Recordset::EditModeKind::None);
 }
 
 TEST_F(Services, EditedServiceChangesItsRowAndItsRecord) {
@@ -524,9 +528,9 @@ TEST_F(Services, EditedServiceChangesItsRowAndItsRecord) {
         machine, {{"Comments", "before"}, {"ServiceTypes", "2"}, {"Discount", 10.0F}, {"GST", 18.0F}});
     window();
     list().select(2);
-    window().ShowServiceDetails(*list().selectedItem());
+    window().services.list.showDetails(*list().selectedItem());
     editInEditor([&] {
-        EXPECT_EQ(window().ServiceEditor()->ServiceID(), id);
+        EXPECT_EQ(window().services.list.editor()->ServiceID(), id);
         EXPECT_EQ(field(0)->text(), "3/3/2026");
         EXPECT_EQ(field(1)->text(), "");
         EXPECT_EQ(field(5)->text(), "100.00");
@@ -600,7 +604,7 @@ TEST_F(Services, FailureToWriteIsNotReported) {
     window();
     editInEditor([&] {
         type(5, "55");
-        window().Data1[2]->Recordset().Close();
+        window().controls.Data1[2]->Recordset().Close();
     });
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
     EXPECT_EQ(list().item(1).SubItems(3), "55.00") << "the list shows more than the database holds";
@@ -625,8 +629,8 @@ TEST_F(Services, DoubleClickAndEnterEdit) {
 TEST_F(Services, EnterOnAnEmptyListDoesNothing) {
     window();
     QTest::keyClick(&list(), Qt::Key_Return);
-    window().EditService(1);
-    EXPECT_FALSE(window().ServiceEditor()->isVisible());
+    window().services.list.editSelected();
+    EXPECT_FALSE(window().services.list.editor()->isVisible());
 }
 
 // --- Amounts there and back.
@@ -718,22 +722,22 @@ TEST_F(Services, RepricingWritesTheTotalAndThePaidHalf) {
     KursKupovni = 80;
     const int id = addService(machine, {{"Paid", money(100)}, {"ServiceFinished", day(2026, 3, 8)}});
     EXPECT_EQ(row(id).SmallIcon, "FinishedPayed");
-    repriceService(window(), *window().ListView1, *window().Data1[2], id, 12000);
+    repriceService(window(), *window().controls.ListView1, *window().controls.Data1[2], id, 12000);
     EXPECT_EQ(row(id).SubItems(3), "12,000.00");
     EXPECT_EQ(row(id).SmallIcon, "FinishedNotPayed");
     EXPECT_EQ(stored(id, "Price").asCurrency(), money(150));
-    repriceService(window(), *window().ListView1, *window().Data1[2], id, 8000);
+    repriceService(window(), *window().controls.ListView1, *window().controls.Data1[2], id, 8000);
     EXPECT_EQ(row(id).SmallIcon, "FinishedPayed");
-    repriceService(window(), *window().ListView1, *window().Data1[2], id, 0);
+    repriceService(window(), *window().controls.ListView1, *window().controls.Data1[2], id, 0);
     EXPECT_EQ(row(id).SmallIcon, "FinishedNotPayed") << "no price, never paid";
 }
 
 TEST_F(Services, RepricingTakesDiscountAndTaxFromTheRow) {
     const int id = addService(machine, {{"Discount", 10.0F}, {"GST", 18.0F}, {"Paid", money(106.15)}});
     window();
-    repriceService(window(), *window().ListView1, *window().Data1[2], id, 100);
+    repriceService(window(), *window().controls.ListView1, *window().controls.Data1[2], id, 100);
     EXPECT_EQ(row(id).SmallIcon, "NotFinishedPayed");
-    repriceService(window(), *window().ListView1, *window().Data1[2], id, 101);
+    repriceService(window(), *window().controls.ListView1, *window().controls.Data1[2], id, 101);
     EXPECT_EQ(row(id).SmallIcon, "NotFinishedNotPayed");
 }
 
@@ -741,7 +745,7 @@ TEST_F(Services, RepricingKeepsTheFinishHalfWhateverTheDatabaseSays) {
     const int id = addService(machine);
     window();
     openDatabase().Execute("UPDATE Services SET ServiceFinished=#3/8/2026# WHERE ID=" + std::to_string(id));
-    repriceService(window(), *window().ListView1, *window().Data1[2], id, 50);
+    repriceService(window(), *window().controls.ListView1, *window().controls.Data1[2], id, 50);
     EXPECT_EQ(row(id).SmallIcon, "NotFinishedNotPayed");
 }
 
@@ -749,7 +753,7 @@ TEST_F(Services, RepricingAServiceThatIsGoneSaysSo) {
     const int id = addService(machine);
     window();
     openDatabase().Execute("DELETE * FROM Services WHERE ID=" + std::to_string(id));
-    repriceService(window(), *window().ListView1, *window().Data1[2], id, 50);
+    repriceService(window(), *window().controls.ListView1, *window().controls.Data1[2], id, 50);
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.lastText(), "Oops! Can't find this item in the database so it can not be edited!");
 }
@@ -758,7 +762,7 @@ TEST_F(Services, RepricingWritesTheTotalThoughTheRowCannotBeRead) {
     const int id = addService(machine);
     window();
     list().changeItem("K" + QString::number(id), [](platform::ListItem& item) { item.setSubItems(6, "?"); });
-    repriceService(window(), *window().ListView1, *window().Data1[2], id, 50);
+    repriceService(window(), *window().controls.ListView1, *window().controls.Data1[2], id, 50);
     EXPECT_TRUE(boxes.asked.isEmpty());
     EXPECT_EQ(row(id).SubItems(3), "50.00");
     EXPECT_EQ(row(id).SmallIcon, "NotFinishedNotPayed");
@@ -769,7 +773,7 @@ TEST_F(Services, RepricingWritesTheTotalThoughTheRowIsNotListed) {
     const int id = addService(machine);
     window();
     list().clearItems();
-    repriceService(window(), *window().ListView1, *window().Data1[2], id, 50);
+    repriceService(window(), *window().controls.ListView1, *window().controls.Data1[2], id, 50);
     EXPECT_TRUE(boxes.asked.isEmpty());
     EXPECT_EQ(stored(id, "Price").asCurrency(), money(50));
 }
@@ -780,7 +784,7 @@ TEST_F(Services, ServiceThatCouldNotBeWrittenHoldsNoLock) {
     openDatabase().Execute("DELETE * FROM Computers");  // a colleague has thrown the computer out meanwhile
     addInEditor([&] { type(3, "5"); });
     EXPECT_EQ(countRows("SELECT * FROM Services"), 0);
-    EXPECT_EQ(window().Data1[2]->Recordset().EditMode(), dao::Recordset::EditModeKind::None);
+    EXPECT_EQ(window().controls.Data1[2]->Recordset().EditMode(), dao::Recordset::EditModeKind::None);
 }
 
 TEST_F(Services, FailingRepricingIsSilentAndLeavesThePrice) {
@@ -788,11 +792,11 @@ TEST_F(Services, FailingRepricingIsSilentAndLeavesThePrice) {
     const int id = addService(machine);
     window();
     colleague.hold();
-    repriceService(window(), *window().ListView1, *window().Data1[2], id, 50);
+    repriceService(window(), *window().controls.ListView1, *window().controls.Data1[2], id, 50);
     EXPECT_TRUE(boxes.asked.isEmpty());
     EXPECT_EQ(row(id).SubItems(3), "50.00") << "the list goes first, until it is filled again";
     colleague.letGo();
     EXPECT_EQ(stored(id, "Price").asCurrency(), money(100));
-    EXPECT_EQ(window().Data1[2]->Recordset().EditMode(), dao::Recordset::EditModeKind::None)
+    EXPECT_EQ(window().controls.Data1[2]->Recordset().EditMode(), dao::Recordset::EditModeKind::None)
         << "the lock is let go";
 }

@@ -24,9 +24,9 @@ class Session : public MainWindow {
         addService(office);
     }
     void utility(Command command) {
-        open(win().mnuDDatabase);
+        open(win().bars.menus.menu(Menu::Database));
         give(command);
-        win().mnuDDatabase->close();
+        win().bars.menus.menu(Menu::Database)->close();
     }
     void compact() { utility(Command::CompactDatabase); }
     void restart() { utility(Command::RestartDatabase); }
@@ -68,7 +68,7 @@ const QString kMultiUser = QStringLiteral(
 TEST_F(Session, ThreeQueriesLiveAsLongAsTheWindow) {
     shop();
     start();
-    EXPECT_EQ(win().QuerySuffix, 0);
+    EXPECT_EQ(win().shop.stages.QuerySuffix, 0);
     EXPECT_EQ(queries(), QStringList({"OpremaGrupe", "QDComputers0", "QDCustomers0", "QDServices0"}));
     end();
     EXPECT_EQ(queries(), QStringList({"OpremaGrupe"}));
@@ -78,7 +78,7 @@ TEST_F(Session, ProperlyClosedIsFalseWhileOpenAndTrueAfterACloseWithoutBackup) {
     start();
     EXPECT_FALSE(settings::boolean(settings::ProperlyClosed));
     EXPECT_EQ(settings::text(settings::ProperlyClosed), "False");
-    win().AlwaysCreateBackupDB = false;
+    win().choices.session.AlwaysCreateBackupDB = false;
     end();
     EXPECT_TRUE(settings::boolean(settings::ProperlyClosed));
     EXPECT_FALSE(QFile::exists(path("Tarvello.bkp")));
@@ -106,8 +106,8 @@ TEST_F(Session, FailedBackupIsToldAndTheProgramEndsAllTheSame) {
 
 TEST_F(Session, KindsOfServiceAreReadAtOpening) {
     start();
-    ASSERT_GT(win().ServiceTypeNames().size(), 1);
-    EXPECT_EQ(win().ServiceTypeNames().size() - 1, countRows("ServiceTypes"));
+    ASSERT_GT(win().services.list.typeNames().size(), 1);
+    EXPECT_EQ(win().services.list.typeNames().size() - 1, countRows("ServiceTypes"));
 }
 
 TEST_F(Session, BrokenFileIsRepairedOnceAndOnlyOnce) {
@@ -119,7 +119,7 @@ TEST_F(Session, BrokenFileIsRepairedOnceAndOnlyOnce) {
     // The file opens, but the query's table is gone: a repair succeeds and helps nothing.
     openDatabase().TableDefs().Delete("Services");
     closeDatabases();
-    win().OpenDataControls(errorText, ok);
+    win().shop.session.OpenDataControls(errorText, ok);
     EXPECT_FALSE(ok);
     EXPECT_EQ(errorText, "Application couldn't open database since the repair procedure has failed.");
     ASSERT_EQ(boxes.asked.size(), 1);
@@ -136,7 +136,7 @@ TEST_F(Session, HopelessFileMayBeReplacedByTheBackup) {
     QString errorText;
     bool ok = false;
     boxes.answers << BoxAnswer::Ok << BoxAnswer::Yes;
-    win().OpenDataControls(errorText, ok);
+    win().shop.session.OpenDataControls(errorText, ok);
     EXPECT_TRUE(ok) << errorText.toStdString();
     ASSERT_EQ(boxes.asked.size(), 2);
     EXPECT_EQ(boxes.asked.first().text, kAskRepair);
@@ -153,7 +153,7 @@ TEST_F(Session, HopelessFileAndNoBackupWanted) {
     QString errorText;
     bool ok = true;
     boxes.answers << BoxAnswer::Ok << BoxAnswer::No;
-    win().OpenDataControls(errorText, ok);
+    win().shop.session.OpenDataControls(errorText, ok);
     EXPECT_FALSE(ok);
     EXPECT_EQ(errorText, "User abort.");
 }
@@ -166,7 +166,7 @@ TEST_F(Session, HopelessFileAndNoBackupThere) {
     QString errorText;
     bool ok = true;
     boxes.answers << BoxAnswer::Ok << BoxAnswer::Yes;
-    win().OpenDataControls(errorText, ok);
+    win().shop.session.OpenDataControls(errorText, ok);
     EXPECT_FALSE(ok);
     EXPECT_TRUE(errorText.startsWith("Failed to use backup database.\nCouldn't find the backup database "))
         << errorText.toStdString();
@@ -196,14 +196,14 @@ TEST_F(Session, RestartKeepsTheRecordsAndGoesToTheFirstStage) {
     tab(3);
     restart();
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
-    EXPECT_EQ(win().CurrentStage, 1);
-    EXPECT_EQ(win().TabStrip1->currentIndex(), 0);
+    EXPECT_EQ(win().shop.stages.CurrentStage, 1);
+    EXPECT_EQ(win().controls.TabStrip1->currentIndex(), 0);
     EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Peric, Pera"}));
     EXPECT_EQ(chosen(0), "Anic, Vesna");
     EXPECT_EQ(entries(1), QStringList({"Desk"}));
-    EXPECT_EQ(win().RememberedIndex[1], -1);
-    EXPECT_EQ(win().ListView1->count(), 2);
-    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(win().controls.RememberedIndex[1], -1);
+    EXPECT_EQ(win().controls.ListView1->count(), 2);
+    EXPECT_EQ(win().status.text(), "Ready");
     EXPECT_EQ(win().cursor().shape(), Qt::ArrowCursor);
 }
 
@@ -211,21 +211,22 @@ TEST_F(Session, NextChangeOfTabReadsTheStagesAgain) {
     shop();
     start();
     restart();
-    const QString whole = win().Data1[1]->RecordSource();
-    EXPECT_EQ(whole, QString("Select * FROM QDComputers%1").arg(win().QuerySuffix));
-    EXPECT_EQ(win().Data1[2]->RecordSource(), QString("Select * FROM QDServices%1").arg(win().QuerySuffix));
+    const QString whole = win().controls.Data1[1]->RecordSource();
+    EXPECT_EQ(whole, QString("Select * FROM QDComputers%1").arg(win().shop.stages.QuerySuffix));
+    EXPECT_EQ(win().controls.Data1[2]->RecordSource(),
+              QString("Select * FROM QDServices%1").arg(win().shop.stages.QuerySuffix));
     addComputer(anic, "Brand new");
     tab(2);
     EXPECT_EQ(entries(1), QStringList({"Brand new", "Desk"}));
     tab(3);
-    EXPECT_NE(win().Data1[2]->RecordSource(), whole);
+    EXPECT_NE(win().controls.Data1[2]->RecordSource(), whole);
 }
 
 TEST_F(Session, RestartOfAnEmptyShop) {
     start();
     restart();
     EXPECT_TRUE(boxes.asked.isEmpty());
-    EXPECT_EQ(win().Combo1[0]->entryCount(), 0);
+    EXPECT_EQ(win().controls.Combo1[0]->entryCount(), 0);
     tool("NewRecord");
     typeClient("Babic", "Bo");
     tool("SaveRecord");
@@ -248,8 +249,8 @@ TEST_F(Session, RestartIsRefusedWhileSomethingIsMissing) {
     restart();
     EXPECT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(text(0), "");
-    EXPECT_TRUE(win().StageDirty[0]);
-    EXPECT_TRUE(win().Data1[0]->isOpen());
+    EXPECT_TRUE(win().controls.StageDirty[0]);
+    EXPECT_TRUE(win().controls.Data1[0]->isOpen());
     boxes.answers << BoxAnswer::Yes;
     compact();
     EXPECT_EQ(boxes.asked.size(), 2) << "no multi-user notice where the user himself has refused";
@@ -258,11 +259,11 @@ TEST_F(Session, RestartIsRefusedWhileSomethingIsMissing) {
 TEST_F(Session, RestartForgetsTheFilter) {
     shop();
     start();
-    win().ActiveFilter = 1;
-    win().ShowFilterCaption(1, false);
+    win().shop.filter.ActiveFilter = 1;
+    win().status.ShowFilterCaption(1, false);
     restart();
-    EXPECT_EQ(win().ActiveFilter, -1);
-    EXPECT_EQ(win().StatusBar1->firstPanelKey(), "Text");
+    EXPECT_EQ(win().shop.filter.ActiveFilter, -1);
+    EXPECT_EQ(win().controls.StatusBar1->firstPanelKey(), "Text");
     EXPECT_FALSE(canUse("RemoveFilter"));
 }
 
@@ -273,11 +274,11 @@ TEST_F(Session, RestartKeepsTheOrderOfTheList) {
     addService(desk, {{"Price", dao::Currency::fromScaled(90000)}});
     start();
     CeneDinarske = false;
-    win().LVWSorted = true;
-    win().LVWSortField = "Price";
-    win().LVWSortOrder = "DESC";
+    win().choices.order.LVWSorted = true;
+    win().choices.order.LVWSortField = "Price";
+    win().choices.order.LVWSortOrder = "DESC";
     restart();
-    EXPECT_EQ(win().ListView1->item(1).SubItems(3), "9.00");
+    EXPECT_EQ(win().controls.ListView1->item(1).SubItems(3), "9.00");
 }
 
 TEST_F(Session, RestartOnAClientWithoutComputersShowsAllServicesInOrder) {
@@ -287,14 +288,14 @@ TEST_F(Session, RestartOnAClientWithoutComputersShowsAllServicesInOrder) {
     addService(desk, {{"Price", dao::Currency::fromScaled(90000)}});
     CeneDinarske = false;
     start();
-    win().LVWSorted = true;
-    win().LVWSortField = "Price";
-    win().LVWSortOrder = "DESC";
+    win().choices.order.LVWSorted = true;
+    win().choices.order.LVWSortField = "Price";
+    win().choices.order.LVWSortOrder = "DESC";
     restart();
     EXPECT_EQ(chosen(0), "Zoric, Zora");
-    EXPECT_EQ(win().Combo1[1]->entryCount(), 0);
-    EXPECT_EQ(win().ListView1->count(), 2);
-    EXPECT_EQ(win().ListView1->item(1).SubItems(3), "9.00");
+    EXPECT_EQ(win().controls.Combo1[1]->entryCount(), 0);
+    EXPECT_EQ(win().controls.ListView1->count(), 2);
+    EXPECT_EQ(win().controls.ListView1->item(1).SubItems(3), "9.00");
 }
 
 TEST_F(Session, CompactingMakesTheFileSmallerAndKeepsTheRecords) {
@@ -311,11 +312,11 @@ TEST_F(Session, CompactingMakesTheFileSmallerAndKeepsTheRecords) {
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
     EXPECT_LT(QFileInfo(databaseFile()).size(), before / 2);
     EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Peric, Pera"}));
-    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(win().status.text(), "Ready");
     choose(0, "Peric, Pera");
     tab(3);
-    EXPECT_EQ(win().ListView1->count(), 1);
-    type(win().Text2[0], "");
+    EXPECT_EQ(win().controls.ListView1->count(), 1);
+    type(win().controls.Text2[0], "");
     end();
     EXPECT_EQ(countRows("Services"), 3);
 }
@@ -332,8 +333,8 @@ TEST_F(Session, CompactingWhileAColleagueHasTheFileOpenRestartsInstead) {
     EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Exclamation);
     EXPECT_FALSE(win().isUnloaded());
     EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Peric, Pera"}));
-    EXPECT_EQ(win().ListView1->count(), 2);
-    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(win().controls.ListView1->count(), 2);
+    EXPECT_EQ(win().status.text(), "Ready");
     other->release();
     EXPECT_EQ(other->wait(), 0);
 }
@@ -346,7 +347,7 @@ TEST_F(Session, ReasonOfAFailedCompactionIsHandedBack) {
     ASSERT_TRUE(other->waitReady());
     QString errorText;
     bool ok = true;
-    win().CompactOpenDatabase(errorText, ok);
+    win().shop.session.CompactOpenDatabase(errorText, ok);
     EXPECT_FALSE(ok);
     EXPECT_TRUE(
         errorText.startsWith("Unexpected error(s) occured while repairing and compacting the database:\n"
@@ -361,7 +362,7 @@ TEST_F(Session, ReasonOfAFailedCompactionIsHandedBack) {
 class WhenStatusSays : public QObject {
  public:
     WhenStatusSays(frmMain& window, QString words, std::function<void()> deed)
-        : panel_(window.StatusBar1->panel("Text")), words_(std::move(words)), deed_(std::move(deed)) {
+        : panel_(window.status.bar()->panel("Text")), words_(std::move(words)), deed_(std::move(deed)) {
         panel_->installEventFilter(this);
     }
     bool eventFilter(QObject* watched, QEvent* event) override {
@@ -388,16 +389,16 @@ TEST_F(Session, CompactionWhoseFileIsGoneBeforeItReopensIsHandedBack) {
     boxes.answers << BoxAnswer::Ok << BoxAnswer::No;
     QString errorText;
     bool ok = true;
-    win().CompactOpenDatabase(errorText, ok);
+    win().shop.session.CompactOpenDatabase(errorText, ok);
     EXPECT_TRUE(gone.happened());
     EXPECT_FALSE(ok);
     EXPECT_EQ(errorText,
               "Unexpected error(s) occured while repairing and compacting the database:\nUser abort.");
     ASSERT_EQ(boxes.asked.size(), 2);
     EXPECT_EQ(boxes.asked.first().text, kAskRepair);
-    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(win().status.text(), "Ready");
     EXPECT_EQ(win().cursor().shape(), Qt::ArrowCursor);
-    EXPECT_EQ(win().ListView1->count(), 0);
+    EXPECT_EQ(win().controls.ListView1->count(), 0);
 }
 
 TEST_F(Session, CompactionThatCannotReopenRestartsAndThenEndsTheProgram) {
@@ -434,8 +435,8 @@ TEST_F(Session, CompactionReopensWhatAColleagueHasBroughtBack) {
     EXPECT_FALSE(win().isUnloaded());
     EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Peric, Pera"}));
     EXPECT_EQ(entries(1), QStringList({"Desk"}));
-    EXPECT_EQ(win().ListView1->count(), 2);
-    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(win().controls.ListView1->count(), 2);
+    EXPECT_EQ(win().status.text(), "Ready");
 }
 
 // A stage that cannot be read while the database comes back.
@@ -446,30 +447,32 @@ class HalfReopened : public Session {
         shop();
         start();
         tab(2);
-        win().ActiveFilter = 1;
-        win().ShowFilterCaption(1, false);
+        win().shop.filter.ActiveFilter = 1;
+        win().status.ShowFilterCaption(1, false);
         // Whenever the clients are shown while the computers are open, a colleague's copy ruins the query.
-        QObject::connect(win().Data1[0], &platform::DataControl::repositioned, &win(), [this] {
-            if (win().Data1[2]->isOpen() && win().statusText() == kReopening) {
+        QObject::connect(win().controls.Data1[0], &platform::DataControl::repositioned, &win(), [this] {
+            if (win().controls.Data1[2]->isOpen() && win().status.text() == kReopening) {
                 openDatabase().QueryDefs()[query("QDComputers").toStdString()].setSQL(
                     "SELECT * FROM NoSuchTable");
             }
         });
         closeDatabases();
     }
-    QString query(const char* name) { return QLatin1String(name) + QString::number(win().QuerySuffix); }
+    QString query(const char* name) {
+        return QLatin1String(name) + QString::number(win().shop.stages.QuerySuffix);
+    }
     // Each step behind the one that failed has been done.
     void expectTheRestDone() {
         EXPECT_EQ(entries(0), QStringList({"Anic, Vesna", "Peric, Pera"}));
         EXPECT_EQ(entries(1), QStringList());
-        EXPECT_TRUE(win().isStageLocked(2));
-        EXPECT_EQ(win().ListView1->count(), 3) << "no computer, so the services of all";
-        EXPECT_EQ(win().Data1[1]->RecordSource(), "Select * FROM " + query("QDComputers"));
-        EXPECT_EQ(win().Data1[2]->RecordSource(), "Select * FROM " + query("QDServices"));
-        EXPECT_EQ(win().CurrentStage, 1);
-        EXPECT_EQ(win().ActiveFilter, -1);
-        EXPECT_EQ(win().StatusBar1->firstPanelKey(), "Text");
-        EXPECT_EQ(win().statusText(), "Ready");
+        EXPECT_TRUE(win().shop.stages[kComputers].pane.isLocked());
+        EXPECT_EQ(win().controls.ListView1->count(), 3) << "no computer, so the services of all";
+        EXPECT_EQ(win().controls.Data1[1]->RecordSource(), "Select * FROM " + query("QDComputers"));
+        EXPECT_EQ(win().controls.Data1[2]->RecordSource(), "Select * FROM " + query("QDServices"));
+        EXPECT_EQ(win().shop.stages.CurrentStage, 1);
+        EXPECT_EQ(win().shop.filter.ActiveFilter, -1);
+        EXPECT_EQ(win().controls.StatusBar1->firstPanelKey(), "Text");
+        EXPECT_EQ(win().status.text(), "Ready");
         EXPECT_EQ(win().cursor().shape(), Qt::ArrowCursor);
     }
 };
@@ -477,7 +480,7 @@ class HalfReopened : public Session {
 TEST_F(HalfReopened, RestartDoesTheRestAndHandsTheReasonBack) {
     QString errorText;
     bool ok = true;
-    win().RestartDatabase(errorText, ok);
+    win().shop.session.RestartDatabase(errorText, ok);
     EXPECT_FALSE(ok);
     EXPECT_TRUE(errorText.startsWith("Unexpected error(s) occured while reopening the database:\n[3078] "))
         << errorText.toStdString();
@@ -488,7 +491,7 @@ TEST_F(HalfReopened, RestartDoesTheRestAndHandsTheReasonBack) {
 TEST_F(HalfReopened, CompactionDoesTheRestAndHandsTheReasonBack) {
     QString errorText;
     bool ok = true;
-    win().CompactOpenDatabase(errorText, ok);
+    win().shop.session.CompactOpenDatabase(errorText, ok);
     EXPECT_FALSE(ok);
     EXPECT_TRUE(errorText.startsWith(
         "Unexpected error(s) occured while repairing and compacting the database: [3078] "))
@@ -500,14 +503,14 @@ TEST_F(Session, WordInTheSettingsCannotSendTheFileToRepair) {
     shop();
     closeDatabases();
     make();
-    win().LVWSorted = true;
-    win().LVWSortField = "Nonsense";
+    win().choices.order.LVWSorted = true;
+    win().choices.order.LVWSortField = "Nonsense";
     QString errorText;
     bool ok = false;
-    win().OpenDataControls(errorText, ok);
+    win().shop.session.OpenDataControls(errorText, ok);
     EXPECT_TRUE(ok) << errorText.toStdString();
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
-    EXPECT_EQ(win().Data1[2]->RecordSource(), "SELECT * FROM QDServices0");
+    EXPECT_EQ(win().controls.Data1[2]->RecordSource(), "SELECT * FROM QDServices0");
 }
 
 // A colleague has installed the next version and started it: nothing about the file is to be repaired.
@@ -535,9 +538,9 @@ TEST_F(Session, FailedRestartEndsTheProgram) {
             QFile::remove(databaseFile());
         }
     };
-    win().Data1[0]->Close();
-    win().Data1[1]->Close();
-    win().Data1[2]->Close();
+    win().controls.Data1[0]->Close();
+    win().controls.Data1[1]->Close();
+    win().controls.Data1[2]->Close();
     ruin(databaseFile());
     boxes.answers << BoxAnswer::Ok << BoxAnswer::No;
     restart();

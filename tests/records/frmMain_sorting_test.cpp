@@ -36,7 +36,9 @@ class Sorting : public NarrowedWindow {
         tab(3);
     }
     QString sortState() {
-        return QStringLiteral("%1 %2 %3").arg(win().LVWSorted).arg(win().LVWSortField, win().LVWSortOrder);
+        return QStringLiteral("%1 %2 %3")
+            .arg(win().choices.order.LVWSorted)
+            .arg(win().choices.order.LVWSortField, win().choices.order.LVWSortOrder);
     }
     int desk = 0, laptop = 0, first = 0, second = 0, third = 0;
 };
@@ -59,11 +61,11 @@ TEST_F(Sorting, EachColumnSortsUpAndDown) {
         clickHeader(each.column);
         EXPECT_EQ(listed(), each.ascending) << each.field;
         EXPECT_EQ(sortState(), QStringLiteral("1 %1 ASC").arg(each.field));
-        EXPECT_EQ(win().ListView1->columnIcon(each.column), "SortUp");
+        EXPECT_EQ(win().controls.ListView1->columnIcon(each.column), "SortUp");
         clickHeader(each.column);
         EXPECT_EQ(listed(), QList<int>(each.ascending.rbegin(), each.ascending.rend())) << each.field;
         EXPECT_EQ(sortState(), QStringLiteral("1 %1 DESC").arg(each.field));
-        EXPECT_EQ(win().ListView1->columnIcon(each.column), "SortDown");
+        EXPECT_EQ(win().controls.ListView1->columnIcon(each.column), "SortDown");
     }
 }
 
@@ -97,23 +99,23 @@ TEST_F(Sorting, OnlyTheOrderInTheSourceChanges) {
     EXPECT_EQ(source(2), plain + " ORDER BY Price ASC");
     clickHeader(4);
     EXPECT_EQ(source(2), plain + " ORDER BY Price DESC");
-    win().Data1[2]->setRecordSource(plain + "   ");
+    win().controls.Data1[2]->setRecordSource(plain + "   ");
     clickHeader(7);
     EXPECT_EQ(source(2), plain + " ORDER BY Paid ASC");
-    win().UnsortServices();
+    win().services.sorting.UnsortServices();
     EXPECT_EQ(source(2), plain);
 }
 
 TEST_F(Sorting, SelectionStaysOnItsService) {
     startOnServices();
-    win().ListView1->select(QStringLiteral("K%1").arg(third));
+    win().controls.ListView1->select(QStringLiteral("K%1").arg(third));
     clickHeader(4);
-    EXPECT_EQ(win().ListView1->selectedIndex(), 1);
+    EXPECT_EQ(win().controls.ListView1->selectedIndex(), 1);
     clickHeader(4);
-    EXPECT_EQ(win().ListView1->selectedIndex(), 3);
-    EXPECT_EQ(win().CurrentServiceKey(), QStringLiteral("K%1").arg(third));
-    win().UnsortServices();
-    EXPECT_EQ(win().ListView1->selectedItem()->Key, QStringLiteral("K%1").arg(third));
+    EXPECT_EQ(win().controls.ListView1->selectedIndex(), 3);
+    EXPECT_EQ(win().services.list.shownKey(), QStringLiteral("K%1").arg(third));
+    win().services.sorting.UnsortServices();
+    EXPECT_EQ(win().controls.ListView1->selectedItem()->Key, QStringLiteral("K%1").arg(third));
 }
 
 TEST_F(Sorting, AmountsSortAsStoredAndNotAsTheirTexts) {
@@ -138,10 +140,10 @@ TEST_F(Sorting, EmptyListIsNotSorted) {
     tab(2);
     choose(1, "Laptop");
     tab(3);
-    ASSERT_EQ(win().ListView1->count(), 0);
+    ASSERT_EQ(win().controls.ListView1->count(), 0);
     const QString before = source(2);
     clickHeader(4);
-    win().UnsortServices();
+    win().services.sorting.UnsortServices();
     EXPECT_EQ(sortState(), "0 ServiceStarted ASC");
     EXPECT_EQ(icons(), kNoIcons);
     EXPECT_EQ(source(2), before);
@@ -160,9 +162,9 @@ TEST_F(Sorting, PopupTakesTheOrderAway) {
 
 TEST_F(Sorting, UnsortIsOfferedOnlyForASortedListWithRows) {
     const auto offered = [&] {
-        open(win().mnuPPopup);
-        win().mnuPPopup->close();
-        return win().popupAction(Command::Unsort)->isEnabled();
+        open(win().bars.menus.menu(Menu::Popup));
+        win().bars.menus.menu(Menu::Popup)->close();
+        return win().bars.menus.popupEntry(Command::Unsort)->isEnabled();
     };
     startOnServices();
     EXPECT_FALSE(offered());
@@ -176,22 +178,22 @@ TEST_F(Sorting, UnsortIsOfferedOnlyForASortedListWithRows) {
 
 TEST_F(Sorting, UnsortingAnUnsortedListChangesNothing) {
     startOnServices();
-    win().ListView1->select(2);
+    win().controls.ListView1->select(2);
     StatusWatch watch(win());
-    win().UnsortServices();
+    win().services.sorting.UnsortServices();
     EXPECT_TRUE(watch.said.isEmpty());
-    EXPECT_EQ(win().ListView1->selectedIndex(), 2);
+    EXPECT_EQ(win().controls.ListView1->selectedIndex(), 2);
 }
 
 TEST_F(Sorting, StatusTellsWhatIsDone) {
     startOnServices();
     {
         StatusWatch watch(win());
-        win().ListView1_ColumnClick(4);
+        win().services.sorting.ListView1_ColumnClick(4);
         EXPECT_EQ(watch.said, QStringList({"Sorting in progress...", "Ready"}));
     }
     StatusWatch watch(win());
-    win().UnsortServices();
+    win().services.sorting.UnsortServices();
     EXPECT_EQ(watch.said, QStringList({"Unsorting in progress...", "Ready"}));
 }
 
@@ -205,7 +207,7 @@ TEST_F(Sorting, OrderSurvivesTheChangeToAnotherComputer) {
     choose(1, "Laptop");
     tab(3);
     EXPECT_EQ(listed(), QList<int>({dear, cheap}));
-    EXPECT_EQ(win().ListView1->columnIcon(4), "SortDown");
+    EXPECT_EQ(win().controls.ListView1->columnIcon(4), "SortDown");
     tab(1);
     tab(3);
     EXPECT_EQ(listed(), QList<int>({dear, cheap}));
@@ -224,7 +226,7 @@ TEST_F(Sorting, OrderSurvivesARestartOfTheProgram) {
     EXPECT_EQ(listed(), QList<int>({second, first, third}));
     clickHeader(4);
     EXPECT_EQ(icons(), QStringList({"", "", "", "SortUp", "", "", ""}));
-    win().UnsortServices();
+    win().services.sorting.UnsortServices();
     end();
     startOnServices();
     EXPECT_EQ(icons(), kNoIcons);
@@ -237,8 +239,8 @@ TEST_F(Sorting, FailingSortIsSilentAndItsStateStays) {
     clickHeader(4);
     EXPECT_TRUE(boxes.asked.isEmpty());
     EXPECT_EQ(sortState(), "1 Price ASC");
-    EXPECT_EQ(win().ListView1->columnIcon(4), "SortUp");
-    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(win().controls.ListView1->columnIcon(4), "SortUp");
+    EXPECT_EQ(win().status.text(), "Ready");
     EXPECT_FALSE(canUse("EditRecord")) << "nothing is listed any more";
 }
 
@@ -264,7 +266,7 @@ TEST_F(Sorting, FailingUnsortIsToldWithItsLine) {
     EXPECT_TRUE(boxes.lastText().contains(QRegularExpression(" in line [1-9][0-9]*$")))
         << boxes.lastText().toStdString();
     EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Exclamation);
-    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(win().status.text(), "Ready");
 }
 
 // A colleague has taken the selected service away: the list comes back in its new order without it.
@@ -277,7 +279,7 @@ TEST_F(Sorting, ServicesOfAnotherWorkstationAreInTheNewOrder) {
         closeDatabases();
     });
     startOnServices();
-    win().ListView1->select(QStringLiteral("K%1").arg(first));
+    win().controls.ListView1->select(QStringLiteral("K%1").arg(first));
     other.release();
     const int added = other.next();
     ASSERT_EQ(other.wait(), 0);

@@ -30,8 +30,8 @@ TEST_F(Stages, EmptyShopCanOnlyAddClients) {
     EXPECT_TRUE(locked(0));
     EXPECT_TRUE(locked(18));
     EXPECT_TRUE(locked(19));
-    EXPECT_FALSE(win().Check1->isEnabled());
-    EXPECT_FALSE(win().DTPicker1[0]->isEnabled());
+    EXPECT_FALSE(win().controls.Check1->isEnabled());
+    EXPECT_FALSE(win().controls.DTPicker1[0]->isEnabled());
     EXPECT_TRUE(canUse("NewRecord"));
     for (const char* key : {"DeleteRecord", "SaveRecord", "EditRecord"}) {
         EXPECT_FALSE(canUse(key)) << key;
@@ -51,7 +51,7 @@ TEST_F(Stages, FirstClientOfTheRecordSetIsShownAtTheStart) {
     EXPECT_EQ(text(0), "Zoric");
     EXPECT_EQ(chosen(0), "Zoric, Zora - Zo");
     EXPECT_EQ(caption(1), "Zoric, Zora - Zo");
-    EXPECT_EQ(win().RememberedIndex[0], 1);
+    EXPECT_EQ(win().controls.RememberedIndex[0], 1);
 }
 
 TEST_F(Stages, FirmStandsForTheClientWhereTheAddressIsTheFirms) {
@@ -68,7 +68,7 @@ TEST_F(Stages, AllComputersAndServicesAreThereUntilTheFirstChangeOfTab) {
     addComputer(peric, "Office");
     start();
     EXPECT_EQ(entries(1), QStringList({"Desk", "Laptop", "Office"}));
-    EXPECT_EQ(win().ListView1->count(), 2);
+    EXPECT_EQ(win().controls.ListView1->count(), 2);
     EXPECT_EQ(caption(2), "Kompjuteri");
     tab(2);
     EXPECT_EQ(entries(1), QStringList({"Desk", "Laptop"}));
@@ -117,15 +117,15 @@ TEST_F(Stages, ServicesFollowTheComputer) {
     start();
     tab(2);
     tab(3);
-    EXPECT_EQ(win().ListView1->count(), 2);
+    EXPECT_EQ(win().controls.ListView1->count(), 2);
     EXPECT_TRUE(canUse("EditRecord"));
     tab(2);
     EXPECT_FALSE(canUse("EditRecord"));
     choose(1, "Laptop");
     tab(3);
-    EXPECT_EQ(win().ListView1->count(), 0);
+    EXPECT_EQ(win().controls.ListView1->count(), 0);
     EXPECT_FALSE(canUse("EditRecord"));
-    EXPECT_EQ(win().Data1[2]->RecordSource(),
+    EXPECT_EQ(win().controls.Data1[2]->RecordSource(),
               QString("SELECT * FROM QDServices0 WHERE MachineID=%1").arg(lap));
 }
 
@@ -135,12 +135,12 @@ TEST_F(Stages, StraightFromClientsToServicesReadsBothStages) {
     addService(office);
     start();
     tab(3);
-    EXPECT_EQ(win().ListView1->count(), 2);
+    EXPECT_EQ(win().controls.ListView1->count(), 2);
     tab(1);
     choose(0, "Peric, Pera");
     tab(3);
     EXPECT_EQ(entries(1), QStringList({"Office"}));
-    EXPECT_EQ(win().ListView1->count(), 1);
+    EXPECT_EQ(win().controls.ListView1->count(), 1);
     EXPECT_EQ(caption(2), "Office");
 }
 
@@ -148,13 +148,13 @@ TEST_F(Stages, StraightToServicesWithTheSameClientLeavesTheListAsItWas) {
     twoClients();
     start();
     tab(3);
-    ASSERT_EQ(win().ListView1->count(), 2);
+    ASSERT_EQ(win().controls.ListView1->count(), 2);
     tab(2);
     choose(1, "Laptop");
     tab(1);
     tab(3);
     EXPECT_EQ(chosen(1), "Laptop");
-    EXPECT_EQ(win().ListView1->count(), 2) << "the list of the desk computer stands as it was";
+    EXPECT_EQ(win().controls.ListView1->count(), 2) << "the list of the desk computer stands as it was";
 }
 
 TEST_F(Stages, ClientWithoutComputersHasALockedStageAndNoServices) {
@@ -162,16 +162,16 @@ TEST_F(Stages, ClientWithoutComputersHasALockedStageAndNoServices) {
     start();
     choose(0, "Peric, Pera");
     tab(2);
-    EXPECT_EQ(win().Data1[1]->RecordSource(),
+    EXPECT_EQ(win().controls.Data1[1]->RecordSource(),
               QString("SELECT * FROM QDComputers0 WHERE CustID=%1").arg(peric));
-    EXPECT_EQ(win().Combo1[1]->entryCount(), 0);
-    EXPECT_TRUE(win().isStageLocked(2));
+    EXPECT_EQ(win().controls.Combo1[1]->entryCount(), 0);
+    EXPECT_TRUE(win().shop.stages[kComputers].pane.isLocked());
     EXPECT_TRUE(locked(19));
     EXPECT_EQ(text(19), "");
     EXPECT_EQ(caption(2), "Kompjuteri");
     tab(3);
-    EXPECT_EQ(win().ListView1->count(), 0);
-    EXPECT_EQ(win().Data1[2]->RecordSource(), "SELECT * FROM QDServices0 WHERE MachineID=-1");
+    EXPECT_EQ(win().controls.ListView1->count(), 0);
+    EXPECT_EQ(win().controls.Data1[2]->RecordSource(), "SELECT * FROM QDServices0 WHERE MachineID=-1");
 }
 
 TEST_F(Stages, LockedComputersStayLockedForTheNextClientUntilAnAdd) {
@@ -191,8 +191,8 @@ TEST_F(Stages, LockedComputersStayLockedForTheNextClientUntilAnAdd) {
 TEST_F(Stages, EmptyShopSelectsNothingOnTheLaterStages) {
     start();
     tab(2);
-    EXPECT_EQ(win().Data1[1]->RecordSource(), "SELECT * FROM QDComputers0 WHERE CustID=-1");
-    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(win().controls.Data1[1]->RecordSource(), "SELECT * FROM QDComputers0 WHERE CustID=-1");
+    EXPECT_EQ(win().status.text(), "Ready");
 }
 
 TEST_F(Stages, EntryDeletedByAColleagueIsToldAndTheFirstIsSelected) {
@@ -206,7 +206,7 @@ TEST_F(Stages, EntryDeletedByAColleagueIsToldAndTheFirstIsSelected) {
               "Sorry, Zoric, Zora is not found in the database. First item will be selected.");
     EXPECT_EQ(boxes.asked.last().icon, platform::BoxIcon::Exclamation);
     EXPECT_EQ(boxes.asked.last().title, "Tarvello");
-    EXPECT_EQ(win().Combo1[0]->currentIndex(), 0);
+    EXPECT_EQ(win().controls.Combo1[0]->currentIndex(), 0);
     EXPECT_EQ(text(0), "Peric") << "the record set has not moved";
     EXPECT_EQ(currentKey(0), peric);
     EXPECT_EQ(entries(0).first(), "Anic, Vesna") << "no client gets another one's name";
@@ -227,10 +227,10 @@ TEST_F(Stages, TypingFindsTheFirstEntryThatBeginsSo) {
     twoClients();
     addClient("Petrovic", "Ana");
     start();
-    type(win().Text2[0], "PE");
+    type(win().controls.Text2[0], "PE");
     EXPECT_EQ(chosen(0), "Peric, Pera");
     EXPECT_EQ(text(0), "Peric");
-    QTest::keyClicks(win().Text2[0], "t");
+    QTest::keyClicks(win().controls.Text2[0], "t");
     EXPECT_EQ(chosen(0), "Petrovic, Ana");
 }
 
@@ -238,8 +238,8 @@ TEST_F(Stages, TypingWhatNobodyIsCalledChangesNothing) {
     twoClients();
     start();
     choose(0, "Peric, Pera");
-    by_hand::click(win().Text2[0]);
-    QTest::keyClicks(win().Text2[0], "xq");
+    by_hand::click(win().controls.Text2[0]);
+    QTest::keyClicks(win().controls.Text2[0], "xq");
     EXPECT_EQ(chosen(0), "Peric, Pera");
     EXPECT_EQ(text(0), "Peric");
     EXPECT_TRUE(boxes.asked.isEmpty());
@@ -249,7 +249,7 @@ TEST_F(Stages, TypingFindsComputersToo) {
     twoClients();
     start();
     tab(2);
-    type(win().Text2[1], "lap");
+    type(win().controls.Text2[1], "lap");
     EXPECT_EQ(text(19), "Laptop");
     EXPECT_EQ(caption(2), "Laptop");
 }
@@ -257,18 +257,18 @@ TEST_F(Stages, TypingFindsComputersToo) {
 TEST_F(Stages, EnterWalksThroughTheFieldsAndSelectsTheirText) {
     twoClients();
     start();
-    by_hand::click(win().Text2[0]);
-    for (QWidget* next : {static_cast<QWidget*>(win().Combo1[0]), field(0), field(1)}) {
+    by_hand::click(win().controls.Text2[0]);
+    for (QWidget* next : {static_cast<QWidget*>(win().controls.Combo1[0]), field(0), field(1)}) {
         by_hand::press(Qt::Key_Return);
         EXPECT_EQ(QApplication::focusWidget(), next) << next->objectName().toStdString();
     }
     EXPECT_EQ(qobject_cast<QLineEdit*>(field(1))->selectedText(), "Vesna");
     by_hand::press(Qt::Key_Return);
     EXPECT_EQ(QApplication::focusWidget(), field(2));
-    type(win().Text2[0], "an");
+    type(win().controls.Text2[0], "an");
     by_hand::press(Qt::Key_Backtab, Qt::ShiftModifier);
     by_hand::press(Qt::Key_Tab);
-    EXPECT_EQ(win().Text2[0]->selectedText(), "an");
+    EXPECT_EQ(win().controls.Text2[0]->selectedText(), "an");
 }
 
 TEST_F(Stages, EnterWalksThroughEveryEntryFieldOfThePane) {
@@ -278,9 +278,10 @@ TEST_F(Stages, EnterWalksThroughEveryEntryFieldOfThePane) {
     for (int i = 0; i < 19; ++i) {
         missed.append(field(i));
     }
-    missed << win().Check1 << win().DTPicker1[0]->edit() << win().DTPicker1[1]->edit()
-           << win().DTPicker1[2]->edit() << win().Combo1[0];
-    by_hand::click(win().Text2[0]);
+    missed << win().controls.Check1 << win().controls.DTPicker1[0]->edit()
+           << win().controls.DTPicker1[1]->edit() << win().controls.DTPicker1[2]->edit()
+           << win().controls.Combo1[0];
+    by_hand::click(win().controls.Text2[0]);
     for (int step = 0; step < 40 && !missed.isEmpty(); ++step) {
         by_hand::press(Qt::Key_Enter);
         missed.removeOne(QApplication::focusWidget());
@@ -288,7 +289,7 @@ TEST_F(Stages, EnterWalksThroughEveryEntryFieldOfThePane) {
     for (const QWidget* widget : missed) {
         ADD_FAILURE() << widget->objectName().toStdString();
     }
-    EXPECT_FALSE(win().StageDirty[0]);
+    EXPECT_FALSE(win().controls.StageDirty[0]);
 }
 
 TEST_F(Stages, EnterInCommentsWalksOnAndCtrlEnterBreaksTheLine) {
@@ -317,29 +318,29 @@ TEST_F(Stages, TypingMarksItsOwnStageDirty) {
     start();
     EXPECT_FALSE(canUse("SaveRecord"));
     type(13, "064 123");
-    EXPECT_TRUE(win().StageDirty[0]);
+    EXPECT_TRUE(win().controls.StageDirty[0]);
     EXPECT_TRUE(canUse("SaveRecord"));
     tab(2);
-    EXPECT_FALSE(win().StageDirty[1]);
+    EXPECT_FALSE(win().controls.StageDirty[1]);
     type(40, "router");
-    EXPECT_TRUE(win().StageDirty[1]);
-    EXPECT_FALSE(win().StageDirty[0]);
+    EXPECT_TRUE(win().controls.StageDirty[1]);
+    EXPECT_FALSE(win().controls.StageDirty[0]);
 }
 
 TEST_F(Stages, FirmCheckBoxMarksTheClientDirty) {
     twoClients();
     start();
-    by_hand::click(win().Check1);
-    EXPECT_TRUE(win().Check1->isChecked());
-    EXPECT_TRUE(win().StageDirty[0]);
+    by_hand::click(win().controls.Check1);
+    EXPECT_TRUE(win().controls.Check1->isChecked());
+    EXPECT_TRUE(win().controls.StageDirty[0]);
 }
 
 TEST_F(Stages, DateAloneMarksNothingButIsWrittenWithTheRest) {
     twoClients();
     start();
-    type(win().DTPicker1[0]->edit(), "5/17/1980");
+    type(win().controls.DTPicker1[0]->edit(), "5/17/1980");
     by_hand::press(Qt::Key_Tab);
-    EXPECT_FALSE(win().StageDirty[0]);
+    EXPECT_FALSE(win().controls.StageDirty[0]);
     EXPECT_FALSE(canUse("SaveRecord"));
     type(13, "064 123");
     tool("SaveRecord");
@@ -351,13 +352,13 @@ TEST_F(Stages, FillingASelectorMarksNothingDirty) {
     start();
     choose(0, "Peric, Pera");
     choose(0, "Anic, Vesna");
-    EXPECT_FALSE(win().StageDirty[0]);
-    EXPECT_FALSE(win().LoadingList);
+    EXPECT_FALSE(win().controls.StageDirty[0]);
+    EXPECT_FALSE(win().shop.stages.LoadingList);
 }
 
 TEST_F(Stages, SelectedTabHasThePlainPictureAndTheOthersTheCrossedOne) {
     start();
-    const auto key = [&](int stage) { return win().TabStrip1->tabIcon(stage - 1).cacheKey(); };
+    const auto key = [&](int stage) { return win().controls.TabStrip1->tabIcon(stage - 1).cacheKey(); };
     const qint64 clients = key(1), computersX = key(2), servicesX = key(3);
     tab(2);
     EXPECT_NE(key(1), clients);
@@ -373,9 +374,9 @@ TEST_F(Stages, OnePaneIsOnShow) {
     start();
     for (const int stage : {2, 3, 1}) {
         tab(stage);
-        EXPECT_EQ(win().CurrentStage, stage);
+        EXPECT_EQ(win().shop.stages.CurrentStage, stage);
         for (int i = 0; i < 3; ++i) {
-            EXPECT_EQ(win().Picture1[static_cast<size_t>(i)]->isVisible(), i + 1 == stage);
+            EXPECT_EQ(win().controls.Picture1[static_cast<size_t>(i)]->isVisible(), i + 1 == stage);
         }
     }
 }
@@ -384,18 +385,18 @@ TEST_F(Stages, TabsAreAsWideAsTheirNamesAndALongOneIsCut) {
     addClient("A", "B");
     addClient(std::string(50, 'W').c_str(), std::string(50, 'W').c_str());
     start();
-    EXPECT_LT(win().TabStrip1->tabRect(2).right(), win().TabStrip1->width() / 2);
+    EXPECT_LT(win().controls.TabStrip1->tabRect(2).right(), win().controls.TabStrip1->width() / 2);
     choose(0, QString(50, 'W') + ", " + QString(50, 'W'));
-    EXPECT_LT(win().TabStrip1->tabRect(2).right(), win().TabStrip1->width());
-    EXPECT_GT(win().TabStrip1->tabRect(0).width(), win().TabStrip1->tabRect(1).width());
+    EXPECT_LT(win().controls.TabStrip1->tabRect(2).right(), win().controls.TabStrip1->width());
+    EXPECT_GT(win().controls.TabStrip1->tabRect(0).width(), win().controls.TabStrip1->tabRect(1).width());
     EXPECT_EQ(caption(1), QString(50, 'W') + ", " + QString(50, 'W'));
 }
 
 TEST_F(Stages, TabsAreToldByTheirTips) {
     start();
-    EXPECT_EQ(win().TabStrip1->tabToolTip(0), "Klijenti");
-    EXPECT_EQ(win().TabStrip1->tabToolTip(1), "Kompjuteri");
-    EXPECT_EQ(win().TabStrip1->tabToolTip(2), "Usluge");
+    EXPECT_EQ(win().controls.TabStrip1->tabToolTip(0), "Klijenti");
+    EXPECT_EQ(win().controls.TabStrip1->tabToolTip(1), "Kompjuteri");
+    EXPECT_EQ(win().controls.TabStrip1->tabToolTip(2), "Usluge");
 }
 
 TEST_F(Stages, RefusedSaveLeavesTheOldTabAndPane) {
@@ -404,15 +405,15 @@ TEST_F(Stages, RefusedSaveLeavesTheOldTabAndPane) {
     type(0, "");
     boxes.answers << platform::BoxAnswer::Yes;
     tab(2);
-    EXPECT_EQ(win().TabStrip1->currentIndex(), 0);
-    EXPECT_EQ(win().CurrentStage, 1);
-    EXPECT_TRUE(win().Picture1[0]->isVisible());
+    EXPECT_EQ(win().controls.TabStrip1->currentIndex(), 0);
+    EXPECT_EQ(win().shop.stages.CurrentStage, 1);
+    EXPECT_TRUE(win().controls.Picture1[0]->isVisible());
     EXPECT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(QApplication::focusWidget(), field(0));
     type(0, "Anicka");
     tab(2);
-    EXPECT_EQ(win().CurrentStage, 2) << "mended, it is left as ever";
-    EXPECT_TRUE(win().Picture1[1]->isVisible());
+    EXPECT_EQ(win().shop.stages.CurrentStage, 2) << "mended, it is left as ever";
+    EXPECT_TRUE(win().controls.Picture1[1]->isVisible());
     EXPECT_EQ(caption(1), "Anicka, Vesna");
 }
 
@@ -424,7 +425,7 @@ TEST_F(Stages, FailureWhileATabChangesIsToldAndTheStageIsReadAgainNextTime) {
     tab(2);
     EXPECT_TRUE(boxes.lastText().startsWith("An unexpected error has occured - [3078] "))
         << boxes.lastText().toStdString();
-    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(win().status.text(), "Ready");
     openDatabase().QueryDefs()["QDComputers0"].setSQL("SELECT * FROM Computers");
     tab(1);
     tab(2);
@@ -437,27 +438,28 @@ TEST_F(Stages, OrderInForceGoesIntoTheServicesSource) {
     start();
     tab(3);
     for (int click = 0; click < 2; ++click) {
-        by_hand::clickHeader(win().ListView1, 4);
+        by_hand::clickHeader(win().controls.ListView1, 4);
     }
     tab(2);
     choose(1, "Laptop");
     tab(3);
-    EXPECT_EQ(win().Data1[2]->RecordSource(),
+    EXPECT_EQ(win().controls.Data1[2]->RecordSource(),
               QString("SELECT * FROM QDServices0 WHERE MachineID=%1 ORDER BY Price DESC").arg(lap));
-    EXPECT_EQ(win().ListView1->count(), 1);
+    EXPECT_EQ(win().controls.ListView1->count(), 1);
 }
 
 TEST_F(Stages, ClientsOfOneNameAreToldApartByTheirNumber) {
     addClient("Peric", "Pera", {{"Street", "One"}});
     const int two = addClient("Peric", "Pera", {{"Street", "Two"}});
     start();
-    ASSERT_EQ(win().Combo1[0]->currentIndex(), 0);
-    by_hand::click(win().Text2[0]);
+    ASSERT_EQ(win().controls.Combo1[0]->currentIndex(), 0);
+    by_hand::click(win().controls.Text2[0]);
     by_hand::press(Qt::Key_Tab);
     for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_Down}) {
         by_hand::press(key);
-        EXPECT_EQ(win().Combo1[0]->currentIndex(), key == Qt::Key_Down ? 1 : 0);
-        EXPECT_EQ(win().Combo1[0]->entryData(win().Combo1[0]->currentIndex()), currentKey(0));
+        EXPECT_EQ(win().controls.Combo1[0]->currentIndex(), key == Qt::Key_Down ? 1 : 0);
+        EXPECT_EQ(win().controls.Combo1[0]->entryData(win().controls.Combo1[0]->currentIndex()),
+                  currentKey(0));
         EXPECT_EQ(text(7), key == Qt::Key_Down ? "Two" : "One");
     }
     ASSERT_EQ(currentKey(0), two);
@@ -465,7 +467,7 @@ TEST_F(Stages, ClientsOfOneNameAreToldApartByTheirNumber) {
     boxes.answers << platform::BoxAnswer::No;
     tab(2);
     EXPECT_EQ(text(7), "Two");
-    EXPECT_EQ(win().Combo1[0]->currentIndex(), 1);
+    EXPECT_EQ(win().controls.Combo1[0]->currentIndex(), 1);
 }
 
 // --- What the window says while it reads a stage again.
@@ -494,12 +496,13 @@ TEST_F(Stages, MessageStandsUntilTheStageIsThere) {
     start();
     QList<QStringList> seen;
     for (const size_t stage : {1U, 2U}) {
-        QObject::connect(win().Data1[stage], &platform::DataControl::repositioned, &win(), [&, stage] {
-            const QStringList now({QString::number(stage), win().statusText()});
-            if (seen.isEmpty() || seen.last() != now) {
-                seen.append(now);
-            }
-        });
+        QObject::connect(win().controls.Data1[stage], &platform::DataControl::repositioned, &win(),
+                         [&, stage] {
+                             const QStringList now({QString::number(stage), win().status.text()});
+                             if (seen.isEmpty() || seen.last() != now) {
+                                 seen.append(now);
+                             }
+                         });
     }
     const QString working = "Working... Please Wait...";
     tab(2);
@@ -512,7 +515,7 @@ TEST_F(Stages, MessageStandsUntilTheStageIsThere) {
     choose(0, "Peric, Pera");
     tab(3);
     EXPECT_EQ(seen, QList<QStringList>({{"1", working}, {"2", working}}));
-    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(win().status.text(), "Ready");
 }
 
 // --- The tabs while something new is added.
@@ -528,12 +531,12 @@ TEST_F(Stages, NewClientTakesTheNamesOffBothTabs) {
     EXPECT_EQ(caption(2), "Kompjuteri");
     EXPECT_EQ(caption(3), "Usluge");
     EXPECT_EQ(chosen(0), "");
-    EXPECT_EQ(win().statusText(), "Add new mode...");
+    EXPECT_EQ(win().status.text(), "Add new mode...");
     typeClient("Babic", "Bo");
     tool("SaveRecord");
     EXPECT_EQ(caption(1), "Babic, Bo");
     EXPECT_EQ(caption(2), "Kompjuteri");
-    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(win().status.text(), "Ready");
 }
 
 TEST_F(Stages, NewComputerTakesTheNameOffItsOwnTabOnly) {
@@ -546,13 +549,13 @@ TEST_F(Stages, NewComputerTakesTheNameOffItsOwnTabOnly) {
     EXPECT_EQ(caption(2), "Kompjuteri");
     EXPECT_EQ(caption(3), "Usluge");
     EXPECT_EQ(chosen(1), "");
-    EXPECT_EQ(win().statusText(), "Add new mode...");
+    EXPECT_EQ(win().status.text(), "Add new mode...");
     type(19, "Server");
     tool("SaveRecord");
     EXPECT_EQ(caption(1), "Anic, Vesna");
     EXPECT_EQ(caption(2), "Server");
     EXPECT_EQ(chosen(1), "Server");
-    EXPECT_EQ(win().statusText(), "Ready");
+    EXPECT_EQ(win().status.text(), "Ready");
 }
 
 // --- The selectors under keys and wheel.
@@ -561,9 +564,9 @@ TEST_F(Stages, SelectorGoesOnByArrowKeysAndByLetters) {
     twoClients();
     addClient("Zoric", "Zora");
     start();
-    by_hand::click(win().Text2[0]);
+    by_hand::click(win().controls.Text2[0]);
     by_hand::press(Qt::Key_Tab);
-    ASSERT_EQ(QApplication::focusWidget(), win().Combo1[0]);
+    ASSERT_EQ(QApplication::focusWidget(), win().controls.Combo1[0]);
     by_hand::press(Qt::Key_Down);
     EXPECT_EQ(text(0), "Peric");
     EXPECT_EQ(caption(1), "Peric, Pera");
@@ -573,7 +576,7 @@ TEST_F(Stages, SelectorGoesOnByArrowKeysAndByLetters) {
     EXPECT_EQ(text(0), "Peric");
     by_hand::press(Qt::Key_Home);
     EXPECT_EQ(text(0), "Anic");
-    QTest::keyClicks(win().Combo1[0], "z");
+    QTest::keyClicks(win().controls.Combo1[0], "z");
     EXPECT_EQ(text(0), "Zoric");
     EXPECT_EQ(caption(1), "Zoric, Zora");
 }
@@ -581,10 +584,10 @@ TEST_F(Stages, SelectorGoesOnByArrowKeysAndByLetters) {
 TEST_F(Stages, OpenedListChangesNothingUntilAnEntryIsTaken) {
     twoClients();
     start();
-    by_hand::click(win().Text2[0]);
+    by_hand::click(win().controls.Text2[0]);
     by_hand::press(Qt::Key_Tab);
     by_hand::press(Qt::Key_F4);
-    QWidget* list = win().Combo1[0]->view();
+    QWidget* list = win().controls.Combo1[0]->view();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(list->window()));
     QTest::keyClick(list, Qt::Key_Down);
     EXPECT_EQ(text(0), "Anic");
@@ -602,37 +605,38 @@ TEST_F(Stages, WheelOverASelectorThatWasNotClickedChangesNothing) {
     twoClients();
     start();
     by_hand::click(field(0));
-    by_hand::rollWheel(win().Combo1[0], -1);
+    by_hand::rollWheel(win().controls.Combo1[0], -1);
     EXPECT_EQ(QApplication::focusWidget(), field(0));
     EXPECT_EQ(chosen(0), "Anic, Vesna");
     EXPECT_EQ(text(0), "Anic");
     choose(0, "Anic, Vesna");
-    ASSERT_EQ(QApplication::focusWidget(), win().Combo1[0]);
-    by_hand::rollWheel(win().Combo1[0], -1);
+    ASSERT_EQ(QApplication::focusWidget(), win().controls.Combo1[0]);
+    by_hand::rollWheel(win().controls.Combo1[0], -1);
     EXPECT_EQ(text(0), "Peric");
 }
 
 TEST_F(Stages, WheelOverTheTabsChangesTheStageAsAClickDoes) {
     twoClients();
     start();
-    by_hand::rollWheel(win().TabStrip1, -1);
-    EXPECT_EQ(win().CurrentStage, win().TabStrip1->currentIndex() + 1);
-    EXPECT_TRUE(win().Picture1[static_cast<size_t>(win().CurrentStage - 1)]->isVisible());
+    by_hand::rollWheel(win().controls.TabStrip1, -1);
+    EXPECT_EQ(win().shop.stages.CurrentStage, win().controls.TabStrip1->currentIndex() + 1);
+    EXPECT_TRUE(
+        win().controls.Picture1[static_cast<size_t>(win().shop.stages.CurrentStage - 1)]->isVisible());
 }
 
 TEST_F(Stages, TabsGoOnByTheArrowKeys) {
     twoClients();
     start();
     tab(1);
-    win().TabStrip1->setFocus(Qt::TabFocusReason);
-    QTest::keyClick(win().TabStrip1, Qt::Key_Right);
-    EXPECT_EQ(win().CurrentStage, 2);
+    win().controls.TabStrip1->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(win().controls.TabStrip1, Qt::Key_Right);
+    EXPECT_EQ(win().shop.stages.CurrentStage, 2);
     EXPECT_EQ(chosen(1), "Desk");
-    QTest::keyClick(win().TabStrip1, Qt::Key_Right);
-    EXPECT_EQ(win().CurrentStage, 3);
-    EXPECT_EQ(win().ListView1->count(), 2);
-    QTest::keyClick(win().TabStrip1, Qt::Key_Left);
-    EXPECT_EQ(win().CurrentStage, 2);
+    QTest::keyClick(win().controls.TabStrip1, Qt::Key_Right);
+    EXPECT_EQ(win().shop.stages.CurrentStage, 3);
+    EXPECT_EQ(win().controls.ListView1->count(), 2);
+    QTest::keyClick(win().controls.TabStrip1, Qt::Key_Left);
+    EXPECT_EQ(win().shop.stages.CurrentStage, 2);
 }
 
 TEST_F(Stages, F1OnAFieldShowsItsTopic) {
@@ -648,10 +652,10 @@ TEST_F(Stages, F1OnAFieldShowsItsTopic) {
     start();
     by_hand::click(field(0));
     by_hand::press(Qt::Key_F1);
-    by_hand::click(win().DTPicker1[0]->edit());
+    by_hand::click(win().controls.DTPicker1[0]->edit());
     by_hand::press(Qt::Key_F1);
     tab(3);
-    by_hand::clickRow(win().ListView1, 1);
+    by_hand::clickRow(win().controls.ListView1, 1);
     by_hand::press(Qt::Key_F1);
     setHelpViewer(nullptr);
     EXPECT_EQ(topics, QList<int>({503, 506, 701}));

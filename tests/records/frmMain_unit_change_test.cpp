@@ -33,14 +33,14 @@ class UnitChange : public NarrowedWindow {
                             });
     }
     void expectDinarsAndTheSamePrice() {
-        EXPECT_EQ(win().ListView1->columnText(4), "Price [DIN]");
-        EXPECT_EQ(win().ListView1->columnText(7), "Paid [DIN]");
-        EXPECT_EQ(win().ListView1->item(1).SubItems(3), "8,000.00");
+        EXPECT_EQ(win().controls.ListView1->columnText(4), "Price [DIN]");
+        EXPECT_EQ(win().controls.ListView1->columnText(7), "Paid [DIN]");
+        EXPECT_EQ(win().controls.ListView1->item(1).SubItems(3), "8,000.00");
         confirmService();
         EXPECT_EQ(valueOf("Services", "ID", service, "Price").asCurrency(),
                   dao::Currency::fromScaled(1000000))
             << "100 euro, as before";
-        EXPECT_EQ(win().ListView1->item(1).SubItems(3), "8,000.00");
+        EXPECT_EQ(win().controls.ListView1->item(1).SubItems(3), "8,000.00");
     }
     int anic = 0, desk = 0, service = 0;
 };
@@ -53,7 +53,7 @@ TEST_F(UnitChange, PriceOutlivesItOverAComputerWithoutAName) {
     switchToDinars();
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
     EXPECT_EQ(text(19), "");
-    EXPECT_TRUE(win().StageDirty[1]);
+    EXPECT_TRUE(win().controls.StageDirty[1]);
     boxes.answers << platform::BoxAnswer::No;
     tab(3);
     EXPECT_EQ(boxes.asked.size(), 1) << "the name is asked for when the computer is left";
@@ -87,7 +87,7 @@ TEST_F(UnitChange, PriceOutlivesItOverAClientBeingAdded) {
     type(0, "Zoric");
     switchToDinars();
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
-    EXPECT_TRUE(win().AddNewMode);
+    EXPECT_TRUE(win().shop.editing.AddNewMode);
     EXPECT_EQ(text(0), "Zoric");
     boxes.answers << platform::BoxAnswer::No;
     tab(3);

@@ -81,11 +81,11 @@ TEST_F(Windows, ReportOptionsChangeWhatIsReportedUnlessCancelled) {
                                   });
     };
     untick(4, 1);
-    EXPECT_TRUE(win().PrintAddressDetails);
+    EXPECT_TRUE(win().choices.report.PrintAddressDetails);
     untick(4, 0);
-    EXPECT_FALSE(win().PrintAddressDetails);
-    EXPECT_TRUE(win().PrintContactDetails);
-    EXPECT_TRUE(win().PrintPIDCardDetails);
+    EXPECT_FALSE(win().choices.report.PrintAddressDetails);
+    EXPECT_TRUE(win().choices.report.PrintContactDetails);
+    EXPECT_TRUE(win().choices.report.PrintPIDCardDetails);
 }
 
 TEST_F(Windows, HelpButtonsOpenTheirOwnTopic) {

@@ -271,7 +271,7 @@ TEST_F(ReportOptions, StandsAtItsUsualPlaceTheFirstTime) {
 TEST_F(ReportOptions, TheMainWindowsChoicesGoInAndComeBack) {
     addClient();
     start();
-    win().PrintOSDetails = false;
+    win().choices.report.PrintOSDetails = false;
     inModal<frmReportOptions>([this] { give(Command::ReportOptions); },
                               [&](frmReportOptions& window) {
                                   EXPECT_EQ(window.parentWidget(), &win());
@@ -280,14 +280,14 @@ TEST_F(ReportOptions, TheMainWindowsChoicesGoInAndComeBack) {
                                   window.Check1[10]->setChecked(false);
                                   QTest::mouseClick(window.Command1[0], Qt::LeftButton);
                               });
-    EXPECT_FALSE(win().PrintOSDetails);
-    EXPECT_FALSE(win().PrintStorageDetails);
-    EXPECT_TRUE(win().PrintMemoryDetails);
+    EXPECT_FALSE(win().choices.report.PrintOSDetails);
+    EXPECT_FALSE(win().choices.report.PrintStorageDetails);
+    EXPECT_TRUE(win().choices.report.PrintMemoryDetails);
     end();
     start();  // the next day
-    EXPECT_FALSE(win().PrintOSDetails);
-    EXPECT_FALSE(win().PrintStorageDetails);
-    EXPECT_TRUE(win().PrintMemoryDetails);
+    EXPECT_FALSE(win().choices.report.PrintOSDetails);
+    EXPECT_FALSE(win().choices.report.PrintStorageDetails);
+    EXPECT_TRUE(win().choices.report.PrintMemoryDetails);
 }
 
 TEST_F(ReportOptions, ACancelledWindowChangesNothingInTheMainWindow) {
@@ -298,7 +298,7 @@ TEST_F(ReportOptions, ACancelledWindowChangesNothingInTheMainWindow) {
                                   window.Check1[10]->setChecked(false);
                                   QTest::mouseClick(window.Command1[1], Qt::LeftButton);
                               });
-    EXPECT_TRUE(win().PrintStorageDetails);
+    EXPECT_TRUE(win().choices.report.PrintStorageDetails);
 }
 
 }  // namespace

@@ -29,7 +29,7 @@ TEST_F(Looks, OfTheMainWindowBeforeTheFirstClient) {
 
 TEST_F(Looks, OfTheLegend) {
     start();
-    inModal<frmLegend>([this] { win().OpenLegend(); },
+    inModal<frmLegend>([this] { win().commands.give(Command::Legend); },
                        [](frmLegend& legend) {
                            expectLooks(legend, QStringLiteral("legend"));
                            legend.close();
@@ -38,7 +38,7 @@ TEST_F(Looks, OfTheLegend) {
 
 TEST_F(Looks, OfTheReportsOptions) {
     start();
-    inModal<frmReportOptions>([this] { win().OpenReportOptions(); },
+    inModal<frmReportOptions>([this] { win().report.OpenReportOptions(); },
                               [](frmReportOptions& options) {
                                   expectLooks(options, QStringLiteral("report_options"));
                                   options.reject();

@@ -49,18 +49,20 @@ class MainWindow : public DeliveredFixture {
     }
     frmMain& win() { return *window_; }
 
-    QWidget* face(const QString& key) { return win().Toolbar1->widgetForAction(win().toolbarButton(key)); }
-    void tool(const QString& key) { QTest::mouseClick(face(key), Qt::LeftButton); }
-    bool canUse(const QString& key) { return win().toolbarButton(key)->isEnabled(); }
-    void tab(int stage) {
-        QTest::mouseClick(win().TabStrip1, Qt::LeftButton, Qt::NoModifier,
-                          win().TabStrip1->tabRect(stage - 1).center());
+    QWidget* face(const QString& key) {
+        return win().controls.Toolbar1->widgetForAction(win().bars.toolbar.button(key));
     }
-    QString caption(int stage) { return win().TabStrip1->caption(stage - 1); }
+    void tool(const QString& key) { QTest::mouseClick(face(key), Qt::LeftButton); }
+    bool canUse(const QString& key) { return win().bars.toolbar.button(key)->isEnabled(); }
+    void tab(int stage) {
+        QTest::mouseClick(win().controls.TabStrip1, Qt::LeftButton, Qt::NoModifier,
+                          win().controls.TabStrip1->tabRect(stage - 1).center());
+    }
+    QString caption(int stage) { return win().controls.TabStrip1->caption(stage - 1); }
 
     // Opens the menu that the command stands in where it hangs, with its state rule, and clicks its entry.
-    void give(Command command) { choose(win().action(command)); }
-    void giveInPopup(Command command) { choose(win().popupAction(command)); }
+    void give(Command command) { choose(win().bars.menus.entry(command)); }
+    void giveInPopup(Command command) { choose(win().bars.menus.popupEntry(command)); }
     void choose(QAction* entry) {
         QMenu* menu = menuOf(entry);
         open(menu);
@@ -76,27 +78,29 @@ class MainWindow : public DeliveredFixture {
     }
     // The pop-up menu comes with a right click on the chosen row, on the empty list where there is none.
     void open(QMenu* menu) {
-        if (menu != win().mnuPPopup) {
+        if (menu != win().bars.menus.menu(Menu::Popup)) {
             return by_hand::openMenu(menu);
         }
-        const int row = win().ListView1->selectedIndex();
+        const int row = win().controls.ListView1->selectedIndex();
         if (row > 0) {
-            by_hand::rightClickRow(win().ListView1, row);
+            by_hand::rightClickRow(win().controls.ListView1, row);
         } else {
-            by_hand::rightClick(win().ListView1, QPoint(20, 20));
+            by_hand::rightClick(win().controls.ListView1, QPoint(20, 20));
         }
         by_hand::waitUntilOpen(menu);
     }
     QMenu* menuNamed(const char* name) { return win().findChild<QMenu*>(QLatin1String(name)); }
 
-    QWidget* field(int index) { return win().Text1[static_cast<size_t>(index)]; }
-    QString text(int index) { return win().fieldText(index); }
+    QWidget* field(int index) { return win().controls.Text1[static_cast<size_t>(index)]; }
+    QString text(int index) { return win().shop.fields.text(index); }
     void type(int index, const QString& words) { type(field(index), words); }
     static void type(QWidget* widget, const QString& words) { by_hand::type(widget, words); }
-    QString chosen(int stageIndex) { return win().Combo1[static_cast<size_t>(stageIndex)]->currentText(); }
+    QString chosen(int stageIndex) {
+        return win().controls.Combo1[static_cast<size_t>(stageIndex)]->currentText();
+    }
     QStringList entries(int stageIndex) {
         QStringList all;
-        const platform::Selector* selector = win().Combo1[static_cast<size_t>(stageIndex)];
+        const platform::Selector* selector = win().controls.Combo1[static_cast<size_t>(stageIndex)];
         for (int i = 0; i < selector->entryCount(); ++i) {
             all.append(selector->entryText(i));
         }
@@ -106,7 +110,7 @@ class MainWindow : public DeliveredFixture {
     void choose(int stageIndex, const QString& entry) {
         const int wanted = static_cast<int>(entries(stageIndex).indexOf(entry));
         ASSERT_GE(wanted, 0) << entry.toStdString();
-        by_hand::pick(win().Combo1[static_cast<size_t>(stageIndex)], wanted);
+        by_hand::pick(win().controls.Combo1[static_cast<size_t>(stageIndex)], wanted);
     }
     // Types the required fields of a client into the pane.
     void typeClient(const QString& surname, const QString& givenName) {
@@ -125,7 +129,7 @@ class MainWindow : public DeliveredFixture {
     }
     qint32 currentKey(int stageIndex) {
         const char* keys[] = {"CustID", "MachineID", "ID"};
-        return win().Data1[static_cast<size_t>(stageIndex)]->Recordset()[keys[stageIndex]].asLong();
+        return win().controls.Data1[static_cast<size_t>(stageIndex)]->Recordset()[keys[stageIndex]].asLong();
     }
 
  private:

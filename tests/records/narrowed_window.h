@@ -9,7 +9,8 @@
 // the window had the hourglass then.
 class StatusWatch : public QObject {
  public:
-    explicit StatusWatch(frmMain& window) : window_(window), panel_(window.StatusBar1->panel("Text")) {
+    explicit StatusWatch(frmMain& window)
+        : window_(window), panel_(window.controls.StatusBar1->panel("Text")) {
         panel_->installEventFilter(this);
     }
     ~StatusWatch() override { panel_->removeEventFilter(this); }
@@ -46,9 +47,9 @@ class NarrowedWindow : public MainWindow {
     }
     // From the menu, with its state rule.
     void filter(Command command) {
-        open(win().mnuDDatabase);
+        open(win().bars.menus.menu(Menu::Database));
         give(command);
-        win().mnuDDatabase->close();
+        win().bars.menus.menu(Menu::Database)->close();
     }
     std::string queryText(const std::string& name) { return openDatabase().QueryDefs()[name].SQL(); }
     // The numbers in one of this copy's stored queries.
@@ -68,18 +69,20 @@ class NarrowedWindow : public MainWindow {
     // Of the list, from the top.
     QList<int> listed() {
         QList<int> all;
-        for (int row = 1; row <= win().ListView1->count(); ++row) {
-            all.append(win().ListView1->item(row).Key.mid(1).toInt());
+        for (int row = 1; row <= win().controls.ListView1->count(); ++row) {
+            all.append(win().controls.ListView1->item(row).Key.mid(1).toInt());
         }
         return all;
     }
     QStringList icons() {
         QStringList all;
         for (int column = 1; column <= 7; ++column) {
-            all.append(win().ListView1->columnIcon(column));
+            all.append(win().controls.ListView1->columnIcon(column));
         }
         return all;
     }
-    void clickHeader(int column) { by_hand::clickHeader(win().ListView1, column); }
-    QString source(int stageIndex) { return win().Data1[static_cast<size_t>(stageIndex)]->RecordSource(); }
+    void clickHeader(int column) { by_hand::clickHeader(win().controls.ListView1, column); }
+    QString source(int stageIndex) {
+        return win().controls.Data1[static_cast<size_t>(stageIndex)]->RecordSource();
+    }
 };

@@ -11,6 +11,7 @@
 #include "records/main_fields.h"
 #include "records/main_view.h"
 #include "records/record_editing.h"
+#include "records/stage_reading.h"
 #include "records/typed_entry.h"
 #include "support/fixture.h"
 
@@ -67,7 +68,7 @@ class StagesWithoutWindow : public DeliveredFixture {
             stages[i].setSelector(new platform::Selector(&pane));
         }
         for (const Stage& stage : stages) {
-            for (const EntryRow& row : stage.rows()) {
+            for (const EntryRow& row : stage.pane.rows()) {
                 stage.data().bind(fields.of(row), QLatin1String(row.field));
             }
         }
@@ -84,9 +85,10 @@ class StagesWithoutWindow : public DeliveredFixture {
         for (int i = 0; i < kSelectorCount; ++i) {
             stages[i].data().DatabaseName = databaseFile();
             stages[i].data().Connect = connectText();
-            stages[i].refresh(platform::Selection::all(QLatin1String(stages[i].facts().table)));
-            stages.fill(i);
+            stages[i].records.refresh(platform::Selection::all(QLatin1String(stages[i].facts().table)));
         }
+        reading.FillClientCombo();
+        reading.FillComputerCombo();
     }
     void type(int index, const QString& text) { fields.setText(index, text); }
     QString surnameOf(int client) {
@@ -99,11 +101,12 @@ class StagesWithoutWindow : public DeliveredFixture {
     ListOrder order;
     NotedWindow window;
     Stages stages{fields, order, window, &pane};
+    StageReading reading{stages, window};
     RecordEditing editing{stages, fields, window};
 };
 
 TEST_F(StagesWithoutWindow, ReadTheStoredQueriesOfThisCopy) {
-    stages.querySuffix = 3;
+    stages.QuerySuffix = 3;
     const char* queries[] = {"QDCustomers3", "QDComputers3", "QDServices3"};
     for (int i = 0; i < kStageCount; ++i) {
         EXPECT_EQ(stages.query(i), queries[i]);
@@ -135,17 +138,17 @@ TEST_F(StagesWithoutWindow, FillingShowsTheFirstRecordAndWritesItOnTheTab) {
     EXPECT_EQ(window.captions.value(1), "Antic, Ana");
     EXPECT_EQ(window.captions.value(2), "DESK");
     EXPECT_EQ(stages[kClients].chosen(), anton);
-    EXPECT_EQ(stages[kClients].key(), anton);
+    EXPECT_EQ(stages[kClients].records.key(), anton);
     EXPECT_EQ(stages[kClients].remembered, 0);
-    EXPECT_FALSE(stages[kClients].isLocked());
-    EXPECT_FALSE(stages.loading);
+    EXPECT_FALSE(stages[kClients].pane.isLocked());
+    EXPECT_FALSE(stages.LoadingList);
 }
 
 TEST_F(StagesWithoutWindow, AnEmptyStageIsLockedUnderItsUsualCaption) {
     read();
-    stages[kComputers].refresh(platform::Selection::all("Computers").matching("CustID=-1"));
-    stages.fill(kComputers);
-    EXPECT_TRUE(stages[kComputers].isLocked());
+    stages[kComputers].records.refresh(platform::Selection::all("Computers").matching("CustID=-1"));
+    reading.FillComputerCombo();
+    EXPECT_TRUE(stages[kComputers].pane.isLocked());
     EXPECT_TRUE(stages[kComputers].isEmpty());
     EXPECT_EQ(window.captions.value(2), GetResString(102));
     EXPECT_TRUE(qobject_cast<QLineEdit*>(fields.texts[kMachineName])->isReadOnly());
@@ -155,26 +158,26 @@ TEST_F(StagesWithoutWindow, AnEmptyStageIsLockedUnderItsUsualCaption) {
 TEST_F(StagesWithoutWindow, AStageThatCouldNotBeReadIsStale) {
     read();
     const platform::Selection clients = platform::Selection::all("Customers");
-    EXPECT_FALSE(stages[kClients].isStale(platform::Selection::all("CUSTOMERS")));
-    EXPECT_THROW(stages[kClients].refresh(platform::Selection::all("NoSuchTable")), dao::Error);
-    EXPECT_TRUE(stages[kClients].isStale(platform::Selection::all("NoSuchTable")));
-    EXPECT_TRUE(stages[kClients].isStale(clients));
+    EXPECT_FALSE(stages[kClients].records.isStale(platform::Selection::all("CUSTOMERS")));
+    EXPECT_THROW(stages[kClients].records.refresh(platform::Selection::all("NoSuchTable")), dao::Error);
+    EXPECT_TRUE(stages[kClients].records.isStale(platform::Selection::all("NoSuchTable")));
+    EXPECT_TRUE(stages[kClients].records.isStale(clients));
 }
 
 TEST_F(StagesWithoutWindow, WhatIsMissingIsAskedForInTheOrderOfThePane) {
     int focus = 0;
-    EXPECT_EQ(stages[kClients].missing(focus).split('\n').size(), 6);
+    EXPECT_EQ(stages[kClients].pane.missing(focus).split('\n').size(), 6);
     EXPECT_EQ(focus, kSurname);
     type(kSurname, "Antic");
     type(kGivenName, " ");
-    EXPECT_EQ(stages[kClients].missing(focus).split('\n').first(), GetResString(120));
+    EXPECT_EQ(stages[kClients].pane.missing(focus).split('\n').first(), GetResString(120));
     EXPECT_EQ(focus, kGivenName);
-    EXPECT_EQ(stages[kComputers].missing(focus), GetResString(125));
+    EXPECT_EQ(stages[kComputers].pane.missing(focus), GetResString(125));
     EXPECT_EQ(focus, kMachineName);
     type(kMachineName, "DESK");
-    EXPECT_EQ(stages[kComputers].missing(focus), "");
+    EXPECT_EQ(stages[kComputers].pane.missing(focus), "");
     EXPECT_EQ(focus, -1);
-    EXPECT_EQ(stages[kServices].missing(focus), "");
+    EXPECT_EQ(stages[kServices].pane.missing(focus), "");
 }
 
 TEST_F(StagesWithoutWindow, ChoosingAnotherClientWritesTheOneThatIsLeft) {
@@ -185,7 +188,7 @@ TEST_F(StagesWithoutWindow, ChoosingAnotherClientWritesTheOneThatIsLeft) {
     stages[kClients].selector().setCurrentIndex(1);
     editing.choose(kClients);
     EXPECT_EQ(surnameOf(anton), "Arsic");
-    EXPECT_EQ(stages[kClients].key(), peric);
+    EXPECT_EQ(stages[kClients].records.key(), peric);
     EXPECT_FALSE(stages[kClients].dirty);
     EXPECT_EQ(stages[kClients].remembered, 1);
     EXPECT_EQ(window.captions.value(1), "Peric, Pera");
@@ -200,12 +203,12 @@ TEST_F(StagesWithoutWindow, WhoStaysToMendHasTheirEntryBack) {
     editing.choose(kClients);
     EXPECT_EQ(window.said.size(), 1);
     EXPECT_EQ(stages[kClients].selector().currentIndex(), 0);
-    EXPECT_EQ(stages[kClients].key(), anton);
+    EXPECT_EQ(stages[kClients].records.key(), anton);
     EXPECT_TRUE(stages[kClients].dirty);
     window.answer = BoxAnswer::No;
     stages[kClients].selector().setCurrentIndex(1);
     editing.choose(kClients);
-    EXPECT_EQ(stages[kClients].key(), peric);
+    EXPECT_EQ(stages[kClients].records.key(), peric);
     EXPECT_EQ(surnameOf(anton), "Antic");
 }
 
@@ -229,12 +232,12 @@ TEST_F(StagesWithoutWindow, AMoveAheadReadsAStageOnlyWhereItsRecordsAreOthers) {
     stages[kServices].data().DatabaseName = databaseFile();
     stages[kServices].data().Connect = connectText();
     stages[kServices].data().select(stages.servicesOfComputer());
-    stages.updateAhead(2, 3, step);
+    reading.updateAhead(2, 3, step);
     EXPECT_EQ(window.fillings, 0);
     stages[kServices].data().select({});
-    stages.updateAhead(3, 1, step);
+    reading.updateAhead(3, 1, step);
     EXPECT_EQ(window.fillings, 0) << "a move back changes nothing";
-    stages.updateAhead(2, 3, step);
+    reading.updateAhead(2, 3, step);
     EXPECT_EQ(window.fillings, 1);
     EXPECT_EQ(window.status, QStringList({"Working... Please Wait...", ""}));
     EXPECT_TRUE(step.failed()) << "this file has no stored query of ours, and that is told";

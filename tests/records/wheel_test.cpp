@@ -25,27 +25,27 @@ class WheelInTheMainWindow : public MainWindow {
 TEST_F(WheelInTheMainWindow, DatesThatWereNotClickedStayAsTheyAre) {
     field(0)->setFocus();
     QList<std::optional<QDate>> dates;
-    for (platform::DateField* date : win().DTPicker1) {
+    for (platform::DateField* date : win().controls.DTPicker1) {
         dates.append(date->value());
         rollOver(date->edit());
         rollOver(date->edit()->findChild<QLineEdit*>());
     }
     EXPECT_EQ(dates[0], QDate(1968, 6, 11));
-    for (size_t i = 0; i < win().DTPicker1.size(); ++i) {
-        EXPECT_EQ(win().DTPicker1[i]->value(), dates[static_cast<qsizetype>(i)]) << i;
+    for (size_t i = 0; i < win().controls.DTPicker1.size(); ++i) {
+        EXPECT_EQ(win().controls.DTPicker1[i]->value(), dates[static_cast<qsizetype>(i)]) << i;
     }
     EXPECT_TRUE(field(0)->hasFocus());
-    EXPECT_FALSE(win().StageDirty[0]);
+    EXPECT_FALSE(win().controls.StageDirty[0]);
 }
 
 TEST_F(WheelInTheMainWindow, SelectorsThatWereNotClickedStayAsTheyAre) {
     field(0)->setFocus();
-    rollOver(win().Combo1[0]);
+    rollOver(win().controls.Combo1[0]);
     EXPECT_EQ(chosen(0), "Anic, Vesna");
     tab(2);
     choose(1, "Alfa");
     field(28)->setFocus();
-    rollOver(win().Combo1[1]);
+    rollOver(win().controls.Combo1[1]);
     EXPECT_EQ(chosen(1), "Alfa");
 }
 

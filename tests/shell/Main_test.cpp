@@ -47,7 +47,7 @@ TEST_F(ProgramStart, ShowsTheMainWindowUnderTheSplash) {
     ASSERT_NE(window, nullptr);
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(splashWindows(), 1);
-    EXPECT_GT(window->splash()->timerInterval(), 0);
+    EXPECT_GT(window->start.splash.window()->timerInterval(), 0);
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
 }
 
@@ -117,7 +117,7 @@ TEST_F(ProgramStart, FailedCheckOfTheDatabaseEndsTheProgram) {
 
 TEST_F(ProgramStart, FailedMainWindowEndsTheProgram) {
     window = Main([](frmMain& main) {
-        main.onStartStep = [](StartStep step) {
+        main.start.onStartStep = [](StartStep step) {
             if (step == StartStep::Tabs) {
                 throw platform::RunError(7, "Out of memory");
             }
@@ -152,13 +152,13 @@ TEST_F(ProgramStart, SecondDayFindsWhatTheFirstLeft) {
     addClient("Anic", "Vesna");
     closeDatabases();
     window = Main();
-    window->DueDateDiff = 9;
+    window->choices.filter.DueDateDiff = 9;
     window->close();
     window = Main();
     ASSERT_NE(window, nullptr);
-    EXPECT_EQ(window->DueDateDiff, 9);
-    EXPECT_EQ(window->Combo1[0]->entryCount(), 1);
-    EXPECT_EQ(window->QuerySuffix, 0);
+    EXPECT_EQ(window->choices.filter.DueDateDiff, 9);
+    EXPECT_EQ(window->controls.Combo1[0]->entryCount(), 1);
+    EXPECT_EQ(window->shop.stages.QuerySuffix, 0);
 }
 
 }  // namespace

@@ -400,18 +400,18 @@ TEST_F(StartWithTip, TheSplashPictureGoesWhenTheTipFails) {
     // Nothing in the shop makes the tip's window fail; the road from it to the picture is tried by hand.
     write("one\n");
     main = Main();
-    ASSERT_NE(main->splash(), nullptr);
+    ASSERT_NE(main->start.splash.window(), nullptr);
     ASSERT_NE(tipOnShow(), nullptr);
     tipOnShow()->onLoadFailure();
-    EXPECT_EQ(main->splash(), nullptr);
+    EXPECT_EQ(main->start.splash.window(), nullptr);
 }
 
 TEST_F(StartWithTip, TheSplashTimerRunsUnderneath) {
     write("one\n");
     main = Main();
-    ASSERT_NE(main->splash(), nullptr);
-    main->splash()->setTimerInterval(1);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return main->splash() == nullptr; }));
+    ASSERT_NE(main->start.splash.window(), nullptr);
+    main->start.splash.window()->setTimerInterval(1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return main->start.splash.window() == nullptr; }));
     EXPECT_NE(tipOnShow(), nullptr);
 }
 

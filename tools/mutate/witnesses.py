@@ -25,7 +25,7 @@ TEST = re.compile(r"^TEST(_F|_P)?\(\s*(\w+),\s*(\w+)\s*\)", re.MULTILINE)
 
 
 def own_tests(file):
-    """The tests of the file's own unit, else of its window: frmMain_panes.cpp has none but frmMain_*_test.cpp."""
+    """The tests of the file's own unit, else of its window: frmDetails_input.cpp has none but frmDetails_*_test.cpp."""
     path = pathlib.Path(file)
     folder = ROOT / "tests" / path.parent
     if not folder.is_dir():
