@@ -168,7 +168,7 @@ class PriceList {
         report_.setRecordset(
             shop_.ours().OpenRecordset(price_list::statement({.range = 0, .stock = 0}).toStdString()));
         report_.setReportHeader(QStringLiteral("Cenovnik"));
-        report_.Calc.PriceRoundUp = 2;
+        report_.setPriceRoundUp(2);
         return report_.run();
     }
 
