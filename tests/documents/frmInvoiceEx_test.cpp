@@ -41,6 +41,24 @@ TEST_F(RequisitionList, AnEmptyRequisitionShowsOnlyTheTotal) {
     EXPECT_TRUE(boxes.asked.isEmpty());
 }
 
+// Telling each row would take longer than reading it.
+TEST_F(RequisitionList, ALongFillingTellsItsProgressNowAndThen) {
+    constexpr int kRows = 400;
+    dao::DBEngine::BeginTrans();
+    for (int i = 0; i < kRows; ++i) {
+        draw(100 + i, "Asus", "Ploca", 10, 1);
+    }
+    dao::DBEngine::CommitTrans();
+    show([&] {
+        int told = 0;
+        QObject::connect(win().ProgressBar1, &QProgressBar::valueChanged, &win(), [&] { ++told; });
+        list().setFocus();
+        QTest::keyClick(&list(), Qt::Key_F5);
+        EXPECT_EQ(list().count(), kRows + 1);
+        EXPECT_LT(told, kRows / 2);
+    });
+}
+
 TEST_F(RequisitionList, ARowHoldsWhatWasDrawn) {
     draw(12, "Asus", "Ploca", 1234.5F, 2.5F, {{"SN", "A1, A2"}, {"JM", "m"}});
     show([&] {

@@ -270,6 +270,20 @@ TEST_F(WholeShop, WhatWasTypedStaysTypedAndUnsaved) {
     EXPECT_EQ(valueOf("Customers", "CustID", anic, "Cellular").asText(), "");
 }
 
+TEST_F(WholeShop, WhatIsTypedAfterwardsIsSaved) {
+    start();
+    choose(0, "Babic, Bo");
+    tab(2);
+    choose(1, "Tower");
+    tool("Refresh");
+    ASSERT_EQ(chosen(1), "Tower");
+    type(20, "Duron");
+    EXPECT_TRUE(win().controls.StageDirty[1]);
+    ASSERT_TRUE(canUse("SaveRecord"));
+    tool("SaveRecord");
+    EXPECT_EQ(valueOf("Computers", "MachineID", currentKey(1), "Processor").asText(), "Duron");
+}
+
 TEST_F(WholeShop, ClientBeingAddedGoesOnBeingAdded) {
     start();
     choose(0, "Babic, Bo");
