@@ -447,6 +447,13 @@ TEST_F(ActiveReport2Test, TheClientsBlock) {
          {"Peric Pera", "Lipova 1", "Beograd, 11000", "PIB: 100200300", "Na ruke Mileni"}) {
         EXPECT_TRUE(text.contains(line)) << line;
     }
+    // The name stands apart from the lines below it, which follow each other closely.
+    const auto gapUnder = [&](const char* upper, const char* lower) {
+        const report::Control& above = control("ReportHeader", upper);
+        return control("ReportHeader", lower).Top - above.Top - above.Height;
+    };
+    EXPECT_EQ(gapUnder("lblKupacIme", "lblKupacAdresa"), 40);
+    EXPECT_EQ(gapUnder("lblKupacAdresa", "lblKupacGrad"), 10);
     EXPECT_EQ(head("lblKupacPIB"), "PIB: 100200300");
     report.Kupac.PIB = "";
     make({{}});
