@@ -8,7 +8,6 @@
 #include "common/modMain.h"
 #include "common/scramble.h"
 #include "common/settings.h"
-#include "data/database_file.h"
 #include "data/schema.h"
 #include "platform/controls/boxes.h"
 #include "platform/dao/dao.h"
@@ -234,15 +233,15 @@ bool RepairAndCompactDatabase(QString& errorText, bool withPassword) {
     if (!platform::fileExists(path)) {
         return fail(errorText, GetResString(1025, {{QStringLiteral("%1"), path}}));
     }
-    data::removeDatabaseFiles(temporary);
+    dao::DBEngine::DiscardDatabase(temporary.toStdString());
 
     const std::string from = path.toStdString();
     const std::string connect = withPassword ? connectText().toStdString() : std::string();
     // Nobody may come in between the copy and the exchange: what he wrote would be gone.
-    std::optional<data::SoleUse> sole;
+    std::optional<dao::SoleUse> sole;
     Trap engine;
     engine([&] {
-        sole.emplace(path);
+        sole.emplace(path.toStdString());
         dao::DBEngine::RepairDatabase(from, connect);
         dao::DBEngine::CompactDatabase(from, temporary.toStdString(), connect);
     });
@@ -254,7 +253,7 @@ bool RepairAndCompactDatabase(QString& errorText, bool withPassword) {
     // up in the middle leaves the shop with the file it had.
     Trap files;
     files([&] { dao::DBEngine::CopyDatabase(temporary.toStdString(), from); });
-    data::removeDatabaseFiles(temporary);
+    dao::DBEngine::DiscardDatabase(temporary.toStdString());
     if (files.failed()) {
         return fail(errorText, lines(GetResString(1026), files.line()));
     }
@@ -272,7 +271,7 @@ bool UseBackupDatabase(QString& errorText, bool silent) {
     if (!silent && !askYesNo(GetResString(1036))) {
         return false;
     }
-    data::removeDatabaseFiles(temporary);
+    dao::DBEngine::DiscardDatabase(temporary.toStdString());
     Trap saving;  // the database may well be unreadable, or not there at all
     saving([&] { dao::DBEngine::CopyDatabase(path.toStdString(), temporary.toStdString()); });
 
@@ -281,10 +280,10 @@ bool UseBackupDatabase(QString& errorText, bool silent) {
     // on with another file than this one.
     Trap reverting;
     reverting([&] {
-        const data::SoleUse sole(path);
+        const dao::SoleUse sole(path.toStdString());
         dao::DBEngine::CopyDatabase(backup.toStdString(), path.toStdString());
     });
-    data::removeDatabaseFiles(temporary);
+    dao::DBEngine::DiscardDatabase(temporary.toStdString());
     if (reverting.failed()) {
         return fail(errorText, lines(GetResString(1037), reverting.line()));
     }
@@ -299,7 +298,7 @@ bool BackupDatabase(QString& errorText) {
     if (!platform::fileExists(path)) {
         return fail(errorText, GetResString(1001, {{QStringLiteral("%1"), path}}));
     }
-    data::removeDatabaseFiles(temporary);
+    dao::DBEngine::DiscardDatabase(temporary.toStdString());
     const bool saved = platform::fileExists(backup);
     if (saved) {
         Trap saving;
@@ -322,7 +321,7 @@ bool BackupDatabase(QString& errorText) {
                         "Database is opened in multiuser environment and at least one user is on line thus "
                         "it is impossible to create backup database."));
     }
-    data::removeDatabaseFiles(temporary);
+    dao::DBEngine::DiscardDatabase(temporary.toStdString());
     return true;
 }
 

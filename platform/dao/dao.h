@@ -7,4 +7,5 @@
 #include "platform/dao/held_number.h"
 #include "platform/dao/recordset.h"
 #include "platform/dao/repair_report.h"
+#include "platform/dao/sole_use.h"
 #include "platform/dao/value.h"

@@ -3,14 +3,23 @@
 #include "platform/dao/database.h"
 #include "platform/dao/database_impl.h"
 #include "platform/dao/failure.h"
-#include "platform/dao/file_paths.h"
-#include "platform/dao/maintenance.h"
+#include "platform/dao/limits.h"
 #include "platform/dao/open_file.h"
 #include "platform/dao/open_files.h"
 #include "platform/dao/opening.h"
+#include "platform/dao/repair_report.h"
+#include "platform/dao/store_kinds.h"
 #include "platform/dao/workspace_state.h"
 
 namespace dao {
+namespace {
+
+RepairReport& lastRepair() {
+    static RepairReport last;
+    return last;
+}
+
+}  // namespace
 
 Workspace& DBEngine::Workspaces(int index) {
     static Workspace only;
@@ -37,53 +46,48 @@ void Workspace::Rollback() {
 
 Database DBEngine::OpenDatabase(const std::string& path, bool exclusive, bool readOnly,
                                 const std::string& connect) {
-    const Opening opening = examine(path, connect, false);
-    if (!readOnly && !mayWrite(opening.path)) {
-        fail(errReadOnly);
+    const PlacePtr place = kindOf(path).examine(path, connect, false);
+    if (!readOnly) {
+        place->needWritable();
     }
-    std::shared_ptr<LockFile> lock = lockFor(opening.path, readOnly);
-    if (exclusive && lock == nullptr) {
+    std::shared_ptr<Presence> presence = place->enter(readOnly);
+    if (exclusive && presence == nullptr) {
         fail(errCannotLockFile);
     }
-    ExclusiveUse use = exclusive ? ExclusiveUse(lock) : ExclusiveUse();
-    std::shared_ptr<OpenFile> file = openFile(opening, !readOnly, std::move(lock));
+    ExclusiveUse use = exclusive ? ExclusiveUse(presence) : ExclusiveUse();
+    std::shared_ptr<OpenFile> file = openPlace(place, !readOnly, std::move(presence));
     return Database(std::make_shared<DatabaseImpl>(path, std::move(file), readOnly, std::move(use)));
 }
 
 Database DBEngine::CreateDatabase(const std::string& path, const std::string& connect) {
-    const std::string target = targetFile(path);
-    if (fileExists(target)) {
-        fail(errObjectExists, "Database '" + path + "' already exists.");
-    }
-    if (!folderMayWrite(target)) {
-        fail(errReadOnly);
-    }
-    std::string password;
-    passwordFrom(connect, password);
-    maintenance::createEmpty(target, password);
-    return OpenDatabase(path, false, false, ";pwd=" + password);
+    kindOf(path).create(path, connect);
+    return OpenDatabase(path, false, false, connect.empty() ? ";pwd=" : connect);
 }
 
 void DBEngine::RepairDatabase(const std::string& path, const std::string& connect) {
-    maintenance::repair(path, connect);
+    lastRepair() = {};
+    lastRepair() = kindOf(path).repair(path, connect);
 }
 
 const RepairReport& DBEngine::LastRepair() {
-    return maintenance::lastRepair();
+    return lastRepair();
 }
 
 void DBEngine::CompactDatabase(const std::string& from, const std::string& to, const std::string& connect) {
-    maintenance::compact(from, to, connect);
+    kindOf(from).compact(from, to, connect);
 }
 
 void DBEngine::CopyDatabase(const std::string& from, const std::string& to) {
-    maintenance::copy(from, to);
+    kindOf(from).copy(from, to);
 }
 void DBEngine::DeleteDatabase(const std::string& path) {
-    maintenance::remove(path);
+    kindOf(path).remove(path);
 }
 void DBEngine::RenameDatabase(const std::string& from, const std::string& to) {
-    maintenance::rename(from, to);
+    kindOf(from).rename(from, to);
+}
+void DBEngine::DiscardDatabase(const std::string& path) noexcept {
+    kindOf(path).discard(path);
 }
 
 void DBEngine::Idle(int option) {

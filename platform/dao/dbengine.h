@@ -60,6 +60,9 @@ class DBEngine {
     static void DeleteDatabase(const std::string& path);
     static void RenameDatabase(const std::string& from, const std::string& to);
 
+    // Takes away a copy that nobody needs and nobody has open, with its journal, whatever comes of it.
+    static void DiscardDatabase(const std::string& path) noexcept;
+
     static void Idle(int option = 0);  // dbRefreshCache: the next read asks the file again
     static void BeginTrans() { Workspaces(0).BeginTrans(); }
     static void CommitTrans() { Workspaces(0).CommitTrans(); }

@@ -56,15 +56,7 @@ struct StoredQueryRow {
     std::int64_t version;
 };
 
-// How a file is opened. `key` is the raw cipher key with the file's salt, hexadecimal.
-struct OpenRequest {
-    std::string path;
-    std::string key;
-    bool writable = true;
-    bool create = false;
-};
-
-// A connection to one file. One for a process and file.
+// A connection to one shop's records. One for a process and shop.
 class Store {
  public:
     Store() = default;
@@ -89,14 +81,9 @@ class Store {
     virtual void release(int level) = 0;
     virtual void rollbackTo(int level) noexcept = 0;
 
-    // Pages the file says it has.
-    virtual std::int64_t pageCount() = 0;
     virtual std::int64_t dataVersion() = 0;    // differs once another process has written
     virtual std::int64_t schemaVersion() = 0;  // differs once tables have changed
-    // Puts indexes of texts that stand in the order of an earlier version into the present one. Does nothing
-    // to a store that cannot be written. errNewerForm for an order that this program does not know.
-    virtual void keepOrder() = 0;
-    virtual int form() = 0;  // see Database::Form
+    virtual int form() = 0;                    // see Database::Form
     virtual void setForm(int form) = 0;
     virtual std::vector<sql::TableInfo> tables() = 0;
     virtual std::vector<Relation> relations() = 0;
@@ -124,26 +111,6 @@ class Store {
 
     virtual void setIdSet(int number, sql::IdSetPtr set) = 0;
     virtual void dropIdSet(int number) = 0;
-
-    // Bytes of the file as they lie, read by the connection's own handle: another handle of this process on
-    // the same file would, when closed, let go of every lock the process has on it. The number of bytes read.
-    virtual std::size_t readFile(std::int64_t offset, std::span<char> buffer) = 0;
 };
-
-std::unique_ptr<Store> openStore(const OpenRequest& request);
-// Writes all that `source` holds into a new file, densely.
-void writeDenseCopy(const OpenRequest& source, const OpenRequest& target);
-// A store in memory, for searching among rows that are no longer those of a file.
-std::unique_ptr<Store> openMemoryStore();
-
-// Files of a higher form are not opened: errNewerForm.
-void setKnownForm(int form);
-
-void setLockTimeout(int milliseconds);
-int lockTimeout();
-
-// For tests of a full disk and of a power failure: files are reached by the operating-system layer registered
-// under this name; empty: the usual one.
-void setFileLayer(std::string name);
 
 }  // namespace dao::driver

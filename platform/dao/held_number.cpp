@@ -9,11 +9,11 @@
 namespace dao {
 namespace {
 
-std::shared_ptr<LockFile> numbersOf(const Database& database) {
+std::shared_ptr<Numbers> numbersOf(const Database& database) {
     if (!database) {
         fail(errObjectClosed);
     }
-    return LockFile::ofNumbers(database.impl()->file().path());
+    return database.impl()->file().place().numbers();
 }
 
 }  // namespace

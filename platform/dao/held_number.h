@@ -5,7 +5,7 @@
 namespace dao {
 
 class Database;
-class LockFile;
+class Numbers;
 
 // A number that this process has to itself among all that work on one database. It stays with the object, not
 // with a connection, so that it outlives a closing and reopening of the database; and it ends with the
@@ -25,7 +25,7 @@ class HeldNumber {
     void leave() noexcept;
 
  private:
-    std::shared_ptr<LockFile> numbers_;
+    std::shared_ptr<Numbers> numbers_;
     int value_ = -1;
 };
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "platform/dao/file_paths.h"
 #include "platform/dao/open_files.h"
 #include "platform/sql/ast.h"
 #include "platform/sql/parser.h"
@@ -40,22 +39,16 @@ Compiled::~Compiled() {
     }
 }
 
-Salt saltOf(const std::string& path) {
-    const std::shared_ptr<OpenFile> open = OpenFiles::find(path, false);
-    return open != nullptr ? open->key().salt : readSalt(path);
-}
-
-OpenFile::OpenFile(FileKey key, std::shared_ptr<LockFile> lock, std::unique_ptr<driver::Store> store)
-    : key_(std::move(key)), lock_(std::move(lock)), store_(std::move(store)), catalog_(*store_) {
+OpenFile::OpenFile(PlacePtr place, std::shared_ptr<Presence> presence, std::unique_ptr<driver::Store> store)
+    : place_(std::move(place)), presence_(std::move(presence)), store_(std::move(store)), catalog_(*store_) {
     catalog_.refresh();
 }
 
 OpenFile::~OpenFile() {
     store_.reset();
-    // The journal stays beside the file for the next write; the last one to leave tidies up.
-    if (lock_ != nullptr && lock_.use_count() == 1 && lock_->enterExclusive()) {
-        removeSpentJournal(key_.path);
-        lock_->leaveExclusive();
+    if (presence_ != nullptr && presence_.use_count() == 1 && presence_->enterExclusive()) {
+        place_->tidy();
+        presence_->leaveExclusive();
     }
 }
 
@@ -67,21 +60,16 @@ void OpenFile::releaseStore() {
 }
 
 void OpenFile::reopen() {
-    FileKey now{existingFile(key_.path), key_.password, {}};
-    now.salt = saltOf(now.path);
-    if (!isRightPassword(now.password, now.salt)) {
-        fail(errInvalidPassword);
+    place_ = place_->again();
+    if (presence_ == nullptr) {
+        presence_ = place_->enter(true);
     }
-    key_.salt = now.salt;
-    if (lock_ == nullptr) {
-        lock_ = lockFor(key_.path, true);
-    }
-    store_ = openStoreFor(now);
+    store_ = place_->open();
     catalog_.setStore(*store_);
     for (const auto& [number, set] : idSets_) {
         store_->setIdSet(number, set);
     }
-    OpenFiles::add(key_.path, store_->writable(), shared_from_this());
+    OpenFiles::add(place_->identity(), store_->writable(), shared_from_this());
     touch();
 }
 

@@ -9,8 +9,7 @@
 #include "platform/dao/driver.h"
 #include "platform/dao/failure.h"
 #include "platform/dao/file_catalog.h"
-#include "platform/dao/file_key.h"
-#include "platform/dao/lock_file.h"
+#include "platform/dao/place.h"
 
 namespace dao {
 
@@ -45,14 +44,14 @@ using CompiledPtr = std::shared_ptr<const Compiled>;
 // is taken again for the Edits that are still pending.
 class OpenFile : public std::enable_shared_from_this<OpenFile> {
  public:
-    OpenFile(FileKey key, std::shared_ptr<LockFile> lock, std::unique_ptr<driver::Store> store);
+    // `presence`: nothing where this process leaves no sign of being in.
+    OpenFile(PlacePtr place, std::shared_ptr<Presence> presence, std::unique_ptr<driver::Store> store);
     ~OpenFile();
     OpenFile(const OpenFile&) = delete;
     OpenFile& operator=(const OpenFile&) = delete;
 
-    const FileKey& key() const { return key_; }
-    const std::string& path() const { return key_.path; }
-    const std::shared_ptr<LockFile>& lock() const { return lock_; }
+    const Place& place() const { return *place_; }
+    const std::shared_ptr<Presence>& presence() const { return presence_; }
     driver::Store& store() {
         if (store_ == nullptr) {
             reopen();
@@ -115,8 +114,8 @@ class OpenFile : public std::enable_shared_from_this<OpenFile> {
     bool holds(const Compiled& compiled);
     void remember(std::string text, CompiledPtr compiled);
 
-    FileKey key_;
-    std::shared_ptr<LockFile> lock_;
+    PlacePtr place_;
+    std::shared_ptr<Presence> presence_;
     std::unique_ptr<driver::Store> store_;
     FileCatalog catalog_;
     std::list<CacheEntry> cache_;  // last used first
@@ -130,10 +129,6 @@ class OpenFile : public std::enable_shared_from_this<OpenFile> {
     int editors_ = 0;
     int workspaceDepth_ = 0;
 };
-
-// The salt of the file at that path, which is there and without links; of one that this process has open
-// without a look into the file. 3343 for a file that is not ours.
-Salt saltOf(const std::string& path);
 
 // Reads see one state of the file from the first to the last of the block, and lock and unlock it once.
 class ReadScope {

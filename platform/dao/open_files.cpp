@@ -1,20 +1,17 @@
 #include "platform/dao/open_files.h"
 
 #include <map>
-#include <tuple>
-
-#include <sys/stat.h>
+#include <utility>
 
 #include "platform/dao/failure.h"
 
 namespace dao {
 namespace {
 
-using FileIdentity = std::tuple<dev_t, ino_t, bool>;  // the last: it can be written
+using Entry = std::pair<std::string, bool>;  // the second: it can be written
 
-std::map<FileIdentity, std::weak_ptr<OpenFile>>& registry() {
-    static auto* const kAll =
-        new std::map<FileIdentity, std::weak_ptr<OpenFile>>;  // outlives every static window
+std::map<Entry, std::weak_ptr<OpenFile>>& registry() {
+    static auto* const kAll = new std::map<Entry, std::weak_ptr<OpenFile>>;  // outlives every static window
     return *kAll;
 }
 
@@ -22,7 +19,7 @@ std::map<FileIdentity, std::weak_ptr<OpenFile>>& registry() {
 
 std::vector<std::shared_ptr<OpenFile>> OpenFiles::all() {
     std::vector<std::shared_ptr<OpenFile>> files;
-    for (const auto& [identity, weak] : registry()) {
+    for (const auto& [key, weak] : registry()) {
         if (std::shared_ptr<OpenFile> file = weak.lock()) {
             files.push_back(std::move(file));
         }
@@ -30,13 +27,9 @@ std::vector<std::shared_ptr<OpenFile>> OpenFiles::all() {
     return files;
 }
 
-std::shared_ptr<OpenFile> OpenFiles::find(const std::string& path, bool writable) {
-    struct stat found {};
-    if (stat(path.c_str(), &found) != 0) {
-        return nullptr;
-    }
+std::shared_ptr<OpenFile> OpenFiles::find(const std::string& identity, bool writable) {
     for (const bool canWrite : {true, false}) {
-        const auto entry = registry().find({found.st_dev, found.st_ino, canWrite});
+        const auto entry = registry().find({identity, canWrite});
         if (entry == registry().end() || (writable && !canWrite)) {
             continue;
         }
@@ -54,13 +47,12 @@ void OpenFiles::forget(const OpenFile* file) {
     });
 }
 
-void OpenFiles::add(const std::string& path, bool writable, const std::shared_ptr<OpenFile>& file) {
-    struct stat found {};
-    if (stat(path.c_str(), &found) != 0) {
+void OpenFiles::add(const std::string& identity, bool writable, const std::shared_ptr<OpenFile>& file) {
+    if (identity.empty()) {
         fail(errFileNotFound);
     }
     std::erase_if(registry(), [](const auto& entry) { return entry.second.expired(); });
-    registry()[{found.st_dev, found.st_ino, writable}] = file;
+    registry()[{identity, writable}] = file;
 }
 
 }  // namespace dao

@@ -12,11 +12,11 @@ class OpenFile;
 class OpenFiles {
  public:
     static std::vector<std::shared_ptr<OpenFile>> all();
-    // The open file behind `path` by what it is, not by its name; nullptr if this process does not have it
-    // open. With `writable` a connection that can write.
-    static std::shared_ptr<OpenFile> find(const std::string& path, bool writable);
-    // `writable`: whether its connection can write. 3024 where nothing stands at the path.
-    static void add(const std::string& path, bool writable, const std::shared_ptr<OpenFile>& file);
+    // The one of that identity (StoreKind::identity); nullptr if this process does not have it open. With
+    // `writable` a connection that can write.
+    static std::shared_ptr<OpenFile> find(const std::string& identity, bool writable);
+    // `writable`: whether its connection can write. 3024 for an empty identity.
+    static void add(const std::string& identity, bool writable, const std::shared_ptr<OpenFile>& file);
     static void forget(const OpenFile* file);
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/dao/failure.h"
+#include "platform/dao/memory_store.h"
 #include "platform/dao/names.h"
 #include "platform/dao/table_definition.h"
 #include "platform/sql/parser.h"

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <new>
 
-#include "platform/dao/driver.h"
+#include "platform/dao/sqlite/store.h"
 
 namespace daotest {
 namespace {

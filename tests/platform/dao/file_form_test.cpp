@@ -5,8 +5,8 @@
 #include <iterator>
 
 #include "platform/dao/dao_shop.h"
-#include "platform/dao/file_paths.h"
-#include "platform/dao/password.h"
+#include "platform/dao/sqlite/file_paths.h"
+#include "platform/dao/sqlite/password.h"
 
 namespace {
 

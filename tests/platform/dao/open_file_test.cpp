@@ -3,9 +3,8 @@
 #include "platform/dao/dao_shop.h"
 #include "platform/dao/database_impl.h"
 #include "platform/dao/failure.h"
-#include "platform/dao/file_key.h"
 #include "platform/dao/open_files.h"
-#include "platform/dao/opening.h"
+#include "platform/dao/store_kinds.h"
 
 using namespace dao;
 using daotest::errorOf;
@@ -68,13 +67,13 @@ TEST_F(OpenFileTest, ANumberDoesNotComeBackWithAnOlderCopyOfTheFile) {
 
 // A folder that took no lock file at the opening may take one when the file is opened again.
 TEST_F(OpenFileTest, AFileThatIsOpenedAgainSaysThatItIsIn) {
-    const Opening opening = examine(path, {}, true);
+    const PlacePtr place = kindOf(path).examine(path, {}, true);
     db.Close();
-    const auto unseen = std::make_shared<OpenFile>(opening, nullptr, openStoreFor(opening));
+    const auto unseen = std::make_shared<OpenFile>(place, nullptr, place->open());
     unseen->releaseStore();
     unseen->store();
-    EXPECT_EQ(OpenFiles::find(path, true), unseen);
-    EXPECT_EQ(unseen->lock(), LockFile::of(path));
+    EXPECT_EQ(OpenFiles::find(place->identity(), true), unseen);
+    EXPECT_EQ(unseen->presence(), place->enter(true));
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 #include "platform/dao/dao_shop.h"
 #include "platform/dao/database_impl.h"
-#include "platform/dao/opening.h"
+#include "platform/dao/store_kinds.h"
 
 using namespace dao;
 using daotest::errorOf;
@@ -22,7 +22,7 @@ class StoredQueryTest : public daotest::ShopTest {
     std::vector<int> found() { return numbers(db.OpenRecordset("Q"), "CustID"); }
     // As another workstation does.
     std::int64_t writeFromOutside(const std::string& text) {
-        const std::unique_ptr<driver::Store> other = openStoreFor(examine(path, {}, true));
+        const std::unique_ptr<driver::Store> other = kindOf(path).examine(path, {}, true)->open();
         other->beginWrite();
         const std::int64_t version = other->writeQuery("Q", text);
         other->commit();

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/dao/password.h"
+#include "platform/dao/sqlite/password.h"
 
 // What the engine asks of the file system. Paths are UTF-8; every failure is the engine's error for it.
 namespace dao {

@@ -4,7 +4,7 @@
 
 #include "platform/dao/failure.h"
 #include "platform/dao/names.h"
-#include "platform/dao/sqlite_store.h"
+#include "platform/dao/sqlite/store.h"
 
 namespace dao::driver {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/dao/companion_files.h"
+#include "platform/dao/sqlite/companion_files.h"
 
 #include <unistd.h>
 

@@ -4,12 +4,14 @@
 #include <set>
 #include <string>
 
+#include "platform/dao/presence.h"
+
 namespace dao {
 
 // Who is in a database: a small file beside it, held with a shared lock by each process that has the database
 // open and with an exclusive one by the process that wants it for itself. The lock goes with the process,
 // however that ends; the last to leave takes the file away.
-class LockFile {
+class LockFile final : public Presence, public Numbers {
  public:
     // The process's one lock on this database, taken now if it has none. `path`: the database's, without
     // links. 3356 if another process has the database exclusively and keeps it; 3050 if no lock file can be
@@ -19,18 +21,12 @@ class LockFile {
     // alike.
     static std::shared_ptr<LockFile> ofNumbers(const std::string& path);
 
-    LockFile(const LockFile&) = delete;
-    LockFile& operator=(const LockFile&) = delete;
-    ~LockFile();
+    ~LockFile() override;
 
-    // From here on no other process gets in, until the same number of calls to leaveExclusive. False if
-    // another process is in; then nothing has changed.
-    bool enterExclusive();
-    void leaveExclusive() noexcept;
-
-    // A number from 0 upwards for this process alone. False if another process holds it, or this one already.
-    bool holdNumber(int number);
-    void leaveNumber(int number) noexcept;
+    bool enterExclusive() override;
+    void leaveExclusive() noexcept override;
+    bool holdNumber(int number) override;
+    void leaveNumber(int number) noexcept override;
 
  private:
     explicit LockFile(std::string path);
@@ -41,19 +37,6 @@ class LockFile {
     int fd_ = -1;
     int exclusive_ = 0;
     std::set<int> numbers_;
-};
-
-// An exclusive use for the length of a block.
-class ExclusiveUse {
- public:
-    ExclusiveUse() = default;
-    explicit ExclusiveUse(std::shared_ptr<LockFile> lock);  // 3045 if another process is in
-    ExclusiveUse(ExclusiveUse&& other) noexcept : lock_(std::move(other.lock_)) {}
-    ExclusiveUse& operator=(ExclusiveUse&& other) noexcept;
-    ~ExclusiveUse();
-
- private:
-    std::shared_ptr<LockFile> lock_;
 };
 
 }  // namespace dao

@@ -7,7 +7,7 @@
 #include <variant>
 #include <vector>
 
-#include "platform/dao/sqlite_pages.h"
+#include "platform/dao/sqlite/pages.h"
 
 namespace dao::driver {
 

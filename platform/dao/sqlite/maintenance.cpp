@@ -1,4 +1,4 @@
-#include "platform/dao/maintenance.h"
+#include "platform/dao/sqlite/maintenance.h"
 
 #include <cerrno>
 #include <chrono>
@@ -10,12 +10,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/dao/companion_files.h"
 #include "platform/dao/failure.h"
-#include "platform/dao/file_paths.h"
+#include "platform/dao/limits.h"
 #include "platform/dao/open_file.h"
 #include "platform/dao/open_files.h"
 #include "platform/dao/opening.h"
+#include "platform/dao/sqlite/companion_files.h"
+#include "platform/dao/sqlite/file_paths.h"
 
 namespace dao::maintenance {
 namespace {
@@ -24,7 +25,7 @@ constexpr std::size_t kChunk = 256 * kPageSize;
 
 // This process's own windows must not hold what is about to be replaced; they find the new file by its path.
 void letGo(const std::string& path) {
-    while (const std::shared_ptr<OpenFile> file = OpenFiles::find(path, false)) {
+    while (const std::shared_ptr<OpenFile> file = OpenFiles::find(fileIdentity(path), false)) {
         if (file->isBusy()) {
             fail(errFileInUse);
         }
@@ -66,7 +67,7 @@ mode_t modeOf(const std::string& path) {
     return stat(path.c_str(), &found) == 0 ? (found.st_mode & 0666) | 0600 : 0600;
 }
 
-void copyThrough(driver::Store& store, OutputFile& out) {
+void copyThrough(driver::SqliteStore& store, OutputFile& out) {
     const ReadScope scope(store);
     store.schemaVersion();  // from here on writers wait
     std::vector<char> buffer(kChunk);
@@ -151,8 +152,8 @@ std::shared_ptr<OpenFile> openForCopy(const std::string& path) {
     {
         const QuietErrors quiet;
         try {
-            const Opening opening = examine(path, {}, true);
-            return openFile(opening, false, lockFor(opening.path, true));
+            const PlacePtr place = examine(path, {}, true);
+            return openPlace(place, false, place->enter(true));
         } catch (const Error& error) {
             number = error.Number();
             sentence = error.Description();
@@ -173,29 +174,62 @@ void settleJournal(const std::string& path) {
 
 }  // namespace
 
-void createEmpty(const std::string& target, const std::string& password) {
+std::shared_ptr<const FilePlace> examine(const std::string& path, const std::string& connect,
+                                         bool remembered) {
+    const std::string real = existingFile(path);
+    const std::shared_ptr<OpenFile> open = OpenFiles::find(fileIdentity(real), false);
+    const Salt salt = saltOf(real);
+    std::string password;
+    const bool given = passwordFrom(connect, password);
+    if (!given) {
+        if (open != nullptr) {
+            return std::make_shared<FilePlace>(real, static_cast<const FilePlace&>(open->place()).password(),
+                                               salt);
+        }
+        if (remembered && rememberedPassword(salt, password)) {
+            return std::make_shared<FilePlace>(real, password, salt);
+        }
+        password.clear();
+    }
+    if (!isRightPassword(password, salt)) {
+        fail(errInvalidPassword);
+    }
+    return std::make_shared<FilePlace>(real, password, salt);
+}
+
+void create(const std::string& path, const std::string& connect) {
+    const std::string target = targetFile(path);
+    if (fileExists(target)) {
+        fail(errObjectExists, "Database '" + path + "' already exists.");
+    }
+    if (!folderMayWrite(target)) {
+        fail(errReadOnly);
+    }
+    std::string password;
+    passwordFrom(connect, password);
     UnfinishedFile fresh(target);
-    const Salt salt = newSalt(password);
-    driver::openStore({fresh.path(), rawKey(password, salt), true, true});
+    driver::SqliteStore({fresh.path(), rawKey(password, newSalt(password)), true, true});
     fresh.finish();
 }
 
 void compact(const std::string& from, const std::string& to, const std::string& connect) {
-    const Opening opening = examine(from, connect, true);
+    const std::shared_ptr<const FilePlace> place = examine(from, connect, true);
     const std::string target = targetFile(to);
     if (fileExists(target)) {
         fail(errObjectExists, "Database '" + to + "' already exists.");
     }
-    if (opening.openAlready != nullptr && opening.openAlready->isBusy()) {
+    const std::shared_ptr<OpenFile> open = OpenFiles::find(place->identity(), false);
+    if (open != nullptr && open->isBusy()) {
         fail(errFileInUse);
     }
-    const ExclusiveUse use(lockFor(opening.path, false));
-    openFile(opening, false, nullptr)->store().schemaVersion();  // 3049 here, before anything is made
+    const ExclusiveUse use(place->enter(false));
+    openPlace(place, false, nullptr)->store().schemaVersion();  // 3049 here, before anything is made
 
     UnfinishedFile fresh(target);
-    const Salt salt = newSalt(opening.password);
-    driver::writeDenseCopy({opening.path, rawKey(opening.password, opening.salt), true, false},
-                           {fresh.path(), rawKey(opening.password, salt), true, true});
+    const std::string key = rawKey(place->password(), newSalt(place->password()));
+    driver::OpenRequest source = place->request(true);
+    source.create = true;
+    driver::SqliteStore(source, false).copyInto({fresh.path(), key, true, true});
     fresh.finish();
 }
 
@@ -210,7 +244,7 @@ void copy(const std::string& from, const std::string& to) {
         const std::shared_ptr<OpenFile> file = openForCopy(source);
         OutputFile out(fresh.path(), modeOf(source));
         if (file != nullptr) {
-            copyThrough(file->store(), out);
+            copyThrough(static_cast<driver::SqliteStore&>(file->store()), out);
         } else {
             copyPlain(source, out);
         }
@@ -226,6 +260,11 @@ void remove(const std::string& path) {
     removeFile(real);
     removeFile(journalOf(real));
     syncFolderOf(real);
+}
+
+void discard(const std::string& path) noexcept {
+    unlink(path.c_str());
+    unlink(journalOf(path).c_str());
 }
 
 void rename(const std::string& from, const std::string& to) {

@@ -1,13 +1,14 @@
-#include "platform/dao/sqlite_store.h"
+#include "platform/dao/sqlite/store.h"
 
 #include <cerrno>
-#include <climits>
 #include <random>
 #include <thread>
 
 #include <unistd.h>
 
 #include "platform/dao/failure.h"
+#include "platform/dao/limits.h"
+#include "platform/dao/memory_store.h"
 #include "platform/text/order.h"
 
 namespace dao::driver {
@@ -16,19 +17,9 @@ namespace {
 constexpr std::size_t kCachedStatements = 64;
 constexpr std::size_t kCachedTextLimit = 4096;
 
-int& lockTimeoutSetting() {
-    static int milliseconds = 10000;
-    return milliseconds;
-}
-
 std::string& fileLayerSetting() {
     static std::string name;
     return name;
-}
-
-int& knownFormSetting() {
-    static int form = INT_MAX;
-    return form;
 }
 
 // The version of the order that the indexes of texts are kept in, in the number that the file's head has for
@@ -102,25 +93,10 @@ int jitter() {
 
 }  // namespace
 
-void setLockTimeout(int milliseconds) {
-    lockTimeoutSetting() = milliseconds < 0 ? 0 : milliseconds;
-}
-int lockTimeout() {
-    return lockTimeoutSetting();
-}
-void setKnownForm(int form) {
-    knownFormSetting() = form;
-}
 void setFileLayer(std::string name) {
     fileLayerSetting() = std::move(name);
 }
 
-std::unique_ptr<Store> openStore(const OpenRequest& request) {
-    return std::make_unique<SqliteStore>(request);
-}
-void writeDenseCopy(const OpenRequest& source, const OpenRequest& target) {
-    SqliteStore({source.path, source.key, true, true}, false).copyInto(target);
-}
 std::unique_ptr<Store> openMemoryStore() {
     return std::make_unique<SqliteStore>(OpenRequest{});
 }
@@ -364,7 +340,7 @@ void SqliteStore::setForm(int form) {
 
 void SqliteStore::keepOrder() {
     const std::int64_t order = integerOf(kOrder);
-    if (order > alphabet::kOrderVersion || form() > knownFormSetting()) {
+    if (order > alphabet::kOrderVersion || form() > knownForm()) {
         fail(errNewerForm);
     }
     if (order == alphabet::kOrderVersion || !writable_) {

@@ -1,4 +1,4 @@
-#include "platform/dao/file_paths.h"
+#include "platform/dao/sqlite/file_paths.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -8,8 +8,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/dao/companion_files.h"
 #include "platform/dao/failure.h"
+#include "platform/dao/sqlite/companion_files.h"
 
 namespace dao {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/dao/sqlite_pages.h"
+#include "platform/dao/sqlite/pages.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -11,7 +11,7 @@
 #include <unistd.h>
 
 #include "platform/dao/failure.h"
-#include "platform/dao/file_paths.h"
+#include "platform/dao/sqlite/file_paths.h"
 
 namespace dao::driver {
 namespace {

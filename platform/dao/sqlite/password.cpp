@@ -1,4 +1,4 @@
-#include "platform/dao/password.h"
+#include "platform/dao/sqlite/password.h"
 
 #include <algorithm>
 #include <map>

@@ -1,4 +1,4 @@
-#include "platform/dao/lock_file.h"
+#include "platform/dao/sqlite/lock_file.h"
 
 #include <cerrno>
 #include <chrono>
@@ -9,8 +9,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/dao/companion_files.h"
 #include "platform/dao/failure.h"
+#include "platform/dao/sqlite/companion_files.h"
 
 namespace dao {
 namespace {
@@ -147,29 +147,6 @@ bool LockFile::holdNumber(int number) {
 void LockFile::leaveNumber(int number) noexcept {
     trySetLock(fd_, F_UNLCK, kNumbers + number);
     numbers_.erase(number);
-}
-
-ExclusiveUse::ExclusiveUse(std::shared_ptr<LockFile> lock) : lock_(std::move(lock)) {
-    if (lock_ != nullptr && !lock_->enterExclusive()) {
-        lock_.reset();
-        fail(errFileInUse);
-    }
-}
-
-ExclusiveUse& ExclusiveUse::operator=(ExclusiveUse&& other) noexcept {
-    if (this != &other) {
-        if (lock_ != nullptr) {
-            lock_->leaveExclusive();
-        }
-        lock_ = std::move(other.lock_);
-    }
-    return *this;
-}
-
-ExclusiveUse::~ExclusiveUse() {
-    if (lock_ != nullptr) {
-        lock_->leaveExclusive();
-    }
 }
 
 }  // namespace dao

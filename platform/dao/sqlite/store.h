@@ -14,6 +14,14 @@ namespace dao::driver {
 
 class SqliteStatement;
 
+// How a file is opened. `key` is the raw cipher key with the file's salt, hexadecimal.
+struct OpenRequest {
+    std::string path;
+    std::string key;
+    bool writable = true;
+    bool create = false;
+};
+
 // One SQLCipher connection. It waits for locks by itself, in short steps that differ from process to process,
 // and speaks of every failure in the engine's numbers.
 class SqliteStore final : public Store {
@@ -37,10 +45,8 @@ class SqliteStore final : public Store {
     void release(int level) override;
     void rollbackTo(int level) noexcept override;
 
-    std::int64_t pageCount() override;
     std::int64_t dataVersion() override;
     std::int64_t schemaVersion() override;
-    void keepOrder() override;
     int form() override;
     void setForm(int form) override;
     std::vector<sql::TableInfo> tables() override;
@@ -66,7 +72,13 @@ class SqliteStore final : public Store {
     void dropIdSet(int number) override { idSets_.erase(number); }
     const sql::IdSetPtr* findIdSet(std::int64_t number) const;
 
-    std::size_t readFile(std::int64_t offset, std::span<char> buffer) override;
+    std::int64_t pageCount();  // that the file says it has
+    // Puts indexes of texts that stand in the order of an earlier version into the present one. Does nothing
+    // to a store that cannot be written. errNewerForm for an order or a form that this program does not know.
+    void keepOrder();
+    // Bytes of the file as they lie, read by the connection's own handle: another handle of this process on
+    // the same file would, when closed, let go of every lock the process has on it. The number of bytes read.
+    std::size_t readFile(std::int64_t offset, std::span<char> buffer);
 
     sqlite3* handle() const { return db_; }
     void execute(const std::string& text);
@@ -129,6 +141,10 @@ class SqliteStatement final : public Statement {
     SqliteStore* store_;
     sqlite3_stmt* statement_;
 };
+
+// For tests of a full disk and of a power failure: files are reached by the operating-system layer registered
+// under this name; empty: the usual one.
+void setFileLayer(std::string name);
 
 std::string quoted(std::string_view name);            // "name"
 std::string quotedText(std::string_view text);        // 'text'

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "platform/dao/sqlite_store.h"
+#include "platform/dao/sqlite/store.h"
 
 // idset(N): the numbers that a narrowed view of the shop's services was made of, as a table of one column.
 // They stay where the writer put them; nothing is copied into the file.

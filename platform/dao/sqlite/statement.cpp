@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "platform/dao/failure.h"
-#include "platform/dao/sqlite_store.h"
+#include "platform/dao/sqlite/store.h"
 
 namespace dao::driver {
 namespace {

@@ -1,12 +1,12 @@
-#include "platform/dao/sqlite_salvage.h"
+#include "platform/dao/sqlite/salvage.h"
 
 #include <algorithm>
 #include <optional>
 
 #include "platform/dao/failure.h"
 #include "platform/dao/names.h"
-#include "platform/dao/sqlite_btree.h"
-#include "platform/dao/sqlite_store.h"
+#include "platform/dao/sqlite/btree.h"
+#include "platform/dao/sqlite/store.h"
 
 namespace dao::driver {
 namespace {

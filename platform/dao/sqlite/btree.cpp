@@ -1,4 +1,4 @@
-#include "platform/dao/sqlite_btree.h"
+#include "platform/dao/sqlite/btree.h"
 
 #include <bit>
 #include <cstring>

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "platform/dao/driver.h"
 #include "platform/dao/repair_report.h"
+#include "platform/dao/sqlite/store.h"
 
 namespace dao::driver {
 

@@ -1,0 +1,33 @@
+#include "platform/dao/limits.h"
+
+#include <climits>
+
+namespace dao::driver {
+namespace {
+
+struct Limits {
+    int lockTimeout = 10000;
+    int knownForm = INT_MAX;
+};
+
+Limits& limits() {
+    static Limits all;
+    return all;
+}
+
+}  // namespace
+
+void setLockTimeout(int milliseconds) {
+    limits().lockTimeout = milliseconds < 0 ? 0 : milliseconds;
+}
+int lockTimeout() {
+    return limits().lockTimeout;
+}
+void setKnownForm(int form) {
+    limits().knownForm = form;
+}
+int knownForm() {
+    return limits().knownForm;
+}
+
+}  // namespace dao::driver

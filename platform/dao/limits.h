@@ -1,0 +1,14 @@
+#pragma once
+
+// What holds for every store that this process opens.
+namespace dao::driver {
+
+// How long a store waits for somebody else's lock. Milliseconds; 10,000 at the start.
+void setLockTimeout(int milliseconds);
+int lockTimeout();
+
+// Records of a higher form are not opened: errNewerForm. Every form is known at the start.
+void setKnownForm(int form);
+int knownForm();
+
+}  // namespace dao::driver
