@@ -81,6 +81,16 @@ class Store {
     virtual void release(int level) = 0;
     virtual void rollbackTo(int level) noexcept = 0;
 
+    // Whether an Edit holds its row alone. Otherwise it holds the write lock of the whole, from beginWrite
+    // on, and the three functions below are not called.
+    virtual bool locksRows() const = 0;
+    // Keeps others from editing the row until unlockRow, called as often. Bounded like beginWrite: 3260.
+    virtual void lockRow(const std::string& table, std::int64_t key) = 0;
+    virtual void unlockRow(const std::string& table, std::int64_t key) noexcept = 0;
+    // Keeps the row as it is, against whoever writes without an Edit too, to the end of the transaction.
+    // False where it is gone.
+    virtual bool holdRow(const std::string& table, std::int64_t key) = 0;
+
     virtual std::int64_t dataVersion() = 0;    // differs once another process has written
     virtual std::int64_t schemaVersion() = 0;  // differs once tables have changed
     virtual int form() = 0;                    // see Database::Form
@@ -94,8 +104,11 @@ class Store {
 
     // The keys of all rows of a table, ascending, by whatever road is shortest.
     virtual void readAllKeys(const std::string& table, std::vector<std::int64_t>& keys) = 0;
-    // The next number of a table's counter, raised in the file; never below `above` + 1.
+    // The next number of a table's counter, raised for all others too; never below `above` + 1.
     virtual std::int64_t raiseCounter(const std::string& table, std::int64_t above) = 0;
+    // Whether a counter stands apart from transactions: raised, it stays raised whatever becomes of them.
+    // Otherwise raiseCounter is called within one.
+    virtual bool countsApart() const = 0;
     virtual std::int64_t insertRow(const std::string& table, std::span<const FieldValue> fields) = 0;
     virtual bool updateRow(const std::string& table, std::int64_t key,
                            std::span<const FieldValue> fields) = 0;

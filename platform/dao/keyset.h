@@ -66,6 +66,8 @@ class Keyset final : public RecordsetImpl {
 
     const sql::ColumnInfo* counterOf(int source) const;
     static Value converted(const sql::ResultColumn& column, Value&& value);
+    EditedRows rowsOf(std::size_t row, bool written) const;
+    bool isChanged(int source) const;
     void updateEdited();
     void updateAdded();
     void writeChanged(std::size_t row);
@@ -86,6 +88,7 @@ class Keyset final : public RecordsetImpl {
     Projection projection_;
 
     std::size_t editedRow_ = 0;
+    EditedRows editedRows_;  // that are locked for it
     std::int64_t editEpoch_ = 0;
     std::int64_t addedNumber_ = 0;
     std::vector<Value> original_;  // the row as Edit read it

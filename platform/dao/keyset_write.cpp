@@ -78,7 +78,7 @@ void Keyset::setValue(int index, Value&& value) {
 
 void Keyset::dropPending() noexcept {
     if (editMode_ == EditModeKind::InProgress) {
-        file().unlockEdit();
+        file().unlockEdit(editedRows_);
     }
     editMode_ = EditModeKind::None;
 }
@@ -104,11 +104,35 @@ void Keyset::AddNew() {
     editMode_ = EditModeKind::Add;
 }
 
+// Whoever changes a product must not keep others from the products of the same group: the row that stands in
+// one row of the set at most is locked, and those joined to it only while something of them is written.
+EditedRows Keyset::rowsOf(std::size_t row, bool written) const {
+    EditedRows rows;
+    for (int source = 0; source < keys_.stride(); ++source) {
+        const std::int64_t key = keys_.key(row, source);
+        const bool wanted = unique() < 0 || source == unique() || (written && isChanged(source));
+        if (wanted && key != driver::kNoRow) {
+            rows.push_back({select().sources[static_cast<std::size_t>(source)].table, key});
+        }
+    }
+    return rows;
+}
+
+bool Keyset::isChanged(int source) const {
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        if (columns_[i].source == source && pending_[i].changed) {
+            return true;
+        }
+    }
+    return false;
+}
+
 void Keyset::Edit() {
     OpenFile& in = writableFile();
     leave();
     const std::size_t row = currentRow();
-    in.lockForEdit();
+    EditedRows rows = rowsOf(row, false);
+    in.lockForEdit(rows);
     try {
         in.touch();  // the row as it is now that nobody else can change it
         loadBlock(row, 1);
@@ -120,10 +144,11 @@ void Keyset::Edit() {
             pending_[i].changed = false;
         }
     } catch (...) {
-        in.unlockEdit();
+        in.unlockEdit(rows);
         throw;
     }
     editedRow_ = row;
+    editedRows_ = std::move(rows);
     editEpoch_ = in.lockEpoch();
     editMode_ = EditModeKind::InProgress;
 }
@@ -146,12 +171,12 @@ void Keyset::updateEdited() {
     OpenFile& to = writableFile();
     to.write(
         [&] {
-            if (editEpoch_ != to.lockEpoch()) {
+            if (to.mayHaveChanged(rowsOf(editedRow_, true), editEpoch_)) {
                 checkUnchanged();
             }
             writeChanged(editedRow_);
         },
-        true);
+        &editedRows_);
     editMode_ = EditModeKind::None;
     if (keys_.stride() > 1) {
         followJoin(editedRow_);

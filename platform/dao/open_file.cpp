@@ -187,21 +187,54 @@ void OpenFile::writeQuery(std::string_view name, const std::string& text, sql::S
     catalog_.keep(name, store_->writeQuery(name, text), std::move(tree));
 }
 
-void OpenFile::lockForEdit() {
+void OpenFile::lockForEdit(const EditedRows& rows) {
     if (!store().writable()) {
         fail(errReadOnly);
     }
-    if (workspaceDepth_ == 0 && !store_->inTransaction()) {
+    if (store_->locksRows()) {
+        EditedRows locked;
+        try {
+            for (const RowName& row : rows) {
+                store_->lockRow(row.table, row.key);
+                locked.push_back(row);
+            }
+        } catch (...) {
+            unlockRows(locked);
+            throw;
+        }
+    } else if (workspaceDepth_ == 0 && !store_->inTransaction()) {
         store_->beginWrite();
     }
     ++editors_;
 }
 
-void OpenFile::unlockEdit() noexcept {
-    if (--editors_ == 0 && workspaceDepth_ == 0 && store_ != nullptr) {
+void OpenFile::unlockRows(const EditedRows& rows) noexcept {
+    if (store_ == nullptr || !store_->locksRows()) {
+        return;
+    }
+    for (const RowName& row : rows) {
+        store_->unlockRow(row.table, row.key);
+    }
+}
+
+void OpenFile::unlockEdit(const EditedRows& rows) noexcept {
+    unlockRows(rows);
+    if (--editors_ == 0 && workspaceDepth_ == 0 && store_ != nullptr && !store_->locksRows()) {
         store_->rollback();
         ++lockEpoch_;
     }
+}
+
+bool OpenFile::mayHaveChanged(const EditedRows& rows, std::int64_t epoch) {
+    if (!store_->locksRows()) {
+        return epoch != lockEpoch_;
+    }
+    for (const RowName& row : rows) {
+        if (!store_->holdRow(row.table, row.key)) {
+            fail(errRecordDeleted);
+        }
+    }
+    return true;
 }
 
 void OpenFile::beginWrite() {
@@ -221,14 +254,15 @@ void OpenFile::beginWrite() {
     store_->savepoint(kWriteLevel);
 }
 
-void OpenFile::finishWrite(bool endsEdit) {
+void OpenFile::finishWrite(const EditedRows* edited) {
     if (workspaceDepth_ > 0) {
         store_->release(kWriteLevel);
     } else {
         store_->commit();
         queriesWritten_ = false;
     }
-    if (endsEdit) {
+    if (edited != nullptr) {
+        unlockRows(*edited);
         --editors_;
     }
     touch();
@@ -260,7 +294,7 @@ void OpenFile::abandonWrite() noexcept {
 
 void OpenFile::lockAgain() noexcept {
     ++lockEpoch_;
-    if (editors_ == 0 || store_->inTransaction()) {
+    if (editors_ == 0 || store_->inTransaction() || store_->locksRows()) {
         return;
     }
     const QuietErrors quiet;
@@ -276,6 +310,11 @@ void OpenFile::lockAgain() noexcept {
 std::int64_t OpenFile::nextNumber(const std::string& table) {
     std::int64_t& highest = highestGiven_[table];
     std::int64_t number = 0;
+    if (store().countsApart()) {
+        number = store_->raiseCounter(table, highest);
+        highest = number;
+        return number;
+    }
     write([&] { number = store_->raiseCounter(table, highest); });
     highest = number;
     if (workspaceDepth_ > 0) {

@@ -36,12 +36,20 @@ class Compiled {
 };
 using CompiledPtr = std::shared_ptr<const Compiled>;
 
-// A database file that this process has open: one connection, whatever the number of Database objects on it.
+// The rows of base tables that one row of a record set is made of.
+struct RowName {
+    std::string table;
+    std::int64_t key;
+};
+using EditedRows = std::vector<RowName>;
+
+// A shop's records that this process has open: one connection, whatever the number of Database objects on it.
 //
-// The write lock has three takers here. An Edit holds it until its Update or CancelUpdate; a workspace
-// transaction holds it from BeginTrans to its end; every other write takes it for itself. They share the
-// connection's one transaction: a write commits at once unless a workspace transaction is open, and the lock
-// is taken again for the Edits that are still pending.
+// The write lock of a file has three takers here. An Edit holds it until its Update or CancelUpdate; a
+// workspace transaction holds it from BeginTrans to its end; every other write takes it for itself. They
+// share the connection's one transaction: a write commits at once unless a workspace transaction is open, and
+// the lock is taken again for the Edits that are still pending. Where the store locks rows an Edit holds its
+// rows and no transaction.
 class OpenFile : public std::enable_shared_from_this<OpenFile> {
  public:
     // `presence`: nothing where this process leaves no sign of being in.
@@ -75,16 +83,20 @@ class OpenFile : public std::enable_shared_from_this<OpenFile> {
     // A stored query's text with its tree, new or over the old one. Inside write() only.
     void writeQuery(std::string_view name, const std::string& text, sql::StatementPtr tree);
 
-    void lockForEdit();
-    void unlockEdit() noexcept;
+    // For an Edit of the rows: 3260 where somebody else keeps one of them too long.
+    void lockForEdit(const EditedRows& rows);
+    void unlockEdit(const EditedRows& rows) noexcept;
     // Differs once the lock has been let go and others may have written.
     std::int64_t lockEpoch() const { return lockEpoch_; }
+    // Inside write(): whether the rows that an Edit read at that epoch may have changed since. From here on
+    // they do not. 3167 where one of them is gone.
+    bool mayHaveChanged(const EditedRows& rows, std::int64_t epoch);
     bool isBusy() const { return editors_ > 0 || workspaceDepth_ > 0; }
 
-    // Runs `body` as one change of the file: all of it is written, or an error and nothing. `endsEdit`: on
-    // success the caller's Edit ends with it.
+    // Runs `body` as one change: all of it is written, or an error and nothing. `edited`: on success the
+    // caller's Edit of these rows ends with it.
     template <typename Body>
-    void write(Body&& body, bool endsEdit = false);
+    void write(Body&& body, const EditedRows* edited = nullptr);
 
     // The next number of a counter, never given before by this process and raised in the file for the others.
     std::int64_t nextNumber(const std::string& table);
@@ -106,7 +118,8 @@ class OpenFile : public std::enable_shared_from_this<OpenFile> {
 
     void reopen();
     void beginWrite();
-    void finishWrite(bool endsEdit);
+    void finishWrite(const EditedRows* edited);
+    void unlockRows(const EditedRows& rows) noexcept;
     void abandonWrite() noexcept;
     void forgetUnwritten() noexcept;
     void lockAgain() noexcept;
@@ -171,11 +184,11 @@ auto translated(Body&& body) -> decltype(body()) {
 }
 
 template <typename Body>
-void OpenFile::write(Body&& body, bool endsEdit) {
+void OpenFile::write(Body&& body, const EditedRows* edited) {
     beginWrite();
     try {
         body();
-        finishWrite(endsEdit);
+        finishWrite(edited);
     } catch (...) {
         abandonWrite();
         throw;

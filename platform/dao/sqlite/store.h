@@ -45,6 +45,11 @@ class SqliteStore final : public Store {
     void release(int level) override;
     void rollbackTo(int level) noexcept override;
 
+    bool locksRows() const override { return false; }
+    void lockRow(const std::string&, std::int64_t) override {}
+    void unlockRow(const std::string&, std::int64_t) noexcept override {}
+    bool holdRow(const std::string&, std::int64_t) override { return true; }
+
     std::int64_t dataVersion() override;
     std::int64_t schemaVersion() override;
     int form() override;
@@ -58,6 +63,7 @@ class SqliteStore final : public Store {
 
     void readAllKeys(const std::string& table, std::vector<std::int64_t>& keys) override;
     std::int64_t raiseCounter(const std::string& table, std::int64_t above) override;
+    bool countsApart() const override { return false; }
     std::int64_t insertRow(const std::string& table, std::span<const FieldValue> fields) override;
     bool updateRow(const std::string& table, std::int64_t key, std::span<const FieldValue> fields) override;
     bool deleteRow(const std::string& table, std::int64_t key) override;

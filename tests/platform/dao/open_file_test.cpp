@@ -22,20 +22,20 @@ class OpenFileTest : public daotest::ShopTest {
 
 // What was read under the lock of an Edit may be old as soon as the lock is let go.
 TEST_F(OpenFileTest, TheEpochOfTheLockEndsWithTheLastEdit) {
-    file().lockForEdit();
-    file().lockForEdit();
+    file().lockForEdit({});
+    file().lockForEdit({});
     const std::int64_t locked = file().lockEpoch();
-    file().unlockEdit();
+    file().unlockEdit({});
     EXPECT_EQ(file().lockEpoch(), locked) << "another Edit still holds it";
-    file().unlockEdit();
+    file().unlockEdit({});
     EXPECT_NE(file().lockEpoch(), locked);
 }
 
 TEST_F(OpenFileTest, AnEditInsideATransactionEndsWithoutLettingTheLockGo) {
     DBEngine::BeginTrans();
-    file().lockForEdit();
+    file().lockForEdit({});
     const std::int64_t locked = file().lockEpoch();
-    file().unlockEdit();
+    file().unlockEdit({});
     EXPECT_EQ(file().lockEpoch(), locked);
     DBEngine::Rollback();
     EXPECT_NE(file().lockEpoch(), locked);
