@@ -16,6 +16,13 @@ class SizeError : public std::runtime_error {
 using IdSet = std::vector<std::int64_t>;
 using IdSetPtr = std::shared_ptr<const IdSet>;
 
+// What a store that binds values is to bind as $1, $2 ... before the row keys.
+struct Parameter {
+    enum class Kind : std::uint8_t { Ids, Now };
+    Kind kind = Kind::Ids;
+    IdSetPtr ids;  // with Ids: an array of its numbers
+};
+
 // A column of a result.
 struct ResultColumn {
     std::string name;
@@ -36,24 +43,30 @@ struct ResultSource {
 struct WrittenSelect {
     std::string rows;   // every column of every row, in the statement's order: what a snapshot reads
     std::string keys;   // the row keys of every row, one column for each source, in the statement's order
-    std::string fetch;  // the columns of one row; parameter ?1 is the row key of sources[0], ?2 of sources[1]
-                        // ... (compared with IS, since an outer side may be Null)
+    std::string fetch;  // the columns of one row; the first parameter behind `parameters` is the row key of
+                        // sources[0], the next one of sources[1] ... (Null is met by Null, since an outer
+                        // side may be absent)
     // One source only, else empty: row key first, then the columns, of all rows of that table with a row key
-    // between ?1 and ?2, ascending, whatever the statement's own conditions say (the key list knows those).
+    // between the first and the second parameter behind `parameters`, ascending, whatever the statement's own
+    // conditions say (the key list knows those).
     std::string fetchRange;
     std::vector<ResultColumn> columns;
     std::vector<ResultSource> sources;  // empty: not updatable (DISTINCT, grouping, ...): read as a snapshot
     // The source whose row stands in one row of the result at most: the one that Delete removes from and
     // AddNew adds to (the many side of a join). -1 where there is none.
     int uniqueSource = -1;
-    // Sets that the three texts refer to as the table-valued "idset(N)", N counting from idSetBase.
+    // Sets that the texts refer to as the table-valued "idset(N)", N counting from idSetBase; none where the
+    // store binds them.
     std::vector<IdSetPtr> idSets;
+    // The same in all texts of one statement; none where the store has functions for what they stand for.
+    std::vector<Parameter> parameters;
 };
 
 // An action statement in the store's own SQL.
 struct WrittenAction {
     std::string text;
     std::vector<IdSetPtr> idSets;
+    std::vector<Parameter> parameters;
 };
 
 // Turns a tree into one store's own SQL. One writer for each kind of store.
@@ -66,7 +79,7 @@ class Writer {
     virtual WrittenSelect select(const Statement& statement, const Catalog& catalog, int idSetBase) const = 0;
 
     // The same selection narrowed by a criterion over its result's fields: what FindFirst looks through.
-    // Only `keys`, `sources` and `idSets` are filled.
+    // Only `keys`, `sources`, `idSets` and `parameters` are filled.
     virtual WrittenSelect find(const Statement& statement, const Expression& criterion,
                                const Catalog& catalog, int idSetBase) const = 0;
 

@@ -1,10 +1,10 @@
-#include "platform/sql/sqlite_joins.h"
+#include "platform/sql/joins.h"
 
 #include <utility>
 
-#include "platform/sql/sqlite_expressions.h"
+#include "platform/sql/expressions.h"
 
-namespace sql::sqlite {
+namespace sql::writing {
 
 namespace {
 
@@ -107,7 +107,7 @@ bool isKeyOf(const ScopeField& field, const Leaf& leaf, int first, int unique) {
 class FromWriter {
  public:
     FromWriter(std::vector<Leaf>& leaves, Context& context, bool fetch)
-        : leaves_(leaves), context_(context), fetch_(fetch) {}
+        : leaves_(leaves), context_(context), dialect_(context.dialect), fetch_(fetch) {}
 
     std::string write(const JoinNode& node, std::vector<std::string>& conditions) {
         if (node.kind == JoinNode::Kind::Leaf) {
@@ -134,21 +134,23 @@ class FromWriter {
         ExpressionWriter writer(scope, context_);
         for (const Expression* condition : node.on) {
             int nesting = 0;
-            on.push_back(wrapped(writer.condition(*condition), kNot, nesting, condition->position));
+            on.push_back(dialect_.wrapped(writer.condition(*condition), kNot, nesting, condition->position));
         }
-        return on.empty() ? result : result + " ON " + chain(on, " AND ");
+        if (on.empty()) {
+            return dialect_.facts().joinNeedsCondition ? result + " ON TRUE" : result;
+        }
+        return result + " ON " + chain(on, " AND ", dialect_.facts().chainLength);
     }
 
  private:
     Leaf& at(int leaf) { return leaves_[static_cast<std::size_t>(leaf)]; }
 
-    static void addConditions(const Leaf& leaf, std::vector<std::string>& conditions) {
+    void addConditions(const Leaf& leaf, std::vector<std::string>& conditions) const {
         if (!leaf.condition.empty()) {
             conditions.push_back(leaf.condition);
         }
         if (leaf.idSet >= 0) {
-            conditions.push_back(leaf.idField + " IN (SELECT value FROM idset(" + std::to_string(leaf.idSet) +
-                                 "))");
+            conditions.push_back(dialect_.inSet(leaf.idField, leaf.idField.text, leaf.idSet));
         }
     }
 
@@ -163,12 +165,11 @@ class FromWriter {
         }
         // From the numbers to the rows, in the order of the numbers: the store would else gather the numbers
         // in a table of its own first.
-        const std::string set = std::to_string(only.idSet);
-        conditions.push_back(only.idField + " = s" + set + ".value");
+        conditions.push_back(only.idField.text + " = s" + std::to_string(only.idSet) + ".value");
         if (!only.condition.empty()) {
             conditions.push_back(only.condition);
         }
-        return "idset(" + set + ") AS s" + set + " CROSS JOIN " + only.text;
+        return dialect_.setSource(only.idSet) + " CROSS JOIN " + only.text;
     }
 
     // A join that has to be made before the one around it.
@@ -176,35 +177,33 @@ class FromWriter {
         std::vector<std::string> conditions;
         const std::string from = write(node, conditions);
         const std::string alias = context_.newAlias();
-        std::string columns;
-        auto moveOut = [&](std::string& text) {
-            const std::string name = "c" + std::to_string(columnCount_++);
-            columns += (columns.empty() ? "" : ", ") + text + " AS " + name;
-            text = alias + "." + name;
+        SelectParts parts;
+        parts.from = from;
+        parts.conditions = conditions;
+        const auto moveOut = [&](const Sql& sql) {
+            parts.columns.push_back({sql, "c" + std::to_string(columnCount_++)});
+            return alias + "." + parts.columns.back().name;
         };
         for (std::size_t l = 0; l < leaves_.size(); ++l) {
             if ((node.mask & bit(static_cast<int>(l))) == 0) {
                 continue;
             }
             for (std::string& key : leaves_[l].keys) {
-                moveOut(key);
+                key = moveOut({.text = key, .type = Type::Long});
             }
             for (ScopeField& field : leaves_[l].fields) {
-                field.sql = engineValue(std::move(field.sql));
-                moveOut(field.sql.text);
+                field.sql = dialect_.value(std::move(field.sql));
+                field.sql.text = moveOut(field.sql);
                 field.sql.precedence = kAtom;
                 field.sql.nesting = 0;
             }
         }
-        std::string text = "(SELECT " + columns + " FROM " + from;
-        if (!conditions.empty()) {
-            text += " WHERE " + chain(conditions, " AND ");
-        }
-        return text + ") AS " + alias;
+        return "(" + dialect_.select(parts) + ") AS " + alias;
     }
 
     std::vector<Leaf>& leaves_;
     Context& context_;
+    const Dialect& dialect_;
     bool fetch_;
     int columnCount_ = 0;
 };
@@ -335,4 +334,4 @@ FromText writeFrom(const JoinNode& node, std::vector<Leaf> leaves, Context& cont
     return result;
 }
 
-}  // namespace sql::sqlite
+}  // namespace sql::writing

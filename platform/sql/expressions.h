@@ -1,16 +1,18 @@
 #pragma once
 
-#include "platform/sql/sqlite_scope.h"
+#include "platform/sql/scope.h"
 
-namespace sql::sqlite {
+namespace sql::writing {
 
-// Writes expressions of the dialect in the store's SQL, with the engine's types and rules.
+// Writes expressions of the engine's language in the store's SQL, with the engine's types and rules.
 class ExpressionWriter {
  public:
-    ExpressionWriter(const NameResolver& names, Context& context) : names_(names), context_(context) {}
+    ExpressionWriter(const NameResolver& names, Context& context)
+        : names_(&names), context_(context), dialect_(context.dialect) {}
 
-    // Counting functions are known only where rows are grouped: behind SELECT, HAVING and ORDER BY.
-    void allowAggregates(bool allowed) { aggregates_ = allowed; }
+    // Counting functions are known only where rows are grouped: behind SELECT, HAVING and ORDER BY. What they
+    // count is called by the names of `rows`.
+    void allowAggregates(const NameResolver& rows) { rows_ = &rows; }
 
     Sql write(const Expression& e);
     // What the store is to select: an engine value, Yes/No as 0 and -1.
@@ -30,8 +32,6 @@ class ExpressionWriter {
     Sql nullTest(const Expression& e);
     Sql literal(const Expression& e) const;
     Sql arithmetic(const Expression& e);
-    Sql division(const Sql& left, const Sql& right, const Expression& e) const;
-    Sql wholeNumbers(const Sql& left, const Sql& right, const Expression& e) const;
     Sql concat(const Expression& e);
     Sql compare(const Expression& e);
     Sql between(const Expression& e);
@@ -41,23 +41,17 @@ class ExpressionWriter {
     Sql call(const Expression& e);
     Sql dateDiff(const Expression& e);
     Sql aggregate(const Expression& e);
+    Sql ofRows(const Expression& e);
     std::vector<Sql> comparable(const Expression& e, std::size_t count);
+    std::string assignedNumber(const Expression& e, const Sql& sql, const ColumnInfo& column) const;
     std::string assignedCurrency(const Expression& e, const Sql& sql) const;
     std::string assignedText(const Expression& e, const Sql& sql) const;
+    Sql inUnits(Sql sql) const;
 
-    const NameResolver& names_;
+    const NameResolver* names_;
+    const NameResolver* rows_ = nullptr;
     Context& context_;
-    bool aggregates_ = false;
+    const Dialect& dialect_;
 };
 
-// Parentheses around what binds less tightly than `least`. Throws SyntaxError when the store could not read
-// it.
-std::string wrapped(const Sql& sql, int least, int& nesting, std::size_t position);
-// Yes/No as the engine counts it: 0 and -1.
-Sql engineValue(Sql sql);
-// Currency in units, as a floating number.
-Sql inUnits(Sql sql);
-// `term` with the engine's comparison of texts, where it is a text.
-std::string orderTerm(const Sql& sql, bool descending);
-
-}  // namespace sql::sqlite
+}  // namespace sql::writing

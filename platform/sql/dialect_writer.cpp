@@ -1,21 +1,21 @@
 #include <algorithm>
 
-#include "platform/sql/sqlite_select.h"
+#include "platform/sql/select.h"
 #include "platform/sql/writer.h"
 
 namespace sql {
 
 namespace {
 
-using sqlite::Context;
-using sqlite::ExpressionWriter;
-using sqlite::Leaf;
-using sqlite::Scope;
+using writing::Context;
+using writing::ExpressionWriter;
+using writing::Leaf;
+using writing::Scope;
 
 // INSERT knows no fields to reckon with.
-class NoNames : public sqlite::NameResolver {
+class NoNames : public writing::NameResolver {
  public:
-    const sqlite::ScopeField& resolve(const Expression& name) const override {
+    const writing::ScopeField& resolve(const Expression& name) const override {
         throw NameError(NameError::Kind::Field,
                         (name.qualifier.empty() ? "" : name.qualifier + ".") + name.text);
     }
@@ -43,7 +43,7 @@ void checkGivenOnce(const Statement& statement) {
 // The one table that UPDATE and DELETE work on, perhaps through stored queries that narrow it.
 Leaf target(const Statement& statement, Context& context) {
     context.plainAliases = true;
-    Leaf leaf = sqlite::bindName(statement.table, statement.table, statement.tablePosition, context);
+    Leaf leaf = writing::bindName(statement.table, statement.table, statement.tablePosition, context);
     if (leaf.table == nullptr) {
         throw SyntaxError("The rows of '" + statement.table +
                               "' are made of more than one table; they cannot be "
@@ -59,16 +59,17 @@ std::string whereOf(const Statement& statement, const Leaf& leaf, const Scope& s
         conditions.push_back(leaf.condition);
     }
     if (leaf.idSet >= 0) {
-        conditions.push_back(leaf.idField + " IN (SELECT value FROM idset(" + std::to_string(leaf.idSet) +
-                             "))");
+        conditions.push_back(context.dialect.inSet(leaf.idField, leaf.idField.text, leaf.idSet));
     }
     ExpressionWriter writer(scope, context);
-    for (const Expression* condition : sqlite::conjuncts(statement.where)) {
+    for (const Expression* condition : writing::conjuncts(statement.where)) {
         int nesting = 0;
-        conditions.push_back(
-            sqlite::wrapped(writer.condition(*condition), sqlite::kNot, nesting, condition->position));
+        conditions.push_back(context.dialect.wrapped(writer.condition(*condition), writing::kNot, nesting,
+                                                     condition->position));
     }
-    return conditions.empty() ? "" : " WHERE " + sqlite::chain(conditions, " AND ");
+    return conditions.empty()
+               ? ""
+               : " WHERE " + writing::chain(conditions, " AND ", context.dialect.facts().chainLength);
 }
 
 std::string insertText(const Statement& statement, Context& context) {
@@ -82,10 +83,10 @@ std::string insertText(const Statement& statement, Context& context) {
     std::string values;
     for (const Assignment& a : statement.assignments) {
         const ColumnInfo& column = columnOf(*table, a.field);
-        fields += (fields.empty() ? "" : ", ") + sqlite::quotedName(column.name);
+        fields += (fields.empty() ? "" : ", ") + writing::quotedName(column.name);
         values += (values.empty() ? "" : ", ") + writer.assigned(*a.value, column);
     }
-    return "INSERT INTO " + sqlite::quotedName(table->name) + " (" + fields + ") VALUES (" + values + ")";
+    return "INSERT INTO " + context.dialect.table(table->name) + " (" + fields + ") VALUES (" + values + ")";
 }
 
 std::string updateText(const Statement& statement, Context& context) {
@@ -101,41 +102,43 @@ std::string updateText(const Statement& statement, Context& context) {
         name.text = a.field;
         name.dotted = a.qualifier.empty() && a.field.find('.') != std::string::npos;
         name.position = a.position;
-        const sqlite::ScopeField& field = scope.resolve(name);
+        const writing::ScopeField& field = scope.resolve(name);
         if (field.source < 0 || field.counter) {
             throw SyntaxError("The field '" + a.field + "' cannot be changed: it is " +
                                   (field.counter ? "numbered by the engine." : "computed."),
                               a.position);
         }
         const ColumnInfo& column = columnOf(*leaf.table, field.field);
-        values += (values.empty() ? "" : ", ") + sqlite::quotedName(column.name) + " = " +
+        values += (values.empty() ? "" : ", ") + writing::quotedName(column.name) + " = " +
                   writer.assigned(*a.value, column);
     }
-    return "UPDATE " + sqlite::quotedName(leaf.table->name) + " SET " + values +
+    return "UPDATE " + context.dialect.table(leaf.table->name) + " SET " + values +
            whereOf(statement, leaf, scope, context);
 }
 
 std::string deleteText(const Statement& statement, Context& context) {
     const std::vector<Leaf> leaves = {target(statement, context)};
-    return "DELETE FROM " + sqlite::quotedName(leaves.front().table->name) +
+    return "DELETE FROM " + context.dialect.table(leaves.front().table->name) +
            whereOf(statement, leaves.front(), Scope(leaves), context);
 }
 
-class SqliteWriter : public Writer {
+class DialectWriter : public Writer {
  public:
+    explicit DialectWriter(const writing::Dialect& dialect) : dialect_(dialect) {}
+
     WrittenSelect select(const Statement& statement, const Catalog& catalog, int idSetBase) const override {
-        Context context(catalog, idSetBase);
+        Context context(dialect_, catalog, idSetBase);
         return selection(statement, context).write();
     }
 
     WrittenSelect find(const Statement& statement, const Expression& criterion, const Catalog& catalog,
                        int idSetBase) const override {
-        Context context(catalog, idSetBase);
+        Context context(dialect_, catalog, idSetBase);
         return selection(statement, context).find(criterion);
     }
 
     WrittenAction action(const Statement& statement, const Catalog& catalog, int idSetBase) const override {
-        Context context(catalog, idSetBase);
+        Context context(dialect_, catalog, idSetBase);
         WrittenAction result;
         checkGivenOnce(statement);
         switch (statement.kind) {
@@ -151,23 +154,26 @@ class SqliteWriter : public Writer {
             case Statement::Kind::Select:
                 throw SyntaxError("A selection changes nothing; it cannot be executed.", 0);
         }
-        result.idSets = std::move(context.idSets);
+        result.idSets = context.numbers.idSets();
+        result.parameters = context.numbers.parameters();
         return result;
     }
 
  private:
-    static sqlite::SelectWriter selection(const Statement& statement, Context& context) {
+    static writing::SelectWriter selection(const Statement& statement, Context& context) {
         if (statement.kind != Statement::Kind::Select) {
             throw SyntaxError("The statement changes rows; it has none to show.", 0);
         }
-        return sqlite::SelectWriter(statement, context);
+        return writing::SelectWriter(statement, context);
     }
+
+    const writing::Dialect& dialect_;
 };
 
 }  // namespace
 
 const Writer& sqliteWriter() {
-    static const SqliteWriter writer;
+    static const DialectWriter writer(writing::sqliteDialect());
     return writer;
 }
 

@@ -1,9 +1,9 @@
-#include "platform/sql/sqlite_select.h"
+#include "platform/sql/select.h"
 
 #include <algorithm>
 #include <utility>
 
-namespace sql::sqlite {
+namespace sql::writing {
 
 namespace {
 
@@ -14,12 +14,12 @@ Leaf tableLeaf(const TableInfo& table, std::string name, Context& context) {
     leaf.name = std::move(name);
     leaf.table = &table;
     const std::string alias = context.plainAliases ? quotedName(table.name) : context.newAlias();
-    leaf.text = quotedName(table.name);
+    leaf.text = context.dialect.table(table.name);
     if (!context.plainAliases) {
         leaf.text += " AS " + alias;
     }
     leaf.sources.push_back({table.name, false});
-    leaf.keys.push_back(alias + ".rowid");
+    leaf.keys.push_back(context.dialect.rowKey(table, alias));
     leaf.unique = 0;
     for (const ColumnInfo& column : table.columns) {
         ScopeField field;
@@ -101,8 +101,8 @@ void SelectWriter::findIdSet(const Scope& scope) {
         const ScopeField& field = scope.resolve(*condition->children[0]);
         if (field.counter) {
             driver_ = condition;
-            only.idSet = context_.addIdSet(condition->ids);
-            only.idField = field.sql.text;
+            only.idSet = context_.dialect.addSet(context_.numbers, condition->ids);
+            only.idField = field.sql;
             return;
         }
     }
@@ -182,8 +182,9 @@ void SelectWriter::addStar(const SelectItem& item, const std::vector<Leaf>& leav
     }
 }
 
-SelectWriter::Column SelectWriter::computed(const SelectItem& item, const Scope& scope,
+SelectWriter::Column SelectWriter::computed(const SelectItem& item, const std::vector<Leaf>& rows,
                                             const std::vector<Leaf>& leaves) {
+    const Scope scope(leaves);
     if (item.expression->kind == Kind::Name) {
         const Scope::Place place = scope.find(*item.expression);
         const Leaf& leaf = leaves[static_cast<std::size_t>(place.leaf)];
@@ -194,7 +195,10 @@ SelectWriter::Column SelectWriter::computed(const SelectItem& item, const Scope&
     }
     Column column;
     ExpressionWriter writer(scope, context_);
-    writer.allowAggregates(grouped_);
+    const Scope rowScope(rows);
+    if (grouped_) {
+        writer.allowAggregates(rowScope);
+    }
     column.field.sql = writer.value(*item.expression);
     return column;
 }
@@ -219,8 +223,21 @@ void SelectWriter::nameColumns(std::vector<Column>& columns) const {
     }
 }
 
-std::vector<SelectWriter::Column> SelectWriter::columns(const std::vector<Leaf>& leaves) {
-    const Scope scope(leaves);
+// The fields as they stand outside of counting functions where rows are grouped.
+std::vector<Leaf> SelectWriter::ofGroups(std::vector<Leaf> leaves) const {
+    for (Leaf& leaf : leaves) {
+        for (ScopeField& field : leaf.fields) {
+            const bool own = std::any_of(
+                statement_.groupBy.begin(), statement_.groupBy.end(),
+                [&](const ExpressionPtr& group) { return isNameOf(*group, leaf.name, field.name); });
+            field.sql = context_.dialect.ofGroup(std::move(field.sql), own);
+        }
+    }
+    return leaves;
+}
+
+std::vector<SelectWriter::Column> SelectWriter::columns(const std::vector<Leaf>& rows,
+                                                        const std::vector<Leaf>& leaves) {
     std::vector<Column> result;
     constexpr int kFirstExpression = 1000;
     int expressions = kFirstExpression;
@@ -230,7 +247,7 @@ std::vector<SelectWriter::Column> SelectWriter::columns(const std::vector<Leaf>&
             addStar(item, leaves, result);
             continue;
         }
-        Column column = computed(item, scope, leaves);
+        Column column = computed(item, rows, leaves);
         if (!item.alias.empty()) {
             const bool taken = std::any_of(aliases.begin(), aliases.end(),
                                            [&](const std::string& a) { return sameName(a, item.alias); });
@@ -321,11 +338,10 @@ void SelectWriter::checkGrouped(const Expression& e, const Scope& scope) const {
     });
 }
 
-// The store takes two thousand columns, and as many terms of an order; the keys of all tables may join
-// either.
+// The keys of all tables may join the columns, and the terms of an order.
 void SelectWriter::checkSize(const Body& body) const {
-    constexpr std::size_t kMost = 1900;
-    if (std::max({body.columns.size(), statement_.orderBy.size(), statement_.groupBy.size()}) > kMost) {
+    if (std::max({body.columns.size(), statement_.orderBy.size(), statement_.groupBy.size()}) >
+        context_.dialect.facts().maxColumns) {
         throw SizeError("The statement has too many columns.");
     }
 }
@@ -333,7 +349,8 @@ void SelectWriter::checkSize(const Body& body) const {
 SelectWriter::Body SelectWriter::body(bool fetch) {
     Body body;
     body.from = writeFrom(*join_, leaves_, context_, fetch);
-    body.columns = columns(body.from.leaves);
+    body.groupLeaves = grouped_ ? ofGroups(body.from.leaves) : body.from.leaves;
+    body.columns = columns(body.from.leaves, body.groupLeaves);
     checkSize(body);
     body.conditions = body.from.conditions;
     if (!fetch) {
@@ -352,7 +369,8 @@ void SelectWriter::addWhere(Body& body) {
             continue;
         }
         int nesting = 0;
-        body.conditions.push_back(wrapped(writer.condition(*condition), kNot, nesting, condition->position));
+        body.conditions.push_back(
+            context_.dialect.wrapped(writer.condition(*condition), kNot, nesting, condition->position));
     }
 }
 
@@ -360,20 +378,23 @@ void SelectWriter::addGroups(Body& body) {
     if (!grouped_) {
         return;
     }
-    const Scope scope(body.from.leaves);
+    const Dialect& dialect = context_.dialect;
+    const Scope rows(body.from.leaves);
     for (const SelectItem& item : statement_.items) {
-        checkGrouped(*item.expression, scope);
+        checkGrouped(*item.expression, rows);
     }
-    ExpressionWriter writer(scope, context_);
+    ExpressionWriter groups(rows, context_);
     for (const ExpressionPtr& group : statement_.groupBy) {
-        body.groups += (body.groups.empty() ? " GROUP BY " : ", ") + orderTerm(writer.write(*group), false);
+        body.groups += (body.groups.empty() ? " GROUP BY " : ", ") + dialect.sortKey(groups.write(*group));
     }
     if (statement_.having != nullptr) {
         if (statement_.groupBy.empty()) {
-            body.groups += " GROUP BY NULL";
+            body.groups += " GROUP BY " + std::string(dialect.facts().oneGroup);
         }
-        checkGrouped(*statement_.having, scope);
-        writer.allowAggregates(true);
+        checkGrouped(*statement_.having, rows);
+        const Scope scope(body.groupLeaves);
+        ExpressionWriter writer(scope, context_);
+        writer.allowAggregates(rows);
         body.groups += " HAVING " + writer.condition(*statement_.having).text;
     }
 }
@@ -385,10 +406,14 @@ bool SelectWriter::isColumn(const Expression& name, const std::vector<Column>& c
 }
 
 void SelectWriter::addOrder(Body& body) {
-    const Scope scope(body.from.leaves);
+    const Scope rows(body.from.leaves);
+    const Scope scope(body.groupLeaves);
     const OrderNames names(body.columns, scope);
+    const OrderNames rowNames(body.columns, rows);
     ExpressionWriter writer(names, context_);
-    writer.allowAggregates(grouped_);
+    if (grouped_) {
+        writer.allowAggregates(rowNames);
+    }
     for (const OrderItem& item : statement_.orderBy) {
         const Expression& e = *item.expression;
         if (e.kind != Kind::Integer) {
@@ -410,47 +435,48 @@ void SelectWriter::addOrder(Body& body) {
     }
 }
 
-std::string SelectWriter::text(const Body& body, const std::string& selected, bool ordered) const {
-    std::string result = "SELECT " + selected + " FROM " + body.from.text;
-    if (!body.conditions.empty()) {
-        result += " WHERE " + chain(body.conditions, " AND ");
-    }
-    result += body.groups;
-    std::vector<std::string> order;
-    for (const OrderTerm& term : body.order) {
-        order.push_back(orderTerm(term.sql, term.descending));
-    }
+// A SELECT of `columns` and nothing else said about them.
+SelectParts SelectWriter::parts(const Body& body, std::vector<SelectedColumn> columns) const {
+    SelectParts result;
+    result.distinct = statement_.distinct;
+    result.columns = std::move(columns);
+    result.from = body.from.text;
+    result.conditions = body.conditions;
+    result.groups = body.groups;
+    return result;
+}
+
+std::string SelectWriter::ordered(const Body& body, std::vector<SelectedColumn> columns) const {
+    SelectParts result = parts(body, std::move(columns));
+    result.order = body.order;
     // Rows that the statement does not order, or orders alike, always come in the same order: that of their
     // keys. Rows looked up by a set of numbers come in the order of the numbers, which is as good.
-    const bool bySet = order.empty() && body.from.leaves.size() == 1 && body.from.leaves.front().idSet >= 0;
-    if (ordered && hasKeys_ && !bySet) {
-        for (const Leaf& leaf : body.from.leaves) {
-            order.insert(order.end(), leaf.keys.begin(), leaf.keys.end());
+    const bool bySet = context_.dialect.facts().setsInOrder && body.order.empty() &&
+                       body.from.leaves.size() == 1 && body.from.leaves.front().idSet >= 0;
+    if (hasKeys_ && !bySet) {
+        for (const SelectedColumn& key : keysOf(body)) {
+            result.order.push_back({key.sql, false});
         }
     }
-    for (std::size_t i = 0; ordered && i < order.size(); ++i) {
-        result += (i == 0 ? " ORDER BY " : ", ") + order[i];
+    return context_.dialect.select(result);
+}
+
+std::vector<SelectedColumn> SelectWriter::listOf(const Body& body) {
+    std::vector<SelectedColumn> result;
+    for (const Column& column : body.columns) {
+        result.push_back({column.field.sql, ""});
     }
     return result;
 }
 
-std::string SelectWriter::listOf(const Body& body) const {
-    std::string result = statement_.distinct ? "DISTINCT " : "";
-    for (std::size_t i = 0; i < body.columns.size(); ++i) {
-        const Sql sql = engineValue(body.columns[i].field.sql);
-        result += (i == 0 ? "" : ", ") + sql.text;
-        if (statement_.distinct && sql.type == Type::Text) {
-            result += " COLLATE DAO_TEXT";
-        }
-    }
-    return result;
-}
-
-std::string SelectWriter::keysOf(const Body& body) const {
-    std::string result;
-    for (const Leaf& leaf : body.from.leaves) {
-        for (const std::string& key : leaf.keys) {
-            result += (result.empty() ? "" : ", ") + key;
+std::vector<SelectedColumn> SelectWriter::keysOf(const Body& body) const {
+    const std::uint64_t nullable = nullableLeaves(*join_);
+    std::vector<SelectedColumn> result;
+    for (std::size_t l = 0; l < body.from.leaves.size(); ++l) {
+        const Leaf& leaf = body.from.leaves[l];
+        for (std::size_t k = 0; k < leaf.keys.size(); ++k) {
+            const bool maybeNull = leaf.sources[k].nullable || ((nullable >> l) & 1) != 0;
+            result.push_back({{.text = leaf.keys[k], .type = Type::Long, .notNull = !maybeNull}, ""});
         }
     }
     return result;
@@ -469,23 +495,33 @@ void SelectWriter::fillSources(WrittenSelect& result) const {
 
 std::string SelectWriter::fetchText() {
     Body fetched = body(true);
-    const std::uint64_t nullable = nullableLeaves(*join_);
-    int parameter = 0;
-    for (std::size_t l = 0; l < fetched.from.leaves.size(); ++l) {
-        const Leaf& leaf = fetched.from.leaves[l];
-        for (std::size_t k = 0; k < leaf.keys.size(); ++k) {
-            const bool maybeNull = leaf.sources[k].nullable || ((nullable >> l) & 1) != 0;
-            fetched.conditions.push_back(leaf.keys[k] + (maybeNull ? " IS ?" : " = ?") +
-                                         std::to_string(++parameter));
-        }
+    int number = context_.numbers.firstKey();
+    for (const SelectedColumn& key : keysOf(fetched)) {
+        fetched.conditions.push_back(
+            context_.dialect.isKeyParameter(key.sql.text, number++, !key.sql.notNull));
     }
-    return text(fetched, listOf(fetched), false);
+    return context_.dialect.select(parts(fetched, listOf(fetched)));
+}
+
+std::string SelectWriter::fetchRangeText(const Body& whole) const {
+    const Leaf& only = leaves_.front();
+    const std::string& key = only.keys.front();
+    const Dialect& dialect = context_.dialect;
+    const int number = context_.numbers.firstKey();
+    SelectParts range;
+    range.columns = listOf(whole);
+    range.columns.insert(range.columns.begin(), keysOf(whole).front());
+    range.from = only.text;
+    range.conditions.push_back(key + " BETWEEN " + dialect.keyParameter(number) + " AND " +
+                               dialect.keyParameter(number + 1));
+    range.order.push_back({range.columns.front().sql, false});
+    return dialect.select(range);
 }
 
 WrittenSelect SelectWriter::write() {
     WrittenSelect result;
     const Body whole = body(false);
-    result.rows = text(whole, listOf(whole), true);
+    result.rows = ordered(whole, listOf(whole));
     fillSources(result);
     for (const Column& column : whole.columns) {
         const ScopeField& field = column.field;
@@ -494,16 +530,14 @@ WrittenSelect SelectWriter::write() {
             {field.name, field.sql.type, field.size, source, source < 0 ? "" : field.field});
     }
     if (hasKeys_) {
-        result.keys = text(whole, keysOf(whole), true);
+        result.keys = ordered(whole, keysOf(whole));
         result.fetch = fetchText();
     }
-    const Leaf& first = leaves_.front();
-    if (hasKeys_ && leaves_.size() == 1 && first.table != nullptr) {
-        const std::string& key = first.keys.front();
-        result.fetchRange = "SELECT " + key + ", " + listOf(whole) + " FROM " + first.text + " WHERE " + key +
-                            " BETWEEN ?1 AND ?2 ORDER BY " + key;
+    if (hasKeys_ && leaves_.size() == 1 && leaves_.front().table != nullptr) {
+        result.fetchRange = fetchRangeText(whole);
     }
-    result.idSets = context_.idSets;
+    result.idSets = context_.numbers.idSets();
+    result.parameters = context_.numbers.parameters();
     return result;
 }
 
@@ -517,10 +551,12 @@ WrittenSelect SelectWriter::find(const Expression& criterion) {
     const CriterionNames names(whole.columns);
     ExpressionWriter writer(names, context_);
     int nesting = 0;
-    whole.conditions.push_back(wrapped(writer.condition(criterion), kNot, nesting, criterion.position));
-    result.keys = text(whole, keysOf(whole), true);
+    whole.conditions.push_back(
+        context_.dialect.wrapped(writer.condition(criterion), kNot, nesting, criterion.position));
+    result.keys = ordered(whole, keysOf(whole));
     fillSources(result);
-    result.idSets = context_.idSets;
+    result.idSets = context_.numbers.idSets();
+    result.parameters = context_.numbers.parameters();
     return result;
 }
 
@@ -535,7 +571,8 @@ Leaf SelectWriter::merged(std::string name) {
     Leaf leaf = leaves_.front();
     Body own;
     own.from.leaves = leaves_;
-    own.columns = columns(leaves_);
+    own.groupLeaves = leaves_;
+    own.columns = columns(leaves_, leaves_);
     checkSize(own);
     addOrder(own);
     const Scope scope(leaves_);
@@ -549,9 +586,10 @@ Leaf SelectWriter::merged(std::string name) {
             continue;
         }
         int nesting = 0;
-        conditions.push_back(wrapped(writer.condition(*condition), kNot, nesting, condition->position));
+        conditions.push_back(
+            context_.dialect.wrapped(writer.condition(*condition), kNot, nesting, condition->position));
     }
-    leaf.condition = chain(conditions, " AND ");
+    leaf.condition = chain(conditions, " AND ", context_.dialect.facts().chainLength);
     leaf.order = own.order;
     leaf.name = std::move(name);
     leaf.fields.clear();
@@ -568,17 +606,12 @@ Leaf SelectWriter::nested(std::string name) {
     leaf.name = std::move(name);
     const std::string alias = context_.newAlias();
     const Body inner = body(false);
-    std::string selected;
+    std::vector<SelectedColumn> selected;
     // Selects `sql` under a name of its own and calls it by that from then on.
     const auto carryOut = [&](Sql& sql, char kind, std::size_t number) {
-        const std::string column = kind + std::to_string(number);
-        sql = engineValue(std::move(sql));
-        selected.append(selected.empty() ? "" : ", ").append(sql.text);
-        if (statement_.distinct && sql.type == Type::Text) {
-            selected += " COLLATE DAO_TEXT";
-        }
-        selected.append(" AS ").append(column);
-        sql.text = alias + "." + column;
+        sql = context_.dialect.value(std::move(sql));
+        selected.push_back({sql, kind + std::to_string(number)});
+        sql.text = alias + "." + selected.back().name;
         sql.precedence = kAtom;
         sql.nesting = 0;
         sql.notNull = false;
@@ -596,6 +629,7 @@ Leaf SelectWriter::nested(std::string name) {
         for (const std::string& own : inner.from.leaves[l].keys) {
             Sql key;
             key.text = own;
+            key.type = Type::Long;
             carryOut(key, 'k', leaf.keys.size());
             leaf.keys.push_back(key.text);
         }
@@ -604,9 +638,8 @@ Leaf SelectWriter::nested(std::string name) {
         leaf.order.push_back(inner.order[i]);
         carryOut(leaf.order.back().sql, 'o', i);
     }
-    selected.insert(0, statement_.distinct ? "DISTINCT " : "");
-    leaf.text = "(" + text(inner, selected, false) + ") AS " + alias;
+    leaf.text = "(" + context_.dialect.select(parts(inner, std::move(selected))) + ") AS " + alias;
     return leaf;
 }
 
-}  // namespace sql::sqlite
+}  // namespace sql::writing

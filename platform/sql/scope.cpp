@@ -1,6 +1,6 @@
-#include "platform/sql/sqlite_scope.h"
+#include "platform/sql/scope.h"
 
-namespace sql::sqlite {
+namespace sql::writing {
 
 bool Scope::find(std::string_view qualifier, std::string_view field, const Expression& name,
                  Place& place) const {
@@ -44,6 +44,16 @@ const ScopeField& Scope::resolve(const Expression& name) const {
     return leaves_[static_cast<std::size_t>(place.leaf)].fields[static_cast<std::size_t>(place.field)];
 }
 
+bool isNameOf(const Expression& e, std::string_view leaf, std::string_view field) {
+    if (e.kind != Expression::Kind::Name) {
+        return false;
+    }
+    if (sameName(e.text, field) && (e.qualifier.empty() || sameName(e.qualifier, leaf))) {
+        return true;
+    }
+    return e.dotted && sameName(e.text, std::string(leaf) + "." + std::string(field));
+}
+
 void Context::countText(std::size_t bytes, std::size_t position) {
     constexpr std::size_t kMost = std::size_t{256} << 20;
     textWritten += bytes;
@@ -58,59 +68,6 @@ void Context::countSource(std::size_t position) {
     if (++sourcesBound > kMost) {
         throw SyntaxError("The statement, with the stored queries in it, joins too many tables.", position);
     }
-}
-
-int Context::addIdSet(IdSetPtr ids) {
-    for (std::size_t i = 0; i < idSets.size(); ++i) {
-        if (idSets[i] == ids) {
-            return idSetBase + static_cast<int>(i);
-        }
-    }
-    idSets.push_back(std::move(ids));
-    return idSetBase + static_cast<int>(idSets.size()) - 1;
-}
-
-std::string quotedName(std::string_view name) {
-    std::string result = "\"";
-    for (const char c : name) {
-        result += c;
-        if (c == '"') {
-            result += c;
-        }
-    }
-    return result + "\"";
-}
-
-std::string quotedText(std::string_view text) {
-    std::string result = "'";
-    for (const char c : text) {
-        result += c;
-        if (c == '\'') {
-            result += c;
-        }
-    }
-    return result + "'";
-}
-
-std::string chain(const std::vector<std::string>& terms, std::string_view joint) {
-    constexpr std::size_t kGroup = 50;
-    if (terms.size() <= kGroup) {
-        std::string result;
-        for (const std::string& term : terms) {
-            if (!result.empty()) {
-                result += joint;
-            }
-            result += term;
-        }
-        return result;
-    }
-    std::vector<std::string> groups;
-    for (std::size_t i = 0; i < terms.size(); i += kGroup) {
-        const auto first = terms.begin() + static_cast<std::ptrdiff_t>(i);
-        const auto last = terms.size() - i > kGroup ? first + kGroup : terms.end();
-        groups.push_back("(" + chain({first, last}, joint) + ")");
-    }
-    return chain(groups, joint);
 }
 
 std::vector<const Expression*> conjuncts(const ExpressionPtr& condition) {
@@ -129,4 +86,4 @@ std::vector<const Expression*> conjuncts(const ExpressionPtr& condition) {
     return result;
 }
 
-}  // namespace sql::sqlite
+}  // namespace sql::writing

@@ -1,21 +1,18 @@
-#include "platform/sql/sqlite_expressions.h"
+#include "platform/sql/expressions.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <limits>
 #include <utility>
 
-namespace sql::sqlite {
+namespace sql::writing {
 
 namespace {
 
 using Kind = Expression::Kind;
 using Op = Expression::Op;
 
-// Levels of parentheses that the store's parser surely takes.
-constexpr int kMaxWrittenNesting = 24;
 constexpr double kCurrencyScale = 10000;
 
 [[noreturn]] void mismatch(const Expression& e) {
@@ -25,19 +22,9 @@ constexpr double kCurrencyScale = 10000;
         e.position);
 }
 
-std::string shortest(double number) {
-    std::array<char, 64> buffer{};
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
-    std::string result(buffer.data(), end.ptr);
-    if (result.find_first_of(".e") == std::string::npos) {
-        result += ".0";
-    }
-    return result;
-}
-
-Sql realLiteral(double number, Type type) {
+Sql realLiteral(const Dialect& dialect, double number, Type type) {
     Sql result;
-    result.text = shortest(number);
+    result.text = dialect.real(number);
     result.type = type;
     result.precedence = std::signbit(number) ? kUnary : kAtom;
     result.real = true;
@@ -71,9 +58,12 @@ bool asScaled(const Expression& e, std::int64_t& scaled) {
     return static_cast<double>(scaled) / kCurrencyScale == e.number;
 }
 
-Sql combined(const Sql& a, const Sql& b) {
+// What a condition is, before its text stands.
+Sql truth(Precedence precedence) {
     Sql result;
-    result.nesting = std::max(a.nesting, b.nesting);
+    result.type = Type::YesNo;
+    result.precedence = precedence;
+    result.truth = true;
     return result;
 }
 
@@ -102,45 +92,17 @@ std::string_view signOf(Op op) {
 
 }  // namespace
 
-std::string wrapped(const Sql& sql, int least, int& nesting, std::size_t position) {
-    nesting = std::max(nesting, sql.nesting);
-    if (sql.precedence >= least) {
-        return sql.text;
-    }
-    nesting = std::max(nesting, sql.nesting + 1);
-    if (nesting > kMaxWrittenNesting) {
-        throw SyntaxError("The expression is nested too deeply for the store.", position);
-    }
-    return "(" + sql.text + ")";
-}
-
-Sql engineValue(Sql sql) {
-    if (sql.truth) {
-        sql.text = "-(" + sql.text + ")";
-        sql.precedence = kUnary;
-        ++sql.nesting;
-        sql.truth = false;
-    }
-    return sql;
-}
-
-Sql inUnits(Sql sql) {
-    sql = engineValue(std::move(sql));
+// Currency in units, as a floating number; a Yes/No as 0 or -1.
+Sql ExpressionWriter::inUnits(Sql sql) const {
+    sql = dialect_.value(std::move(sql));
     if (sql.type == Type::Currency) {
-        sql.text = (sql.precedence < kProduct ? "(" + sql.text + ")" : sql.text) + " / 10000.0";
+        sql.text = (sql.precedence < kProduct ? "(" + sql.text + ")" : sql.text) + " / " +
+                   dialect_.real(kCurrencyScale);
         sql.precedence = kProduct;
         sql.type = Type::Double;
         sql.real = true;
     }
     return sql;
-}
-
-std::string orderTerm(const Sql& sql, bool descending) {
-    std::string result = engineValue(sql).text;
-    if (sql.type == Type::Text) {
-        result = (sql.precedence < kCollate ? "(" + result + ")" : result) + " COLLATE DAO_TEXT";
-    }
-    return descending ? result + " DESC" : result;
 }
 
 Sql ExpressionWriter::write(const Expression& e) {
@@ -152,7 +114,7 @@ Sql ExpressionWriter::write(const Expression& e) {
 Sql ExpressionWriter::written(const Expression& e) {
     switch (e.kind) {
         case Kind::Name:
-            return names_.resolve(e).sql;
+            return names_->resolve(e).sql;
         case Kind::Negate:
             return negation(e);
         case Kind::Arithmetic:
@@ -182,12 +144,13 @@ Sql ExpressionWriter::written(const Expression& e) {
 }
 
 Sql ExpressionWriter::negation(const Expression& e) {
-    const Sql operand = inUnits(write(*e.children[0]));
+    Sql operand = inUnits(write(*e.children[0]));
     if (operand.type == Type::Text || operand.type == Type::Date) {
         mismatch(e);
     }
+    operand = dialect_.number(std::move(operand));
     Sql result;
-    result.text = "-" + wrapped(operand, kAtom, result.nesting, e.position);
+    result.text = "-" + dialect_.wrapped(operand, kAtom, result.nesting, e.position);
     result.type = Type::Double;
     result.precedence = kUnary;
     result.real = operand.real;
@@ -196,22 +159,16 @@ Sql ExpressionWriter::negation(const Expression& e) {
 
 Sql ExpressionWriter::inversion(const Expression& e) {
     const Sql operand = condition(*e.children[0]);
-    Sql result;
-    result.text = "NOT " + wrapped(operand, kEquality, result.nesting, e.position);
-    result.type = Type::YesNo;
-    result.precedence = kNot;
-    result.truth = true;
+    Sql result = truth(kNot);
+    result.text = "NOT " + dialect_.wrapped(operand, kEquality, result.nesting, e.position);
     return result;
 }
 
 Sql ExpressionWriter::nullTest(const Expression& e) {
     const Sql operand = write(*e.children[0]);
-    Sql result;
-    result.text =
-        wrapped(operand, kSum, result.nesting, e.position) + (e.negated ? " IS NOT NULL" : " IS NULL");
-    result.type = Type::YesNo;
-    result.precedence = kEquality;
-    result.truth = true;
+    Sql result = truth(kEquality);
+    result.text = dialect_.wrapped(operand, kSum, result.nesting, e.position) +
+                  (e.negated ? " IS NOT NULL" : " IS NULL");
     result.notNull = true;
     return result;
 }
@@ -222,15 +179,15 @@ Sql ExpressionWriter::literal(const Expression& e) const {
         case Kind::Integer:
             return integerLiteral(e.integer);
         case Kind::Number:
-            return realLiteral(e.number, Type::Double);
+            return realLiteral(dialect_, e.number, Type::Double);
         case Kind::Date:
-            return realLiteral(e.number, Type::Date);
+            return realLiteral(dialect_, e.number, Type::Date);
         case Kind::Boolean:
             result = integerLiteral(e.integer);
             result.type = Type::YesNo;
             return result;
         case Kind::Text:
-            result.text = quotedText(e.text);
+            result.text = dialect_.text(e.text);
             result.type = Type::Text;
             result.notNull = true;
             return result;
@@ -241,7 +198,7 @@ Sql ExpressionWriter::literal(const Expression& e) const {
 }
 
 Sql ExpressionWriter::value(const Expression& e) {
-    return engineValue(write(e));
+    return dialect_.value(write(e));
 }
 
 Sql ExpressionWriter::condition(const Expression& e) {
@@ -250,9 +207,9 @@ Sql ExpressionWriter::condition(const Expression& e) {
         mismatch(e);
     }
     if (result.type == Type::YesNo || result.type == Type::Null) {
-        return result;
+        return dialect_.condition(std::move(result));
     }
-    result.text = wrapped(result, kSum, result.nesting, e.position) + " <> 0";
+    result.text = dialect_.wrapped(result, kSum, result.nesting, e.position) + " <> 0";
     result.precedence = kEquality;
     result.type = Type::YesNo;
     result.truth = true;
@@ -260,12 +217,12 @@ Sql ExpressionWriter::condition(const Expression& e) {
 }
 
 Sql ExpressionWriter::arithmetic(const Expression& e) {
-    const Sql left = inUnits(write(*e.children[0]));
-    const Sql right = inUnits(write(*e.children[1]));
-    Sql result = combined(left, right);
+    Sql left = inUnits(write(*e.children[0]));
+    Sql right = inUnits(write(*e.children[1]));
+    Sql result;
     if (e.op == Op::Add && left.type == Type::Text && right.type == Type::Text) {
-        result.text = wrapped(left, kConcat, result.nesting, e.position) + " || " +
-                      wrapped(right, kCollate, result.nesting, e.position);
+        result.text = dialect_.wrapped(left, kConcat, result.nesting, e.position) + " || " +
+                      dialect_.wrapped(right, kCollate, result.nesting, e.position);
         result.type = Type::Text;
         result.precedence = kConcat;
         return result;
@@ -273,15 +230,16 @@ Sql ExpressionWriter::arithmetic(const Expression& e) {
     if (left.type == Type::Text || right.type == Type::Text) {
         mismatch(e);
     }
-    if (e.op == Op::Divide) {
-        return division(left, right, e);
+    if (e.op == Op::Divide || e.op == Op::IntDivide || e.op == Op::Mod) {
+        result = dialect_.quotient(e, left, right);
+        result.type = e.op == Op::Divide ? Type::Double : Type::Long;
+        return result;
     }
-    if (e.op == Op::IntDivide || e.op == Op::Mod) {
-        return wholeNumbers(left, right, e);
-    }
+    left = dialect_.number(std::move(left));
+    right = dialect_.number(std::move(right));
     const Precedence level = e.op == Op::Multiply ? kProduct : kSum;
-    result.text = wrapped(left, level, result.nesting, e.position) + std::string(signOf(e.op)) +
-                  wrapped(right, level + 1, result.nesting, e.position);
+    result.text = dialect_.wrapped(left, level, result.nesting, e.position) + std::string(signOf(e.op)) +
+                  dialect_.wrapped(right, level + 1, result.nesting, e.position);
     result.precedence = level;
     result.real = left.real || right.real;
     result.notNull = left.notNull && right.notNull;
@@ -292,62 +250,16 @@ Sql ExpressionWriter::arithmetic(const Expression& e) {
     return result;
 }
 
-// The engine's division never cuts off what stands behind the point.
-Sql ExpressionWriter::division(const Sql& left, const Sql& right, const Expression& e) const {
-    Sql result = combined(left, right);
-    std::string divisor = wrapped(right, kProduct + 1, result.nesting, e.position);
-    std::string dividend = wrapped(left, kProduct, result.nesting, e.position);
-    if (e.children[1]->kind == Kind::Integer) {
-        divisor += ".0";
-    } else if (!left.real && !right.real) {
-        dividend = "1.0 * " + wrapped(left, kProduct + 1, result.nesting, e.position);
-    }
-    result.text = dividend + " / " + divisor;
-    result.type = Type::Double;
-    result.precedence = kProduct;
-    result.real = true;
-    return result;
-}
-
-// `\` and Mod round their operands to whole numbers first.
-Sql ExpressionWriter::wholeNumbers(const Sql& left, const Sql& right, const Expression& e) const {
-    Sql result = combined(left, right);
-    auto whole = [&](const Sql& operand) {
-        if (!operand.real && (operand.type == Type::Long || operand.type == Type::YesNo)) {
-            return wrapped(operand, kProduct + 1, result.nesting, e.position);
-        }
-        ++result.nesting;
-        return "CAST(ROUND(" + operand.text + ") AS INTEGER)";
-    };
-    const std::string dividend = whole(left);
-    result.text = dividend + (e.op == Op::Mod ? " % " : " / ") + whole(right);
-    result.type = Type::Long;
-    result.precedence = kProduct;
-    return result;
-}
-
 Sql ExpressionWriter::concat(const Expression& e) {
     Sql result;
-    auto operand = [&](const Expression& child, int least) -> std::string {
-        Sql sql = inUnits(write(child));
+    const auto operand = [&](const Expression& child, int least) {
+        const Sql sql = inUnits(write(child));
         if (sql.type == Type::Date) {
             throw SyntaxError(
                 "A date cannot be joined to a text: its form differs from one workstation to the other.",
                 child.position);
         }
-        if (sql.type == Type::Null) {
-            return "''";
-        }
-        if (sql.type == Type::Text && sql.notNull) {
-            return wrapped(sql, least, result.nesting, e.position);
-        }
-        result.nesting = std::max(result.nesting, sql.nesting + (sql.type == Type::Single ? 3 : 1));
-        if (sql.type == Type::Single) {
-            // As many digits as a Single holds, not those of the double that the store keeps it in.
-            return "CASE WHEN " + sql.text + " IS NULL THEN '' ELSE dao_text(CAST(printf('%.7g', " +
-                   sql.text + ") AS REAL)) END";
-        }
-        return "dao_text(" + sql.text + ")";
+        return dialect_.wrapped(dialect_.joinedText(sql), least, result.nesting, e.position);
     };
     const std::string left = operand(*e.children[0], kConcat);
     result.text = left + " || " + operand(*e.children[1], kCollate);
@@ -366,7 +278,7 @@ std::vector<Sql> ExpressionWriter::comparable(const Expression& e, std::size_t c
     bool anyCurrency = false;
     std::int64_t ignored = 0;
     for (std::size_t i = 0; i < count; ++i) {
-        result.push_back(engineValue(write(*e.children[i])));
+        result.push_back(dialect_.value(write(*e.children[i])));
         const Type type = result.back().type;
         text = text || type == Type::Text;
         other = other || (type != Type::Text && type != Type::Null);
@@ -389,49 +301,37 @@ std::vector<Sql> ExpressionWriter::comparable(const Expression& e, std::size_t c
 
 Sql ExpressionWriter::compare(const Expression& e) {
     const std::vector<Sql> operands = comparable(e, 2);
-    Sql result;
-    result.text = wrapped(operands[0], kSum, result.nesting, e.position) + std::string(signOf(e.op));
-    if (operands[0].type == Type::Text || operands[1].type == Type::Text) {
-        result.text += wrapped(operands[1], kCollate, result.nesting, e.position) + " COLLATE DAO_TEXT";
-    } else {
-        result.text += wrapped(operands[1], kSum, result.nesting, e.position);
-    }
-    result.type = Type::YesNo;
-    result.precedence = kEquality;
-    result.truth = true;
+    Sql result = truth(kEquality);
+    const bool text = operands[0].type == Type::Text || operands[1].type == Type::Text;
+    result.text = dialect_.compared(operands[0], false, kSum, result.nesting, e.position) +
+                  std::string(signOf(e.op)) +
+                  dialect_.compared(operands[1], text, kSum, result.nesting, e.position);
     return result;
 }
 
 Sql ExpressionWriter::between(const Expression& e) {
     const std::vector<Sql> operands = comparable(e, 3);
-    Sql result;
+    Sql result = truth(kEquality);
     const bool text = operands[0].type == Type::Text || operands[1].type == Type::Text;
-    result.text = text ? wrapped(operands[0], kCollate, result.nesting, e.position) + " COLLATE DAO_TEXT"
-                       : wrapped(operands[0], kSum, result.nesting, e.position);
+    result.text = dialect_.compared(operands[0], text, kSum, result.nesting, e.position);
     result.text += e.negated ? " NOT BETWEEN " : " BETWEEN ";
-    result.text += wrapped(operands[1], kSum, result.nesting, e.position) + " AND " +
-                   wrapped(operands[2], kSum, result.nesting, e.position);
-    result.type = Type::YesNo;
-    result.precedence = kEquality;
-    result.truth = true;
+    result.text += dialect_.compared(operands[1], false, kSum, result.nesting, e.position) + " AND " +
+                   dialect_.compared(operands[2], false, kSum, result.nesting, e.position);
     return result;
 }
 
 Sql ExpressionWriter::inList(const Expression& e) {
     const std::vector<Sql> operands = comparable(e, e.children.size());
-    Sql result;
+    Sql result = truth(kEquality);
     const bool text = operands[0].type == Type::Text || operands[1].type == Type::Text;
-    result.text = text ? wrapped(operands[0], kCollate, result.nesting, e.position) + " COLLATE DAO_TEXT"
-                       : wrapped(operands[0], kSum, result.nesting, e.position);
+    result.text = dialect_.compared(operands[0], text, kSum, result.nesting, e.position);
     result.text += e.negated ? " NOT IN (" : " IN (";
     for (std::size_t i = 1; i < operands.size(); ++i) {
-        result.text += (i > 1 ? ", " : "") + operands[i].text;
+        result.text += i > 1 ? ", " : "";
+        result.text += dialect_.compared(operands[i], false, kOr, result.nesting, e.position);
         result.nesting = std::max(result.nesting, operands[i].nesting + 1);
     }
     result.text += ")";
-    result.type = Type::YesNo;
-    result.precedence = kEquality;
-    result.truth = true;
     return result;
 }
 
@@ -440,8 +340,8 @@ Sql ExpressionWriter::inSet(const Expression& e) {
     if (field.type == Type::Text) {
         mismatch(e);
     }
-    Sql result;
-    result.text = wrapped(field, kSum, result.nesting, e.position);
+    Sql result = truth(kEquality);
+    result.text = dialect_.wrapped(field, kSum, result.nesting, e.position);
     if (e.ids->size() == 1) {
         result.text += " = " + std::to_string(e.ids->front());
     } else if (e.ids->size() <= kInlineIds) {
@@ -451,28 +351,24 @@ Sql ExpressionWriter::inSet(const Expression& e) {
         }
         result.text += ")";
     } else {
-        result.text += " IN (SELECT value FROM idset(" + std::to_string(context_.addIdSet(e.ids)) + "))";
+        const int set = dialect_.addSet(context_.numbers, e.ids);
+        result.text = dialect_.inSet(field, result.text, set);
     }
-    result.type = Type::YesNo;
-    result.precedence = kEquality;
-    result.truth = true;
     return result;
 }
 
 Sql ExpressionWriter::terms(const Expression& e) {
     const bool isOr = e.kind == Kind::Or;
-    Sql result;
+    Sql result = truth(isOr ? kOr : kAnd);
     std::vector<std::string> texts;
     texts.reserve(e.children.size());
     for (const ExpressionPtr& child : e.children) {
-        texts.push_back(wrapped(condition(*child), isOr ? kAnd : kNot, result.nesting, child->position));
+        texts.push_back(
+            dialect_.wrapped(condition(*child), isOr ? kAnd : kNot, result.nesting, child->position));
     }
-    constexpr std::size_t kOneGroup = 50;
-    result.nesting += texts.size() > kOneGroup ? 4 : 0;
-    result.text = chain(texts, isOr ? " OR " : " AND ");
-    result.type = Type::YesNo;
-    result.precedence = isOr ? kOr : kAnd;
-    result.truth = true;
+    const std::size_t most = dialect_.facts().chainLength;
+    result.nesting += texts.size() > most ? 4 : 0;
+    result.text = chain(texts, isOr ? " OR " : " AND ", most);
     return result;
 }
 
@@ -488,7 +384,7 @@ bool ExpressionWriter::hasAggregate(const Expression& e) {
 Sql ExpressionWriter::call(const Expression& e) {
     if (e.text == "Now") {
         Sql result;
-        result.text = "dao_now()";
+        result.text = dialect_.now(context_.numbers);
         result.type = Type::Date;
         result.real = true;
         result.notNull = true;
@@ -508,7 +404,7 @@ Sql ExpressionWriter::dateDiff(const Expression& e) {
                           interval.position);
     }
     Sql result;
-    result.text = "dao_datediff(";
+    result.text = std::string(dialect_.facts().dateDiff) + "(";
     for (std::size_t i = 0; i < e.children.size(); ++i) {
         const Sql argument = inUnits(write(*e.children[i]));
         if (argument.type != Type::Null && (argument.type == Type::Text) != (i == 0)) {
@@ -522,8 +418,18 @@ Sql ExpressionWriter::dateDiff(const Expression& e) {
     return result;
 }
 
+// What a counting function counts.
+Sql ExpressionWriter::ofRows(const Expression& e) {
+    const NameResolver* groups = std::exchange(names_, rows_);
+    const NameResolver* rows = std::exchange(rows_, nullptr);
+    Sql result = value(e);
+    names_ = groups;
+    rows_ = rows;
+    return result;
+}
+
 Sql ExpressionWriter::aggregate(const Expression& e) {
-    if (!aggregates_) {
+    if (rows_ == nullptr) {
         throw SyntaxError("The function " + e.text + " can stand only behind SELECT, HAVING or ORDER BY.",
                           e.position);
     }
@@ -534,19 +440,13 @@ Sql ExpressionWriter::aggregate(const Expression& e) {
         result.notNull = true;
         return result;
     }
-    aggregates_ = false;
-    const Sql argument = value(*e.children[0]);
-    aggregates_ = true;
+    const Sql argument = ofRows(*e.children[0]);
     const bool sums = e.text == "Sum" || e.text == "Avg";
     if (sums && argument.type == Type::Text) {
         mismatch(e);
     }
     result.nesting = argument.nesting + 1;
-    std::string inner = argument.text;
-    if (argument.type == Type::Text) {
-        inner = wrapped(argument, kCollate, result.nesting, e.position) + " COLLATE DAO_TEXT";
-    }
-    result.text = e.text + (e.distinct ? "(DISTINCT " : "(") + inner + ")";
+    result.text = dialect_.aggregate(e, argument, result.nesting);
     result.real = argument.real && e.text != "Count";
     if (e.text == "Sum") {
         result.type = argument.type == Type::Currency ? Type::Currency : Type::Double;
@@ -575,35 +475,25 @@ std::string ExpressionWriter::assigned(const Expression& e, const ColumnInfo& co
     if (column.type == Type::Currency) {
         return assignedCurrency(e, sql);
     }
-    const Sql number = inUnits(sql);
-    switch (column.type) {
-        case Type::YesNo:
-            return "-(" + number.text + " <> 0)";
-        case Type::Long:
-            if (isNumberLiteral(e) && std::fabs(e.number) > std::numeric_limits<std::int32_t>::max()) {
-                throw SyntaxError("The number is out of range for the field '" + column.name + "'.",
-                                  e.position);
-            }
-            return number.type == Type::Long && !number.real ? number.text
-                                                             : "CAST(ROUND(" + number.text + ") AS INTEGER)";
-        case Type::Single:
-            if (sql.type == Type::Single) {
-                return sql.text;
-            }
-            if (isNumberLiteral(e)) {
-                const auto single = static_cast<float>(e.number);
-                if (!std::isfinite(single)) {
-                    throw SyntaxError("The number is out of range for the field '" + column.name + "'.",
-                                      e.position);
-                }
-                return shortest(static_cast<double>(single));
-            }
-            // Cut to the digits that a Single has, so that the field compares as if the engine had read and
-            // written it: adding and taking away a large multiple rounds off the rest.
-            return "(SELECT v * 536870913.0 - (v * 536870913.0 - v) FROM (SELECT " + number.text + " AS v))";
-        default:
-            return number.text;
+    return assignedNumber(e, inUnits(sql), column);
+}
+
+std::string ExpressionWriter::assignedNumber(const Expression& e, const Sql& number,
+                                             const ColumnInfo& column) const {
+    const bool literal = isNumberLiteral(e);
+    const auto single = static_cast<float>(e.number);
+    if (literal && ((column.type == Type::Long && std::fabs(e.number) > std::numeric_limits<int>::max()) ||
+                    (column.type == Type::Single && !std::isfinite(single)))) {
+        throw SyntaxError("The number is out of range for the field '" + column.name + "'.", e.position);
     }
+    if (column.type == Type::Single && literal) {
+        return dialect_.real(static_cast<double>(single));
+    }
+    const bool same = number.type == column.type && !(column.type == Type::Long && number.real);
+    if (column.type == Type::YesNo || (!same && column.type != Type::Date)) {
+        return dialect_.stored(number, column.type, e.position);
+    }
+    return number.text;
 }
 
 std::string ExpressionWriter::assignedCurrency(const Expression& e, const Sql& sql) const {
@@ -617,8 +507,7 @@ std::string ExpressionWriter::assignedCurrency(const Expression& e, const Sql& s
         }
         return std::to_string(std::llround(e.number * kCurrencyScale));
     }
-    int nesting = 0;
-    return "CAST(ROUND(" + wrapped(sql, kProduct, nesting, e.position) + " * 10000.0) AS INTEGER)";
+    return dialect_.stored(sql, Type::Currency, e.position);
 }
 
 std::string ExpressionWriter::assignedText(const Expression& e, const Sql& sql) const {
@@ -629,10 +518,9 @@ std::string ExpressionWriter::assignedText(const Expression& e, const Sql& sql) 
         mismatch(e);
     }
     if (e.kind == Kind::Integer) {
-        return quotedText(std::to_string(e.integer));
+        return dialect_.text(std::to_string(e.integer));
     }
-    return "(SELECT CASE WHEN v IS NOT NULL THEN dao_text(v) END FROM (SELECT " + inUnits(sql).text +
-           " AS v))";
+    return dialect_.stored(inUnits(sql), Type::Text, e.position);
 }
 
-}  // namespace sql::sqlite
+}  // namespace sql::writing

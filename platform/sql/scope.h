@@ -6,25 +6,10 @@
 #include <vector>
 
 #include "platform/sql/ast.h"
-#include "platform/sql/writer.h"
+#include "platform/sql/dialect.h"
 
-// What the parts of the SQLite writer pass each other.
-namespace sql::sqlite {
-
-// How tightly the outermost operator of a piece of SQL binds. Parentheses are written only where they are
-// needed: the store's own parser gives up on some thirty levels of them.
-enum Precedence { kOr = 1, kAnd, kNot, kEquality, kSum, kProduct, kConcat, kCollate, kUnary, kAtom };
-
-// An expression in the store's SQL. A value of type Currency is the stored count of ten-thousandths.
-struct Sql {
-    std::string text;
-    Type type = Type::Null;
-    Precedence precedence = kAtom;
-    int nesting = 0;       // levels of parentheses inside
-    bool truth = false;    // 0 or 1 as the store's own comparisons give it, not yet 0 or -1
-    bool real = false;     // surely a floating number, so that a division by it is no division of integers
-    bool notNull = false;  // surely not Null
-};
+// What the parts of a writer pass each other.
+namespace sql::writing {
 
 // A field that a statement can name.
 struct ScopeField {
@@ -34,11 +19,6 @@ struct ScopeField {
     bool counter = false;
     int source = -1;    // in the leaf's own list; -1: computed
     std::string field;  // of that source's table
-};
-
-struct OrderTerm {
-    Sql sql;
-    bool descending = false;
 };
 
 // One table or query of a FROM.
@@ -55,7 +35,7 @@ struct Leaf {
     std::vector<OrderTerm> order;
     // A set of numbers that the rows are best looked up by.
     int idSet = -1;
-    std::string idField;
+    Sql idField;
 };
 
 // Finds what a name in an expression means.
@@ -82,12 +62,15 @@ class Scope : public NameResolver {
     const std::vector<Leaf>& leaves_;
 };
 
+// Whether an expression is the name of this field, in a FROM where that is clear.
+bool isNameOf(const Expression& e, std::string_view leaf, std::string_view field);
+
 // What lasts through the writing of one statement and of the stored queries in it.
 struct Context {
-    explicit Context(const Catalog& c, int base) : catalog(c), idSetBase(base) {}
+    Context(const Dialect& d, const Catalog& c, int idSetBase) : dialect(d), catalog(c), numbers(idSetBase) {}
+    const Dialect& dialect;
     const Catalog& catalog;
-    int idSetBase;
-    std::vector<IdSetPtr> idSets;
+    Numbers numbers;
     int aliases = 0;
     bool plainAliases = false;             // UPDATE and DELETE know a table by its own name only
     std::vector<std::string> openQueries;  // stored queries being written, to notice a circle
@@ -100,17 +83,12 @@ struct Context {
     int sourcesBound = 0;
 
     std::string newAlias() { return "t" + std::to_string(aliases++); }
-    int addIdSet(IdSetPtr ids);  // its number
 };
 
-// Sets up to this size are written out; larger ones become an idset.
+// Sets up to this size are written out; larger ones are bound as a whole.
 inline constexpr std::size_t kInlineIds = 64;
 
-std::string quotedName(std::string_view name);
-std::string quotedText(std::string_view text);
-// Terms joined by AND or OR. Long chains go into groups: the store limits the depth of one chain.
-std::string chain(const std::vector<std::string>& terms, std::string_view joint);
 // The conjuncts of a condition; nullptr has none.
 std::vector<const Expression*> conjuncts(const ExpressionPtr& condition);
 
-}  // namespace sql::sqlite
+}  // namespace sql::writing

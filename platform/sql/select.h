@@ -3,11 +3,11 @@
 #include <string>
 #include <vector>
 
-#include "platform/sql/sqlite_expressions.h"
-#include "platform/sql/sqlite_joins.h"
-#include "platform/sql/sqlite_scope.h"
+#include "platform/sql/expressions.h"
+#include "platform/sql/joins.h"
+#include "platform/sql/scope.h"
 
-namespace sql::sqlite {
+namespace sql::writing {
 
 // One SELECT: finds what its names mean, then writes it in its several forms. Stored queries in its FROM are
 // bound by a writer of their own and become leaves of this one.
@@ -30,6 +30,7 @@ class SelectWriter {
     // Everything behind SELECT's columns, and what the names mean behind this FROM.
     struct Body {
         FromText from;
+        std::vector<Leaf> groupLeaves;  // their fields as they stand outside of counting functions
         std::vector<Column> columns;
         std::vector<std::string> conditions;
         std::string groups;            // GROUP BY ... HAVING ...
@@ -46,20 +47,23 @@ class SelectWriter {
     void checkGrouped(const Expression& e, const Scope& scope) const;
     bool isColumn(const Expression& name, const std::vector<Column>& columns) const;
     Body body(bool fetch);
-    std::vector<Column> columns(const std::vector<Leaf>& leaves);
+    std::vector<Leaf> ofGroups(std::vector<Leaf> leaves) const;
+    std::vector<Column> columns(const std::vector<Leaf>& rows, const std::vector<Leaf>& leaves);
     void addStar(const SelectItem& item, const std::vector<Leaf>& leaves, std::vector<Column>& result) const;
-    Column computed(const SelectItem& item, const Scope& scope, const std::vector<Leaf>& leaves);
+    Column computed(const SelectItem& item, const std::vector<Leaf>& rows, const std::vector<Leaf>& leaves);
     void nameColumns(std::vector<Column>& columns) const;
     void addWhere(Body& body);
     void addGroups(Body& body);
     void addOrder(Body& body);
-    std::string text(const Body& body, const std::string& selected, bool ordered) const;
-    std::string listOf(const Body& body) const;
-    std::string keysOf(const Body& body) const;
+    SelectParts parts(const Body& body, std::vector<SelectedColumn> columns) const;
+    std::string ordered(const Body& body, std::vector<SelectedColumn> columns) const;
+    static std::vector<SelectedColumn> listOf(const Body& body);
+    std::vector<SelectedColumn> keysOf(const Body& body) const;
     Leaf merged(std::string name);
     Leaf nested(std::string name);
     void fillSources(WrittenSelect& result) const;
     std::string fetchText();
+    std::string fetchRangeText(const Body& whole) const;
 
     const Statement& statement_;
     Context& context_;
@@ -75,4 +79,4 @@ class SelectWriter {
 Leaf bindName(const std::string& name, const std::string& visibleName, std::size_t position,
               Context& context);
 
-}  // namespace sql::sqlite
+}  // namespace sql::writing

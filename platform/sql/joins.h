@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/sql/sqlite_scope.h"
+#include "platform/sql/scope.h"
 
-namespace sql::sqlite {
+namespace sql::writing {
 
 // A FROM as a tree of joins over the leaves of a statement; one bit of a mask for each leaf.
 struct JoinNode {
@@ -49,4 +49,4 @@ struct FromText {
 // more.
 FromText writeFrom(const JoinNode& node, std::vector<Leaf> leaves, Context& context, bool fetch);
 
-}  // namespace sql::sqlite
+}  // namespace sql::writing

@@ -1,0 +1,189 @@
+#include <algorithm>
+#include <utility>
+
+#include "platform/sql/dialect.h"
+
+namespace sql::writing {
+
+namespace {
+
+constexpr Facts kFacts = {
+    .maxNesting = 24,
+    .chainLength = 50,
+    .maxColumns = 1900,
+    .joinNeedsCondition = false,
+    .setsInOrder = true,
+    .oneGroup = "NULL",
+    .dateDiff = "dao_datediff",
+};
+
+class SqliteDialect : public Dialect {
+ public:
+    SqliteDialect() : Dialect(kFacts) {}
+
+    std::string table(const std::string& name) const override { return quotedName(name); }
+
+    std::string rowKey(const TableInfo&, const std::string& alias) const override { return alias + ".rowid"; }
+
+    std::string keyParameter(int number) const override { return "?" + std::to_string(number); }
+
+    std::string isKeyParameter(const std::string& key, int number, bool nullable) const override {
+        return key + (nullable ? " IS " : " = ") + keyParameter(number);
+    }
+
+    int addSet(Numbers& numbers, const IdSetPtr& ids) const override { return numbers.addIdSet(ids); }
+
+    std::string setSource(int number) const override {
+        const std::string set = std::to_string(number);
+        return "idset(" + set + ") AS s" + set;
+    }
+
+    std::string inSet(const Sql&, const std::string& text, int number) const override {
+        return text + " IN (SELECT value FROM idset(" + std::to_string(number) + "))";
+    }
+
+    Sql value(Sql sql) const override {
+        if (sql.truth) {
+            sql.text = "-(" + sql.text + ")";
+            sql.precedence = kUnary;
+            ++sql.nesting;
+            sql.truth = false;
+        }
+        return sql;
+    }
+
+    Sql condition(Sql sql) const override { return sql; }
+
+    std::string real(double number) const override { return shortest(number); }
+
+    std::string text(std::string_view text) const override { return quotedText(text); }
+
+    std::string now(Numbers&) const override { return "dao_now()"; }
+
+    Sql number(Sql sql) const override { return sql; }
+
+    Sql quotient(const Expression& e, const Sql& left, const Sql& right) const override {
+        return e.op == Expression::Op::Divide ? division(e, left, right) : wholeDivision(e, left, right);
+    }
+
+    Sql joinedText(const Sql& sql) const override {
+        Sql result;
+        result.nesting = sql.nesting + (sql.type == Type::Single ? 3 : 1);
+        if (sql.type == Type::Null) {
+            result.text = "''";
+            result.nesting = 0;
+        } else if (sql.type == Type::Text && sql.notNull) {
+            result = sql;
+        } else if (sql.type == Type::Single) {
+            // As many digits as a Single holds, not those of the double that the store keeps it in.
+            result.text = "CASE WHEN " + sql.text + " IS NULL THEN '' ELSE dao_text(CAST(printf('%.7g', " +
+                          sql.text + ") AS REAL)) END";
+        } else {
+            result.text = "dao_text(" + sql.text + ")";
+        }
+        return result;
+    }
+
+    std::string compared(const Sql& sql, bool collating, int least, int& nesting,
+                         std::size_t position) const override {
+        return collating ? wrapped(sql, kCollate, nesting, position) + " COLLATE DAO_TEXT"
+                         : wrapped(sql, least, nesting, position);
+    }
+
+    std::string stored(const Sql& number, Type type, std::size_t position) const override {
+        int nesting = 0;
+        switch (type) {
+            case Type::YesNo:
+                return "-(" + number.text + " <> 0)";
+            case Type::Long:
+                return whole(number.text);
+            case Type::Single:
+                // Cut to the digits that a Single has, so that the field compares as if the engine had read
+                // and written it: adding and taking away a large multiple rounds off the rest.
+                return "(SELECT v * 536870913.0 - (v * 536870913.0 - v) FROM (SELECT " + number.text +
+                       " AS v))";
+            case Type::Currency:
+                return whole(wrapped(number, kProduct, nesting, position) + " * 10000.0");
+            default:
+                return "(SELECT CASE WHEN v IS NOT NULL THEN dao_text(v) END FROM (SELECT " + number.text +
+                       " AS v))";
+        }
+    }
+
+    std::string aggregate(const Expression& call, const Sql& argument, int& nesting) const override {
+        std::string inner = argument.text;
+        if (argument.type == Type::Text) {
+            inner = wrapped(argument, kCollate, nesting, call.position) + " COLLATE DAO_TEXT";
+        }
+        return call.text + (call.distinct ? "(DISTINCT " : "(") + inner + ")";
+    }
+
+    Sql ofGroup(Sql field, bool) const override { return field; }
+
+    std::string sortKey(const Sql& sql) const override {
+        const std::string result = value(sql).text;
+        if (sql.type != Type::Text) {
+            return result;
+        }
+        return (sql.precedence < kCollate ? "(" + result + ")" : result) + " COLLATE DAO_TEXT";
+    }
+
+    std::string orderTerm(const OrderTerm& term) const override {
+        return sortKey(term.sql) + (term.descending ? " DESC" : "");
+    }
+
+    std::string select(const SelectParts& parts) const override {
+        std::vector<std::string> columns;
+        for (const SelectedColumn& column : parts.columns) {
+            std::string text = value(column.sql).text;
+            if (parts.distinct && column.sql.type == Type::Text) {
+                text += " COLLATE DAO_TEXT";
+            }
+            columns.push_back(column.name.empty() ? text : text + " AS " + column.name);
+        }
+        return selectText(*this, parts, (parts.distinct ? "SELECT DISTINCT " : "SELECT ") + listed(columns));
+    }
+
+ private:
+    static std::string whole(const std::string& number) { return "CAST(ROUND(" + number + ") AS INTEGER)"; }
+
+    Sql division(const Expression& e, const Sql& left, const Sql& right) const {
+        Sql result;
+        std::string divisor = wrapped(right, kProduct + 1, result.nesting, e.position);
+        std::string dividend = wrapped(left, kProduct, result.nesting, e.position);
+        if (e.children[1]->kind == Expression::Kind::Integer) {
+            divisor += ".0";
+        } else if (!left.real && !right.real) {
+            dividend = "1.0 * " + wrapped(left, kProduct + 1, result.nesting, e.position);
+        }
+        result.text = dividend + " / " + divisor;
+        result.precedence = kProduct;
+        result.real = true;
+        return result;
+    }
+
+    Sql wholeDivision(const Expression& e, const Sql& left, const Sql& right) const {
+        Sql result;
+        result.nesting = std::max(left.nesting, right.nesting);
+        const auto operand = [&](const Sql& sql) {
+            if (!sql.real && (sql.type == Type::Long || sql.type == Type::YesNo)) {
+                return wrapped(sql, kProduct + 1, result.nesting, e.position);
+            }
+            ++result.nesting;
+            return whole(sql.text);
+        };
+        const std::string dividend = operand(left);
+        result.text = dividend + (e.op == Expression::Op::Mod ? " % " : " / ") + operand(right);
+        result.precedence = kProduct;
+        return result;
+    }
+};
+
+}  // namespace
+
+const Dialect& sqliteDialect() {
+    static const SqliteDialect dialect;
+    return dialect;
+}
+
+}  // namespace sql::writing
