@@ -1,6 +1,7 @@
 #include "platform/dao/calendar.h"
 
 #include <cmath>
+#include <ctime>
 
 namespace dao {
 namespace {
@@ -38,6 +39,16 @@ std::int64_t daysFromCivil(const CivilDay& day) {
 double linearDays(double date) {
     const double whole = std::trunc(date);
     return whole + std::fabs(date - whole);
+}
+
+double currentDate() {
+    timespec time{};
+    clock_gettime(CLOCK_REALTIME, &time);
+    tm local{};
+    localtime_r(&time.tv_sec, &local);
+    const std::int64_t day = daysFromCivil({local.tm_year + 1900, local.tm_mon + 1, local.tm_mday});
+    const int seconds = (local.tm_hour * 60 + local.tm_min) * 60 + local.tm_sec;
+    return static_cast<double>(day) + seconds / 86400.0;
 }
 
 }  // namespace dao

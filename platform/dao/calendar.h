@@ -18,4 +18,7 @@ std::int64_t daysFromCivil(const CivilDay& day);
 // 29th. This gives the point on a straight line, in days.
 double linearDays(double date);
 
+// This computer's date and time of day, to the second.
+double currentDate();
+
 }  // namespace dao

@@ -31,6 +31,8 @@ class Statement {
     virtual void bind(int index, const Value& value) = 0;  // from 1
     virtual void bindInteger(int index, std::int64_t value) = 0;
     virtual void bindRowKey(int index, std::int64_t key) = 0;  // kNoRow: Null
+    // A set of numbers, where the store takes sets as values.
+    virtual void bindNumbers(int index, sql::IdSetPtr numbers) = 0;
 
     // Runs it to the end. The number of rows changed.
     virtual std::int64_t run() = 0;
@@ -45,6 +47,9 @@ class Statement {
     // The first column of the first row; nothing where there is no row.
     virtual std::optional<Value> scalar(Type type) = 0;
 };
+
+// Binds what a written statement asks for before its row keys; the index of the first of these.
+int bindParameters(Statement& statement, const std::vector<sql::Parameter>& parameters);
 
 struct FieldValue {
     std::string_view field;

@@ -71,7 +71,9 @@ void Keyset::open() {
 }
 
 void Keyset::readKeys(const sql::WrittenSelect& from, std::vector<std::int64_t>& keys) const {
-    file().store().cached(from.keys)->readKeys(keys, static_cast<int>(from.sources.size()));
+    const auto statement = file().store().cached(from.keys);
+    driver::bindParameters(*statement, from.parameters);
+    statement->readKeys(keys, static_cast<int>(from.sources.size()));
 }
 
 const sql::TableInfo* Keyset::wholeTable(const sql::Statement& tree, int depth) const {
@@ -155,8 +157,9 @@ void Keyset::loadRange(std::size_t first, std::size_t rows) {
     const Projection* part = rows > kSmallBlock ? &projection() : nullptr;
     const sql::WrittenSelect& from = part != nullptr ? part->compiled->select : select();
     const auto statement = file().store().cached(from.fetchRange);
-    statement->bindInteger(1, keys_.key(first, 0));
-    statement->bindInteger(2, keys_.key(first + rows - 1, 0));
+    const int firstKey = driver::bindParameters(*statement, from.parameters);
+    statement->bindInteger(firstKey, keys_.key(first, 0));
+    statement->bindInteger(firstKey + 1, keys_.key(first + rows - 1, 0));
     std::vector<std::int64_t> found;
     statement->readRows(block_, 1, &found, SIZE_MAX, part != nullptr ? &part->places : nullptr);
     std::size_t at = 0;
@@ -199,9 +202,10 @@ const Keyset::Projection& Keyset::projection() {
 
 void Keyset::loadSingly(std::size_t first, std::size_t rows) {
     const auto statement = file().store().cached(select().fetch);
+    const int firstKey = driver::bindParameters(*statement, select().parameters);
     for (std::size_t row = first; row < first + rows; ++row) {
         for (int source = 0; source < keys_.stride(); ++source) {
-            statement->bindRowKey(source + 1, keys_.key(row, source));
+            statement->bindRowKey(firstKey + source, keys_.key(row, source));
         }
         const std::size_t at = block_.rows();
         blockRows_.push_back(statement->readRows(block_, 0, nullptr, 1) == 1 ? at : kMissing);
@@ -257,7 +261,9 @@ std::optional<std::size_t> Keyset::findByStatement(const sql::Expression& criter
     const ReadScope scope(in.store());
     const CompiledPtr find = in.compileFind(*compiled_, criterion);
     std::vector<std::int64_t> keys;
-    in.store().prepare(find->select.keys)->readKeys(keys, keys_.stride());
+    const auto statement = in.store().prepare(find->select.keys);
+    driver::bindParameters(*statement, find->select.parameters);
+    statement->readKeys(keys, keys_.stride());
     std::optional<std::size_t> first;
     const auto stride = static_cast<std::size_t>(keys_.stride());
     for (std::size_t at = 0; at + stride <= keys.size(); at += stride) {

@@ -177,7 +177,9 @@ std::int64_t OpenFile::execute(std::string_view statement) {
             std::size_t count;
             ~Drop() { file.dropIdSets(first, count); }
         } const drop{*this, first, action.idSets.size()};
-        affected = store_->prepare(action.text)->run();
+        const auto prepared = store_->prepare(action.text);
+        driver::bindParameters(*prepared, action.parameters);
+        affected = prepared->run();
     });
     return affected;
 }

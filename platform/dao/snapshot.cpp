@@ -78,7 +78,9 @@ void Snapshot::open() {
     }
     RowBlock rows;
     rows.reset(std::move(types));
-    file.store().cached(compiled->select.rows)->readRows(rows);
+    const auto statement = file.store().cached(compiled->select.rows);
+    driver::bindParameters(*statement, compiled->select.parameters);
+    statement->readRows(rows);
     setColumns(compiled->select.columns);
     block_ = std::move(rows);
     searchable_.reset();

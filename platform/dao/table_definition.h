@@ -8,4 +8,7 @@ namespace dao {
 // A table as the file has it, in the words of Database::TableDefs.
 TableDef definitionOf(const sql::TableInfo& table);
 
+// And back, for a new table: errInvalidOperation for a type or size that no field has, errDuplicateField.
+sql::TableInfo tableInfo(const TableDef& table);
+
 }  // namespace dao

@@ -34,13 +34,13 @@ class Numbers {
 
 // What a store takes, and the small words that differ.
 struct Facts {
-    int maxNesting;                // levels of parentheses that its parser surely takes
-    std::size_t chainLength;       // terms that one AND or OR may join
-    std::size_t maxColumns;        // of a SELECT, and terms of an order
-    bool joinNeedsCondition;       // INNER JOIN cannot stand without ON
-    bool setsInOrder;              // rows looked up by a set come in the order of its numbers
-    std::string_view oneGroup;     // behind GROUP BY: all rows there are, and no group where there are none
-    std::string_view dateDiff;     // the function of this name
+    int maxNesting;             // levels of parentheses that its parser surely takes
+    std::size_t chainLength;    // terms that one AND or OR may join
+    std::size_t maxColumns;     // of a SELECT, and terms of an order
+    bool joinNeedsCondition;    // INNER JOIN cannot stand without ON
+    bool setsInOrder;           // rows looked up by a set come in the order of its numbers
+    std::string_view oneGroup;  // behind GROUP BY: all rows there are, and no group where there are none
+    std::string_view dateDiff;  // the function of this name
 };
 
 // How one store spells what the engine's statements ask for. Everything that two stores write alike stands in

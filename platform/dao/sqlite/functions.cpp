@@ -1,5 +1,4 @@
 #include <cmath>
-#include <ctime>
 #include <string>
 #include <string_view>
 
@@ -97,13 +96,7 @@ void dateDiff(sqlite3_context* context, int count, sqlite3_value** values) {
 }
 
 void now(sqlite3_context* context, int, sqlite3_value**) {
-    timespec time{};
-    clock_gettime(CLOCK_REALTIME, &time);
-    tm local{};
-    localtime_r(&time.tv_sec, &local);
-    const std::int64_t day = daysFromCivil({local.tm_year + 1900, local.tm_mon + 1, local.tm_mday});
-    const int seconds = (local.tm_hour * 60 + local.tm_min) * 60 + local.tm_sec;
-    sqlite3_result_double(context, static_cast<double>(day) + seconds / 86400.0);
+    sqlite3_result_double(context, currentDate());
 }
 
 void text(sqlite3_context* context, int, sqlite3_value** values) {

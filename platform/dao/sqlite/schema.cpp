@@ -5,6 +5,7 @@
 #include "platform/dao/failure.h"
 #include "platform/dao/names.h"
 #include "platform/dao/sqlite/store.h"
+#include "platform/dao/table_definition.h"
 
 namespace dao::driver {
 namespace {
@@ -12,20 +13,16 @@ namespace {
 // The first word of a column's declared type is the engine's type; what follows it keeps SQLite from making
 // numbers of telephone numbers, or whole numbers of prices.
 struct TypeRow {
-    FieldType field;
     Type type;
     std::string_view word;
     std::string_view declaration;
 };
 
 constexpr TypeRow kTypes[] = {
-    {dbBoolean, Type::YesNo, "YESNO", "YESNO DEFAULT 0"},
-    {dbLong, Type::Long, "LONG", "LONG"},
-    {dbCurrency, Type::Currency, "CURRENCY", "CURRENCY"},
-    {dbSingle, Type::Single, "SINGLE", "SINGLE REAL"},
-    {dbDate, Type::Date, "DATETIME", "DATETIME REAL"},
-    {dbText, Type::Text, "TEXT", "TEXT"},
-    {dbMemo, Type::Text, "MEMO", "MEMO TEXT"},
+    {Type::YesNo, "YESNO", "YESNO DEFAULT 0"}, {Type::Long, "LONG", "LONG"},
+    {Type::Currency, "CURRENCY", "CURRENCY"},  {Type::Single, "SINGLE", "SINGLE REAL"},
+    {Type::Date, "DATETIME", "DATETIME REAL"}, {Type::Text, "TEXT", "TEXT"},
+    {Type::Text, "MEMO", "MEMO TEXT"},
 };
 
 sql::ColumnInfo columnFromDeclaration(std::string name, std::string_view declared) {
@@ -65,29 +62,6 @@ std::string columnDdl(const sql::ColumnInfo& column) {
         return text + "MEMO TEXT COLLATE DAO_TEXT";
     }
     fail(errInvalidOperation, "Invalid field data type.");
-}
-
-sql::TableInfo infoFrom(const TableDef& table) {
-    sql::TableInfo info;
-    info.name = table.Name();
-    for (const FieldDef& field : table.Fields()) {
-        sql::ColumnInfo column;
-        column.name = field.Name;
-        column.size = field.Size;
-        column.counter = field.counter;
-        const auto row = std::find_if(std::begin(kTypes), std::end(kTypes),
-                                      [&](const TypeRow& each) { return each.field == field.Type; });
-        if (row == std::end(kTypes) || (field.counter && field.Type != dbLong) || field.Size < 0) {
-            fail(errInvalidOperation, "Invalid field data type.");
-        }
-        column.type = row->type;
-        if (info.indexOf(field.Name) >= 0) {
-            fail(errDuplicateField,
-                 "Field '" + field.Name + "' already exists in table '" + info.name + "'.");
-        }
-        info.columns.push_back(std::move(column));
-    }
-    return info;
 }
 
 std::string indexName(std::string_view table, std::string_view field) {
@@ -230,7 +204,7 @@ std::string SqliteStore::columnsDdl(const sql::TableInfo& table,
 }
 
 void SqliteStore::createTable(const TableDef& table) {
-    execute("CREATE TABLE " + quoted(table.Name()) + '(' + columnsDdl(infoFrom(table), {}) + ')');
+    execute("CREATE TABLE " + quoted(table.Name()) + '(' + columnsDdl(tableInfo(table), {}) + ')');
 }
 
 void SqliteStore::dropTable(const std::string& table) {

@@ -85,6 +85,11 @@ void SqliteStatement::bindRowKey(int index, std::int64_t key) {
     }
 }
 
+// Sets are tables here, known by their numbers.
+void SqliteStatement::bindNumbers(int, sql::IdSetPtr) {
+    fail(errInvalidOperation);
+}
+
 bool SqliteStatement::step() {
     const int code = sqlite3_step(statement_);
     if (code == SQLITE_ROW) {

@@ -130,6 +130,7 @@ class SqliteStatement final : public Statement {
     void bind(int index, const Value& value) override;
     void bindInteger(int index, std::int64_t value) override;
     void bindRowKey(int index, std::int64_t key) override;
+    void bindNumbers(int index, sql::IdSetPtr numbers) override;
     std::int64_t run() override;
     void readKeys(std::vector<std::int64_t>& out, int columns) override;
     std::size_t readRows(RowBlock& block, int skip, std::vector<std::int64_t>* keys, std::size_t limit,

@@ -1,0 +1,23 @@
+#include "platform/dao/driver.h"
+
+#include "platform/dao/calendar.h"
+
+namespace dao::driver {
+
+int bindParameters(Statement& statement, const std::vector<sql::Parameter>& parameters) {
+    int index = 0;
+    for (const sql::Parameter& parameter : parameters) {
+        ++index;
+        switch (parameter.kind) {
+            case sql::Parameter::Kind::Ids:
+                statement.bindNumbers(index, parameter.ids);
+                break;
+            case sql::Parameter::Kind::Now:
+                statement.bind(index, Value(Date{currentDate()}));
+                break;
+        }
+    }
+    return index + 1;
+}
+
+}  // namespace dao::driver
