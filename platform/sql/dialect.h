@@ -57,8 +57,8 @@ class Dialect {
     // Throws SyntaxError when the store could not read it.
     std::string wrapped(const Sql& sql, int least, int& nesting, std::size_t position) const;
 
-    // A table, its rows, and what is bound to them.
-    virtual std::string table(const std::string& name) const = 0;
+    // A table, its rows, and what is bound to them. Throws SizeError for names that the store does not take.
+    virtual std::string table(const TableInfo& table) const = 0;
     virtual std::string rowKey(const TableInfo& table, const std::string& alias) const = 0;
     virtual std::string keyParameter(int number) const = 0;
     // `key` is the parameter; one that may be Null also where both are.
@@ -109,5 +109,6 @@ class Dialect {
 std::string selectText(const Dialect& dialect, const SelectParts& parts, const std::string& columns);
 
 const Dialect& sqliteDialect();
+const Dialect& postgresDialect();
 
 }  // namespace sql::writing

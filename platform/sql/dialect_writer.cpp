@@ -86,7 +86,7 @@ std::string insertText(const Statement& statement, Context& context) {
         fields += (fields.empty() ? "" : ", ") + writing::quotedName(column.name);
         values += (values.empty() ? "" : ", ") + writer.assigned(*a.value, column);
     }
-    return "INSERT INTO " + context.dialect.table(table->name) + " (" + fields + ") VALUES (" + values + ")";
+    return "INSERT INTO " + context.dialect.table(*table) + " (" + fields + ") VALUES (" + values + ")";
 }
 
 std::string updateText(const Statement& statement, Context& context) {
@@ -112,13 +112,13 @@ std::string updateText(const Statement& statement, Context& context) {
         values += (values.empty() ? "" : ", ") + writing::quotedName(column.name) + " = " +
                   writer.assigned(*a.value, column);
     }
-    return "UPDATE " + context.dialect.table(leaf.table->name) + " SET " + values +
+    return "UPDATE " + context.dialect.table(*leaf.table) + " SET " + values +
            whereOf(statement, leaf, scope, context);
 }
 
 std::string deleteText(const Statement& statement, Context& context) {
     const std::vector<Leaf> leaves = {target(statement, context)};
-    return "DELETE FROM " + context.dialect.table(leaves.front().table->name) +
+    return "DELETE FROM " + context.dialect.table(*leaves.front().table) +
            whereOf(statement, leaves.front(), Scope(leaves), context);
 }
 
@@ -174,6 +174,11 @@ class DialectWriter : public Writer {
 
 const Writer& sqliteWriter() {
     static const DialectWriter writer(writing::sqliteDialect());
+    return writer;
+}
+
+const Writer& postgresWriter() {
+    static const DialectWriter writer(writing::postgresDialect());
     return writer;
 }
 

@@ -341,7 +341,7 @@ Sql ExpressionWriter::inSet(const Expression& e) {
         mismatch(e);
     }
     Sql result = truth(kEquality);
-    result.text = dialect_.wrapped(field, kSum, result.nesting, e.position);
+    result.text = dialect_.compared(field, false, kSum, result.nesting, e.position);
     if (e.ids->size() == 1) {
         result.text += " = " + std::to_string(e.ids->front());
     } else if (e.ids->size() <= kInlineIds) {

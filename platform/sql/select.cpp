@@ -14,7 +14,7 @@ Leaf tableLeaf(const TableInfo& table, std::string name, Context& context) {
     leaf.name = std::move(name);
     leaf.table = &table;
     const std::string alias = context.plainAliases ? quotedName(table.name) : context.newAlias();
-    leaf.text = context.dialect.table(table.name);
+    leaf.text = context.dialect.table(table);
     if (!context.plainAliases) {
         leaf.text += " AS " + alias;
     }

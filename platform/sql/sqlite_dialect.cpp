@@ -21,7 +21,7 @@ class SqliteDialect : public Dialect {
  public:
     SqliteDialect() : Dialect(kFacts) {}
 
-    std::string table(const std::string& name) const override { return quotedName(name); }
+    std::string table(const TableInfo& table) const override { return quotedName(table.name); }
 
     std::string rowKey(const TableInfo&, const std::string& alias) const override { return alias + ".rowid"; }
 

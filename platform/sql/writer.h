@@ -97,6 +97,17 @@ class Writer {
 // A column of Currency in `rows` and `fetch` comes out as that integer; in expressions it counts in units.
 const Writer& sqliteWriter();
 
+// The writer for the server. The store it writes for is to provide:
+//   - the shop's tables in the schema shop, under their own names, with columns of the domains of the schema
+//   dao;
+//   - the functions of that schema (dao.key, dao.text, dao.datediff, dao.round);
+//   - row keys in a table's counter, or where it has none in a hidden bigint column dao_row;
+//   - statements taken as standard_conforming_strings has it, `parameters` as bigint[] and float8, row keys
+//   as bigint.
+// Columns come out as smallint (Yes/No), int or bigint (Long), real, double precision, bigint (Currency, the
+// count of ten-thousandths) and text.
+const Writer& postgresWriter();
+
 // True where the statement is a plain "everything of one table or query", with the field's number compared to
 // one number: "CustID=17". Lets FindFirst look into its key list instead of asking the store.
 struct KeyCriterion {
