@@ -4,9 +4,11 @@
 #include "platform/dao/database_impl.h"
 #include "platform/dao/failure.h"
 #include "platform/dao/limits.h"
+#include "platform/dao/moving.h"
 #include "platform/dao/open_file.h"
 #include "platform/dao/open_files.h"
 #include "platform/dao/opening.h"
+#include "platform/dao/postgres/server_kind.h"
 #include "platform/dao/repair_report.h"
 #include "platform/dao/store_kinds.h"
 #include "platform/dao/workspace_state.h"
@@ -78,8 +80,21 @@ void DBEngine::CompactDatabase(const std::string& from, const std::string& to, c
 }
 
 void DBEngine::CopyDatabase(const std::string& from, const std::string& to) {
-    kindOf(from).copy(from, to);
+    const StoreKind& source = kindOf(from);
+    const StoreKind& target = kindOf(to);
+    if (&source == &target) {
+        source.copy(from, to);
+    } else if (IsOnServer(from)) {
+        copyToFile(from, to);
+    } else {
+        setBack(to, from);
+    }
 }
+
+bool DBEngine::IsOnServer(const std::string& path) {
+    return &kindOf(path) == &serverKind();
+}
+
 void DBEngine::DeleteDatabase(const std::string& path) {
     kindOf(path).remove(path);
 }

@@ -52,7 +52,14 @@ class DBEngine {
     // so it is whole or absent; an existing target is replaced only then, behind whatever link leads to it,
     // and the copy takes over its rights. This process's own windows on the target find the copy; 3045 while
     // one of them is in the middle of an Edit. 3044 for a target that is a link to nothing.
+    // From a server into a file, a consistent copy is made while others go on working, enciphered with the
+    // password that the shop was last opened with; from a file to a server (a signpost at `to`) the whole
+    // shop there is set back to what the file holds, in one transaction, which needs the server alone: 3045.
     static void CopyDatabase(const std::string& from, const std::string& to);
+
+    // Whether a signpost stands there, and the records are on a server: its keepers look after them, and
+    // repair and compaction leave them in their place.
+    static bool IsOnServer(const std::string& path);
 
     // Takes a database file away, or gives it another name in the place of whatever stands there, together
     // with the journal that a crash may have left beside it: a journal must never meet a file it was not

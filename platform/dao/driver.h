@@ -56,6 +56,13 @@ struct FieldValue {
     const Value* value;
 };
 
+// An index that somebody has asked for: those of keys and relations come by themselves.
+struct IndexRow {
+    std::string table;
+    std::string field;
+    bool unique = false;
+};
+
 struct StoredQueryRow {
     std::string name;
     std::int64_t version;
@@ -106,6 +113,7 @@ class Store {
     virtual void dropTable(const std::string& table) = 0;
     virtual void createRelation(const Relation& relation) = 0;
     virtual void createIndex(const std::string& table, const std::string& field, bool unique) = 0;
+    virtual std::vector<IndexRow> indexes() = 0;
 
     // The keys of all rows of a table, ascending, by whatever road is shortest.
     virtual void readAllKeys(const std::string& table, std::vector<std::int64_t>& keys) = 0;
@@ -114,7 +122,14 @@ class Store {
     // Whether a counter stands apart from transactions: raised, it stays raised whatever becomes of them.
     // Otherwise raiseCounter is called within one.
     virtual bool countsApart() const = 0;
+    // The highest number that it has given; 0: none yet. A table without a counter of its own has a hidden
+    // one.
+    virtual std::int64_t highestNumber(const std::string& table) = 0;
+    virtual void setHighestNumber(const std::string& table, std::int64_t number) = 0;
     virtual std::int64_t insertRow(const std::string& table, std::span<const FieldValue> fields) = 0;
+    // All rows of the block, whose columns are `fields`, in its order.
+    virtual void insertRows(const std::string& table, std::span<const std::string_view> fields,
+                            const RowBlock& rows) = 0;
     virtual bool updateRow(const std::string& table, std::int64_t key,
                            std::span<const FieldValue> fields) = 0;
     virtual bool deleteRow(const std::string& table, std::int64_t key) = 0;

@@ -16,6 +16,7 @@ enum ErrorNumber {
     errNotEnoughSpace = 3026,  // disk full
     errReadOnly = 3027,        // database or object is read-only
     errInvalidPassword = 3031,
+    errMissingRight = 3033,      // the server's owner has not given this user the right
     errPathInvalid = 3044,       // a directory, or a folder that is not there
     errFileInUse = 3045,         // another process has the file
     errExclusiveByOther = 3356,  // another process has the file for itself alone
@@ -36,6 +37,7 @@ enum ErrorNumber {
     errDiskIo = 3043,  // disk or network error
     errUnrecognisedFormat = 3343,
     errTransactionWithoutBegin = 3034,
+    errCancelled = 3059,            // given up by the person who waited for it
     errNoPermission = 3051,         // the file's owner gives no permission to read it
     errDataChanged = 3197,          // the lock of an Edit was lost and the row changed meanwhile
     errRelatedRecordExists = 3200,  // a row that others refer to, by a relation without cascade

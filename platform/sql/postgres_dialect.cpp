@@ -30,8 +30,8 @@ Sql atom(std::string text, const Sql& from) {
     return result;
 }
 
-// The server takes a bare number behind ORDER BY or GROUP BY for the place of a column, and a bare Null or text
-// there not at all.
+// The server takes a bare number behind ORDER BY or GROUP BY for the place of a column, and a bare Null or
+// text there not at all.
 bool isBareConstant(const std::string& text) {
     const std::size_t first = text.find_first_not_of('-');
     return text == "NULL" || (first != std::string::npos &&
@@ -220,7 +220,9 @@ class PostgresDialect : public Dialect {
     }
 
     // Null stands before everything else, which the server has the other way round.
-    std::string orderTerm(const OrderTerm& term) const override { return sortKey(term.sql) + direction(term); }
+    std::string orderTerm(const OrderTerm& term) const override {
+        return sortKey(term.sql) + direction(term);
+    }
 
     std::string select(const SelectParts& parts) const override {
         if (parts.columns.size() + parts.order.size() > kFacts.maxColumns) {

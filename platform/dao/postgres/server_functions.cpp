@@ -121,9 +121,9 @@ CREATE DOMAIN dao.date AS pg_catalog.float8;
 CREATE DOMAIN dao.text AS pg_catalog.text COLLATE pg_catalog."C";
 )sql";
 
-// Letters first, each in the form that it compares in; where some of them have marks, a sign below all letters
-// and then the marks. U+0001 is that sign, and U+10FFFF puts an own letter behind all that begins with its plain
-// one: where a text holds these itself, they are written in two signs.
+// Letters first, each in the form that it compares in; where some of them have marks, a sign below all
+// letters and then the marks. U+0001 is that sign, and U+10FFFF puts an own letter behind all that begins
+// with its plain one: where a text holds these itself, they are written in two signs.
 constexpr std::string_view kKey = R"sql(
 CREATE FUNCTION dao.letters_key(t pg_catalog.text) RETURNS pg_catalog.text
 LANGUAGE plpgsql IMMUTABLE STRICT PARALLEL SAFE AS $function$
@@ -197,8 +197,8 @@ BEGIN
 END $function$;
 )sql";
 
-// The difference counts the borders crossed: from 31 December to 1 January is a year. A date before the first day
-// has its time of day counted forward. Years begin in March here, which keeps their odd day for the end.
+// The difference counts the borders crossed: from 31 December to 1 January is a year. A date before the first
+// day has its time of day counted forward. Years begin in March here, which keeps their odd day for the end.
 constexpr std::string_view kDates = R"sql(
 CREATE FUNCTION dao.floor_division(a pg_catalog.int8, b pg_catalog.int8) RETURNS pg_catalog.int8
 LANGUAGE sql IMMUTABLE PARALLEL SAFE

@@ -216,6 +216,38 @@ void SqliteStore::createIndex(const std::string& table, const std::string& field
             " ON " + quoted(table) + '(' + quoted(field) + ')');
 }
 
+// Each is on one field and bears its table's and field's name.
+std::vector<IndexRow> SqliteStore::indexes() {
+    std::vector<IndexRow> found;
+    const std::vector<Relation> relations = this->relations();
+    for (const std::string& table : tableNames()) {
+        RowBlock list;  // seq, name, unique, origin, partial
+        list.reset({Type::Long, Type::Text, Type::Long, Type::Text, Type::Long});
+        prepare("PRAGMA index_list(" + quoted(table) + ")")->readRows(list);
+        for (std::size_t row = list.rows(); row-- > 0;) {
+            Value name;
+            Value unique;
+            list.get(row, 1, name);
+            list.get(row, 2, unique);
+            RowBlock columns;  // seqno, cid, name
+            columns.reset({Type::Long, Type::Long, Type::Text});
+            prepare("PRAGMA index_info(" + quoted(name.textRef()) + ")")->readRows(columns);
+            Value field;
+            columns.get(0, 2, field);
+            const bool ofRelation =
+                std::any_of(relations.begin(), relations.end(), [&](const Relation& each) {
+                    return (sameName(each.foreignTable, table) &&
+                            sameName(each.foreignField, field.textRef())) ||
+                           (sameName(each.table, table) && sameName(each.field, field.textRef()));
+                });
+            if (!ofRelation) {
+                found.push_back({table, field.textRef(), unique.asLong() != 0});
+            }
+        }
+    }
+    return found;
+}
+
 void SqliteStore::createForeignIndexes(const std::string& table, const std::vector<Relation>& relations) {
     for (const Relation& relation : relations) {
         if (sameName(relation.foreignTable, table)) {
@@ -304,20 +336,47 @@ void SqliteStore::readAllKeys(const std::string& table, std::vector<std::int64_t
 }
 
 std::int64_t SqliteStore::raiseCounter(const std::string& table, std::int64_t above) {
+    const std::int64_t next = std::max({above, highestNumber(table), std::int64_t{0}}) + 1;
+    if (next > INT32_MAX) {
+        fail(errOverflow);
+    }
+    setHighestNumber(table, next);
+    return next;
+}
+
+void SqliteStore::setHighestNumber(const std::string& table, std::int64_t number) {
+    const auto update = cached("UPDATE sqlite_sequence SET seq=?1 WHERE name=?2");
+    const auto insert = cached("INSERT INTO sqlite_sequence(seq,name) VALUES(?1,?2)");
+    for (const auto& write : {update, insert}) {
+        write->bindInteger(1, number);
+        write->bind(2, Value(table));
+        if (write->run() != 0) {
+            return;
+        }
+    }
+}
+
+std::int64_t SqliteStore::highestNumber(const std::string& table) {
     const auto read = cached("SELECT seq FROM sqlite_sequence WHERE name=?1");
     read->bind(1, Value(table));
     std::vector<std::int64_t> found;
     read->readKeys(found, 1);
-    const std::int64_t next = std::max({above, found.empty() ? 0 : found.front(), std::int64_t{0}}) + 1;
-    if (next > INT32_MAX) {
-        fail(errOverflow);
+    return found.empty() ? 0 : found.front();
+}
+
+void SqliteStore::insertRows(const std::string& table, std::span<const std::string_view> fields,
+                             const RowBlock& rows) {
+    std::vector<Value> values(fields.size());
+    std::vector<FieldValue> row;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        row.push_back({fields[i], &values[i]});
     }
-    const auto write = cached(found.empty() ? "INSERT INTO sqlite_sequence(seq,name) VALUES(?1,?2)"
-                                            : "UPDATE sqlite_sequence SET seq=?1 WHERE name=?2");
-    write->bindInteger(1, next);
-    write->bind(2, Value(table));
-    write->run();
-    return next;
+    for (std::size_t at = 0; at < rows.rows(); ++at) {
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            rows.get(at, i, values[i]);
+        }
+        insertRow(table, row);
+    }
 }
 
 std::int64_t SqliteStore::insertRow(const std::string& table, std::span<const FieldValue> fields) {

@@ -60,11 +60,16 @@ class SqliteStore final : public Store {
     void dropTable(const std::string& table) override;
     void createRelation(const Relation& relation) override;
     void createIndex(const std::string& table, const std::string& field, bool unique) override;
+    std::vector<IndexRow> indexes() override;
 
     void readAllKeys(const std::string& table, std::vector<std::int64_t>& keys) override;
     std::int64_t raiseCounter(const std::string& table, std::int64_t above) override;
     bool countsApart() const override { return false; }
+    std::int64_t highestNumber(const std::string& table) override;
+    void setHighestNumber(const std::string& table, std::int64_t number) override;
     std::int64_t insertRow(const std::string& table, std::span<const FieldValue> fields) override;
+    void insertRows(const std::string& table, std::span<const std::string_view> fields,
+                    const RowBlock& rows) override;
     bool updateRow(const std::string& table, std::int64_t key, std::span<const FieldValue> fields) override;
     bool deleteRow(const std::string& table, std::int64_t key) override;
 

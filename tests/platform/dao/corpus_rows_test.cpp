@@ -92,7 +92,7 @@ class CorpusRows : public testing::Test {
  protected:
     void SetUp() override {
         using namespace dao;
-        db = DBEngine::CreateDatabase(folder.file("Corpus.mdb"), daotest::kConnect);
+        db = daotest::createEmptyShop(folder.file("Corpus.mdb"));
         const FieldDef id{"ID", dbLong, 0, true};
         table("Customers", {{"CustID", dbLong, 0, true},
                             {"Surname", dbText, 50},

@@ -2,11 +2,18 @@
 
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <memory>
+#include <string_view>
 
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include "platform/dao/postgres/shop_making.h"
+#include "platform/dao/postgres/signpost.h"
+#include "support/server_cluster.h"
 
 namespace daotest {
 namespace {
@@ -40,9 +47,28 @@ TempFolder::~TempFolder() {
     fs::remove_all(path_, ignored);
 }
 
+bool onServer() {
+    const char* store = std::getenv("TARVELLO_TEST_STORE");
+    return store != nullptr && std::string_view(store) == "server";
+}
+
+dao::Database createEmptyShop(const std::string& path) {
+    if (!onServer()) {
+        return dao::DBEngine::CreateDatabase(path, kConnect);
+    }
+    // They go when the process ends: a test is a process of its own under CTest, and a shop may be shared by
+    // several fixtures otherwise.
+    tests::serverPlace();  // made first, it goes last
+    static std::vector<std::unique_ptr<tests::ServerDatabase>> databases;
+    databases.push_back(std::make_unique<tests::ServerDatabase>());
+    dao::postgres::NewShop(databases.back()->place()).finish();
+    dao::postgres::writeSignpost(path, databases.back()->place());
+    return openShop(path);
+}
+
 void createShop(const std::string& path) {
     using namespace dao;
-    Database db = DBEngine::CreateDatabase(path, kConnect);
+    Database db = createEmptyShop(path);
     append(db, "Customers",
            {counter("CustID"),
             {"Surname", dbText, 20},

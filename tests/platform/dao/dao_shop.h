@@ -27,6 +27,12 @@ class TempFolder {
     std::string path_;
 };
 
+// Whether this run tests the engine on a server: TARVELLO_TEST_STORE is "server". Then what stands at a
+// shop's path is a signpost to a database of its own.
+bool onServer();
+// A shop without tables at that path, in a file or on the server, as this run has it.
+dao::Database createEmptyShop(const std::string& path);
+
 // Clients, computers, services, products, their groups, a list without a key, a stored query.
 void createShop(const std::string& path);
 // Clients 1..n, each with one computer and one service priced at its number; products 1..n in groups 1 and 2.

@@ -55,7 +55,8 @@ TEST_F(StoredQueryTest, ATextThatWasTakenBackIsForgotten) {
     ASSERT_EQ(found(), std::vector<int>{2});
     const std::int64_t takenBack = store().queryVersion("Q");
     DBEngine::Rollback();
-    ASSERT_EQ(writeFromOutside(kThird), takenBack);
+    // A server never gives a text's number again; a file does, and that is the harder case.
+    ASSERT_EQ(writeFromOutside(kThird) == takenBack, !daotest::onServer());
     EXPECT_EQ(found(), std::vector<int>{3});
 }
 
@@ -66,7 +67,8 @@ TEST_F(StoredQueryTest, ATextIsForgottenAlsoWhereOnlyAnotherChangeFailedBefore) 
     EXPECT_EQ(errorOf([&] { db.CreateQueryDef("Q", kFirst); }), errObjectExists);
     ASSERT_EQ(found(), std::vector<int>{2});
     DBEngine::Rollback();
-    ASSERT_EQ(writeFromOutside(kThird), takenBack);
+    // A server never gives a text's number again; a file does, and that is the harder case.
+    ASSERT_EQ(writeFromOutside(kThird) == takenBack, !daotest::onServer());
     EXPECT_EQ(found(), std::vector<int>{3});
 }
 

@@ -1,0 +1,193 @@
+#include "platform/dao/postgres/exchange.h"
+
+#include <libpq-fe.h>
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <memory>
+#include <thread>
+#include <utility>
+
+#include "platform/dao/failure.h"
+#include "platform/dao/postgres/socket_wait.h"
+
+namespace dao::postgres {
+namespace {
+
+constexpr std::chrono::milliseconds kBetweenQuestions{100};  // whether the long work is to go on
+constexpr std::chrono::milliseconds kBetweenLooks{20};       // whether the cancelling is through
+constexpr std::chrono::milliseconds kToStop{2000};
+
+std::string lastMessage(pg_conn* connection) {
+    std::string text = PQerrorMessage(connection);
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    while (!text.empty() && (text.back() == ' ' || text.back() == '.')) {
+        text.pop_back();
+    }
+    return text.empty() ? "the connection broke off" : text;
+}
+
+// The cancelling is a small connection of its own, which the library waits for without bound: it must not
+// hold up the one who cancels.
+void cancelBehind(PGcancel* cancel, std::promise<void> done) {
+    std::thread([cancel, told = std::move(done)]() mutable {
+        std::array<char, 256> reason{};
+        PQcancel(cancel, reason.data(), static_cast<int>(reason.size()));
+        PQfreeCancel(cancel);
+        told.set_value();
+    }).detach();
+}
+
+}  // namespace
+
+Answer Exchange::ask(const std::function<int(pg_conn*)>& send, const Patience& patience) {
+    if (handle_ == nullptr) {
+        failLost(place_, "the connection has broken off before");
+    }
+    startSending(send);
+    Answers answers;
+    const Stop why = await(answers, patience);
+    if (why != Stop::kNone) {
+        stop(answers);
+    }
+    return settled(std::move(answers), why);
+}
+
+void Exchange::startSending(const std::function<int(pg_conn*)>& send) {
+    ++roundTrips_;
+    if (send(handle_.get()) != 0) {
+        return;
+    }
+    if (PQstatus(handle_.get()) == CONNECTION_BAD) {
+        loseWithMessage();
+    }
+    fail(errInvalidOperation, "Invalid operation: " + lastMessage(handle_.get()) + ".");
+}
+
+Exchange::Stop Exchange::await(Answers& answers, const Patience& patience) {
+    while (true) {
+        takeInUntil(answers, std::min(patience.until(), Clock::now() + kBetweenQuestions));
+        if (answers.complete) {
+            return Stop::kNone;
+        }
+        if (const Stop why = whetherToStop(patience); why != Stop::kNone) {
+            return why;
+        }
+    }
+}
+
+Exchange::Stop Exchange::whetherToStop(const Patience& patience) {
+    try {
+        if (!patience.goesOn()) {
+            return Stop::kGivenUp;
+        }
+    } catch (...) {
+        // Thrown on once the server has stopped: the connection is then fit for the next question.
+        whileWaiting_ = std::current_exception();
+        return Stop::kFailed;
+    }
+    return Clock::now() >= patience.until() ? Stop::kTime : Stop::kNone;
+}
+
+void Exchange::takeInUntil(Answers& answers, Clock::time_point until) {
+    do {
+        const int unsent = PQflush(handle_.get());
+        if (unsent < 0) {
+            loseWithMessage();
+        }
+        if (!waitForSocket(PQsocket(handle_.get()), true, unsent != 0, until)) {
+            return;
+        }
+        if (PQconsumeInput(handle_.get()) == 0) {
+            loseWithMessage();
+        }
+        takeIn(answers);
+    } while (!answers.complete && Clock::now() < until);
+}
+
+void Exchange::takeIn(Answers& answers) {
+    while (!answers.complete && PQisBusy(handle_.get()) == 0) {
+        pg_result* answer = PQgetResult(handle_.get());
+        if (answer == nullptr) {
+            answers.complete = true;
+        } else {
+            keep(answers, Result(answer), answer);
+        }
+    }
+}
+
+// The first error is the reason of all that follow it.
+void Exchange::keep(Answers& answers, Result&& result, pg_result* answer) {
+    switch (PQresultStatus(answer)) {
+        case PGRES_FATAL_ERROR:
+        case PGRES_BAD_RESPONSE:
+            if (!answers.last.error.has_value()) {
+                answers.last.error = errorOf(answer);
+            }
+            break;
+        case PGRES_COPY_IN:
+        case PGRES_COPY_OUT:
+        case PGRES_COPY_BOTH:
+            lose("a statement began to copy, which nobody here takes part in");
+        default:
+            answers.last.result = std::move(result);
+    }
+    if (PQstatus(handle_.get()) == CONNECTION_BAD && !answers.last.error.has_value()) {
+        loseWithMessage();
+    }
+}
+
+std::future<void> Exchange::startCancel() {
+    std::promise<void> promise;
+    std::future<void> done = promise.get_future();
+    PGcancel* cancel = PQgetCancel(handle_.get());
+    if (cancel == nullptr) {
+        loseWithMessage();
+    }
+    cancelBehind(cancel, std::move(promise));
+    return done;
+}
+
+// Both must have come to an end, the statement and the cancelling: a cancelling that is still on its way
+// would hit the next statement.
+void Exchange::stop(Answers& answers) {
+    const auto until = Clock::now() + kToStop;
+    const std::future<void> cancelled = startCancel();
+    while (!answers.complete && Clock::now() < until) {
+        takeInUntil(answers, std::min(until, Clock::now() + kBetweenLooks));
+    }
+    if (!answers.complete || cancelled.wait_until(until) != std::future_status::ready) {
+        const std::exception_ptr thrown = std::exchange(whileWaiting_, nullptr);
+        if (thrown != nullptr) {
+            handle_.reset();
+            std::rethrow_exception(thrown);
+        }
+        lose("it gives no answer");
+    }
+}
+
+Answer Exchange::settled(Answers&& answers, Stop stop) {
+    if (const std::exception_ptr thrown = std::exchange(whileWaiting_, nullptr); thrown != nullptr) {
+        std::rethrow_exception(thrown);
+    }
+    const std::optional<ServerError>& error = answers.last.error;
+    if (error.has_value() && (isLoss(*error) || PQstatus(handle_.get()) == CONNECTION_BAD)) {
+        lose(error->sentence.empty() ? lastMessage(handle_.get()) : error->sentence);
+    }
+    if (error.has_value() && isCancel(*error) && stop != Stop::kNone) {
+        fail(stop == Stop::kTime ? errLocked : errCancelled);
+    }
+    return std::move(answers.last);
+}
+
+void Exchange::lose(const std::string& reason) {
+    handle_.reset();
+    failLost(place_, reason);
+}
+
+void Exchange::loseWithMessage() {
+    lose(lastMessage(handle_.get()));
+}
+
+}  // namespace dao::postgres

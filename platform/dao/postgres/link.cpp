@@ -1,0 +1,166 @@
+#include "platform/dao/postgres/link.h"
+
+#include <chrono>
+#include <thread>
+
+#include "platform/dao/failure.h"
+
+namespace dao::postgres {
+namespace {
+
+// What the first of a lock's two numbers stands for.
+constexpr int kPresence = 76001;
+constexpr int kNumbers = 76002;
+constexpr int kWriters = 76003;
+
+// Whoever comes in the middle of a compaction waits for it.
+constexpr std::chrono::milliseconds kPatience{1000};
+constexpr std::chrono::milliseconds kNap{10};
+
+std::map<std::string, std::weak_ptr<Link>>& links() {
+    static auto* const kAll = new std::map<std::string, std::weak_ptr<Link>>;  // outlives every static window
+    return *kAll;
+}
+
+}  // namespace
+
+std::shared_ptr<Link> Link::to(const Address& address) {
+    std::weak_ptr<Link>& known = links()[placeText(address) + ' ' + address.user];
+    if (std::shared_ptr<Link> link = known.lock()) {
+        return link;
+    }
+    std::shared_ptr<Link> link(new Link(address));
+    link->connect();
+    known = link;
+    return link;
+}
+
+void Link::connect() {
+    writer_.reset();
+    connection_.reset();
+    connection_ = std::make_unique<Connection>(address_);
+    workAsOwner();
+    ++session_;
+}
+
+// One role that nobody logs in as owns everything of a shop, and all who work there are members of it: what one
+// makes the others can change.
+void Link::workAsOwner() {
+    const Result owner = connection_->run(
+        "SELECT quote_ident(pg_get_userbyid(nspowner)), pg_get_userbyid(nspowner) = current_user"
+        " FROM pg_namespace WHERE nspname = 'dao'");
+    if (owner.rows() == 1 && !owner.boolean(0, 1)) {
+        connection_->execute("SET ROLE " + std::string(owner.text(0, 0)));
+    }
+}
+
+Connection& Link::connection() {
+    if (!isConnected()) {
+        connect();
+        try {
+            takeLocksAgain();
+        } catch (...) {
+            connection_.reset();
+            throw;
+        }
+    }
+    return *connection_;
+}
+
+void Link::takeLocksAgain() {
+    if (shared_ > 0 && !tryLock(kPresence, 0, true)) {
+        fail(errExclusiveByOther);
+    }
+    if (exclusive_ > 0 && !tryLock(kPresence, 0)) {
+        fail(errFileInUse);
+    }
+    for (const int number : numbers_) {
+        if (!tryLock(kNumbers, number)) {
+            fail(errLocked);
+        }
+    }
+}
+
+bool Link::tryLock(int space, int number, bool shared) {
+    const Result answer = connection().run(shared ? "SELECT pg_try_advisory_lock_shared($1, $2)"
+                                                  : "SELECT pg_try_advisory_lock($1, $2)",
+                                           Parameters().integer4(space).integer4(number));
+    return answer.boolean(0, 0);
+}
+
+void Link::unlock(int space, int number, bool shared) noexcept {
+    if (!isConnected()) {
+        return;  // the server has let go by itself
+    }
+    const QuietErrors quiet;
+    try {
+        connection_->run(
+            shared ? "SELECT pg_advisory_unlock_shared($1, $2)" : "SELECT pg_advisory_unlock($1, $2)",
+            Parameters().integer4(space).integer4(number));
+    } catch (const Error&) {
+        return;  // then the connection is gone, and the lock with it
+    }
+}
+
+void Link::enterShared() {
+    connection();
+    const auto deadline = std::chrono::steady_clock::now() + kPatience;
+    while (shared_ == 0 && !tryLock(kPresence, 0, true)) {
+        if (std::chrono::steady_clock::now() >= deadline) {
+            fail(errExclusiveByOther);
+        }
+        std::this_thread::sleep_for(kNap);
+    }
+    ++shared_;
+}
+
+void Link::leaveShared() noexcept {
+    if (--shared_ == 0) {
+        unlock(kPresence, 0, true);
+    }
+}
+
+bool Link::enterExclusive() {
+    if (exclusive_ == 0 && !tryLock(kPresence, 0)) {
+        return false;
+    }
+    ++exclusive_;
+    return true;
+}
+
+void Link::leaveExclusive() noexcept {
+    if (exclusive_ > 0 && --exclusive_ == 0) {
+        unlock(kPresence, 0);
+    }
+}
+
+// The server would grant one session the same number twice.
+bool Link::holdNumber(int number) {
+    if (numbers_.contains(number) || !tryLock(kNumbers, number)) {
+        return false;
+    }
+    numbers_.insert(number);
+    return true;
+}
+
+void Link::leaveNumber(int number) noexcept {
+    numbers_.erase(number);
+    unlock(kNumbers, number);
+}
+
+int Link::writer() {
+    Connection& server = connection();
+    if (!writer_) {
+        constexpr int kMost = 9999;
+        const Result answer = server.run(
+            "SELECT n FROM generate_series(0, $2) AS n WHERE pg_try_advisory_lock($1, n) LIMIT 1",
+            Parameters().integer4(kWriters).integer4(kMost));
+        if (answer.rows() == 0) {
+            fail(errLocked);
+        }
+        writer_ = static_cast<int>(answer.integer(0, 0));
+    }
+    return *writer_;
+}
+
+}  // namespace dao::postgres

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "platform/dao/postgres/connection.h"
+
+namespace dao::postgres {
+
+// This process's one connection to a shop on a server, and the locks that say so there: who is in, which numbers
+// are held, whose row in the table of writers is ours. A connection that was lost is made anew when it is next
+// needed, and its locks are taken again first.
+class Link {
+ public:
+    // The process's one link to that place, made now if it has none. Fails as Connection does.
+    static std::shared_ptr<Link> to(const Address& address);
+
+    Link(const Link&) = delete;
+    Link& operator=(const Link&) = delete;
+
+    const Address& address() const { return address_; }
+    // Connects again where the connection was lost. errExclusiveByOther where another process has the shop to
+    // itself by now, errLocked where one of our numbers was taken meanwhile.
+    Connection& connection();
+    // Whether there is a connection now: without one there is no transaction and no lock either.
+    bool isConnected() const { return connection_ != nullptr && !connection_->lost(); }
+    // Counts the connections that there have been.
+    std::int64_t session() const { return session_; }
+
+    // How often each was entered and left, counted.
+    void enterShared();  // errExclusiveByOther
+    void leaveShared() noexcept;
+    bool enterExclusive();
+    void leaveExclusive() noexcept;
+
+    bool holdNumber(int number);
+    void leaveNumber(int number) noexcept;
+
+    // Our row in the table of writers: no other process has this number while we are connected.
+    int writer();
+
+ private:
+    explicit Link(Address address) : address_(std::move(address)) {}
+    void connect();
+    void workAsOwner();
+    void takeLocksAgain();
+    bool tryLock(int space, int number, bool shared = false);
+    void unlock(int space, int number, bool shared = false) noexcept;
+
+    Address address_;
+    std::unique_ptr<Connection> connection_;
+    std::int64_t session_ = 0;
+    int shared_ = 0;
+    int exclusive_ = 0;
+    std::set<int> numbers_;
+    std::optional<int> writer_;
+};
+
+}  // namespace dao::postgres

@@ -1,0 +1,367 @@
+#include "platform/dao/postgres/server_store.h"
+
+#include <algorithm>
+
+#include "platform/dao/failure.h"
+#include "platform/dao/limits.h"
+#include "platform/dao/postgres/quoting.h"
+#include "platform/dao/postgres/server_statement.h"
+#include "platform/text/order.h"
+
+namespace dao::postgres {
+namespace {
+
+std::string levelName(int level) {
+    return "dao_level" + std::to_string(level);
+}
+
+// One number for a row of a table, for the locks that sessions keep: two rows that share it merely wait for each
+// other now and then.
+std::int64_t lockNumber(const std::string& table, std::int64_t key) {
+    constexpr std::uint32_t kPrime = 16777619;
+    std::uint32_t hash = 2166136261U;
+    for (const char c : table) {
+        hash = (hash ^ static_cast<unsigned char>(c)) * kPrime;
+    }
+    return static_cast<std::int64_t>(std::uint64_t{hash} << 32 | (static_cast<std::uint64_t>(key) & 0xFFFFFFFFU));
+}
+
+std::string bytesOf(std::string_view name) {
+    return alphabet::orderKey(name);
+}
+
+}  // namespace
+
+ServerStore::ServerStore(std::shared_ptr<Link> link, Unfinished)
+    : self_(std::make_shared<ServerStore*>(this)), link_(std::move(link)) {}
+
+ServerStore::ServerStore(std::shared_ptr<Link> link) : ServerStore(std::move(link), Unfinished{}) {
+    const Result shop = run("SELECT to_regclass('dao.shop') IS NOT NULL");
+    if (!shop.boolean(0, 0)) {
+        fail(errUnrecognisedFormat, "The database on " + placeText(link_->address()) + " holds no shop.");
+    }
+    const Result state = run("SELECT whole, order_version, form FROM dao.shop");
+    if (state.rows() != 1 || !state.boolean(0, 0)) {
+        fail(errUnrecognisedFormat,
+             "The shop on " + placeText(link_->address()) + " is unfinished: moving it there was broken off.");
+    }
+    if (state.integer(0, 1) > alphabet::kOrderVersion || state.integer(0, 2) > driver::knownForm()) {
+        fail(errNewerForm);
+    }
+}
+
+ServerStore::~ServerStore() {
+    *self_ = nullptr;
+    rollback();
+}
+
+const sql::Writer& ServerStore::writer() const {
+    return sql::postgresWriter();
+}
+
+Result ServerStore::run(const std::string& text, const Parameters& parameters) {
+    return link_->connection().run(text, parameters);
+}
+
+std::shared_ptr<driver::Statement> ServerStore::prepare(std::string_view text) {
+    return std::make_shared<ServerStatement>(self_, std::string(text));
+}
+
+// The connection keeps what the server prepared for it.
+std::shared_ptr<driver::Statement> ServerStore::cached(const std::string& text) {
+    return prepare(text);
+}
+
+void ServerStore::beginWrite() {
+    link_->writer();
+    link_->connection().execute("BEGIN");
+    reading_ = false;
+    wroteRows_ = false;
+    seen_.reset();
+}
+
+void ServerStore::beginRead() {
+    link_->writer();
+    link_->connection().execute("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY");
+    reading_ = true;
+    seen_.reset();
+}
+
+void ServerStore::commit() {
+    if (!inTransaction() || link_->connection().transactionState() == TransactionState::kFailed) {
+        fail(errDiskIo, "The transaction was lost by an earlier error; nothing of it was written.");
+    }
+    if (wroteRows_) {
+        run("INSERT INTO dao.writers AS w (number, version) VALUES ($1, 1)"
+            " ON CONFLICT (number) DO UPDATE SET version = w.version + 1",
+            Parameters().integer4(link_->writer()));
+    }
+    link_->connection().execute("COMMIT");
+    wroteRows_ = false;
+}
+
+void ServerStore::rollback() noexcept {
+    if (!inTransaction()) {
+        return;
+    }
+    const QuietErrors quiet;
+    try {
+        link_->connection().execute("ROLLBACK");
+    } catch (const Error&) {
+        // The connection is gone; so is the transaction.
+    }
+    wroteRows_ = false;
+    seen_.reset();
+}
+
+bool ServerStore::inTransaction() const {
+    if (!link_->isConnected()) {
+        return false;
+    }
+    const TransactionState state = link_->connection().transactionState();
+    return state == TransactionState::kOpen || state == TransactionState::kFailed;
+}
+
+void ServerStore::savepoint(int level) {
+    link_->connection().execute("SAVEPOINT " + levelName(level));
+}
+void ServerStore::release(int level) {
+    link_->connection().execute("RELEASE SAVEPOINT " + levelName(level));
+}
+
+void ServerStore::rollbackTo(int level) noexcept {
+    if (!inTransaction()) {
+        return;
+    }
+    const QuietErrors quiet;
+    try {
+        link_->connection().execute("ROLLBACK TO SAVEPOINT " + levelName(level) + "; RELEASE SAVEPOINT " +
+                                    levelName(level));
+    } catch (const Error&) {
+        rollback();
+    }
+}
+
+void ServerStore::lockRow(const std::string& table, std::int64_t key) {
+    run("SELECT pg_advisory_lock($1)", Parameters().integer8(lockNumber(table, key)));
+}
+
+void ServerStore::unlockRow(const std::string& table, std::int64_t key) noexcept {
+    if (!link_->isConnected()) {
+        return;
+    }
+    const QuietErrors quiet;
+    try {
+        run("SELECT pg_advisory_unlock($1)", Parameters().integer8(lockNumber(table, key)));
+    } catch (const Error&) {
+        // Then the connection is gone, and the lock with it.
+    }
+}
+
+bool ServerStore::holdRow(const std::string& table, std::int64_t key) {
+    const Result found =
+        run("SELECT 1 FROM " + tableName(table) + " WHERE " + keyColumn(described(table)) + " = $1 FOR NO KEY UPDATE",
+            Parameters().integer8(key));
+    return found.rows() == 1;
+}
+
+ServerStore::Versions ServerStore::versions() {
+    if (seen_ && reading_ && inTransaction()) {
+        return *seen_;
+    }
+    const Result found =
+        run("SELECT s.schema_version,"
+            " (SELECT coalesce(sum(version), 0)::bigint FROM dao.writers WHERE number <> $1),"
+            " (SELECT count(*) FROM dao.queries), (SELECT coalesce(max(version), 0) FROM dao.queries)"
+            " FROM dao.shop AS s",
+            Parameters().integer4(link_->writer()));
+    const Versions now{found.integer(0, 0), found.integer(0, 1), found.integer(0, 2), found.integer(0, 3)};
+    seen_ = now;
+    newestSchema_ = now.schema;
+    return now;
+}
+
+std::int64_t ServerStore::dataVersion() {
+    return versions().data;
+}
+std::int64_t ServerStore::schemaVersion() {
+    return newestSchema_ = versions().schema;
+}
+
+// The engine asks for the schema's version before each statement; a look at every row would be too much.
+std::pair<std::int64_t, std::int64_t> ServerStore::describedAt() {
+    return {newestSchema_, schemaChanges_};
+}
+
+int ServerStore::form() {
+    return static_cast<int>(run("SELECT form FROM dao.shop").integer(0, 0));
+}
+void ServerStore::setForm(int form) {
+    run("UPDATE dao.shop SET form = $1", Parameters().integer4(form));
+}
+
+void ServerStore::readAllKeys(const std::string& table, std::vector<std::int64_t>& keys) {
+    const std::string key = keyColumn(described(table));
+    prepare("SELECT " + key + " FROM " + tableName(table) + " ORDER BY " + key)->readKeys(keys, 1);
+}
+
+// The table and the column whose counter it is, as the server's function for that takes them.
+Parameters ServerStore::counterOf(const std::string& table) {
+    const std::string key = keyColumn(described(table));
+    return Parameters().text(tableName(table)).text(key.substr(1, key.size() - 2));
+}
+
+std::int64_t ServerStore::raiseCounter(const std::string& table, std::int64_t above) {
+    return run("SELECT dao.next_number(pg_get_serial_sequence($1, $2), $3)", counterOf(table).integer8(above))
+        .integer(0, 0);
+}
+
+std::int64_t ServerStore::highestNumber(const std::string& table) {
+    return run("SELECT coalesce(pg_sequence_last_value(pg_get_serial_sequence($1, $2)::regclass), 0)",
+               counterOf(table))
+        .integer(0, 0);
+}
+
+void ServerStore::setHighestNumber(const std::string& table, std::int64_t number) {
+    run("SELECT setval(pg_get_serial_sequence($1, $2), $3)", counterOf(table).integer8(number));
+}
+
+void ServerStore::bindFields(Parameters& parameters, const sql::TableInfo& table,
+                             std::span<const driver::FieldValue> fields) const {
+    for (const driver::FieldValue& field : fields) {
+        const int index = table.indexOf(field.field);
+        bindValue(parameters, *field.value,
+                  index < 0 ? dao::Type::Text : table.columns[static_cast<std::size_t>(index)].type);
+    }
+}
+
+std::int64_t ServerStore::insertRow(const std::string& table, std::span<const driver::FieldValue> fields) {
+    const sql::TableInfo& info = described(table);
+    std::string names;
+    std::string places;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        names += (i == 0 ? "" : ", ") + quotedName(fields[i].field);
+        places += (i == 0 ? "$" : ", $") + std::to_string(i + 1);
+    }
+    Parameters parameters;
+    bindFields(parameters, info, fields);
+    const Result made =
+        run("INSERT INTO " + tableName(table) +
+                (fields.empty() ? " DEFAULT VALUES" : " (" + names + ") VALUES (" + places + ")") +
+                " RETURNING " + keyColumn(info),
+            parameters);
+    noteWritten();
+    return made.integer(0, 0);
+}
+
+// As many at once as a statement takes values.
+void ServerStore::insertRows(const std::string& table, std::span<const std::string_view> fields,
+                             const RowBlock& rows) {
+    constexpr std::size_t kMostValues = 8000;
+    const sql::TableInfo& info = described(table);
+    const std::size_t most = std::max<std::size_t>(1, kMostValues / std::max<std::size_t>(1, fields.size()));
+    for (std::size_t first = 0; first < rows.rows(); first += most) {
+        insertSome(info, fields, rows, first, std::min(most, rows.rows() - first));
+    }
+    noteWritten();
+}
+
+void ServerStore::insertSome(const sql::TableInfo& table, std::span<const std::string_view> fields,
+                             const RowBlock& rows, std::size_t first, std::size_t count) {
+    std::string text = "INSERT INTO " + tableName(table.name) + " (";
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        text += (i == 0 ? "" : ", ") + quotedName(fields[i]);
+    }
+    Parameters parameters;
+    Value value;
+    int number = 0;
+    for (std::size_t row = first; row < first + count; ++row) {
+        text += row == first ? ") VALUES (" : "), (";
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            text += (i == 0 ? "$" : ", $") + std::to_string(++number);
+            rows.get(row, i, value);
+            bindValue(parameters, value, rows.types()[i]);
+        }
+    }
+    run(text + ')', parameters);
+}
+
+bool ServerStore::updateRow(const std::string& table, std::int64_t key,
+                            std::span<const driver::FieldValue> fields) {
+    const sql::TableInfo& info = described(table);
+    std::string changes;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        changes += (i == 0 ? "" : ", ") + quotedName(fields[i].field) + " = $" + std::to_string(i + 1);
+    }
+    Parameters parameters;
+    bindFields(parameters, info, fields);
+    parameters.integer8(key);
+    const Result changed = run("UPDATE " + tableName(table) + " SET " + changes + " WHERE " + keyColumn(info) +
+                                   " = $" + std::to_string(fields.size() + 1),
+                               parameters);
+    noteWritten();
+    return changed.affected() != 0;
+}
+
+bool ServerStore::deleteRow(const std::string& table, std::int64_t key) {
+    const Result gone = run(
+        "DELETE FROM " + tableName(table) + " WHERE " + keyColumn(described(table)) + " = $1",
+        Parameters().integer8(key));
+    noteWritten();
+    return gone.affected() != 0;
+}
+
+// Their texts stay with the server until somebody asks for one.
+void ServerStore::refreshQueries() {
+    const Versions now = versions();
+    if (now.queries == queriesIn_.queries && now.newestQuery == queriesIn_.newestQuery) {
+        return;
+    }
+    const Result found = run("SELECT name, version FROM dao.queries");
+    queries_.clear();
+    for (int row = 0; row < found.rows(); ++row) {
+        const std::string name(found.text(row, 0));
+        queries_[bytesOf(name)] = {name, found.integer(row, 1)};
+    }
+    queriesIn_ = now;
+}
+
+std::vector<driver::StoredQueryRow> ServerStore::queries() {
+    refreshQueries();
+    std::vector<driver::StoredQueryRow> rows;
+    for (const auto& [bytes, query] : queries_) {
+        rows.push_back({query.name, query.version});
+    }
+    return rows;
+}
+
+std::int64_t ServerStore::queryVersion(std::string_view name) {
+    refreshQueries();
+    const auto found = queries_.find(bytesOf(name));
+    return found == queries_.end() ? 0 : found->second.version;
+}
+
+std::optional<std::string> ServerStore::queryText(std::string_view name) {
+    const std::string key = bytesOf(name);
+    const Result found = run("SELECT sql FROM dao.queries WHERE key = $1", Parameters().bytes(key));
+    if (found.rows() == 0) {
+        return std::nullopt;
+    }
+    return std::string(found.text(0, 0));
+}
+
+std::int64_t ServerStore::writeQuery(std::string_view name, std::string_view text) {
+    const std::string key = bytesOf(name);
+    const Result written =
+        run("INSERT INTO dao.queries (key, name, version, sql) VALUES ($1, $2, nextval('dao.query_texts'), $3)"
+            " ON CONFLICT (key) DO UPDATE SET version = EXCLUDED.version, sql = EXCLUDED.sql RETURNING version",
+            Parameters().bytes(key).text(name).text(text));
+    return written.integer(0, 0);
+}
+
+bool ServerStore::dropQuery(std::string_view name) {
+    const std::string key = bytesOf(name);
+    return run("DELETE FROM dao.queries WHERE key = $1", Parameters().bytes(key)).affected() != 0;
+}
+
+}  // namespace dao::postgres

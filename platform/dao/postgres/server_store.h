@@ -1,0 +1,126 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/dao/driver.h"
+#include "platform/dao/postgres/link.h"
+
+namespace dao::postgres {
+
+// A shop on a server as the record sets see it. Tables stand in the schema "shop", what the engine keeps for
+// itself in the schema "dao".
+//
+// A transaction that only reads sees one state of the shop throughout; one that writes holds the rows that it
+// writes, and nobody else's. What was written raises the number of this workstation's row in dao.writers, in
+// the same transaction: so others see with the rows that something has changed.
+class ServerStore final : public driver::Store {
+ public:
+    explicit ServerStore(std::shared_ptr<Link> link);  // errUnrecognisedFormat: no shop there; errNewerForm
+    // One that is being made.
+    struct Unfinished {};
+    ServerStore(std::shared_ptr<Link> link, Unfinished);
+    ~ServerStore() override;
+
+    bool writable() const override { return true; }
+    const sql::Writer& writer() const override;
+
+    std::shared_ptr<driver::Statement> prepare(std::string_view text) override;
+    std::shared_ptr<driver::Statement> cached(const std::string& text) override;
+
+    void beginWrite() override;
+    void beginRead() override;
+    void commit() override;
+    void rollback() noexcept override;
+    bool inTransaction() const override;
+    void savepoint(int level) override;
+    void release(int level) override;
+    void rollbackTo(int level) noexcept override;
+
+    bool locksRows() const override { return true; }
+    void lockRow(const std::string& table, std::int64_t key) override;
+    void unlockRow(const std::string& table, std::int64_t key) noexcept override;
+    bool holdRow(const std::string& table, std::int64_t key) override;
+
+    std::int64_t dataVersion() override;
+    std::int64_t schemaVersion() override;
+    int form() override;
+    void setForm(int form) override;
+    std::vector<sql::TableInfo> tables() override;
+    std::vector<Relation> relations() override;
+    void createTable(const TableDef& table) override;
+    void dropTable(const std::string& table) override;
+    void createRelation(const Relation& relation) override;
+    void createIndex(const std::string& table, const std::string& field, bool unique) override;
+    std::vector<driver::IndexRow> indexes() override;
+
+    void readAllKeys(const std::string& table, std::vector<std::int64_t>& keys) override;
+    std::int64_t raiseCounter(const std::string& table, std::int64_t above) override;
+    bool countsApart() const override { return true; }
+    std::int64_t highestNumber(const std::string& table) override;
+    void setHighestNumber(const std::string& table, std::int64_t number) override;
+    std::int64_t insertRow(const std::string& table, std::span<const driver::FieldValue> fields) override;
+    void insertRows(const std::string& table, std::span<const std::string_view> fields,
+                    const RowBlock& rows) override;
+    bool updateRow(const std::string& table, std::int64_t key,
+                   std::span<const driver::FieldValue> fields) override;
+    bool deleteRow(const std::string& table, std::int64_t key) override;
+
+    std::vector<driver::StoredQueryRow> queries() override;
+    std::int64_t queryVersion(std::string_view name) override;
+    std::optional<std::string> queryText(std::string_view name) override;
+    std::int64_t writeQuery(std::string_view name, std::string_view text) override;
+    bool dropQuery(std::string_view name) override;
+
+    void setIdSet(int, sql::IdSetPtr) override {}  // sets go to the server with the statements that use them
+    void dropIdSet(int) override {}
+
+    // Takes away all tables and stored queries.
+    void empty();
+    // A statement of this store's own.
+    Result run(const std::string& text, const Parameters& parameters = {});
+    void noteWritten() { wroteRows_ = true; }  // rows of the shop, in the transaction that is open
+
+ private:
+    // What tells at one glance whether anything has changed.
+    struct Versions {
+        std::int64_t schema = 0;
+        std::int64_t data = 0;  // of the other workstations
+        std::int64_t queries = 0;
+        std::int64_t newestQuery = 0;
+    };
+    struct KnownQuery {
+        std::string name;
+        std::int64_t version = 0;
+    };
+
+    Versions versions();
+    void changeSchema(const std::string& text);
+    void needTextDomain(int size);
+    // The table as it is now; good until the schema changes. errUnknownObject.
+    const sql::TableInfo& described(const std::string& table);
+    std::pair<std::int64_t, std::int64_t> describedAt();
+    void bindFields(Parameters& parameters, const sql::TableInfo& table,
+                    std::span<const driver::FieldValue> fields) const;
+    void insertSome(const sql::TableInfo& table, std::span<const std::string_view> fields, const RowBlock& rows,
+                    std::size_t first, std::size_t count);
+    Parameters counterOf(const std::string& table);
+    void refreshQueries();
+
+    std::shared_ptr<ServerStore*> self_;  // for its statements: holds nullptr once the store is gone
+    std::shared_ptr<Link> link_;
+    bool reading_ = false;     // the open transaction sees one state throughout
+    bool wroteRows_ = false;   // in the open transaction
+    std::optional<Versions> seen_;  // by the reading transaction that is open
+    std::int64_t schemaChanges_ = 0;  // of our own
+    std::int64_t newestSchema_ = -1;  // that anybody asked for
+    std::pair<std::int64_t, std::int64_t> describedIn_{-1, -1};  // both, as they were when described_ was read
+    std::map<std::string, sql::TableInfo> described_;
+    Versions queriesIn_{0, 0, -1, -1};
+    std::map<std::string, KnownQuery> queries_;  // by the bytes that their names compare by
+};
+
+}  // namespace dao::postgres

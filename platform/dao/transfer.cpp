@@ -1,0 +1,214 @@
+#include "platform/dao/transfer.h"
+
+#include <algorithm>
+
+#include "platform/dao/failure.h"
+#include "platform/dao/file_catalog.h"
+#include "platform/dao/names.h"
+#include "platform/dao/row_block.h"
+#include "platform/dao/table_definition.h"
+#include "platform/sql/ast.h"
+
+namespace dao {
+namespace {
+
+constexpr std::size_t kRowsAtOnce = 2000;
+
+sql::StatementPtr everythingOf(const std::string& table) {
+    auto from = std::make_shared<sql::FromNode>();
+    from->kind = sql::FromNode::Kind::Table;
+    from->name = table;
+    auto statement = std::make_shared<sql::Statement>();
+    statement->kind = sql::Statement::Kind::Select;
+    statement->items.emplace_back().star = true;
+    statement->from = std::move(from);
+    return statement;
+}
+
+std::vector<Type> typesOf(const sql::TableInfo& table) {
+    std::vector<Type> types;
+    for (const sql::ColumnInfo& column : table.columns) {
+        types.push_back(column.type);
+    }
+    return types;
+}
+
+// The rows of one table, some at a time, in the order of their keys.
+class TableReader {
+ public:
+    TableReader(driver::Store& store, const FileCatalog& catalog, const sql::TableInfo& table)
+        : store_(store), select_(store.writer().select(*everythingOf(table.name), catalog, 0)) {
+        store.readAllKeys(table.name, keys_);
+        block_.reset(typesOf(table));
+    }
+
+    std::size_t size() const { return keys_.size(); }
+    const RowBlock& block() const { return block_; }
+
+    // The next rows are in the block; false where there are none.
+    bool next() {
+        if (at_ >= keys_.size()) {
+            return false;
+        }
+        const std::size_t last = std::min(at_ + kRowsAtOnce, keys_.size()) - 1;
+        block_.clear();
+        const auto statement = store_.cached(select_.fetchRange);
+        const int first = driver::bindParameters(*statement, select_.parameters);
+        statement->bindInteger(first, keys_[at_]);
+        statement->bindInteger(first + 1, keys_[last]);
+        std::vector<std::int64_t> found;
+        if (statement->readRows(block_, 1, &found) != last - at_ + 1) {
+            fail(errCannotOpen);  // rows that its own list of keys names are not there
+        }
+        at_ = last + 1;
+        return true;
+    }
+
+ private:
+    driver::Store& store_;
+    sql::WrittenSelect select_;
+    std::vector<std::int64_t> keys_;
+    std::size_t at_ = 0;
+    RowBlock block_;
+};
+
+std::int64_t rowsIn(driver::Store& store, const std::vector<sql::TableInfo>& tables) {
+    std::int64_t rows = 0;
+    for (const sql::TableInfo& table : tables) {
+        std::vector<std::int64_t> keys;
+        store.readAllKeys(table.name, keys);
+        rows += static_cast<std::int64_t>(keys.size());
+    }
+    return rows;
+}
+
+// A table stands behind those that its rows belong to.
+std::vector<sql::TableInfo> inOrder(std::vector<sql::TableInfo> tables, const std::vector<Relation>& relations) {
+    std::vector<sql::TableInfo> ordered;
+    const auto isDone = [&](const std::string& name) {
+        return std::any_of(ordered.begin(), ordered.end(),
+                           [&](const sql::TableInfo& table) { return sameName(table.name, name); });
+    };
+    const auto isReady = [&](const sql::TableInfo& table) {
+        return std::all_of(relations.begin(), relations.end(), [&](const Relation& relation) {
+            return !sameName(relation.foreignTable, table.name) || sameName(relation.table, table.name) ||
+                   isDone(relation.table);
+        });
+    };
+    while (!tables.empty()) {
+        const auto next = std::find_if(tables.begin(), tables.end(), isReady);
+        if (next == tables.end()) {
+            fail(errInvalidOperation, "The tables of this database refer to each other in a circle.");
+        }
+        ordered.push_back(std::move(*next));
+        tables.erase(next);
+    }
+    return ordered;
+}
+
+void copyRows(driver::Store& from, driver::Store& to, const FileCatalog& catalog, const sql::TableInfo& table,
+              TransferState& state, const TransferWatch& watch) {
+    state.table = table.name;
+    std::vector<std::string_view> fields;
+    for (const sql::ColumnInfo& column : table.columns) {
+        fields.push_back(column.name);
+    }
+    TableReader reader(from, catalog, table);
+    while (reader.next()) {
+        to.insertRows(table.name, fields, reader.block());
+        state.rows += static_cast<std::int64_t>(reader.block().rows());
+        if (watch) {
+            watch(state);
+        }
+    }
+    if (const std::int64_t highest = from.highestNumber(table.name); highest > 0) {
+        to.setHighestNumber(table.name, highest);
+    }
+}
+
+bool areSame(const RowBlock& one, const RowBlock& other) {
+    if (one.rows() != other.rows() || one.columns() != other.columns()) {
+        return false;
+    }
+    Value a;
+    Value b;
+    for (std::size_t row = 0; row < one.rows(); ++row) {
+        for (std::size_t column = 0; column < one.columns(); ++column) {
+            one.get(row, column, a);
+            other.get(row, column, b);
+            if (!(a == b)) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+[[noreturn]] void failDifferent(const std::string& what) {
+    fail(errDiskIo, "The copy does not hold the same as what it was made from: " + what + ".");
+}
+
+}  // namespace
+
+void transfer(driver::Store& from, driver::Store& to, const TransferWatch& watch) {
+    FileCatalog catalog(from);
+    catalog.refresh();
+    const std::vector<Relation> relations = from.relations();
+    const std::vector<sql::TableInfo> tables = inOrder(catalog.tables(), relations);
+    for (const sql::TableInfo& table : tables) {
+        to.createTable(definitionOf(table));
+    }
+    for (const Relation& relation : relations) {
+        to.createRelation(relation);
+    }
+    TransferState state;
+    state.allRows = watch ? rowsIn(from, tables) : 0;
+    for (const sql::TableInfo& table : tables) {
+        copyRows(from, to, catalog, table, state, watch);
+    }
+    for (const driver::IndexRow& index : from.indexes()) {
+        to.createIndex(index.table, index.field, index.unique);
+    }
+    for (const driver::StoredQueryRow& query : from.queries()) {
+        to.writeQuery(query.name, from.queryText(query.name).value_or(std::string()));
+    }
+    to.setForm(from.form());
+}
+
+void needSameRows(driver::Store& one, driver::Store& other, const TransferWatch& watch) {
+    FileCatalog ours(one);
+    FileCatalog theirs(other);
+    ours.refresh();
+    theirs.refresh();
+    TransferState state;
+    state.allRows = watch ? rowsIn(one, ours.tables()) : 0;
+    for (const sql::TableInfo& table : ours.tables()) {
+        const sql::TableInfo* twin = theirs.findTable(table.name);
+        if (twin == nullptr) {
+            failDifferent("the table '" + table.name + "' is missing");
+        }
+        TableReader a(one, ours, table);
+        TableReader b(other, theirs, *twin);
+        if (a.size() != b.size() || one.highestNumber(table.name) != other.highestNumber(table.name)) {
+            failDifferent("the table '" + table.name + "' has " + std::to_string(b.size()) + " rows, not " +
+                          std::to_string(a.size()));
+        }
+        while (a.next() && b.next()) {
+            if (!areSame(a.block(), b.block())) {
+                failDifferent("a row of the table '" + table.name + "'");
+            }
+            state.table = table.name;
+            state.rows += static_cast<std::int64_t>(a.block().rows());
+            if (watch) {
+                watch(state);
+            }
+        }
+    }
+    for (const driver::StoredQueryRow& query : one.queries()) {
+        if (one.queryText(query.name) != other.queryText(query.name)) {
+            failDifferent("the stored query '" + query.name + "'");
+        }
+    }
+}
+
+}  // namespace dao
