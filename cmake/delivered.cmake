@@ -9,6 +9,11 @@ foreach(tool build_database make_demo)
   set_target_properties(${tool} PROPERTIES AUTOMOC OFF AUTORCC OFF)
 endforeach()
 
+# The command for those who look after a shop's data.
+add_executable(tarvello-data tools/tarvello_data.cpp)
+target_link_libraries(tarvello-data PRIVATE tarvello_data CLI11::CLI11)
+set_target_properties(tarvello-data PROPERTIES AUTOMOC OFF AUTORCC OFF)
+
 set(SHOP_TEXTS schema units service_types catalogue)
 list(TRANSFORM SHOP_TEXTS PREPEND ${CMAKE_SOURCE_DIR}/data/)
 list(TRANSFORM SHOP_TEXTS APPEND .txt)

@@ -1,5 +1,8 @@
 #include "data/session.h"
 
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
 #include <array>
 #include <functional>
 #include <optional>
@@ -11,6 +14,7 @@
 #include "data/schema.h"
 #include "platform/controls/boxes.h"
 #include "platform/dao/dao.h"
+#include "platform/system/dates.h"
 #include "platform/system/files.h"
 #include "platform/system/trap.h"
 
@@ -111,6 +115,46 @@ bool bringUpToDate(dao::Database& database, QString& errorText) {
     return raising.failed() ? fail(errorText, lines(GetResString(1017), raising.line())) : true;
 }
 
+// The day and hour at which a file was last written, as people read it.
+QString momentOf(const QString& path) {
+    const QDateTime written = QFileInfo(path).lastModified();
+    return platform::formatShortDate(written.date()) + QLatin1Char(' ') +
+           written.time().toString(QStringLiteral("HH:mm"));
+}
+
+QString keptSignpost(const QString& path) {
+    return platform::nativePath(QFileInfo(path).dir().filePath(QStringLiteral("Tarvello.server.mdb")));
+}
+
+// A server that does not answer is nothing to be repaired from here. Whoever works on with the backup works
+// alone, and is told so before it comes to that; the signpost is kept for the way back.
+bool workAlone(const QString& path, QString& errorText) {
+    if (!askYesNo(GetResString(1012))) {
+        return fail(errorText, GetResString(1013));
+    }
+    if (!platform::fileExists(backupPath())) {
+        return fail(errorText, lines(GetResString(1014) + QLatin1Char('\n'),
+                                     GetResString(1035, {{QStringLiteral("%1"), backupPath()}})));
+    }
+    const QString kept = keptSignpost(path);
+    notice(QStringLiteral(
+               "From now on this workstation works alone, with its backup of %1. The server gets nothing "
+               "of what is written here. The way back to the server is kept as %2.")
+               .arg(momentOf(backupPath()), kept));
+    Trap keeping;
+    keeping([&] { dao::DBEngine::RenameDatabase(path.toStdString(), kept.toStdString()); });
+    if (keeping.failed()) {
+        return fail(errorText, lines(GetResString(1014) + QLatin1Char('\n'), keeping.line()));
+    }
+    QString reason;
+    if (!UseBackupDatabase(reason, true)) {
+        Trap restoring;
+        restoring([&] { dao::DBEngine::RenameDatabase(kept.toStdString(), path.toStdString()); });
+        return fail(errorText, GetResString(1014) + QStringLiteral("\n\n") + reason);
+    }
+    return true;
+}
+
 // Whatever keeps the file from opening counts as damage here: a repair tells the cases apart soon enough.
 bool proveDatabase(const QString& path, QString& errorText) {
     for (bool repaired = false;; repaired = true) {
@@ -125,6 +169,13 @@ bool proveDatabase(const QString& path, QString& errorText) {
         if (repaired) {
             return fail(errorText, lines(GetResString(1017), GetDAOErrors()));
         }
+        if (dao::DBEngine::IsOnServer(path.toStdString())) {
+            notice(opening.line());
+            if (!workAlone(path, errorText)) {
+                return false;
+            }
+            continue;
+        }
         notice(GetResString(1016));
         QString reason;
         if (RepairAndCompactDatabase(reason, true)) {
@@ -137,6 +188,31 @@ bool proveDatabase(const QString& path, QString& errorText) {
             return fail(errorText, GetResString(1014) + QStringLiteral("\n\n") + reason);
         }
     }
+}
+
+// ----- on a server
+
+// The server keeps its shop in its place throughout: there is no file to exchange.
+bool renewOnServer(const QString& path, QString& errorText) {
+    const std::string shop = path.toStdString();
+    const std::string connect = connectText().toStdString();
+    Trap engine;
+    engine([&] { dao::DBEngine::RepairDatabase(shop, connect); });
+    if (!engine.failed()) {
+        engine([&] { dao::DBEngine::CompactDatabase(shop, {}, connect); });
+    }
+    return engine.failed() ? fail(errorText, lines(GetResString(1027), GetDAOErrors())) : true;
+}
+
+bool setServerBack(const QString& path, const QString& backup, QString& errorText) {
+    if (!askYesNo(QStringLiteral("Do you wish to set the whole server back, for every workstation, to this "
+                                 "workstation's backup of %1?")
+                      .arg(momentOf(backup)))) {
+        return false;
+    }
+    Trap reverting;
+    reverting([&] { dao::DBEngine::CopyDatabase(backup.toStdString(), path.toStdString()); });
+    return reverting.failed() ? fail(errorText, lines(GetResString(1037), reverting.line())) : true;
 }
 
 // ----- the work queries
@@ -233,6 +309,9 @@ bool RepairAndCompactDatabase(QString& errorText, bool withPassword) {
     if (!platform::fileExists(path)) {
         return fail(errorText, GetResString(1025, {{QStringLiteral("%1"), path}}));
     }
+    if (dao::DBEngine::IsOnServer(path.toStdString())) {
+        return renewOnServer(path, errorText);
+    }
     dao::DBEngine::DiscardDatabase(temporary.toStdString());
 
     const std::string from = path.toStdString();
@@ -267,6 +346,9 @@ bool UseBackupDatabase(QString& errorText, bool silent) {
     const QString temporary = temporaryPath();
     if (!platform::fileExists(backup)) {
         return fail(errorText, GetResString(1035, {{QStringLiteral("%1"), backup}}));
+    }
+    if (dao::DBEngine::IsOnServer(path.toStdString())) {
+        return setServerBack(path, backup, errorText);
     }
     if (!silent && !askYesNo(GetResString(1036))) {
         return false;

@@ -4,7 +4,9 @@
 
 // The database file as the program's day begins and ends: found, proved, repaired, reverted, backed up.
 // The paths: the database in the setting DatabasePath; Tarvello.bkp and Tarvello.$$1 in the program folder.
-// Each returns false on failure and leaves the reason in errorText; the caller shows it.
+// Where a signpost stands in the database's place the records are on a server: it is never repaired into
+// another file or replaced by one, unless this workstation is to work on alone while the server does not
+// answer. Each returns false on failure and leaves the reason in errorText; the caller shows it.
 
 QString BuildDatabasePassword();
 QString databasePath();  // the setting, or the program folder's file

@@ -83,7 +83,8 @@ std::int64_t rowsIn(driver::Store& store, const std::vector<sql::TableInfo>& tab
 }
 
 // A table stands behind those that its rows belong to.
-std::vector<sql::TableInfo> inOrder(std::vector<sql::TableInfo> tables, const std::vector<Relation>& relations) {
+std::vector<sql::TableInfo> inOrder(std::vector<sql::TableInfo> tables,
+                                    const std::vector<Relation>& relations) {
     std::vector<sql::TableInfo> ordered;
     const auto isDone = [&](const std::string& name) {
         return std::any_of(ordered.begin(), ordered.end(),

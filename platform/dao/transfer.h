@@ -8,7 +8,8 @@
 
 namespace dao {
 
-// How far a transfer has come. Rows of all tables together; the second pass, comparing, counts them once more.
+// How far a transfer has come. Rows of all tables together; the second pass, comparing, counts them once
+// more.
 struct TransferState {
     std::string table;
     std::int64_t rows = 0;
@@ -16,9 +17,9 @@ struct TransferState {
 };
 using TransferWatch = std::function<void(const TransferState&)>;
 
-// Carries all that `from` holds into `to`, which has no tables yet: tables, relations, indexes, rows with their
-// numbers, counters, stored queries, the form. Both are in a transaction of the caller's, `from` in one that
-// sees one state. Fails as reading and writing fail; `to` is then to be rolled back.
+// Carries all that `from` holds into `to`, which has no tables yet: tables, relations, indexes, rows with
+// their numbers, counters, stored queries, the form. Both are in a transaction of the caller's, `from` in one
+// that sees one state. Fails as reading and writing fail; `to` is then to be rolled back.
 void transfer(driver::Store& from, driver::Store& to, const TransferWatch& watch = {});
 
 // Reads both from end to end. errDiskIo with the table's name where they do not hold the same.

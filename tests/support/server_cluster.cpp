@@ -16,9 +16,9 @@
 namespace tests {
 namespace {
 
+using dao::postgres::Address;
 using dao::postgres::Connection;
 using dao::postgres::Patience;
-using dao::postgres::Address;
 
 // The machine may be doing much else.
 const Patience kUnhurried = Patience::whileTrue([] { return true; });

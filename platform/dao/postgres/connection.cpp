@@ -6,8 +6,8 @@
 #include <memory>
 #include <vector>
 
-#include "platform/dao/limits.h"
 #include "platform/dao/failure.h"
+#include "platform/dao/limits.h"
 
 namespace dao::postgres {
 namespace {

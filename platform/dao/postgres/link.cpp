@@ -43,8 +43,8 @@ void Link::connect() {
     ++session_;
 }
 
-// One role that nobody logs in as owns everything of a shop, and all who work there are members of it: what one
-// makes the others can change.
+// One role that nobody logs in as owns everything of a shop, and all who work there are members of it: what
+// one makes the others can change.
 void Link::workAsOwner() {
     const Result owner = connection_->run(
         "SELECT quote_ident(pg_get_userbyid(nspowner)), pg_get_userbyid(nspowner) = current_user"
@@ -82,9 +82,9 @@ void Link::takeLocksAgain() {
 }
 
 bool Link::tryLock(int space, int number, bool shared) {
-    const Result answer = connection().run(shared ? "SELECT pg_try_advisory_lock_shared($1, $2)"
-                                                  : "SELECT pg_try_advisory_lock($1, $2)",
-                                           Parameters().integer4(space).integer4(number));
+    const Result answer = connection().run(
+        shared ? "SELECT pg_try_advisory_lock_shared($1, $2)" : "SELECT pg_try_advisory_lock($1, $2)",
+        Parameters().integer4(space).integer4(number));
     return answer.boolean(0, 0);
 }
 
@@ -152,9 +152,9 @@ int Link::writer() {
     Connection& server = connection();
     if (!writer_) {
         constexpr int kMost = 9999;
-        const Result answer = server.run(
-            "SELECT n FROM generate_series(0, $2) AS n WHERE pg_try_advisory_lock($1, n) LIMIT 1",
-            Parameters().integer4(kWriters).integer4(kMost));
+        const Result answer =
+            server.run("SELECT n FROM generate_series(0, $2) AS n WHERE pg_try_advisory_lock($1, n) LIMIT 1",
+                       Parameters().integer4(kWriters).integer4(kMost));
         if (answer.rows() == 0) {
             fail(errLocked);
         }

@@ -10,9 +10,9 @@
 
 namespace dao::postgres {
 
-// This process's one connection to a shop on a server, and the locks that say so there: who is in, which numbers
-// are held, whose row in the table of writers is ours. A connection that was lost is made anew when it is next
-// needed, and its locks are taken again first.
+// This process's one connection to a shop on a server, and the locks that say so there: who is in, which
+// numbers are held, whose row in the table of writers is ours. A connection that was lost is made anew when
+// it is next needed, and its locks are taken again first.
 class Link {
  public:
     // The process's one link to that place, made now if it has none. Fails as Connection does.

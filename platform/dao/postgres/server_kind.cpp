@@ -18,8 +18,8 @@ postgres::Patience asLongAsItTakes() {
     return postgres::Patience::whileTrue([] { return true; });
 }
 
-// The password that was last given for a shop: whoever may work there knows it, and a backup made later without
-// a word is kept under it, too.
+// The password that was last given for a shop: whoever may work there knows it, and a backup made later
+// without a word is kept under it, too.
 std::map<std::string, std::string>& rememberedPasswords() {
     static std::map<std::string, std::string> all;
     return all;
@@ -81,7 +81,8 @@ class ServerKind final : public StoreKind {
         fail(errObjectExists, "'" + to + "' leads to a shop on a server; no other is put in its place.");
     }
     void remove(const std::string& path) const override {
-        fail(errInvalidOperation, "'" + path + "' leads to a shop on a server, which is not deleted from here.");
+        fail(errInvalidOperation,
+             "'" + path + "' leads to a shop on a server, which is not deleted from here.");
     }
     // The signpost, that is; the shop stays where it is.
     void rename(const std::string& from, const std::string& to) const override {

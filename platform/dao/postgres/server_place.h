@@ -11,7 +11,8 @@ namespace dao::postgres {
 // A shop on a server, found by the signpost that stands where its file would.
 class ServerPlace final : public dao::Place {
  public:
-    // `path`: the signpost's, without links. `password`: that of the files which copies of this shop are kept in.
+    // `path`: the signpost's, without links. `password`: that of the files which copies of this shop are kept
+    // in.
     ServerPlace(std::string path, Address address, std::string password);
 
     const std::string& path() const override { return path_; }

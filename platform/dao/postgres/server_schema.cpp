@@ -203,11 +203,11 @@ void ServerStore::empty() {
 void ServerStore::createIndex(const std::string& table, const std::string& field, bool unique) {
     const sql::TableInfo& info = described(table);
     const int index = info.indexOf(field);
-    const bool text =
-        index >= 0 && info.columns[static_cast<std::size_t>(index)].type == dao::Type::Text;
+    const bool text = index >= 0 && info.columns[static_cast<std::size_t>(index)].type == dao::Type::Text;
     changeSchema((unique ? "CREATE UNIQUE INDEX ON " : "CREATE INDEX ") + std::string(unique ? "" : "ON ") +
-                 tableName(table) + (text ? " (dao.key(" + quotedName(field) + ") COLLATE \"C\" NULLS FIRST)"
-                                          : " (" + quotedName(field) + ')'));
+                 tableName(table) +
+                 (text ? " (dao.key(" + quotedName(field) + ") COLLATE \"C\" NULLS FIRST)"
+                       : " (" + quotedName(field) + ')'));
 }
 
 std::vector<driver::IndexRow> ServerStore::indexes() {
@@ -246,8 +246,8 @@ void ServerStore::createRelation(const Relation& relation) {
         text = "CREATE UNIQUE INDEX ON " + tableName(relation.table) + " (" + field + ");";
     }
     changeSchema(text + "ALTER TABLE " + tableName(table) + " ADD FOREIGN KEY (" +
-                 quotedName(relation.foreignField) + ") REFERENCES " + tableName(relation.table) + " (" + field +
-                 ')' + (relation.cascadeDelete ? " ON DELETE CASCADE" : "") + ";CREATE INDEX ON " +
+                 quotedName(relation.foreignField) + ") REFERENCES " + tableName(relation.table) + " (" +
+                 field + ')' + (relation.cascadeDelete ? " ON DELETE CASCADE" : "") + ";CREATE INDEX ON " +
                  tableName(table) + " (" + quotedName(relation.foreignField) + ')');
 }
 

@@ -81,7 +81,7 @@ void bindValue(Parameters& parameters, const Value& value, dao::Type type) {
     std::visit(Binder{parameters, columnType(type)}, value.store());
 }
 
-ServerStatement::ServerStatement(std::shared_ptr<ServerStore*> store, std::string text)
+ServerStatement::ServerStatement(std::shared_ptr<Asked*> store, std::string text)
     : store_(std::move(store)), text_(std::move(text)) {}
 
 ServerStatement::Bound& ServerStatement::at(int index) {
@@ -113,8 +113,8 @@ Result ServerStatement::ask() {
             parameters.integers8(**numbers);
         } else if (const auto* value = std::get_if<Value>(&each)) {
             bindValue(parameters, *value, dao::Type::Text);
-        } else if (const auto* number = std::get_if<std::int64_t>(&each); number != nullptr &&
-                                                                           *number != driver::kNoRow) {
+        } else if (const auto* number = std::get_if<std::int64_t>(&each);
+                   number != nullptr && *number != driver::kNoRow) {
             parameters.integer8(*number);
         } else {
             parameters.null(Type::kInteger8);

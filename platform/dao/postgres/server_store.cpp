@@ -15,15 +15,16 @@ std::string levelName(int level) {
     return "dao_level" + std::to_string(level);
 }
 
-// One number for a row of a table, for the locks that sessions keep: two rows that share it merely wait for each
-// other now and then.
+// One number for a row of a table, for the locks that sessions keep: two rows that share it merely wait for
+// each other now and then.
 std::int64_t lockNumber(const std::string& table, std::int64_t key) {
     constexpr std::uint32_t kPrime = 16777619;
     std::uint32_t hash = 2166136261U;
     for (const char c : table) {
         hash = (hash ^ static_cast<unsigned char>(c)) * kPrime;
     }
-    return static_cast<std::int64_t>(std::uint64_t{hash} << 32 | (static_cast<std::uint64_t>(key) & 0xFFFFFFFFU));
+    return static_cast<std::int64_t>(std::uint64_t{hash} << 32 |
+                                     (static_cast<std::uint64_t>(key) & 0xFFFFFFFFU));
 }
 
 std::string bytesOf(std::string_view name) {
@@ -33,7 +34,7 @@ std::string bytesOf(std::string_view name) {
 }  // namespace
 
 ServerStore::ServerStore(std::shared_ptr<Link> link, Unfinished)
-    : self_(std::make_shared<ServerStore*>(this)), link_(std::move(link)) {}
+    : self_(std::make_shared<Asked*>(static_cast<Asked*>(this))), link_(std::move(link)) {}
 
 ServerStore::ServerStore(std::shared_ptr<Link> link) : ServerStore(std::move(link), Unfinished{}) {
     const Result shop = run("SELECT to_regclass('dao.shop') IS NOT NULL");
@@ -42,8 +43,8 @@ ServerStore::ServerStore(std::shared_ptr<Link> link) : ServerStore(std::move(lin
     }
     const Result state = run("SELECT whole, order_version, form FROM dao.shop");
     if (state.rows() != 1 || !state.boolean(0, 0)) {
-        fail(errUnrecognisedFormat,
-             "The shop on " + placeText(link_->address()) + " is unfinished: moving it there was broken off.");
+        fail(errUnrecognisedFormat, "The shop on " + placeText(link_->address()) +
+                                        " is unfinished: moving it there was broken off.");
     }
     if (state.integer(0, 1) > alphabet::kOrderVersion || state.integer(0, 2) > driver::knownForm()) {
         fail(errNewerForm);
@@ -159,9 +160,9 @@ void ServerStore::unlockRow(const std::string& table, std::int64_t key) noexcept
 }
 
 bool ServerStore::holdRow(const std::string& table, std::int64_t key) {
-    const Result found =
-        run("SELECT 1 FROM " + tableName(table) + " WHERE " + keyColumn(described(table)) + " = $1 FOR NO KEY UPDATE",
-            Parameters().integer8(key));
+    const Result found = run("SELECT 1 FROM " + tableName(table) + " WHERE " + keyColumn(described(table)) +
+                                 " = $1 FOR NO KEY UPDATE",
+                             Parameters().integer8(key));
     return found.rows() == 1;
 }
 
@@ -296,17 +297,17 @@ bool ServerStore::updateRow(const std::string& table, std::int64_t key,
     Parameters parameters;
     bindFields(parameters, info, fields);
     parameters.integer8(key);
-    const Result changed = run("UPDATE " + tableName(table) + " SET " + changes + " WHERE " + keyColumn(info) +
-                                   " = $" + std::to_string(fields.size() + 1),
+    const Result changed = run("UPDATE " + tableName(table) + " SET " + changes + " WHERE " +
+                                   keyColumn(info) + " = $" + std::to_string(fields.size() + 1),
                                parameters);
     noteWritten();
     return changed.affected() != 0;
 }
 
 bool ServerStore::deleteRow(const std::string& table, std::int64_t key) {
-    const Result gone = run(
-        "DELETE FROM " + tableName(table) + " WHERE " + keyColumn(described(table)) + " = $1",
-        Parameters().integer8(key));
+    const Result gone =
+        run("DELETE FROM " + tableName(table) + " WHERE " + keyColumn(described(table)) + " = $1",
+            Parameters().integer8(key));
     noteWritten();
     return gone.affected() != 0;
 }
@@ -352,10 +353,10 @@ std::optional<std::string> ServerStore::queryText(std::string_view name) {
 
 std::int64_t ServerStore::writeQuery(std::string_view name, std::string_view text) {
     const std::string key = bytesOf(name);
-    const Result written =
-        run("INSERT INTO dao.queries (key, name, version, sql) VALUES ($1, $2, nextval('dao.query_texts'), $3)"
-            " ON CONFLICT (key) DO UPDATE SET version = EXCLUDED.version, sql = EXCLUDED.sql RETURNING version",
-            Parameters().bytes(key).text(name).text(text));
+    const Result written = run(
+        "INSERT INTO dao.queries (key, name, version, sql) VALUES ($1, $2, nextval('dao.query_texts'), $3)"
+        " ON CONFLICT (key) DO UPDATE SET version = EXCLUDED.version, sql = EXCLUDED.sql RETURNING version",
+        Parameters().bytes(key).text(name).text(text));
     return written.integer(0, 0);
 }
 

@@ -8,6 +8,7 @@
 
 #include "platform/dao/driver.h"
 #include "platform/dao/postgres/link.h"
+#include "platform/dao/postgres/server_statement.h"
 
 namespace dao::postgres {
 
@@ -17,7 +18,7 @@ namespace dao::postgres {
 // A transaction that only reads sees one state of the shop throughout; one that writes holds the rows that it
 // writes, and nobody else's. What was written raises the number of this workstation's row in dao.writers, in
 // the same transaction: so others see with the rows that something has changed.
-class ServerStore final : public driver::Store {
+class ServerStore final : public driver::Store, private Asked {
  public:
     explicit ServerStore(std::shared_ptr<Link> link);  // errUnrecognisedFormat: no shop there; errNewerForm
     // One that is being made.
@@ -80,9 +81,6 @@ class ServerStore final : public driver::Store {
 
     // Takes away all tables and stored queries.
     void empty();
-    // A statement of this store's own.
-    Result run(const std::string& text, const Parameters& parameters = {});
-    void noteWritten() { wroteRows_ = true; }  // rows of the shop, in the transaction that is open
 
  private:
     // What tells at one glance whether anything has changed.
@@ -97,6 +95,9 @@ class ServerStore final : public driver::Store {
         std::int64_t version = 0;
     };
 
+    Result run(const std::string& text, const Parameters& parameters) override;
+    Result run(const std::string& text) { return run(text, {}); }
+    void noteWritten() override { wroteRows_ = true; }
     Versions versions();
     void changeSchema(const std::string& text);
     void needTextDomain(int size);
@@ -105,19 +106,20 @@ class ServerStore final : public driver::Store {
     std::pair<std::int64_t, std::int64_t> describedAt();
     void bindFields(Parameters& parameters, const sql::TableInfo& table,
                     std::span<const driver::FieldValue> fields) const;
-    void insertSome(const sql::TableInfo& table, std::span<const std::string_view> fields, const RowBlock& rows,
-                    std::size_t first, std::size_t count);
+    void insertSome(const sql::TableInfo& table, std::span<const std::string_view> fields,
+                    const RowBlock& rows, std::size_t first, std::size_t count);
     Parameters counterOf(const std::string& table);
     void refreshQueries();
 
-    std::shared_ptr<ServerStore*> self_;  // for its statements: holds nullptr once the store is gone
+    std::shared_ptr<Asked*> self_;  // for its statements: holds nullptr once the store is gone
     std::shared_ptr<Link> link_;
-    bool reading_ = false;     // the open transaction sees one state throughout
-    bool wroteRows_ = false;   // in the open transaction
-    std::optional<Versions> seen_;  // by the reading transaction that is open
+    bool reading_ = false;            // the open transaction sees one state throughout
+    bool wroteRows_ = false;          // in the open transaction
+    std::optional<Versions> seen_;    // by the reading transaction that is open
     std::int64_t schemaChanges_ = 0;  // of our own
     std::int64_t newestSchema_ = -1;  // that anybody asked for
-    std::pair<std::int64_t, std::int64_t> describedIn_{-1, -1};  // both, as they were when described_ was read
+    std::pair<std::int64_t, std::int64_t> describedIn_{-1,
+                                                       -1};  // both, as they were when described_ was read
     std::map<std::string, sql::TableInfo> described_;
     Versions queriesIn_{0, 0, -1, -1};
     std::map<std::string, KnownQuery> queries_;  // by the bytes that their names compare by

@@ -8,8 +8,8 @@
 
 namespace dao::postgres {
 
-// An empty shop in a server's database, alone there. It counts as unfinished, and nobody else gets in, until it
-// is finished; one that is given up, or left by a crash, is replaced by the next.
+// An empty shop in a server's database, alone there. It counts as unfinished, and nobody else gets in, until
+// it is finished; one that is given up, or left by a crash, is replaced by the next.
 class NewShop {
  public:
     // errObjectExists where the database holds a whole shop, errFileInUse while somebody else makes one.

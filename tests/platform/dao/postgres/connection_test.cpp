@@ -14,10 +14,10 @@
 #include "support/server_cluster.h"
 
 using namespace std::chrono_literals;
+using dao::postgres::Address;
 using dao::postgres::Connection;
 using dao::postgres::Parameters;
 using dao::postgres::Patience;
-using dao::postgres::Address;
 using dao::postgres::Result;
 using dao::postgres::TransactionState;
 using dao::postgres::Type;

@@ -9,8 +9,8 @@
 
 #include "failures.h"
 
-using dao::postgres::isSignpost;
 using dao::postgres::Address;
+using dao::postgres::isSignpost;
 using dao::postgres::readSignpost;
 using dao::postgres::writeSignpost;
 

@@ -10,8 +10,8 @@
 #include "proxy.h"
 #include "support/server_cluster.h"
 
-using dao::postgres::Connection;
 using dao::postgres::Address;
+using dao::postgres::Connection;
 using tests::runCommand;
 
 namespace {

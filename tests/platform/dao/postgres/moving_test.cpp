@@ -1,0 +1,230 @@
+#include "platform/dao/moving.h"
+
+#include <filesystem>
+
+#include "platform/dao/dao_shop.h"
+#include "platform/dao/postgres/place.h"
+#include "platform/dao/postgres/shop_making.h"
+#include "platform/dao/postgres/signpost.h"
+#include "support/server_cluster.h"
+
+using namespace dao;
+using daotest::errorOf;
+using daotest::kConnect;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// A shop in a file, and an empty database on a server.
+class MovingTest : public testing::Test {
+ protected:
+    void SetUp() override {
+        ASSERT_FALSE(daotest::onServer()) << "these tests make their own server's shop";
+        daotest::createShop(path);
+        Database db = daotest::openShop(path);
+        daotest::fillShop(db, 25);
+        Recordset clients = db.OpenRecordset("Customers");
+        clients.MoveLast();
+        clients.Edit();
+        clients.Fields("Surname") = Value("O'Đorđević \"Ž\"\nŁ");
+        clients.Fields("City") = Value();
+        clients.Fields("BirthDate") = Value(Date{-1.25});
+        clients.Fields("Comments") = Value("");
+        clients.Update();
+        clients.AddNew();  // a number that was given and never used
+        clients.CancelUpdate();
+        Recordset services = db.OpenRecordset("Services");
+        services.Edit();
+        services.Fields("Price") = Value(Currency::fromScaled(123456789012345));
+        services.Fields("Discount") = Value(0.1F);
+        services.Fields("Paid") = Value(Currency::fromScaled(-1));
+        services.Update();
+        Recordset kinds = db.OpenRecordset("ServiceTypes");
+        for (const char* kind : {"Čišćenje", "instalacija"}) {
+            kinds.AddNew();
+            kinds.Fields("Service") = Value(kind);
+            kinds.Update();
+        }
+        db.CreateIndex("Customers", "Surname");
+        db.setForm(3);
+    }
+
+    std::string server() const {
+        const postgres::Address place = database.place();
+        return "host='" + place.host + "' dbname='" + place.dbname + "' user='" + place.user + "'" +
+               (place.port.empty() ? "" : " port=" + place.port);
+    }
+
+    // Everything that a reader can see of a shop, as one text.
+    static std::string everythingIn(const std::string& shop) {
+        Database db = daotest::openShop(shop);
+        std::string text = "form " + std::to_string(db.Form()) + '\n';
+        for (int t = 0; t < db.TableDefs().Count(); ++t) {
+            const TableDef table = db.TableDefs()[t];
+            text += table.Name() + '\n';
+            for (const FieldDef& field : table.Fields()) {
+                text += field.Name + ' ' + std::to_string(field.Type) + ' ' + std::to_string(field.Size) +
+                        (field.counter ? " counter\n" : "\n");
+            }
+            Recordset rows = db.OpenRecordset(table.Name());
+            for (; !rows.EOF(); rows.MoveNext()) {
+                for (int f = 0; f < rows.FieldCount(); ++f) {
+                    const Value& value = rows.Fields(f).Value();
+                    text += value.isNull() ? "(Null)|" : value.asText() + '|';
+                }
+                text += '\n';
+            }
+        }
+        for (const Relation& relation : db.Relations()) {
+            text += relation.table + '.' + relation.field + ' ' + relation.foreignTable + '.' +
+                    relation.foreignField + (relation.cascadeDelete ? " cascade\n" : "\n");
+        }
+        for (int q = 0; q < db.QueryDefs().Count(); ++q) {
+            text += db.QueryDefs()[q].Name() + ": " + db.QueryDefs()[q].SQL() + '\n';
+        }
+        return text;
+    }
+
+    static int nextClient(const std::string& shop) {
+        Database db = daotest::openShop(shop);
+        Recordset clients = db.OpenRecordset("Customers");
+        clients.AddNew();
+        return clients["CustID"].asLong();
+    }
+
+    daotest::TempFolder folder;
+    std::string path = folder.file("Tarvello.mdb");
+    std::string kept = folder.file("Tarvello.before-server.mdb");
+    tests::ServerDatabase database;
+};
+
+TEST_F(MovingTest, AShopArrivesOnTheServerAsItWas) {
+    const std::string before = everythingIn(path);
+    moveToServer(path, kConnect, server());
+    EXPECT_TRUE(postgres::isSignpost(path));
+    EXPECT_TRUE(DBEngine::IsOnServer(path));
+    EXPECT_FALSE(DBEngine::IsOnServer(kept));
+    EXPECT_EQ(everythingIn(path), before);
+    EXPECT_EQ(everythingIn(kept), before);
+    EXPECT_EQ(nextClient(path), 27) << "26 was given before, though never used";
+}
+
+TEST_F(MovingTest, AShopComesHomeAsItIs) {
+    moveToServer(path, kConnect, server());
+    {
+        Database db = daotest::openShop(path);
+        db.Execute("UPDATE Customers SET City = 'Niš' WHERE CustID = 3");
+        db.Execute("DELETE FROM Computers WHERE MachineID = 4");
+        db.CreateQueryDef("Mine", "SELECT * FROM Services");
+    }
+    const std::string onServer = everythingIn(path);
+    const std::string home = folder.file("Home.mdb");
+    moveHome(path, home, kConnect);
+    EXPECT_EQ(everythingIn(home), onServer);
+    EXPECT_EQ(errorOf([&] { DBEngine::OpenDatabase(home, false, false, ";pwd=wrong"); }), 3031);
+    EXPECT_EQ(everythingIn(path), onServer) << "the server keeps its shop";
+    EXPECT_EQ(nextClient(home), 27);
+    EXPECT_EQ(errorOf([&] { moveHome(path, home, kConnect); }), 3012);
+}
+
+TEST_F(MovingTest, WatchersAreToldHowFarItIs) {
+    std::vector<std::int64_t> seen;
+    moveToServer(path, kConnect, server(), [&](const TransferState& state) {
+        EXPECT_LE(state.rows, state.allRows);
+        seen.push_back(state.rows);
+    });
+    ASSERT_FALSE(seen.empty());
+    EXPECT_EQ(seen.back(), 25 * 4 + 2 + 2) << "at the end of the comparing all rows were seen again";
+}
+
+TEST_F(MovingTest, WhileSomebodyHasTheFileOpenNothingMoves) {
+    const std::vector<char> before = daotest::readFile(path);
+    daotest::Child other([&](daotest::Child& child) {
+        Database db = daotest::openShop(path);
+        child.tell("open");
+        child.hear();
+        return 0;
+    });
+    other.hear();
+    EXPECT_EQ(errorOf([&] { moveToServer(path, kConnect, server()); }), 3045);
+    other.tell("close");
+    EXPECT_EQ(other.wait(), 0);
+    EXPECT_EQ(daotest::readFile(path), before);
+    EXPECT_FALSE(fs::exists(kept));
+}
+
+TEST_F(MovingTest, AShopThatIsThereIsNotReplaced) {
+    moveToServer(path, kConnect, server());
+    const std::string second = folder.file("Second.mdb");
+    daotest::createShop(second);
+    EXPECT_EQ(errorOf([&] { moveToServer(second, kConnect, server()); }), 3012);
+    EXPECT_FALSE(postgres::isSignpost(second));
+    fs::remove(path);
+    fs::copy_file(kept, path);
+    EXPECT_EQ(errorOf([&] { moveToServer(path, kConnect, server()); }), 3012) << "the name is taken, too";
+}
+
+TEST_F(MovingTest, ACopyThatABrokenTryLeftIsReplaced) {
+    {
+        postgres::NewShop unfinished(database.place());
+        TableDef table("Customers");
+        table.Append({"CustID", dbLong, 0, true});
+        unfinished.store().createTable(table);
+    }
+    const std::string signpost = folder.file("Early.mdb");
+    postgres::writeSignpost(signpost, database.place());
+    EXPECT_EQ(errorOf([&] { daotest::openShop(signpost); }), 3343) << "nobody works on half a shop";
+    const std::string before = everythingIn(path);
+    moveToServer(path, kConnect, server());
+    EXPECT_EQ(everythingIn(path), before);
+}
+
+TEST_F(MovingTest, AWrongPasswordOrAServerThatIsNotThereChangesNothing) {
+    const std::vector<char> before = daotest::readFile(path);
+    EXPECT_EQ(errorOf([&] { moveToServer(path, ";pwd=wrong", server()); }), 3031);
+    EXPECT_NE(errorOf([&] { moveToServer(path, kConnect, "host=/nowhere dbname=shop"); }), 0);
+    EXPECT_EQ(errorOf([&] { moveToServer(path, kConnect, "host=localhost password=x dbname=shop"); }), 3001);
+    EXPECT_EQ(daotest::readFile(path), before);
+    EXPECT_FALSE(fs::exists(kept));
+}
+
+TEST_F(MovingTest, ABackupOfTheServerOpensByItself) {
+    moveToServer(path, kConnect, server());
+    const std::string backup = folder.file("Tarvello.bkp");
+    daotest::writeFile(backup, {'o', 'l', 'd'});
+    Database working = daotest::openShop(path);
+    DBEngine::CopyDatabase(path, backup);
+    EXPECT_EQ(everythingIn(backup), everythingIn(path));
+    EXPECT_EQ(errorOf([&] { DBEngine::OpenDatabase(backup, false, false, ";pwd=wrong"); }), 3031);
+}
+
+TEST_F(MovingTest, TheServerIsSetBackToABackupAsAWhole) {
+    moveToServer(path, kConnect, server());
+    const std::string backup = folder.file("Tarvello.bkp");
+    const std::string before = everythingIn(path);
+    DBEngine::CopyDatabase(path, backup);
+    {
+        Database db = daotest::openShop(path);
+        db.Execute("DELETE FROM Customers");
+        db.CreateQueryDef("Mine", "SELECT * FROM Services");
+    }
+    ASSERT_NE(everythingIn(path), before);
+    DBEngine::CopyDatabase(backup, path);
+    EXPECT_EQ(everythingIn(path), before);
+    EXPECT_TRUE(postgres::isSignpost(path)) << "the signpost is not what is replaced";
+}
+
+TEST_F(MovingTest, RepairAndCompactionLeaveTheServersShopInItsPlace) {
+    moveToServer(path, kConnect, server());
+    const std::string before = everythingIn(path);
+    DBEngine::RepairDatabase(path, kConnect);
+    EXPECT_FALSE(DBEngine::LastRepair().damaged);
+    DBEngine::CompactDatabase(path, folder.file("Dense.mdb"), kConnect);
+    EXPECT_FALSE(fs::exists(folder.file("Dense.mdb")));
+    EXPECT_EQ(everythingIn(path), before);
+    EXPECT_NE(errorOf([&] { DBEngine::DeleteDatabase(path); }), 0);
+    EXPECT_EQ(everythingIn(path), before);
+}
+
+}  // namespace
