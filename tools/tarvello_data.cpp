@@ -1,8 +1,8 @@
-// The command for those who look after a shop's data. What it does to a shop it does to the whole of it, and says
-// so: one verb a job, its own --help, and a manual page (docs/tarvello-data.1).
+// The command for those who look after a shop's data. What it does to a shop it does to the whole of it, and
+// says so: one verb a job, its own --help, and a manual page (docs/tarvello-data.1).
 //
-// Exit status: 0 done; 1 refused or failed, with a sentence, nothing changed that the sentence does not name; 2 not
-// understood.
+// Exit status: 0 done; 1 refused or failed, with a sentence, nothing changed that the sentence does not name;
+// 2 not understood.
 
 #include <unistd.h>
 
@@ -68,14 +68,17 @@ int main(int argc, char** argv) {
     std::string to;
     CLI::App* moving = app.add_subcommand(
         "move", "Moves a shop from its file to a server, or home again from the server into a new file.");
-    moving->add_option("FROM", from, "The shop's file, or the signpost that leads to its server.")->required();
+    moving->add_option("FROM", from, "The shop's file, or the signpost that leads to its server.")
+        ->required();
     moving
-        ->add_option("TO", to,
-                     "The server's database, \"host=... dbname=...\" (port, user, sslmode, sslrootcert and passfile "
-                     "may be told, too); from a signpost, a new file.")
+        ->add_option(
+            "TO", to,
+            "The server's database, \"host=... dbname=...\" (port, user, sslmode, sslrootcert and passfile "
+            "may be told, too); from a signpost, a new file.")
         ->required();
     moving->footer(
-        "Nobody else may have the shop open. Every table is compared before anything that existed is changed.\n"
+        "Nobody else may have the shop open. Every table is compared before anything that existed is "
+        "changed.\n"
         "The file stays as NAME.before-server.mdb beside the signpost that takes its place.");
     try {
         app.parse(argc, argv);

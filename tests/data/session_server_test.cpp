@@ -18,8 +18,9 @@ class SessionOnServerTest : public SessionFixture {
         addClient("Peric");
         closeDatabases();
         const dao::postgres::Address place = database.place();
-        dao::moveToServer(file(), connect(), "host='" + place.host + "' dbname='" + place.dbname + "' user='" +
-                                                 place.user + "'");
+        dao::moveToServer(
+            file(), connect(),
+            "host='" + place.host + "' dbname='" + place.dbname + "' user='" + place.user + "'");
         ASSERT_TRUE(dao::DBEngine::IsOnServer(file()));
     }
 
@@ -77,7 +78,8 @@ TEST_F(SessionOnServerTest, AWorkstationWorksOnAloneAndIsToldSo) {
     EXPECT_TRUE(CheckDatabase(errorText)) << errorText.toStdString();
     ASSERT_EQ(boxes.asked.size(), 3);
     const QString told = boxes.asked[2].text;
-    EXPECT_TRUE(told.startsWith("From now on this workstation works alone, with its backup of ")) << told.toStdString();
+    EXPECT_TRUE(told.startsWith("From now on this workstation works alone, with its backup of "))
+        << told.toStdString();
     EXPECT_TRUE(told.contains("The server gets nothing of what is written here.")) << told.toStdString();
     EXPECT_FALSE(dao::DBEngine::IsOnServer(file()));
     EXPECT_EQ(clientsNamed("Peric"), 1);
@@ -121,7 +123,8 @@ TEST_F(SessionOnServerTest, TheWholeServerIsSetBackOnlyWhenAsked) {
     EXPECT_FALSE(UseBackupDatabase(errorText, false));
     EXPECT_EQ(errorText, "");
     ASSERT_EQ(boxes.asked.size(), 1);
-    EXPECT_TRUE(boxes.asked[0].text.startsWith("Do you wish to set the whole server back, for every workstation"));
+    EXPECT_TRUE(
+        boxes.asked[0].text.startsWith("Do you wish to set the whole server back, for every workstation"));
     EXPECT_EQ(clientsNamed("Jovic"), 1);
     boxes.answers = {BoxAnswer::Yes};
     EXPECT_TRUE(UseBackupDatabase(errorText, false)) << errorText.toStdString();
