@@ -18,15 +18,12 @@ class Windows : public ProgramWindows {
     bool editOptions(QWidget* owner, MainOptions& options) override {
         frmOptions window(owner);
         window.onUnits = [&window] { openUnits(&window); };
-        window.AlwaysCreateBackupDB = options.AlwaysCreateBackupDB;
-        window.DueDateDiff = options.DueDateDiff;
-        window.ShowFilterStatistics = options.ShowFilterStatistics;
-        window.DefaultGST = options.DefaultGST;
+        MainOptions& edited = window;
+        edited = options;
         window.Display();
         const bool taken = !window.Cancelled();
         if (taken) {
-            options = {window.AlwaysCreateBackupDB, window.DueDateDiff, window.ShowFilterStatistics,
-                       window.DefaultGST};
+            options = edited;
         }
         window.Unload();
         return taken;
