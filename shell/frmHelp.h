@@ -3,16 +3,13 @@
 #include <QWidget>
 
 #include "shell/help_file.h"
+#include "shell/help_history.h"
 
+class HelpSidePane;
 class HelpText;
-class QAction;
+class HelpToolbar;
 class QLabel;
-class QLineEdit;
-class QListWidget;
-class QListWidgetItem;
 class QSplitter;
-class QTabWidget;
-class QTreeWidget;
 
 // The help viewer: contents, index and search on the left, the page on the right. One window for the whole
 // program, opened by WinHelp; it lies above the modal window that asked for it, and Escape closes it.
@@ -33,46 +30,28 @@ class frmHelp : public QWidget {
     bool showPage(const QString& address);
     void search(const QString& words);
 
-    QString currentPage() const { return currentPage_; }      // its id; empty before the first
-    QString currentAnchor() const { return currentAnchor_; }  // empty: the page's head
+    QString currentPage() const { return history_.current().page; }      // its id; empty before the first
+    QString currentAnchor() const { return history_.current().anchor; }  // empty: the page's head
 
  protected:
     void keyPressEvent(QKeyEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
  private:
-    struct Place {
-        QString page, anchor;
-    };
-    QWidget* buildToolbar();
-    QWidget* buildSidePane();
-    void buildActions();
-    void fillContents();
-    void fillIndex();
-    void filterIndex(const QString& words);
-    void go(const Place& place, bool remember);
-    void step(int direction);
-    void markCurrent();
+    void connectParts();
+    void visit(const HelpPlace& place);  // of the book
+    void step(int direction);            // -1: back, 1: forward
+    void showCurrent(bool isOtherPage);  // than the one shown before
     void setStatus(const QString& text);
-    void followListItem(const QListWidgetItem* item);
 
     HelpBook book_;
     QString path_;
-    QString currentPage_, currentAnchor_;
-    QList<Place> history_;
-    qsizetype historyAt_ = -1;
-
-    QSplitter* splitter_ = nullptr;
-    QTabWidget* tabs_ = nullptr;
-    QTreeWidget* contents_ = nullptr;
-    QLineEdit* indexField_ = nullptr;
-    QListWidget* index_ = nullptr;
-    QLineEdit* searchField_ = nullptr;
-    QListWidget* hits_ = nullptr;
-    HelpText* text_ = nullptr;
-    QLabel* status_ = nullptr;
-    QAction* back_ = nullptr;
-    QAction* forward_ = nullptr;
+    HelpHistory history_;
+    HelpText* text_;
+    QSplitter* splitter_;
+    HelpSidePane* side_;
+    QLabel* status_;
+    HelpToolbar* toolbar_;
 };
 
 // Puts the window in as the program's help viewer. What WinHelp is asked then returns whether it could be

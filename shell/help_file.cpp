@@ -162,7 +162,7 @@ const HelpPage* HelpBook::page(const QString& id) const {
     return found == pages_.end() ? nullptr : &*found;
 }
 
-HelpBook::Target HelpBook::target(int context) const {
+HelpPlace HelpBook::target(int context) const {
     for (const HelpPage& page : pages_) {
         for (const HelpPage::Context& entry : page.contexts) {
             if (entry.number == context) {

@@ -6,6 +6,14 @@
 #include <QString>
 #include <QStringList>
 
+// A place in the help, as far as somebody can be led to it.
+struct HelpPlace {
+    QString page;    // its id; empty: nowhere
+    QString anchor;  // empty: the page's head
+    bool operator==(const HelpPlace&) const = default;
+    QString address() const { return anchor.isEmpty() ? page : page + QLatin1Char('#') + anchor; }
+};
+
 // One page of the help: its text in Markdown, and what leads to it. A heading may end in {#name}; such a name
 // is an anchor, a place in the page that a topic number, a keyword or a link can point to.
 struct HelpPage {
@@ -33,10 +41,6 @@ struct HelpPage {
 // The whole help: what Tarvello.hlp holds.
 class HelpBook {
  public:
-    struct Target {
-        QString page, anchor;
-    };
-
     // Reads a page as it lies in resources/help: a head between two lines "---" with the lines "title:",
     // "parent:", "order:", "contexts:" (501, 503-505=names, ...) and "keywords:" (word, word=anchor, ...),
     // then the text. On failure errorText holds the line and what is wrong with it.
@@ -56,8 +60,8 @@ class HelpBook {
     const QList<HelpPage>& pages() const { return pages_; }
     const HelpPage* page(const QString& id) const;
     QByteArray picture(const QString& name) const { return pictures_.value(name); }
-    // Where a topic number leads; an empty page where it leads nowhere.
-    Target target(int context) const;
+    // Where a topic number leads.
+    HelpPlace target(int context) const;
 
  private:
     QList<HelpPage> pages_;

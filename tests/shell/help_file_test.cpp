@@ -170,7 +170,7 @@ TEST(DeliveredHelp, TheFieldsLeadToTheirOwnParagraph) {
     const HelpBook book = delivered();
     for (int stage = 0; stage < 2; ++stage) {
         for (const EntryRow& row : entryPane(stage).rows) {
-            const HelpBook::Target target = book.target(row.helpContext);
+            const HelpPlace target = book.target(row.helpContext);
             EXPECT_EQ(target.page, stage == 0 ? "client-fields" : "computer-fields") << row.field;
             EXPECT_NE(target.anchor, "") << row.field;
         }
