@@ -7,7 +7,6 @@
 #include <QLocale>
 #include <QScreen>
 #include <QSet>
-#include <QTemporaryDir>
 #include <QWidget>
 #include <QWindow>
 
@@ -22,28 +21,24 @@
 #include "platform/system/launch.h"
 #include "platform/system/settings_store.h"
 #include "platform/system/trap.h"
+#include "support/own_folder.h"
 
 using platform::BoxAnswer;
 using platform::BoxIcon;
 
 namespace {
 
-// Fresh settings, a fresh program folder, answered boxes, and a point for the decimals.
-class ModMain : public testing::Test {
+// Answered boxes, and a point for the decimals.
+class ModMain : public OwnFolderFixture {
  protected:
     void SetUp() override {
-        ASSERT_TRUE(folder_.isValid());
-        settingsBefore_ = QFileInfo(platform::settingsFile("x")).path();
-        programBefore_ = platform::programFolder();
-        platform::setSettingsFolder(folder_.path());
-        platform::setProgramFolder(folder_.path());
+        OwnFolderFixture::SetUp();
         usePoint();
     }
     void TearDown() override {
-        platform::setSettingsFolder(settingsBefore_);
-        platform::setProgramFolder(programBefore_);
         platform::setShellExecuteHook({});
         usePoint();
+        OwnFolderFixture::TearDown();
     }
     static void usePoint() { QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates)); }
     static void useComma() { QLocale::setDefault(QLocale(QStringLiteral("sr_Latn_RS"))); }
@@ -53,8 +48,6 @@ class ModMain : public testing::Test {
         return file.fileName();
     }
 
-    QTemporaryDir folder_;
-    QString settingsBefore_, programBefore_;
     platform::BoxScript boxes_;
 };
 

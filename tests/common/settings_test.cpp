@@ -5,7 +5,6 @@
 #include <QDir>
 #include <QFile>
 #include <QSet>
-#include <QTemporaryDir>
 #include <stdexcept>
 
 #include "common/modMain.h"
@@ -13,27 +12,15 @@
 #include "platform/system/files.h"
 #include "platform/system/settings_store.h"
 #include "platform/system/trap.h"
+#include "support/own_folder.h"
 
 namespace {
 
-class Settings : public testing::Test {
+class Settings : public OwnFolderFixture {
  protected:
-    void SetUp() override {
-        ASSERT_TRUE(folder_.isValid());
-        settingsBefore_ = QFileInfo(platform::settingsFile("x")).path();
-        programBefore_ = platform::programFolder();
-        platform::setSettingsFolder(folder_.path());
-        platform::setProgramFolder(folder_.path());
-    }
-    void TearDown() override {
-        platform::setSettingsFolder(settingsBefore_);
-        platform::setProgramFolder(programBefore_);
-    }
     QString stored(const char* section, const char* key) const {
         return platform::GetSetting("Tarvello", section, key, "(missing)");
     }
-    QTemporaryDir folder_;
-    QString settingsBefore_, programBefore_;
 };
 
 }  // namespace
