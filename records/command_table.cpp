@@ -15,7 +15,7 @@
 #include "records/record_editing.h"
 #include "records/record_removal.h"
 #include "records/report_run.h"
-#include "records/service_list.h"
+#include "records/service_commands.h"
 #include "records/shop_filter.h"
 #include "records/shop_session.h"
 #include "records/stages.h"

@@ -13,7 +13,7 @@ class QWidget;
 class RecordEditing;
 class RecordRemoval;
 class ReportRun;
-class ServiceList;
+class ServiceCommands;
 class ShopFilter;
 class ShopSession;
 class Stages;
@@ -27,7 +27,7 @@ struct CommandTargets {
     Stages& stages;
     RecordEditing& editing;
     RecordRemoval& removal;
-    ServiceList& services;
+    ServiceCommands& services;
     ListSorting& sorting;
     ShopFilter& filter;
     FilterMenu& filters;

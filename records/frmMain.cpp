@@ -50,7 +50,7 @@ frmMain::frmMain(ProgramWindows& windows, QWidget* parent)
     : QMainWindow(parent),
       bars(*this, commandTable(), start, [this] { return stateOf(*this); }),
       panes(*new StagePanes(shop.fields, this)),
-      commands({*this, windows, choices, shop.stages, shop.editing, shop.removal, services.list,
+      commands({*this, windows, choices, shop.stages, shop.editing, shop.removal, services.commands,
                 services.sorting, shop.filter, filters, shop.session, report, shape, [this] { unload(); }}),
       windows_(windows) {
     setObjectName(QStringLiteral("frmMain"));
@@ -149,7 +149,7 @@ bool frmMain::fill(QString& errorText) {
     tabs.setCaption(2, GetResString(102));
     services.list.fill({});
     bars.UpdateServiceButtons();
-    services.list.makeEditor();
+    services.commands.makeEditor();
     return true;
 }
 
@@ -176,7 +176,7 @@ void frmMain::takeDown() {
         bool ok = false;
         shop.session.CloseDatabases(ok);
     });
-    services.list.dropEditor();
+    services.commands.dropEditor();
     SaveSettings(*this, choices, *panes.list());
     step([&] { WinHelp(helpFile(), HELP_QUIT); });
     step.clear();

@@ -15,7 +15,8 @@ ListedServices::ListedServices(QWidget& window, ListView& pane, const MainStart&
       shop_(shop),
       owner_(shop.stages, shop.fields, choices, surface),
       view(shop.fields, pane, tabs),
-      list(window, pane, shop.stages[kServices].data(), owner_, view),
+      list(pane, shop.stages[kServices].data(), owner_),
+      commands(window, pane, shop.stages[kServices].data(), owner_, view, list.details()),
       sorting(start, pane, shop.reading, choices.order, surface) {}
 
 bool ListedServices::InitServiceListView(QString& errorText) {
@@ -31,7 +32,7 @@ bool ListedServices::InitServiceListView(QString& errorText) {
 }
 
 void ListedServices::connectRows() {
-    QObject::connect(&pane_, &ListView::itemActivated, &pane_, [this] { list.editSelected(); });
+    QObject::connect(&pane_, &ListView::itemActivated, &pane_, [this] { commands.editSelected(); });
     QObject::connect(&pane_, &ListView::deletePressed, &pane_,
                      [this] { shop_.removal.DeleteRecord(shop_.stages.CurrentStage - 1); });
     QObject::connect(&pane_, &ListView::itemClicked, &pane_, [this] {

@@ -3,12 +3,14 @@
 #include "records/list_sorting.h"
 #include "records/main_list_owner.h"
 #include "records/main_window_view.h"
+#include "records/service_commands.h"
 #include "records/service_list.h"
 
 class StageSwitch;
 struct ShopRecords;
 
-// The stage of services: the list in its pane, its order, and what requisition and documents see of it.
+// The stage of services: the list in its pane, what is done with its services, its order, and what
+// requisition and documents see of it.
 class ListedServices {
  public:
     // All of these outlive it. Boxes and windows stand over `window`.
@@ -30,5 +32,6 @@ class ListedServices {
  public:
     const MainWindowView view;
     ServiceList list;
+    ServiceCommands commands;
     ListSorting sorting;
 };

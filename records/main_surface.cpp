@@ -76,12 +76,12 @@ void MainSurface::showUnit() {
 
 void MainSurface::EditService(int mode) {
     if (mode == 1) {
-        services_.list.editSelected();
+        services_.commands.editSelected();
     } else {
-        services_.list.addNew();
+        services_.commands.addNew();
     }
 }
 
 void MainSurface::DeleteSelectedService() {
-    services_.list.deleteSelected();
+    services_.commands.deleteSelected();
 }

@@ -10,7 +10,6 @@
 #include "platform/dao/dao.h"
 #include "platform/system/trap.h"
 #include "records/service_columns.h"
-#include "records/service_commands.h"
 #include "records/service_rows.h"
 
 using platform::ListItem;
@@ -63,15 +62,8 @@ void fillList(platform::ListView& list, const dao::Recordset& services) {
 
 }  // namespace
 
-ServiceList::ServiceList(QWidget& window, platform::ListView& list, platform::DataControl& services,
-                         ServiceListOwner& owner, const ServiceView& view)
-    : list_(list),
-      services_(services),
-      owner_(owner),
-      details_(owner),
-      commands_(std::make_unique<ServiceCommands>(window, list, services, owner, view, details_)) {}
-
-ServiceList::~ServiceList() = default;
+ServiceList::ServiceList(platform::ListView& list, platform::DataControl& services, ServiceListOwner& owner)
+    : list_(list), services_(services), owner_(owner), details_(owner) {}
 
 void ServiceList::build(Trap& step) {
     step([&] {
@@ -126,36 +118,4 @@ void ServiceList::showDetails(const ListItem& item) {
 std::optional<qint32> ServiceList::selectedId() const {
     const ListItem* selected = list_.selectedItem();
     return selected == nullptr ? std::nullopt : std::optional(ServiceCells(*selected).serviceId());
-}
-
-void ServiceList::makeEditor() {
-    commands_->makeEditor();
-}
-
-void ServiceList::dropEditor() {
-    commands_->dropEditor();
-}
-
-frmDetails* ServiceList::editor() const {
-    return commands_->editor();
-}
-
-void ServiceList::editSelected() {
-    commands_->editSelected();
-}
-
-void ServiceList::addNew() {
-    commands_->addNew();
-}
-
-void ServiceList::deleteSelected() {
-    commands_->deleteSelected();
-}
-
-void ServiceList::openRequisition() {
-    commands_->openRequisition();
-}
-
-void ServiceList::openDocument(bool invoice) {
-    commands_->openDocument(invoice);
 }

@@ -74,7 +74,7 @@ TEST_F(Start, WindowIsCaptionedAndReady) {
     EXPECT_TRUE(win().controls.Picture1[0]->isVisible());
     EXPECT_FALSE(win().controls.Picture1[1]->isVisible());
     EXPECT_FALSE(win().controls.Picture1[2]->isVisible());
-    EXPECT_NE(win().services.list.editor(), nullptr);
+    EXPECT_NE(win().services.commands.editor(), nullptr);
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
     EXPECT_TRUE(boxes.asked.isEmpty());
 }
@@ -372,7 +372,7 @@ TEST_F(Start, SortFieldThatIsNoColumnIsForgotten) {
 TEST_F(Start, ClosingClosesTheHelpAndTheEditor) {
     start();
     win().close();
-    EXPECT_EQ(win().services.list.editor(), nullptr);
+    EXPECT_EQ(win().services.commands.editor(), nullptr);
     EXPECT_EQ(helpCommands, QList<HelpCommand>({HELP_QUIT}));
     EXPECT_FALSE(win().controls.Data1[0]->isOpen());
 }

@@ -110,8 +110,8 @@ TEST_F(Documents, AServiceDeletedMeanwhileIsToldOf) {
 TEST_F(Documents, WithoutASelectedServiceNothingOpens) {
     start();
     tab(3);
-    win().services.list.openRequisition();
-    win().services.list.openDocument(true);
+    win().services.commands.openRequisition();
+    win().services.commands.openDocument(true);
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
@@ -138,7 +138,7 @@ TEST_F(Documents, EachCommandOpensItsKindOfDocument) {
 TEST_F(Documents, ThePriceOfAServiceBeingEditedFollowsItsRequisition) {
     const int id = serviceWithParts();
     startOnServices(id);
-    frmDetails* editor = win().services.list.editor();
+    frmDetails* editor = win().services.commands.editor();
     inModal<frmDetails>(
         [&] { tool("EditRecord"); },
         [&](frmDetails&) {

@@ -69,7 +69,7 @@ struct Services : DeliveredFixture {
     // `act` opens the service editor, `work` happens in it, and OK ends it unless `work` has done so.
     void inEditor(const std::function<void()>& act, const std::function<void()>& work) {
         bool opened = false;
-        frmDetails* editor = window().services.list.editor();
+        frmDetails* editor = window().services.commands.editor();
         QTimer::singleShot(0, editor, [&] {
             opened = editor->isVisible();
             EXPECT_TRUE(waitUntilActive(*editor));
@@ -87,13 +87,14 @@ struct Services : DeliveredFixture {
         QCoreApplication::processEvents();
     }
     void addInEditor(const std::function<void()>& work) {
-        inEditor([&] { window().services.list.addNew(); }, work);
+        inEditor([&] { window().services.commands.addNew(); }, work);
     }
     void editInEditor(const std::function<void()>& work) {
-        inEditor([&] { window().services.list.editSelected(); }, work);
+        inEditor([&] { window().services.commands.editSelected(); }, work);
     }
     QLineEdit* field(int index) {
-        return window().services.list.editor()->findChild<QLineEdit*>(QStringLiteral("Text1(%1)").arg(index));
+        return window().services.commands.editor()->findChild<QLineEdit*>(
+            QStringLiteral("Text1(%1)").arg(index));
     }
     void type(int index, const QString& keys) {
         field(index)->setFocus();
@@ -101,7 +102,7 @@ struct Services : DeliveredFixture {
         QTest::keyClicks(field(index), keys);
     }
     void press(int button) {
-        QTest::mouseClick(window().services.list.editor()->findChild<QPushButton*>(
+        QTest::mouseClick(window().services.commands.editor()->findChild<QPushButton*>(
                               QStringLiteral("Command1(%1)").arg(button)),
                           Qt::LeftButton);
     }
@@ -369,7 +370,7 @@ TEST_F(ManyServices, RowStaysAsItWasWhenItWasMade) {
 TEST_F(ManyServices, RowsBelowADeletedOneKeepTheirServices) {
     list().select(500);
     window().services.list.showDetails(*list().selectedItem());
-    window().services.list.deleteSelected();
+    window().services.commands.deleteSelected();
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
     EXPECT_EQ(list().count(), kRows - 1);
     EXPECT_TRUE(stored(ids[499], "ID").isNull());
@@ -400,7 +401,7 @@ TEST_F(ManyServices, NewServiceStandsAtTheEnd) {
 TEST_F(Services, DeletingSelectsTheNextRow) {
     const int first = addService(machine, {{"Comments", "one"}});
     const int second = addService(machine, {{"Comments", "two"}});
-    window().services.list.deleteSelected();
+    window().services.commands.deleteSelected();
     EXPECT_TRUE(stored(first, "ID").isNull());
     EXPECT_EQ(list().count(), 1);
     EXPECT_EQ(list().selectedItem()->Key, "K" + QString::number(second));
@@ -413,7 +414,7 @@ TEST_F(Services, DeletingTheLastRowGoesBackToTheFirst) {
     addService(machine, {{"Comments", "two"}});
     window();
     list().select(2);
-    window().services.list.deleteSelected();
+    window().services.commands.deleteSelected();
     EXPECT_EQ(description(), "one");
     EXPECT_EQ(window().controls.Data1[2]->Recordset()["ID"].asLong(), first);
 }
@@ -422,13 +423,13 @@ TEST_F(Services, DeletingTheOnlyServiceEmptiesTheDetails) {
     addService(machine, {{"Comments", "one"}});
     window();
     EXPECT_TRUE(window().bars.toolbar.button("DeleteRecord")->isEnabled());
-    window().services.list.deleteSelected();
+    window().services.commands.deleteSelected();
     EXPECT_EQ(list().count(), 0);
     EXPECT_EQ(description(), "");
     EXPECT_EQ(kinds(), "");
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
     EXPECT_FALSE(window().bars.toolbar.button("DeleteRecord")->isEnabled());
-    window().services.list.deleteSelected();
+    window().services.commands.deleteSelected();
     EXPECT_TRUE(boxes.asked.isEmpty()) << "with no rows nothing happens";
 }
 
@@ -436,7 +437,7 @@ TEST_F(Services, ServiceThatIsGoneCannotBeDeleted) {
     const int id = addService(machine);
     window();
     openDatabase().Execute("DELETE * FROM Services WHERE ID=" + std::to_string(id));
-    window().services.list.deleteSelected();
+    window().services.commands.deleteSelected();
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.lastText(), "Oops! Can't find this item in the database so it can not be deleted!");
     EXPECT_EQ(boxes.asked[0].icon, platform::BoxIcon::Exclamation);
@@ -447,7 +448,7 @@ TEST_F(Services, FailingDeleteIsReportedAndTheRowStays) {
     addService(machine);
     window();
     window().controls.Data1[2]->Recordset().Close();
-    window().services.list.deleteSelected();
+    window().services.commands.deleteSelected();
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_TRUE(boxes.lastText().startsWith(
         "An unexpected error has occured while deleting the selected service.\n\n["))
@@ -481,10 +482,10 @@ TEST_F(Services, NewServiceGoesIntoListAndDatabase) {
         type(6, "10");
         type(7, "106.15");
         window()
-            .services.list.editor()
+            .services.commands.editor()
             ->findChild<QPlainTextEdit*>("Text1(4)")
             ->setPlainText("Čist ventilator");
-        window().services.list.editor()->findChild<QListWidget*>("List1")->item(2)->setSelected(true);
+        window().services.commands.editor()->findChild<QListWidget*>("List1")->item(2)->setSelected(true);
     });
     ASSERT_EQ(list().count(), 1);
     const auto& item = list().item(1);
@@ -530,7 +531,7 @@ TEST_F(Services, EditedServiceChangesItsRowAndItsRecord) {
     list().select(2);
     window().services.list.showDetails(*list().selectedItem());
     editInEditor([&] {
-        EXPECT_EQ(window().services.list.editor()->ServiceID(), id);
+        EXPECT_EQ(window().services.commands.editor()->ServiceID(), id);
         EXPECT_EQ(field(0)->text(), "3/3/2026");
         EXPECT_EQ(field(1)->text(), "");
         EXPECT_EQ(field(5)->text(), "100.00");
@@ -629,8 +630,8 @@ TEST_F(Services, DoubleClickAndEnterEdit) {
 TEST_F(Services, EnterOnAnEmptyListDoesNothing) {
     window();
     QTest::keyClick(&list(), Qt::Key_Return);
-    window().services.list.editSelected();
-    EXPECT_FALSE(window().services.list.editor()->isVisible());
+    window().services.commands.editSelected();
+    EXPECT_FALSE(window().services.commands.editor()->isVisible());
 }
 
 // --- Amounts there and back.
