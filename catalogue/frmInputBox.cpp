@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <optional>
 
+#include "catalogue/spoken_caption.h"
 #include "common/modMain.h"
 #include "common/settings.h"
 #include "common/window_helpers.h"
@@ -29,10 +30,6 @@ const char* const kOptionCaptions[] = {"Koriguj &mala slova u velika", "&Upisan 
 constexpr const settings::Setting* kOptions[] = {&settings::drawInput.MakeProperCase,
                                                  &settings::drawInput.AppendSerialNumber};
 const char* const kButtonCaptions[] = {"OK", "Otkazi"};
-
-QString spoken(QString caption) {
-    return caption.remove(QLatin1Char('&')).remove(QLatin1Char(':'));
-}
 
 }  // namespace
 
@@ -61,7 +58,7 @@ void frmInputBox::buildFields(QGridLayout* grid) {
         auto* label = new QLabel(QString::fromLatin1(kFieldCaptions[i]), this);
         label->setObjectName(arrayName("Label1", i));
         label->setBuddy(field);
-        field->setAccessibleName(spoken(label->text()));
+        field->setAccessibleName(spokenCaption(label->text()));
         field->installEventFilter(this);
         grid->addWidget(label, static_cast<int>(i), 0);
         grid->addWidget(field, static_cast<int>(i), 1);
@@ -77,7 +74,7 @@ void frmInputBox::buildOptions(QGridLayout* grid) {
     for (size_t i = 0; i < check_.size(); ++i) {
         auto* box = new QCheckBox(QString::fromLatin1(kOptionCaptions[i]), this);
         box->setObjectName(arrayName("Check1", i));
-        box->setAccessibleName(spoken(box->text()));
+        box->setAccessibleName(spokenCaption(box->text()));
         box->setCursor(Qt::PointingHandCursor);
         box->installEventFilter(this);
         grid->addWidget(box, kOptionsRow + static_cast<int>(i), 1, Qt::AlignLeft | Qt::AlignTop);
@@ -93,7 +90,7 @@ void frmInputBox::buildButtons(QGridLayout* grid) {
     for (size_t i = 0; i < command_.size(); ++i) {
         auto* button = new QPushButton(QString::fromLatin1(kButtonCaptions[i]), this);
         button->setObjectName(arrayName("Command1", i));
-        button->setAccessibleName(spoken(button->text()));
+        button->setAccessibleName(spokenCaption(button->text()));
         button->setCursor(Qt::PointingHandCursor);
         row->addWidget(button);
         command_[i] = button;
