@@ -2,23 +2,21 @@
 
 #include <QDialog>
 #include <QString>
-#include <array>
 #include <functional>
+#include <memory>
 
 class ActiveReport1;
-class QButtonGroup;
-class QCheckBox;
-class QComboBox;
-class QGridLayout;
-class QLabel;
-class QLineEdit;
-class QPushButton;
+class PriceListOptions;
+class PriceListSteps;
+class PriceListTexts;
 namespace platform {
 class DataControl;
-class Trap;
-}  // namespace platform
+}
 
 // Asks what goes on the price list, and shows it.
+//
+// What is chosen belongs to its parts (PriceListTexts, PriceListOptions); the window opens and closes, and
+// goes the way of a printed list.
 class frmKonfigPrint : public QDialog {
     Q_OBJECT
  public:
@@ -45,32 +43,16 @@ class frmKonfigPrint : public QDialog {
  public slots:
     void reject() override;  // the close box and Escape too
 
- protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
  private:
-    static constexpr int kHeader = 0, kFooter = 1;       // Text1
-    static constexpr int kFirmsData = 0, kContents = 1;  // Check1
-
-    void buildTexts(QGridLayout* grid);
-    QWidget* buildOptions(int set);
-    QWidget* buildRounding();
     QWidget* buildButtons();
-    void connectControls();
     void load();
-    void saveChoice(platform::Trap& step);
-    void firmsDataClicked();
     void print();
+    void readProducts(PriceListSteps& step);
     void showList(const QString& footer);
-    int optionOf(int set) const;
 
-    std::array<QLabel*, 2> label_{};
-    std::array<QLineEdit*, 2> text_{};
-    std::array<QCheckBox*, 2> check_{};
-    std::array<QButtonGroup*, 2> options_{};  // Option1, Option2
-    QComboBox* combo_ = nullptr;
-    std::array<QPushButton*, 2> command_{};
-    platform::DataControl* data_ = nullptr;
+    platform::DataControl* data_;
+    std::unique_ptr<PriceListTexts> texts_;
+    std::unique_ptr<PriceListOptions> options_;
     qint32 idGrupe_ = 0, idProizvodjaca_ = 0;
     bool loaded_ = false;
 };
