@@ -183,18 +183,10 @@ void ProductPane::clickColumn(int column) {
     if (list_->count() == 0) {
         return;
     }
-    list_->setColumnImages(sortArrows());
-    SortTag sort = readSortTag(sortTag, window());
+    const SortTag old = readSortTag(sortTag, window());
     const QString key = list_->columnKey(column);
-    if (key != sort.field) {
-        if (const int old = list_->columnOf(sort.field); sort.sorted && old > 0) {
-            list_->setColumnIcon(old, QStringLiteral("dummy"));
-        }
-        sort.order = QStringLiteral("ASC");
-    } else {
-        sort.order = sort.order == QLatin1String("ASC") ? QStringLiteral("DESC") : QStringLiteral("ASC");
-    }
-    sortTag = writeSortTag({true, key, sort.order}, window());
+    const bool turns = key == old.field && old.order == QLatin1String("ASC");
+    sortTag = writeSortTag({true, key, turns ? QStringLiteral("DESC") : QStringLiteral("ASC")}, window());
     update(selection(), false);
 }
 

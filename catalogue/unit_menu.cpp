@@ -68,7 +68,6 @@ void UnitMenu::drop() {
 
 QString UnitMenu::addLines() {
     platform::Trap step;
-    step([&] { popup_->clear(); });
     for (const Line& line : kLines) {
         step([&] {
             popup_->addItem(QString::fromLatin1(line.caption), {}, {}, true, QString::fromLatin1(line.key));
