@@ -12,6 +12,8 @@
 #include "our_window.h"
 #include "plain_texts.h"
 #include "platform/controls/boxes.h"
+#include "platform/controls/list_box.h"
+#include "platform/controls/list_view.h"
 #include "shop.h"
 
 namespace {

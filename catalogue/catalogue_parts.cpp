@@ -36,7 +36,7 @@ CatalogueParts::CatalogueParts(QWidget* window, WindowCommands& commands)
                          [this, pane](const QPoint& at) { bars.openMenu(pane, at); });
         ++pane;
     }
-    for (CatalogueSwitch* each : {&status.aboveZero(), &status.allManufacturers()}) {
+    for (CatalogueSwitch* each : status.switches()) {
         QObject::connect(each, &CatalogueSwitch::turned, &products, readProducts);
     }
     QObject::connect(&products.rows(), &platform::ListView::itemActivated, &products,

@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 #include <QObject>
 #include <QString>
+#include <array>
 
 class CatalogueSwitch;
 class QLabel;
@@ -22,6 +23,7 @@ class CatalogueStatus : public QObject {
     platform::StatusBar* bar() const { return bar_; }
     CatalogueSwitch& aboveZero() const { return *aboveZero_; }                // only what there is any of
     CatalogueSwitch& allManufacturers() const { return *allManufacturers_; }  // whichever of them is chosen
+    std::array<CatalogueSwitch*, 2> switches() const { return {aboveZero_, allManufacturers_}; }
 
     // An empty text gives way to the standing one; `sticky`: is the standing one from now on.
     void showText(const QString& text, bool sticky);

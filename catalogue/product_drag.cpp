@@ -18,7 +18,9 @@ constexpr int kDragIconSize = 32;
 
 }  // namespace
 
-ProductDrag::ProductDrag(platform::ListView* list, QWidget* window) : list_(list), window_(window) {}
+ProductDrag::ProductDrag(platform::ListView* list, QWidget* window) : list_(list), window_(window) {
+    window_->installEventFilter(this);
+}
 
 // With the button down the pointer draws a product, it does not sweep over the rows.
 bool ProductDrag::mouse(const QMouseEvent& event) {
@@ -74,25 +76,38 @@ void ProductDrag::setIcon(const QString& key) {
     }
 }
 
+bool ProductDrag::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+        case QEvent::DragEnter:
+        case QEvent::DragMove:
+            over(*static_cast<QDragMoveEvent*>(event));
+            return true;
+        case QEvent::DragLeave:
+            setIcon(QString());
+            return true;
+        case QEvent::Drop:
+            drop(*static_cast<QDropEvent*>(event));
+            return true;
+        default:
+            return QObject::eventFilter(watched, event);
+    }
+}
+
 // The catalogue itself takes no product; only its list, where the way back lies, shows no refusal.
-void ProductDrag::over(QDragMoveEvent* event) {
-    if (!event->mimeData()->hasFormat(QLatin1String(kProductDragFormat))) {
+void ProductDrag::over(QDragMoveEvent& event) {
+    if (!event.mimeData()->hasFormat(QLatin1String(kProductDragFormat))) {
         return;
     }
-    const QPoint at = list_->mapFrom(window_, event->position().toPoint());
+    const QPoint at = list_->mapFrom(window_, event.position().toPoint());
     setIcon(list_->rect().contains(at) ? QStringLiteral("drag") : QStringLiteral("nodrop"));
-    event->setDropAction(Qt::IgnoreAction);
-    event->accept();
+    event.setDropAction(Qt::IgnoreAction);
+    event.accept();
 }
 
-void ProductDrag::leave() {
+void ProductDrag::drop(QDropEvent& event) {
     setIcon(QString());
-}
-
-void ProductDrag::drop(QDropEvent* event) {
-    setIcon(QString());
-    event->setDropAction(Qt::IgnoreAction);
-    event->accept();
+    event.setDropAction(Qt::IgnoreAction);
+    event.accept();
 }
 
 void ProductDrag::parentDragOver(State state, bool overList) {

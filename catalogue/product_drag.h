@@ -25,10 +25,6 @@ class ProductDrag : public QObject, public ParentDragEvents {
 
     // Of the product list's surface; true: dealt with.
     bool mouse(const QMouseEvent& event);
-    // Over the catalogue itself.
-    void over(QDragMoveEvent* event);
-    void leave();
-    void drop(QDropEvent* event);
     // What the pointer shows while a product is dragged: "drag", "nodrop", or empty.
     const QString& icon() const { return icon_; }
 
@@ -39,8 +35,13 @@ class ProductDrag : public QObject, public ParentDragEvents {
  signals:
     void dropped();  // on the requisition; the catalogue is on top again
 
+ protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;  // of the catalogue's window
+
  private:
     void begin();
+    void over(QDragMoveEvent& event);
+    void drop(QDropEvent& event);
     void setIcon(const QString& key);
     void drawSoon();
 

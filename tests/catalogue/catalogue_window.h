@@ -20,8 +20,13 @@
 #include "catalogue/frmInputBox.h"
 #include "catalogue/frmKonfiguratorEx.h"
 #include "data/session.h"
+#include "platform/controls/boxes.h"
 #include "platform/controls/data_control.h"
+#include "platform/controls/list_box.h"
 #include "platform/controls/list_view.h"
+#include "platform/controls/popup_menu.h"
+#include "platform/controls/splitter.h"
+#include "platform/controls/status_bar.h"
 #include "support/fixture.h"
 #include "support/modal.h"
 
