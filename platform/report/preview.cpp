@@ -1,39 +1,30 @@
 #include "platform/report/preview.h"
 
 #include <QAction>
-#include <QComboBox>
 #include <QDir>
-#include <QFrame>
-#include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QLabel>
-#include <QLineEdit>
 #include <QPrinter>
 #include <QScreen>
-#include <QSpinBox>
 #include <QSplitter>
 #include <QStandardPaths>
 #include <QToolBar>
 #include <QToolButton>
-#include <QTreeWidget>
 #include <QVBoxLayout>
-#include <cmath>
+#include <functional>
 #include <utility>
 
 #include "platform/controls/boxes.h"
 #include "platform/controls/pictures.h"
 #include "platform/controls/wait_pointer.h"
-#include "platform/controls/wheel.h"
+#include "platform/report/contents_pane.h"
+#include "platform/report/find_bar.h"
 #include "platform/report/page_view.h"
+#include "platform/report/preview_fields.h"
 #include "platform/report/print_dialog.h"
 #include "platform/system/trap.h"
 
 namespace report {
 namespace {
-
-constexpr int kPageRole = Qt::UserRole;
-constexpr int kTopRole = Qt::UserRole + 1;
-constexpr double kZooms[] = {0.5, 0.75, 1.0, 1.25, 1.5, 2.0, 4.0};
 
 // A file name made of the title: what a file system does not take becomes a dash ("Racun 17/2026").
 QString fileNameOf(const QString& title) {
@@ -78,7 +69,9 @@ ReportPreview::ReportPreview(Document document, QWidget* parent)
     auto* middle = new QSplitter(this);
     middle->setObjectName(QStringLiteral("Splitter1"));
     if (!document_.contents.empty()) {
-        middle->addWidget(contentsPane());
+        auto* contents = new ContentsPane(document_.contents, *view_, this);
+        addContentsButton(*contents);
+        middle->addWidget(contents);
     }
     middle->addWidget(view_);
     middle->setStretchFactor(middle->count() - 1, 1);
@@ -89,22 +82,21 @@ ReportPreview::ReportPreview(Document document, QWidget* parent)
     all->setSpacing(0);
     all->addWidget(bar_);
     all->addWidget(middle, 1);
-    all->addWidget(findBar());
+    find_ = new FindBar(document_, *view_, this);
+    all->addWidget(find_);
 
-    connect(view_, &PageView::zoomChanged, this, &ReportPreview::showZoom);
-    connect(view_, &PageView::pageChanged, page_, [this](int page) {
-        const QSignalBlocker quiet(page_);
-        page_->setValue(page);
-    });
+    connect(&view_->zoom(), &PageZoom::changed, zoom_, &ZoomField::showZoom);
+    connect(view_, &PageView::pageChanged, page_, &PageField::showPage);
     const QSize room = screen() ? screen()->availableSize() * 0.92 : QSize(940, 700);
     resize(QSize(document_.contents.empty() ? 940 : 1000, 860).boundedTo(room));
-    view_->setFit(PageView::Fit::Width);
+    view_->zoom().setFit(PageZoom::Fit::Width);
     view_->setFocus();
 }
 
 // --- the bar
 // ------------------------------------------------------------------------------------------------
 
+// What is made first is the first that Tab comes to: the fields stand among the buttons.
 void ReportPreview::addCommands() {
     using Keys = QList<QKeySequence>;
     const auto keys = [](const char* text) { return Keys{QKeySequence(QString::fromLatin1(text))}; };
@@ -116,24 +108,24 @@ void ReportPreview::addCommands() {
         {"PageNext", "Sledeca strana", "PageNext", keys("Ctrl+PgDown"), [this] { goToPage(1); }},
         {"PageLast", "Poslednja strana", "PageLast", keys("Ctrl+End"),
          [this] { view_->showPage(document_.pageCount()); }, false, true},
-        {"ZoomOut", "Umanji", "ZoomOut", keys("Ctrl+-"), [this] { view_->zoomOut(); }},
+        {"ZoomOut", "Umanji", "ZoomOut", keys("Ctrl+-"), [this] { view_->zoom().out(); }},
         {"ZoomIn",
          "Uvecaj",
          "ZoomIn",
          {QKeySequence("Ctrl++"), QKeySequence("Ctrl+=")},
-         [this] { view_->zoomIn(); }},
-        {"FitPage", "Cela strana", "FitPage", {}, [this] { view_->setFit(PageView::Fit::Page); }},
+         [this] { view_->zoom().in(); }},
+        {"FitPage", "Cela strana", "FitPage", {}, [this] { view_->zoom().setFit(PageZoom::Fit::Page); }},
         {"FitWidth",
          "Sirina strane",
          "FitWidth",
          {},
-         [this] { view_->setFit(PageView::Fit::Width); },
+         [this] { view_->zoom().setFit(PageZoom::Fit::Width); },
          false,
          true},
-        {"FindText", "Nadji...", "Find", keys("Ctrl+F"), [this] { openFind(); }},
-        {"ActualSize", "Stvarna velicina", "", keys("Ctrl+0"), [this] { view_->setZoom(1); }},
-        {"FindNext", "Nadji sledece", "", keys("F3"), [this] { findNext(); }},
-        {"FindPrevious", "Nadji prethodno", "", keys("Shift+F3"), [this] { findPrevious(); }},
+        {"FindText", "Nadji...", "Find", keys("Ctrl+F"), [this] { find_->open(); }},
+        {"ActualSize", "Stvarna velicina", "", keys("Ctrl+0"), [this] { view_->zoom().set(1); }},
+        {"FindNext", "Nadji sledece", "", keys("F3"), [this] { find_->goOn(1); }},
+        {"FindPrevious", "Nadji prethodno", "", keys("Shift+F3"), [this] { find_->goOn(-1); }},
         {"GoToPage", "Idi na stranu", "", keys("Ctrl+G"),
          [this] {
              page_->setFocus();
@@ -143,9 +135,11 @@ void ReportPreview::addCommands() {
     for (const Command& command : commands) {
         addCommand(command);
         if (qstrcmp(command.name, "PagePrevious") == 0) {
-            addPageField();
+            page_ = new PageField(*view_, document_.pageCount(), bar_);
+            bar_->addWidget(page_);
         } else if (qstrcmp(command.name, "ZoomOut") == 0) {
-            addZoomField();
+            zoom_ = new ZoomField(*view_, bar_);
+            bar_->addWidget(zoom_);
         }
         if (command.gapBehind) {
             bar_->addSeparator();
@@ -180,205 +174,19 @@ QAction* ReportPreview::addCommand(const Command& command) {
     return action;
 }
 
-void ReportPreview::addPageField() {
-    page_ = new QSpinBox(bar_);
-    page_->setObjectName(QStringLiteral("Page"));
-    page_->setAccessibleName(QStringLiteral("Strana"));
-    page_->setToolTip(QStringLiteral("Strana (Ctrl+G)"));
-    page_->setRange(1, std::max(1, document_.pageCount()));
-    page_->setSuffix(QStringLiteral(" / %1").arg(document_.pageCount()));
-    page_->setAlignment(Qt::AlignCenter);
-    page_->setButtonSymbols(QAbstractSpinBox::NoButtons);
-    page_->setKeyboardTracking(false);
-    connect(page_, &QSpinBox::valueChanged, this, [this](int page) { view_->showPage(page); });
-    platform::wheelNeedsFocus(page_);
-    bar_->addWidget(page_);
-}
-
-void ReportPreview::addZoomField() {
-    zoom_ = new QComboBox(bar_);
-    zoom_->setObjectName(QStringLiteral("Zoom"));
-    zoom_->setAccessibleName(QStringLiteral("Uvecanje"));
-    zoom_->setToolTip(QStringLiteral("Uvecanje"));
-    zoom_->setEditable(true);
-    zoom_->setInsertPolicy(QComboBox::NoInsert);
-    zoom_->setCompleter(nullptr);
-    for (const double zoom : kZooms) {
-        zoom_->addItem(QStringLiteral("%1%").arg(std::lround(zoom * 100)), zoom);
-    }
-    zoom_->setMinimumContentsLength(5);
-    connect(zoom_, &QComboBox::activated, this, &ReportPreview::takeZoom);
-    connect(zoom_->lineEdit(), &QLineEdit::returnPressed, this, &ReportPreview::readZoom);
-    platform::wheelNeedsFocus(zoom_);
-    bar_->addWidget(zoom_);
-}
-
-void ReportPreview::showZoom(double zoom) {
-    zoom_->setEditText(QStringLiteral("%1%").arg(std::lround(zoom * 100)));
-}
-
-void ReportPreview::takeZoom(int index) {
-    view_->setZoom(zoom_->itemData(index).toDouble());
-    view_->setFocus();
-}
-
-void ReportPreview::readZoom() {
-    QString text = zoom_->currentText();
-    bool isNumber = false;
-    const double percent = text.remove(u'%').trimmed().toDouble(&isNumber);
-    if (isNumber && percent > 0) {
-        view_->setZoom(percent / 100);
-    }
-    showZoom(view_->zoom());
-    view_->setFocus();
-}
-
 void ReportPreview::goToPage(int step) {
     view_->showPage(view_->page() + step);
 }
 
-// --- contents
-// -----------------------------------------------------------------------------------------------
-
-QWidget* ReportPreview::contentsPane() {
-    contents_ = new QTreeWidget(this);
-    contents_->setObjectName(QStringLiteral("Contents"));
-    contents_->setAccessibleName(QStringLiteral("Sadrzaj"));
-    contents_->setHeaderLabel(QStringLiteral("Sadrzaj"));
-    contents_->setMinimumWidth(140);
-    QList<QTreeWidgetItem*> open;  // the last entry of each level
-    for (const ContentsEntry& entry : document_.contents) {
-        const qsizetype level = std::clamp<qsizetype>(entry.level, 0, open.size());
-        open.resize(level);
-        auto* item = open.isEmpty() ? new QTreeWidgetItem(contents_) : new QTreeWidgetItem(open.last());
-        item->setText(0, entry.text);
-        item->setToolTip(0, entry.text);
-        item->setData(0, kPageRole, entry.page);
-        item->setData(0, kTopRole, entry.top);
-        open.append(item);
-    }
-    contents_->expandAll();
-    contents_->setRootIsDecorated(open.size() > 1 || contents_->topLevelItemCount() <
-                                                         static_cast<int>(document_.contents.size()));
-    connect(contents_, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
-        if (item) {
-            view_->showPlace(item->data(0, kPageRole).toInt(), item->data(0, kTopRole).toDouble());
-        }
-    });
+void ReportPreview::addContentsButton(QWidget& contents) {
     auto* action = new QAction(platform::icon(QStringLiteral("Contents")), QStringLiteral("Sadrzaj"), this);
     action->setObjectName(QStringLiteral("ShowContents"));
     action->setCheckable(true);
     action->setChecked(true);
-    connect(action, &QAction::toggled, contents_, &QWidget::setVisible);
+    connect(action, &QAction::toggled, &contents, &QWidget::setVisible);
     bar_->addAction(action);
     bar_->widgetForAction(action)->setAccessibleName(action->text());
     bar_->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
-    return contents_;
-}
-
-// --- search
-// -------------------------------------------------------------------------------------------------
-
-QWidget* ReportPreview::findBar() {
-    findBar_ = new QFrame(this);
-    findBar_->setObjectName(QStringLiteral("FindBar"));
-    auto* label = new QLabel(QStringLiteral("&Nadji:"), findBar_);
-    find_ = new QLineEdit(findBar_);
-    find_->setObjectName(QStringLiteral("Find"));
-    find_->setAccessibleName(QStringLiteral("Nadji"));
-    find_->setClearButtonEnabled(true);
-    find_->setMaximumWidth(320);
-    label->setBuddy(find_);
-    found_ = new QLabel(findBar_);
-    found_->setObjectName(QStringLiteral("Found"));
-    found_->setAccessibleName(QStringLiteral("Rezultat trazenja"));
-    auto* row = new QHBoxLayout(findBar_);
-    row->setContentsMargins(8, 4, 8, 4);
-    row->addWidget(label);
-    row->addWidget(find_, 1);
-    const auto addButton = [&](const char* name, const char* text, auto act) {
-        auto* button = new QToolButton(findBar_);
-        button->setObjectName(QString::fromLatin1(name));
-        button->setText(QString::fromUtf8(text));
-        button->setAccessibleName(button->text());
-        button->setFocusPolicy(Qt::TabFocus);
-        connect(button, &QToolButton::clicked, this, act);
-        row->addWidget(button);
-    };
-    addButton("Previous", "Prethodno", [this] { findPrevious(); });
-    addButton("Next", "Sledece", [this] { findNext(); });
-    row->addWidget(found_, 1);
-    addButton("CloseFind", "Zatvori", [this] { closeFind(); });
-    findBar_->hide();
-    return findBar_;
-}
-
-void ReportPreview::openFind() {
-    findBar_->show();
-    find_->setFocus();
-    find_->selectAll();
-}
-
-void ReportPreview::closeFind() {
-    findBar_->hide();
-    hits_.clear();
-    searched_.clear();
-    hit_ = -1;
-    view_->showHits({}, -1);
-    view_->setFocus();
-}
-
-void ReportPreview::search() {
-    searched_ = find_->text();
-    hits_ = document_.find(searched_);
-    hit_ = -1;
-}
-
-void ReportPreview::findNext() {
-    goOn(1);
-}
-
-void ReportPreview::findPrevious() {
-    goOn(-1);
-}
-
-void ReportPreview::goOn(int step) {
-    if (find_->text().isEmpty()) {
-        openFind();
-        return;
-    }
-    findBar_->show();
-    if (searched_ != find_->text()) {
-        search();
-    }
-    if (hits_.isEmpty()) {
-        view_->showHits({}, -1);
-        tell(QStringLiteral("Tekst nije nadjen."));
-        return;
-    }
-    const int count = static_cast<int>(hits_.size());
-    if (hit_ >= 0) {
-        hit_ = (hit_ + step + count) % count;
-    } else {
-        // A search begins at the page that is looked at, not at the top of two hundred others.
-        const int page = view_->page();
-        hit_ = 0;
-        while (hit_ + 1 < count && hits_.at(hit_).page < page) {
-            ++hit_;
-        }
-        if (hits_.at(hit_).page < page) {
-            hit_ = 0;
-        }
-        if (step < 0) {
-            hit_ = (hit_ + count - 1) % count;
-        }
-    }
-    view_->showHits(hits_, hit_);
-    tell(QStringLiteral("%1 od %2").arg(hit_ + 1).arg(count));
-}
-
-void ReportPreview::tell(const QString& text) {
-    found_->setText(text);
 }
 
 // --- paper and file
@@ -435,14 +243,6 @@ void ReportPreview::tellFailure(const QString& text, const QString& detail) {
 
 void ReportPreview::keyPressEvent(QKeyEvent* event) {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (enter && find_->hasFocus()) {
-        event->modifiers() & Qt::ShiftModifier ? findPrevious() : findNext();
-        return;
-    }
-    if (event->key() == Qt::Key_Escape && findBar_->isVisible() && findBar_->isAncestorOf(focusWidget())) {
-        closeFind();
-        return;
-    }
     if (enter) {
         return;  // no button of this window waits for it
     }

@@ -1,23 +1,18 @@
 #pragma once
 
 #include <QDialog>
-#include <QList>
-#include <functional>
 
 #include "platform/report/document.h"
 
 class QAction;
-class QComboBox;
-class QFrame;
-class QLabel;
-class QLineEdit;
-class QSpinBox;
 class QToolBar;
-class QTreeWidget;
 
 namespace report {
 
+class FindBar;
+class PageField;
 class PageView;
+class ZoomField;
 
 // A document on the screen: its pages, a contents pane where it has contents, search, print, PDF.
 //
@@ -35,9 +30,6 @@ class ReportPreview : public QDialog {
     void print();
     // Failures of both are told in a box.
     void savePdf();
-    void openFind();
-    void findNext();
-    void findPrevious();
 
  protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -46,32 +38,16 @@ class ReportPreview : public QDialog {
     struct Command;
     void addCommands();
     QAction* addCommand(const Command& command);
-    void addPageField();
-    void addZoomField();
-    QWidget* contentsPane();
-    QWidget* findBar();
-    void showZoom(double zoom);
-    void takeZoom(int index);
-    void readZoom();
-    void goOn(int step);
-    void search();
-    void closeFind();
-    void tell(const QString& text);
+    void addContentsButton(QWidget& contents);
     void goToPage(int step);
     void tellFailure(const QString& text, const QString& detail);
 
     const Document document_;
     QToolBar* bar_;
     PageView* view_;
-    QSpinBox* page_ = nullptr;
-    QComboBox* zoom_ = nullptr;
-    QTreeWidget* contents_ = nullptr;
-    QFrame* findBar_ = nullptr;
-    QLineEdit* find_ = nullptr;
-    QLabel* found_ = nullptr;
-    QList<Hit> hits_;
-    QString searched_;
-    int hit_ = -1;
+    PageField* page_ = nullptr;
+    ZoomField* zoom_ = nullptr;
+    FindBar* find_ = nullptr;
 };
 
 }  // namespace report

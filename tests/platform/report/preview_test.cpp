@@ -154,14 +154,14 @@ TEST_F(Preview, ButtonsAndThePageFieldLeafThroughTheDocument) {
 TEST_F(Preview, TheWheelOverPageAndZoomChangesNothingUnlessTheyHaveTheFocus) {
     open(95);
     pages().setFocus();
-    const double zoom = pages().zoom();
+    const double zoom = pages().zoom().factor();
     for (QWidget* field : QList<QWidget*>{named<QSpinBox>("Page"), named<QComboBox>("Zoom")}) {
         rollOver(field);
         rollOver(field->findChild<QLineEdit*>());
         EXPECT_FALSE(field->hasFocus());
     }
     EXPECT_EQ(pages().page(), 1);
-    EXPECT_DOUBLE_EQ(pages().zoom(), zoom);
+    EXPECT_DOUBLE_EQ(pages().zoom().factor(), zoom);
     press(Qt::Key_G, Qt::ControlModifier);
     rollOver(named<QSpinBox>("Page"), 1);
     EXPECT_EQ(pages().page(), 2);
@@ -170,30 +170,30 @@ TEST_F(Preview, TheWheelOverPageAndZoomChangesNothingUnlessTheyHaveTheFocus) {
 TEST_F(Preview, ZoomKeysWheelAndField) {
     open(95);
     press(Qt::Key_0, Qt::ControlModifier);
-    EXPECT_DOUBLE_EQ(pages().zoom(), 1.0);
+    EXPECT_DOUBLE_EQ(pages().zoom().factor(), 1.0);
     EXPECT_EQ(named<QComboBox>("Zoom")->currentText(), "100%");
     press(Qt::Key_Plus, Qt::ControlModifier);
-    EXPECT_DOUBLE_EQ(pages().zoom(), 1.25);
+    EXPECT_DOUBLE_EQ(pages().zoom().factor(), 1.25);
     press(Qt::Key_Minus, Qt::ControlModifier);
     press(Qt::Key_Minus, Qt::ControlModifier);
-    EXPECT_DOUBLE_EQ(pages().zoom(), 0.8);
+    EXPECT_DOUBLE_EQ(pages().zoom().factor(), 0.8);
     QWheelEvent wheel(QPointF(300, 300), pages().mapToGlobal(QPointF(300, 300)), QPoint(), QPoint(0, 120),
                       Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(pages().viewport(), &wheel);
-    EXPECT_DOUBLE_EQ(pages().zoom(), 1.0);
+    EXPECT_DOUBLE_EQ(pages().zoom().factor(), 1.0);
     QLineEdit* zoom = named<QComboBox>("Zoom")->lineEdit();
     zoom->setFocus();
     zoom->selectAll();
     QTest::keyClicks(zoom, "150");
     press(Qt::Key_Return);
-    EXPECT_DOUBLE_EQ(pages().zoom(), 1.5);
+    EXPECT_DOUBLE_EQ(pages().zoom().factor(), 1.5);
     zoom->setFocus();
     zoom->setText("blue");
     press(Qt::Key_Return);
-    EXPECT_DOUBLE_EQ(pages().zoom(), 1.5);
+    EXPECT_DOUBLE_EQ(pages().zoom().factor(), 1.5);
     EXPECT_EQ(zoom->text(), "150%");
-    pages().setZoom(1000);
-    EXPECT_DOUBLE_EQ(pages().zoom(), PageView::kMostZoom);
+    pages().zoom().set(1000);
+    EXPECT_DOUBLE_EQ(pages().zoom().factor(), report::PageZoom::kMost);
 }
 
 TEST_F(Preview, FitsThePageAndItsWidthAlsoWhenTheWindowChanges) {
@@ -217,7 +217,7 @@ TEST_F(Preview, FitsThePageAndItsWidthAlsoWhenTheWindowChanges) {
 
 TEST_F(Preview, TheLastPageIsReachedAlsoWhereManyAreSeenAtOnce) {
     open(95);
-    pages().setZoom(0.25);
+    pages().zoom().set(0.25);
     for (int page = 2; page <= 10; ++page) {
         press(Qt::Key_PageDown, Qt::ControlModifier);
         EXPECT_EQ(named<QSpinBox>("Page")->value(), page);
@@ -228,9 +228,9 @@ TEST_F(Preview, TheLastPageIsReachedAlsoWhereManyAreSeenAtOnce) {
 
 TEST_F(Preview, ZoomKeepsWhatIsLookedAt) {
     open(95);
-    pages().setZoom(1);
+    pages().zoom().set(1);
     pages().showPlace(5, 3000);
-    pages().setZoom(2.5);
+    pages().zoom().set(2.5);
     EXPECT_EQ(pages().page(), 5);
 }
 
