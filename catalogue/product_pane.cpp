@@ -112,15 +112,15 @@ QString ProductPane::statement(const SortTag& sort) const {
 
 void ProductPane::showSort(const SortTag& sort) {
     if (!sort.sorted) {
-        list_->setColumnImages({});
+        list_->columns().setImages({});
         return;
     }
-    list_->setColumnImages(sortArrows());
-    for (int column = 1; column <= list_->columnCount(); ++column) {
-        if (list_->columnKey(column) == sort.field) {
-            list_->setColumnIcon(column, sort.order.toUpper());
-        } else if (!list_->columnIcon(column).isEmpty()) {
-            list_->setColumnIcon(column, QStringLiteral("dummy"));
+    list_->columns().setImages(sortArrows());
+    for (int column = 1; column <= list_->columns().count(); ++column) {
+        if (list_->columns().key(column) == sort.field) {
+            list_->columns().setIcon(column, sort.order.toUpper());
+        } else if (!list_->columns().icon(column).isEmpty()) {
+            list_->columns().setIcon(column, QStringLiteral("dummy"));
         }
     }
 }
@@ -184,7 +184,7 @@ void ProductPane::clickColumn(int column) {
         return;
     }
     const SortTag old = readSortTag(sortTag, window());
-    const QString key = list_->columnKey(column);
+    const QString key = list_->columns().key(column);
     const bool turns = key == old.field && old.order == QLatin1String("ASC");
     sortTag = writeSortTag({true, key, turns ? QStringLiteral("DESC") : QStringLiteral("ASC")}, window());
     update(selection(), false);

@@ -9,12 +9,12 @@
 
 namespace {
 
-using Figure = int (platform::ListView::*)(int) const;
+using Figure = int (platform::ViewColumns::*)(int) const;
 
-QString figuresOf(const platform::ListView& list, Figure figure) {
+QString figuresOf(const platform::ViewColumns& columns, Figure figure) {
     QStringList figures;
-    for (int column = 1; column <= list.columnCount(); ++column) {
-        figures.append(QString::number((list.*figure)(column)));
+    for (int column = 1; column <= columns.count(); ++column) {
+        figures.append(QString::number((columns.*figure)(column)));
     }
     return figures.join(QLatin1Char(';'));
 }
@@ -37,14 +37,14 @@ QString headerOf(const ListColumn& column) {
 
 void addColumns(platform::ListView& list, std::span<const ListColumn> columns) {
     for (const ListColumn& column : columns) {
-        list.addColumn(QString::fromLatin1(column.field), headerOf(column), column.alignment);
+        list.columns().add(QString::fromLatin1(column.field), headerOf(column), column.alignment);
     }
 }
 
 void showUnit(platform::ListView& list, std::span<const ListColumn> columns) {
     for (size_t i = 0; i < columns.size(); ++i) {
         if (columns[i].isMoney) {
-            list.setColumnText(static_cast<int>(i) + 1, headerOf(columns[i]));
+            list.columns().setText(static_cast<int>(i) + 1, headerOf(columns[i]));
         }
     }
 }
@@ -69,19 +69,19 @@ void placeColumns(platform::ListView& list, const QString& widths, const QString
                   platform::Trap& step) {
     const QStringList wide = widths.split(QLatin1Char(';'));
     for (qsizetype i = 0; i < wide.size(); ++i) {
-        step([&] { list.setColumnWidthTwips(static_cast<int>(i) + 1, figureOf(wide[i])); });
+        step([&] { list.columns().setWidth(static_cast<int>(i) + 1, figureOf(wide[i])); });
     }
     QList<int> places;
     for (const QString& place : positions.split(QLatin1Char(';'))) {
         places.append(figureOf(place));
     }
-    step([&] { list.setColumnPositions(places); });
+    step([&] { list.columns().setPositions(places); });
 }
 
 bool createListView(platform::ListView& list, std::span<const ListColumn> columns, const QString& widths,
                     const QString& positions, QString& errorText) {
     platform::Trap step;
-    step([&] { list.setColumnImages({}); });
+    step([&] { list.columns().setImages({}); });
     addColumns(list, columns);
     placeColumns(list, widths, positions, step);
     if (!step.failed()) {
@@ -95,9 +95,9 @@ bool createListView(platform::ListView& list, std::span<const ListColumn> column
 }
 
 QString columnWidths(const platform::ListView& list) {
-    return figuresOf(list, &platform::ListView::columnWidthTwips);
+    return figuresOf(list.columns(), &platform::ViewColumns::width);
 }
 
 QString columnPositions(const platform::ListView& list) {
-    return figuresOf(list, &platform::ListView::columnPosition);
+    return figuresOf(list.columns(), &platform::ViewColumns::position);
 }

@@ -55,7 +55,7 @@ void frmInvoiceEx::load() {
     activated_ = false;
     moveToPlaceAndSize(this, settings::text(settings::requisition.WindowData));
     QString errorText;
-    const bool isFirst = ListView1->columnCount() == 0;
+    const bool isFirst = ListView1->columns().count() == 0;
     if (isFirst && !createListView(*ListView1, requisitionColumns(),
                                    settings::text(settings::requisition.LVWColumnWidths),
                                    settings::text(settings::requisition.LVWColumnPositions), errorText)) {

@@ -179,7 +179,7 @@ QString frmTrebovanjeError::report() const {
                     : QStringLiteral("     (Nije pronadjen u tabeli proizvoda)\n");
         text += cellOf(row, CriticalColumn::Name) + QStringLiteral(" - ") +
                 cellOf(row, CriticalColumn::Description) + QLatin1Char('\n');
-        text += ListView1->columnText(columnNumber(CriticalColumn::Price)) + QStringLiteral(": ");
+        text += ListView1->columns().text(columnNumber(CriticalColumn::Price)) + QStringLiteral(": ");
         text += price ? platform::formatGrouped(*price) : cellOf(row, CriticalColumn::Price);
         text += QStringLiteral("  x  ") + cellOf(row, CriticalColumn::Quantity) + QStringLiteral(" kom.\n\n");
     }

@@ -62,28 +62,28 @@ void RequisitionOrder::show(platform::Trap& step) {
         return;
     }
     step([&] { switchColumnIcons(true); });
-    if (const int column = view_.columnOf(sort_.field)) {
-        step([&] { view_.setColumnIcon(column, sort_.order); });
+    if (const int column = view_.columns().indexOf(sort_.field)) {
+        step([&] { view_.columns().setIcon(column, sort_.order); });
     }
 }
 
 void RequisitionOrder::sortBy(int column) {
     switchColumnIcons(true);
-    const QString key = view_.columnKey(column);
+    const QString key = view_.columns().key(column);
     if (key != sort_.field) {
-        const int old = view_.columnOf(sort_.field);
+        const int old = view_.columns().indexOf(sort_.field);
         if (sort_.sorted && old > 0) {
-            view_.setColumnIcon(old, QStringLiteral("dummy"));
+            view_.columns().setIcon(old, QStringLiteral("dummy"));
         }
         sort_.field = key;
         sort_.order = QStringLiteral("ASC");
     } else {
         sort_.order = sort_.order == QLatin1String("ASC") ? QStringLiteral("DESC") : QStringLiteral("ASC");
     }
-    view_.setColumnIcon(column, sort_.order);
+    view_.columns().setIcon(column, sort_.order);
     sort_.sorted = true;
 }
 
 void RequisitionOrder::switchColumnIcons(bool on) {
-    view_.setColumnImages(on ? columnIcons_ : QHash<QString, QIcon>());
+    view_.columns().setImages(on ? columnIcons_ : QHash<QString, QIcon>());
 }

@@ -45,19 +45,19 @@ bool ListSorting::CreateColumnImages(QString& errorText) {
 
 void ListSorting::takeFromSettings() {
     order_.LVWSortOrder = order_.LVWSortOrder == kAscending ? kAscending : kDescending;
-    const int column = list_.columnOf(order_.LVWSortField);
+    const int column = list_.columns().indexOf(order_.LVWSortField);
     if (column == 0) {
         forget();
     }
     if (!order_.LVWSorted) {
         return;
     }
-    list_.setColumnImages(pictures_);
+    list_.columns().setImages(pictures_);
     showArrow(column);
 }
 
 void ListSorting::showArrow(int column) {
-    list_.setColumnIcon(
+    list_.columns().setIcon(
         column, order_.LVWSortOrder == kAscending ? QStringLiteral("SortUp") : QStringLiteral("SortDown"));
 }
 
@@ -69,12 +69,12 @@ void ListSorting::forget() {
 
 // The clicked column becomes the one that the list is sorted by, or turns its direction round.
 void ListSorting::takeColumn(int column) {
-    const QString key = list_.columnKey(column);
-    list_.setColumnImages(pictures_);
+    const QString key = list_.columns().key(column);
+    list_.columns().setImages(pictures_);
     if (key != order_.LVWSortField) {
-        const int before = list_.columnOf(order_.LVWSortField);
+        const int before = list_.columns().indexOf(order_.LVWSortField);
         if (order_.LVWSorted && before > 0) {
-            list_.setColumnIcon(before, QStringLiteral("Dummy"));
+            list_.columns().setIcon(before, QStringLiteral("Dummy"));
         }
         order_.LVWSortOrder = kAscending;
         order_.LVWSortField = key;
@@ -107,7 +107,7 @@ void ListSorting::UnsortServices() {
     window_.SetStatusText(QStringLiteral("Unsorting in progress..."));
     forget();
     Trap step;
-    step([&] { list_.setColumnImages({}); });
+    step([&] { list_.columns().setImages({}); });
     step(refreshCache);
     step([&] { reading_.reorderServices(); });
     step([&] { window_.FillServiceList(key); });

@@ -122,7 +122,7 @@ void SaveSettings(QWidget& window, MainChoices& choices, const platform::ListVie
     for (const Kept<QString>& kept : words(choices)) {
         write([&] { settings::setText(kept.setting, kept.value); });
     }
-    if (list.columnCount() > 0) {
+    if (list.columns().count() > 0) {
         write([&] { settings::setText(settings::LVWColumnWidths, columnWidths(list)); });
         write([&] { settings::setText(settings::LVWColumnPositions, columnPositions(list)); });
     }

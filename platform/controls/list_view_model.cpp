@@ -6,16 +6,8 @@
 #include "platform/system/trap.h"
 
 namespace platform {
-namespace {
-
-void refuseDuplicate(const QString& key) {
-    throw RunError(35602, QStringLiteral("Key is not unique in collection: %1").arg(key));
-}
-
-}  // namespace
-
 int ListViewModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+    return parent.isValid() ? 0 : rows_.count();
 }
 
 int ListViewModel::columnCount(const QModelIndex& parent) const {
@@ -37,7 +29,7 @@ QVariant ListViewModel::data(const QModelIndex& index, int role) const {
     // lives.
     Trap reading;
     const ListItem* row = nullptr;
-    reading([&] { row = &item(index.row()); });
+    reading([&] { row = &rows_.item(index.row()); });
     if (reading.failed()) {
         return {};
     }
@@ -84,92 +76,34 @@ void ListViewModel::headerChanged() {
     }
 }
 
-void ListViewModel::forgetRows() {
-    rows_.clear();
-    made_.clear();
-    nextSerial_ = 1;
-    make_ = {};
-    find_ = {};
-}
-
 void ListViewModel::clear() {
     beginResetModel();
-    forgetRows();
+    rows_.clear();
     endResetModel();
 }
 
-void ListViewModel::setLazy(int count, Make make, Find find) {
+void ListViewModel::setLazy(int count, ListRows::Make make, ListRows::Find find) {
     beginResetModel();
-    forgetRows();
-    rows_.reserve(static_cast<size_t>(std::max(count, 0)));
-    for (; nextSerial_ <= count; ++nextSerial_) {
-        rows_.push_back({nextSerial_, nullptr});
-    }
-    make_ = std::move(make);
-    find_ = std::move(find);
+    rows_.setLazy(count, std::move(make), std::move(find));
     endResetModel();
 }
 
 void ListViewModel::add(ListItem item) {
-    if (item.Key.isEmpty() || rowOf(item.Key) >= 0) {
-        refuseDuplicate(item.Key);
-    }
+    rows_.checkNewKey(item.Key);
     beginInsertRows({}, rowCount(), rowCount());
-    made_.insert(item.Key, nextSerial_);
-    rows_.push_back({nextSerial_++, std::make_unique<ListItem>(std::move(item))});
+    rows_.add(std::move(item));
     endInsertRows();
 }
 
 void ListViewModel::change(int row, const std::function<void(ListItem&)>& change) {
-    ListItem changed = item(row);
-    const QString oldKey = changed.Key;
-    change(changed);
-    const Row& place = rows_[static_cast<size_t>(row)];
-    if (changed.Key != oldKey) {
-        if (changed.Key.isEmpty() || rowOf(changed.Key) >= 0) {
-            refuseDuplicate(changed.Key);
-        }
-        made_.remove(oldKey);
-        made_.insert(changed.Key, place.serial);
-    }
-    *place.item = std::move(changed);
+    rows_.change(row, change);
     emit dataChanged(index(row, 0), index(row, std::max(columnCount() - 1, 0)));
 }
 
 void ListViewModel::remove(int row) {
     beginRemoveRows({}, row, row);
-    const auto place = rows_.begin() + row;
-    if (place->item) {
-        made_.remove(place->item->Key);
-    }
-    rows_.erase(place);
+    rows_.remove(row);
     endRemoveRows();
-}
-
-const ListItem& ListViewModel::item(int row) const {
-    const Row& place = rows_[static_cast<size_t>(row)];
-    if (!place.item) {
-        ListItem made = make_(place.serial);
-        made_.insert(made.Key, place.serial);
-        place.item = std::make_unique<ListItem>(std::move(made));
-    }
-    return *place.item;
-}
-
-int ListViewModel::rowOfSerial(int serial) const {
-    const auto before = [](const Row& row, int wanted) { return row.serial < wanted; };
-    const auto found = std::lower_bound(rows_.begin(), rows_.end(), serial, before);
-    return found != rows_.end() && found->serial == serial ? static_cast<int>(found - rows_.begin()) : -1;
-}
-
-int ListViewModel::rowOf(const QString& key) const {
-    if (const auto made = made_.constFind(key); made != made_.constEnd()) {
-        return rowOfSerial(*made);
-    }
-    const int serial = find_ ? find_(key) : 0;
-    const int row = serial > 0 ? rowOfSerial(serial) : -1;
-    // A row that is made and not among the keys above goes by another key now.
-    return row >= 0 && !rows_[static_cast<size_t>(row)].item ? row : -1;
 }
 
 }  // namespace platform

@@ -39,7 +39,7 @@ class RequisitionStandIn : public QDialog, public CatalogueParent {
         setAcceptDrops(true);
         resize(600, 400);
         list_ = new platform::ListView(this);
-        list_->addColumn(QStringLiteral("Naziv"), QStringLiteral("Naziv"), platform::HeaderAlignment::Left);
+        list_->columns().add(QStringLiteral("Naziv"), QStringLiteral("Naziv"), platform::HeaderAlignment::Left);
         entry_ = new QLineEdit(this);
         auto* column = new QVBoxLayout(this);
         column->setContentsMargins(20, 20, 20, 20);

@@ -82,10 +82,10 @@ TEST_F(frmKonfiguratorExLists, ColumnsHaveTheirKeysTextsAndSides) {
     show([&] {
         const char* const keys[] = {"Proizvodjac", "Naziv", "Opis", "Cena1", "Stanje"};
         const char* const headers[] = {"Proizvodjac", "Naziv", "Opis", "Cena [EUR]", "Stanje"};
-        ASSERT_EQ(products().columnCount(), 5);
+        ASSERT_EQ(products().columns().count(), 5);
         for (int i = 0; i < 5; ++i) {
-            EXPECT_EQ(products().columnKey(i + 1), QLatin1String(keys[i]));
-            EXPECT_EQ(products().columnText(i + 1), QLatin1String(headers[i]));
+            EXPECT_EQ(products().columns().key(i + 1), QLatin1String(keys[i]));
+            EXPECT_EQ(products().columns().text(i + 1), QLatin1String(headers[i]));
             const int side = products().model()->headerData(i, Qt::Horizontal, Qt::TextAlignmentRole).toInt();
             EXPECT_EQ((side & Qt::AlignRight) != 0, i >= 3) << i;
         }
@@ -97,7 +97,7 @@ TEST_F(frmKonfiguratorExLists, DinarPricesAreEuroPricesTimesTheRate) {
     CeneDinarske = true;
     KursKupovni = 117.5F;
     show([&] {
-        EXPECT_EQ(products().columnText(4), "Cena [DIN]");
+        EXPECT_EQ(products().columns().text(4), "Cena [DIN]");
         EXPECT_EQ(products().item(keyOf(m17)).SubItems(3), "11,750.00");
         EXPECT_EQ(products().item(keyOf(m19)).SubItems(3), "23,558.75");
     });
@@ -136,7 +136,7 @@ TEST_F(frmKonfiguratorExLists, SortingByPriceOrdersByTheWholeTerm) {
         EXPECT_TRUE(window().Data1[2]->RecordSource().endsWith(" ORDER BY Oprema.Cena*117.5 DESC"))
             << window().Data1[2]->RecordSource().toStdString();
         EXPECT_EQ(productNames(), "19 inca,17 inca");
-        EXPECT_EQ(products().columnIcon(4), "DESC");
+        EXPECT_EQ(products().columns().icon(4), "DESC");
     });
 }
 
@@ -352,16 +352,16 @@ TEST_F(frmKonfiguratorExLists, ColumnClickSortsAscendingThenDescending) {
     show([&] {
         emit products().columnClicked(4);
         EXPECT_EQ(window().SortTagOf[2], "1Cena10");
-        EXPECT_EQ(products().columnIcon(4), "ASC");
+        EXPECT_EQ(products().columns().icon(4), "ASC");
         EXPECT_EQ(productNames(), "17 inca,19 inca");
         emit products().columnClicked(4);
         EXPECT_EQ(window().SortTagOf[2], "1Cena11");
-        EXPECT_EQ(products().columnIcon(4), "DESC");
+        EXPECT_EQ(products().columns().icon(4), "DESC");
         EXPECT_EQ(productNames(), "19 inca,17 inca");
         emit products().columnClicked(5);
         EXPECT_EQ(window().SortTagOf[2], "1Stanje0");
-        EXPECT_EQ(products().columnIcon(4), "dummy");
-        EXPECT_EQ(products().columnIcon(5), "ASC");
+        EXPECT_EQ(products().columns().icon(4), "dummy");
+        EXPECT_EQ(products().columns().icon(5), "ASC");
         EXPECT_EQ(productNames(), "19 inca,17 inca");
         EXPECT_EQ(products().selectedItem()->Key, keyOf(m17)) << "the product stays chosen";
     });
@@ -394,7 +394,7 @@ TEST_F(frmKonfiguratorExLists, RefreshWithResetGoesBackToTheOrderOfEntry) {
         window().RefreshProduct(true);
         EXPECT_EQ(window().SortTagOf[2], "0Naziv0");
         EXPECT_EQ(productNames(), "17 inca,19 inca");
-        EXPECT_EQ(products().columnIcon(2), "");
+        EXPECT_EQ(products().columns().icon(2), "");
         EXPECT_EQ(products().selectedItem()->Key, keyOf(m17));
         EXPECT_EQ(window().focusWidget(), &products());
     });
@@ -585,8 +585,8 @@ TEST_F(frmKonfiguratorExLists, SettingsComeBackTheNextTime) {
         manufacturers().setFocus();
         window().SortList(1, false);
         emit products().columnClicked(5);
-        products().setColumnWidthTwips(2, 3000);
-        products().setColumnPositions({2, 1, 3, 5, 4});
+        products().columns().setWidth(2, 3000);
+        products().columns().setPositions({2, 1, 3, 5, 4});
     });
     unload();
     EXPECT_EQ(stored("PrikaziStanjaVecaOdNule"), "True");
@@ -605,9 +605,9 @@ TEST_F(frmKonfiguratorExLists, SettingsComeBackTheNextTime) {
         EXPECT_EQ(window().VSplitter->position(), 40);
         EXPECT_EQ(window().HSplitter->position(), 60);
         EXPECT_EQ(texts(groups()), "Procesori,Prazna,Monitori");
-        EXPECT_EQ(products().columnIcon(5), "ASC");
-        EXPECT_EQ(products().columnPosition(1), 2);
-        EXPECT_EQ(products().columnWidthTwips(2), 3000);
+        EXPECT_EQ(products().columns().icon(5), "ASC");
+        EXPECT_EQ(products().columns().position(1), 2);
+        EXPECT_EQ(products().columns().width(2), 3000);
         EXPECT_EQ(window().size(), QSize(700, 450));
     });
 }

@@ -51,8 +51,8 @@ TEST_F(frmKonfiguratorExWindow, OpensTheFirstTimeAtItsUsualPlaceAndSize) {
         EXPECT_EQ(window().VSplitter->position(), 50);
         EXPECT_EQ(window().HSplitter->position(), 50);
         for (int column = 1; column <= 5; ++column) {
-            EXPECT_EQ(products().columnWidthTwips(column), 1440) << column;
-            EXPECT_EQ(products().columnPosition(column), column);
+            EXPECT_EQ(products().columns().width(column), 1440) << column;
+            EXPECT_EQ(products().columns().position(column), column);
         }
     });
 }
@@ -164,7 +164,7 @@ TEST_F(frmKonfiguratorExWindow, AResetOfASortedListGoesByTheName) {
         window().DataUpdate(2, QString(), true);
         EXPECT_TRUE(window().Data1[2]->RecordSource().endsWith(" ORDER BY Naziv ASC"))
             << window().Data1[2]->RecordSource().toStdString();
-        EXPECT_EQ(products().columnIcon(2), "ASC");
+        EXPECT_EQ(products().columns().icon(2), "ASC");
     });
 }
 

@@ -10,7 +10,7 @@ namespace {
 struct ListColumns : testing::Test {
     ListColumns() {
         for (const char* key : {"Naziv", "Opis", "Cena"}) {
-            list.addColumn(key, key, platform::HeaderAlignment::Left);
+            list.columns().add(key, key, platform::HeaderAlignment::Left);
         }
     }
     platform::ListView list;
@@ -27,7 +27,7 @@ TEST_F(ListColumns, WidthsAndPlacesComeBackAsTheyWereKept) {
 TEST_F(ListColumns, AnEmptyFigureIsNoWidthAtAll) {
     placeColumns(list, "1500;;3000", "1;2;3", step);
     EXPECT_FALSE(step.failed());
-    EXPECT_EQ(list.columnWidthTwips(2), 0);
+    EXPECT_EQ(list.columns().width(2), 0);
 }
 
 TEST_F(ListColumns, AFigureTooManyFailsAndTheOthersStand) {

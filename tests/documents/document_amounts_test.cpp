@@ -231,7 +231,7 @@ TEST_P(RequisitionAmounts, StandOnTheListOfCriticalProducts) {
         QTimer::singleShot(50, &win(), [this] {
             auto* problems = qobject_cast<frmTrebovanjeError*>(QApplication::activeModalWidget());
             ASSERT_NE(problems, nullptr);
-            EXPECT_EQ(problems->ListView1->columnText(5), CeneDinarske ? "Cena [DIN]" : "Cena [EUR]");
+            EXPECT_EQ(problems->ListView1->columns().text(5), CeneDinarske ? "Cena [DIN]" : "Cena [EUR]");
             EXPECT_EQ(problems->ListView1->item(1).subItems.mid(3).join('|'), in(cheap) + '|' + in("1.5"));
             QTest::mouseClick(problems->Command1[1], Qt::LeftButton);
             problems->reject();

@@ -95,7 +95,7 @@ TEST_F(RequisitionList, DinarsAreCountedAtTheRateAndTheFileKeepsEuro) {
     KursKupovni = 117.5F;
     draw(12, "Asus", "Ploca", 10.5F, 2);
     show([&] {
-        EXPECT_EQ(list().columnText(6), "Cena [DIN]");
+        EXPECT_EQ(list().columns().text(6), "Cena [DIN]");
         EXPECT_EQ(cell("K12", 6), "1,233.75");
         EXPECT_EQ(cell("K12", 8), "2,467.50");
     });
@@ -378,16 +378,16 @@ TEST_F(RequisitionList, AHeaderSortsInTheFileAndTurnsRoundAtTheSecondClick) {
         EXPECT_FALSE(canUse("unsort"));
         clickHeader(3);
         EXPECT_EQ(names(), "Alfa,Beta,Gama");
-        EXPECT_EQ(list().columnIcon(3), "ASC");
+        EXPECT_EQ(list().columns().icon(3), "ASC");
         EXPECT_TRUE(canUse("unsort"));
         clickHeader(3);
         EXPECT_EQ(names(), "Gama,Beta,Alfa");
-        EXPECT_EQ(list().columnIcon(3), "DESC");
+        EXPECT_EQ(list().columns().icon(3), "DESC");
         EXPECT_EQ(win().Data1Tag, "1Naziv1");
         clickHeader(6);
         EXPECT_EQ(names(), "Gama,Alfa,Beta") << "by price, as numbers";
-        EXPECT_EQ(list().columnIcon(3), "dummy");
-        EXPECT_EQ(list().columnIcon(6), "ASC");
+        EXPECT_EQ(list().columns().icon(3), "dummy");
+        EXPECT_EQ(list().columns().icon(6), "ASC");
     });
     unload();
     EXPECT_EQ(kept("LVWColumnSort"), "1Cena0");
@@ -405,7 +405,7 @@ TEST_F(RequisitionList, EachHeaderSortsByItsField) {
                       QString("SELECT * FROM InvoiceData WHERE ServiceID=%1 ORDER BY %2 ASC")
                           .arg(service)
                           .arg(field));
-            EXPECT_EQ(list().columnIcon(column), "ASC");
+            EXPECT_EQ(list().columns().icon(column), "ASC");
         }
         press(Qt::Key_F8);
         EXPECT_EQ(win().Data1->RecordSource(),
@@ -419,7 +419,7 @@ TEST_F(RequisitionList, TheFieldThatWouldSortTurnsRoundAtItsFirstClick) {
     show([&] {
         clickHeader(1);
         EXPECT_EQ(names(), "Beta,Alfa,Gama") << "Seagate, Intel, Asus";
-        EXPECT_EQ(list().columnIcon(1), "DESC");
+        EXPECT_EQ(list().columns().icon(1), "DESC");
     });
 }
 
@@ -450,7 +450,7 @@ TEST_F(RequisitionList, F8GoesBackToTheOrderOfTheTable) {
         clickHeader(3);
         press(Qt::Key_F8);
         EXPECT_EQ(names(), "Beta,Gama,Alfa");
-        EXPECT_EQ(list().columnIcon(3), "");
+        EXPECT_EQ(list().columns().icon(3), "");
         EXPECT_FALSE(canUse("unsort"));
         clickHeader(3);
         tool("unsort");
@@ -465,7 +465,7 @@ TEST_F(RequisitionList, TheOrderOfLastTimeComesBack) {
     keep("LVWColumnSort", "1Naziv1");
     show([&] {
         EXPECT_EQ(names(), "Gama,Beta,Alfa");
-        EXPECT_EQ(list().columnIcon(3), "DESC");
+        EXPECT_EQ(list().columns().icon(3), "DESC");
     });
 }
 
@@ -525,9 +525,9 @@ TEST_F(RequisitionList, AStoredOrderBySubtotalFailsAndF8MendsIt) {
 TEST_F(RequisitionList, HasEightColumnsAndTheUnitInThePrice) {
     show([&] {
         QStringList headers, fields;
-        for (int i = 1; i <= list().columnCount(); ++i) {
-            headers.append(list().columnText(i));
-            fields.append(list().columnKey(i));
+        for (int i = 1; i <= list().columns().count(); ++i) {
+            headers.append(list().columns().text(i));
+            fields.append(list().columns().key(i));
         }
         EXPECT_EQ(headers.join('|'),
                   "Proizvodjac|Grupa|Naziv|Opis|Serijski broj|Cena [EUR]|Trebovano|Medjutotal");
@@ -559,8 +559,8 @@ TEST_F(RequisitionList, TheVeryFirstOpeningTellsOfItsWidthsOnce) {
             "Neocekivana greska prilikom stvaranja ListView kontrole:\n\n[35600] "))
             << boxes.lastText().toStdString();
         EXPECT_TRUE(boxes.lastText().contains("\nLinija koda: "));
-        EXPECT_EQ(list().columnWidthTwips(7), 0);
-        EXPECT_EQ(list().columnWidthTwips(8), 1440);
+        EXPECT_EQ(list().columns().width(7), 0);
+        EXPECT_EQ(list().columns().width(8), 1440);
         EXPECT_EQ(total(), "0.00") << "the window works";
     });
     unload();
@@ -574,8 +574,8 @@ TEST_F(RequisitionList, ColumnsAndPlaceAreKeptAtUnloadOnly) {
     show([&] {
         EXPECT_EQ(win().pos(), QPoint(30, 40));
         EXPECT_EQ(win().size(), QSize(700, 500));
-        EXPECT_EQ(list().columnPosition(1), 2);
-        list().setColumnWidthTwips(3, 3000);
+        EXPECT_EQ(list().columns().position(1), 2);
+        list().columns().setWidth(3, 3000);
         win().move(60, 80);
         win().resize(720, 480);
     });
@@ -606,7 +606,7 @@ TEST_F(RequisitionList, TheFirstTimeItStandsAtItsUsualPlace) {
 TEST_F(RequisitionList, MinimisedItKeepsItsColumnsAndNotItsPlace) {
     keep("WindowData", "450;600;10500;7500");
     show([&] {
-        list().setColumnWidthTwips(3, 3000);
+        list().columns().setWidth(3, 3000);
         win().move(60, 80);
         win().setWindowState(Qt::WindowMinimized);
     });

@@ -75,8 +75,8 @@ TEST_F(CriticalProducts, ExplainsTheMarksAndHasSixColumns) {
         "Proizvodi oznaceni brojem 2 nisu pronadjeni u tabeli proizvoda, najverovatnije zato sto ih je "
         "neko od korisnika odatle vec izbrisao.");
     QStringList headers;
-    for (int i = 1; i <= window->ListView1->columnCount(); ++i) {
-        headers.append(window->ListView1->columnText(i));
+    for (int i = 1; i <= window->ListView1->columns().count(); ++i) {
+        headers.append(window->ListView1->columns().text(i));
     }
     EXPECT_EQ(headers.join('|'), "Proizvodjac|Grupa|Naziv|Opis|Cena [EUR]|Kolicina");
     EXPECT_TRUE(boxes.asked.isEmpty());
@@ -126,7 +126,7 @@ TEST_F(CriticalProducts, EachMarkIsAPictureOfItsOwn) {
 TEST_F(CriticalProducts, ThePriceHeaderTellsTheUnit) {
     CeneDinarske = true;
     add("K1", 1);
-    EXPECT_EQ(window->ListView1->columnText(5), "Cena [DIN]");
+    EXPECT_EQ(window->ListView1->columns().text(5), "Cena [DIN]");
 }
 
 TEST_F(CriticalProducts, AProductTwiceIsToldAndLosesNoRow) {
@@ -239,14 +239,14 @@ TEST_F(CriticalProducts, TheFirstTimeItStandsAtItsUsualPlace) {
     EXPECT_EQ(window->pos(), QPoint(53, 53));
     EXPECT_EQ(window->size(), QSize(800, 533).boundedTo(window->screen()->availableSize()));
     for (int column = 1; column <= 6; ++column) {
-        EXPECT_EQ(window->ListView1->columnWidthTwips(column), 1440);
-        EXPECT_EQ(window->ListView1->columnPosition(column), column);
+        EXPECT_EQ(window->ListView1->columns().width(column), 1440);
+        EXPECT_EQ(window->ListView1->columns().position(column), column);
     }
 }
 
 TEST_F(CriticalProducts, MinimisedItKeepsItsColumnsAndNotItsPlace) {
     show([&] {
-        window->ListView1->setColumnWidthTwips(2, 3000);
+        window->ListView1->columns().setWidth(2, 3000);
         window->move(30, 40);
         window->setWindowState(Qt::WindowMinimized);
     });
@@ -295,8 +295,8 @@ TEST_F(CriticalProducts, ARuleIsEngravedAboveTheButtons) {
 }
 
 TEST_F(CriticalProducts, ColumnsAndPlaceAreKeptAtUnload) {
-    window->ListView1->setColumnWidthTwips(2, 3000);
-    window->ListView1->setColumnPositions({2, 1, 3, 4, 5, 6});
+    window->ListView1->columns().setWidth(2, 3000);
+    window->ListView1->columns().setPositions({2, 1, 3, 4, 5, 6});
     window->resize(700, 500);
     window->move(30, 40);
     window->Unload();
@@ -307,7 +307,7 @@ TEST_F(CriticalProducts, ColumnsAndPlaceAreKeptAtUnload) {
     window.reset();
     EXPECT_EQ(kept("WindowData"), "0;0;10500;7500") << "kept once";
     window = std::make_unique<frmTrebovanjeError>();
-    EXPECT_EQ(window->ListView1->columnWidthTwips(2), 3000);
+    EXPECT_EQ(window->ListView1->columns().width(2), 3000);
     EXPECT_EQ(window->size(), QSize(700, 500));
 }
 

@@ -369,7 +369,7 @@ TEST_F(Filters, OrderInForceSurvives) {
     filter(Command::FilterNotFinishedNotPaid);
     EXPECT_EQ(listed(), QList<int>({dear, cheap}));
     EXPECT_TRUE(source(2).endsWith(" ORDER BY Price DESC"));
-    EXPECT_EQ(win().controls.ListView1->columnIcon(4), "SortDown");
+    EXPECT_EQ(win().controls.ListView1->columns().icon(4), "SortDown");
 }
 
 // --- What was typed, and what fails.

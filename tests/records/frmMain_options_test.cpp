@@ -116,14 +116,14 @@ TEST_F(MainOptions, AnotherUnitShowsTheAmountsAnewAtOnce) {
     options([&](frmOptions& window) { by_hand::click(check(window, 2)); });
     tab(3);
     EXPECT_EQ(price(), "8,000.00");
-    EXPECT_EQ(win().controls.ListView1->columnText(4), "Price [DIN]");
+    EXPECT_EQ(win().controls.ListView1->columns().text(4), "Price [DIN]");
     options([&](frmOptions& window) { type(number(window, 2), "117.5"); });
     tab(3);
     EXPECT_EQ(price(), "11,750.00");
     options([&](frmOptions& window) { by_hand::click(check(window, 2)); });
     tab(3);
     EXPECT_EQ(price(), "100.00");
-    EXPECT_EQ(win().controls.ListView1->columnText(4), "Price [EUR]");
+    EXPECT_EQ(win().controls.ListView1->columns().text(4), "Price [EUR]");
 }
 
 // A refresh reads every record of the shop again; it must come when it is needed, and only then.

@@ -154,20 +154,20 @@ TEST_F(WholeShop, RemoveWithoutAFilterOnlyDisablesItsButton) {
 TEST_F(WholeShop, RefreshShowsTheUnitThatHasChanged) {
     start();
     tab(3);
-    EXPECT_EQ(win().controls.ListView1->columnText(4), "Price [EUR]");
+    EXPECT_EQ(win().controls.ListView1->columns().text(4), "Price [EUR]");
     CeneDinarske = true;
     KursKupovni = 117.5F;
     win().shop.filter.RemoveFilters();
-    EXPECT_EQ(win().controls.ListView1->columnText(4), "Price [EUR]") << "only a refresh renews the headers";
+    EXPECT_EQ(win().controls.ListView1->columns().text(4), "Price [EUR]") << "only a refresh renews the headers";
     tool("Refresh");
-    EXPECT_EQ(win().controls.ListView1->columnText(4), "Price [DIN]");
-    EXPECT_EQ(win().controls.ListView1->columnText(7), "Paid [DIN]");
-    EXPECT_EQ(win().controls.ListView1->columnText(5), "Discount");
+    EXPECT_EQ(win().controls.ListView1->columns().text(4), "Price [DIN]");
+    EXPECT_EQ(win().controls.ListView1->columns().text(7), "Paid [DIN]");
+    EXPECT_EQ(win().controls.ListView1->columns().text(5), "Discount");
     EXPECT_EQ(win().controls.ListView1->item(1).SubItems(3), "11,750.00");
     CeneDinarske = false;
     tool("Refresh");
-    EXPECT_EQ(win().controls.ListView1->columnText(4), "Price [EUR]");
-    EXPECT_EQ(win().controls.ListView1->columnText(7), "Paid [EUR]");
+    EXPECT_EQ(win().controls.ListView1->columns().text(4), "Price [EUR]");
+    EXPECT_EQ(win().controls.ListView1->columns().text(7), "Paid [EUR]");
     EXPECT_EQ(win().controls.ListView1->item(1).SubItems(3), "100.00");
 }
 

@@ -123,9 +123,9 @@ QStringList subItems(const platform::ListItem& item) {
 
 TEST_F(Services, ColumnsBearTheirKeysAndTheUnit) {
     QStringList keys, texts;
-    for (int column = 1; column <= list().columnCount(); ++column) {
-        keys.append(list().columnKey(column));
-        texts.append(list().columnText(column));
+    for (int column = 1; column <= list().columns().count(); ++column) {
+        keys.append(list().columns().key(column));
+        texts.append(list().columns().text(column));
     }
     EXPECT_EQ(keys, QStringList({"ServiceStarted", "ServiceToBeFinished", "ServiceFinished", "Price",
                                  "Discount", "GST", "Paid"}));
@@ -142,19 +142,19 @@ TEST_F(Services, ColumnsBearTheirKeysAndTheUnit) {
 
 TEST_F(Services, ColumnsInDinarsSaySo) {
     CeneDinarske = true;
-    EXPECT_EQ(list().columnText(4), "Price [DIN]");
-    EXPECT_EQ(list().columnText(7), "Paid [DIN]");
+    EXPECT_EQ(list().columns().text(4), "Price [DIN]");
+    EXPECT_EQ(list().columns().text(7), "Paid [DIN]");
 }
 
 TEST_F(Services, ColumnsTakeTheirPlacesFromTheSettings) {
     settings::setText(settings::LVWColumnWidths, "1500;3000;1440;1440;1440;1440;900");
     settings::setText(settings::LVWColumnPositions, "2;3;4;1;7;6;5");
-    EXPECT_EQ(list().columnWidthTwips(1), 1500);
-    EXPECT_EQ(list().columnWidthTwips(2), 3000);
-    EXPECT_EQ(list().columnWidthTwips(7), 900);
+    EXPECT_EQ(list().columns().width(1), 1500);
+    EXPECT_EQ(list().columns().width(2), 3000);
+    EXPECT_EQ(list().columns().width(7), 900);
     const int places[] = {2, 3, 4, 1, 7, 6, 5};
     for (int column = 1; column <= 7; ++column) {
-        EXPECT_EQ(list().columnPosition(column), places[column - 1]) << column;
+        EXPECT_EQ(list().columns().position(column), places[column - 1]) << column;
     }
 }
 

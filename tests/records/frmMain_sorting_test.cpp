@@ -61,11 +61,11 @@ TEST_F(Sorting, EachColumnSortsUpAndDown) {
         clickHeader(each.column);
         EXPECT_EQ(listed(), each.ascending) << each.field;
         EXPECT_EQ(sortState(), QStringLiteral("1 %1 ASC").arg(each.field));
-        EXPECT_EQ(win().controls.ListView1->columnIcon(each.column), "SortUp");
+        EXPECT_EQ(win().controls.ListView1->columns().icon(each.column), "SortUp");
         clickHeader(each.column);
         EXPECT_EQ(listed(), QList<int>(each.ascending.rbegin(), each.ascending.rend())) << each.field;
         EXPECT_EQ(sortState(), QStringLiteral("1 %1 DESC").arg(each.field));
-        EXPECT_EQ(win().controls.ListView1->columnIcon(each.column), "SortDown");
+        EXPECT_EQ(win().controls.ListView1->columns().icon(each.column), "SortDown");
     }
 }
 
@@ -207,7 +207,7 @@ TEST_F(Sorting, OrderSurvivesTheChangeToAnotherComputer) {
     choose(1, "Laptop");
     tab(3);
     EXPECT_EQ(listed(), QList<int>({dear, cheap}));
-    EXPECT_EQ(win().controls.ListView1->columnIcon(4), "SortDown");
+    EXPECT_EQ(win().controls.ListView1->columns().icon(4), "SortDown");
     tab(1);
     tab(3);
     EXPECT_EQ(listed(), QList<int>({dear, cheap}));
@@ -239,7 +239,7 @@ TEST_F(Sorting, FailingSortIsSilentAndItsStateStays) {
     clickHeader(4);
     EXPECT_TRUE(boxes.asked.isEmpty());
     EXPECT_EQ(sortState(), "1 Price ASC");
-    EXPECT_EQ(win().controls.ListView1->columnIcon(4), "SortUp");
+    EXPECT_EQ(win().controls.ListView1->columns().icon(4), "SortUp");
     EXPECT_EQ(win().status.text(), "Ready");
     EXPECT_FALSE(canUse("EditRecord")) << "nothing is listed any more";
 }

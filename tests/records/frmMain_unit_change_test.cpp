@@ -33,8 +33,8 @@ class UnitChange : public NarrowedWindow {
                             });
     }
     void expectDinarsAndTheSamePrice() {
-        EXPECT_EQ(win().controls.ListView1->columnText(4), "Price [DIN]");
-        EXPECT_EQ(win().controls.ListView1->columnText(7), "Paid [DIN]");
+        EXPECT_EQ(win().controls.ListView1->columns().text(4), "Price [DIN]");
+        EXPECT_EQ(win().controls.ListView1->columns().text(7), "Paid [DIN]");
         EXPECT_EQ(win().controls.ListView1->item(1).SubItems(3), "8,000.00");
         confirmService();
         EXPECT_EQ(valueOf("Services", "ID", service, "Price").asCurrency(),

@@ -77,7 +77,7 @@ class NarrowedWindow : public MainWindow {
     QStringList icons() {
         QStringList all;
         for (int column = 1; column <= 7; ++column) {
-            all.append(win().controls.ListView1->columnIcon(column));
+            all.append(win().controls.ListView1->columns().icon(column));
         }
         return all;
     }

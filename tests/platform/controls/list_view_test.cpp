@@ -45,9 +45,9 @@ int errorOf(Step step) {
 class ListViewTest : public ::testing::Test {
  protected:
     void SetUp() override {
-        view.addColumn("ServiceStarted", "Service started at", HeaderAlignment::Left);
-        view.addColumn("Price", "Price [EUR]", HeaderAlignment::Right);
-        view.addColumn("Paid", "Paid [EUR]", HeaderAlignment::Center);
+        view.columns().add("ServiceStarted", "Service started at", HeaderAlignment::Left);
+        view.columns().add("Price", "Price [EUR]", HeaderAlignment::Right);
+        view.columns().add("Paid", "Paid [EUR]", HeaderAlignment::Center);
         view.resize(500, 240);
     }
     void addRows(int count) {
@@ -95,22 +95,22 @@ class ListViewTest : public ::testing::Test {
 // Columns
 
 TEST_F(ListViewTest, ColumnsAreFoundByTheirKeys) {
-    EXPECT_EQ(view.columnCount(), 3);
-    EXPECT_EQ(view.columnKey(1), "ServiceStarted");
-    EXPECT_EQ(view.columnOf("price"), 2);
-    EXPECT_EQ(view.columnOf("Discount"), 0);
-    EXPECT_EQ(view.columnText(2), "Price [EUR]");
-    view.setColumnText(2, "Price [DIN]");
-    EXPECT_EQ(view.columnText(2), "Price [DIN]");
+    EXPECT_EQ(view.columns().count(), 3);
+    EXPECT_EQ(view.columns().key(1), "ServiceStarted");
+    EXPECT_EQ(view.columns().indexOf("price"), 2);
+    EXPECT_EQ(view.columns().indexOf("Discount"), 0);
+    EXPECT_EQ(view.columns().text(2), "Price [EUR]");
+    view.columns().setText(2, "Price [DIN]");
+    EXPECT_EQ(view.columns().text(2), "Price [DIN]");
     EXPECT_EQ(view.model()->headerData(1, Qt::Horizontal).toString(), "Price [DIN]");
 }
 
 TEST_F(ListViewTest, AColumnThatIsNotThereIsOutOfBounds) {
-    EXPECT_EQ(errorOf([&] { view.columnKey(0); }), 35600);
-    EXPECT_EQ(errorOf([&] { view.columnText(4); }), 35600);
-    EXPECT_EQ(errorOf([&] { view.setColumnWidthTwips(-1, 15); }), 35600);
-    EXPECT_EQ(errorOf([&] { view.setColumnPosition(1, 4); }), 35600);
-    EXPECT_EQ(errorOf([&] { view.setColumnIcon(9, "SortUp"); }), 35600);
+    EXPECT_EQ(errorOf([&] { view.columns().key(0); }), 35600);
+    EXPECT_EQ(errorOf([&] { view.columns().text(4); }), 35600);
+    EXPECT_EQ(errorOf([&] { view.columns().setWidth(-1, 15); }), 35600);
+    EXPECT_EQ(errorOf([&] { view.columns().setPosition(1, 4); }), 35600);
+    EXPECT_EQ(errorOf([&] { view.columns().setIcon(9, "SortUp"); }), 35600);
 }
 
 TEST_F(ListViewTest, AmountsStandRightAndDatesLeft) {
@@ -125,41 +125,41 @@ TEST_F(ListViewTest, AmountsStandRightAndDatesLeft) {
 }
 
 TEST_F(ListViewTest, AWidthIsFifteenTwipsToAPixel) {
-    view.setColumnWidthTwips(1, 1440);
+    view.columns().setWidth(1, 1440);
     EXPECT_EQ(view.header()->sectionSize(0), 96);
-    EXPECT_EQ(view.columnWidthTwips(1), 1440);
-    view.setColumnWidthTwips(2, 0);
-    EXPECT_EQ(view.columnWidthTwips(2), 0);
-    view.setColumnWidthTwips(2, -300);
-    EXPECT_EQ(view.columnWidthTwips(2), 0);
+    EXPECT_EQ(view.columns().width(1), 1440);
+    view.columns().setWidth(2, 0);
+    EXPECT_EQ(view.columns().width(2), 0);
+    view.columns().setWidth(2, -300);
+    EXPECT_EQ(view.columns().width(2), 0);
 }
 
 TEST_F(ListViewTest, APositionIsThePlaceOnScreenFromOne) {
-    EXPECT_EQ(view.columnPosition(3), 3);
-    view.setColumnPosition(3, 1);
-    EXPECT_EQ(view.columnPosition(3), 1);
-    EXPECT_EQ(view.columnPosition(1), 2);
-    EXPECT_EQ(view.columnPosition(2), 3);
+    EXPECT_EQ(view.columns().position(3), 3);
+    view.columns().setPosition(3, 1);
+    EXPECT_EQ(view.columns().position(3), 1);
+    EXPECT_EQ(view.columns().position(1), 2);
+    EXPECT_EQ(view.columns().position(2), 3);
 }
 
 TEST_F(ListViewTest, AnyOrderOfColumnsIsRestored) {
-    view.addColumn("Discount", "Discount", HeaderAlignment::Right);
+    view.columns().add("Discount", "Discount", HeaderAlignment::Right);
     QList<int> wanted = {1, 2, 3, 4};
     do {
-        view.setColumnPositions(wanted);
+        view.columns().setPositions(wanted);
         for (int column = 1; column <= 4; ++column) {
-            ASSERT_EQ(view.columnPosition(column), wanted.at(column - 1));
+            ASSERT_EQ(view.columns().position(column), wanted.at(column - 1));
         }
     } while (std::next_permutation(wanted.begin(), wanted.end()));
 }
 
 TEST_F(ListViewTest, ColumnsWithoutAUsablePositionTakeTheFreePlaces) {
-    view.setColumnPositions({3, 3, 77});
-    EXPECT_EQ(view.columnPosition(1), 3);
-    EXPECT_EQ(view.columnPosition(2), 1);
-    EXPECT_EQ(view.columnPosition(3), 2);
-    view.setColumnPositions({2});
-    EXPECT_EQ(view.columnPosition(1), 2);
+    view.columns().setPositions({3, 3, 77});
+    EXPECT_EQ(view.columns().position(1), 3);
+    EXPECT_EQ(view.columns().position(2), 1);
+    EXPECT_EQ(view.columns().position(3), 2);
+    view.columns().setPositions({2});
+    EXPECT_EQ(view.columns().position(1), 2);
 }
 
 TEST_F(ListViewTest, EveryHeaderCanBeDraggedAndClicked) {
@@ -167,7 +167,7 @@ TEST_F(ListViewTest, EveryHeaderCanBeDraggedAndClicked) {
     EXPECT_TRUE(view.header()->isFirstSectionMovable());
     show();
     QSignalSpy clicked(&view, &ListView::columnClicked);
-    view.setColumnPosition(2, 1);
+    view.columns().setPosition(2, 1);
     QTest::mouseClick(view.header()->viewport(), Qt::LeftButton, {}, QPoint(20, 5));
     ASSERT_EQ(clicked.count(), 1);
     EXPECT_EQ(clicked.at(0).at(0).toInt(), 2) << "the column, not its place";
@@ -176,26 +176,26 @@ TEST_F(ListViewTest, EveryHeaderCanBeDraggedAndClicked) {
 TEST_F(ListViewTest, HeaderIconsComeFromTheColumnImages) {
     QPixmap blank(8, 8);
     blank.fill(Qt::transparent);
-    view.setColumnImages({{"SortUp", QIcon(blank)}, {"Dummy", QIcon(blank)}});
-    view.setColumnIcon(2, "SortUp");
-    EXPECT_EQ(view.columnIcon(2), "SortUp");
+    view.columns().setImages({{"SortUp", QIcon(blank)}, {"Dummy", QIcon(blank)}});
+    view.columns().setIcon(2, "SortUp");
+    EXPECT_EQ(view.columns().icon(2), "SortUp");
     const auto iconAt = [&](int column) {
         return view.model()->headerData(column - 1, Qt::Horizontal, Qt::DecorationRole).value<QIcon>();
     };
     EXPECT_FALSE(iconAt(2).isNull());
     EXPECT_TRUE(iconAt(1).isNull());
-    view.setColumnIcon(2, "");
+    view.columns().setIcon(2, "");
     EXPECT_TRUE(iconAt(2).isNull());
 }
 
 TEST_F(ListViewTest, TakingTheColumnImagesAwayTakesAllHeaderIcons) {
     QPixmap blank(8, 8);
     blank.fill(Qt::transparent);
-    view.setColumnImages({{"SortUp", QIcon(blank)}});
-    view.setColumnIcon(1, "SortUp");
-    view.setColumnImages({});
-    EXPECT_EQ(view.columnIcon(1), "");
-    view.setColumnImages({{"SortUp", QIcon(blank)}});
+    view.columns().setImages({{"SortUp", QIcon(blank)}});
+    view.columns().setIcon(1, "SortUp");
+    view.columns().setImages({});
+    EXPECT_EQ(view.columns().icon(1), "");
+    view.columns().setImages({{"SortUp", QIcon(blank)}});
     EXPECT_FALSE(view.model()->headerData(0, Qt::Horizontal, Qt::DecorationRole).isValid())
         << "an old mark does not come back with the images";
 }
@@ -287,7 +287,7 @@ TEST_F(ListViewTest, ClearingTakesRowsAndSelectionButNotColumns) {
     EXPECT_EQ(view.count(), 0);
     EXPECT_EQ(view.selectedIndex(), 0);
     EXPECT_EQ(view.selectedItem(), nullptr);
-    EXPECT_EQ(view.columnCount(), 3);
+    EXPECT_EQ(view.columns().count(), 3);
     EXPECT_EQ(clicked.count(), 0);
     addRows(1);
     EXPECT_EQ(view.indexOf("K1"), 1);
@@ -432,7 +432,7 @@ TEST_F(ListViewTest, ALineOfTheGridLiesUnderEachRow) {
 TEST_F(ListViewTest, MovingToARowKeepsTheColumnsWhereTheyWereScrolledTo) {
     addRows(50);
     for (int column = 1; column <= 3; ++column) {
-        view.setColumnWidthTwips(column, 6000);
+        view.columns().setWidth(column, 6000);
     }
     show();
     view.horizontalScrollBar()->setValue(300);

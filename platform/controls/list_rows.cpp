@@ -1,0 +1,86 @@
+#include "platform/controls/list_rows.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/system/trap.h"
+
+namespace platform {
+
+void ListRows::clear() {
+    rows_.clear();
+    made_.clear();
+    nextSerial_ = 1;
+    make_ = {};
+    find_ = {};
+}
+
+void ListRows::setLazy(int count, Make make, Find find) {
+    clear();
+    rows_.reserve(static_cast<size_t>(std::max(count, 0)));
+    for (; nextSerial_ <= count; ++nextSerial_) {
+        rows_.push_back({nextSerial_, nullptr});
+    }
+    make_ = std::move(make);
+    find_ = std::move(find);
+}
+
+void ListRows::checkNewKey(const QString& key) const {
+    if (key.isEmpty() || rowOf(key) >= 0) {
+        throw RunError(35602, QStringLiteral("Key is not unique in collection: %1").arg(key));
+    }
+}
+
+void ListRows::add(ListItem item) {
+    made_.insert(item.Key, nextSerial_);
+    rows_.push_back({nextSerial_++, std::make_unique<ListItem>(std::move(item))});
+}
+
+void ListRows::change(int row, const std::function<void(ListItem&)>& change) {
+    ListItem changed = item(row);
+    const QString oldKey = changed.Key;
+    change(changed);
+    const Row& place = rows_[static_cast<size_t>(row)];
+    if (changed.Key != oldKey) {
+        checkNewKey(changed.Key);
+        made_.remove(oldKey);
+        made_.insert(changed.Key, place.serial);
+    }
+    *place.item = std::move(changed);
+}
+
+void ListRows::remove(int row) {
+    const auto place = rows_.begin() + row;
+    if (place->item) {
+        made_.remove(place->item->Key);
+    }
+    rows_.erase(place);
+}
+
+const ListItem& ListRows::item(int row) const {
+    const Row& place = rows_[static_cast<size_t>(row)];
+    if (!place.item) {
+        ListItem made = make_(place.serial);
+        made_.insert(made.Key, place.serial);
+        place.item = std::make_unique<ListItem>(std::move(made));
+    }
+    return *place.item;
+}
+
+int ListRows::rowOfSerial(int serial) const {
+    const auto before = [](const Row& row, int wanted) { return row.serial < wanted; };
+    const auto found = std::lower_bound(rows_.begin(), rows_.end(), serial, before);
+    return found != rows_.end() && found->serial == serial ? static_cast<int>(found - rows_.begin()) : -1;
+}
+
+int ListRows::rowOf(const QString& key) const {
+    if (const auto made = made_.constFind(key); made != made_.constEnd()) {
+        return rowOfSerial(*made);
+    }
+    const int serial = find_ ? find_(key) : 0;
+    const int row = serial > 0 ? rowOfSerial(serial) : -1;
+    // A row that is made and not among the keys above goes by another key now.
+    return row >= 0 && !rows_[static_cast<size_t>(row)].item ? row : -1;
+}
+
+}  // namespace platform

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "platform/controls/list_item.h"
+
+namespace platform {
+
+// The rows of a list, counted from 0, each found by its key. Each row has a serial number that only grows
+// from top to bottom: rows to be made on demand carry their own index, rows added later go on from there. So
+// a row is found by its serial, whatever has been taken away above it, and a list of a whole shop's services
+// costs a number a row until somebody looks.
+class ListRows {
+ public:
+    using Make = std::function<ListItem(int)>;
+    using Find = std::function<int(const QString&)>;
+
+    int count() const { return static_cast<int>(rows_.size()); }
+    int madeCount() const { return static_cast<int>(made_.size()); }
+    bool allMade() const { return madeCount() == count(); }
+    // The row, made now if it was not yet. Throws what `make` throws.
+    const ListItem& item(int row) const;
+    int rowOf(const QString& key) const;  // -1: none
+
+    void clear();
+    void setLazy(int count, Make make, Find find);
+    // A key that a row may be given: not empty, and no other row's. Otherwise RunError 35602.
+    void checkNewKey(const QString& key) const;
+    void add(ListItem item);
+    void change(int row, const std::function<void(ListItem&)>& change);  // 35602
+    void remove(int row);
+
+ private:
+    struct Row {
+        int serial;
+        mutable std::unique_ptr<ListItem> item;
+    };
+    int rowOfSerial(int serial) const;
+
+    std::vector<Row> rows_;
+    mutable QHash<QString, int> made_;  // key to serial
+    int nextSerial_ = 1;
+    Make make_;
+    Find find_;
+};
+
+}  // namespace platform
