@@ -1,9 +1,7 @@
 #include "platform/controls/list_box.h"
 
 #include <QAbstractListModel>
-#include <QContextMenuEvent>
-#include <QMouseEvent>
-#include <QScopedValueRollback>
+#include <utility>
 
 namespace platform {
 
@@ -41,28 +39,23 @@ class ListBox::Model : public QAbstractListModel {
     QList<std::pair<QString, qint32>> rows;
 };
 
-ListBox::ListBox(QWidget* parent) : QListView(parent), model_(new Model(this)) {
+ListBox::ListBox(QWidget* parent) : ChoiceList(parent), model_(new Model(this)) {
     setModel(model_);
-    setUniformItemSizes(true);
-    setSelectionMode(QAbstractItemView::SingleSelection);
-    setEditTriggers(QAbstractItemView::NoEditTriggers);
-    setAlternatingRowColors(false);
-    setContextMenuPolicy(Qt::DefaultContextMenu);
 }
 
 void ListBox::resetContent() {
-    const QScopedValueRollback quiet(quiet_, true);
+    const auto quiet = quietly();
     model_->set({});
 }
 
 int ListBox::addString(const QString& text, qint32 number) {
-    const QScopedValueRollback quiet(quiet_, true);
+    const auto quiet = quietly();
     model_->append(text, number);
     return count() - 1;
 }
 
 void ListBox::addStrings(QList<std::pair<QString, qint32>> rows) {
-    const QScopedValueRollback quiet(quiet_, true);
+    const auto quiet = quietly();
     model_->set(model_->rows + std::move(rows));
 }
 
@@ -70,7 +63,7 @@ void ListBox::deleteString(int row) {
     if (!model_->has(row)) {
         return;
     }
-    const QScopedValueRollback quiet(quiet_, true);
+    const auto quiet = quietly();
     const int selected = curSel();
     model_->remove(row);
     setCurSel(selected == row ? -1 : selected > row ? selected - 1 : selected);
@@ -117,7 +110,7 @@ int ListBox::curSel() const {
 }
 
 bool ListBox::setCurSel(int row) {
-    const QScopedValueRollback quiet(quiet_, true);
+    const auto quiet = quietly();
     if (!model_->has(row)) {
         selectionModel()->clear();
         return row == -1;
@@ -130,66 +123,6 @@ void ListBox::setTopIndex(int row) {
     if (model_->has(row)) {
         scrollTo(model_->index(row), QAbstractItemView::PositionAtTop);
     }
-}
-
-void ListBox::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
-    QListView::currentChanged(current, previous);
-    if (quiet_ || !current.isValid()) {
-        return;
-    }
-    // The view selects the row only after it has become the current one.
-    const QScopedValueRollback quiet(quiet_, true);
-    selectionModel()->select(current, QItemSelectionModel::ClearAndSelect);
-    told_ = true;
-    emit clicked();
-}
-
-// A click beside the rows leaves the selection alone, and no key held takes a row back out of it: the shop's
-// lists go by the row that is chosen.
-QItemSelectionModel::SelectionFlags ListBox::selectionCommand(const QModelIndex& index,
-                                                              const QEvent* event) const {
-    if (!index.isValid()) {
-        return QItemSelectionModel::NoUpdate;
-    }
-    const QItemSelectionModel::SelectionFlags asked = QListView::selectionCommand(index, event);
-    if (asked & (QItemSelectionModel::Deselect | QItemSelectionModel::Toggle)) {
-        return QItemSelectionModel::ClearAndSelect;
-    }
-    return asked;
-}
-
-void ListBox::mousePressEvent(QMouseEvent* event) {
-    told_ = false;
-    const QModelIndex under = indexAt(event->position().toPoint());
-    QListView::mousePressEvent(event);
-    if (under.isValid() && !told_) {
-        emit clicked();
-    }
-}
-
-void ListBox::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid()) {
-        emit doubleClicked();
-    }
-}
-
-// Coming to a list chooses nothing in it: a view makes its first row the current one then.
-void ListBox::focusInEvent(QFocusEvent* event) {
-    const QScopedValueRollback quiet(quiet_, true);
-    const bool chosen = currentIndex().isValid();
-    QListView::focusInEvent(event);
-    if (!chosen) {
-        selectionModel()->clear();
-    }
-}
-
-void ListBox::contextMenuEvent(QContextMenuEvent* event) {
-    QPoint at = event->globalPos();
-    if (event->reason() == QContextMenuEvent::Keyboard && currentIndex().isValid()) {
-        at = viewport()->mapToGlobal(visualRect(currentIndex()).center());
-    }
-    emit contextMenuAsked(at);
-    event->accept();
 }
 
 }  // namespace platform

@@ -1,16 +1,16 @@
 #pragma once
 
 #include <QList>
-#include <QListView>
 #include <QString>
 #include <utility>
+
+#include "platform/controls/choice_list.h"
 
 namespace platform {
 
 // A list of texts, each with a number behind it (item data). Rows stay in the order they were added and count
-// from 0; -1 is no row. Quick with tens of thousands of rows. What the program does to the list or its
-// selection signals nothing; only a person's choice does.
-class ListBox : public QListView {
+// from 0; -1 is no row. Quick with tens of thousands of rows.
+class ListBox : public ChoiceList {
     Q_OBJECT
  public:
     explicit ListBox(QWidget* parent = nullptr);
@@ -33,25 +33,9 @@ class ListBox : public QListView {
     qint32 selectedData() const { return itemData(curSel()); }
     void setTopIndex(int row);  // the row to the top, as far as the list's length allows
 
- signals:
-    void clicked();                                       // another row, or the same again, by mouse or keys
-    void doubleClicked();                                 // on a row
-    void contextMenuAsked(const QPoint& globalPosition);  // right button up, or the menu key
-
- protected:
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
-    void contextMenuEvent(QContextMenuEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
-    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
-                                                         const QEvent* event) const override;
-
  private:
     class Model;
     Model* model_;
-    bool quiet_ = false;  // the selection moves by the program's doing
-    bool told_ = false;   // clicked() has gone out for the press that is under way
 };
 
 }  // namespace platform
