@@ -34,9 +34,10 @@ int busiestComputer(Shop& shop) {
 
 void showServices(int computer) {
     platform::DataControl& source = *mainWindow().controls.Data1[2];
-    source.setRecordSource(QStringLiteral("SELECT * FROM QDServices%1 WHERE MachineID=%2")
-                               .arg(mainWindow().shop.stages.QuerySuffix)
-                               .arg(computer));
+    source.selection =
+        platform::Selection::statement(QStringLiteral("SELECT * FROM QDServices%1 WHERE MachineID=%2")
+                                           .arg(mainWindow().shop.stages.QuerySuffix)
+                                           .arg(computer));
     source.Refresh();
     mainWindow().services.list.fill({});
 }

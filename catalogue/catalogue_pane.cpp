@@ -31,7 +31,7 @@ void CataloguePane::update(const QString& selectKey, bool reset) {
         order.field = QStringLiteral("Naziv");
     }
     showSort(order);
-    data_->setRecordSource(statement(order));
+    data_->selection = platform::Selection::statement(statement(order));
 
     Trap step;
     step([&] { data_->Refresh(); });

@@ -64,7 +64,7 @@ void UnitList::refresh(const QString& selectName, bool reset) {
     }
     data_->DatabaseName = databasePath();
     const platform::Selection units = platform::Selection::all(QStringLiteral("JM"));
-    data_->select(Sorted ? units.orderedBy(QStringLiteral("Naziv ") + SortedHow) : units);
+    data_->selection = Sorted ? units.orderedBy(QStringLiteral("Naziv ") + SortedHow) : units;
     const QString failure = fill();
     select(selectName);
     if (!failure.isEmpty()) {

@@ -142,7 +142,7 @@ void frmPrintInvoiceEx::showRows(ActiveReport2& report) {
         const platform::WaitPointer wait;
         guarded(this, [&] { source.DatabaseName = databasePath(); });
         guarded(this, [&] { source.Connect = connectText(); });
-        guarded(this, [&] { source.setRecordSource(documentQuery(view_)); });
+        guarded(this, [&] { source.selection = platform::Selection::statement(documentQuery(view_)); });
         guarded(this, [&] { source.Refresh(); });
     }
     guarded(this, [&] { report.setRecordset(source.isOpen() ? source.Recordset() : dao::Recordset()); });

@@ -43,8 +43,8 @@ void RequisitionList::update(const QString& itemKey, bool resetSort) {
     }
     order_.keepTag();
     order_.show(step);
-    data_->setRecordSource(QStringLiteral("SELECT * FROM InvoiceData WHERE ServiceID=%1").arg(serviceId) +
-                           order_.clause());
+    data_->selection = platform::Selection::statement(
+        QStringLiteral("SELECT * FROM InvoiceData WHERE ServiceID=%1").arg(serviceId) + order_.clause());
     step([&] { data_->Refresh(); });
     fill(step);
     reselect(itemKey, rememberedKey);

@@ -27,7 +27,7 @@ void listen(Stages& stages, int stageIndex, QWidget* field) {
 void bindFields(Stages& stages, const EntryFields& fields) {
     for (const Stage& stage : stages) {
         for (const EntryRow& row : stage.pane.rows()) {
-            stage.data().bind(fields.of(row), QLatin1String(row.field));
+            stage.data().fields().bind(fields.of(row), QLatin1String(row.field));
         }
     }
     // Afterwards: a field's mark of change must be set before we ask for it.

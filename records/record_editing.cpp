@@ -98,7 +98,7 @@ bool RecordEditing::saveWhatIsTyped() {
     const Stage& stage = stages_[stages_.CurrentStage - 1];
     bool typed = AddNewMode;
     for (const EntryRow& row : stage.pane.rows()) {
-        typed = typed || (row.kind != EntryKind::Date && stage.data().DataChanged(fields_.of(row)));
+        typed = typed || (row.kind != EntryKind::Date && stage.data().fields().isChanged(fields_.of(row)));
     }
     bool ok = true;
     if (typed) {

@@ -103,7 +103,7 @@ void ShopFilter::narrow(const quick_filters::Found& found) {
             begun = true;
         }
         for (const Stage& stage : stages_) {
-            stage.data().select(stages_.all(stage.index()));
+            stage.data().selection = stages_.all(stage.index());
         }
         reading_.reload([](const std::function<void()>& deed) { deed(); }, {-1, -1}, false);
     } catch (...) {  // passed on
@@ -145,7 +145,7 @@ void ShopFilter::showWholeShop(const std::array<qint32, 2>& keep, bool unitToo) 
     const StageReading::StepRunner step = [&trap](const std::function<void()>& deed) { trap(deed); };
     for (const Stage& stage : stages_) {
         step([&] { setWorkQuery(stage.index(), std::string("SELECT * FROM ") + stage.facts().table); });
-        step([&] { stage.data().select(stages_.all(stage.index())); });
+        step([&] { stage.data().selection = stages_.all(stage.index()); });
         step([] { refreshCache(); });
     }
     reading_.reload(step, keep, unitToo);

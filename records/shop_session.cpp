@@ -43,12 +43,12 @@ void ShopSession::openStages(Trap& step) {
     for (const Stage& stage : stages_) {
         stage.data().DatabaseName = path;
         step([&] { stage.data().Connect = connectText(); });
-        stage.data().select({});
+        stage.data().selection = {};
     }
     step([&] { stages_[kClients].data().Refresh(); });
     step([&] { stages_.QuerySuffix = CreateWorkQueries(stages_.database()); });
     for (const Stage& stage : stages_) {
-        stage.data().select(stages_.all(stage.index()));
+        stage.data().selection = stages_.all(stage.index());
         step([] { refreshCache(); });
         step([&] { stage.data().Refresh(); });
     }

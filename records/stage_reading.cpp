@@ -98,7 +98,7 @@ void StageReading::updateServices(Trap& step) {
 
 void StageReading::reorderServices() {
     Stage& services = stages_[kServices];
-    services.records.refresh(stages_.inOrder(services.data().selection()));
+    services.records.refresh(stages_.inOrder(services.data().selection));
 }
 
 // --- All of them.
@@ -140,7 +140,7 @@ void StageReading::reopen(Trap& step) {
         computers.records.refresh(stages_[kClients].isChosen() ? stages_.computersOfClient() : allComputers);
     });
     step([&] { fill(kComputers); });
-    computers.data().select(allComputers);
+    computers.data().selection = allComputers;
     computers.remembered = -1;
     const Selection allServices = stages_.all(kServices, Selection::Words::Initials);
     step([] { refreshCache(); });
@@ -149,5 +149,5 @@ void StageReading::reopen(Trap& step) {
                                                       : stages_.inOrder(allServices));
     });
     step([&] { window_.FillServiceList({}); });
-    services.data().select(allServices);
+    services.data().selection = allServices;
 }

@@ -30,7 +30,7 @@ void StageRecords::find(qint32 number) {
 // --- Reading.
 
 QList<Selector::Entry> StageRecords::entries() const {
-    Selection names = data_->selection();
+    Selection names = data_->selection;
     names.columns = QLatin1String(facts_.entryColumns);
     dao::Recordset rows = data_->Database().OpenRecordset(names.text().toStdString(), dao::dbOpenSnapshot);
     QList<Selector::Entry> entries;
@@ -44,16 +44,16 @@ QList<Selector::Entry> StageRecords::entries() const {
 }
 
 bool StageRecords::isStale(const Selection& selection) const {
-    return !sameRows(selection, data_->selection());
+    return !sameRows(selection, data_->selection);
 }
 
 // What could not be read must be read again at the next move, so its selection is not left standing.
 void StageRecords::refresh(const Selection& selection) {
-    data_->select(selection);
+    data_->selection = selection;
     try {
         data_->Refresh();
     } catch (const dao::Error&) {
-        data_->select({});
+        data_->selection = {};
         throw;
     }
 }

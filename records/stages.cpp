@@ -49,6 +49,6 @@ void Stages::fieldTyped(int index, const QWidget* field) {
     if (LoadingList) {
         return;
     }
-    (*this)[index].dirty = (*this)[index].data().DataChanged(field);
+    (*this)[index].dirty = (*this)[index].data().fields().isChanged(field);
     window_.UpdateToolbarState();
 }

@@ -43,7 +43,7 @@ TypedEntry::TypedEntry(const Stage& stage) {
     for (const EntryRow& row : stage.pane.rows()) {
         QWidget* field = stage.pane.all().of(row);
         QVariant value = valueOf(field);  // before the question: reading a date ends the typing of it
-        if (stage.data().DataChanged(field)) {
+        if (stage.data().fields().isChanged(field)) {
             values_.append({field, std::move(value)});
         }
     }
@@ -54,7 +54,7 @@ TypedEntry::TypedEntry(const Stage& stage) {
 void TypedEntry::putBack(Stage& stage) const {
     for (const auto& [field, value] : values_) {
         setValue(field, value);
-        stage.data().setDataChanged(field, true);
+        stage.data().fields().setChanged(field, true);
         if (qobject_cast<const platform::DateField*>(field) == nullptr) {
             stage.dirty = true;
         }

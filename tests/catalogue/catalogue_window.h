@@ -39,7 +39,8 @@ class RequisitionStandIn : public QDialog, public CatalogueParent {
         setAcceptDrops(true);
         resize(600, 400);
         list_ = new platform::ListView(this);
-        list_->columns().add(QStringLiteral("Naziv"), QStringLiteral("Naziv"), platform::HeaderAlignment::Left);
+        list_->columns().add(QStringLiteral("Naziv"), QStringLiteral("Naziv"),
+                             platform::HeaderAlignment::Left);
         entry_ = new QLineEdit(this);
         auto* column = new QVBoxLayout(this);
         column->setContentsMargins(20, 20, 20, 20);
@@ -67,7 +68,8 @@ class RequisitionStandIn : public QDialog, public CatalogueParent {
     void fill() {
         data_.DatabaseName = databasePath();
         data_.Connect = connectText();
-        data_.setRecordSource(QStringLiteral("SELECT * FROM InvoiceData WHERE ServiceID=%1").arg(serviceId));
+        data_.selection = platform::Selection::statement(
+            QStringLiteral("SELECT * FROM InvoiceData WHERE ServiceID=%1").arg(serviceId));
         data_.Refresh();
         list_->clearItems();
         dao::Recordset rows = data_.Recordset();

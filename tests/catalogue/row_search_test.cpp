@@ -10,7 +10,7 @@ class FailedSearch : public CatalogueCommands {
     // From now on no row of the pane is found by its number: its records have none.
     void takeNumbersAway(int pane, const QString& source) {
         platform::DataControl& data = *window().Data1[static_cast<size_t>(pane)];
-        data.setRecordSource(source);
+        data.selection = platform::Selection::statement(source);
         data.Refresh();
     }
 };

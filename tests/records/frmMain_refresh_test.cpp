@@ -158,7 +158,8 @@ TEST_F(WholeShop, RefreshShowsTheUnitThatHasChanged) {
     CeneDinarske = true;
     KursKupovni = 117.5F;
     win().shop.filter.RemoveFilters();
-    EXPECT_EQ(win().controls.ListView1->columns().text(4), "Price [EUR]") << "only a refresh renews the headers";
+    EXPECT_EQ(win().controls.ListView1->columns().text(4), "Price [EUR]")
+        << "only a refresh renews the headers";
     tool("Refresh");
     EXPECT_EQ(win().controls.ListView1->columns().text(4), "Price [DIN]");
     EXPECT_EQ(win().controls.ListView1->columns().text(7), "Paid [DIN]");
@@ -260,8 +261,8 @@ TEST_F(WholeShop, WhatWasTypedStaysTypedAndUnsaved) {
     EXPECT_EQ(text(13), "064 111");
     EXPECT_EQ(text(8), "Nis") << "a field nobody touched shows what a colleague wrote";
     EXPECT_TRUE(win().controls.StageDirty[0]);
-    EXPECT_TRUE(win().controls.Data1[0]->DataChanged(field(13)));
-    EXPECT_FALSE(win().controls.Data1[0]->DataChanged(field(8)));
+    EXPECT_TRUE(win().controls.Data1[0]->fields().isChanged(field(13)));
+    EXPECT_FALSE(win().controls.Data1[0]->fields().isChanged(field(8)));
     EXPECT_TRUE(canUse("SaveRecord"));
     EXPECT_EQ(valueOf("Customers", "CustID", babic, "Cellular").asText(), "");
     tool("SaveRecord");
@@ -471,7 +472,7 @@ TEST_F(WholeShop, TypedForAComputerStaysWithIt) {
     EXPECT_TRUE(boxes.asked.isEmpty());
     EXPECT_EQ(chosen(1), "Mill");
     EXPECT_EQ(text(20), "six cores");
-    EXPECT_TRUE(win().controls.Data1[1]->DataChanged(field(20)));
+    EXPECT_TRUE(win().controls.Data1[1]->fields().isChanged(field(20)));
     tab(1);
     EXPECT_EQ(valueOf("Computers", "MachineID", mill, "Processor").asText(), "six cores");
     EXPECT_EQ(valueOf("Computers", "MachineID", tower, "Processor").asText(), "");
@@ -502,7 +503,7 @@ TEST_F(WholeShop, WhatAColleagueHasWrittenAsWellIsStillToBeSaved) {
     tool("Refresh");
     EXPECT_EQ(text(13), "064");
     EXPECT_TRUE(win().controls.StageDirty[0]);
-    EXPECT_TRUE(win().controls.Data1[0]->DataChanged(field(13)));
+    EXPECT_TRUE(win().controls.Data1[0]->fields().isChanged(field(13)));
 }
 
 TEST_F(WholeShop, TypedTextIsToldOfWhenTheClientsCannotBeRead) {

@@ -99,7 +99,7 @@ TEST_F(Sorting, OnlyTheOrderInTheSourceChanges) {
     EXPECT_EQ(source(2), plain + " ORDER BY Price ASC");
     clickHeader(4);
     EXPECT_EQ(source(2), plain + " ORDER BY Price DESC");
-    win().controls.Data1[2]->setRecordSource(plain + "   ");
+    win().controls.Data1[2]->selection = platform::Selection::statement(plain + "   ");
     clickHeader(7);
     EXPECT_EQ(source(2), plain + " ORDER BY Paid ASC");
     win().services.sorting.UnsortServices();

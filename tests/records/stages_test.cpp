@@ -69,7 +69,7 @@ class StagesWithoutWindow : public DeliveredFixture {
         }
         for (const Stage& stage : stages) {
             for (const EntryRow& row : stage.pane.rows()) {
-                stage.data().bind(fields.of(row), QLatin1String(row.field));
+                stage.data().fields().bind(fields.of(row), QLatin1String(row.field));
             }
         }
     }
@@ -231,10 +231,10 @@ TEST_F(StagesWithoutWindow, AMoveAheadReadsAStageOnlyWhereItsRecordsAreOthers) {
     platform::Trap step;
     stages[kServices].data().DatabaseName = databaseFile();
     stages[kServices].data().Connect = connectText();
-    stages[kServices].data().select(stages.servicesOfComputer());
+    stages[kServices].data().selection = stages.servicesOfComputer();
     reading.updateAhead(2, 3, step);
     EXPECT_EQ(window.fillings, 0);
-    stages[kServices].data().select({});
+    stages[kServices].data().selection = {};
     reading.updateAhead(3, 1, step);
     EXPECT_EQ(window.fillings, 0) << "a move back changes nothing";
     reading.updateAhead(2, 3, step);

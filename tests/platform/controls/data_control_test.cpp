@@ -21,6 +21,7 @@ namespace {
 
 using platform::DataControl;
 using platform::DateField;
+using platform::Selection;
 
 constexpr char kConnect[] = ";Pwd=secret";
 constexpr dao::Date kEmptyDay{1.0};
@@ -65,12 +66,12 @@ class DataControlTest : public ::testing::Test {
         database.Close();
         data.DatabaseName = file;
         data.Connect = kConnect;
-        data.setRecordSource("SELECT * FROM Customers ORDER BY CustID");
-        data.bind(&surnameLine, "Surname");
-        data.bind(&nickLine, "NickName");
-        data.bind(&comments, "Comments");
-        data.bind(&firm, "FirmAddress");
-        data.bind(&birth, "BirthDate");
+        data.selection = Selection::statement("SELECT * FROM Customers ORDER BY CustID");
+        data.fields().bind(&surnameLine, "Surname");
+        data.fields().bind(&nickLine, "NickName");
+        data.fields().bind(&comments, "Comments");
+        data.fields().bind(&firm, "FirmAddress");
+        data.fields().bind(&birth, "BirthDate");
     }
     void TearDown() override {
         data.Close();
@@ -155,7 +156,7 @@ TEST_F(DataControlTest, AMoveBehindTheLastRowShowsNothing) {
 }
 
 TEST_F(DataControlTest, AnEmptyFileShowsNothing) {
-    data.setRecordSource("SELECT * FROM Customers WHERE CustID=-1");
+    data.selection = Selection::statement("SELECT * FROM Customers WHERE CustID=-1");
     data.Refresh();
     EXPECT_TRUE(data.isOpen());
     EXPECT_TRUE(allEmpty());
@@ -169,7 +170,7 @@ TEST_F(DataControlTest, ASearchThatFindsNothingLeavesRowAndFieldsAlone) {
     data.FindFirst("CustID=77");
     EXPECT_TRUE(data.Recordset().NoMatch());
     EXPECT_EQ(surnameLine.text(), "typed");
-    EXPECT_TRUE(data.DataChanged(&surnameLine));
+    EXPECT_TRUE(data.fields().isChanged(&surnameLine));
     EXPECT_EQ(data.Recordset()["CustID"].asLong(), 2);
 }
 
@@ -188,14 +189,14 @@ TEST_F(DataControlTest, AMoveThatFailsKeepsWhatWasTyped) {
     data.Recordset().Close();
     EXPECT_NE(errorOf([&] { data.MoveNext(); }), 0);
     EXPECT_EQ(surnameLine.text(), "typed");
-    EXPECT_TRUE(data.DataChanged(&surnameLine));
+    EXPECT_TRUE(data.fields().isChanged(&surnameLine));
 }
 
 TEST_F(DataControlTest, OnlyAPersonsChangeMarksAField) {
     data.Refresh();
     for (QWidget* widget : {static_cast<QWidget*>(&surnameLine), static_cast<QWidget*>(&comments),
                             static_cast<QWidget*>(&firm), static_cast<QWidget*>(&birth)}) {
-        EXPECT_FALSE(data.DataChanged(widget));
+        EXPECT_FALSE(data.fields().isChanged(widget));
     }
     surnameLine.setText("A");
     comments.setPlainText("B");
@@ -203,15 +204,15 @@ TEST_F(DataControlTest, OnlyAPersonsChangeMarksAField) {
     birth.setValue(QDate(2000, 1, 1));
     for (QWidget* widget : {static_cast<QWidget*>(&surnameLine), static_cast<QWidget*>(&comments),
                             static_cast<QWidget*>(&firm), static_cast<QWidget*>(&birth)}) {
-        EXPECT_TRUE(data.DataChanged(widget));
+        EXPECT_TRUE(data.fields().isChanged(widget));
     }
-    EXPECT_FALSE(data.DataChanged(&nickLine));
+    EXPECT_FALSE(data.fields().isChanged(&nickLine));
     data.MoveNext();
-    EXPECT_FALSE(data.DataChanged(&surnameLine));
-    data.setDataChanged(&surnameLine, true);
-    EXPECT_TRUE(data.DataChanged(&surnameLine));
+    EXPECT_FALSE(data.fields().isChanged(&surnameLine));
+    data.fields().setChanged(&surnameLine, true);
+    EXPECT_TRUE(data.fields().isChanged(&surnameLine));
     const QLineEdit stranger;
-    EXPECT_FALSE(data.DataChanged(&stranger));
+    EXPECT_FALSE(data.fields().isChanged(&stranger));
 }
 
 TEST_F(DataControlTest, WhileARowIsShownNoFieldCountsAsChanged) {
@@ -220,8 +221,9 @@ TEST_F(DataControlTest, WhileARowIsShownNoFieldCountsAsChanged) {
     comments.setPlainText("B");
     bool any = false;
     const QObject test;
-    QObject::connect(&surnameLine, &QLineEdit::textChanged, &test,
-                     [&] { any |= data.DataChanged(&surnameLine) || data.DataChanged(&comments); });
+    QObject::connect(&surnameLine, &QLineEdit::textChanged, &test, [&] {
+        any |= data.fields().isChanged(&surnameLine) || data.fields().isChanged(&comments);
+    });
     data.MoveNext();
     EXPECT_FALSE(any);
 }
@@ -238,7 +240,7 @@ TEST_F(DataControlTest, UpdateRecordWritesTheFieldsThatWereTouched) {
     EXPECT_FALSE(stored(2, "FirmAddress").asBool());
     EXPECT_EQ(platform::toQDate(stored(2, "BirthDate").asDate()), QDate(1980, 2, 29));
     EXPECT_EQ(stored(2, "Comments").asText(), "one\ntwo");
-    EXPECT_FALSE(data.DataChanged(&surnameLine));
+    EXPECT_FALSE(data.fields().isChanged(&surnameLine));
     EXPECT_EQ(data.Recordset()["Surname"].asText(), "Petrović");
     firm.click();
     data.UpdateRecord();
@@ -292,7 +294,7 @@ TEST_F(DataControlTest, UpdateControlsThrowsAwayWhatWasTyped) {
     surnameLine.setText("typed");
     data.UpdateControls();
     EXPECT_EQ(surnameLine.text(), "Antic");
-    EXPECT_FALSE(data.DataChanged(&surnameLine));
+    EXPECT_FALSE(data.fields().isChanged(&surnameLine));
 }
 
 TEST_F(DataControlTest, AddingEmptiesTheFieldsAndWritesANewRow) {
@@ -302,7 +304,7 @@ TEST_F(DataControlTest, AddingEmptiesTheFieldsAndWritesANewRow) {
     data.AddNew();
     EXPECT_TRUE(allEmpty());
     EXPECT_EQ(shown.count(), 1);
-    EXPECT_FALSE(data.DataChanged(&surnameLine));
+    EXPECT_FALSE(data.fields().isChanged(&surnameLine));
     surnameLine.setText("Djokic");
     data.UpdateRecord();
     EXPECT_EQ(rowsStored(), 4);
@@ -343,7 +345,7 @@ TEST_F(DataControlTest, MovingAwayDropsAnAddition) {
 }
 
 TEST_F(DataControlTest, AddingToAnEmptySetWorks) {
-    data.setRecordSource("SELECT * FROM Customers WHERE CustID=-1");
+    data.selection = Selection::statement("SELECT * FROM Customers WHERE CustID=-1");
     data.Refresh();
     data.AddNew();
     surnameLine.setText("Djokic");
@@ -374,7 +376,7 @@ TEST_F(DataControlTest, ARowThatAColleagueDeletedShowsNothingAndCannotBeWritten)
     surnameLine.setText("typed");
     EXPECT_EQ(errorOf([&] { data.UpdateRecord(); }), dao::errRecordDeleted);
     EXPECT_EQ(surnameLine.text(), "typed");
-    EXPECT_TRUE(data.DataChanged(&surnameLine));
+    EXPECT_TRUE(data.fields().isChanged(&surnameLine));
 }
 
 TEST_F(DataControlTest, AFailedWriteKeepsWhatWasTypedAndDropsTheEdit) {
@@ -383,7 +385,7 @@ TEST_F(DataControlTest, AFailedWriteKeepsWhatWasTypedAndDropsTheEdit) {
     surnameLine.setText(QString(30, 'x'));
     EXPECT_EQ(errorOf([&] { data.UpdateRecord(); }), dao::errFieldTooSmall);
     EXPECT_EQ(surnameLine.text().size(), 30);
-    EXPECT_TRUE(data.DataChanged(&surnameLine));
+    EXPECT_TRUE(data.fields().isChanged(&surnameLine));
     EXPECT_EQ(data.Recordset().EditMode(), dao::Recordset::EditModeKind::None);
     EXPECT_EQ(stored(1, "Surname").asText(), "Antic");
     surnameLine.setText("short");
@@ -402,7 +404,7 @@ TEST_F(DataControlTest, ALineTakesNoMoreThanItsFieldHolds) {
 
 TEST_F(DataControlTest, ANewSourceTakesEffectAtRefresh) {
     data.Refresh();
-    data.setRecordSource("SELECT * FROM Customers WHERE CustID=3");
+    data.selection = Selection::statement("SELECT * FROM Customers WHERE CustID=3");
     EXPECT_EQ(surnameLine.text(), "Antic");
     data.Refresh();
     EXPECT_EQ(surnameLine.text(), "Cvetic");
@@ -410,7 +412,7 @@ TEST_F(DataControlTest, ANewSourceTakesEffectAtRefresh) {
 }
 
 TEST_F(DataControlTest, WithoutASourceOnlyTheFileIsOpened) {
-    data.select({});
+    data.selection = {};
     data.Refresh();
     EXPECT_FALSE(data.isOpen());
     EXPECT_TRUE(static_cast<bool>(data.Database()));
@@ -420,7 +422,7 @@ TEST_F(DataControlTest, WithoutASourceOnlyTheFileIsOpened) {
 TEST_F(DataControlTest, AFailedRefreshLeavesNoRecordSetAndEmptyFields) {
     data.Refresh();
     QSignalSpy shown(&data, &DataControl::repositioned);
-    data.setRecordSource("SELECT * FROM NoSuchTable");
+    data.selection = Selection::statement("SELECT * FROM NoSuchTable");
     EXPECT_EQ(errorOf([&] { data.Refresh(); }), dao::errUnknownObject);
     EXPECT_FALSE(data.isOpen());
     EXPECT_TRUE(allEmpty());
@@ -428,7 +430,7 @@ TEST_F(DataControlTest, AFailedRefreshLeavesNoRecordSetAndEmptyFields) {
     data.DatabaseName = folder.filePath("Missing.mdb");
     EXPECT_EQ(errorOf([&] { data.Refresh(); }), dao::errFileNotFound);
     data.DatabaseName = file;
-    data.setRecordSource("SELECT * FROM Customers");
+    data.selection = Selection::statement("SELECT * FROM Customers");
     data.Refresh();
     EXPECT_EQ(surnameLine.text(), "Antic");
 }
@@ -458,7 +460,7 @@ TEST_F(DataControlTest, ClosingEmptiesTheFields) {
 
 TEST_F(DataControlTest, AWidgetThatIsGoneIsPassedOver) {
     auto* passing = new QLineEdit;
-    data.bind(passing, "NickName");
+    data.fields().bind(passing, "NickName");
     data.Refresh();
     delete passing;
     data.MoveNext();
