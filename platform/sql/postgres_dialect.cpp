@@ -144,9 +144,9 @@ class PostgresDialect : public Dialect {
         } else if (isWhole(sql)) {
             result.text = "coalesce(" + cast(sql, "text").text + ", '')";
         } else if (sql.type == Type::Single) {
-            result.text = "dao.text(" + sql.text + ")";
+            result.text = "dao.digits(" + sql.text + ")";
         } else {
-            result.text = "dao.text(" + number(sql).text + ")";
+            result.text = "dao.digits(" + number(sql).text + ")";
         }
         return result;
     }
@@ -179,7 +179,7 @@ class PostgresDialect : public Dialect {
             case Type::Currency:
                 return "dao.round(" + wrapped(wide, kProduct, nesting, position) + " * " + real(10000) + ")";
             default:
-                return "(SELECT CASE WHEN v IS NOT NULL THEN dao.text(v) END FROM (SELECT " + wide.text +
+                return "(SELECT CASE WHEN v IS NOT NULL THEN dao.digits(v) END FROM (SELECT " + wide.text +
                        " AS v) AS s)";
         }
     }

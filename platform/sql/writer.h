@@ -100,7 +100,7 @@ const Writer& sqliteWriter();
 // The writer for the server. The store it writes for is to provide:
 //   - the shop's tables in the schema shop, under their own names, with columns of the domains of the schema
 //   dao;
-//   - the functions of that schema (dao.key, dao.text, dao.datediff, dao.round);
+//   - the functions of that schema (dao.key, dao.digits, dao.datediff, dao.round);
 //   - row keys in a table's counter, or where it has none in a hidden bigint column dao_row;
 //   - statements taken as standard_conforming_strings has it, `parameters` as bigint[] and float8, row keys
 //   as bigint.

@@ -173,7 +173,8 @@ RETURN CASE
     ELSE pg_catalog.floor(x + 0.5::pg_catalog.float8)::pg_catalog.int8
 END;
 
-CREATE FUNCTION dao.text(x pg_catalog.float8) RETURNS pg_catalog.text
+-- No function may be called as a domain is: a call with a value of another domain would become a cast.
+CREATE FUNCTION dao.digits(x pg_catalog.float8) RETURNS pg_catalog.text
 LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE SET extra_float_digits = 1 AS $function$
 DECLARE
     digits pg_catalog.text := pg_catalog.abs(x)::pg_catalog.text;
@@ -190,10 +191,10 @@ BEGIN
     RETURN CASE WHEN x < 0 THEN '-' ELSE '' END || pg_catalog.replace(digits, 'e', 'E');
 END $function$;
 
-CREATE FUNCTION dao.text(x pg_catalog.float4) RETURNS pg_catalog.text
+CREATE FUNCTION dao.digits(x pg_catalog.float4) RETURNS pg_catalog.text
 LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE AS $function$
 BEGIN
-    RETURN dao.text(pg_catalog.to_char(x::pg_catalog.float8, '9.999999EEEE')::pg_catalog.float8);
+    RETURN dao.digits(pg_catalog.to_char(x::pg_catalog.float8, '9.999999EEEE')::pg_catalog.float8);
 END $function$;
 )sql";
 
