@@ -139,24 +139,8 @@ bool frmKonfigPrint::DoPrintDataReport(QString& errorText) {
     PriceListSteps step(errorText);
     QString footer;
     step([&] { footer = BuildFooterText(); });
-<<<<<<< HEAD
     readProducts(step);
     if (!step.failed()) {
-=======
-    {
-        const platform::WaitPointer wait;
-        step([&] { data_->DatabaseName = databasePath(); });
-        step([&] {
-            const QString password = BuildDatabasePassword();
-            if (!data_->Connect.contains(password)) {
-                data_->Connect += QStringLiteral(";Pwd=") + password;
-            }
-        });
-        step([&] { data_->selection = platform::Selection::statement(PriceListQuery()); });
-        step([&] { data_->Refresh(); });
-    }
-    if (!failed) {
->>>>>>> f379820 (Let the entry fields of a data control stand by themselves)
         step([&] { showList(footer); });
     }
     data_->Close();  // the colleagues' exclusive use of the file must not wait for the next list
@@ -175,7 +159,7 @@ void frmKonfigPrint::readProducts(PriceListSteps& step) {
             data_->Connect += QStringLiteral(";Pwd=") + password;
         }
     });
-    step([&] { data_->setRecordSource(PriceListQuery()); });
+    step([&] { data_->selection = platform::Selection::statement(PriceListQuery()); });
     step([&] { data_->Refresh(); });
 }
 
