@@ -54,9 +54,9 @@ frmInputBox::~frmInputBox() {
 void frmInputBox::buildFields(QGridLayout* grid) {
     for (size_t i = 0; i < text_.size(); ++i) {
         auto* field = new QLineEdit(this);
-        field->setObjectName(arrayName("Text1", i));
+        field->setObjectName(arrayName("Text1", static_cast<int>(i)));
         auto* label = new QLabel(QString::fromLatin1(kFieldCaptions[i]), this);
-        label->setObjectName(arrayName("Label1", i));
+        label->setObjectName(arrayName("Label1", static_cast<int>(i)));
         label->setBuddy(field);
         field->setAccessibleName(spokenCaption(label->text()));
         field->installEventFilter(this);
@@ -73,7 +73,7 @@ void frmInputBox::buildFields(QGridLayout* grid) {
 void frmInputBox::buildOptions(QGridLayout* grid) {
     for (size_t i = 0; i < check_.size(); ++i) {
         auto* box = new QCheckBox(QString::fromLatin1(kOptionCaptions[i]), this);
-        box->setObjectName(arrayName("Check1", i));
+        box->setObjectName(arrayName("Check1", static_cast<int>(i)));
         box->setAccessibleName(spokenCaption(box->text()));
         box->setCursor(Qt::PointingHandCursor);
         box->installEventFilter(this);
@@ -89,7 +89,7 @@ void frmInputBox::buildButtons(QGridLayout* grid) {
     row->addStretch(1);
     for (size_t i = 0; i < command_.size(); ++i) {
         auto* button = new QPushButton(QString::fromLatin1(kButtonCaptions[i]), this);
-        button->setObjectName(arrayName("Command1", i));
+        button->setObjectName(arrayName("Command1", static_cast<int>(i)));
         button->setAccessibleName(spokenCaption(button->text()));
         button->setCursor(Qt::PointingHandCursor);
         row->addWidget(button);

@@ -5,13 +5,13 @@
 namespace {
 
 constexpr ProductFieldRow kRows[] = {
-    {ProductField::Name, "&Naziv:", "Naziv proizvoda.", nullptr, 0, 0, 3},
-    {ProductField::Description, "&Opis:", "Detaljniji opis komponente.", nullptr, 1, 0, 3},
-    {ProductField::Price, "&Cena [EUR]:", "Cena komponente u EUR.", "Cena proizvoda", 2, 0, 1},
-    {ProductField::Stock, "&Stanje:", "Raspoloziva kolicina komponente u magacinu.", "Kolicina proizvoda", 2,
+    {"&Naziv:", "Naziv proizvoda.", nullptr, ProductField::Name, 0, 0, 3},
+    {"&Opis:", "Detaljniji opis komponente.", nullptr, ProductField::Description, 1, 0, 3},
+    {"&Cena [EUR]:", "Cena komponente u EUR.", "Cena proizvoda", ProductField::Price, 2, 0, 1},
+    {"&Stanje:", "Raspoloziva kolicina komponente u magacinu.", "Kolicina proizvoda", ProductField::Stock, 2,
      2, 1},
-    {ProductField::Note, "N&apomena:", "Dodatne napomene vezane za komponentu.", nullptr, 4, 0, 0},
-    {ProductField::Unit, "&Jedinica mere:", nullptr, nullptr, 3, 0, 1},
+    {"N&apomena:", "Dodatne napomene vezane za komponentu.", nullptr, ProductField::Note, 4, 0, 0},
+    {"&Jedinica mere:", nullptr, nullptr, ProductField::Unit, 3, 0, 1},
 };
 
 }  // namespace

@@ -10,12 +10,12 @@ inline constexpr int kProductFieldColumns = 4;  // of the grid that they stand i
 inline constexpr int kProductTextLimit = 255;   // characters, as the products' table holds them
 
 struct ProductFieldRow {
-    ProductField name;
     const char* label;
     const char* hint;     // nullptr: none
     const char* refusal;  // what a text that is no number is called; nullptr: any text is taken
-    int row, column;      // of the label
-    int columns;          // of the field, to the label's right; 0: under it, over the whole width
+    ProductField name;
+    int row, column;  // of the label
+    int columns;      // of the field, to the label's right; 0: under it, over the whole width
 };
 
 std::span<const ProductFieldRow> productFields();  // by ProductField

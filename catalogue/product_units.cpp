@@ -41,7 +41,7 @@ void ProductUnits::addRows(dao::Recordset& rows, bool withNone, platform::Trap& 
     }
     while (goesOn) {
         step([&] {
-            const dao::Value name = rows["Naziv"];
+            const dao::Value& name = rows["Naziv"];
             box_->addItem(name.isNull() ? QString() : QString::fromStdString(name.asText()),
                           rows["AID"].asLong());
         });
