@@ -4,63 +4,20 @@
 #include <QKeyEvent>
 #include <QToolBar>
 
+#include "catalogue/catalogue_menus.h"
 #include "catalogue/catalogue_pane.h"
 #include "catalogue/catalogue_status.h"
 #include "catalogue/pane_commands.h"
 #include "common/modMain.h"
 #include "platform/controls/pictures.h"
-#include "platform/controls/popup_menu.h"
-#include "platform/system/trap.h"
-
-using platform::PopupMenu;
-using platform::Trap;
-
-namespace {
-
-// A stored menu, and where it begins with a line of its own.
-struct MenuFacts {
-    const char* name;
-    const char* head;
-    bool isProducts;
-};
-constexpr MenuFacts kListMenu{"mnu_listpopup", "-hahaha", false};
-constexpr MenuFacts kProductMenu{"mnu_lvwpopup", "-Proizvodi", true};
-constexpr const char* kListHeads[] = {"-Grupe", "-Proizvodjaci"};
-
-CommandOrder orderOf(const MenuFacts& menu) {
-    return menu.isProducts ? productMenuOrder() : listMenuOrder();
-}
-
-QString keyOf(const CatalogueCommandRow& row, const MenuFacts& menu) {
-    return menu.isProducts ? productMenuKey(row) : QString(QLatin1String(row.key));
-}
-
-void addItem(PopupMenu& popup, const MenuFacts& menu, const std::optional<CatalogueCommand>& command) {
-    if (!command) {
-        popup.addItem(QStringLiteral("-"), QString(), QIcon(), true, QString());
-        return;
-    }
-    const CatalogueCommandRow& row = rowOf(*command);
-    popup.addItem(QLatin1String(menu.isProducts ? row.productItem : row.listItem),
-                  GetResString(menu.isProducts ? row.productText : row.text),
-                  platform::icon(QLatin1String(row.icon)), true, keyOf(row, menu));
-}
-
-void buildMenu(PopupMenu& popup, const MenuFacts& menu, Trap& step) {
-    step([&] { popup.clear(); });
-    step([&] { popup.addItem(QLatin1String(menu.head), QString(), QIcon(), true, QString()); });
-    for (const std::optional<CatalogueCommand>& command : orderOf(menu)) {
-        step([&] { addItem(popup, menu, command); });
-    }
-    step([&] { popup.store(QLatin1String(menu.name)); });
-}
-
-}  // namespace
 
 CatalogueBars::CatalogueBars(const std::array<Part, kPanes>& parts, WindowCommands& commands, QWidget* window,
-                             CatalogueStatus& status)
-    : parts_(parts), commands_(commands), window_(window), status_(status) {
+                             CatalogueStatus& status, CatalogueMenus& menus)
+    : parts_(parts), commands_(commands), window_(window), status_(status), menus_(menus) {
     build(window);
+    connect(&menus_, &CatalogueMenus::chosen, this, [this](const MenuItem& item) {
+        item.isProducts ? runOnProducts(item.command) : runOnList(item.command);
+    });
     for (const Part& part : parts_) {
         connect(part.pane, &CataloguePane::changed, this, &CatalogueBars::update);
     }
@@ -196,67 +153,7 @@ PaneState CatalogueBars::stateOf(int pane) const {
             .sort = shown.sort()};
 }
 
-// The menus -------------------------------------------------------------------------------------------------
-
-void CatalogueBars::makePopup() {
-    popup_ = new PopupMenu(window_);
-    connect(popup_, &PopupMenu::click, this, &CatalogueBars::itemClicked);
-    connect(popup_, &PopupMenu::itemHighlight, this, &CatalogueBars::itemHighlighted);
-}
-
-void CatalogueBars::dropPopup() {
-    delete popup_;
-    popup_ = nullptr;
-}
-
-QString CatalogueBars::createMenu() {
-    Trap step;
-    buildMenu(*popup_, kListMenu, step);
-    buildMenu(*popup_, kProductMenu, step);
-    if (!step.failed()) {
-        return {};
-    }
-    return QStringLiteral("%1 Prog. linija: %2; frmKonfiguratorEx -> CreateMenu procedura.")
-        .arg(step.line())
-        .arg(step.codeLine());
-}
-
 void CatalogueBars::openMenu(int pane, const QPoint& at) {
     parts_[static_cast<size_t>(pane)].pane->takeFocus();
-    const MenuFacts& menu = pane == kProducts ? kProductMenu : kListMenu;
-    Trap step;
-    step([&] { popup_->restore(QLatin1String(menu.name)); });
-    if (pane != kProducts) {
-        step([&] { popup_->setCaption(1, QLatin1String(kListHeads[pane])); });
-    }
-    const PaneState state = stateOf(pane);
-    for (const std::optional<CatalogueCommand>& command : orderOf(menu)) {
-        if (command && rowOf(*command).rule != nullptr) {
-            const CatalogueCommandRow& row = rowOf(*command);
-            step([&] { popup_->setEnabled(keyOf(row, menu), row.rule(state)); });
-        }
-    }
-    step([&] { popup_->show(at); });
-}
-
-void CatalogueBars::itemClicked(int item) {
-    const std::optional<MenuItem> chosen = menuItemOf(popup_->keyOf(item));
-    if (!chosen) {
-        return;
-    }
-    if (chosen->isProducts) {
-        runOnProducts(chosen->command);
-    } else {
-        runOnList(chosen->command);
-    }
-}
-
-void CatalogueBars::itemHighlighted(int item, bool enabled, bool separator) {
-    const std::optional<MenuItem> under = menuItemOf(popup_->keyOf(item));
-    QString text = QStringLiteral(" ");
-    if (enabled && !separator && under) {
-        const CatalogueCommandRow& row = rowOf(under->command);
-        text = GetResString(under->isProducts ? row.productText : row.text);
-    }
-    status_.showText(text, false);
+    menus_.open(pane, stateOf(pane), at);
 }

@@ -6,6 +6,7 @@
 
 #include "catalogue/command_table.h"
 
+class CatalogueMenus;
 class CataloguePane;
 class CatalogueStatus;
 class QAction;
@@ -13,13 +14,9 @@ class QKeyEvent;
 class QPoint;
 class QToolBar;
 class QWidget;
-namespace platform {
-class PopupMenu;
-class Trap;
-}  // namespace platform
 
-// Where the commands are given: the toolbar, the two popup menus, the keys. All of them are views of the
-// command table, and work on the pane that is being worked in.
+// Where the commands are given: the toolbar, the keys, the popup menus (CatalogueMenus). All of them are
+// views of the command table, and work on the pane that is being worked in.
 class CatalogueBars : public QObject {
     Q_OBJECT
  public:
@@ -30,14 +27,10 @@ class CatalogueBars : public QObject {
         const QWidget* searchBox = nullptr;  // the products have none
     };
     CatalogueBars(const std::array<Part, kPanes>& parts, WindowCommands& commands, QWidget* window,
-                  CatalogueStatus& status);
+                  CatalogueStatus& status, CatalogueMenus& menus);
 
     QToolBar* toolbar() const { return toolbar_; }
-    QAction* button(const QString& key) const;                    // nullptr where there is none
-    platform::PopupMenu* const& popup() const { return popup_; }  // nullptr: not made, or dropped
-    void makePopup();
-    void dropPopup();
-    QString createMenu();  // an error's text, empty on success
+    QAction* button(const QString& key) const;  // nullptr where there is none
 
     void update();  // what can be done with the pane that is being worked in
     // For the list that has the focus (see CatalogueCommandRow::alsoTyping); none has it: nothing happens.
@@ -45,8 +38,6 @@ class CatalogueBars : public QObject {
     void runOnProducts(CatalogueCommand command);
     bool runKey(const QKeyEvent& key);  // true: dealt with
     void openMenu(int pane, const QPoint& at);
-    void itemClicked(int item);
-    void itemHighlighted(int item, bool enabled, bool separator);
     void pointerMoved(const QObject* widget, const QPoint& globalPosition);
     // Pane of the focused control: a list pane for its list (and, where `orSearchBox`, its search box), else
     // -1.
@@ -63,6 +54,6 @@ class CatalogueBars : public QObject {
     WindowCommands& commands_;
     QWidget* window_;
     CatalogueStatus& status_;
+    CatalogueMenus& menus_;
     QToolBar* toolbar_ = nullptr;
-    platform::PopupMenu* popup_ = nullptr;
 };

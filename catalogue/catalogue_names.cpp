@@ -14,7 +14,7 @@ CatalogueNames::CatalogueNames(QWidget* window, WindowCommands& commands)
       ListView1(&parts_->products.rows()),
       Toolbar1(parts_->bars.toolbar()),
       StatusBar1(parts_->status.bar()),
-      cP(parts_->bars.popup()),
+      cP(parts_->menus.popup()),
       ParentForm(parts_->copies.parentForm),
       PrikaziStanjaVecaOdNule(parts_->status.aboveZero().on),
       PrikaziSveProizvodjace(parts_->status.allManufacturers().on),

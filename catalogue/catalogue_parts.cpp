@@ -19,10 +19,11 @@ CatalogueParts::CatalogueParts(QWidget* window, WindowCommands& commands)
       productCommands(products, groups, manufacturers, copies, window),
       draw(products, groups, copies, window),
       drag(&products.rows(), window),
+      menus(window, status),
       bars({{{&groups, &groupCommands, groups.search().box()},
              {&manufacturers, &manufacturerCommands, manufacturers.search().box()},
              {&products, &productCommands, nullptr}}},
-           commands, window, status) {
+           commands, window, status, menus) {
     const auto readProducts = [this] { products.update(QString(), false); };
     int pane = 0;
     for (ListPane* list : {&groups, &manufacturers}) {

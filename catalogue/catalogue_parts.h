@@ -1,6 +1,7 @@
 #pragma once
 
 #include "catalogue/catalogue_bars.h"
+#include "catalogue/catalogue_menus.h"
 #include "catalogue/catalogue_status.h"
 #include "catalogue/list_commands.h"
 #include "catalogue/list_pane.h"
@@ -24,5 +25,6 @@ struct CatalogueParts {
     ProductCommands productCommands;
     ProductDraw draw;
     ProductDrag drag;
+    CatalogueMenus menus;
     CatalogueBars bars;
 };

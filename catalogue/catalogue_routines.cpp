@@ -28,11 +28,11 @@ QString CatalogueRoutines::SetSortTagData(bool sorted, const QString& field, con
 }
 
 void CatalogueRoutines::cP_Click(int item) {
-    parts_->bars.itemClicked(item);
+    parts_->menus.click(item);
 }
 
 void CatalogueRoutines::cP_ItemHighlight(int item, bool enabled, bool separator) {
-    parts_->bars.itemHighlighted(item, enabled, separator);
+    parts_->menus.highlight(item, enabled, separator);
 }
 
 void CatalogueRoutines::ShowStatusText(const QString& text, bool sticky) {

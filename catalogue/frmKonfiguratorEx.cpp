@@ -50,7 +50,7 @@ frmKonfiguratorEx::frmKonfiguratorEx(QWidget* parent)
     column->addWidget(HSplitter, 1);
     column->addWidget(StatusBar1);
     watch_.watch();
-    parts_->bars.makePopup();
+    parts_->menus.makePopup();
     setTabs();
 }
 
@@ -78,7 +78,7 @@ void frmKonfiguratorEx::load() {
     loaded_ = true;
     moveToPlaceAndSize(this, settings::text(settings::catalogue.WindowData));
     choices_.loadSwitches();
-    const QString menuError = parts_->bars.createMenu();
+    const QString menuError = parts_->menus.create();
     if (!menuError.isEmpty()) {
         box(this, QStringLiteral("Neocekivana greska prilikom stvaranja PopUp menija:\n\n") + menuError,
             BoxIcon::Critical);
@@ -157,7 +157,7 @@ void frmKonfiguratorEx::Unload() {
         ParentForm->setDragEvents(nullptr);
     }
     ParentForm = nullptr;
-    parts_->bars.dropPopup();
+    parts_->menus.dropPopup();
     for (platform::DataControl* each : Data1) {
         each->Close();
     }
