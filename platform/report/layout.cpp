@@ -173,19 +173,17 @@ void Layout::breakPage(size_t repeated) {
     if (y_ <= bodyTop_ + kTolerance) {
         return;  // the next page would have no more room than this one
     }
-    if (keep_ && keep_->top > bodyTop_ + kTolerance) {
-        breakPageKeeping();
+    const std::optional<Keep> kept = std::exchange(keep_, std::nullopt);
+    if (kept && kept->top > bodyTop_ + kTolerance) {
+        breakPageKeeping(*kept);
         return;
     }
-    keep_.reset();
     endPage();
     beginPage(repeated);
 }
 
 // The headers at the page's foot go along to the page of their first row.
-void Layout::breakPageKeeping() {
-    const Keep kept = *keep_;
-    keep_.reset();
+void Layout::breakPageKeeping(const Keep& kept) {
     PageWriter::Lifted lifted = pages_.lift(kept.mark);
     const double height = y_ - kept.top;
     y_ = kept.top;

@@ -60,7 +60,7 @@ class Layout {
     void beginPage(size_t repeated);
     void endPage();
     void breakPage(size_t repeated);
-    void breakPageKeeping();
+    void breakPageKeeping(const Keep& kept);
 
     const Design report_;
     Bands bands_;
