@@ -14,12 +14,11 @@ class SampleCatalog : public sql::Catalog {
     const sql::TableInfo* findTable(std::string_view name) const override;
     sql::StatementPtr findQuery(std::string_view name) const override;
     void setQuery(const std::string& name, const std::string& text);
-
- private:
     // `columns`: names behind a letter and a point; k a counter, l Long, s Single, c Currency, d Date, y
     // Yes/No, t a text of 255 characters, m a text without limit.
     void addTable(const std::string& name, const std::string& columns);
 
+ private:
     std::map<std::string, sql::TableInfo> tables_;
     std::map<std::string, sql::StatementPtr> queries_;
 };
