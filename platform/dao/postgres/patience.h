@@ -7,7 +7,7 @@ namespace dao::postgres {
 
 using Clock = std::chrono::steady_clock;
 
-// How long a call to the server may take.
+// How long a call to the server may take, counted from the making of this.
 class Patience {
  public:
     // As long as the engine waits for a lock, and half a second: the server is the first to end the waiting

@@ -32,9 +32,8 @@ class PostgresWriter : public ::testing::Test {
 };
 
 TEST_F(PostgresWriter, RowKeysAreNumberedBehindWhatTheStatementAsksFor) {
-    const sql::WrittenSelect written = select(
-        "SELECT ID FROM Services WHERE " + manyNumbers("MachineID") + " AND ServiceStarted < Now() AND " +
-        manyNumbers("ID"));
+    const sql::WrittenSelect written = select("SELECT ID FROM Services WHERE " + manyNumbers("MachineID") +
+                                              " AND ServiceStarted < Now() AND " + manyNumbers("ID"));
     ASSERT_EQ(written.parameters.size(), 3U);
     EXPECT_EQ(written.parameters[0].kind, sql::Parameter::Kind::Ids);
     EXPECT_EQ(written.parameters[0].ids->size(), 100U);

@@ -1,4 +1,8 @@
 #include <gtest/gtest.h>
+#include <libpq-fe.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 #include <array>
@@ -115,6 +119,24 @@ TEST(Connecting, IsAloneWithItsKeywords) {
     EXPECT_NE(setting("work_mem"), "12MB");
     EXPECT_EQ(setting("DateStyle"), "ISO, MDY");
     EXPECT_EQ(setting("lock_timeout"), "10s");
+}
+
+// A server that has died while nobody asked it anything is missed within a minute.
+TEST(Connecting, LooksForItsServerByItself) {
+    Proxy proxy(tests::serverPlace());
+    const dao::postgres::Handle handle =
+        dao::postgres::connectTo(proxy.place(), dao::postgres::Clock::now() + std::chrono::seconds(10));
+    const auto option = [&](int level, int name) {
+        int value = -1;
+        socklen_t size = sizeof value;
+        getsockopt(PQsocket(handle.get()), level, name, &value, &size);
+        return value;
+    };
+    EXPECT_EQ(option(SOL_SOCKET, SO_KEEPALIVE), 1);
+    EXPECT_EQ(option(IPPROTO_TCP, TCP_KEEPIDLE), 20);
+    EXPECT_EQ(option(IPPROTO_TCP, TCP_KEEPINTVL), 10);
+    EXPECT_EQ(option(IPPROTO_TCP, TCP_KEEPCNT), 3);
+    EXPECT_EQ(option(IPPROTO_TCP, TCP_USER_TIMEOUT), 50'000);
 }
 
 // What somebody has set up for other programs.
