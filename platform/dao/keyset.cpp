@@ -142,6 +142,8 @@ void Keyset::loadBlock(std::size_t first, std::size_t rows) {
             keys_.key(first + rows - 1, 0) - keys_.key(first, 0) < kSparse * static_cast<std::int64_t>(rows);
         if (dense) {
             loadRange(first, rows);
+        } else if (rows > 1 && !select().fetchList.empty()) {
+            loadList(first, rows);
         } else {
             loadSingly(first, rows);
         }
@@ -209,6 +211,24 @@ void Keyset::loadSingly(std::size_t first, std::size_t rows) {
         }
         const std::size_t at = block_.rows();
         blockRows_.push_back(statement->readRows(block_, 0, nullptr, 1) == 1 ? at : kMissing);
+    }
+}
+
+void Keyset::loadList(std::size_t first, std::size_t rows) {
+    const auto statement = file().store().cached(select().fetchList);
+    const int firstList = driver::bindParameters(*statement, select().parameters);
+    for (int source = 0; source < keys_.stride(); ++source) {
+        auto keys = std::make_shared<sql::IdSet>();
+        for (std::size_t row = first; row < first + rows; ++row) {
+            keys->push_back(keys_.key(row, source));
+        }
+        statement->bindNumbers(firstList + source, std::move(keys));
+    }
+    std::vector<std::int64_t> places;
+    statement->readRows(block_, 1, &places);
+    blockRows_.assign(rows, kMissing);
+    for (std::size_t at = 0; at < places.size(); ++at) {
+        blockRows_[static_cast<std::size_t>(places[at] - 1)] = at;
     }
 }
 

@@ -59,6 +59,7 @@ class Keyset final : public RecordsetImpl {
     bool inBlock(std::size_t row) const { return row - blockStart_ < blockRows_.size(); }
     void loadBlock(std::size_t first, std::size_t rows);
     void loadRange(std::size_t first, std::size_t rows);
+    void loadList(std::size_t first, std::size_t rows);
     const Projection& projection();
     void loadSingly(std::size_t first, std::size_t rows);
     std::optional<std::size_t> findByKey(const sql::Expression& criterion, bool& isKey);

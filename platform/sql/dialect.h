@@ -64,6 +64,12 @@ class Dialect {
     // `key` is the parameter; one that may be Null also where both are.
     virtual std::string isKeyParameter(const std::string& key, int number, bool nullable) const = 0;
 
+    // Lists of row keys, one for each source from the parameter `first` on, as a source of rows "k" with the
+    // keys k1, k2 ... and the place n in the list, from 1; and the condition that a source's `key` is the one
+    // of its list. Empty where the store fetches rows one by one.
+    virtual std::string keyLists(int first, std::size_t sources) const = 0;
+    virtual std::string isListedKey(const std::string& key, std::size_t source, bool nullable) const = 0;
+
     // A set of numbers: its number, the text that stands for it behind FROM with its numbers as
     // "sN.value", and the condition that `field` (`text` in its parentheses) is one of them.
     virtual int addSet(Numbers& numbers, const IdSetPtr& ids) const = 0;

@@ -65,6 +65,23 @@ class PostgresDialect : public Dialect {
         return key + (nullable ? " IS NOT DISTINCT FROM " : " = ") + keyParameter(number);
     }
 
+    std::string keyLists(int first, std::size_t sources) const override {
+        std::string lists;
+        std::string names;
+        for (std::size_t source = 0; source < sources; ++source) {
+            lists += (source == 0 ? "" : ", ") + array(first + static_cast<int>(source));
+            names += "k" + std::to_string(source + 1) + ", ";
+        }
+        return "unnest(" + lists + ") WITH ORDINALITY AS k(" + names + "n)";
+    }
+
+    // The outer side of a join that has no row stands in the list as the lowest number there is.
+    std::string isListedKey(const std::string& key, std::size_t source, bool nullable) const override {
+        const std::string listed = "k.k" + std::to_string(source + 1);
+        return nullable ? key + " IS NOT DISTINCT FROM NULLIF(" + listed + ", '-9223372036854775808'::bigint)"
+                        : key + " = " + listed;
+    }
+
     int addSet(Numbers& numbers, const IdSetPtr& ids) const override {
         return numbers.addParameter({Parameter::Kind::Ids, ids});
     }

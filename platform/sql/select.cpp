@@ -503,6 +503,26 @@ std::string SelectWriter::fetchText() {
     return context_.dialect.select(parts(fetched, listOf(fetched)));
 }
 
+std::string SelectWriter::fetchListText() {
+    Body fetched = body(true);
+    const std::vector<SelectedColumn> keys = keysOf(fetched);
+    const std::string lists = context_.dialect.keyLists(context_.numbers.firstKey(), keys.size());
+    if (lists.empty()) {
+        return {};
+    }
+    for (std::size_t source = 0; source < keys.size(); ++source) {
+        const Sql& key = keys[source].sql;
+        fetched.conditions.push_back(context_.dialect.isListedKey(key.text, source, !key.notNull));
+    }
+    SelectParts list = parts(fetched, listOf(fetched));
+    SelectedColumn place;
+    place.sql.text = "k.n";
+    place.sql.type = Type::Long;
+    list.columns.insert(list.columns.begin(), std::move(place));
+    list.from += ", " + lists;
+    return context_.dialect.select(list);
+}
+
 std::string SelectWriter::fetchRangeText(const Body& whole) const {
     const Leaf& only = leaves_.front();
     const std::string& key = only.keys.front();
@@ -532,6 +552,7 @@ WrittenSelect SelectWriter::write() {
     if (hasKeys_) {
         result.keys = ordered(whole, keysOf(whole));
         result.fetch = fetchText();
+        result.fetchList = fetchListText();
     }
     if (hasKeys_ && leaves_.size() == 1 && leaves_.front().table != nullptr) {
         result.fetchRange = fetchRangeText(whole);

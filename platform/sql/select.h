@@ -63,6 +63,7 @@ class SelectWriter {
     Leaf nested(std::string name);
     void fillSources(WrittenSelect& result) const;
     std::string fetchText();
+    std::string fetchListText();
     std::string fetchRangeText(const Body& whole) const;
 
     const Statement& statement_;

@@ -31,6 +31,9 @@ class SqliteDialect : public Dialect {
         return key + (nullable ? " IS " : " = ") + keyParameter(number);
     }
 
+    std::string keyLists(int, std::size_t) const override { return {}; }
+    std::string isListedKey(const std::string&, std::size_t, bool) const override { return {}; }
+
     int addSet(Numbers& numbers, const IdSetPtr& ids) const override { return numbers.addIdSet(ids); }
 
     std::string setSource(int number) const override {

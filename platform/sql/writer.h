@@ -46,6 +46,10 @@ struct WrittenSelect {
     std::string fetch;  // the columns of one row; the first parameter behind `parameters` is the row key of
                         // sources[0], the next one of sources[1] ... (Null is met by Null, since an outer
                         // side may be absent)
+    // The columns of many rows behind their places in the list, from 1: the parameters behind `parameters`
+    // are lists of row keys, one for each source. Rows that are gone are left out. Empty where the store
+    // fetches one by one.
+    std::string fetchList;
     // One source only, else empty: row key first, then the columns, of all rows of that table with a row key
     // between the first and the second parameter behind `parameters`, ascending, whatever the statement's own
     // conditions say (the key list knows those).

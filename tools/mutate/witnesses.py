@@ -19,6 +19,7 @@ PROGRAMS = {
     "platform/report": [("test_report", "*"), ("test_documents", "*")],
     "platform/system": [("test_system", "*"), ("test_shell", "*")],
     "platform/dao": [("test_dao", "*"), ("test_data", "*")],
+    "platform/dao/postgres": [("test_server", "*")],
     "platform/sql": [("test_sql", "*"), ("test_dao", "*")],
 }
 TEST = re.compile(r"^TEST(_F|_P)?\(\s*(\w+),\s*(\w+)\s*\)", re.MULTILINE)

@@ -47,9 +47,11 @@ void Link::connect() {
 // one makes the others can change.
 void Link::workAsOwner() {
     const Result owner = connection_->run(
-        "SELECT quote_ident(pg_get_userbyid(nspowner)), pg_get_userbyid(nspowner) = current_user"
-        " FROM pg_namespace WHERE nspname = 'dao'");
-    if (owner.rows() == 1 && !owner.boolean(0, 1)) {
+        "SELECT quote_ident(pg_get_userbyid(o.owner)) FROM ("
+        "SELECT coalesce((SELECT nspowner FROM pg_namespace WHERE nspname = 'dao'),"
+        " (SELECT datdba FROM pg_database WHERE datname = current_database())) AS owner) AS o"
+        " WHERE pg_get_userbyid(o.owner) <> current_user AND pg_has_role(o.owner, 'MEMBER')");
+    if (owner.rows() == 1) {
         connection_->execute("SET ROLE " + std::string(owner.text(0, 0)));
     }
 }

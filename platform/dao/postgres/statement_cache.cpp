@@ -43,7 +43,7 @@ std::vector<std::string> StatementCache::takeLeft() {
     return std::exchange(left_, {});
 }
 
-void StatementCache::leave(Address place) {
+void StatementCache::leave(Place place) {
     left_.push_back(place->name);
     byKey_.erase(place->key);
     recent_.erase(place);

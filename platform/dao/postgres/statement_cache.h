@@ -30,12 +30,12 @@ class StatementCache {
         std::string key;
         std::string name;
     };
-    using Address = std::list<Kept>::iterator;
-    void leave(Address place);
+    using Place = std::list<Kept>::iterator;
+    void leave(Place place);
 
     std::size_t capacity_;
     std::list<Kept> recent_;  // last used first
-    std::unordered_map<std::string_view, Address> byKey_;
+    std::unordered_map<std::string_view, Place> byKey_;
     std::vector<std::string> left_;
     long long named_ = 0;
 };

@@ -295,8 +295,9 @@ TEST_F(Bounds, ALockIsBoundedInLongWorkToo) {
     dao::driver::setLockTimeout(200);
     Connection other(database_.place());
     other.run("SELECT pg_advisory_lock(7)");
-    const Patience long_ = Patience::whileTrue([] { return true; });
-    EXPECT_EQ(failureOf([&] { connection_.run("SELECT pg_advisory_lock(7)", {}, long_); }).number,
+    const auto end = dao::postgres::Clock::now() + 10s;
+    const Patience patience = Patience::whileTrue([&] { return dao::postgres::Clock::now() < end; });
+    EXPECT_EQ(failureOf([&] { connection_.run("SELECT pg_advisory_lock(7)", {}, patience); }).number,
               dao::errLocked);
 }
 
@@ -311,6 +312,17 @@ TEST_F(Bounds, AStatementThatTakesTooLongIsStopped) {
     for (int i = 0; i < 20; ++i) {
         EXPECT_EQ(number("SELECT 5::int8 FROM pg_sleep(0.01)"), 5);
     }
+}
+
+// The server's word counts, also where it was being stopped.
+TEST_F(Bounds, WhatElseWentWrongWhileStoppingIsTold) {
+    const Failure failure = failureOf([&] {
+        connection_.execute(
+            "DO $$ BEGIN PERFORM pg_sleep(60);"
+            " EXCEPTION WHEN query_canceled THEN RAISE EXCEPTION 'full' USING ERRCODE = '53100'; END $$",
+            Patience(300ms));
+    });
+    EXPECT_EQ(failure.number, dao::errNotEnoughSpace);
 }
 
 TEST_F(Bounds, LongWorkGoesOnUntilItIsGivenUp) {

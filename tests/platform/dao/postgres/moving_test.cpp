@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "platform/dao/dao_shop.h"
+#include "platform/dao/postgres/connection.h"
 #include "platform/dao/postgres/place.h"
 #include "platform/dao/postgres/shop_making.h"
 #include "platform/dao/postgres/signpost.h"
@@ -213,6 +214,41 @@ TEST_F(MovingTest, TheServerIsSetBackToABackupAsAWhole) {
     DBEngine::CopyDatabase(backup, path);
     EXPECT_EQ(everythingIn(path), before);
     EXPECT_TRUE(postgres::isSignpost(path)) << "the signpost is not what is replaced";
+}
+
+// As docs/server.md has it: a role that nobody logs in as owns the shop, and each member of staff has one of
+// his own.
+TEST_F(MovingTest, WhatOnePersonMakesTheOthersCanChange) {
+    postgres::Address place = database.place();
+    const std::string owner = place.dbname + "_owner";
+    const std::string mira = place.dbname + "_mira";
+    const std::string jovan = place.dbname + "_jovan";
+    const std::string guest = place.dbname + "_guest";
+    {
+        postgres::Connection keeper(place);
+        keeper.execute("CREATE ROLE " + owner + " NOLOGIN; CREATE ROLE " + mira + " LOGIN IN ROLE " + owner +
+                       "; CREATE ROLE " + jovan + " LOGIN IN ROLE " + owner + "; CREATE ROLE " + guest +
+                       " LOGIN; ALTER DATABASE " + place.dbname + " OWNER TO " + owner);
+    }
+    place.user = mira;
+    moveToServer(path, kConnect,
+                 "host='" + place.host + "' dbname='" + place.dbname + "' user='" + mira + "'");
+    place.user = jovan;
+    const std::string other = folder.file("Jovan.mdb");
+    postgres::writeSignpost(other, place);
+    {
+        Database db = daotest::openShop(other);
+        db.CreateQueryDef("Ours", "SELECT * FROM Services");
+        db.Execute("DELETE FROM Services WHERE ID = 7");
+        db.TableDefs().Delete("ServiceTypes");
+        DBEngine::CompactDatabase(other, {}, kConnect);
+    }
+    EXPECT_EQ(daotest::openShop(path).QueryDefs()["Ours"].SQL(), "SELECT * FROM Services");
+    place.user = guest;
+    const std::string outside = folder.file("Guest.mdb");
+    postgres::writeSignpost(outside, place);
+    EXPECT_NE(errorOf([&] { daotest::openShop(outside); }), 0) << "who is no member does not get in";
+    EXPECT_NE(DBEngine::Errors().front().Description.find("permission"), std::string::npos);
 }
 
 TEST_F(MovingTest, RepairAndCompactionLeaveTheServersShopInItsPlace) {
