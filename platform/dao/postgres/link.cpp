@@ -11,7 +11,6 @@ namespace {
 // What the first of a lock's two numbers stands for.
 constexpr int kPresence = 76001;
 constexpr int kNumbers = 76002;
-constexpr int kWriters = 76003;
 
 // Whoever comes in the middle of a compaction waits for it.
 constexpr std::chrono::milliseconds kPatience{1000};
@@ -36,7 +35,7 @@ std::shared_ptr<Link> Link::to(const Address& address) {
 }
 
 void Link::connect() {
-    writer_.reset();
+    writer_.letGo();
     connection_.reset();
     connection_ = std::make_unique<Connection>(address_);
     workAsOwner();
@@ -148,21 +147,6 @@ bool Link::holdNumber(int number) {
 void Link::leaveNumber(int number) noexcept {
     numbers_.erase(number);
     unlock(kNumbers, number);
-}
-
-int Link::writer() {
-    Connection& server = connection();
-    if (!writer_) {
-        constexpr int kMost = 9999;
-        const Result answer =
-            server.run("SELECT n FROM generate_series(0, $2) AS n WHERE pg_try_advisory_lock($1, n) LIMIT 1",
-                       Parameters().integer4(kWriters).integer4(kMost));
-        if (answer.rows() == 0) {
-            fail(errLocked);
-        }
-        writer_ = static_cast<int>(answer.integer(0, 0));
-    }
-    return *writer_;
 }
 
 }  // namespace dao::postgres

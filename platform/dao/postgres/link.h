@@ -2,11 +2,11 @@
 
 #include <map>
 #include <memory>
-#include <optional>
 #include <set>
 #include <string>
 
 #include "platform/dao/postgres/connection.h"
+#include "platform/dao/postgres/writer_row.h"
 
 namespace dao::postgres {
 
@@ -39,8 +39,7 @@ class Link {
     bool holdNumber(int number);
     void leaveNumber(int number) noexcept;
 
-    // Our row in the table of writers: no other process has this number while we are connected.
-    int writer();
+    WriterRow& writer() { return writer_; }
 
  private:
     explicit Link(Address address) : address_(std::move(address)) {}
@@ -56,7 +55,7 @@ class Link {
     int shared_ = 0;
     int exclusive_ = 0;
     std::set<int> numbers_;
-    std::optional<int> writer_;
+    WriterRow writer_;
 };
 
 }  // namespace dao::postgres

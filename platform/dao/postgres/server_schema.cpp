@@ -148,7 +148,8 @@ std::vector<Relation> ServerStore::relations() {
 }
 
 void ServerStore::changeSchema(const std::string& text) {
-    link_->connection().execute(text);
+    noteWritten();
+    connection().execute(text);
     run("UPDATE dao.shop SET schema_version = schema_version + 1");
     seen_.reset();
     ++schemaChanges_;
@@ -158,7 +159,8 @@ void ServerStore::changeSchema(const std::string& text) {
 void ServerStore::needTextDomain(int size) {
     const std::string name = textDomain(size);
     if (!run("SELECT to_regtype($1) IS NOT NULL", Parameters().text(name)).boolean(0, 0)) {
-        link_->connection().execute(createTextDomain(size));
+        noteWritten();
+        connection().execute(createTextDomain(size));
     }
 }
 
@@ -197,7 +199,6 @@ void ServerStore::empty() {
         text += (text.empty() ? "DROP TABLE " : ", ") + tableName(table.name);
     }
     changeSchema(text + (text.empty() ? "" : " CASCADE; ") + "DELETE FROM dao.queries");
-    noteWritten();
 }
 
 void ServerStore::createIndex(const std::string& table, const std::string& field, bool unique) {

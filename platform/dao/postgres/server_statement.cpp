@@ -81,7 +81,7 @@ void bindValue(Parameters& parameters, const Value& value, dao::Type type) {
     std::visit(Binder{parameters, columnType(type)}, value.store());
 }
 
-ServerStatement::ServerStatement(std::shared_ptr<Asked*> store, std::string text)
+ServerStatement::ServerStatement(std::shared_ptr<StatementRunner*> store, std::string text)
     : store_(std::move(store)), text_(std::move(text)) {}
 
 ServerStatement::Bound& ServerStatement::at(int index) {

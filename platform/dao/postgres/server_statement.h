@@ -6,25 +6,14 @@
 
 #include "platform/dao/driver.h"
 #include "platform/dao/postgres/parameters.h"
-#include "platform/dao/postgres/result.h"
+#include "platform/dao/postgres/statement_runner.h"
 
 namespace dao::postgres {
 
-// Whom a statement asks: the store that it belongs to.
-class Asked {
- public:
-    Asked() = default;
-    Asked(const Asked&) = delete;
-    Asked& operator=(const Asked&) = delete;
-    virtual ~Asked() = default;
-    virtual Result run(const std::string& text, const Parameters& parameters) = 0;
-    virtual void noteWritten() = 0;  // rows of the shop, in the transaction that is open
-};
-
 class ServerStatement final : public driver::Statement {
  public:
-    // `store` holds nullptr once the store is gone: errObjectClosed then.
-    ServerStatement(std::shared_ptr<Asked*> store, std::string text);
+    // The store outlives its statements' use, not them: one that is gone fails with errObjectClosed.
+    ServerStatement(std::shared_ptr<StatementRunner*> store, std::string text);
 
     void bind(int index, const Value& value) override;
     void bindInteger(int index, std::int64_t value) override;
@@ -41,7 +30,7 @@ class ServerStatement final : public driver::Statement {
     Bound& at(int index);
     Result ask();
 
-    std::shared_ptr<Asked*> store_;
+    std::shared_ptr<StatementRunner*> store_;
     std::string text_;
     std::vector<Bound> bound_;
 };

@@ -1,15 +1,25 @@
 #include "platform/dao/postgres/server_store.h"
 
 #include <algorithm>
+#include <thread>
 
 #include "platform/dao/failure.h"
 #include "platform/dao/limits.h"
+#include "platform/dao/postgres/loss.h"
 #include "platform/dao/postgres/quoting.h"
 #include "platform/dao/postgres/server_statement.h"
 #include "platform/text/order.h"
 
 namespace dao::postgres {
 namespace {
+
+// How long a commit whose answer was lost is asked after: within a minute a server notices that a connection
+// is dead.
+constexpr std::chrono::seconds kToLearn{60};
+constexpr std::chrono::milliseconds kNap{100};
+
+// Where a transaction goes back to when a statement in it is refused.
+constexpr const char* kSound = "SAVEPOINT dao_sound";
 
 std::string levelName(int level) {
     return "dao_level" + std::to_string(level);
@@ -34,7 +44,7 @@ std::string bytesOf(std::string_view name) {
 }  // namespace
 
 ServerStore::ServerStore(std::shared_ptr<Link> link, Unfinished)
-    : self_(std::make_shared<Asked*>(static_cast<Asked*>(this))), link_(std::move(link)) {}
+    : self_(std::make_shared<StatementRunner*>(this)), link_(std::move(link)) {}
 
 ServerStore::ServerStore(std::shared_ptr<Link> link) : ServerStore(std::move(link), Unfinished{}) {
     const Result shop = run("SELECT to_regclass('dao.shop') IS NOT NULL");
@@ -60,8 +70,50 @@ const sql::Writer& ServerStore::writer() const {
     return sql::postgresWriter();
 }
 
+bool ServerStore::isSame() const {
+    return begunIn_ && link_->isConnected() && *begunIn_ == link_->session();
+}
+
+// What is left of a lost transaction must not be written alone.
+Connection& ServerStore::connection() {
+    if (begunIn_ && !isSame()) {
+        fail(errDiskIo, "The transaction was lost by an earlier error; it can only be rolled back.");
+    }
+    return link_->connection();
+}
+
+// A question asked twice does no harm, whatever came of it the first time.
 Result ServerStore::run(const std::string& text, const Parameters& parameters) {
-    return link_->connection().run(text, parameters);
+    Result answer{nullptr};
+    if (!begunIn_ && text.starts_with("SELECT") &&
+        withoutLoss([&] { answer = connection().run(text, parameters); })) {
+        return answer;
+    }
+    try {
+        return connection().run(text, parameters);
+    } catch (const Error&) {
+        restore();
+        throw;
+    }
+}
+
+// The server takes nothing more in a transaction in which it has refused a statement. What had been written
+// before is given up only by whoever wrote it.
+void ServerStore::restore() noexcept {
+    if (!sound_ || !isSame() || connection().transactionState() != TransactionState::kFailed) {
+        return;
+    }
+    const QuietErrors quiet;
+    try {
+        connection().execute("ROLLBACK TO " + std::string(kSound));
+    } catch (const Error&) {
+        rollback();
+    }
+}
+
+void ServerStore::noteWritten() {
+    wrote_ = true;
+    sound_ = false;
 }
 
 std::shared_ptr<driver::Statement> ServerStore::prepare(std::string_view text) {
@@ -73,50 +125,90 @@ std::shared_ptr<driver::Statement> ServerStore::cached(const std::string& text) 
     return prepare(text);
 }
 
-void ServerStore::beginWrite() {
-    link_->writer();
-    link_->connection().execute("BEGIN");
-    reading_ = false;
-    wroteRows_ = false;
+// Where the connection was lost while nobody used it, nothing had begun yet.
+void ServerStore::begin(const std::string& text) {
+    const auto start = [&] {
+        Connection& server = link_->connection();
+        link_->writer().number(server);
+        server.execute(text);
+    };
+    begunIn_.reset();
+    if (!withoutLoss(start)) {
+        start();
+    }
+    begunIn_ = link_->session();
     seen_.reset();
+    wrote_ = false;
+}
+
+void ServerStore::beginWrite() {
+    begin("BEGIN;" + std::string(kSound));
+    reading_ = false;
+    sound_ = true;
 }
 
 void ServerStore::beginRead() {
-    link_->writer();
-    link_->connection().execute("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY");
+    begin("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY");
     reading_ = true;
-    seen_.reset();
+    sound_ = false;
 }
 
 void ServerStore::commit() {
-    if (!inTransaction() || link_->connection().transactionState() == TransactionState::kFailed) {
+    if (!inTransaction() || connection().transactionState() == TransactionState::kFailed) {
         fail(errDiskIo, "The transaction was lost by an earlier error; nothing of it was written.");
     }
-    if (wroteRows_) {
-        run("INSERT INTO dao.writers AS w (number, version) VALUES ($1, 1)"
-            " ON CONFLICT (number) DO UPDATE SET version = w.version + 1",
-            Parameters().integer4(link_->writer()));
+    if (wrote_) {
+        link_->writer().raise(connection());
     }
-    link_->connection().execute("COMMIT");
-    wroteRows_ = false;
+    if (!withoutLoss([&] { connection().execute("COMMIT"); })) {
+        needCommitted();
+    }
+    begunIn_.reset();
+    wrote_ = false;
+}
+
+// The server may have written all of it and could not say so any more.
+void ServerStore::needCommitted() {
+    const std::string where =
+        "The server of " + placeText(link_->address()) + " was lost in the middle of a change; ";
+    std::optional<bool> committed;
+    const auto until = Clock::now() + kToLearn;
+    while (wrote_ && !committed && Clock::now() < until) {
+        const QuietErrors quiet;
+        try {
+            committed = link_->writer().wasCommitted(link_->connection());
+        } catch (const Error&) {
+            // It is not there yet.
+        }
+        if (!committed) {
+            std::this_thread::sleep_for(kNap);
+        }
+    }
+    if (!wrote_ || committed == false) {
+        fail(errDiskIo, where + "nothing of it was written.");
+    }
+    if (!committed) {
+        fail(errDiskIo, where + "whether it was written is not known: look before doing it again.");
+    }
 }
 
 void ServerStore::rollback() noexcept {
-    if (!inTransaction()) {
-        return;
+    const bool open = inTransaction();
+    if (open) {
+        const QuietErrors quiet;
+        try {
+            connection().execute("ROLLBACK");
+        } catch (const Error&) {
+            // The connection is gone; so is the transaction.
+        }
     }
-    const QuietErrors quiet;
-    try {
-        link_->connection().execute("ROLLBACK");
-    } catch (const Error&) {
-        // The connection is gone; so is the transaction.
-    }
-    wroteRows_ = false;
+    begunIn_.reset();
+    wrote_ = false;
     seen_.reset();
 }
 
 bool ServerStore::inTransaction() const {
-    if (!link_->isConnected()) {
+    if (!isSame()) {
         return false;
     }
     const TransactionState state = link_->connection().transactionState();
@@ -124,10 +216,13 @@ bool ServerStore::inTransaction() const {
 }
 
 void ServerStore::savepoint(int level) {
-    link_->connection().execute("SAVEPOINT " + levelName(level));
+    connection().execute("RELEASE " + std::string(kSound) + ";SAVEPOINT " + levelName(level) + ';' + kSound);
+    sound_ = true;
 }
+
 void ServerStore::release(int level) {
-    link_->connection().execute("RELEASE SAVEPOINT " + levelName(level));
+    connection().execute("RELEASE SAVEPOINT " + levelName(level) + ';' + kSound);
+    sound_ = true;
 }
 
 void ServerStore::rollbackTo(int level) noexcept {
@@ -136,8 +231,9 @@ void ServerStore::rollbackTo(int level) noexcept {
     }
     const QuietErrors quiet;
     try {
-        link_->connection().execute("ROLLBACK TO SAVEPOINT " + levelName(level) + "; RELEASE SAVEPOINT " +
-                                    levelName(level));
+        const std::string name = levelName(level);
+        connection().execute("ROLLBACK TO SAVEPOINT " + name + ";RELEASE SAVEPOINT " + name + ';' + kSound);
+        sound_ = true;
     } catch (const Error&) {
         rollback();
     }
@@ -163,6 +259,7 @@ bool ServerStore::holdRow(const std::string& table, std::int64_t key) {
     const Result found = run("SELECT 1 FROM " + tableName(table) + " WHERE " + keyColumn(described(table)) +
                                  " = $1 FOR NO KEY UPDATE",
                              Parameters().integer8(key));
+    sound_ = false;  // going back would let it go
     return found.rows() == 1;
 }
 
@@ -175,7 +272,7 @@ ServerStore::Versions ServerStore::versions() {
             " (SELECT coalesce(sum(version), 0)::bigint FROM dao.writers WHERE number <> $1),"
             " (SELECT count(*) FROM dao.queries), (SELECT coalesce(max(version), 0) FROM dao.queries)"
             " FROM dao.shop AS s",
-            Parameters().integer4(link_->writer()));
+            Parameters().integer4(link_->writer().number(connection())));
     const Versions now{found.integer(0, 0), found.integer(0, 1), found.integer(0, 2), found.integer(0, 3)};
     seen_ = now;
     newestSchema_ = now.schema;
@@ -199,6 +296,7 @@ int ServerStore::form() {
 }
 void ServerStore::setForm(int form) {
     run("UPDATE dao.shop SET form = $1", Parameters().integer4(form));
+    noteWritten();
 }
 
 void ServerStore::readAllKeys(const std::string& table, std::vector<std::int64_t>& keys) {
@@ -357,12 +455,15 @@ std::int64_t ServerStore::writeQuery(std::string_view name, std::string_view tex
         "INSERT INTO dao.queries (key, name, version, sql) VALUES ($1, $2, nextval('dao.query_texts'), $3)"
         " ON CONFLICT (key) DO UPDATE SET version = EXCLUDED.version, sql = EXCLUDED.sql RETURNING version",
         Parameters().bytes(key).text(name).text(text));
+    noteWritten();
     return written.integer(0, 0);
 }
 
 bool ServerStore::dropQuery(std::string_view name) {
     const std::string key = bytesOf(name);
-    return run("DELETE FROM dao.queries WHERE key = $1", Parameters().bytes(key)).affected() != 0;
+    const Result gone = run("DELETE FROM dao.queries WHERE key = $1", Parameters().bytes(key));
+    noteWritten();
+    return gone.affected() != 0;
 }
 
 }  // namespace dao::postgres

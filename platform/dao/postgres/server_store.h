@@ -8,7 +8,7 @@
 
 #include "platform/dao/driver.h"
 #include "platform/dao/postgres/link.h"
-#include "platform/dao/postgres/server_statement.h"
+#include "platform/dao/postgres/statement_runner.h"
 
 namespace dao::postgres {
 
@@ -18,7 +18,11 @@ namespace dao::postgres {
 // A transaction that only reads sees one state of the shop throughout; one that writes holds the rows that it
 // writes, and nobody else's. What was written raises the number of this workstation's row in dao.writers, in
 // the same transaction: so others see with the rows that something has changed.
-class ServerStore final : public driver::Store, private Asked {
+//
+// A statement that the server refuses fails alone: what the transaction has written before it stands. A
+// connection that was lost takes its transaction with it, and nothing more is written or read in that one;
+// outside of transactions a new connection is made without a word.
+class ServerStore final : public driver::Store, public StatementRunner {
  public:
     explicit ServerStore(std::shared_ptr<Link> link);  // errUnrecognisedFormat: no shop there; errNewerForm
     // One that is being made.
@@ -81,6 +85,9 @@ class ServerStore final : public driver::Store, private Asked {
 
     // Takes away all tables and stored queries.
     void empty();
+    // A statement of this store's own.
+    Result run(const std::string& text, const Parameters& parameters = {}) override;
+    void noteWritten() override;
 
  private:
     // What tells at one glance whether anything has changed.
@@ -95,9 +102,11 @@ class ServerStore final : public driver::Store, private Asked {
         std::int64_t version = 0;
     };
 
-    Result run(const std::string& text, const Parameters& parameters) override;
-    Result run(const std::string& text) { return run(text, {}); }
-    void noteWritten() override { wroteRows_ = true; }
+    void begin(const std::string& text);
+    Connection& connection();  // errDiskIo where the open transaction went with an earlier one
+    bool isSame() const;       // the connection that the open transaction was begun on
+    void needCommitted();
+    void restore() noexcept;
     Versions versions();
     void changeSchema(const std::string& text);
     void needTextDomain(int size);
@@ -111,13 +120,15 @@ class ServerStore final : public driver::Store, private Asked {
     Parameters counterOf(const std::string& table);
     void refreshQueries();
 
-    std::shared_ptr<Asked*> self_;  // for its statements: holds nullptr once the store is gone
+    std::shared_ptr<StatementRunner*> self_;  // for its statements: holds nullptr once the store is gone
     std::shared_ptr<Link> link_;
-    bool reading_ = false;            // the open transaction sees one state throughout
-    bool wroteRows_ = false;          // in the open transaction
-    std::optional<Versions> seen_;    // by the reading transaction that is open
-    std::int64_t schemaChanges_ = 0;  // of our own
-    std::int64_t newestSchema_ = -1;  // that anybody asked for
+    std::optional<std::int64_t> begunIn_;  // the link's session that the open transaction was begun in
+    bool reading_ = false;                 // the open transaction sees one state throughout
+    bool wrote_ = false;                   // in the open transaction
+    bool sound_ = false;                   // nothing was written since its last savepoint
+    std::optional<Versions> seen_;         // by the reading transaction that is open
+    std::int64_t schemaChanges_ = 0;       // of our own
+    std::int64_t newestSchema_ = -1;       // that anybody asked for
     std::pair<std::int64_t, std::int64_t> describedIn_{-1,
                                                        -1};  // both, as they were when described_ was read
     std::map<std::string, sql::TableInfo> described_;

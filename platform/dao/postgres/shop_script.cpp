@@ -17,7 +17,12 @@ CREATE TABLE dao.shop (
 );
 CREATE TABLE dao.queries (key bytea PRIMARY KEY, name text NOT NULL, version bigint NOT NULL, sql text NOT NULL);
 CREATE SEQUENCE dao.query_texts;
-CREATE TABLE dao.writers (number integer PRIMARY KEY, version bigint NOT NULL);
+CREATE TABLE dao.writers (
+    number integer PRIMARY KEY,
+    version bigint NOT NULL,
+    mark bigint NOT NULL,
+    written timestamptz NOT NULL
+);
 
 -- A number that is given is never given again, whatever becomes of the row it is for.
 CREATE FUNCTION dao.next_number(counter text, above bigint) RETURNS bigint LANGUAGE plpgsql AS $$

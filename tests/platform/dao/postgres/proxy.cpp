@@ -82,6 +82,26 @@ void Proxy::replace(std::string from, std::string to) {
     to_ = std::move(to);
 }
 
+void Proxy::hangUpAtAnswer(std::string text) {
+    const std::lock_guard<std::mutex> guard(choosing_);
+    lastAnswer_ = std::move(text);
+}
+
+void Proxy::hangUpAtQuestion(std::string text) {
+    const std::lock_guard<std::mutex> guard(choosing_);
+    lastQuestion_ = std::move(text);
+}
+
+bool Proxy::isToHangUp(const std::string& said, bool isServer) {
+    const std::lock_guard<std::mutex> guard(choosing_);
+    std::string& text = isServer ? lastAnswer_ : lastQuestion_;
+    if (text.empty() || said.find(text) == std::string::npos) {
+        return false;
+    }
+    text.clear();
+    return true;
+}
+
 void Proxy::work() {
     while (!over_) {
         std::vector<pollfd> watched{{listener_, POLLIN, 0}};
@@ -132,6 +152,9 @@ bool Proxy::forward(int from, int to, bool isServer) {
         return false;
     }
     std::string said(room.data(), static_cast<std::size_t>(got));
+    if (isToHangUp(said, isServer)) {
+        return false;
+    }
     if (isServer && !from_.empty()) {
         if (const std::size_t at = said.find(from_); at != std::string::npos) {
             said.replace(at, from_.size(), to_);

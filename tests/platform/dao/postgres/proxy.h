@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <mutex>
 #include <string>
 #include <thread>
 #include <vector>
@@ -20,6 +21,10 @@ class Proxy {
     // The server, as it is reached through here.
     dao::postgres::Address place() const;
     void goDead() { dead_ = true; }
+    // Hangs up, once, instead of passing on what has this text in it: what the server says, or what it is
+    // told.
+    void hangUpAtAnswer(std::string text);
+    void hangUpAtQuestion(std::string text);
     // A port that nobody has at this moment.
     static std::string freePort();
     // In what the server says from now on; both are of one length.
@@ -34,6 +39,7 @@ class Proxy {
     void work();
     void accept();
     bool forward(int from, int to, bool isServer);
+    bool isToHangUp(const std::string& said, bool isServer);
 
     dao::postgres::Address server_;
     int listener_ = -1;
@@ -41,6 +47,9 @@ class Proxy {
     std::vector<Pair> pairs_;
     std::string from_;
     std::string to_;
+    std::mutex choosing_;
+    std::string lastAnswer_;
+    std::string lastQuestion_;
     std::atomic<bool> dead_ = false;
     std::atomic<bool> over_ = false;
     std::thread worker_;

@@ -1,0 +1,71 @@
+#include "platform/dao/postgres/writer_row.h"
+
+#include <random>
+
+#include "platform/dao/failure.h"
+
+namespace dao::postgres {
+namespace {
+
+constexpr int kWriters = 76003;  // what the first of the lock's two numbers stands for
+constexpr int kMost = 9999;
+
+std::int64_t newMark() {
+    std::random_device device;
+    return static_cast<std::int64_t>(std::uint64_t{device()} << 32 | device());
+}
+
+}  // namespace
+
+WriterRow::WriterRow() : mark_(newMark()) {}
+
+// The CASE keeps the server from trying the lock of a number that it must not take.
+int WriterRow::number(Connection& server) {
+    if (held_ || (number_ && tryHold(server, *number_))) {
+        return *number_;
+    }
+    const Result found = server.run(
+        "SELECT n FROM generate_series(0, $2) AS n WHERE CASE WHEN EXISTS"
+        " (SELECT 1 FROM dao.writers AS w WHERE w.number = n AND w.mark <> $3"
+        " AND w.written > clock_timestamp() - interval '1 hour')"
+        " THEN false ELSE pg_try_advisory_lock($1, n) END LIMIT 1",
+        Parameters().integer4(kWriters).integer4(kMost).integer8(mark_));
+    if (found.rows() == 0) {
+        fail(errLocked);
+    }
+    number_ = static_cast<int>(found.integer(0, 0));
+    held_ = true;
+    return *number_;
+}
+
+bool WriterRow::tryHold(Connection& server, int number) {
+    held_ =
+        server.run("SELECT pg_try_advisory_lock($1, $2)", Parameters().integer4(kWriters).integer4(number))
+            .boolean(0, 0);
+    return held_;
+}
+
+void WriterRow::raise(Connection& server) {
+    const Result raised = server.run(
+        "INSERT INTO dao.writers AS w (number, version, mark, written) VALUES ($1, 1, $2, clock_timestamp())"
+        " ON CONFLICT (number) DO UPDATE SET version = w.version + 1, mark = EXCLUDED.mark,"
+        " written = EXCLUDED.written RETURNING version",
+        Parameters().integer4(number(server)).integer8(mark_));
+    raisedTo_ = raised.integer(0, 0);
+}
+
+// Once the number is ours again the old connection is gone, and with it whatever might still have been on its
+// way to being committed.
+std::optional<bool> WriterRow::wasCommitted(Connection& server) {
+    if (!held_ && !tryHold(server, number_.value())) {
+        return std::nullopt;
+    }
+    const Result row = server.run("SELECT version, mark = $2 FROM dao.writers WHERE number = $1",
+                                  Parameters().integer4(*number_).integer8(mark_));
+    if (row.rows() == 0 || row.integer(0, 0) < raisedTo_) {
+        return false;
+    }
+    return row.boolean(0, 1) ? std::optional(true) : std::nullopt;
+}
+
+}  // namespace dao::postgres

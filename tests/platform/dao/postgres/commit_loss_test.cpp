@@ -1,0 +1,132 @@
+// A connection that breaks off at the worst of moments, under a store that writes.
+#include <gtest/gtest.h>
+
+#include "failures.h"
+#include "platform/dao/postgres/server_store.h"
+#include "platform/dao/postgres/shop_making.h"
+#include "proxy.h"
+#include "support/server_cluster.h"
+
+using dao::Value;
+using dao::driver::FieldValue;
+using dao::postgres::Connection;
+using dao::postgres::Link;
+using dao::postgres::NewShop;
+using dao::postgres::Parameters;
+using dao::postgres::ServerStore;
+
+namespace {
+
+constexpr const char* kGone = "it can only be rolled back";
+
+class CommitLoss : public ::testing::Test {
+ protected:
+    void SetUp() override {
+        NewShop made(database_.place());
+        dao::TableDef table("Grupe");
+        table.Append({"ID", dao::dbLong, 0, true});
+        table.Append({"Grupa", dao::dbText, 50});
+        made.store().createTable(table);
+        made.finish();
+    }
+
+    static void insert(ServerStore& store, const char* name) {
+        const Value value(name);
+        const FieldValue field{"Grupa", &value};
+        store.insertRow("Grupe", {&field, 1});
+    }
+    std::string names() {
+        return std::string(
+            Connection(database_.place())
+                .run("SELECT coalesce(string_agg(\"Grupa\", ' ' ORDER BY \"ID\"), '') FROM shop.\"Grupe\"")
+                .text(0, 0));
+    }
+    void endAllConnections() {
+        Connection(database_.place())
+            .run(
+                "SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity"
+                " WHERE datname = current_database() AND pid <> pg_backend_pid()");
+    }
+
+    tests::ServerDatabase database_;
+    Proxy proxy_{database_.place()};
+};
+
+TEST_F(CommitLoss, ACommitWhoseAnswerWasLostIsKnownToHaveComeAbout) {
+    ServerStore store(Link::to(proxy_.place()));
+    for (const char* name : {"Monitori", "Kablovi"}) {
+        store.beginWrite();
+        insert(store, name);
+        proxy_.hangUpAtAnswer("COMMIT");
+        store.commit();
+        EXPECT_FALSE(store.inTransaction());
+    }
+    EXPECT_EQ(names(), "Monitori Kablovi");
+}
+
+TEST_F(CommitLoss, ACommitThatNeverArrivedIsSaidToHaveWrittenNothing) {
+    ServerStore store(Link::to(proxy_.place()));
+    for (int time = 0; time < 2; ++time) {
+        store.beginWrite();
+        insert(store, "Monitori");
+        proxy_.hangUpAtQuestion("COMMIT");
+        const Failure failure = failureOf([&] { store.commit(); });
+        EXPECT_EQ(failure.number, dao::errDiskIo);
+        EXPECT_TRUE(failure.says("nothing of it was written")) << failure.sentence;
+        store.rollback();
+        EXPECT_EQ(names(), time == 0 ? "" : "Stampaci");
+        store.beginWrite();
+        insert(store, "Stampaci");
+        store.commit();
+    }
+    EXPECT_EQ(names(), "Stampaci Stampaci");
+}
+
+// Another workstation took this one's number long after its last writing.
+TEST_F(CommitLoss, WhatCannotBeToldIsNotClaimed) {
+    ServerStore store(Link::to(proxy_.place()));
+    store.beginWrite();
+    insert(store, "Monitori");
+    Link& link = *Link::to(proxy_.place());
+    link.writer().raise(link.connection());
+    const int number = link.writer().number(link.connection());
+    store.rollback();
+    Connection(database_.place())
+        .run("INSERT INTO dao.writers VALUES ($1, 5, 1, now())", Parameters().integer4(number));
+    EXPECT_EQ(link.writer().wasCommitted(link.connection()), std::nullopt);
+}
+
+TEST_F(CommitLoss, AConnectionThatWasLostWhileIdleIsMadeAnewWithoutAWord) {
+    ServerStore store(Link::to(database_.place()));
+    EXPECT_EQ(store.highestNumber("Grupe"), 0);
+    endAllConnections();
+    EXPECT_EQ(store.highestNumber("Grupe"), 0);
+    endAllConnections();
+    store.beginWrite();
+    insert(store, "Monitori");
+    store.commit();
+    endAllConnections();
+    store.lockRow("Grupe", 1);
+    EXPECT_EQ(names(), "Monitori");
+}
+
+TEST_F(CommitLoss, WhatIsLeftOfALostTransactionIsNotWrittenAlone) {
+    ServerStore store(Link::to(database_.place()));
+    store.beginWrite();
+    insert(store, "Monitori");
+    endAllConnections();
+    EXPECT_TRUE(failureOf([&] { insert(store, "Kablovi"); }).lost);
+    EXPECT_FALSE(store.inTransaction());
+    const Failure failure = failureOf([&] { insert(store, "Kablovi"); });
+    EXPECT_EQ(failure.number, dao::errDiskIo);
+    EXPECT_TRUE(failure.says(kGone)) << failure.sentence;
+    EXPECT_EQ(failureOf([&] { store.commit(); }).number, dao::errDiskIo);
+    store.rollback();
+    EXPECT_EQ(names(), "");
+    store.beginWrite();
+    insert(store, "Stampaci");
+    store.commit();
+    EXPECT_EQ(names(), "Stampaci");
+}
+
+}  // namespace
