@@ -8,90 +8,18 @@
 #include <sstream>
 #include <thread>
 
-#include "platform/dao/dao_shop.h"
+#include "platform/dao/client_work.h"
 
 using namespace dao;
 using daotest::Child;
+using daotest::Clients;
 using daotest::errorOf;
 using daotest::openShop;
+using daotest::Report;
 
 namespace {
 
 class CrashTest : public daotest::ShopTest {};
-
-// Edits, adds and deletes clients for ever. Before each step it announces it ("A number name", "E ...", "D
-// number"), after it has been told that it is written it says "done".
-int workForEver(Child& child, const std::string& path, unsigned seed) {
-    std::minstd_rand random(seed);
-    Database db = openShop(path);
-    Recordset set = db.OpenRecordset("Customers");
-    for (int step = 0;; ++step) {
-        const std::string name = "n" + std::to_string(seed % 1000) + '-' + std::to_string(step);
-        const unsigned what = random() % 4;
-        if (what == 0 || set.RecordCount() < 5) {
-            set.AddNew();
-            set.Fields("Surname") = Value(name);
-            set.Fields("Comments") = Value(std::string(random() % 3000, 'x'));
-            child.tell("A " + std::to_string(set["CustID"].asLong()) + ' ' + name);
-            set.Update();
-        } else {
-            set.MoveFirst();
-            set.Move(static_cast<std::int64_t>(random() % static_cast<unsigned>(set.RecordCount())));
-            const std::string number = std::to_string(set["CustID"].asLong());
-            if (what == 1) {
-                child.tell("D " + number);
-                set.Delete();
-            } else {
-                set.Edit();
-                set.Fields("Surname") = Value(name);
-                child.tell("E " + number + ' ' + name);
-                set.Update();
-            }
-        }
-        child.tell("done");
-    }
-}
-
-using Clients = std::map<int, std::string>;  // surnames
-
-Clients after(Clients clients, const std::string& step) {
-    std::istringstream in(step);
-    char what = 0;
-    int number = 0;
-    std::string name;
-    in >> what >> number >> name;
-    if (what == 'D') {
-        clients.erase(number);
-    } else {
-        clients[number] = name;
-    }
-    return clients;
-}
-
-// What a process reports until it is killed: all that it said is done, and the one step, if any, that it was
-// in the middle of.
-struct Report {
-    Clients written;
-    std::string underWay;
-
-    void hear(const std::string& line) {
-        if (line != "done") {
-            underWay = line;
-            return;
-        }
-        written = after(std::move(written), underWay);
-        underWay.clear();
-    }
-};
-
-Clients clientsIn(const std::string& path) {
-    Database here = openShop(path);
-    Clients found;
-    for (Recordset set = here.OpenRecordset("Customers"); !set.EOF(); set.MoveNext()) {
-        found[set["CustID"].asLong()] = set["Surname"].asText();
-    }
-    return found;
-}
 
 TEST_F(CrashTest, WhatWasReportedAsWrittenIsThereAfterAKill) {
     db.Close();
@@ -104,7 +32,7 @@ TEST_F(CrashTest, WhatWasReportedAsWrittenIsThereAfterAKill) {
     int writtenUntold = 0;
     for (int round = 0; round < 200; ++round) {
         const unsigned childSeed = static_cast<unsigned>(random());
-        Child child([&](Child& self) { return workForEver(self, path, childSeed); });
+        Child child([&](Child& self) { return daotest::workForEver(self, path, childSeed); });
         report.hear(child.hear());
         std::this_thread::sleep_for(std::chrono::microseconds(random() % 8000));
         child.kill();
@@ -114,9 +42,9 @@ TEST_F(CrashTest, WhatWasReportedAsWrittenIsThereAfterAKill) {
         }
 
         // The step under way was perhaps written and not yet told. Nothing else may be other than reported.
-        const Clients found = clientsIn(path);
+        const Clients found = daotest::clientsIn(path);
         if (!report.underWay.empty() && found != report.written) {
-            ASSERT_EQ(found, after(report.written, report.underWay)) << "round " << round;
+            ASSERT_EQ(found, daotest::after(report.written, report.underWay)) << "round " << round;
             ++writtenUntold;
         } else {
             ASSERT_EQ(found, report.written) << "round " << round;

@@ -20,6 +20,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr const char* kStore = "TARVELLO_TEST_STORE";
+
 dao::FieldDef counter(const std::string& name) {
     return {name, dao::dbLong, 0, true};
 }
@@ -31,6 +33,20 @@ void append(dao::Database& db, const std::string& name, const std::vector<dao::F
     }
     db.TableDefs().Append(table);
 }
+
+// The databases of this run. They go when all tests have ended: a test is a process of its own under CTest,
+// and a shop may be shared by several fixtures otherwise.
+class ServerShops : public ::testing::Environment {
+ public:
+    dao::postgres::Address make() {
+        databases_.push_back(std::make_unique<tests::ServerDatabase>());
+        return databases_.back()->place();
+    }
+    void TearDown() override { databases_.clear(); }
+
+ private:
+    std::vector<std::unique_ptr<tests::ServerDatabase>> databases_;
+};
 
 }  // namespace
 
@@ -48,27 +64,45 @@ TempFolder::~TempFolder() {
 }
 
 bool onServer() {
-    const char* store = std::getenv("TARVELLO_TEST_STORE");
+    const char* store = std::getenv(kStore);
     return store != nullptr && std::string_view(store) == "server";
+}
+
+ServerShopTest::ServerShopTest() {
+    if (const char* store = std::getenv(kStore); store != nullptr) {
+        before_ = store;
+    }
+    setenv(kStore, "server", 1);
+}
+
+ServerShopTest::~ServerShopTest() {
+    if (before_) {
+        setenv(kStore, before_->c_str(), 1);
+    } else {
+        unsetenv(kStore);
+    }
 }
 
 dao::Database createEmptyShop(const std::string& path) {
     if (!onServer()) {
         return dao::DBEngine::CreateDatabase(path, kConnect);
     }
-    // They go when the process ends: a test is a process of its own under CTest, and a shop may be shared by
-    // several fixtures otherwise.
-    tests::serverPlace();  // made first, it goes last
-    static std::vector<std::unique_ptr<tests::ServerDatabase>> databases;
-    databases.push_back(std::make_unique<tests::ServerDatabase>());
-    dao::postgres::NewShop(databases.back()->place()).finish();
-    dao::postgres::writeSignpost(path, databases.back()->place());
+    // Announced last, they are taken down first: before the server.
+    static ServerShops& shops =
+        static_cast<ServerShops&>(*::testing::AddGlobalTestEnvironment(new ServerShops));
+    const dao::postgres::Address place = shops.make();
+    dao::postgres::NewShop(place).finish();
+    dao::postgres::writeSignpost(path, place);
     return openShop(path);
 }
 
 void createShop(const std::string& path) {
+    dao::Database db = createEmptyShop(path);
+    createTables(db);
+}
+
+void createTables(dao::Database& db) {
     using namespace dao;
-    Database db = createEmptyShop(path);
     append(db, "Customers",
            {counter("CustID"),
             {"Surname", dbText, 20},

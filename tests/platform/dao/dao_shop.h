@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <concepts>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,6 +35,7 @@ bool onServer();
 dao::Database createEmptyShop(const std::string& path);
 
 // Clients, computers, services, products, their groups, a list without a key, a stored query.
+void createTables(dao::Database& db);
 void createShop(const std::string& path);
 // Clients 1..n, each with one computer and one service priced at its number; products 1..n in groups 1 and 2.
 void fillShop(dao::Database& db, int clients);
@@ -51,6 +53,16 @@ class ShopTest : public ::testing::Test {
     TempFolder folder;
     std::string path = folder.file("Shop.mdb");
     dao::Database db;
+};
+
+// A shop on the server, whatever store this run is about.
+class ServerShopTest : public ShopTest {
+ protected:
+    ServerShopTest();
+    ~ServerShopTest() override;
+
+ private:
+    std::optional<std::string> before_;  // what the environment said
 };
 
 // The number of the engine's error that `body` ends in; 0 where it ends well.

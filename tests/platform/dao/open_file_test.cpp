@@ -20,8 +20,11 @@ class OpenFileTest : public daotest::ShopTest {
     OpenFile& file() { return db.impl()->file(); }
 };
 
+// A file has one lock for all of it, and copies of it are files.
+class FileOpenFileTest : public OpenFileTest {};
+
 // What was read under the lock of an Edit may be old as soon as the lock is let go.
-TEST_F(OpenFileTest, TheEpochOfTheLockEndsWithTheLastEdit) {
+TEST_F(FileOpenFileTest, TheEpochOfTheLockEndsWithTheLastEdit) {
     file().lockForEdit({});
     file().lockForEdit({});
     const std::int64_t locked = file().lockEpoch();
@@ -31,7 +34,7 @@ TEST_F(OpenFileTest, TheEpochOfTheLockEndsWithTheLastEdit) {
     EXPECT_NE(file().lockEpoch(), locked);
 }
 
-TEST_F(OpenFileTest, AnEditInsideATransactionEndsWithoutLettingTheLockGo) {
+TEST_F(FileOpenFileTest, AnEditInsideATransactionEndsWithoutLettingTheLockGo) {
     DBEngine::BeginTrans();
     file().lockForEdit({});
     const std::int64_t locked = file().lockEpoch();
@@ -49,7 +52,7 @@ TEST_F(OpenFileTest, AChangeThatFailsMakesRowsReadEarlierOld) {
 }
 
 // A copy of yesterday laid over the file knows nothing of the numbers that this window has shown today.
-TEST_F(OpenFileTest, ANumberDoesNotComeBackWithAnOlderCopyOfTheFile) {
+TEST_F(FileOpenFileTest, ANumberDoesNotComeBackWithAnOlderCopyOfTheFile) {
     const std::string yesterday = folder.file("Yesterday.mdb");
     DBEngine::CopyDatabase(path, yesterday);
     Recordset clients = db.OpenRecordset("Customers");

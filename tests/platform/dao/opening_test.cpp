@@ -30,6 +30,9 @@ class OpeningTest : public daotest::ShopTest {
     }
 };
 
+// Passwords, pages and the rights to a file.
+class FileOpeningTest : public OpeningTest {};
+
 TEST_F(OpeningTest, WhatIsNotThereIsSaidSo) {
     EXPECT_EQ(errorOpening(folder.file("Nowhere.mdb")), errFileNotFound);
     EXPECT_EQ(errorOpening(folder.file("no/such/Shop.mdb")), errPathInvalid);
@@ -54,7 +57,7 @@ TEST_F(OpeningTest, WhatIsNoDatabaseIsSaidSo) {
     EXPECT_EQ(errorOpening(other), errUnrecognisedFormat);
 }
 
-TEST_F(OpeningTest, OnlyTheRightPasswordOpens) {
+TEST_F(FileOpeningTest, OnlyTheRightPasswordOpens) {
     db.Close();
     EXPECT_EQ(errorOpening(path, ";pwd=pogresna"), errInvalidPassword);
     EXPECT_EQ(errorOpening(path, ""), errInvalidPassword);
@@ -64,7 +67,7 @@ TEST_F(OpeningTest, OnlyTheRightPasswordOpens) {
     EXPECT_EQ(errorOpening(path, "Something=1;Pwd=lozinka;"), 0);
 }
 
-TEST_F(OpeningTest, WithoutPasswordOneIsLetInWhereThisProcessIsInAlready) {
+TEST_F(FileOpeningTest, WithoutPasswordOneIsLetInWhereThisProcessIsInAlready) {
     EXPECT_EQ(errorOpening(path, ""), 0);
     EXPECT_EQ(errorOpening(path, ";pwd=pogresna"), errInvalidPassword);
     fs::create_symlink(path, folder.file("Link.mdb"));
@@ -73,7 +76,7 @@ TEST_F(OpeningTest, WithoutPasswordOneIsLetInWhereThisProcessIsInAlready) {
     EXPECT_EQ(errorOpening(path, ""), errInvalidPassword);
 }
 
-TEST_F(OpeningTest, NothingOfTheFileIsReadableWithoutThePassword) {
+TEST_F(FileOpeningTest, NothingOfTheFileIsReadableWithoutThePassword) {
     fill(20);
     db.Close();
     const std::vector<char> bytes = daotest::readFile(path);
@@ -83,7 +86,7 @@ TEST_F(OpeningTest, NothingOfTheFileIsReadableWithoutThePassword) {
     EXPECT_EQ(text.find("SQLite"), std::string::npos);
 }
 
-TEST_F(OpeningTest, ADamagedHeadOrATruncatedFileDoesNotOpen) {
+TEST_F(FileOpeningTest, ADamagedHeadOrATruncatedFileDoesNotOpen) {
     fill(200);
     db.Close();
     const std::vector<char> whole = daotest::readFile(path);
@@ -97,7 +100,7 @@ TEST_F(OpeningTest, ADamagedHeadOrATruncatedFileDoesNotOpen) {
     EXPECT_EQ(errorOpening(path), 0);
 }
 
-TEST_F(OpeningTest, ADamagedPageIsMetWhenItIsRead) {
+TEST_F(FileOpeningTest, ADamagedPageIsMetWhenItIsRead) {
     fill(500);
     db.Close();
     damage(4096UL * 30, 4096);
@@ -112,7 +115,7 @@ TEST_F(OpeningTest, ADamagedPageIsMetWhenItIsRead) {
     EXPECT_EQ(errorOf([&] { db.OpenRecordset("Grupe", dbOpenSnapshot); }), 0);
 }
 
-TEST_F(OpeningTest, AReadOnlyFileOpensOnlyForReading) {
+TEST_F(FileOpeningTest, AReadOnlyFileOpensOnlyForReading) {
     fill(3);
     db.Close();
     chmod(path.c_str(), 0444);
@@ -135,7 +138,7 @@ TEST_F(OpeningTest, AReadOnlyFileOpensOnlyForReading) {
     EXPECT_EQ(child.wait(), 0);
 }
 
-TEST_F(OpeningTest, AReadOnlyFolderTakesNoLockFile) {
+TEST_F(FileOpeningTest, AReadOnlyFolderTakesNoLockFile) {
     fill(3);
     db.Close();
     chmod(path.c_str(), 0666);
@@ -154,7 +157,7 @@ TEST_F(OpeningTest, AReadOnlyFolderTakesNoLockFile) {
     chmod(folder.path().c_str(), 0777);
 }
 
-TEST_F(OpeningTest, AFileOfAnotherUserGivesNoPermission) {
+TEST_F(FileOpeningTest, AFileOfAnotherUserGivesNoPermission) {
     db.Close();
     chmod(path.c_str(), 0600);
     Child child([&](Child&) {

@@ -1,5 +1,7 @@
 #include <chrono>
 #include <filesystem>
+#include <functional>
+#include <thread>
 
 #include "platform/dao/dao_shop.h"
 
@@ -41,7 +43,22 @@ class SharingTest : public daotest::ShopTest {
             return 0;
         };
     }
+    // The system lets a dead process's locks on a file go at once; a server first has to notice that it is
+    // dead.
+    static int errorSoon(const std::function<void()>& body) {
+        const auto until =
+            std::chrono::steady_clock::now() + std::chrono::seconds(daotest::onServer() ? 5 : 0);
+        int number = errorOf(body);
+        while (number != 0 && std::chrono::steady_clock::now() < until) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+            number = errorOf(body);
+        }
+        return number;
+    }
 };
+
+// What holds for a file alone: an Edit keeps all of it, and it stands in a folder.
+class FileSharingTest : public SharingTest {};
 
 TEST_F(SharingTest, AnotherIdleProcessKeepsExclusiveUseAway) {
     Child other(idle());
@@ -50,8 +67,6 @@ TEST_F(SharingTest, AnotherIdleProcessKeepsExclusiveUseAway) {
     EXPECT_EQ(errorOf([&] { DBEngine::RepairDatabase(path, daotest::kConnect); }), errFileInUse);
     EXPECT_EQ(errorOf([&] { DBEngine::CompactDatabase(path, folder.file("c.mdb"), daotest::kConnect); }),
               errFileInUse);
-    EXPECT_EQ(errorOf([&] { DBEngine::DeleteDatabase(path); }), errFileInUse);
-    EXPECT_EQ(errorOf([&] { DBEngine::RenameDatabase(path, folder.file("r.mdb")); }), errFileInUse);
     EXPECT_FALSE(fs::exists(folder.file("c.mdb")));
     EXPECT_EQ(errorOf([&] { openShop(path); }), 0);
     other.tell("go");
@@ -59,7 +74,15 @@ TEST_F(SharingTest, AnotherIdleProcessKeepsExclusiveUseAway) {
     EXPECT_EQ(errorOf([&] { openShop(path, true); }), 0);
 }
 
-TEST_F(SharingTest, NoFileTakesTheNameOfOneThatAnotherProcessHasOpen) {
+TEST_F(FileSharingTest, AnotherIdleProcessKeepsTheFileInItsPlace) {
+    Child other(idle());
+    ASSERT_EQ(other.hear(), "in");
+    EXPECT_EQ(errorOf([&] { DBEngine::DeleteDatabase(path); }), errFileInUse);
+    EXPECT_EQ(errorOf([&] { DBEngine::RenameDatabase(path, folder.file("r.mdb")); }), errFileInUse);
+    EXPECT_TRUE(fs::exists(path));
+}
+
+TEST_F(FileSharingTest, NoFileTakesTheNameOfOneThatAnotherProcessHasOpen) {
     const std::string fresh = folder.file("Fresh.mdb");
     daotest::createShop(fresh);
     Child other(idle());
@@ -145,7 +168,7 @@ TEST_F(SharingTest, ACrashedProcessLeavesNoLock) {
         other.kill();
         other.wait();
     }
-    EXPECT_EQ(errorOf([&] { openShop(path, true); }), 0);
+    EXPECT_EQ(errorSoon([&] { openShop(path, true); }), 0);
     Database here = openShop(path);
     Recordset set = here.OpenRecordset("Oprema");
     DBEngine::setLockTimeout(100);
@@ -154,7 +177,7 @@ TEST_F(SharingTest, ACrashedProcessLeavesNoLock) {
     set.CancelUpdate();
 }
 
-TEST_F(SharingTest, TheLastToLeaveTakesTheLockFileAway) {
+TEST_F(FileSharingTest, TheLastToLeaveTakesTheLockFileAway) {
     const std::string lock = folder.file("Shop.ldb");
     EXPECT_FALSE(fs::exists(lock));
     Child other(idle());
@@ -181,10 +204,6 @@ TEST_F(SharingTest, AnEditElsewhereIsWaitedForAndThenReported) {
     EXPECT_GE(waited, std::chrono::milliseconds(140));
     EXPECT_LT(waited, std::chrono::milliseconds(1500));
     EXPECT_EQ(set.EditMode(), Recordset::EditModeKind::None);
-    EXPECT_EQ(errorOf([&] { here.Execute("DELETE * FROM Oprema"); }), errLocked);
-    EXPECT_EQ(errorOf([&] { set.AddNew(); }), errLocked);
-    EXPECT_EQ(errorOf([&] { DBEngine::BeginTrans(); }), errLocked);
-    EXPECT_EQ(errorOf([&] { DBEngine::Rollback(); }), errTransactionWithoutBegin);
     other.tell("go");
     EXPECT_EQ(other.wait(), 0);
     set.Edit();
@@ -194,12 +213,27 @@ TEST_F(SharingTest, AnEditElsewhereIsWaitedForAndThenReported) {
     EXPECT_EQ(set["Stanje"].asSingle(), 98);
 }
 
+TEST_F(FileSharingTest, AnEditElsewhereKeepsEveryWriteWaiting) {
+    Child other(editing());
+    ASSERT_EQ(other.hear(), "editing");
+    Database here = openShop(path);
+    Recordset set = here.OpenRecordset("Oprema");
+    DBEngine::setLockTimeout(150);
+    EXPECT_EQ(errorOf([&] { here.Execute("DELETE * FROM Oprema"); }), errLocked);
+    EXPECT_EQ(errorOf([&] { set.AddNew(); }), errLocked);
+    EXPECT_EQ(errorOf([&] { DBEngine::BeginTrans(); }), errLocked);
+    EXPECT_EQ(errorOf([&] { DBEngine::Rollback(); }), errTransactionWithoutBegin);
+    other.tell("go");
+    EXPECT_EQ(other.wait(), 0);
+    EXPECT_EQ(errorOf([&] { set.Edit(); }), 0);
+}
+
 TEST_F(SharingTest, TheLockIsLetGoHoweverAnEditEnds) {
     DBEngine::setLockTimeout(50);
     Child other([this](Child& child) {
         DBEngine::setLockTimeout(50);
         Database here = openShop(path);
-        Recordset set = here.OpenRecordset("Oprema");
+        Recordset set = here.OpenRecordset("Computers");
         for (std::string line = child.hear(); !line.empty(); line = child.hear()) {
             const int number = errorOf([&] { set.Edit(); });
             if (number == 0) {
@@ -214,7 +248,7 @@ TEST_F(SharingTest, TheLockIsLetGoHoweverAnEditEnds) {
         other.tell("try");
         return other.hear() == "0";
     };
-    Recordset set = here.OpenRecordset("Oprema");
+    Recordset set = here.OpenRecordset("Computers");
     set.Edit();
     EXPECT_FALSE(isFree());
     set.Update();
@@ -226,7 +260,7 @@ TEST_F(SharingTest, TheLockIsLetGoHoweverAnEditEnds) {
     set.MoveNext();
     EXPECT_TRUE(isFree());
     set.Edit();
-    set.FindFirst("ID=1");
+    set.FindFirst("MachineID=1");
     EXPECT_TRUE(isFree());
     set.Edit();
     set.Requery();
@@ -237,29 +271,29 @@ TEST_F(SharingTest, TheLockIsLetGoHoweverAnEditEnds) {
     set.CancelUpdate();
     EXPECT_EQ(errorOf([&] { here.Execute("UPDATE Computers SET CustID=99"); }), errRelatedRecordRequired);
     EXPECT_TRUE(isFree());
-    Recordset computers = here.OpenRecordset("Computers");
-    computers.Edit();
-    computers.Fields("CustID") = Value(99);
-    EXPECT_EQ(errorOf([&] { computers.Update(); }), errRelatedRecordRequired);
+    set.MoveFirst();
+    set.Edit();
+    set.Fields("CustID") = Value(99);
+    EXPECT_EQ(errorOf([&] { set.Update(); }), errRelatedRecordRequired);
     EXPECT_FALSE(isFree());
-    computers.CancelUpdate();
+    set.CancelUpdate();
     EXPECT_TRUE(isFree());
     set.Edit();
     set.Close();
     EXPECT_TRUE(isFree());
     {
-        Recordset dropped = here.OpenRecordset("Oprema");
+        Recordset dropped = here.OpenRecordset("Computers");
         dropped.Edit();
         EXPECT_FALSE(isFree());
     }
     EXPECT_TRUE(isFree());
-    Recordset pending = here.OpenRecordset("Oprema");
+    Recordset pending = here.OpenRecordset("Computers");
     pending.Edit();
     here.Close();
     EXPECT_TRUE(isFree());
 }
 
-TEST_F(SharingTest, TwoEditsHoldTheLockUntilBothHaveEnded) {
+TEST_F(FileSharingTest, TwoEditsHoldTheLockUntilBothHaveEnded) {
     DBEngine::setLockTimeout(50);
     Child other([this](Child& child) {
         DBEngine::setLockTimeout(50);
