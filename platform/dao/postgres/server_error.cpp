@@ -77,7 +77,7 @@ bool isLoss(const ServerError& error) {
 }
 
 bool isNotReady(const ServerError& error) {
-    return error.state == "57P03";
+    return error.state == kNotReady;
 }
 
 bool isCancel(const ServerError& error) {

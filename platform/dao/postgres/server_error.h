@@ -26,6 +26,8 @@ struct ServerError {
 
 ServerError errorOf(const pg_result* answer);
 
+inline constexpr const char* kNotReady = "57P03";
+
 bool isLoss(const ServerError& error);      // the server has ended the connection
 bool isNotReady(const ServerError& error);  // it is just starting, and will take us soon
 bool isCancel(const ServerError& error);    // somebody stopped the statement

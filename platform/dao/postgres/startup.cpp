@@ -144,13 +144,15 @@ ServerError errorOfConnecting(pg_conn* connection) {
 }
 
 // Whether the connection came about; `error` says why not.
-bool carryThrough(pg_conn* connection, Clock::time_point until, ServerError& error) {
+bool carryThrough(pg_conn* connection, const Address& place, Clock::time_point until, ServerError& error) {
     PostgresPollingStatusType state = PGRES_POLLING_WRITING;
+    bool accepted = false;
     while (PQstatus(connection) != CONNECTION_BAD && state != PGRES_POLLING_FAILED) {
         if (state == PGRES_POLLING_OK) {
             return true;
         }
         const bool reading = state == PGRES_POLLING_READING;
+        accepted = accepted || reading;
         if (!waitForSocket(PQsocket(connection), reading, !reading, until)) {
             error = {{}, "it gives no answer", {}};
             return false;
@@ -158,6 +160,11 @@ bool carryThrough(pg_conn* connection, Clock::time_point until, ServerError& err
         state = PQconnectPoll(connection);
     }
     error = errorOfConnecting(connection);
+    // A server that sets itself up anew after a fall hangs up on those whom it has just taken. Over a network
+    // that may be a quarrel about certificates, which no waiting ends.
+    if (error.state.empty() && accepted && isLocal(place)) {
+        error.state = kNotReady;
+    }
     return false;
 }
 
@@ -170,7 +177,7 @@ Handle tryAddress(const Address& place, const std::string& address, Clock::time_
     PQsetErrorVerbosity(handle.get(), PQERRORS_VERBOSE);
     PQsetNoticeReceiver(
         handle.get(), [](void*, const PGresult*) {}, nullptr);
-    if (!carryThrough(handle.get(), until, error)) {
+    if (!carryThrough(handle.get(), place, until, error)) {
         return nullptr;
     }
     PQsetErrorVerbosity(handle.get(), PQERRORS_DEFAULT);
