@@ -22,7 +22,7 @@ namespace {
 constexpr std::string_view kMark = "Tarvello server ";
 constexpr std::string_view kVersion = "1";
 // Nobody writes so long a one by hand: it is some other file.
-constexpr std::size_t kLongest = 65536;
+constexpr std::size_t kLongest = 4096;
 
 // A descriptor that is closed with its scope.
 class File {
@@ -184,10 +184,16 @@ mode_t rightsFor(const std::string& path) {
     return ::stat(path.c_str(), &old) == 0 ? old.st_mode & 07777 : 0644;
 }
 
+// A database is never as small as a signpost, and must not be looked into here: where this process has it
+// open, closing another handle on it would let go of every lock that the process has there.
+constexpr off_t kSmallestDatabase = kLongest;
+
 }  // namespace
 
 bool isSignpost(const std::string& path) {
-    return startOf(path, kMark.size()) == kMark;
+    struct stat found {};
+    return stat(path.c_str(), &found) == 0 && found.st_size < kSmallestDatabase &&
+           startOf(path, kMark.size()) == kMark;
 }
 
 Address readSignpost(const std::string& path) {

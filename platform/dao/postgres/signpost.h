@@ -14,7 +14,8 @@
 // Empty lines and those that begin with '#' are passed over.
 namespace dao::postgres {
 
-// By the first bytes of the file. False for everything else: an encrypted database, a folder, no file at all.
+// By the size and the first bytes of the file. False for everything else: an encrypted database, which is not
+// even opened, a folder, no file at all.
 bool isSignpost(const std::string& path);
 
 // errFileNotFound, errNoPermission, errDiskIo: as with any file. errUnrecognisedFormat: not a signpost, or a
