@@ -13,15 +13,17 @@ fail() {
 (cd "$build" && cpack -B "$place/made") >"$place/cpack.log" || { cat "$place/cpack.log" >&2; exit 1; }
 package=$(echo "$place"/made/*.deb)
 depends=$(dpkg-deb --field "$package" Depends)
-for library in libqt6widgets6 libqt6svg6 libqt6printsupport6 libc6; do
+for library in libqt6widgets6 libqt6svg6 libqt6printsupport6 libpq5 libc6; do
     grep -q "$library" <<<"$depends" || fail "the package does not ask for $library: $depends"
 done
 dpkg-deb --extract "$package" "$place/root"
 for file in bin/tarvello lib/tarvello/Tarvello lib/tarvello/Tarvello.mdb lib/tarvello/Tarvello.hlp \
-    lib/tarvello/tipoftheday.txt share/applications/tarvello.desktop share/icons/hicolor/scalable/apps/tarvello.svg; do
+    lib/tarvello/tipoftheday.txt share/applications/tarvello.desktop share/icons/hicolor/scalable/apps/tarvello.svg \
+    bin/tarvello-data share/man/man1/tarvello-data.1 share/doc/tarvello/server.md; do
     [ -e "$place/root/usr/$file" ] || fail "the package has no $file"
 done
 [ -z "$(find "$place/root" -name 'libsqlcipher*')" ] || fail "the record store is linked in, not delivered"
+"$place/root/usr/bin/tarvello-data" move --help >/dev/null || fail "the packaged tarvello-data does not start"
 
 mkdir -p "$place/home" "$place/pictures"
 find "$place/root" -type d -exec chmod a-w {} +
