@@ -8,6 +8,7 @@
 
 #include "platform/dao/failure.h"
 #include "platform/dao/limits.h"
+#include "platform/dao/postgres/loss.h"
 
 namespace dao::postgres {
 namespace {
@@ -50,11 +51,17 @@ std::string parameterStatus(pg_conn* connection, const char* name) {
 }  // namespace
 
 Connection::Connection(const Address& place, const SessionWishes& wishes)
-    : exchange_(connectTo(place, Clock::now() + wishes.connectTime), place),
-      statements_(kPreparedStatements),
-      lockTimeout_(driver::lockTimeout()) {
-    proveServer();
-    prepareSession(wishes);
+    : exchange_(nullptr, place), statements_(kPreparedStatements), lockTimeout_(driver::lockTimeout()) {
+    const Clock::time_point until = Clock::now() + wishes.connectTime;
+    const auto prepare = [&] {
+        proveServer();
+        prepareSession(wishes);
+    };
+    // A server that falls may have taken us in its last moment: it is connected to once the session is
+    // prepared.
+    do {
+        exchange_ = Exchange(connectTo(place, until), place);
+    } while (!withoutLoss(prepare));
 }
 
 Result Connection::run(const std::string& text, const Parameters& parameters, const Patience& patience) {
