@@ -84,7 +84,7 @@ void DBEngine::CopyDatabase(const std::string& from, const std::string& to) {
     const StoreKind& target = kindOf(to);
     if (&source == &target) {
         source.copy(from, to);
-    } else if (IsOnServer(from)) {
+    } else if (&source == &serverKind()) {
         copyToFile(from, to);
     } else {
         setBack(to, from);

@@ -45,7 +45,7 @@ class Statement {
     virtual std::size_t readRows(RowBlock& block, int skip = 0, std::vector<std::int64_t>* keys = nullptr,
                                  std::size_t limit = SIZE_MAX, const std::vector<int>* places = nullptr) = 0;
     // The first column of the first row; nothing where there is no row.
-    virtual std::optional<Value> scalar(Type type) = 0;
+    std::optional<Value> scalar(Type type);
 };
 
 // Binds what a written statement asks for before its row keys; the index of the first of these.

@@ -300,12 +300,7 @@ std::optional<std::size_t> Keyset::findByStatement(const sql::Expression& criter
 
 const sql::ColumnInfo* Keyset::counterOf(int source) const {
     const sql::TableInfo* table = file().table(select().sources[static_cast<std::size_t>(source)].table);
-    if (table == nullptr) {
-        return nullptr;
-    }
-    const auto counter = std::find_if(table->columns.begin(), table->columns.end(),
-                                      [](const auto& column) { return column.counter; });
-    return counter == table->columns.end() ? nullptr : &*counter;
+    return table == nullptr ? nullptr : table->counter();
 }
 
 }  // namespace dao

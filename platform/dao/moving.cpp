@@ -5,65 +5,58 @@
 #include <unistd.h>
 
 #include "platform/dao/failure.h"
+#include "platform/dao/open_file.h"
 #include "platform/dao/postgres/server_kind.h"
 #include "platform/dao/postgres/server_place.h"
 #include "platform/dao/postgres/server_store.h"
 #include "platform/dao/postgres/shop_making.h"
 #include "platform/dao/postgres/signpost.h"
+#include "platform/dao/sqlite/companion_files.h"
 #include "platform/dao/sqlite/file_kind.h"
 #include "platform/dao/sqlite/file_paths.h"
 
 namespace dao {
 namespace {
 
-std::string besideName(const std::string& path) {
-    const std::size_t dot = path.rfind('.');
-    const std::size_t slash = path.rfind('/');
-    const bool hasExtension = dot != std::string::npos && (slash == std::string::npos || dot > slash);
-    return (hasExtension ? path.substr(0, dot) : path) + ".before-server" +
-           (hasExtension ? path.substr(dot) : std::string());
-}
-
-// A transaction that ends undone unless it is told otherwise.
-class Undone {
+// A transaction that writes, and ends undone unless it is committed.
+class WriteScope {
  public:
-    explicit Undone(driver::Store& store) : store_(store) {}
-    ~Undone() { store_.rollback(); }
-    Undone(const Undone&) = delete;
-    Undone& operator=(const Undone&) = delete;
+    explicit WriteScope(driver::Store& store) : store_(store) { store_.beginWrite(); }
+    ~WriteScope() { store_.rollback(); }
+    WriteScope(const WriteScope&) = delete;
+    WriteScope& operator=(const WriteScope&) = delete;
 
  private:
     driver::Store& store_;
 };
 
 void carry(driver::Store& from, driver::Store& to, const TransferWatch& watch) {
-    from.beginRead();
-    const Undone reading(from);
-    to.beginWrite();
-    const Undone writing(to);
-    transfer(from, to, watch);
-    to.commit();
-    to.beginRead();
+    const ReadScope reading(from);
+    {
+        const WriteScope writing(to);
+        transfer(from, to, watch);
+        to.commit();
+    }
+    const ReadScope comparing(to);
     needSameRows(from, to, watch);
 }
 
-// A whole copy at `target`, where nothing stands yet.
+// A whole copy at `target`, in the place of whatever stands there.
 void carryToNewFile(driver::Store& from, const std::string& target, const std::string& connect,
                     const TransferWatch& watch) {
-    const std::string fresh = target + ".part" + std::to_string(getpid());
-    fileKind().discard(fresh);
-    try {
-        fileKind().create(fresh, connect);
-        {
-            const PlacePtr place = fileKind().examine(fresh, connect, false);
-            const std::unique_ptr<driver::Store> to = place->open();
-            carry(from, *to, watch);
-        }
-        fileKind().rename(fresh, target);
-    } catch (...) {
-        fileKind().discard(fresh);
-        throw;
-    }
+    const UnfinishedFile fresh(target);  // no more than its name, and an end to it where this breaks off
+    fileKind().create(fresh.path(), connect);
+    carry(from, *fileKind().examine(fresh.path(), connect, false)->open(), watch);
+    fileKind().rename(fresh.path(), target);
+}
+
+std::shared_ptr<const postgres::ServerPlace> serverPlace(const std::string& path) {
+    return std::static_pointer_cast<const postgres::ServerPlace>(serverKind().examine(path, {}, true));
+}
+
+// What lets into the files that copies of the shop are kept in.
+std::string connectFor(const postgres::ServerPlace& place) {
+    return ";pwd=" + place.password();
 }
 
 }  // namespace
@@ -72,7 +65,7 @@ void moveToServer(const std::string& path, const std::string& connect, const std
                   const TransferWatch& watch) {
     const postgres::Address address = postgres::placeFromText(server);
     const PlacePtr file = fileKind().examine(path, connect, false);
-    const std::string kept = besideName(file->path());
+    const std::string kept = beforeServerOf(file->path());
     if (fileExists(kept)) {
         fail(errObjectExists, "Database '" + kept + "' already exists.");
     }
@@ -98,22 +91,18 @@ void moveHome(const std::string& path, const std::string& target, const std::str
 }
 
 void copyToFile(const std::string& path, const std::string& target) {
-    const PlacePtr place = serverKind().examine(path, {}, true);
-    const std::string password = static_cast<const postgres::ServerPlace&>(*place).password();
-    carryToNewFile(*place->open(), targetFile(target), ";pwd=" + password, {});
+    const auto place = serverPlace(path);
+    carryToNewFile(*place->open(), targetFile(target), connectFor(*place), {});
 }
 
 void setBack(const std::string& path, const std::string& file) {
-    const PlacePtr place = serverKind().examine(path, {}, true);
-    const std::string password = static_cast<const postgres::ServerPlace&>(*place).password();
-    const PlacePtr source = fileKind().examine(file, ";pwd=" + password, true);
+    const auto place = serverPlace(path);
+    const PlacePtr source = fileKind().examine(file, connectFor(*place), true);
     const ExclusiveUse alone(place->enter(false));
     const std::unique_ptr<driver::Store> from = source->open();
     const std::unique_ptr<driver::Store> to = place->open();
-    from->beginRead();
-    const Undone reading(*from);
-    to->beginWrite();
-    const Undone writing(*to);
+    const ReadScope reading(*from);
+    const WriteScope writing(*to);
     static_cast<postgres::ServerStore&>(*to).empty();
     transfer(*from, *to);
     to->commit();

@@ -312,14 +312,15 @@ void OpenFile::lockAgain() noexcept {
 std::int64_t OpenFile::nextNumber(const std::string& table) {
     std::int64_t& highest = highestGiven_[table];
     std::int64_t number = 0;
-    if (store().countsApart()) {
-        number = store_->raiseCounter(table, highest);
-        highest = number;
-        return number;
+    const auto raise = [&] { number = store_->raiseCounter(table, highest); };
+    const bool apart = store().countsApart();
+    if (apart) {
+        raise();
+    } else {
+        write(raise);
     }
-    write([&] { number = store_->raiseCounter(table, highest); });
     highest = number;
-    if (workspaceDepth_ > 0) {
+    if (!apart && workspaceDepth_ > 0) {
         givenInWorkspace_[table] = number;
     }
     return number;

@@ -12,7 +12,7 @@ class OpenFile;
 class OpenFiles {
  public:
     static std::vector<std::shared_ptr<OpenFile>> all();
-    // The one of that identity (StoreKind::identity); nullptr if this process does not have it open. With
+    // The one of that identity (Place::identity); nullptr if this process does not have it open. With
     // `writable` a connection that can write.
     static std::shared_ptr<OpenFile> find(const std::string& identity, bool writable);
     // `writable`: whether its connection can write. 3024 for an empty identity.

@@ -21,7 +21,8 @@ class Place {
     virtual ~Place() = default;
 
     virtual const std::string& path() const = 0;  // without links
-    // The same for every path that leads to these records; see StoreKind::identity.
+    // The same for every path that leads to these records, and no others; empty where nothing stands any
+    // more.
     virtual std::string identity() const = 0;
     // The same path as it is now, after what stood there was replaced: 3024, 3031.
     virtual PlacePtr again() const = 0;

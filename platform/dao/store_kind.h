@@ -18,8 +18,6 @@ class StoreKind {
 
     // Whether what stands at the path, if anything does, is of this kind.
     virtual bool owns(const std::string& path) const = 0;
-    // What tells these records from all others, whatever path leads to them; empty where nothing stands.
-    virtual std::string identity(const std::string& path) const = 0;
     // Finds the records and looks whether `connect` lets in. 3024, 3044, 3343, 3031. With `remembered` the
     // password of an earlier opening will do where `connect` has none.
     virtual PlacePtr examine(const std::string& path, const std::string& connect, bool remembered) const = 0;

@@ -66,4 +66,12 @@ sql::TableInfo tableInfo(const TableDef& table) {
     return info;
 }
 
+bool belongsToRelation(std::string_view table, std::string_view field,
+                       const std::vector<Relation>& relations) {
+    return std::any_of(relations.begin(), relations.end(), [&](const Relation& each) {
+        return (sql::sameName(each.foreignTable, table) && sql::sameName(each.foreignField, field)) ||
+               (sql::sameName(each.table, table) && sql::sameName(each.field, field));
+    });
+}
+
 }  // namespace dao

@@ -8,22 +8,12 @@
 #include "platform/dao/row_block.h"
 #include "platform/dao/table_definition.h"
 #include "platform/sql/ast.h"
+#include "platform/sql/parser.h"
 
 namespace dao {
 namespace {
 
 constexpr std::size_t kRowsAtOnce = 2000;
-
-sql::StatementPtr everythingOf(const std::string& table) {
-    auto from = std::make_shared<sql::FromNode>();
-    from->kind = sql::FromNode::Kind::Table;
-    from->name = table;
-    auto statement = std::make_shared<sql::Statement>();
-    statement->kind = sql::Statement::Kind::Select;
-    statement->items.emplace_back().star = true;
-    statement->from = std::move(from);
-    return statement;
-}
 
 std::vector<Type> typesOf(const sql::TableInfo& table) {
     std::vector<Type> types;
@@ -37,7 +27,8 @@ std::vector<Type> typesOf(const sql::TableInfo& table) {
 class TableReader {
  public:
     TableReader(driver::Store& store, const FileCatalog& catalog, const sql::TableInfo& table)
-        : store_(store), select_(store.writer().select(*everythingOf(table.name), catalog, 0)) {
+        : store_(store),
+          select_(store.writer().select(*sql::parse("SELECT * FROM [" + table.name + "]"), catalog, 0)) {
         store.readAllKeys(table.name, keys_);
         block_.reset(typesOf(table));
     }

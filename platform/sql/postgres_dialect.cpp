@@ -54,9 +54,8 @@ class PostgresDialect : public Dialect {
     }
 
     std::string rowKey(const TableInfo& table, const std::string& alias) const override {
-        const auto counter = std::find_if(table.columns.begin(), table.columns.end(),
-                                          [](const ColumnInfo& column) { return column.counter; });
-        return alias + "." + (counter == table.columns.end() ? "dao_row" : quotedName(counter->name));
+        const ColumnInfo* counter = table.counter();
+        return alias + "." + (counter == nullptr ? "dao_row" : quotedName(counter->name));
     }
 
     std::string keyParameter(int number) const override { return "$" + std::to_string(number) + "::bigint"; }

@@ -31,4 +31,13 @@ int TableInfo::indexOf(std::string_view column) const {
     return -1;
 }
 
+const ColumnInfo* TableInfo::counter() const {
+    for (const ColumnInfo& column : columns) {
+        if (column.counter) {
+            return &column;
+        }
+    }
+    return nullptr;
+}
+
 }  // namespace sql

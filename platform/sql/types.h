@@ -53,6 +53,8 @@ struct TableInfo {
     std::vector<ColumnInfo> columns;
     // Index of the column without regard to case, -1 where there is none.
     int indexOf(std::string_view column) const;
+    // The column that the engine numbers; nullptr where there is none.
+    const ColumnInfo* counter() const;
 };
 
 struct Statement;  // ast.h

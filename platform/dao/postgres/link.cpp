@@ -23,8 +23,12 @@ std::map<std::string, std::weak_ptr<Link>>& links() {
 
 }  // namespace
 
+std::string identityOf(const Address& address) {
+    return "server " + placeText(address) + ' ' + address.user;
+}
+
 std::shared_ptr<Link> Link::to(const Address& address) {
-    std::weak_ptr<Link>& known = links()[placeText(address) + ' ' + address.user];
+    std::weak_ptr<Link>& known = links()[identityOf(address)];
     if (std::shared_ptr<Link> link = known.lock()) {
         return link;
     }

@@ -10,6 +10,9 @@
 
 namespace dao::postgres {
 
+// The same for two addresses where one connection serves both.
+std::string identityOf(const Address& address);
+
 // This process's one connection to a shop on a server, and the locks that say so there: who is in, which
 // numbers are held, whose row in the table of writers is ours. A connection that was lost is made anew when
 // it is next needed, and its locks are taken again first.

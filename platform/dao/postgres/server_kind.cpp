@@ -25,6 +25,18 @@ std::map<std::string, std::string>& rememberedPasswords() {
     return all;
 }
 
+// A shop that this process has to itself while it is looked after.
+struct ShopAlone {
+    ShopAlone(const StoreKind& kind, const std::string& path, const std::string& connect)
+        : place(kind.examine(path, connect, true)),
+          alone(place->enter(false)),
+          link(postgres::Link::to(static_cast<const ServerPlace&>(*place).address())) {}
+
+    PlacePtr place;
+    ExclusiveUse alone;
+    std::shared_ptr<postgres::Link> link;
+};
+
 // Reads every row of every table, and has the server make its indexes anew.
 void check(driver::Store& store, postgres::Connection& server) {
     for (const sql::TableInfo& table : store.tables()) {
@@ -38,10 +50,6 @@ void check(driver::Store& store, postgres::Connection& server) {
 class ServerKind final : public StoreKind {
  public:
     bool owns(const std::string& path) const override { return postgres::isSignpost(path); }
-    std::string identity(const std::string& path) const override {
-        return postgres::identityOf(postgres::readSignpost(path));
-    }
-
     PlacePtr examine(const std::string& path, const std::string& connect, bool remembered) const override {
         const std::string real = existingFile(path);
         const postgres::Address address = postgres::readSignpost(real);
@@ -63,18 +71,14 @@ class ServerKind final : public StoreKind {
         fail(errObjectExists, "Database '" + path + "' already exists.");
     }
     RepairReport repair(const std::string& path, const std::string& connect) const override {
-        const PlacePtr place = examine(path, connect, true);
-        const ExclusiveUse alone(place->enter(false));
-        const auto link = postgres::Link::to(static_cast<const ServerPlace&>(*place).address());
-        check(*place->open(), link->connection());
+        const ShopAlone shop(*this, path, connect);
+        check(*shop.place->open(), shop.link->connection());
         return {};
     }
     // In its place: a server keeps its own.
     void compact(const std::string& from, const std::string&, const std::string& connect) const override {
-        const PlacePtr place = examine(from, connect, true);
-        const ExclusiveUse alone(place->enter(false));
-        const auto link = postgres::Link::to(static_cast<const ServerPlace&>(*place).address());
-        link->connection().execute("VACUUM (FULL, ANALYZE)", asLongAsItTakes());
+        const ShopAlone shop(*this, from, connect);
+        shop.link->connection().execute("VACUUM (FULL, ANALYZE)", asLongAsItTakes());
     }
 
     void copy(const std::string&, const std::string& to) const override {

@@ -45,10 +45,6 @@ std::shared_ptr<Kind> only(const Address& address) {
 
 }  // namespace
 
-std::string identityOf(const Address& address) {
-    return "server " + placeText(address) + ' ' + address.user;
-}
-
 ServerPlace::ServerPlace(std::string path, Address address, std::string password)
     : path_(std::move(path)), address_(std::move(address)), password_(std::move(password)) {}
 

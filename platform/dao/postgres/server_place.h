@@ -34,6 +34,4 @@ class ServerPlace final : public dao::Place {
     std::string password_;
 };
 
-std::string identityOf(const Address& address);
-
 }  // namespace dao::postgres

@@ -64,16 +64,9 @@ void needShortName(std::string_view name) {
 std::string columnText(const sql::ColumnInfo& column, const std::string& counter) {
     std::string text = quotedName(column.name) + ' ' + domainOf(column);
     if (column.counter) {
-        return text + " PRIMARY KEY DEFAULT nextval('" + counter + "')";
+        return text + " PRIMARY KEY DEFAULT nextval(" + quotedText(counter) + ')';
     }
     return column.type == dao::Type::YesNo ? text + " DEFAULT 0" : text;
-}
-
-std::string withoutQuotes(std::string text) {
-    for (std::size_t at = text.find('\''); at != std::string::npos; at = text.find('\'', at + 2)) {
-        text.insert(at, 1, '\'');
-    }
-    return text;
 }
 
 }  // namespace
@@ -173,7 +166,7 @@ void ServerStore::createTable(const TableDef& table) {
     std::string after;
     for (const sql::ColumnInfo& column : info.columns) {
         needShortName(column.name);
-        columns += (columns.empty() ? "" : ", ") + columnText(column, withoutQuotes(counter));
+        columns += (columns.empty() ? "" : ", ") + columnText(column, counter);
         if (column.counter) {
             before = "CREATE SEQUENCE " + counter + " AS integer;";
             after = ";ALTER SEQUENCE " + counter + " OWNED BY " + tableName(info.name) + '.' +
@@ -205,8 +198,7 @@ void ServerStore::createIndex(const std::string& table, const std::string& field
     const sql::TableInfo& info = described(table);
     const int index = info.indexOf(field);
     const bool text = index >= 0 && info.columns[static_cast<std::size_t>(index)].type == dao::Type::Text;
-    changeSchema((unique ? "CREATE UNIQUE INDEX ON " : "CREATE INDEX ") + std::string(unique ? "" : "ON ") +
-                 tableName(table) +
+    changeSchema((unique ? "CREATE UNIQUE INDEX ON " : "CREATE INDEX ON ") + tableName(table) +
                  (text ? " (dao.key(" + quotedName(field) + ") COLLATE \"C\" NULLS FIRST)"
                        : " (" + quotedName(field) + ')'));
 }
@@ -221,14 +213,10 @@ std::vector<driver::IndexRow> ServerStore::indexes() {
     const std::vector<Relation> all = relations();
     std::vector<driver::IndexRow> found;
     for (int row = 0; row < rows.rows(); ++row) {
-        const std::string_view table = rows.text(row, 0);
-        const std::string_view field = rows.text(row, 1);
-        const bool ofRelation = std::any_of(all.begin(), all.end(), [&](const Relation& each) {
-            return (each.foreignTable == table && each.foreignField == field) ||
-                   (each.table == table && each.field == field);
-        });
-        if (!ofRelation) {
-            found.push_back({std::string(table), std::string(field), rows.boolean(row, 2)});
+        driver::IndexRow index{std::string(rows.text(row, 0)), std::string(rows.text(row, 1)),
+                               rows.boolean(row, 2)};
+        if (!belongsToRelation(index.table, index.field, all)) {
+            found.push_back(std::move(index));
         }
     }
     return found;

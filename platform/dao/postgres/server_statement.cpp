@@ -171,15 +171,4 @@ std::size_t ServerStatement::readRows(RowBlock& block, int skip, std::vector<std
     return rows;
 }
 
-std::optional<Value> ServerStatement::scalar(dao::Type type) {
-    RowBlock block;
-    block.reset({type});
-    if (readRows(block, 0, nullptr, 1, nullptr) == 0) {
-        return std::nullopt;
-    }
-    Value value;
-    block.get(0, 0, value);
-    return value;
-}
-
 }  // namespace dao::postgres

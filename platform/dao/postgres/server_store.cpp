@@ -306,8 +306,7 @@ void ServerStore::readAllKeys(const std::string& table, std::vector<std::int64_t
 
 // The table and the column whose counter it is, as the server's function for that takes them.
 Parameters ServerStore::counterOf(const std::string& table) {
-    const std::string key = keyColumn(described(table));
-    return Parameters().text(tableName(table)).text(key.substr(1, key.size() - 2));
+    return Parameters().text(tableName(table)).text(keyName(described(table)));
 }
 
 std::int64_t ServerStore::raiseCounter(const std::string& table, std::int64_t above) {

@@ -10,7 +10,6 @@ namespace {
 class FileKind final : public StoreKind {
  public:
     bool owns(const std::string&) const override { return true; }
-    std::string identity(const std::string& path) const override { return fileIdentity(path); }
     PlacePtr examine(const std::string& path, const std::string& connect, bool remembered) const override {
         return maintenance::examine(path, connect, remembered);
     }

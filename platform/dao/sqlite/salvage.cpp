@@ -138,7 +138,7 @@ void Salvage::carryTable(const SchemaEntry& entry) {
     table.entry = entry;
     RowBlock block;
     block.reset({Type::Long, Type::Text, Type::Text, Type::Long, Type::Null, Type::Long});
-    fresh_.prepare("PRAGMA table_info(" + quoted(entry.name) + ")")->readRows(block);
+    fresh_.prepare("PRAGMA table_info(" + quotedName(entry.name) + ")")->readRows(block);
     Value name;
     Value type;
     Value key;
@@ -149,7 +149,7 @@ void Salvage::carryTable(const SchemaEntry& entry) {
         table.columns.push_back({name.textRef(), key.asLong() != 0 && sameName(type.textRef(), "INTEGER"),
                                  type.textRef().find("TEXT") != std::string::npos});
     }
-    std::string text = "INSERT OR IGNORE INTO " + quoted(entry.name) + " VALUES(";
+    std::string text = "INSERT OR IGNORE INTO " + quotedName(entry.name) + " VALUES(";
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
         text += i == 0 ? "?" : ",?";
     }

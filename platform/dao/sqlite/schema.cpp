@@ -45,7 +45,7 @@ sql::ColumnInfo columnFromDeclaration(std::string name, std::string_view declare
 }
 
 std::string columnDdl(const sql::ColumnInfo& column) {
-    std::string text = quoted(column.name) + ' ';
+    std::string text = quotedName(column.name) + ' ';
     if (column.counter) {
         return text + "INTEGER PRIMARY KEY AUTOINCREMENT";
     }
@@ -127,7 +127,7 @@ std::vector<std::string> SqliteStore::tableNames() {
 sql::TableInfo SqliteStore::describe(const std::string& table) {
     RowBlock block;  // cid, name, type, notnull, default, pk
     block.reset({Type::Long, Type::Text, Type::Text, Type::Long, Type::Null, Type::Long});
-    prepare("PRAGMA table_info(" + quoted(table) + ")")->readRows(block);
+    prepare("PRAGMA table_info(" + quotedName(table) + ")")->readRows(block);
     sql::TableInfo info;
     info.name = table;
     Value name;
@@ -161,7 +161,7 @@ std::vector<Relation> SqliteStore::relations() {
         RowBlock block;  // id, seq, table, from, to, on_update, on_delete, match
         block.reset(
             {Type::Long, Type::Long, Type::Text, Type::Text, Type::Text, Type::Text, Type::Text, Type::Text});
-        prepare("PRAGMA foreign_key_list(" + quoted(table) + ")")->readRows(block);
+        prepare("PRAGMA foreign_key_list(" + quotedName(table) + ")")->readRows(block);
         Value cell;
         for (std::size_t row = block.rows(); row-- > 0;) {
             Relation relation;
@@ -183,37 +183,36 @@ std::vector<Relation> SqliteStore::relations() {
 std::string SqliteStore::columnsDdl(const sql::TableInfo& table,
                                     const std::vector<Relation>& relations) const {
     std::string text;
-    const bool hasCounter = std::any_of(table.columns.begin(), table.columns.end(),
-                                        [](const auto& column) { return column.counter; });
     for (const sql::ColumnInfo& column : table.columns) {
         text += (text.empty() ? "" : ",") + columnDdl(column);
     }
     // A row must never come back as another under the same number: a list on another workstation still knows
     // it by that.
-    if (!hasCounter) {
+    if (table.counter() == nullptr) {
         text += std::string(text.empty() ? "" : ",") + kHiddenKey + " INTEGER PRIMARY KEY AUTOINCREMENT";
     }
     for (const Relation& relation : relations) {
         if (!sameName(relation.foreignTable, table.name)) {
             continue;
         }
-        text += ",FOREIGN KEY(" + quoted(relation.foreignField) + ") REFERENCES " + quoted(relation.table) +
-                '(' + quoted(relation.field) + ')' + (relation.cascadeDelete ? " ON DELETE CASCADE" : "");
+        text += ",FOREIGN KEY(" + quotedName(relation.foreignField) + ") REFERENCES " +
+                quotedName(relation.table) + '(' + quotedName(relation.field) + ')' +
+                (relation.cascadeDelete ? " ON DELETE CASCADE" : "");
     }
     return text;
 }
 
 void SqliteStore::createTable(const TableDef& table) {
-    execute("CREATE TABLE " + quoted(table.Name()) + '(' + columnsDdl(tableInfo(table), {}) + ')');
+    execute("CREATE TABLE " + quotedName(table.Name()) + '(' + columnsDdl(tableInfo(table), {}) + ')');
 }
 
 void SqliteStore::dropTable(const std::string& table) {
-    execute("DROP TABLE " + quoted(table));
+    execute("DROP TABLE " + quotedName(table));
 }
 
 void SqliteStore::createIndex(const std::string& table, const std::string& field, bool unique) {
-    execute(std::string(unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ") + quoted(indexName(table, field)) +
-            " ON " + quoted(table) + '(' + quoted(field) + ')');
+    execute(std::string(unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ") +
+            quotedName(indexName(table, field)) + " ON " + quotedName(table) + '(' + quotedName(field) + ')');
 }
 
 // Each is on one field and bears its table's and field's name.
@@ -223,7 +222,7 @@ std::vector<IndexRow> SqliteStore::indexes() {
     for (const std::string& table : tableNames()) {
         RowBlock list;  // seq, name, unique, origin, partial
         list.reset({Type::Long, Type::Text, Type::Long, Type::Text, Type::Long});
-        prepare("PRAGMA index_list(" + quoted(table) + ")")->readRows(list);
+        prepare("PRAGMA index_list(" + quotedName(table) + ")")->readRows(list);
         for (std::size_t row = list.rows(); row-- > 0;) {
             Value name;
             Value unique;
@@ -231,16 +230,10 @@ std::vector<IndexRow> SqliteStore::indexes() {
             list.get(row, 2, unique);
             RowBlock columns;  // seqno, cid, name
             columns.reset({Type::Long, Type::Long, Type::Text});
-            prepare("PRAGMA index_info(" + quoted(name.textRef()) + ")")->readRows(columns);
+            prepare("PRAGMA index_info(" + quotedName(name.textRef()) + ")")->readRows(columns);
             Value field;
             columns.get(0, 2, field);
-            const bool ofRelation =
-                std::any_of(relations.begin(), relations.end(), [&](const Relation& each) {
-                    return (sameName(each.foreignTable, table) &&
-                            sameName(each.foreignField, field.textRef())) ||
-                           (sameName(each.table, table) && sameName(each.field, field.textRef()));
-                });
-            if (!ofRelation) {
+            if (!belongsToRelation(table, field.textRef(), relations)) {
                 found.push_back({table, field.textRef(), unique.asLong() != 0});
             }
         }
@@ -251,8 +244,8 @@ std::vector<IndexRow> SqliteStore::indexes() {
 void SqliteStore::createForeignIndexes(const std::string& table, const std::vector<Relation>& relations) {
     for (const Relation& relation : relations) {
         if (sameName(relation.foreignTable, table)) {
-            execute("CREATE INDEX IF NOT EXISTS " + quoted(indexName(table, relation.foreignField)) + " ON " +
-                    quoted(table) + '(' + quoted(relation.foreignField) + ')');
+            execute("CREATE INDEX IF NOT EXISTS " + quotedName(indexName(table, relation.foreignField)) +
+                    " ON " + quotedName(table) + '(' + quotedName(relation.foreignField) + ')');
         }
     }
 }
@@ -260,15 +253,15 @@ void SqliteStore::createForeignIndexes(const std::string& table, const std::vect
 void SqliteStore::createRelation(const Relation& relation) {
     const std::string& table = relation.foreignTable;
     const sql::TableInfo info = describe(table);
-    if (cached("SELECT 1 FROM " + quoted(table) + " LIMIT 1")->scalar(Type::Long)) {
+    if (cached("SELECT 1 FROM " + quotedName(table) + " LIMIT 1")->scalar(Type::Long)) {
         fail(errInvalidOperation,
              "The relation can't be created; table '" + table + "' already holds records.");
     }
     const sql::TableInfo parent = describe(relation.table);
     const int parentColumn = parent.indexOf(relation.field);
     if (!parent.columns[static_cast<std::size_t>(parentColumn)].counter) {
-        execute("CREATE UNIQUE INDEX IF NOT EXISTS " + quoted(indexName(relation.table, relation.field)) +
-                " ON " + quoted(relation.table) + '(' + quoted(relation.field) + ')');
+        execute("CREATE UNIQUE INDEX IF NOT EXISTS " + quotedName(indexName(relation.table, relation.field)) +
+                " ON " + quotedName(relation.table) + '(' + quotedName(relation.field) + ')');
     }
 
     std::vector<Relation> all = relations();
@@ -279,7 +272,7 @@ void SqliteStore::createRelation(const Relation& relation) {
     const std::optional<Value> counter =
         prepare("SELECT seq FROM sqlite_sequence WHERE name=" + quotedText(table))->scalar(Type::Long);
     dropTable(table);
-    execute("CREATE TABLE " + quoted(table) + '(' + columnsDdl(info, all) + ')');
+    execute("CREATE TABLE " + quotedName(table) + '(' + columnsDdl(info, all) + ')');
     for (const Value& index : indexes) {
         execute(index.textRef());
     }
@@ -307,8 +300,8 @@ void SqliteStore::copyTables() {
         createIn(table.textRef(), "CREATE TABLE ");
     }
     for (const Value& table : textsOf("name FROM main.sqlite_master WHERE type='table'")) {
-        execute("INSERT INTO target." + quoted(table.textRef()) + " SELECT * FROM main." +
-                quoted(table.textRef()));
+        execute("INSERT INTO target." + quotedName(table.textRef()) + " SELECT * FROM main." +
+                quotedName(table.textRef()));
     }
     for (const Value& index : textsOf("sql FROM main.sqlite_master WHERE type='index'")) {
         const bool unique = index.textRef().rfind("CREATE UNIQUE", 0) == 0;
@@ -329,7 +322,7 @@ void SqliteStore::copyTables() {
 // An index on some other field lists all rows, too, in a tenth of the pages; the price is that its order is
 // another.
 void SqliteStore::readAllKeys(const std::string& table, std::vector<std::int64_t>& keys) {
-    cached("SELECT rowid FROM " + quoted(table))->readKeys(keys, 1);
+    cached("SELECT rowid FROM " + quotedName(table))->readKeys(keys, 1);
     if (!std::is_sorted(keys.begin(), keys.end())) {
         sortKeys(keys);
     }
@@ -380,13 +373,13 @@ void SqliteStore::insertRows(const std::string& table, std::span<const std::stri
 }
 
 std::int64_t SqliteStore::insertRow(const std::string& table, std::span<const FieldValue> fields) {
-    std::string text = "INSERT INTO " + quoted(table);
+    std::string text = "INSERT INTO " + quotedName(table);
     if (fields.empty()) {
         text += " DEFAULT VALUES";
     }
     std::string places;
     for (const FieldValue& field : fields) {
-        text += (places.empty() ? '(' : ',') + quoted(field.field);
+        text += (places.empty() ? '(' : ',') + quotedName(field.field);
         places += places.empty() ? "?" : ",?";
     }
     if (!fields.empty()) {
@@ -402,9 +395,9 @@ std::int64_t SqliteStore::insertRow(const std::string& table, std::span<const Fi
 }
 
 bool SqliteStore::updateRow(const std::string& table, std::int64_t key, std::span<const FieldValue> fields) {
-    std::string text = "UPDATE " + quoted(table) + " SET ";
+    std::string text = "UPDATE " + quotedName(table) + " SET ";
     for (const FieldValue& field : fields) {
-        text += quoted(field.field) + "=?,";
+        text += quotedName(field.field) + "=?,";
     }
     text.back() = ' ';
     const auto statement = cached(text + "WHERE rowid=?");
@@ -417,7 +410,7 @@ bool SqliteStore::updateRow(const std::string& table, std::int64_t key, std::spa
 }
 
 bool SqliteStore::deleteRow(const std::string& table, std::int64_t key) {
-    const auto statement = cached("DELETE FROM " + quoted(table) + " WHERE rowid=?1");
+    const auto statement = cached("DELETE FROM " + quotedName(table) + " WHERE rowid=?1");
     statement->bindInteger(1, key);
     return statement->run() != 0;
 }

@@ -186,15 +186,4 @@ std::size_t SqliteStatement::readRows(RowBlock& block, int skip, std::vector<std
     return rows;
 }
 
-std::optional<Value> SqliteStatement::scalar(Type type) {
-    RowBlock block;
-    block.reset({type});
-    if (readRows(block, 0, nullptr, 1, nullptr) == 0) {
-        return std::nullopt;
-    }
-    Value value;
-    block.get(0, 0, value);
-    return value;
-}
-
 }  // namespace dao::driver

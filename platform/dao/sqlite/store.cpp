@@ -101,28 +101,6 @@ std::unique_ptr<Store> openMemoryStore() {
     return std::make_unique<SqliteStore>(OpenRequest{});
 }
 
-std::string quoted(std::string_view name) {
-    std::string text = "\"";
-    for (char c : name) {
-        text += c;
-        if (c == '"') {
-            text += c;
-        }
-    }
-    return text + '"';
-}
-
-std::string quotedText(std::string_view name) {
-    std::string text = "'";
-    for (char c : name) {
-        text += c;
-        if (c == '\'') {
-            text += c;
-        }
-    }
-    return text + '\'';
-}
-
 SqliteStore::SqliteStore(const OpenRequest& request, bool withSystemTables) {
     try {
         open(request);

@@ -9,6 +9,7 @@
 #include <unordered_set>
 
 #include "platform/dao/driver.h"
+#include "platform/sql/sql_text.h"
 
 namespace dao::driver {
 
@@ -140,7 +141,6 @@ class SqliteStatement final : public Statement {
     void readKeys(std::vector<std::int64_t>& out, int columns) override;
     std::size_t readRows(RowBlock& block, int skip, std::vector<std::int64_t>* keys, std::size_t limit,
                          const std::vector<int>* places) override;
-    std::optional<Value> scalar(Type type) override;
 
     void finalize() noexcept;  // the store closes: the statement is dead from here on
 
@@ -158,12 +158,12 @@ class SqliteStatement final : public Statement {
 // under this name; empty: the usual one.
 void setFileLayer(std::string name);
 
-std::string quoted(std::string_view name);            // "name"
-std::string quotedText(std::string_view text);        // 'text'
+using sql::writing::quotedName;
+using sql::writing::quotedText;
 bool isSystemTable(std::string_view name);            // not for those who use the file
 inline constexpr const char* kHiddenKey = "dao_row";  // the key of a table that has no counter of its own
 
-void installFunctions(sqlite3* db);                   // sqlite_functions.cpp
-void installIdSets(sqlite3* db, SqliteStore* store);  // sqlite_idset.cpp
+void installFunctions(sqlite3* db);                   // functions.cpp
+void installIdSets(sqlite3* db, SqliteStore* store);  // idset.cpp
 
 }  // namespace dao::driver
