@@ -9,7 +9,6 @@
 #include <QPushButton>
 #include <optional>
 
-#include "catalogue/spoken_caption.h"
 #include "common/modMain.h"
 #include "common/settings.h"
 #include "common/window_helpers.h"

@@ -61,7 +61,7 @@ void frmJM::buildButtons(QVBoxLayout* column) {
     for (int i = 0; i < Count; ++i) {
         auto* button = new QPushButton(QString::fromLatin1(captions[i]), this);
         button->setObjectName(arrayName("Command1", i));
-        button->setAccessibleName(QString(button->text()).remove(QLatin1Char('&')));
+        button->setAccessibleName(spokenCaption(button->text()));
         button->setAutoDefault(false);  // Enter in the list presses nothing
         if (i == Change) {
             column->addSpacing(8);

@@ -9,7 +9,6 @@
 
 #include "catalogue/product_entry_fields.h"
 #include "catalogue/product_hint.h"
-#include "catalogue/spoken_caption.h"
 #include "common/settings.h"
 #include "common/window_helpers.h"
 #include "common/window_places.h"

@@ -11,7 +11,6 @@
 #include "catalogue/price_list_options.h"
 #include "catalogue/price_list_steps.h"
 #include "catalogue/price_list_texts.h"
-#include "catalogue/spoken_caption.h"
 #include "common/settings.h"
 #include "common/window_helpers.h"
 #include "common/window_places.h"

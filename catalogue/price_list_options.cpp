@@ -8,7 +8,6 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "catalogue/spoken_caption.h"
 #include "common/settings.h"
 #include "common/window_helpers.h"
 #include "platform/system/trap.h"

@@ -7,7 +7,6 @@
 #include <QLineEdit>
 
 #include "catalogue/frmKonfigPrint_rules.h"
-#include "catalogue/spoken_caption.h"
 #include "common/settings.h"
 #include "common/window_helpers.h"
 #include "platform/controls/keys.h"

@@ -2,7 +2,6 @@
 
 #include <QLabel>
 
-#include "catalogue/spoken_caption.h"
 #include "common/window_helpers.h"
 
 namespace {

@@ -9,6 +9,10 @@ QString arrayName(const char* array, int index) {
     return QStringLiteral("%1(%2)").arg(QLatin1String(array)).arg(index);
 }
 
+QString spokenCaption(QString caption) {
+    return caption.remove(QLatin1Char('&')).remove(QLatin1Char(':'));
+}
+
 platform::BoxAnswer box(QWidget* owner, const QString& text, platform::BoxIcon icon,
                         platform::BoxButtons buttons, platform::BoxAnswer preselected) {
     return platform::showBox({text, GetResString(1), icon, buttons, preselected}, owner);

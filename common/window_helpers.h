@@ -14,6 +14,8 @@ class Value;
 
 // "Text1(7)": the name of one control of an array.
 QString arrayName(const char* array, int index);
+// A caption as a screen reader says it: without the marks of its letter and of the field behind it.
+QString spokenCaption(QString caption);
 // A box of this program over `owner`.
 platform::BoxAnswer box(QWidget* owner, const QString& text, platform::BoxIcon icon,
                         platform::BoxButtons buttons = platform::BoxButtons::Ok,

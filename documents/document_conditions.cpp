@@ -6,12 +6,12 @@
 #include <QLineEdit>
 
 #include "common/settings.h"
+#include "common/window_helpers.h"
 #include "documents/ActiveReport2.h"
 #include "documents/frmPrintInvoiceEx_error.h"
 #include "documents/frmPrintInvoiceEx_tables.h"
 
 using print_invoice::guarded;
-using print_invoice::spokenOf;
 
 namespace {
 
@@ -117,7 +117,7 @@ QWidget* DocumentConditions::buildOther(QWidget* parent) {
     addEntry(kFooterText, QStringLiteral("Footer tekst"), frame);
     const QString caption =
         QStringLiteral("&Footer tekst - koristi postojece podatke o firmi (adresa, telefoni i dr.)");
-    addCheck(kFirmsFooter, caption, spokenOf(caption), frame);
+    addCheck(kFirmsFooter, caption, spokenCaption(caption), frame);
     grid->addWidget(check(kStamp), 0, 0);
     grid->addWidget(entry(kStampText), 0, 1);
     grid->addWidget(check(kFooter), 1, 0);

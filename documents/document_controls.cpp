@@ -12,10 +12,6 @@ constexpr char kTagProperty[] = "Tag";
 
 }  // namespace
 
-QString spokenOf(QString label) {
-    return label.remove(QLatin1Char('&')).remove(QLatin1Char(':'));
-}
-
 QLineEdit* makeEntry(int index, const QString& spoken, QWidget* parent) {
     auto* entry = new QLineEdit(parent);
     entry->setObjectName(arrayName("Text2", index));

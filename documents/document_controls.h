@@ -14,7 +14,6 @@ namespace print_invoice {
 // Keeps one setting; what fails is remembered, and the others are kept all the same.
 using Save = std::function<void(const std::function<void()>&)>;
 
-QString spokenOf(QString label);  // without the signs for the eye
 QLineEdit* makeEntry(int index, const QString& spoken, QWidget* parent);
 QCheckBox* makeCheck(int index, const QString& caption, const QString& spoken, QWidget* parent);
 

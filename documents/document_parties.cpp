@@ -14,7 +14,6 @@
 
 using print_invoice::guarded;
 using print_invoice::setTag;
-using print_invoice::spokenOf;
 using print_invoice::tag;
 
 namespace {
@@ -58,7 +57,7 @@ QWidget* DocumentParties::buildFields(const QString& title, int from, int to) {
         const QString text = QLatin1String(kFieldLabels[i]);
         text1_[place] = new QLineEdit(frame);
         text1_[place]->setObjectName(arrayName("Text1", i));
-        text1_[place]->setAccessibleName(title + QLatin1Char(' ') + spokenOf(text));
+        text1_[place]->setAccessibleName(title + QLatin1Char(' ') + spokenCaption(text));
         label1_[place] = new QLabel(text, frame);
         label1_[place]->setObjectName(arrayName("Label1", i));
         label1_[place]->setBuddy(text1_[place]);

@@ -48,7 +48,7 @@ void DocumentSumFields::build(QWidget* panel, QBoxLayout* row) {
     row->addWidget(costs_);
     row->addStretch(1);
     const QString caption = QStringLiteral("&Prikazi total slovima");
-    inWords_ = print_invoice::makeCheck(0, caption, print_invoice::spokenOf(caption), panel);
+    inWords_ = print_invoice::makeCheck(0, caption, spokenCaption(caption), panel);
     row->addWidget(inWords_);
 }
 

@@ -61,7 +61,7 @@ QWidget* frmPrintInvoiceEx::buildButtons() {
     const auto addButton = [&](int index, const char* caption, auto action) {
         auto* button = new QPushButton(QLatin1String(caption), panel);
         button->setObjectName(arrayName("Command1", index));
-        button->setAccessibleName(print_invoice::spokenOf(button->text()));
+        button->setAccessibleName(spokenCaption(button->text()));
         button->setAutoDefault(false);  // a number must not be taken by an Enter meant for a field
         connect(button, &QPushButton::clicked, this, action);
         row->addWidget(button);

@@ -10,6 +10,7 @@
 #include "common/list_columns.h"
 #include "common/modMain.h"
 #include "common/settings.h"
+#include "common/window_helpers.h"
 #include "common/window_places.h"
 #include "platform/controls/pictures.h"
 #include "platform/system/files.h"
@@ -99,7 +100,7 @@ void frmTrebovanjeError::build() {
     for (const size_t i : {kPrint, kClose}) {
         Command1[i] = new QPushButton(QString::fromLatin1(captions[i]), this);
         Command1[i]->setObjectName(QStringLiteral("Command1(%1)").arg(i));
-        Command1[i]->setAccessibleName(QString::fromLatin1(captions[i]).remove(QLatin1Char('&')));
+        Command1[i]->setAccessibleName(spokenCaption(QString::fromLatin1(captions[i])));
         row->addWidget(Command1[i]);
     }
     Command1[kClose]->setDefault(true);

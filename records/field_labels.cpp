@@ -21,10 +21,6 @@ void selectFor(QWidget* field, Qt::FocusReason reason) {
 
 }  // namespace
 
-QString spoken(QString caption) {
-    return caption.remove(QLatin1Char('&')).remove(QLatin1Char(':'));
-}
-
 FieldLabels::FieldLabels(QWidget& window) : window_(window) {}
 
 QLabel* FieldLabels::add(int number, const QString& caption, QWidget* field) {
@@ -32,7 +28,7 @@ QLabel* FieldLabels::add(int number, const QString& caption, QWidget* field) {
     label->setObjectName(arrayName("Label1", number));
     label->setBuddy(field);
     label->installEventFilter(this);
-    field->setAccessibleName(spoken(caption));
+    field->setAccessibleName(spokenCaption(caption));
     // In a list everything selected is everything chosen.
     if (qobject_cast<QListWidget*>(field) == nullptr) {
         field->installEventFilter(this);

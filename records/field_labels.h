@@ -8,8 +8,6 @@ class QWidget;
 
 // The property of a control that holds its topic of the help file.
 inline constexpr char kTopicProperty[] = "HelpContextID";
-// A caption as a screen reader says it.
-QString spoken(QString caption);
 
 // The labels before the fields of the service editor. A click on a label leads to its field, and a field that
 // gets the focus is selected whole.

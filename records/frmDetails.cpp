@@ -92,7 +92,7 @@ void frmDetails::addButtons(QGridLayout& grid) {
     const auto add = [&](int index, const char* caption) {
         auto* button = new QPushButton(QString::fromLatin1(caption), this);
         button->setObjectName(arrayName("Command1", index));
-        button->setAccessibleName(spoken(button->text()));
+        button->setAccessibleName(spokenCaption(button->text()));
         button->setProperty(kTopicProperty, kFirstButtonTopic + index);
         row->addWidget(button);
         return button;

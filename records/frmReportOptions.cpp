@@ -10,6 +10,7 @@
 
 #include "common/help.h"
 #include "common/settings.h"
+#include "common/window_helpers.h"
 #include "common/window_places.h"
 #include "platform/system/trap.h"
 
@@ -59,10 +60,6 @@ constexpr int kGridRows = 2, kGridColumns = 2;
 
 constexpr const char* kButtons[] = {"OK", "Cancel", "&Help"};
 
-QString spoken(const char* caption) {
-    return QString::fromLatin1(caption).remove(QLatin1Char('&'));
-}
-
 }  // namespace
 
 frmReportOptions::frmReportOptions(QWidget* parent) : QDialog(parent) {
@@ -89,7 +86,7 @@ void frmReportOptions::buildChoices(QGridLayout* grid) {
             const Choice& row = kChoiceRows[i];
             auto* check = new QCheckBox(QString::fromLatin1(row.caption), box);
             check->setObjectName(QStringLiteral("Check1(%1)").arg(i));
-            check->setAccessibleName(spoken(row.caption));
+            check->setAccessibleName(spokenCaption(QString::fromLatin1(row.caption)));
             auto* line = new QHBoxLayout;
             line->setContentsMargins(i == frame.first ? 0 : indent, 0, 0, 0);
             line->addWidget(check);
@@ -114,7 +111,7 @@ void frmReportOptions::buildButtons(QGridLayout* grid) {
     for (size_t i = 0; i < Command1.size(); ++i) {
         Command1[i] = new QPushButton(QString::fromLatin1(kButtons[i]), this);
         Command1[i]->setObjectName(QStringLiteral("Command1(%1)").arg(i));
-        Command1[i]->setAccessibleName(spoken(kButtons[i]));
+        Command1[i]->setAccessibleName(spokenCaption(QString::fromLatin1(kButtons[i])));
         row->addWidget(Command1[i]);
     }
     Command1[kOk]->setDefault(true);

@@ -54,8 +54,7 @@ QGroupBox* FirmFields::buildFrame(const QString& title, std::size_t from, std::s
     for (std::size_t i = from; i < to; ++i) {
         QLineEdit* field = makeField(i, frame);
         QLabel* label = makeLabel(i, field, frame);
-        field->setAccessibleName(options::spokenOf(title) + QLatin1Char(' ') +
-                                 options::spokenOf(label->text()));
+        field->setAccessibleName(spokenCaption(title) + QLatin1Char(' ') + spokenCaption(label->text()));
         const int row = static_cast<int>(i - from);
         grid->addWidget(label, row, 0);
         grid->addWidget(field, row, 1);

@@ -84,7 +84,7 @@ QWidget* frmOptions::buildRate() {
     auto* frame = new QGroupBox(QStringLiteral("&Kupovni kurs EUR:"), this);
     frame->setObjectName(QStringLiteral("Frame1"));
     auto* row = new QHBoxLayout(frame);
-    row->addWidget(numbers_.addRate(options::spokenOf(frame->title())));
+    row->addWidget(numbers_.addRate(spokenCaption(frame->title())));
     ratePage_ = makeButton(3, Caption{0, "&NBS -->"}, this);
     connect(ratePage_, &QPushButton::clicked, this,
             [this] { LaunchAssociated(this, ratePage_->property(kTag).toString()); });

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "common/modMain.h"
+#include "common/window_helpers.h"
 #include "platform/controls/pictures.h"
 #include "platform/system/files.h"
 #include "platform/system/trap.h"
@@ -91,7 +92,7 @@ void frmTip::buildTip(QBoxLayout* column) {
 QPushButton* frmTip::makeButton(const char* name, int captionId) {
     auto* button = new QPushButton(GetResString(captionId), this);
     button->setObjectName(QLatin1String(name));
-    button->setAccessibleName(button->text().remove(QLatin1Char('&')));
+    button->setAccessibleName(spokenCaption(button->text()));
     return button;
 }
 

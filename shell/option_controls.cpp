@@ -11,14 +11,10 @@ QString Caption::shown() const {
     return text ? QString::fromLatin1(text) : GetResString(id);
 }
 
-QString spokenOf(QString caption) {
-    return caption.remove(QLatin1Char('&')).remove(QLatin1Char(':'));
-}
-
 QPushButton* makeButton(int index, const Caption& caption, QWidget* window) {
     auto* button = new QPushButton(caption.shown(), window);
     button->setObjectName(arrayName("Command1", index));
-    button->setAccessibleName(spokenOf(button->text()));
+    button->setAccessibleName(spokenCaption(button->text()));
     const QFontMetrics letters = window->fontMetrics();
     button->setMinimumWidth(letters.horizontalAdvance(button->text()) + 2 * letters.height());
     return button;

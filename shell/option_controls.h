@@ -5,8 +5,7 @@
 class QPushButton;
 class QWidget;
 
-// What the pages of the options have in common: where their captions come from, and what those are called
-// when they are read aloud.
+// What the pages of the options have in common: where their captions come from.
 namespace options {
 
 // A caption out of the string table, or one of the window's own.
@@ -15,8 +14,6 @@ struct Caption {
     const char* text = nullptr;
     QString shown() const;
 };
-
-QString spokenOf(QString caption);  // without the signs for the eye
 
 // Command1(index), wide enough for its caption and some air.
 QPushButton* makeButton(int index, const Caption& caption, QWidget* window);

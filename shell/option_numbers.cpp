@@ -90,7 +90,7 @@ void OptionNumbers::addDaysAndTax(QGridLayout* grid) {
     for (const std::size_t index : {kDays, kTax}) {
         const int row = static_cast<int>(index);
         QLabel* before = makeLabel(kRows[index].before);
-        QString accessible = options::spokenOf(before->text());
+        QString accessible = spokenCaption(before->text());
         grid->addWidget(before, row, 0);
         if (kRows[index].after != 0) {
             QLabel* after = makeLabel(kRows[index].after);

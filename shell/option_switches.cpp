@@ -44,7 +44,7 @@ void OptionSwitches::addPrograms(QBoxLayout* column) {
 void OptionSwitches::add(QBoxLayout* column, std::size_t index) {
     auto* box = new QCheckBox(kCaptions[index].shown(), window_);
     box->setObjectName(arrayName("Check1", static_cast<int>(index)));
-    box->setAccessibleName(options::spokenOf(box->text()));
+    box->setAccessibleName(spokenCaption(box->text()));
     boxes_[index] = box;
     auto* row = new QHBoxLayout;  // a click beside the words must not change a switch
     if (index == kTipsAtRandom) {

@@ -5,6 +5,7 @@
 
 #include "common/modMain.h"
 #include "common/settings.h"
+#include "common/window_helpers.h"
 #include "platform/system/trap.h"
 #include "shell/tip_failure.h"
 
@@ -23,7 +24,7 @@ void TipSwitches::addTo(QBoxLayout* column) {
 QCheckBox* TipSwitches::makeBox(const char* name, int captionId) {
     auto* box = new QCheckBox(GetResString(captionId), window_);
     box->setObjectName(QLatin1String(name));
-    box->setAccessibleName(box->text().remove(QLatin1Char('&')));
+    box->setAccessibleName(spokenCaption(box->text()));
     return box;
 }
 
