@@ -283,6 +283,7 @@ QString newerDatabaseText() {
 
 bool CheckDatabase(QString& errorText) {
     dao::DBEngine::setKnownForm(data::kShopForm);
+    dao::DBEngine::setNotesFile(inProgramFolder("Tarvello.notes").toStdString());
     errorText.clear();
     QString path = databasePath();
     switch (locateDatabase(path, errorText)) {
@@ -321,7 +322,7 @@ bool RepairAndCompactDatabase(QString& errorText, bool withPassword) {
     Trap engine;
     engine([&] {
         sole.emplace(path.toStdString());
-        dao::DBEngine::RepairDatabase(from, connect);
+        dao::DBEngine::RepairDatabase(from, connect, backupPath().toStdString());
         dao::DBEngine::CompactDatabase(from, temporary.toStdString(), connect);
     });
     if (engine.failed()) {

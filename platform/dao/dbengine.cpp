@@ -66,9 +66,9 @@ Database DBEngine::CreateDatabase(const std::string& path, const std::string& co
     return OpenDatabase(path, false, false, connect.empty() ? ";pwd=" : connect);
 }
 
-void DBEngine::RepairDatabase(const std::string& path, const std::string& connect) {
+void DBEngine::RepairDatabase(const std::string& path, const std::string& connect, const std::string& copy) {
     lastRepair() = {};
-    lastRepair() = kindOf(path).repair(path, connect);
+    lastRepair() = kindOf(path).repair(path, connect, copy);
 }
 
 const RepairReport& DBEngine::LastRepair() {
@@ -119,6 +119,10 @@ const std::vector<ErrorEntry>& DBEngine::Errors() {
 }
 void DBEngine::setKnownForm(int form) {
     driver::setKnownForm(form);
+}
+
+void DBEngine::setNotesFile(const std::string& path) {
+    driver::setNotesFile(path);
 }
 
 void DBEngine::setLockTimeout(int milliseconds) {

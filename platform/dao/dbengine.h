@@ -41,17 +41,23 @@ class DBEngine {
     // takes the old one's place only when it is whole. Needs the file for this process alone: 3045. Uses the
     // password that this process last opened the file with, or, failing that, the one given; 3031 with
     // neither.
-    static void RepairDatabase(const std::string& path, const std::string& connect = {});
+    // Before the fresh file takes its place the hurt one is kept beside it (NAME.damaged.mdb), at most one.
+    // Where the first bytes are gone, without which no password opens the file, `copy` may tell them: an
+    // earlier copy of it, as a backup is; or this workstation's notes.
+    static void RepairDatabase(const std::string& path, const std::string& connect = {},
+                               const std::string& copy = {});
     static const RepairReport& LastRepair();
     // Writes a fresh, dense copy, same password. 3045 while another process has the source open, 3012 if the
     // target exists. `connect` as for OpenDatabase; empty: the password this process last opened it with.
     static void CompactDatabase(const std::string& from, const std::string& to,
                                 const std::string& connect = {});
-    // A consistent copy of the file, byte for byte, also while other processes write to it: writers wait. A
-    // file that does not open as a database is copied as it lies. The target is written beside and renamed,
-    // so it is whole or absent; an existing target is replaced only then, behind whatever link leads to it,
-    // and the copy takes over its rights. This process's own windows on the target find the copy; 3045 while
-    // one of them is in the middle of an Edit. 3044 for a target that is a link to nothing.
+    // A consistent copy of the file, byte for byte, also while other processes write to it: writers wait.
+    // Each page that is copied is checked, and the copy once more before it takes its place: 3049 where one
+    // is damaged, and then the next opening of that file checks all of it, until it is repaired. What is no
+    // database, or one whose password this process never had, is copied as it lies. The target is written
+    // beside and renamed, so it is whole or absent; an existing target is replaced only then, behind whatever
+    // link leads to it, and the copy takes over its rights. This process's own windows on the target find the
+    // copy; 3045 while one of them is in the middle of an Edit. 3044 for a target that is a link to nothing.
     // From a server into a file, a consistent copy is made while others go on working, enciphered with the
     // password that the shop was last opened with; from a file to a server (a signpost at `to`) the whole
     // shop there is set back to what the file holds, in one transaction, which needs the server alone: 3045.
@@ -80,6 +86,10 @@ class DBEngine {
     // The highest form (Database::Form) that the program knows: a file of a higher one is refused on every
     // road, opening, repair and compaction: 3811. At the start every form is known.
     static void setKnownForm(int form);
+
+    // A file of this workstation's own, made when there is something to note in it: see RepairDatabase.
+    // Empty, as at the start: nothing is noted.
+    static void setNotesFile(const std::string& path);
 
     // How long Edit, Update and the like wait for another workstation's lock. Milliseconds; 10,000 at the
     // start.

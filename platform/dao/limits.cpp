@@ -8,6 +8,7 @@ namespace {
 struct Limits {
     int lockTimeout = 10000;
     int knownForm = INT_MAX;
+    std::string notesFile;
 };
 
 Limits& limits() {
@@ -28,6 +29,13 @@ void setKnownForm(int form) {
 }
 int knownForm() {
     return limits().knownForm;
+}
+
+void setNotesFile(const std::string& path) {
+    limits().notesFile = path;
+}
+const std::string& notesFile() {
+    return limits().notesFile;
 }
 
 }  // namespace dao::driver

@@ -12,6 +12,10 @@ std::shared_ptr<OpenFile> openPlace(const PlacePtr& place, bool writable,
     if (std::shared_ptr<OpenFile> open = OpenFiles::find(place->identity(), writable)) {
         return open;
     }
+    if (presence != nullptr && presence->enterExclusive()) {
+        place->sweep();
+        presence->leaveExclusive();
+    }
     try {
         auto file = std::make_shared<OpenFile>(place, std::move(presence), place->open());
         file->store().queries();

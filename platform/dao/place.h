@@ -38,6 +38,8 @@ class Place {
     virtual std::unique_ptr<driver::Store> open() const = 0;
     // What a glance tells about the whole of it: 3049 where something is missing.
     virtual void prove(driver::Store& store) const = 0;
+    // Takes away what a crash left half done beside the records; whoever calls has them alone.
+    virtual void sweep() const noexcept {}
     // The last of all processes has closed it.
     virtual void tidy() const noexcept = 0;
 };

@@ -25,7 +25,8 @@ class StoreKind {
     virtual std::shared_ptr<Presence> enterAt(const std::string& path) const = 0;
 
     virtual void create(const std::string& path, const std::string& connect) const = 0;
-    virtual RepairReport repair(const std::string& path, const std::string& connect) const = 0;
+    virtual RepairReport repair(const std::string& path, const std::string& connect,
+                                const std::string& copy) const = 0;
     virtual void compact(const std::string& from, const std::string& to,
                          const std::string& connect) const = 0;
     virtual void copy(const std::string& from, const std::string& to) const = 0;

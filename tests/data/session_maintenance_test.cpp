@@ -82,6 +82,50 @@ TEST_F(MaintenanceTest, ABackupThatFailsLeavesTheFormerOne) {
     EXPECT_TRUE(opens());
 }
 
+// The page is none that closing the program would ever read; but the backup is all that the shop has of it.
+TEST_F(MaintenanceTest, ADamagedDatabaseNeverReplacesASoundBackup) {
+    makeBackupWithClient("Sacuvan");
+    const QByteArray sound = bytesOf(backup());
+    const qint64 last = bytesOf(databaseFile()).size() / kPage - 1;
+    overwrite(databaseFile(), last * kPage, QByteArray(kPage, '\0'));
+    ASSERT_TRUE(opens());
+
+    EXPECT_FALSE(BackupDatabase(errorText));
+    EXPECT_EQ(errorText,
+              "Database is opened in multiuser environment and at least one user is on line thus it is "
+              "impossible to create backup database.");
+    EXPECT_EQ(bytesOf(backup()), sound);
+
+    // The next start finds the damage, wherever it is, and repairs it.
+    EXPECT_TRUE(CheckDatabase(errorText)) << errorText.toStdString();
+    expectBoxes({{"Database needs to be reapired.", BoxButtons::Ok}});
+    EXPECT_TRUE(isWhole(databaseFile()));
+    EXPECT_TRUE(QFile::exists(path("Tarvello.damaged.mdb")));
+    EXPECT_TRUE(BackupDatabase(errorText));
+}
+
+TEST_F(MaintenanceTest, AFileWithoutItsFirstPageIsRepairedWithEveryRow) {
+    const bool byBackup[] = {true, false};
+    for (const bool backupKnows : byBackup) {
+        SCOPED_TRACE(backupKnows ? "by the backup" : "by the workstation's notes");
+        addClient(backupKnows ? "Prvi" : "Drugi");
+        closeDatabases();
+        if (backupKnows) {
+            ASSERT_TRUE(BackupDatabase(errorText));
+        } else {
+            ASSERT_TRUE(CheckDatabase(errorText));
+            QFile::remove(backup());
+        }
+        boxes.asked.clear();
+        overwrite(databaseFile(), 0, rubbish(kPage));
+        EXPECT_TRUE(CheckDatabase(errorText)) << errorText.toStdString();
+        expectBoxes({{"Database needs to be reapired.", BoxButtons::Ok}});
+        EXPECT_EQ(clientsNamed("Prvi"), 1);
+        EXPECT_EQ(clientsNamed("Drugi"), backupKnows ? 0 : 1);
+        QFile::remove(path("Tarvello.notes"));
+    }
+}
+
 TEST_F(MaintenanceTest, AFirstBackupThatFailsLeavesNone) {
     EXPECT_TRUE(withASmallDisk(&BackupDatabase).startsWith("Database is opened in multiuser environment"));
     EXPECT_FALSE(QFile::exists(backup()));

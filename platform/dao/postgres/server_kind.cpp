@@ -70,7 +70,8 @@ class ServerKind final : public StoreKind {
     void create(const std::string& path, const std::string&) const override {
         fail(errObjectExists, "Database '" + path + "' already exists.");
     }
-    RepairReport repair(const std::string& path, const std::string& connect) const override {
+    RepairReport repair(const std::string& path, const std::string& connect,
+                        const std::string&) const override {
         const ShopAlone shop(*this, path, connect);
         check(*shop.place->open(), shop.link->connection());
         return {};

@@ -162,6 +162,13 @@ void TreeReader::readLeaf(PageNumber number, const OnRow& onRow, Missing& missin
     }
 }
 
+void TreeReader::readStrayLeaf(PageNumber number, const OnRow& onRow, Missing& missing) {
+    const std::string_view page = pages_.page(number);
+    if (!page.empty() && page.front() == kTableLeaf) {
+        readLeaf(number, onRow, missing);
+    }
+}
+
 void TreeReader::walkTable(PageNumber number, const Gap& range, int depth, const OnRow& onRow,
                            Missing& missing) {
     const std::string page(depth < kDeepest && visit(number) ? pages_.page(number) : std::string_view{});
@@ -195,7 +202,7 @@ TreeReader::Missing TreeReader::readTable(PageNumber root, const OnRow& onRow) {
     return missing;
 }
 
-bool TreeReader::walkIndex(PageNumber number, int depth, std::vector<std::int64_t>& rowids) {
+bool TreeReader::walkIndex(PageNumber number, int depth, const OnEntry& onEntry) {
     const std::string page(depth < kDeepest && visit(number) ? pages_.page(number) : std::string_view{});
     const char kind = page.empty() ? kUnreadable : page[headerAt(number)];
     if (kind != kIndexLeaf && kind != kIndexInterior) {
@@ -204,7 +211,7 @@ bool TreeReader::walkIndex(PageNumber number, int depth, std::vector<std::int64_
     for (const std::size_t place : cellPlaces(page, number)) {
         std::size_t at = place;
         if (kind == kIndexInterior) {
-            if (!walkIndex(bigEndian(page, at, 4), depth + 1, rowids)) {
+            if (!walkIndex(bigEndian(page, at, 4), depth + 1, onEntry)) {
                 return false;
             }
             at += 4;
@@ -221,13 +228,13 @@ bool TreeReader::walkIndex(PageNumber number, int depth, std::vector<std::int64_
             !std::holds_alternative<std::int64_t>(cells.back())) {
             return false;
         }
-        rowids.push_back(std::get<std::int64_t>(cells.back()));
+        onEntry(cells);
     }
-    return kind == kIndexLeaf || walkIndex(bigEndian(page, headerAt(number) + 8, 4), depth + 1, rowids);
+    return kind == kIndexLeaf || walkIndex(bigEndian(page, headerAt(number) + 8, 4), depth + 1, onEntry);
 }
 
-bool TreeReader::readIndex(PageNumber root, std::vector<std::int64_t>& rowids) {
-    return walkIndex(root, 0, rowids);
+bool TreeReader::readIndex(PageNumber root, const OnEntry& onEntry) {
+    return walkIndex(root, 0, onEntry);
 }
 
 void TreeReader::markFreePages() {

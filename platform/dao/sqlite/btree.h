@@ -37,14 +37,18 @@ class TreeReader {
         bool empty() const { return gaps.empty() && rows.empty(); }
     };
     Missing readTable(PageNumber root, const OnRow& onRow);
-    // The row keys an index lists; false if a page of it is unreadable.
-    bool readIndex(PageNumber root, std::vector<std::int64_t>& rowids);
+    // The entries of an index: the fields' values and behind them the row's key. False if a page of it is
+    // unreadable.
+    using OnEntry = std::function<void(const std::vector<StoredCell>&)>;
+    bool readIndex(PageNumber root, const OnEntry& onEntry);
 
     void markFreePages();
     // Leaves of tables that no tree leads to any more.
     std::vector<PageNumber> strayLeaves();
     // Every row of one leaf.
     void readLeaf(PageNumber page, const OnRow& onRow, Missing& missing);
+    // The same of a page that may be anything: nothing where it is no whole leaf of a table.
+    void readStrayLeaf(PageNumber page, const OnRow& onRow, Missing& missing);
 
  private:
     struct Cell {
@@ -56,7 +60,7 @@ class TreeReader {
 
     bool visit(PageNumber page) { return visited_.insert(page).second; }
     void walkTable(PageNumber page, const Gap& range, int depth, const OnRow& onRow, Missing& missing);
-    bool walkIndex(PageNumber page, int depth, std::vector<std::int64_t>& rowids);
+    bool walkIndex(PageNumber page, int depth, const OnEntry& onEntry);
     bool payload(const std::string& page, const Cell& cell, std::size_t localLimit, std::string& out);
     static std::vector<std::size_t> cellPlaces(const std::string& page, PageNumber number);
     static bool parseRecord(const std::string& payload, std::vector<StoredCell>& cells);

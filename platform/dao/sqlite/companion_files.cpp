@@ -1,9 +1,14 @@
 #include "platform/dao/sqlite/companion_files.h"
 
+#include <charconv>
+
 #include <unistd.h>
 
 namespace dao {
 namespace {
+
+constexpr std::string_view kJournal = "-journal";
+constexpr std::string_view kUnfinished = ".part";
 
 // Where the extension begins; the end where there is none.
 std::size_t extensionAt(const std::string& database) {
@@ -20,7 +25,7 @@ std::string withExtension(const std::string& database, const char* extension) {
 }  // namespace
 
 std::string journalOf(const std::string& database) {
-    return database + "-journal";
+    return database + std::string(kJournal);
 }
 
 std::string lockFileOf(const std::string& database) {
@@ -35,8 +40,33 @@ std::string beforeServerOf(const std::string& database) {
     return std::string(database).insert(extensionAt(database), ".before-server");
 }
 
+std::string damageMarkOf(const std::string& database) {
+    return database + ".damaged";
+}
+
+std::string damagedOf(const std::string& database) {
+    return std::string(database).insert(extensionAt(database), ".damaged");
+}
+
 std::string unfinishedOf(const std::string& database) {
-    return database + ".part" + std::to_string(getpid());
+    return database + std::string(kUnfinished) + std::to_string(getpid());
+}
+
+int writerOf(const std::string& database, std::string_view name) {
+    const std::string_view path(database);
+    const std::string_view base = path.substr(path.rfind('/') + 1);
+    if (name.substr(0, base.size()) != base) {
+        return 0;
+    }
+    name.remove_prefix(base.size());
+    if (name.substr(0, kUnfinished.size()) != kUnfinished) {
+        return 0;
+    }
+    name.remove_prefix(kUnfinished.size());
+    int process = 0;
+    const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), process);
+    const std::string_view rest = name.substr(static_cast<std::size_t>(end - name.data()));
+    return error == std::errc() && (rest.empty() || rest == kJournal) ? process : 0;
 }
 
 }  // namespace dao

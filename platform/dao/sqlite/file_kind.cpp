@@ -23,8 +23,9 @@ class FileKind final : public StoreKind {
     void create(const std::string& path, const std::string& connect) const override {
         maintenance::create(path, connect);
     }
-    RepairReport repair(const std::string& path, const std::string& connect) const override {
-        return maintenance::repair(path, connect);
+    RepairReport repair(const std::string& path, const std::string& connect,
+                        const std::string& copy) const override {
+        return maintenance::repair(path, connect, copy);
     }
     void compact(const std::string& from, const std::string& to, const std::string& connect) const override {
         maintenance::compact(from, to, connect);

@@ -1,7 +1,9 @@
 #include "platform/dao/sqlite/file_paths.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 
 #include <fcntl.h>
@@ -139,11 +141,6 @@ bool fileExists(const std::string& path) {
     return stat(path.c_str(), &found) == 0;
 }
 
-std::int64_t fileSize(const std::string& path) {
-    struct stat found {};
-    return stat(path.c_str(), &found) == 0 ? found.st_size : 0;
-}
-
 bool mayWrite(const std::string& path) {
     return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
 }
@@ -204,6 +201,53 @@ void renameFile(const std::string& from, const std::string& to) {
     syncFolderOf(to);
 }
 
+namespace {
+
+bool lives(int process) {
+    return kill(process, 0) == 0 || errno != ESRCH;
+}
+
+void copyBytes(const std::string& from, const std::string& to) {
+    const Descriptor source(from, O_RDONLY);
+    const Descriptor target(to, O_WRONLY | O_CREAT | O_TRUNC);
+    if (source.get() < 0 || target.get() < 0) {
+        failWithSystemError(errno);
+    }
+    for (;;) {
+        const ssize_t copied = copy_file_range(source.get(), nullptr, target.get(), nullptr, 1 << 30, 0);
+        if (copied == 0) {
+            return;
+        }
+        if (copied < 0) {
+            failWithSystemError(errno);
+        }
+    }
+}
+
+}  // namespace
+
+// A second name for the same file costs nothing; not every file system has such.
+void keepUnder(const std::string& path, const std::string& kept) {
+    const std::string fresh = unfinishedOf(kept);
+    removeFile(fresh);
+    if (link(path.c_str(), fresh.c_str()) != 0) {
+        copyBytes(path, fresh);
+    }
+    renameFile(fresh, kept);
+}
+
+void sweepUnfinished(const std::string& path) noexcept {
+    std::error_code error;
+    const std::filesystem::path folder = folderOf(path);
+    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        const int process = writerOf(path, entry->path().filename().native());
+        if (process > 0 && !lives(process)) {
+            unlink(entry->path().c_str());
+        }
+    }
+}
+
 UnfinishedFile::UnfinishedFile(std::string target) : target_(std::move(target)) {
     path_ = unfinishedOf(target_);
     unlink(path_.c_str());
@@ -224,6 +268,7 @@ void UnfinishedFile::finish() {
     removeSpentJournal(path_);
     removeFile(journalOf(target_));
     renameFile(path_, target_);
+    unlink(damageMarkOf(target_).c_str());  // it spoke of the former file
     finished_ = true;
 }
 

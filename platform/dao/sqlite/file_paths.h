@@ -15,7 +15,6 @@ std::string existingFile(const std::string& path);
 // The same for a file that may not be there yet; its folder must. 3044 for a link to nothing as well.
 std::string targetFile(const std::string& path);
 bool fileExists(const std::string& path);
-std::int64_t fileSize(const std::string& path);  // 0 where there is none
 bool mayWrite(const std::string& path);
 bool folderMayWrite(const std::string& path);
 // One that holds what is to be put back into the file. A finished change leaves a crossed-out one.
@@ -27,6 +26,11 @@ void removeSpentJournal(const std::string& path) noexcept;
 // The first bytes of a file that this process does not have open: another handle on an open one would let go
 // of its locks. 3343 for a file shorter than a page or without our mark.
 Salt readSalt(const std::string& path);
+
+// Keeps what stands at `path` under the second name too, in the place of whatever stood there.
+void keepUnder(const std::string& path, const std::string& kept);
+// Takes away what processes that have died were writing for this database. Only for whoever has it alone.
+void sweepUnfinished(const std::string& path) noexcept;
 
 void syncFolderOf(const std::string& path);
 void removeFile(const std::string& path);  // one that is not there is no error

@@ -1,11 +1,15 @@
 #include "platform/dao/sqlite/file_place.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "platform/dao/failure.h"
 #include "platform/dao/open_file.h"
 #include "platform/dao/open_files.h"
+#include "platform/dao/sqlite/companion_files.h"
 #include "platform/dao/sqlite/file_paths.h"
+#include "platform/dao/sqlite/salt_notes.h"
+#include "platform/dao/sqlite/salvage.h"
 
 namespace dao {
 
@@ -68,6 +72,7 @@ driver::OpenRequest FilePlace::request(bool writable) const {
 std::unique_ptr<driver::SqliteStore> FilePlace::open(bool writable) const {
     auto store = std::make_unique<driver::SqliteStore>(request(writable));
     store->keepOrder();
+    store->keepLayout();
     return store;
 }
 
@@ -76,10 +81,22 @@ std::unique_ptr<driver::Store> FilePlace::open() const {
 }
 
 void FilePlace::prove(driver::Store& store) const {
-    const std::int64_t pages = static_cast<driver::SqliteStore&>(store).pageCount();
-    if (fileSize(path_) < pages * static_cast<std::int64_t>(kPageSize)) {
+    noteSalt(path_, salt_);
+    auto& file = static_cast<driver::SqliteStore&>(store);
+    if (file.fileSize() < file.pageCount() * static_cast<std::int64_t>(kPageSize)) {
         fail(errCannotOpen);  // its last page is torn
     }
+    if (!fileExists(damageMarkOf(path_))) {
+        return;
+    }
+    if (!driver::isWhole(file, request(false).key)) {
+        fail(errCannotOpen);
+    }
+    unlink(damageMarkOf(path_).c_str());
+}
+
+void FilePlace::sweep() const noexcept {
+    sweepUnfinished(path_);
 }
 
 // The journal stays beside the file for the next write; the last one to leave takes it away.

@@ -25,6 +25,7 @@ class FilePlace final : public Place {
     std::shared_ptr<Numbers> numbers() const override;
     std::unique_ptr<driver::Store> open() const override;
     void prove(driver::Store& store) const override;
+    void sweep() const noexcept override;
     void tidy() const noexcept override;
 
     const std::string& password() const { return password_; }

@@ -17,6 +17,7 @@
 #include "platform/dao/opening.h"
 #include "platform/dao/sqlite/companion_files.h"
 #include "platform/dao/sqlite/file_paths.h"
+#include "platform/dao/sqlite/pages.h"
 
 namespace dao::maintenance {
 namespace {
@@ -67,15 +68,58 @@ mode_t modeOf(const std::string& path) {
     return stat(path.c_str(), &found) == 0 ? (found.st_mode & 0666) | 0600 : 0600;
 }
 
-void copyThrough(driver::SqliteStore& store, OutputFile& out) {
+// Every page must carry its seal. What stands behind the last page is none of the file's.
+bool areWhole(const driver::PageSeal& seal, driver::PageNumber first, std::string_view pages) {
+    for (; !pages.empty(); pages.remove_prefix(kPageSize)) {
+        const driver::PageNumber number = first++;
+        if (pages.size() < kPageSize ||
+            (!driver::isLockPage(number) && !seal.isWhole(number, pages.substr(0, kPageSize)))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// False where a page of the file is damaged.
+bool copyThrough(driver::SqliteStore& store, const std::string& key, OutputFile& out) {
     const ReadScope scope(store);
     store.schemaVersion();  // from here on writers wait
+    const driver::PageSeal seal(key);
+    const std::int64_t end = store.pageCount() * static_cast<std::int64_t>(kPageSize);
     std::vector<char> buffer(kChunk);
-    std::int64_t offset = 0;
-    while (const std::size_t size = store.readFile(offset, buffer)) {
+    for (std::int64_t offset = 0; offset < end;) {
+        const std::size_t wanted =
+            std::min<std::size_t>(buffer.size(), static_cast<std::size_t>(end - offset));
+        const std::size_t size = store.readFile(offset, std::span(buffer).first(wanted));
+        if (size != wanted ||
+            !areWhole(seal,
+                      static_cast<driver::PageNumber>(offset / static_cast<std::int64_t>(kPageSize)) + 1,
+                      {buffer.data(), size})) {
+            return false;
+        }
         out.write({buffer.data(), size});
         offset += static_cast<std::int64_t>(size);
     }
+    return true;
+}
+
+// The copy holds what was written, and opens.
+bool proveCopy(const driver::OpenRequest& copy) {
+    if (!driver::PageFile(driver::pagesOfClosed(copy.path), copy.key).isAllWhole()) {
+        return false;
+    }
+    driver::SqliteStore store(copy);
+    store.tables();
+    return store.queryVersion("") == 0;
+}
+
+// Whoever opens the file next must not work on in what is broken, nor copy it over a sound backup.
+[[noreturn]] void failDamaged(const std::string& path) {
+    const int mark = open(damageMarkOf(path).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+    if (mark >= 0) {
+        close(mark);
+    }
+    fail(errCannotOpen);
 }
 
 // A file that gives nothing away without its password, or none of this engine's, can still be copied between
@@ -159,10 +203,24 @@ std::shared_ptr<OpenFile> openForCopy(const std::string& path) {
             sentence = error.Description();
         }
     }
+    if (number == errCannotOpen) {
+        failDamaged(path);
+    }
     if (number == errLocked || number == errExclusiveByOther || number == errNotEnoughSpace) {
         fail(number, sentence);
     }
     return nullptr;  // as it lies, then
+}
+
+void copySealed(OpenFile& file, OutputFile& out, const std::string& fresh) {
+    driver::OpenRequest copy = static_cast<const FilePlace&>(file.place()).request(false);
+    if (!copyThrough(static_cast<driver::SqliteStore&>(file.store()), copy.key, out)) {
+        failDamaged(file.place().path());
+    }
+    copy.path = fresh;
+    if (!proveCopy(copy)) {
+        fail(errDiskIo);
+    }
 }
 
 // A journal left by a crash is rolled into its file by opening that; only then may the file go elsewhere.
@@ -230,6 +288,7 @@ void compact(const std::string& from, const std::string& to, const std::string& 
     driver::OpenRequest source = place->request(true);
     source.create = true;
     driver::SqliteStore(source, false).copyInto({fresh.path(), key, true, true});
+    driver::SqliteStore({fresh.path(), key}).keepLayout();
     fresh.finish();
 }
 
@@ -243,10 +302,10 @@ void copy(const std::string& from, const std::string& to) {
     {
         const std::shared_ptr<OpenFile> file = openForCopy(source);
         OutputFile out(fresh.path(), modeOf(source));
-        if (file != nullptr) {
-            copyThrough(static_cast<driver::SqliteStore&>(file->store()), out);
-        } else {
+        if (file == nullptr) {
             copyPlain(source, out);
+        } else {
+            copySealed(*file, out, fresh.path());
         }
     }
     letGo(target);

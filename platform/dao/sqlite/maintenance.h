@@ -12,7 +12,7 @@ namespace dao::maintenance {
 std::shared_ptr<const FilePlace> examine(const std::string& path, const std::string& connect,
                                          bool remembered);
 void create(const std::string& path, const std::string& connect);
-RepairReport repair(const std::string& path, const std::string& connect);
+RepairReport repair(const std::string& path, const std::string& connect, const std::string& copy);
 void compact(const std::string& from, const std::string& to, const std::string& connect);
 void copy(const std::string& from, const std::string& to);
 void remove(const std::string& path);

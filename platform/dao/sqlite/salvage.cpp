@@ -2,45 +2,89 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
+#include <utility>
 
 #include "platform/dao/failure.h"
 #include "platform/dao/names.h"
+#include "platform/dao/open_file.h"
 #include "platform/dao/sqlite/btree.h"
+#include "platform/dao/sqlite/layout.h"
 #include "platform/dao/sqlite/store.h"
+#include "platform/dao/sqlite/store_pages.h"
 
 namespace dao::driver {
 namespace {
 
 constexpr const char* kSequence = "sqlite_sequence";
 constexpr const char* kQueries = "dao_queries";
-
-struct SchemaEntry {
-    std::string type, name, table, sql;
-    PageNumber root = 0;
-};
+constexpr std::size_t kFormField = 60;
 
 struct Column {
     std::string name;
     bool isKey = false;
     bool isText = false;
+    bool isWhole = false;  // its numbers
+    bool mayBeNull = true;
+};
+
+// What a whole index tells of its table's rows: a field's value and the row's key.
+struct IndexFacts {
+    std::optional<std::size_t> column;  // nothing: there is no such index
+    std::set<std::pair<StoredCell, std::int64_t>> entries;
 };
 
 // One table on its way from the broken file into the fresh one.
 struct Salvaged {
-    SchemaEntry entry;
+    LayoutEntry entry;
     std::vector<Column> columns;
     std::shared_ptr<sqlite3_stmt> insert;
     TreeReader::Missing missing;
     std::vector<std::int64_t> kept;
+    std::optional<IndexFacts> facts;  // looked up when they are needed
 };
 
 const std::string* textOf(const StoredCell& cell) {
     return std::get_if<std::string>(&cell);
 }
 
+PageNumber rootOf(const LayoutEntry& entry) {
+    return static_cast<PageNumber>(entry.number);
+}
+
+// Whether a row decodes to the table's fields. A field that was added later is not in the older rows.
+bool fits(const std::vector<Column>& columns, const StoredRow& row) {
+    for (std::size_t i = 0; i < row.cells.size(); ++i) {
+        const StoredCell& cell = row.cells[i];
+        const bool isNull = std::holds_alternative<std::monostate>(cell);
+        if (i >= columns.size() || (columns[i].isKey && !isNull) ||
+            (!isNull && columns[i].isText != (textOf(cell) != nullptr))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool isIndexOf(const Salvaged& table, const LayoutEntry& entry) {
+    return entry.type == LayoutEntry::kIndex && entry.table == table.entry.name && entry.number != 0;
+}
+
+// The one field that an index of the shop's is on.
+std::optional<std::size_t> indexedColumn(const std::vector<Column>& columns, const std::string& sql) {
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const std::string field = '(' + quotedName(columns[i].name) + ')';
+        if (sql.size() > field.size() && sql.compare(sql.size() - field.size(), field.size(), field) == 0) {
+            return columns[i].isKey ? std::nullopt : std::optional(i);
+        }
+    }
+    return std::nullopt;
+}
+
 class Salvage {
  public:
-    Salvage(PageFile& pages, SqliteStore& fresh) : reader_(pages), fresh_(fresh) {}
+    // `salt`: of the broken file's key, hexadecimal.
+    Salvage(PageFile& pages, std::string salt, SqliteStore& fresh)
+        : pages_(pages), salt_(std::move(salt)), reader_(pages), fresh_(fresh) {}
 
     RepairReport run() {
         report_.damaged = true;
@@ -49,8 +93,8 @@ class Salvage {
         fresh_.beginWrite();
         try {
             reader_.markFreePages();
-            for (SchemaEntry& entry : schema_) {
-                if (entry.type == "table" && entry.root != 0) {
+            for (LayoutEntry& entry : schema_) {
+                if (entry.type == LayoutEntry::kTable && entry.number != 0) {
                     carryTable(entry);
                 }
             }
@@ -59,6 +103,7 @@ class Salvage {
             createIndexes();
             carryCounters();
             countOrphans();
+            fresh_.setForm(static_cast<int>(form_));
             fresh_.commit();
         } catch (...) {
             fresh_.rollback();
@@ -69,10 +114,12 @@ class Salvage {
 
  private:
     void readSchema();
-    void carryTable(const SchemaEntry& entry);
+    void carryTable(const LayoutEntry& entry);
     bool keep(Salvaged& table, const StoredRow& row);
     void carryStray();
     Salvaged* ownerOf(const std::vector<StoredRow>& rows);
+    const IndexFacts& factsOf(Salvaged& table);
+    bool isDisowned(Salvaged& table, const std::vector<StoredRow>& rows);
     bool couldBelong(const Salvaged& table, const StoredRow& row) const;
     void countLosses();
     std::int64_t lossOf(const Salvaged& table);
@@ -83,45 +130,46 @@ class Salvage {
     void countOrphans();
     void note(const std::string& text) { report_.notes.push_back(text); }
 
+    PageFile& pages_;
+    std::string salt_;
     TreeReader reader_;
     SqliteStore& fresh_;
+    std::int64_t form_ = 0;
     RepairReport report_;
-    std::vector<SchemaEntry> schema_;
+    std::vector<LayoutEntry> schema_;
     std::vector<Salvaged> tables_;
     std::vector<std::pair<std::string, std::int64_t>> counters_;
 };
 
+// The first page's own list, completed by what the file tells of itself elsewhere where part of it is lost.
 void Salvage::readSchema() {
-    const auto missing = reader_.readTable(1, [this](StoredRow row) {
-        if (row.cells.size() < 5) {
-            return;
+    const auto missing = reader_.readTable(1, [this](const StoredRow& row) {
+        LayoutEntry entry;
+        if (readSchemaRow(row, entry) && !isLayoutTable(entry.table)) {
+            schema_.push_back(std::move(entry));
         }
-        SchemaEntry entry;
-        const auto take = [&](std::size_t i, std::string& to) {
-            if (const std::string* text = textOf(row.cells[i])) {
-                to = *text;
-            }
-        };
-        take(0, entry.type);
-        take(1, entry.name);
-        take(2, entry.table);
-        take(4, entry.sql);
-        if (const std::int64_t* root = std::get_if<std::int64_t>(&row.cells[3])) {
-            entry.root = static_cast<PageNumber>(*root);
-        }
-        schema_.push_back(std::move(entry));
     });
+    if (missing.empty() && !pages_.page(1).empty()) {
+        form_ = static_cast<std::int64_t>(bigEndian(pages_.page(1), kFormField, 4));
+        return;
+    }
+    for (LayoutEntry& entry : findLayout(pages_, salt_)) {
+        if (entry.type == LayoutEntry::kForm) {
+            form_ = entry.number;
+        } else if (std::none_of(schema_.begin(), schema_.end(),
+                                [&](const LayoutEntry& known) { return known.name == entry.name; })) {
+            schema_.push_back(std::move(entry));
+        }
+    }
     if (schema_.empty()) {
         fail(errCannotOpen);
     }
-    if (!missing.empty()) {
-        note("Part of the list of tables can't be read; tables may be missing.");
-    }
+    note("Part of the list of tables couldn't be read where it stands.");
 }
 
-void Salvage::carryTable(const SchemaEntry& entry) {
+void Salvage::carryTable(const LayoutEntry& entry) {
     if (entry.name == kSequence) {
-        reader_.readTable(entry.root, [this](const StoredRow& row) {
+        reader_.readTable(rootOf(entry), [this](const StoredRow& row) {
             const std::string* name = row.cells.size() == 2 ? textOf(row.cells[0]) : nullptr;
             const std::int64_t* number = name != nullptr ? std::get_if<std::int64_t>(&row.cells[1]) : nullptr;
             if (number != nullptr) {
@@ -141,13 +189,17 @@ void Salvage::carryTable(const SchemaEntry& entry) {
     fresh_.prepare("PRAGMA table_info(" + quotedName(entry.name) + ")")->readRows(block);
     Value name;
     Value type;
+    Value needed;
     Value key;
     for (std::size_t row = 0; row < block.rows(); ++row) {
         block.get(row, 1, name);
         block.get(row, 2, type);
+        block.get(row, 3, needed);
         block.get(row, 5, key);
+        const bool isText = type.textRef().find("TEXT") != std::string::npos;
         table.columns.push_back({name.textRef(), key.asLong() != 0 && sameName(type.textRef(), "INTEGER"),
-                                 type.textRef().find("TEXT") != std::string::npos});
+                                 isText, !isText && type.textRef().find("REAL") == std::string::npos,
+                                 needed.asLong() == 0});
     }
     std::string text = "INSERT OR IGNORE INTO " + quotedName(entry.name) + " VALUES(";
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
@@ -159,7 +211,15 @@ void Salvage::carryTable(const SchemaEntry& entry) {
         fresh_.failWith(code);
     }
     table.insert.reset(raw, &sqlite3_finalize);
-    table.missing = reader_.readTable(entry.root, [&](const StoredRow& row) { keep(table, row); });
+    std::vector<std::int64_t> strange;
+    table.missing = reader_.readTable(rootOf(entry), [&](const StoredRow& row) {
+        if (fits(table.columns, row)) {
+            keep(table, row);
+        } else {
+            strange.push_back(row.rowid);
+        }
+    });
+    table.missing.rows.insert(table.missing.rows.end(), strange.begin(), strange.end());
     tables_.push_back(std::move(table));
 }
 
@@ -197,35 +257,54 @@ bool Salvage::keep(Salvaged& table, const StoredRow& row) {
 bool Salvage::couldBelong(const Salvaged& table, const StoredRow& row) const {
     const bool inGap = std::any_of(table.missing.gaps.begin(), table.missing.gaps.end(),
                                    [&](const Gap& gap) { return gap.holds(row.rowid); });
-    if (!inGap || row.cells.size() != table.columns.size()) {
-        return false;
-    }
-    for (std::size_t i = 0; i < row.cells.size(); ++i) {
-        const StoredCell& cell = row.cells[i];
-        const bool isNull = std::holds_alternative<std::monostate>(cell);
-        if (table.columns[i].isKey != isNull && table.columns[i].isKey) {
-            return false;
-        }
-        if (!isNull && table.columns[i].isText != (textOf(cell) != nullptr)) {
-            return false;
-        }
-    }
-    return true;
+    return inGap && row.cells.size() == table.columns.size() && fits(table.columns, row) &&
+           std::equal(row.cells.begin(), row.cells.end(), table.columns.begin(),
+                      [](const StoredCell& cell, const Column& column) {
+                          const bool isNull = std::holds_alternative<std::monostate>(cell);
+                          return isNull ? column.mayBeNull
+                                        : !column.isWhole || std::holds_alternative<std::int64_t>(cell);
+                      });
 }
 
-Salvaged* Salvage::ownerOf(const std::vector<StoredRow>& rows) {
-    Salvaged* owner = nullptr;
-    for (Salvaged& table : tables_) {
-        if (rows.empty() || !std::all_of(rows.begin(), rows.end(),
-                                         [&](const StoredRow& row) { return couldBelong(table, row); })) {
-            continue;
+// Whether a whole index of the table, if it has one, knows the rows.
+bool Salvage::isDisowned(Salvaged& table, const std::vector<StoredRow>& rows) {
+    const IndexFacts& facts = factsOf(table);
+    return facts.column && std::any_of(rows.begin(), rows.end(), [&](const StoredRow& row) {
+               return !facts.entries.contains({row.cells[*facts.column], row.rowid});
+           });
+}
+
+const IndexFacts& Salvage::factsOf(Salvaged& table) {
+    for (auto entry = schema_.begin(); !table.facts && entry != schema_.end(); ++entry) {
+        const std::optional<std::size_t> column =
+            isIndexOf(table, *entry) ? indexedColumn(table.columns, entry->sql) : std::nullopt;
+        IndexFacts facts{column, {}};
+        TreeReader reader(pages_);
+        if (column && reader.readIndex(rootOf(*entry), [&](const auto& cells) {
+                facts.entries.emplace(cells.front(), std::get<std::int64_t>(cells.back()));
+            })) {
+            table.facts = std::move(facts);
         }
-        if (owner != nullptr) {
-            return nullptr;  // rather lose a page than put one shop's rows into another's table
-        }
-        owner = &table;
     }
-    return owner;
+    if (!table.facts) {
+        table.facts.emplace();
+    }
+    return *table.facts;
+}
+
+// Nothing where it could be more than one: rather lose a page than put one table's rows into another.
+Salvaged* Salvage::ownerOf(const std::vector<StoredRow>& rows) {
+    std::vector<Salvaged*> owners;
+    for (Salvaged& table : tables_) {
+        if (!rows.empty() && std::all_of(rows.begin(), rows.end(),
+                                         [&](const StoredRow& row) { return couldBelong(table, row); })) {
+            owners.push_back(&table);
+        }
+    }
+    if (owners.size() > 1) {
+        std::erase_if(owners, [&](Salvaged* table) { return isDisowned(*table, rows); });
+    }
+    return owners.size() == 1 ? owners.front() : nullptr;
 }
 
 // Where a page that only points at others is broken, those others still lie in the file, with nothing that
@@ -260,10 +339,11 @@ std::int64_t Salvage::counterOf(const std::string& table) const {
 
 std::int64_t Salvage::lossByIndex(const Salvaged& table, bool& known) {
     known = false;
-    for (const SchemaEntry& entry : schema_) {
+    for (const LayoutEntry& entry : schema_) {
         std::vector<std::int64_t> listed;
-        if (entry.type != "index" || entry.table != table.entry.name || entry.root == 0 ||
-            !reader_.readIndex(entry.root, listed)) {
+        if (!isIndexOf(table, entry) || !reader_.readIndex(rootOf(entry), [&](const auto& cells) {
+                listed.push_back(std::get<std::int64_t>(cells.back()));
+            })) {
             continue;
         }
         known = true;
@@ -299,6 +379,9 @@ std::int64_t Salvage::lossOf(const Salvaged& table) {
 void Salvage::countLosses() {
     for (const Salvaged& table : tables_) {
         const std::int64_t lost = table.missing.empty() ? 0 : lossOf(table);
+        if (!isSystemTable(table.entry.name)) {
+            report_.tables.push_back({table.entry.name, static_cast<std::int64_t>(table.kept.size()), lost});
+        }
         if (lost == 0) {
             continue;
         }
@@ -312,8 +395,8 @@ void Salvage::countLosses() {
 }
 
 void Salvage::createIndexes() {
-    for (const SchemaEntry& entry : schema_) {
-        if (entry.type != "index" || entry.sql.empty()) {
+    for (const LayoutEntry& entry : schema_) {
+        if (entry.type != LayoutEntry::kIndex || entry.sql.empty()) {
             continue;
         }
         try {
@@ -358,23 +441,8 @@ void Salvage::countOrphans() {
     }
 }
 
-}  // namespace
-
-bool isWhole(const OpenRequest& file) {
-    {
-        PageFile pages(file.path, file.key);
-        if (pages.state(1) != PageFile::State::Whole) {
-            fail(errCannotOpen);
-        }
-        for (PageNumber page = 2; page <= pages.expected(); ++page) {
-            const PageFile::State state = pages.state(page);
-            if (state == PageFile::State::Broken || state == PageFile::State::Missing) {
-                return false;
-            }
-        }
-    }
+bool areTreesInOrder(SqliteStore& store) {
     try {
-        SqliteStore store(file);
         const std::optional<Value> verdict = store.prepare("PRAGMA integrity_check(1)")->scalar(Type::Text);
         return verdict && verdict->textRef() == "ok" && store.queryVersion("") == 0;
     } catch (const Error& error) {
@@ -389,13 +457,36 @@ bool isWhole(const OpenRequest& file) {
     }
 }
 
-RepairReport salvage(const OpenRequest& broken, const OpenRequest& fresh) {
-    PageFile pages(broken.path, broken.key);
-    if (pages.page(1).empty()) {
-        fail(errCannotOpen);
+}  // namespace
+
+bool isWhole(SqliteStore& store, const std::string& key) {
+    const ReadScope scope(store);
+    store.schemaVersion();  // from here on writers wait
+    return PageFile(pagesOf(store), key).isAllWhole() && areTreesInOrder(store);
+}
+
+bool isWhole(const OpenRequest& file) {
+    if (!PageFile(pagesOfClosed(file.path), file.key).isAllWhole()) {
+        return false;
     }
+    SqliteStore store(file);
+    return areTreesInOrder(store);
+}
+
+bool isKeyOf(const std::string& path, const std::string& key) {
+    PageFile pages(pagesOfClosed(path), key);
+    for (PageNumber number = 1; number <= pages.size(); ++number) {
+        if (pages.isWhole(number)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+RepairReport salvage(const OpenRequest& broken, const OpenRequest& fresh) {
+    PageFile pages(pagesOfClosed(broken.path), broken.key);
     SqliteStore store(fresh);
-    return Salvage(pages, store).run();
+    return Salvage(pages, saltText(broken.key), store).run();
 }
 
 }  // namespace dao::driver

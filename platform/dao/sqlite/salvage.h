@@ -7,12 +7,16 @@
 
 namespace dao::driver {
 
-// Whether every page of the file carries its seal and the trees are in order. 3049 where not even the first
-// page can be read.
+// Whether every page of the file carries its seal and the trees are in order. The file is not open here.
 bool isWhole(const OpenRequest& file);
+// The same of an open one, whose key it is.
+bool isWhole(SqliteStore& store, const std::string& key);
+// Whether any page of the file carries the seal of that key.
+bool isKeyOf(const std::string& path, const std::string& key);
 
 // Carries every row that can be read into `fresh`, a newly created file, with the tables, relations, indexes,
-// stored queries and counters. 3049 where the list of tables itself cannot be read.
+// stored queries and counters, by what the first page tells of them or, where that is lost, by what the file
+// tells elsewhere. 3049 where nothing does.
 RepairReport salvage(const OpenRequest& broken, const OpenRequest& fresh);
 
 }  // namespace dao::driver

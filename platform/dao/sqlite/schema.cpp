@@ -203,14 +203,17 @@ std::string SqliteStore::columnsDdl(const sql::TableInfo& table,
 }
 
 void SqliteStore::createTable(const TableDef& table) {
+    layoutChanged_ = true;
     execute("CREATE TABLE " + quotedName(table.Name()) + '(' + columnsDdl(tableInfo(table), {}) + ')');
 }
 
 void SqliteStore::dropTable(const std::string& table) {
+    layoutChanged_ = true;
     execute("DROP TABLE " + quotedName(table));
 }
 
 void SqliteStore::createIndex(const std::string& table, const std::string& field, bool unique) {
+    layoutChanged_ = true;
     execute(std::string(unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ") +
             quotedName(indexName(table, field)) + " ON " + quotedName(table) + '(' + quotedName(field) + ')');
 }
@@ -251,6 +254,7 @@ void SqliteStore::createForeignIndexes(const std::string& table, const std::vect
 }
 
 void SqliteStore::createRelation(const Relation& relation) {
+    layoutChanged_ = true;
     const std::string& table = relation.foreignTable;
     const sql::TableInfo info = describe(table);
     if (cached("SELECT 1 FROM " + quotedName(table) + " LIMIT 1")->scalar(Type::Long)) {
@@ -296,10 +300,13 @@ void SqliteStore::copyTables() {
         }
         execute(std::string(verb) + "target." + text.substr(verb.size()));
     };
-    for (const Value& table : textsOf("sql FROM main.sqlite_master WHERE type='table'")) {
+    // Where its tables begin in the copy, the copy puts down for itself.
+    const std::string tables =
+        "FROM main.sqlite_master WHERE type='table' AND name NOT LIKE 'dao!_layout!_%' ESCAPE '!'";
+    for (const Value& table : textsOf("sql " + tables)) {
         createIn(table.textRef(), "CREATE TABLE ");
     }
-    for (const Value& table : textsOf("name FROM main.sqlite_master WHERE type='table'")) {
+    for (const Value& table : textsOf("name " + tables)) {
         execute("INSERT INTO target." + quotedName(table.textRef()) + " SELECT * FROM main." +
                 quotedName(table.textRef()));
     }

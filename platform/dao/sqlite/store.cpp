@@ -9,11 +9,14 @@
 #include "platform/dao/failure.h"
 #include "platform/dao/limits.h"
 #include "platform/dao/memory_store.h"
+#include "platform/dao/sqlite/layout.h"
+#include "platform/dao/sqlite/page_guard.h"
 #include "platform/text/order.h"
 
 namespace dao::driver {
 namespace {
 
+constexpr std::size_t kKeyDigits = 64;  // the salt stands behind them
 constexpr std::size_t kCachedStatements = 64;
 constexpr std::size_t kCachedTextLimit = 4096;
 
@@ -56,6 +59,9 @@ constexpr const char* kSessionSettings =
     "PRAGMA journal_mode = PERSIST;"
     "PRAGMA journal_size_limit = 1048576;"
     "PRAGMA synchronous = FULL;"
+    // What is deleted is gone from the file too: a repair must not find it again. And no page of the file is
+    // ever left unwritten, so that one of zeroes is damage.
+    "PRAGMA secure_delete = ON;"
     "PRAGMA temp_store = MEMORY;"
     // All of a large shop's file: a page once deciphered need not be deciphered again.
     "PRAGMA cache_size = -262144;"
@@ -93,6 +99,10 @@ int jitter() {
 
 }  // namespace
 
+std::string saltText(const std::string& key) {
+    return key.substr(std::min(kKeyDigits, key.size()));
+}
+
 void setFileLayer(std::string name) {
     fileLayerSetting() = std::move(name);
 }
@@ -121,11 +131,11 @@ SqliteStore::~SqliteStore() {
 void SqliteStore::open(const OpenRequest& request) {
     const bool memory = request.path.empty();
     writable_ = request.writable;
+    salt_ = saltText(request.key);
     const int flags = (writable_ ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY) |
                       (request.create || memory ? SQLITE_OPEN_CREATE : 0) | SQLITE_OPEN_NOMUTEX;
-    const std::string& layer = fileLayerSetting();
     const int code = sqlite3_open_v2(memory ? ":memory:" : request.path.c_str(), &db_, flags,
-                                     layer.empty() || memory ? nullptr : layer.c_str());
+                                     memory ? nullptr : guardedLayer(fileLayerSetting()));
     if (db_ == nullptr) {
         throw std::bad_alloc();
     }
@@ -263,10 +273,15 @@ void SqliteStore::beginRead() {
     cached("BEGIN")->run();
 }
 void SqliteStore::commit() {
+    if (layoutChanged_ && !salt_.empty()) {
+        writeLayout(*this, salt_, order());
+    }
     cached("COMMIT")->run();
+    layoutChanged_ = false;
 }
 
 void SqliteStore::rollback() noexcept {
+    layoutChanged_ = false;
     if (!inTransaction()) {
         return;
     }
@@ -314,10 +329,14 @@ int SqliteStore::form() {
 }
 void SqliteStore::setForm(int form) {
     execute(assigned(kForm, form));
+    layoutChanged_ = true;
+}
+std::int64_t SqliteStore::order() {
+    return integerOf(kOrder);
 }
 
 void SqliteStore::keepOrder() {
-    const std::int64_t order = integerOf(kOrder);
+    const std::int64_t order = this->order();
     if (order > alphabet::kOrderVersion || form() > knownForm()) {
         fail(errNewerForm);
     }
@@ -327,10 +346,33 @@ void SqliteStore::keepOrder() {
     beginWrite();
     try {
         execute("REINDEX DAO_TEXT;" + assigned(kOrder, alphabet::kOrderVersion));
+        layoutChanged_ = true;
         commit();
     } catch (...) {
         rollback();
         throw;
+    }
+}
+
+void SqliteStore::keepLayout() {
+    if (!writable_ || salt_.empty()) {
+        return;
+    }
+    bool damaged = false;
+    try {
+        const QuietErrors quiet;
+        if (hasFreshLayout(*this, salt_)) {
+            return;
+        }
+        beginWrite();
+        layoutChanged_ = true;
+        commit();
+    } catch (const Error& error) {
+        rollback();
+        damaged = error.Number() == errCannotOpen;
+    }
+    if (damaged) {
+        fail(errCannotOpen);
     }
 }
 
@@ -356,21 +398,33 @@ void SqliteStore::copyInto(const OpenRequest& target) {
     execute("DETACH target");
 }
 
-std::size_t SqliteStore::readFile(std::int64_t offset, std::span<char> buffer) {
+sqlite3_file* SqliteStore::ownFile() const {
     sqlite3_file* file = nullptr;
     if (sqlite3_file_control(db_, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK || file == nullptr ||
         file->pMethods == nullptr) {
         fail(errDiskIo);
     }
+    return file;
+}
+
+std::int64_t SqliteStore::fileSize() const {
+    sqlite3_file* const file = ownFile();
     sqlite3_int64 size = 0;
     if (file->pMethods->xFileSize(file, &size) != SQLITE_OK) {
         fail(errDiskIo);
     }
+    return size;
+}
+
+std::size_t SqliteStore::readFile(std::int64_t offset, std::span<char> buffer) {
+    const std::int64_t size = fileSize();
     if (offset >= size) {
         return 0;
     }
+    sqlite3_file* const file = ownFile();
     const std::size_t wanted = std::min<std::size_t>(buffer.size(), static_cast<std::size_t>(size - offset));
-    if (file->pMethods->xRead(file, buffer.data(), static_cast<int>(wanted), offset) != SQLITE_OK) {
+    const int code = file->pMethods->xRead(file, buffer.data(), static_cast<int>(wanted), offset);
+    if (code != SQLITE_OK && code != SQLITE_CORRUPT) {  // a page of zeroes is read all the same
         fail(errDiskIo);
     }
     return wanted;

@@ -23,6 +23,9 @@ struct OpenRequest {
     bool create = false;
 };
 
+// The salt in such a key, hexadecimal; empty where there is no key.
+std::string saltText(const std::string& key);
+
 // One SQLCipher connection. It waits for locks by itself, in short steps that differ from process to process,
 // and speaks of every failure in the engine's numbers.
 class SqliteStore final : public Store {
@@ -85,12 +88,17 @@ class SqliteStore final : public Store {
     const sql::IdSetPtr* findIdSet(std::int64_t number) const;
 
     std::int64_t pageCount();  // that the file says it has
+    std::int64_t order();      // the version of the order that its indexes of texts are kept in
     // Puts indexes of texts that stand in the order of an earlier version into the present one. Does nothing
     // to a store that cannot be written. errNewerForm for an order or a form that this program does not know.
     void keepOrder();
+    // Puts down what the file holds apart from its first page, where it is not there as it should be. What
+    // keeps it from that, but for damage, is no reason not to work: the next opening tries again.
+    void keepLayout();
     // Bytes of the file as they lie, read by the connection's own handle: another handle of this process on
     // the same file would, when closed, let go of every lock the process has on it. The number of bytes read.
     std::size_t readFile(std::int64_t offset, std::span<char> buffer);
+    std::int64_t fileSize() const;  // bytes, as they lie
 
     sqlite3* handle() const { return db_; }
     void execute(const std::string& text);
@@ -106,6 +114,7 @@ class SqliteStore final : public Store {
         std::shared_ptr<Statement> statement;
     };
 
+    sqlite3_file* ownFile() const;
     void open(const OpenRequest& request);
     void configure(const OpenRequest& request);
     void createSystemTables();
@@ -121,6 +130,8 @@ class SqliteStore final : public Store {
 
     sqlite3* db_ = nullptr;
     bool writable_ = true;
+    std::string salt_;  // of the file's key, hexadecimal; empty in memory
+    bool layoutChanged_ = false;
     std::chrono::steady_clock::time_point busySince_;
     std::unordered_set<SqliteStatement*> live_;
     std::list<CachedStatement> recent_;  // last used first

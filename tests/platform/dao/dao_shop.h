@@ -104,6 +104,7 @@ class Child {
     void kill() const;         // SIGKILL
     int wait();                // the exit code; -signal where it was killed
     int readEnd() const { return in_; }
+    int id() const { return pid_; }
 
  private:
     template <typename Body>

@@ -21,6 +21,7 @@ class RepairTest : public daotest::ShopTest {
     void SetUp() override {
         ShopTest::SetUp();
         fill(400);
+        db.setForm(7);
         content = read();
         db.Close();
         whole = daotest::readFile(path);
@@ -120,15 +121,103 @@ TEST_F(RepairTest, EveryOnePageMayBreak) {
     EXPECT_LT(lossless, 2 * pages - 20);
 }
 
-TEST_F(RepairTest, ADamagedFirstPageLeavesTheFileUntouched) {
-    std::vector<char> bytes = whole;
-    for (std::size_t i = 100; i < 200; ++i) {
-        bytes[i] = 'x';
+// The first page leads to all others; the file tells elsewhere, too, what stands on it.
+TEST_F(RepairTest, AFileWhoseFirstPageIsHurtKeepsEveryRow) {
+    for (const std::size_t from : {std::size_t{16}, std::size_t{100}, std::size_t{4080}}) {
+        SCOPED_TRACE(from);
+        std::vector<char> bytes = whole;
+        for (std::size_t i = from; i < kPage; ++i) {
+            bytes[i] = static_cast<char>(bytes[i] ^ '\x55');
+        }
+        daotest::writeFile(path, bytes);
+        EXPECT_EQ(errorOf([&] { openShop(path); }), errCannotOpen);
+        repairAndOpen();
+        EXPECT_EQ(read(), content);
+        EXPECT_EQ(DBEngine::LastRepair().rowsLost, 0);
+        EXPECT_EQ(db.Relations().size(), 4U);
+        EXPECT_EQ(db.QueryDefs().Count(), 1);
+        EXPECT_EQ(db.Form(), 7);
+        db.Close();
+        DBEngine::RepairDatabase(path);
+        EXPECT_FALSE(DBEngine::LastRepair().damaged);
     }
+}
+
+// Both that and one of the two places where it is told again.
+TEST_F(RepairTest, TheFileTellsTwiceWhatStandsOnItsFirstPage) {
+    for (std::size_t page = 2; page <= pages; ++page) {
+        SCOPED_TRACE(page);
+        std::vector<char> bytes = whole;
+        for (const std::size_t hurt : {std::size_t{1}, page}) {
+            for (std::size_t i = (hurt - 1) * kPage + 16; i < hurt * kPage; ++i) {
+                bytes[i] = 'x';
+            }
+        }
+        daotest::writeFile(path, bytes);
+        repairAndOpen();
+        const Content now = read();
+        expectSubset(now);
+        EXPECT_EQ(now.size(), content.size());
+        EXPECT_GT(rowsIn(now) + 300, rowsIn(content));
+        db.Close();
+    }
+}
+
+TEST_F(RepairTest, ACopyOfTheFileTellsTheSaltThatIsGone) {
+    const std::string copy = folder.file("Shop.bkp");
+    daotest::writeFile(copy, whole);
+    std::vector<char> bytes = whole;
+    std::fill(bytes.begin(), bytes.begin() + 16, '\0');
     daotest::writeFile(path, bytes);
-    EXPECT_EQ(errorOf([&] { openShop(path); }), errCannotOpen);
-    EXPECT_EQ(errorOf([&] { DBEngine::RepairDatabase(path); }), errCannotOpen);
+    EXPECT_EQ(errorOf([&] { openShop(path); }), errUnrecognisedFormat);
+    daotest::writeFile(folder.file("Text"), std::vector<char>(9000, 't'));
+    for (const std::string& other : {std::string(), folder.file("Text"), folder.file("No")}) {
+        EXPECT_EQ(errorOf([&] { DBEngine::RepairDatabase(path, daotest::kConnect, other); }),
+                  errUnrecognisedFormat);
+    }
+    EXPECT_EQ(errorOf([&] { DBEngine::RepairDatabase(path, ";pwd=x", copy); }), errUnrecognisedFormat);
     EXPECT_EQ(daotest::readFile(path), bytes);
+    DBEngine::RepairDatabase(path, daotest::kConnect, copy);
+    EXPECT_TRUE(DBEngine::LastRepair().damaged);
+    db = openShop(path);
+    EXPECT_EQ(read(), content);
+}
+
+TEST_F(RepairTest, ANoteOfTheWorkstationTellsTheSaltThatIsGone) {
+    const std::string notes = folder.file("notes");
+    DBEngine::setNotesFile(notes);
+    openShop(path).Close();
+    std::vector<char> bytes = whole;
+    std::fill(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(kPage), '\x7');
+    daotest::writeFile(path, bytes);
+    DBEngine::RepairDatabase(path, daotest::kConnect);
+    db = openShop(path);
+    EXPECT_EQ(read(), content);
+    DBEngine::setNotesFile({});
+    EXPECT_EQ(fs::status(notes).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST_F(RepairTest, TheHurtFileIsKeptAndTheLossToldByTable) {
+    const std::string kept = folder.file("Shop.damaged.mdb");
+    for (const std::size_t page : {pages - 5, pages - 6}) {
+        breakPage(page, '\x55');
+        const std::vector<char> broken = daotest::readFile(path);
+        DBEngine::RepairDatabase(path);
+        EXPECT_EQ(daotest::readFile(kept), broken);
+        db = openShop(path);
+        const Content now = read();
+        db.Close();
+        const RepairReport& report = DBEngine::LastRepair();
+        ASSERT_EQ(report.tables.size(), content.size());
+        std::int64_t lost = 0;
+        for (const RepairReport::TableCount& table : report.tables) {
+            EXPECT_EQ(table.kept, static_cast<std::int64_t>(now.at(table.table).size())) << table.table;
+            EXPECT_EQ(table.kept + table.lost, static_cast<std::int64_t>(content.at(table.table).size()))
+                << table.table;
+            lost += table.lost;
+        }
+        EXPECT_EQ(lost, report.rowsLost);
+    }
 }
 
 TEST_F(RepairTest, ATruncatedFileGivesWhatIsLeft) {
