@@ -92,7 +92,8 @@ bool isLayoutTable(std::string_view name) {
 bool hasFreshLayout(Store& store, const std::string& salt) {
     const std::int64_t version = store.schemaVersion();
     std::vector<std::int64_t> tables;
-    store.prepare("SELECT 1 FROM sqlite_master WHERE type='table' AND name IN('dao_layout_1','dao_layout_2')")
+    store
+        .prepare("SELECT 1 FROM sqlite_master WHERE type='table' AND name IN('dao_layout_1','dao_layout_2')")
         ->readKeys(tables, 1);
     if (tables.size() != kCopies.size()) {
         return false;
@@ -110,8 +111,11 @@ bool hasFreshLayout(Store& store, const std::string& salt) {
 void writeLayout(Store& store, const std::string& salt, std::int64_t order) {
     const Value mark(markOf(salt));
     for (const std::string copy : kCopies) {
-        store.prepare("CREATE TABLE IF NOT EXISTS " + copy +
-                      "(id INTEGER PRIMARY KEY, mark TEXT, type TEXT, name TEXT, tbl TEXT, number INTEGER, sql TEXT)")->run();
+        store
+            .prepare("CREATE TABLE IF NOT EXISTS " + copy +
+                     "(id INTEGER PRIMARY KEY, mark TEXT, type TEXT, name TEXT, tbl TEXT, number INTEGER, "
+                     "sql TEXT)")
+            ->run();
     }
     for (const std::string copy : kCopies) {
         writeCopy(store, copy, mark);

@@ -10,8 +10,8 @@ namespace dao::driver {
 
 class Store;
 
-// One line of what a file holds: a table or an index as its first page tells it, or a number of the file's own
-// (kForm, kOrder), which has nothing but a name and the number.
+// One line of what a file holds: a table or an index as its first page tells it, or a number of the file's
+// own (kForm, kOrder), which has nothing but a name and the number.
 struct LayoutEntry {
     std::string type, name, table, sql;
     std::int64_t number = 0;  // of a table or index: the page it begins with
@@ -23,7 +23,8 @@ struct LayoutEntry {
 
 // The file tells twice more, in two tables of its own far from its first page, what that page says: a repair
 // finds them by a mark in each row even where nothing leads to them any more. `salt`: of the file's key,
-// hexadecimal; rows of another file, as a copy by an earlier release carries along, are not taken for its own.
+// hexadecimal; rows of another file, as a copy by an earlier release carries along, are not taken for its
+// own.
 bool hasFreshLayout(Store& store, const std::string& salt);
 // Within a transaction. `order`: of the indexes of texts.
 void writeLayout(Store& store, const std::string& salt, std::int64_t order);

@@ -109,7 +109,8 @@ std::unique_ptr<Layer> newLayer(const std::string& over) {
 }  // namespace
 
 const char* guardedLayer(const std::string& over) {
-    static auto* const layers = new std::map<std::string, std::unique_ptr<Layer>>;  // outlives every static window
+    static auto* const layers =
+        new std::map<std::string, std::unique_ptr<Layer>>;  // outlives every static window
     std::unique_ptr<Layer>& layer = (*layers)[over];
     if (layer == nullptr) {
         layer = newLayer(over);

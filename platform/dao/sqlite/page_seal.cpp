@@ -49,8 +49,8 @@ std::string sealKey(const std::string& cipherKey, std::string salt) {
         c = static_cast<char>(static_cast<unsigned char>(c) ^ kSealSaltMask);
     }
     std::string key(kKeySize, '\0');
-    PKCS5_PBKDF2_HMAC_SHA1(cipherKey.data(), kKeySize, bytes(salt), static_cast<int>(salt.size()), kSealIterations,
-                           kKeySize, bytes(key));
+    PKCS5_PBKDF2_HMAC_SHA1(cipherKey.data(), kKeySize, bytes(salt), static_cast<int>(salt.size()),
+                           kSealIterations, kKeySize, bytes(key));
     return key;
 }
 
@@ -101,10 +101,11 @@ std::string PageSeal::open(PageNumber number, std::string_view raw) const {
     const std::size_t start = contentStart(number);
     std::string plain(kContent - start, '\0');
     int size = 0;
-    if (EVP_DecryptInit_ex(context.get(), EVP_aes_256_cbc(), nullptr, bytes(cipherKey_), bytes(raw) + kContent) != 1 ||
+    if (EVP_DecryptInit_ex(context.get(), EVP_aes_256_cbc(), nullptr, bytes(cipherKey_),
+                           bytes(raw) + kContent) != 1 ||
         EVP_CIPHER_CTX_set_padding(context.get(), 0) != 1 ||
-        EVP_DecryptUpdate(context.get(), bytes(plain), &size, bytes(raw) + start, static_cast<int>(plain.size())) !=
-            1) {
+        EVP_DecryptUpdate(context.get(), bytes(plain), &size, bytes(raw) + start,
+                          static_cast<int>(plain.size())) != 1) {
         return {};
     }
     return number == 1 ? std::string(kFirstBytes) + plain : plain;

@@ -7,8 +7,9 @@
 
 namespace dao {
 
-// A workstation notes the salts of the files that it opens, in the file that DBEngine::setNotesFile names: where
-// a file's own first bytes are gone, no password opens it any more, though every record may still be there.
+// A workstation notes the salts of the files that it opens, in the file that DBEngine::setNotesFile names:
+// where a file's own first bytes are gone, no password opens it any more, though every record may still be
+// there.
 
 void noteSalt(const std::string& path, const Salt& salt) noexcept;
 // The last one first. Nothing where nothing was noted.

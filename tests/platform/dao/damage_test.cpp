@@ -1,5 +1,5 @@
-// A shop's file hurt in every way a disk, a network or a hand may hurt it. scripts/damage runs the random ones in
-// greater numbers: TARVELLO_DAMAGE_COUNT files, drawn by TARVELLO_DAMAGE_SEED.
+// A shop's file hurt in every way a disk, a network or a hand may hurt it. scripts/damage runs the random
+// ones in greater numbers: TARVELLO_DAMAGE_COUNT files, drawn by TARVELLO_DAMAGE_SEED.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -60,7 +60,8 @@ Content contentOf(Database& db) {
 bool isPartOf(const Content& now, const Content& before) {
     for (const auto& [name, rows] : now) {
         const auto known = before.find(name);
-        if (known == before.end() || !std::includes(known->second.begin(), known->second.end(), rows.begin(), rows.end())) {
+        if (known == before.end() ||
+            !std::includes(known->second.begin(), known->second.end(), rows.begin(), rows.end())) {
             return false;
         }
     }
@@ -337,7 +338,8 @@ class RandomDamage : public DamageTest {
                 page,
                 [&](const driver::StoredRow& row) {
                     ++rowsOn[page];
-                    const auto* const mark = row.cells.size() == 7 ? std::get_if<std::string>(&row.cells[1]) : nullptr;
+                    const auto* const mark =
+                        row.cells.size() == 7 ? std::get_if<std::string>(&row.cells[1]) : nullptr;
                     if (mark != nullptr && mark->rfind("what this file holds", 0) == 0) {
                         layoutPages.insert(page);
                     }

@@ -3,6 +3,8 @@
 #include <set>
 
 #include "platform/dao/dao_shop.h"
+#include "platform/dao/sqlite/file_place.h"
+#include "platform/dao/sqlite/pages.h"
 
 using namespace dao;
 using daotest::errorOf;
@@ -65,6 +67,18 @@ class RepairTest : public daotest::ShopTest {
             bytes[i] = how == 0 ? '\0' : static_cast<char>(bytes[i] ^ how);
         }
         daotest::writeFile(path, bytes);
+    }
+    // Pages of the trees of tables that hold no rows themselves.
+    static std::vector<std::size_t> pagesThatLead(const std::string& file) {
+        const auto place = std::make_shared<FilePlace>(file, "lozinka", saltOf(file));
+        driver::PageFile pages(driver::pagesOfClosed(file), place->request(false).key);
+        std::vector<std::size_t> found;
+        for (driver::PageNumber page = 2; page <= pages.size(); ++page) {
+            if (pages.page(page).front() == '\x5') {
+                found.push_back(page);
+            }
+        }
+        return found;
     }
     void repairAndOpen() {
         DBEngine::RepairDatabase(path);
@@ -171,7 +185,9 @@ TEST_F(RepairTest, ACopyOfTheFileTellsTheSaltThatIsGone) {
     daotest::writeFile(path, bytes);
     EXPECT_EQ(errorOf([&] { openShop(path); }), errUnrecognisedFormat);
     daotest::writeFile(folder.file("Text"), std::vector<char>(9000, 't'));
-    for (const std::string& other : {std::string(), folder.file("Text"), folder.file("No")}) {
+    daotest::createShop(folder.file("Other.mdb"));  // under the same password
+    for (const std::string& other :
+         {std::string(), folder.file("Text"), folder.file("No"), folder.file("Other.mdb")}) {
         EXPECT_EQ(errorOf([&] { DBEngine::RepairDatabase(path, daotest::kConnect, other); }),
                   errUnrecognisedFormat);
     }
@@ -284,6 +300,68 @@ TEST_F(RepairTest, OwnWindowsGoOnWithTheRepairedFile) {
     db.Close();
     db = openShop(path);
     EXPECT_EQ(db.OpenRecordset("Grupe")["Grupa"].asText(), "Ekrani");
+}
+
+// Two tables of one shape, and nothing that leads to their pages any more: whose they are an index tells, if
+// there is one. Without, they are lost; never does a row change its table.
+TEST_F(RepairTest, RowsWithoutALeadGoToTheirOwnTableOrNowhere) {
+    for (const bool indexed : {true, false}) {
+        SCOPED_TRACE(indexed);
+        const std::string twins = folder.file(indexed ? "Indexed.mdb" : "Plain.mdb");
+        db = DBEngine::CreateDatabase(twins, daotest::kConnect);
+        for (const char* name : {"Grupe", "Proizvodjaci"}) {
+            TableDef table = db.CreateTableDef(name);
+            table.Append({"ID", dbLong, 0, true});
+            table.Append({"Broj", dbLong});
+            table.Append({"Naziv", dbText, 100});
+            db.TableDefs().Append(table);
+            if (indexed) {
+                db.CreateIndex(name, "Broj");
+            }
+            for (int i = 1; i <= 400; ++i) {
+                db.Execute(std::string("INSERT INTO ") + name + " (Broj, Naziv) VALUES (" +
+                           std::to_string(name[0] == 'G' ? i : 1000 - i) + ", '" + name + "')");
+            }
+        }
+        content = read();
+        db.Close();
+        whole = daotest::readFile(twins);
+        std::vector<char> bytes = whole;
+        for (const std::size_t page : pagesThatLead(twins)) {
+            bytes[(page - 1) * kPage + 100] ^= 1;
+        }
+        daotest::writeFile(twins, bytes);
+        DBEngine::RepairDatabase(twins);
+        db = openShop(twins);
+        const Content now = read();
+        expectSubset(now);
+        EXPECT_EQ(rowsIn(now), indexed ? 800U : 0U);
+        EXPECT_EQ(DBEngine::LastRepair().rowsLost, indexed ? 0 : 800);
+        db.Close();
+    }
+}
+
+// An earlier release copies the rows that tell of the file's tables into a compacted one, where they are
+// wrong.
+TEST_F(RepairTest, WhatIsToldOfAnotherFileIsNotBelieved) {
+    {
+        const auto place = std::make_shared<FilePlace>(path, "lozinka", saltOf(path));
+        driver::SqliteStore store(place->request(true));
+        for (const char* copy : {"dao_layout_1", "dao_layout_2"}) {
+            store.execute(std::string("UPDATE ") + copy +
+                          " SET mark='what this file holds, form 1, 00', number=number+1");
+        }
+    }
+    std::vector<char> bytes = daotest::readFile(path);
+    std::fill(bytes.begin() + 16, bytes.begin() + static_cast<std::ptrdiff_t>(kPage), 'x');
+    daotest::writeFile(path, bytes);
+    const int number = errorOf([&] { DBEngine::RepairDatabase(path); });
+    if (number == 0) {  // by what is left of the first page's own list
+        db = openShop(path);
+        EXPECT_EQ(read(), content);
+    } else {
+        EXPECT_EQ(number, errCannotOpen);
+    }
 }
 
 TEST_F(RepairTest, WrongCallsAreRefused) {
