@@ -68,7 +68,8 @@ class Database {
     // `source`: a table's or stored query's name, or a SELECT. dbOpenTable takes a table's name only and
     // gives its rows in the table's own order.
     Recordset OpenRecordset(std::string_view source, RecordsetType type = dbOpenDynaset);
-    // INSERT, UPDATE, DELETE. All of it happens or, on an error, nothing, whatever `options` says.
+    // INSERT, UPDATE, DELETE. All of it happens or, on an error, nothing, whatever `options` says. 3421 for a
+    // statement that is not valid UTF-8 or holds a zero character.
     void Execute(std::string_view statement, int options = dbFailOnError);
     std::int64_t RecordsAffected() const;  // by the last Execute
 

@@ -26,6 +26,7 @@ enum ErrorNumber {
     errSyntax = 3075,            // syntax error in an expression or statement
     errUnknownObject = 3078,     // no such table or query
     errUpdateWithoutEdit = 3020,
+    errTextNotSound = 3421,  // no UTF-8, or with a zero character
     errFieldTooSmall = 3163,
     errDuplicateKey = 3022,
     errRecordDeleted = 3167,

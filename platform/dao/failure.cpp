@@ -35,6 +35,7 @@ constexpr std::array kSentences{
     Sentence{errNoPermission, "The file can't be opened; its owner gives no permission to read it."},
     Sentence{errFieldTooSmall, "The field is too small to accept the amount of data you attempted to add."},
     Sentence{errFieldNotUpdatable, "The field can't be updated."},
+    Sentence{errTextNotSound, "The text can't be kept; it is not valid UTF-8, or it holds a zero character."},
     Sentence{errRecordDeleted, "Record is deleted."},
     Sentence{errDataChanged, "The data has been changed by somebody else meanwhile."},
     Sentence{errRelatedRecordExists,

@@ -3,6 +3,7 @@
 #include "platform/dao/failure.h"
 #include "platform/dao/keyset.h"
 #include "platform/dao/names.h"
+#include "platform/text/utf8.h"
 
 // The part of a keyset that writes.
 namespace dao {
@@ -47,6 +48,9 @@ Value Keyset::converted(const sql::ResultColumn& column, Value&& value) {
                 value = Value(value.asText());
             }
             const std::string& text = value.textRef();
+            if (!alphabet::isSound(text)) {
+                fail(errTextNotSound);
+            }
             if (column.size > 0 && characters(text) > static_cast<std::size_t>(column.size)) {
                 fail(errFieldTooSmall);
             }

@@ -71,6 +71,7 @@ void moveToServer(const std::string& path, const std::string& connect, const std
     }
     const ExclusiveUse alone(file->enter(false));
     const std::unique_ptr<driver::Store> from = file->open();
+    needSoundTexts(*from);
     postgres::NewShop shop(address);
     carry(*from, shop.store(), watch);
     shop.finish();
@@ -100,6 +101,7 @@ void setBack(const std::string& path, const std::string& file) {
     const PlacePtr source = fileKind().examine(file, connectFor(*place), true);
     const ExclusiveUse alone(place->enter(false));
     const std::unique_ptr<driver::Store> from = source->open();
+    needSoundTexts(*from);
     const std::unique_ptr<driver::Store> to = place->open();
     const ReadScope reading(*from);
     const WriteScope writing(*to);

@@ -11,7 +11,8 @@ namespace dao {
 // Carries the shop of the file at `path` to the server's database that `server` tells ("host=...
 // dbname=..."), and puts a signpost in the file's place; the file stays beside it as NAME.before-server.mdb.
 // Alone on both sides throughout: 3045, 3356. 3012 where the database holds a shop already or that name is
-// taken; a copy that an earlier try left unfinished is replaced.
+// taken; a copy that an earlier try left unfinished is replaced. 3421 with the rows that hold texts which no
+// server keeps, before anything is changed.
 void moveToServer(const std::string& path, const std::string& connect, const std::string& server,
                   const TransferWatch& watch = {});
 
@@ -26,6 +27,7 @@ void moveHome(const std::string& path, const std::string& target, const std::str
 void copyToFile(const std::string& path, const std::string& target);
 
 // Sets the whole shop on the server back to what a file holds, in one transaction. Alone on the server: 3045.
+// 3421 as above.
 void setBack(const std::string& path, const std::string& file);
 
 }  // namespace dao

@@ -5,6 +5,7 @@
 #include "platform/dao/open_files.h"
 #include "platform/sql/ast.h"
 #include "platform/sql/parser.h"
+#include "platform/text/utf8.h"
 
 namespace dao {
 namespace {
@@ -161,6 +162,9 @@ CompiledPtr OpenFile::compileFind(const Compiled& in, const sql::Expression& cri
 }
 
 std::int64_t OpenFile::execute(std::string_view statement) {
+    if (!alphabet::isSound(statement)) {
+        fail(errTextNotSound);  // what it writes would be no better
+    }
     const sql::StatementPtr tree = translated([&] { return sql::parse(statement); });
     if (tree->kind == sql::Statement::Kind::Select) {
         fail(errInvalidOperation, "Cannot execute a select query.");

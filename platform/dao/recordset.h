@@ -23,8 +23,9 @@ class Field {
     // Of the current row, or of the row being added or edited. Throws 3021 where there is none, 3167 where
     // somebody has deleted it. The reference lives until the record set moves or changes.
     const dao::Value& Value() const;
-    // Only between AddNew or Edit and Update: 3020 otherwise; 3163 for a text too long; 13 for a value that
-    // does not convert to the field's type.
+    // Only between AddNew or Edit and Update: 3020 otherwise; 3163 for a text too long; 3421 for one that is
+    // not valid UTF-8 or holds a zero character; 13 for a value that does not convert to the field's type.
+    // After an error the field is what it was.
     void setValue(dao::Value value);
     Field& operator=(dao::Value value) {
         setValue(std::move(value));

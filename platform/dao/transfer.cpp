@@ -5,10 +5,12 @@
 #include "platform/dao/failure.h"
 #include "platform/dao/file_catalog.h"
 #include "platform/dao/names.h"
+#include "platform/dao/open_file.h"
 #include "platform/dao/row_block.h"
 #include "platform/dao/table_definition.h"
 #include "platform/sql/ast.h"
 #include "platform/sql/parser.h"
+#include "platform/text/utf8.h"
 
 namespace dao {
 namespace {
@@ -35,6 +37,7 @@ class TableReader {
 
     std::size_t size() const { return keys_.size(); }
     const RowBlock& block() const { return block_; }
+    std::int64_t key(std::size_t row) const { return keys_[at_ - block_.rows() + row]; }  // of the block's
 
     // The next rows are in the block; false where there are none.
     bool next() {
@@ -136,6 +139,52 @@ bool areSame(const RowBlock& one, const RowBlock& other) {
     return true;
 }
 
+// The texts that are not sound, as a person can find them: as many as fit into a message.
+class UnsoundTexts {
+ public:
+    void add(const std::string& place) {
+        if (++count_ <= kMostNamed) {
+            named_ += '\n' + place;
+        }
+    }
+    void needNone() const {
+        if (count_ == 0) {
+            return;
+        }
+        const std::size_t more = count_ - std::min(count_, kMostNamed);
+        fail(
+            errTextNotSound,
+            "The shop holds texts that a server does not keep; they are not valid UTF-8, or they hold a zero "
+            "character. Type them anew first:" +
+                named_ + (more > 0 ? "\nand " + std::to_string(more) + " more" : ""));
+    }
+
+ private:
+    static constexpr std::size_t kMostNamed = 20;
+    std::size_t count_ = 0;
+    std::string named_;
+};
+
+void findUnsound(driver::Store& store, const FileCatalog& catalog, const sql::TableInfo& table,
+                 UnsoundTexts& found) {
+    TableReader reader(store, catalog, table);
+    Value value;
+    const auto look = [&](std::size_t row, std::size_t column) {
+        reader.block().get(row, column, value);
+        if (!alphabet::isSound(value.textRef())) {
+            found.add("table " + table.name + ", key " + std::to_string(reader.key(row)) + ", field " +
+                      table.columns[column].name);
+        }
+    };
+    while (reader.next()) {
+        for (std::size_t row = 0; row < reader.block().rows(); ++row) {
+            for (std::size_t column = 0; column < table.columns.size(); ++column) {
+                look(row, column);
+            }
+        }
+    }
+}
+
 [[noreturn]] void failDifferent(const std::string& what) {
     fail(errDiskIo, "The copy does not hold the same as what it was made from: " + what + ".");
 }
@@ -165,6 +214,22 @@ void transfer(driver::Store& from, driver::Store& to, const TransferWatch& watch
         to.writeQuery(query.name, from.queryText(query.name).value_or(std::string()));
     }
     to.setForm(from.form());
+}
+
+void needSoundTexts(driver::Store& store) {
+    const ReadScope reading(store);
+    FileCatalog catalog(store);
+    catalog.refresh();
+    UnsoundTexts found;
+    for (const sql::TableInfo& table : catalog.tables()) {
+        findUnsound(store, catalog, table, found);
+    }
+    for (const driver::StoredQueryRow& query : store.queries()) {
+        if (!alphabet::isSound(store.queryText(query.name).value_or(std::string()))) {
+            found.add("stored query " + query.name);
+        }
+    }
+    found.needNone();
 }
 
 void needSameRows(driver::Store& one, driver::Store& other, const TransferWatch& watch) {

@@ -22,6 +22,10 @@ using TransferWatch = std::function<void(const TransferState&)>;
 // that sees one state. Fails as reading and writing fail; `to` is then to be rolled back.
 void transfer(driver::Store& from, driver::Store& to, const TransferWatch& watch = {});
 
+// Reads all texts. errTextNotSound with the rows and fields of those that not every store takes: an older
+// file may hold some.
+void needSoundTexts(driver::Store& store);
+
 // Reads both from end to end. errDiskIo with the table's name where they do not hold the same.
 void needSameRows(driver::Store& one, driver::Store& other, const TransferWatch& watch = {});
 

@@ -25,6 +25,11 @@ TEST_F(DatabaseTest, ExecuteTellsHowManyRowsItChanged) {
 
 TEST_F(DatabaseTest, AFailingStatementChangesNothing) {
     fill(5);
+    const std::string city = db.OpenRecordset("Customers")["City"].asText();
+    for (const std::string& text : {std::string("Ni\xB9"), std::string("a\0b", 3)}) {
+        EXPECT_EQ(errorOf([&] { db.Execute("UPDATE Customers SET City='" + text + "'"); }), errTextNotSound);
+    }
+    EXPECT_EQ(db.OpenRecordset("Customers")["City"].asText(), city);
     EXPECT_EQ(errorOf([&] { db.Execute("UPDATE Computers SET CustID=CustID+1"); }), errRelatedRecordRequired);
     EXPECT_EQ(numbers(db.OpenRecordset("SELECT * FROM Computers ORDER BY MachineID"), "CustID"),
               (std::vector{1, 2, 3, 4, 5}));

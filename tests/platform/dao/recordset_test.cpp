@@ -64,6 +64,40 @@ TEST_F(RecordsetTest, FieldsKnowTheirNameTypeAndSize) {
     EXPECT_EQ(errorOf([&] { set.Fields(6); }), errItemNotFound);
 }
 
+// Both stores keep the same texts, or a shop could not move from one to the other.
+TEST_F(RecordsetTest, ATextThatIsNotSoundIsRefusedAndTheRecordStaysAsItWas) {
+    fill(1);
+    Recordset set = db.OpenRecordset("Customers");
+    for (const std::string& text :
+         {std::string("Peri\xE6"), std::string("Pera\0Peric", 10), std::string("\0", 1)}) {
+        set.Edit();
+        set.Fields("City") = Value("Niš");
+        EXPECT_EQ(errorOf([&] { set.Fields("City") = Value(text); }), errTextNotSound);
+        EXPECT_EQ(DBEngine::Errors().front().Description,
+                  "The text can't be kept; it is not valid UTF-8, or it holds a zero character.");
+        EXPECT_EQ(errorOf([&] { set.Fields("Comments") = Value(text); }), errTextNotSound);
+        EXPECT_EQ(set.EditMode(), Recordset::EditModeKind::InProgress);
+        EXPECT_EQ(set["City"].asText(), "Niš");
+        set.Update();
+        EXPECT_EQ(set["City"].asText(), "Niš");
+        EXPECT_TRUE(set["Comments"].isNull());
+        set.AddNew();
+        EXPECT_EQ(errorOf([&] { set.Fields("City") = Value(text); }), errTextNotSound);
+        EXPECT_TRUE(set["City"].isNull());
+        set.CancelUpdate();
+    }
+}
+
+TEST_F(RecordsetTest, EveryLetterIsKept) {
+    fill(1);
+    Recordset set = db.OpenRecordset("Customers");
+    const std::string letters = "\x01\t\x7F\xC2\x80\xED\x9F\xBF\xEE\x80\x80\xEF\xBF\xBF\xF4\x8F\xBF\xBF";
+    set.Edit();
+    set.Fields("Comments") = Value(letters);
+    set.Update();
+    EXPECT_EQ(db.OpenRecordset("Customers")["Comments"].asText(), letters);
+}
+
 TEST_F(RecordsetTest, AddNewGivesTheNumberAtOnceAndKeepsTheCurrentRow) {
     fill(2);
     Recordset set = db.OpenRecordset("Customers");

@@ -7,6 +7,7 @@
 #include "platform/dao/postgres/place.h"
 #include "platform/dao/postgres/shop_making.h"
 #include "platform/dao/postgres/signpost.h"
+#include "platform/dao/sqlite/file_kind.h"
 #include "support/server_cluster.h"
 
 using namespace dao;
@@ -188,6 +189,83 @@ TEST_F(MovingTest, AWrongPasswordOrAServerThatIsNotThereChangesNothing) {
     EXPECT_EQ(errorOf([&] { moveToServer(path, kConnect, "host=localhost password=x dbname=shop"); }), 3001);
     EXPECT_EQ(daotest::readFile(path), before);
     EXPECT_FALSE(fs::exists(kept));
+}
+
+// An earlier version took such texts, and files of that time still hold them.
+void writeUnsound(const std::string& path, std::string_view table, std::int64_t key, std::string_view field,
+                  const std::string& text) {
+    const std::unique_ptr<driver::Store> store = fileKind().examine(path, kConnect, false)->open();
+    const Value value(text);
+    const driver::FieldValue change{field, &value};
+    store->beginWrite();
+    ASSERT_TRUE(store->updateRow(std::string(table), key, {&change, 1}));
+    store->commit();
+}
+
+TEST_F(MovingTest, TextsThatNoServerKeepsAreNamedBeforeAnythingMoves) {
+    writeUnsound(path, "Customers", 7, "City", "Ni\xB9");
+    writeUnsound(path, "Customers", 25, "Comments", std::string("a\0b", 3));
+    writeUnsound(path, "ServiceTypes", 2, "Service", "\xC0\x80");
+    {
+        const std::unique_ptr<driver::Store> store = fileKind().examine(path, kConnect, false)->open();
+        store->beginWrite();
+        store->writeQuery("Old", "SELECT * FROM Customers WHERE City = 'Ni\xB9'");
+        store->commit();
+    }
+    const std::vector<char> before = daotest::readFile(path);
+    EXPECT_EQ(errorOf([&] { moveToServer(path, kConnect, server()); }), errTextNotSound);
+    EXPECT_EQ(
+        DBEngine::Errors().front().Description,
+        "The shop holds texts that a server does not keep; they are not valid UTF-8, or they hold a zero "
+        "character. Type them anew first:"
+        "\ntable Customers, key 7, field City"
+        "\ntable Customers, key 25, field Comments"
+        "\ntable ServiceTypes, key 2, field Service"
+        "\nstored query Old");
+    EXPECT_EQ(daotest::readFile(path), before);
+    EXPECT_FALSE(fs::exists(kept));
+    EXPECT_FALSE(postgres::Connection(database.place())
+                     .run("SELECT to_regclass('dao.shop') IS NOT NULL")
+                     .boolean(0, 0))
+        << "nothing was begun on the server";
+}
+
+TEST_F(MovingTest, OfManySuchTextsTheFirstAreNamed) {
+    for (int client = 1; client <= 22; ++client) {
+        writeUnsound(path, "Customers", client, "City", "\xFF");
+    }
+    EXPECT_EQ(errorOf([&] { moveToServer(path, kConnect, server()); }), errTextNotSound);
+    const std::string said = DBEngine::Errors().front().Description;
+    EXPECT_NE(said.find("\ntable Customers, key 20, field City\nand 2 more"), std::string::npos) << said;
+}
+
+TEST_F(MovingTest, TextsThatNoServerKeepsDoNotSetItBackHalfway) {
+    const std::string backup = folder.file("Tarvello.bkp");
+    fs::copy_file(path, backup);
+    moveToServer(path, kConnect, server());
+    const std::string before = everythingIn(path);
+    writeUnsound(backup, "Computers", 3, "MachineName", "\xE6");
+    EXPECT_EQ(errorOf([&] { DBEngine::CopyDatabase(backup, path); }), errTextNotSound);
+    EXPECT_NE(DBEngine::Errors().front().Description.find("\ntable Computers, key 3, field MachineName"),
+              std::string::npos);
+    EXPECT_EQ(everythingIn(path), before);
+}
+
+TEST_F(MovingTest, EveryLetterTravelsBothWays) {
+    const std::string letters = "\x01\t\x7F\xC2\x80\xED\x9F\xBF\xEE\x80\x80\xEF\xBF\xBF\xF4\x8F\xBF\xBF";
+    {
+        Database db = daotest::openShop(path);
+        Recordset clients = db.OpenRecordset("Customers");
+        clients.Edit();
+        clients.Fields("Comments") = Value(letters);
+        clients.Update();
+    }
+    moveToServer(path, kConnect, server());
+    const std::string home = folder.file("Home.mdb");
+    moveHome(path, home, kConnect);
+    for (const std::string& shop : {path, home}) {
+        EXPECT_EQ(daotest::openShop(shop).OpenRecordset("Customers")["Comments"].asText(), letters) << shop;
+    }
 }
 
 TEST_F(MovingTest, ABackupOfTheServerOpensByItself) {
