@@ -2,6 +2,8 @@
 #include <unistd.h>
 
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <map>
 #include <memory>
 #include <random>
@@ -24,13 +26,16 @@ class CrashTest : public daotest::ShopTest {};
 TEST_F(CrashTest, WhatWasReportedAsWrittenIsThereAfterAKill) {
     db.Close();
     Report report;
+    const char* const kills = std::getenv("TARVELLO_KILLS");  // scripts/kill
+    const int rounds = kills == nullptr ? 200 : std::atoi(kills);
+    const char* const drawn = std::getenv("TARVELLO_KILL_SEED");
     std::random_device device;
-    const unsigned seed = device();
+    const unsigned seed = drawn == nullptr ? device() : static_cast<unsigned>(std::atoi(drawn));
     SCOPED_TRACE("seed " + std::to_string(seed));
     std::minstd_rand random(seed);
     int interrupted = 0;
     int writtenUntold = 0;
-    for (int round = 0; round < 200; ++round) {
+    for (int round = 0; round < rounds; ++round) {
         const unsigned childSeed = static_cast<unsigned>(random());
         Child child([&](Child& self) { return daotest::workForEver(self, path, childSeed); });
         report.hear(child.hear());
@@ -56,8 +61,8 @@ TEST_F(CrashTest, WhatWasReportedAsWrittenIsThereAfterAKill) {
     EXPECT_GT(interrupted, 0);
     DBEngine::RepairDatabase(path);
     EXPECT_FALSE(DBEngine::LastRepair().damaged);
-    RecordProperty("interrupted", interrupted);
-    RecordProperty("written_and_not_told", writtenUntold);
+    std::printf("%d kills, %d amid a change, %d of these written and not told yet\n", rounds, interrupted,
+                writtenUntold);
 }
 
 // Four workstations draw the same ten products: not one piece is drawn twice or lost.
