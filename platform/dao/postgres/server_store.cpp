@@ -112,7 +112,12 @@ void ServerStore::restore() noexcept {
 }
 
 void ServerStore::noteWritten() {
-    wrote_ = true;
+    written_ = Written::kRows;
+    sound_ = false;
+}
+
+void ServerStore::noteQueryWritten() {
+    written_ = std::max(written_, Written::kQueries);
     sound_ = false;
 }
 
@@ -138,7 +143,7 @@ void ServerStore::begin(const std::string& text) {
     }
     begunIn_ = link_->session();
     seen_.reset();
-    wrote_ = false;
+    written_ = Written::kNothing;
 }
 
 void ServerStore::beginWrite() {
@@ -157,14 +162,14 @@ void ServerStore::commit() {
     if (!inTransaction() || connection().transactionState() == TransactionState::kFailed) {
         fail(errDiskIo, "The transaction was lost by an earlier error; nothing of it was written.");
     }
-    if (wrote_) {
-        link_->writer().raise(connection());
+    if (written_ != Written::kNothing) {
+        link_->writer().raise(connection(), written_);
     }
     if (!withoutLoss([&] { connection().execute("COMMIT"); })) {
         needCommitted();
     }
     begunIn_.reset();
-    wrote_ = false;
+    written_ = Written::kNothing;
 }
 
 // The server may have written all of it and could not say so any more.
@@ -173,7 +178,7 @@ void ServerStore::needCommitted() {
         "The server of " + placeText(link_->address()) + " was lost in the middle of a change; ";
     std::optional<bool> committed;
     const auto until = Clock::now() + kToLearn;
-    while (wrote_ && !committed && Clock::now() < until) {
+    while (written_ != Written::kNothing && !committed && Clock::now() < until) {
         const QuietErrors quiet;
         try {
             committed = link_->writer().wasCommitted(link_->connection());
@@ -184,7 +189,7 @@ void ServerStore::needCommitted() {
             std::this_thread::sleep_for(kNap);
         }
     }
-    if (!wrote_ || committed == false) {
+    if (written_ == Written::kNothing || committed == false) {
         fail(errDiskIo, where + "nothing of it was written.");
     }
     if (!committed) {
@@ -203,7 +208,7 @@ void ServerStore::rollback() noexcept {
         }
     }
     begunIn_.reset();
-    wrote_ = false;
+    written_ = Written::kNothing;
     seen_.reset();
 }
 
@@ -454,14 +459,14 @@ std::int64_t ServerStore::writeQuery(std::string_view name, std::string_view tex
         "INSERT INTO dao.queries (key, name, version, sql) VALUES ($1, $2, nextval('dao.query_texts'), $3)"
         " ON CONFLICT (key) DO UPDATE SET version = EXCLUDED.version, sql = EXCLUDED.sql RETURNING version",
         Parameters().bytes(key).text(name).text(text));
-    noteWritten();
+    noteQueryWritten();
     return written.integer(0, 0);
 }
 
 bool ServerStore::dropQuery(std::string_view name) {
     const std::string key = bytesOf(name);
     const Result gone = run("DELETE FROM dao.queries WHERE key = $1", Parameters().bytes(key));
-    noteWritten();
+    noteQueryWritten();
     return gone.affected() != 0;
 }
 

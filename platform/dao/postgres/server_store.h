@@ -17,7 +17,8 @@ namespace dao::postgres {
 //
 // A transaction that only reads sees one state of the shop throughout; one that writes holds the rows that it
 // writes, and nobody else's. What was written raises the number of this workstation's row in dao.writers, in
-// the same transaction: so others see with the rows that something has changed.
+// the same transaction: so others see with the rows that something has changed. Stored queries have versions
+// of their own, and nobody reads his rows anew for somebody else's.
 //
 // A statement that the server refuses fails alone: what the transaction has written before it stands. A
 // connection that was lost takes its transaction with it, and nothing more is written or read in that one;
@@ -106,6 +107,7 @@ class ServerStore final : public driver::Store, public StatementRunner {
     Connection& connection();  // errDiskIo where the open transaction went with an earlier one
     bool isSame() const;       // the connection that the open transaction was begun on
     void needCommitted();
+    void noteQueryWritten();
     void restore() noexcept;
     Versions versions();
     void changeSchema(const std::string& text);
@@ -124,7 +126,7 @@ class ServerStore final : public driver::Store, public StatementRunner {
     std::shared_ptr<Link> link_;
     std::optional<std::int64_t> begunIn_;  // the link's session that the open transaction was begun in
     bool reading_ = false;                 // the open transaction sees one state throughout
-    bool wrote_ = false;                   // in the open transaction
+    Written written_ = Written::kNothing;  // in the open transaction
     bool sound_ = false;                   // nothing was written since its last savepoint
     std::optional<Versions> seen_;         // by the reading transaction that is open
     std::int64_t schemaChanges_ = 0;       // of our own

@@ -17,9 +17,12 @@ CREATE TABLE dao.shop (
 );
 CREATE TABLE dao.queries (key bytea PRIMARY KEY, name text NOT NULL, version bigint NOT NULL, sql text NOT NULL);
 CREATE SEQUENCE dao.query_texts;
+-- The version goes up with the rows of the shop, at the moment "changed"; the commits count stored queries too.
 CREATE TABLE dao.writers (
     number integer PRIMARY KEY,
     version bigint NOT NULL,
+    changed timestamptz NOT NULL,
+    commits bigint NOT NULL,
     mark bigint NOT NULL,
     written timestamptz NOT NULL
 );

@@ -45,12 +45,14 @@ bool WriterRow::tryHold(Connection& server, int number) {
     return held_;
 }
 
-void WriterRow::raise(Connection& server) {
+void WriterRow::raise(Connection& server, Written written) {
     const Result raised = server.run(
-        "INSERT INTO dao.writers AS w (number, version, mark, written) VALUES ($1, 1, $2, clock_timestamp())"
-        " ON CONFLICT (number) DO UPDATE SET version = w.version + 1, mark = EXCLUDED.mark,"
-        " written = EXCLUDED.written RETURNING version",
-        Parameters().integer4(number(server)).integer8(mark_));
+        "INSERT INTO dao.writers AS w (number, version, changed, commits, mark, written)"
+        " VALUES ($1, $3, clock_timestamp(), 1, $2, clock_timestamp())"
+        " ON CONFLICT (number) DO UPDATE SET version = w.version + EXCLUDED.version,"
+        " changed = CASE EXCLUDED.version WHEN 0 THEN w.changed ELSE EXCLUDED.changed END,"
+        " commits = w.commits + 1, mark = EXCLUDED.mark, written = EXCLUDED.written RETURNING commits",
+        Parameters().integer4(number(server)).integer8(mark_).integer8(written == Written::kRows ? 1 : 0));
     raisedTo_ = raised.integer(0, 0);
 }
 
@@ -60,7 +62,7 @@ std::optional<bool> WriterRow::wasCommitted(Connection& server) {
     if (!held_ && !tryHold(server, number_.value())) {
         return std::nullopt;
     }
-    const Result row = server.run("SELECT version, mark = $2 FROM dao.writers WHERE number = $1",
+    const Result row = server.run("SELECT commits, mark = $2 FROM dao.writers WHERE number = $1",
                                   Parameters().integer4(*number_).integer8(mark_));
     if (row.rows() == 0 || row.integer(0, 0) < raisedTo_) {
         return false;

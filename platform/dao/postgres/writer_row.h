@@ -7,9 +7,13 @@
 
 namespace dao::postgres {
 
-// This workstation's row in the table of writers: its version goes up with everything that is written here,
-// in the same transaction. So others see at one glance that something has changed, and this workstation
-// learns whether a commit whose answer was lost on the way has come about.
+// What a transaction has written: stored queries are a workstation's own and change nothing for the others.
+enum class Written { kNothing, kQueries, kRows };
+
+// This workstation's row in the table of writers: its version goes up with the rows that are written here, in
+// the same transaction, and its count of commits with everything that is written. So others see at one glance
+// that something has changed, and this workstation learns whether a commit whose answer was lost on the way
+// has come about.
 //
 // The number of the row is held by a lock, and nobody else takes it within an hour of the last write: a
 // workstation that comes back after a loss finds its row as it left it.
@@ -23,7 +27,7 @@ class WriterRow {
     void letGo() { held_ = false; }
 
     // In the open transaction, before its commit.
-    void raise(Connection& server);
+    void raise(Connection& server, Written written);
     // On a new connection: whether the transaction that was last raised in was committed. Nothing: it cannot
     // be told yet, since the old connection still stands on the server, or any more.
     std::optional<bool> wasCommitted(Connection& server);

@@ -1,6 +1,8 @@
 // A connection that breaks off at the worst of moments, under a store that writes.
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "failures.h"
 #include "platform/dao/postgres/server_store.h"
 #include "platform/dao/postgres/shop_making.h"
@@ -14,6 +16,7 @@ using dao::postgres::Link;
 using dao::postgres::NewShop;
 using dao::postgres::Parameters;
 using dao::postgres::ServerStore;
+using dao::postgres::Written;
 
 namespace {
 
@@ -82,17 +85,58 @@ TEST_F(CommitLoss, ACommitThatNeverArrivedIsSaidToHaveWrittenNothing) {
     EXPECT_EQ(names(), "Stampaci Stampaci");
 }
 
+TEST_F(CommitLoss, AStoredQueryWhoseCommitWasLostIsKnownToHaveComeAbout) {
+    ServerStore store(Link::to(proxy_.place()));
+    for (const char* text : {"SELECT * FROM Grupe", "SELECT * FROM Grupe WHERE ID > 1"}) {
+        store.beginWrite();
+        store.writeQuery("Moje", text);
+        proxy_.hangUpAtAnswer("COMMIT");
+        store.commit();
+        EXPECT_EQ(store.queryText("Moje"), text);
+    }
+    store.beginWrite();
+    store.dropQuery("Moje");
+    proxy_.hangUpAtQuestion("COMMIT");
+    const Failure failure = failureOf([&] { store.commit(); });
+    EXPECT_TRUE(failure.says("nothing of it was written")) << failure.sentence;
+    store.rollback();
+    EXPECT_TRUE(store.queryText("Moje"));
+}
+
+// Every copy of the program writes its own at each start and with each filter.
+TEST_F(CommitLoss, StoredQueriesDoNotMakeTheOthersReadTheirRowsAnew) {
+    ServerStore store(Link::to(proxy_.place()));
+    ServerStore other(Link::to(database_.place()));
+    const auto write = [&](const std::function<void()>& body) {
+        store.beginWrite();
+        body();
+        store.commit();
+        return other.dataVersion();
+    };
+    const std::int64_t before = write([&] { insert(store, "Monitori"); });
+    EXPECT_EQ(write([&] { store.writeQuery("Moje", "SELECT * FROM Grupe"); }), before);
+    EXPECT_EQ(write([&] { store.dropQuery("Moje"); }), before);
+    EXPECT_NE(write([&] {
+                  insert(store, "Kablovi");
+                  store.writeQuery("Moje", "SELECT * FROM Grupe");
+              }),
+              before);
+}
+
 // Another workstation took this one's number long after its last writing.
 TEST_F(CommitLoss, WhatCannotBeToldIsNotClaimed) {
     ServerStore store(Link::to(proxy_.place()));
     store.beginWrite();
     insert(store, "Monitori");
     Link& link = *Link::to(proxy_.place());
-    link.writer().raise(link.connection());
+    link.writer().raise(link.connection(), Written::kRows);
     const int number = link.writer().number(link.connection());
     store.rollback();
     Connection(database_.place())
-        .run("INSERT INTO dao.writers VALUES ($1, 5, 1, now())", Parameters().integer4(number));
+        .run(
+            "INSERT INTO dao.writers (number, version, changed, commits, mark, written)"
+            " VALUES ($1, 5, now(), 5, 1, now())",
+            Parameters().integer4(number));
     EXPECT_EQ(link.writer().wasCommitted(link.connection()), std::nullopt);
 }
 
