@@ -11,9 +11,11 @@
 #include "common/modMain.h"
 #include "common/scramble.h"
 #include "common/settings.h"
+#include "data/backup_note.h"
 #include "data/schema.h"
 #include "platform/controls/boxes.h"
 #include "platform/dao/dao.h"
+#include "platform/dao/moving.h"
 #include "platform/system/dates.h"
 #include "platform/system/files.h"
 #include "platform/system/trap.h"
@@ -215,6 +217,34 @@ bool setServerBack(const QString& path, const QString& backup, QString& errorTex
     return reverting.failed() ? fail(errorText, lines(GetResString(1037), reverting.line())) : true;
 }
 
+// A large shop is read from end to end for its backup: that is not done over and over for nothing. What a
+// failing backup tells is true of a file; of a server it is the engine that knows.
+bool backUpServer(const QString& path, const BackupWatch& watch, QString& errorText) {
+    const data::BackupNote note(backupPath());
+    Trap copying;
+    std::string copied;
+    copying([&] {
+        dao::ShopView shop(path.toStdString());
+        if (shop.state() == note.state()) {
+            return;
+        }
+        shop.copyTo(backupPath().toStdString(), [&](const dao::TransferState& state) {
+            if (watch) {
+                watch(state.rows + (state.comparing ? state.allRows : 0), 2 * state.allRows);
+            }
+        });
+        copied = shop.state();
+    });
+    if (copying.failed()) {
+        return fail(errorText, copying.line());
+    }
+    if (!copied.empty()) {
+        Trap noting;  // without the note the next backup is merely made for nothing
+        noting([&] { note.keep(copied); });
+    }
+    return true;
+}
+
 // ----- the work queries
 
 constexpr std::array<const char*, 3> kWorkQueries{"QDCustomers", "QDComputers", "QDServices"};
@@ -373,13 +403,16 @@ bool UseBackupDatabase(QString& errorText, bool silent) {
     return true;
 }
 
-bool BackupDatabase(QString& errorText) {
+bool BackupDatabase(QString& errorText, const BackupWatch& watch) {
     errorText.clear();
     const QString path = databasePath();
     const QString backup = backupPath();
     const QString temporary = temporaryPath();
     if (!platform::fileExists(path)) {
         return fail(errorText, GetResString(1001, {{QStringLiteral("%1"), path}}));
+    }
+    if (dao::DBEngine::IsOnServer(path.toStdString())) {
+        return backUpServer(path, watch, errorText);
     }
     dao::DBEngine::DiscardDatabase(temporary.toStdString());
     const bool saved = platform::fileExists(backup);

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QString>
+#include <cstdint>
+#include <functional>
 
 // The database file as the program's day begins and ends: found, proved, repaired, reverted, backed up.
 // The paths: the database in the setting DatabasePath; Tarvello.bkp and Tarvello.$$1 in the program folder.
@@ -16,7 +18,11 @@ bool CheckDatabase(QString& errorText);
 QString newerDatabaseText();
 bool RepairAndCompactDatabase(QString& errorText, bool withPassword);
 bool UseBackupDatabase(QString& errorText, bool silent);
-bool BackupDatabase(QString& errorText);
+// Of rows that are copied and compared; told now and then while it goes on.
+using BackupWatch = std::function<void(std::int64_t done, std::int64_t total)>;
+// A file is copied every time. Of a shop on a server the backup that lies there stays where nothing but
+// stored queries has changed since it was made; only there `watch` is told.
+bool BackupDatabase(QString& errorText, const BackupWatch& watch = {});
 
 namespace dao {
 class Database;

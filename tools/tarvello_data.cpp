@@ -27,11 +27,7 @@ class ProgressLine {
         if (!watched_ || state.allRows == 0) {
             return;
         }
-        if (state.rows < last_) {
-            comparing_ = true;
-        }
-        last_ = state.rows;
-        std::fprintf(stderr, "\r%-9s %3d %%  %-20s", comparing_ ? "comparing" : "copying",
+        std::fprintf(stderr, "\r%-9s %3d %%  %-20s", state.comparing ? "comparing" : "copying",
                      static_cast<int>(100 * state.rows / state.allRows), state.table.c_str());
         written_ = true;
     }
@@ -43,9 +39,7 @@ class ProgressLine {
 
  private:
     bool watched_ = isatty(STDERR_FILENO) != 0;
-    bool comparing_ = false;
     bool written_ = false;
-    std::int64_t last_ = 0;
 };
 
 void move(const std::string& from, const std::string& to) {

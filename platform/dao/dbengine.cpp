@@ -85,7 +85,7 @@ void DBEngine::CopyDatabase(const std::string& from, const std::string& to) {
     if (&source == &target) {
         source.copy(from, to);
     } else if (&source == &serverKind()) {
-        copyToFile(from, to);
+        ShopView(from).copyTo(to);
     } else {
         setBack(to, from);
     }

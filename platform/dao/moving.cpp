@@ -91,9 +91,17 @@ void moveHome(const std::string& path, const std::string& target, const std::str
     carryToNewFile(*place->open(), target, connect, watch);
 }
 
-void copyToFile(const std::string& path, const std::string& target) {
+ShopView::ShopView(const std::string& path) {
     const auto place = serverPlace(path);
-    carryToNewFile(*place->open(), targetFile(target), connectFor(*place), {});
+    connect_ = connectFor(*place);
+    auto store = std::make_unique<postgres::ServerStore>(postgres::Link::apart(place->address()));
+    store->beginRead();
+    state_ = store->state();
+    store_ = std::move(store);
+}
+
+void ShopView::copyTo(const std::string& target, const TransferWatch& watch) {
+    carryToNewFile(*store_, targetFile(target), connect_, watch);
 }
 
 void setBack(const std::string& path, const std::string& file) {

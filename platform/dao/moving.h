@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "platform/dao/transfer.h"
@@ -22,9 +23,25 @@ void moveToServer(const std::string& path, const std::string& connect, const std
 void moveHome(const std::string& path, const std::string& target, const std::string& connect,
               const TransferWatch& watch = {});
 
-// One consistent copy of the server's shop in a file, in the place of whatever stands at `target`, while
-// others go on working.
-void copyToFile(const std::string& path, const std::string& target);
+// The shop on the server that the signpost at `path` leads to, as it is when this is made: others go on
+// working meanwhile. It reads over a connection of its own, which keeps nobody out and counts as nobody's
+// presence.
+class ShopView {
+ public:
+    explicit ShopView(const std::string& path);
+
+    // What the shop's records are: another text once anything but a stored query has changed, and another for
+    // every other shop.
+    const std::string& state() const { return state_; }
+    // One consistent copy of it, in the place of whatever stands at `target`, enciphered with the password
+    // that the shop was last opened with.
+    void copyTo(const std::string& target, const TransferWatch& watch = {});
+
+ private:
+    std::string connect_;  // lets into the copy
+    std::unique_ptr<driver::Store> store_;
+    std::string state_;
+};
 
 // Sets the whole shop on the server back to what a file holds, in one transaction. Alone on the server: 3045.
 // 3421 as above.

@@ -238,6 +238,7 @@ void needSameRows(driver::Store& one, driver::Store& other, const TransferWatch&
     ours.refresh();
     theirs.refresh();
     TransferState state;
+    state.comparing = true;
     state.allRows = watch ? rowsIn(one, ours.tables()) : 0;
     for (const sql::TableInfo& table : ours.tables()) {
         const sql::TableInfo* twin = theirs.findTable(table.name);

@@ -14,6 +14,7 @@ struct TransferState {
     std::string table;
     std::int64_t rows = 0;
     std::int64_t allRows = 0;
+    bool comparing = false;
 };
 using TransferWatch = std::function<void(const TransferState&)>;
 

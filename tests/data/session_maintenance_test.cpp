@@ -21,6 +21,7 @@ class MaintenanceTest : public SessionFixture {
     QString withASmallDisk(bool (*routine)(QString&)) {
         return elsewhere([] { limitFiles(kSmall); }, routine);
     }
+    static bool backUp(QString& reason) { return BackupDatabase(reason); }
     bool isWhole(const QString& name) {
         // Under a name of its own, so that it shares no lock file with the shop's database.
         const QString probe = path("probe_" + QString::number(++probes_) + ".mdb");
@@ -74,7 +75,7 @@ TEST_F(MaintenanceTest, ABackupOfAMissingDatabaseIsRefused) {
 
 TEST_F(MaintenanceTest, ABackupThatFailsLeavesTheFormerOne) {
     write(backup(), "yesterday's");
-    EXPECT_EQ(withASmallDisk(&BackupDatabase),
+    EXPECT_EQ(withASmallDisk(&backUp),
               "Database is opened in multiuser environment and at least one user is on line thus it is "
               "impossible to "
               "create backup database.");
@@ -127,14 +128,14 @@ TEST_F(MaintenanceTest, AFileWithoutItsFirstPageIsRepairedWithEveryRow) {
 }
 
 TEST_F(MaintenanceTest, AFirstBackupThatFailsLeavesNone) {
-    EXPECT_TRUE(withASmallDisk(&BackupDatabase).startsWith("Database is opened in multiuser environment"));
+    EXPECT_TRUE(withASmallDisk(&backUp).startsWith("Database is opened in multiuser environment"));
     EXPECT_FALSE(QFile::exists(backup()));
 }
 
 TEST_F(MaintenanceTest, AFormerBackupThatCannotBeSavedIsTold) {
     const QByteArray former = rubbish(2 * kSmall);
     write(backup(), former);
-    const QString answer = withASmallDisk(&BackupDatabase);
+    const QString answer = withASmallDisk(&backUp);
     EXPECT_TRUE(answer.startsWith("Couldn't initiate database backup process:\n[")) << answer.toStdString();
     EXPECT_EQ(bytesOf(backup()), former);
 }

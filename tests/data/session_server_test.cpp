@@ -17,13 +17,19 @@ class SessionOnServerTest : public SessionFixture {
         SessionFixture::SetUp();
         addClient("Peric");
         closeDatabases();
-        const dao::postgres::Address place = database.place();
-        dao::moveToServer(
-            file(), connect(),
-            "host='" + place.host + "' dbname='" + place.dbname + "' user='" + place.user + "'");
+        dao::moveToServer(file(), connect(), placeOf(database));
         ASSERT_TRUE(dao::DBEngine::IsOnServer(file()));
     }
 
+    static std::string placeOf(const tests::ServerDatabase& on) {
+        const dao::postgres::Address place = on.place();
+        return "host='" + place.host + "' dbname='" + place.dbname + "' user='" + place.user + "'";
+    }
+    int clientsInBackup(const std::string& surname) {
+        dao::Database copy = dao::DBEngine::OpenDatabase(backup().toStdString(), false, true, connect());
+        return static_cast<int>(
+            copy.OpenRecordset("SELECT * FROM Customers WHERE Surname='" + surname + "'").RecordCount());
+    }
     QString backup() { return path("Tarvello.bkp"); }
     QString signpostText() { return QString::fromUtf8(bytesOf(databaseFile())); }
     void makeBackup() {
@@ -55,6 +61,96 @@ TEST_F(SessionOnServerTest, TheBackupIsAFileThatOpensByItself) {
     EXPECT_FALSE(dao::DBEngine::IsOnServer(backup().toStdString()));
     dao::Database copy = dao::DBEngine::OpenDatabase(backup().toStdString(), false, true, connect());
     EXPECT_EQ(copy.OpenRecordset("SELECT * FROM Customers WHERE Surname='Peric'").RecordCount(), 1);
+}
+
+TEST_F(SessionOnServerTest, ABackupIsMadeOnlyWhenSomethingHasChanged) {
+    makeBackup();
+    const QByteArray first = bytesOf(backup());
+    const int suffix = CreateWorkQueries(openDatabase());
+    DropWorkQueries(openDatabase(), suffix);
+    closeDatabases();
+    EXPECT_TRUE(BackupDatabase(errorText));
+    EXPECT_TRUE(bytesOf(backup()) == first) << "the queries of a day's work are no change";
+    addClient("Jovic");
+    closeDatabases();
+    EXPECT_TRUE(BackupDatabase(errorText));
+    EXPECT_EQ(clientsInBackup("Jovic"), 1);
+    const QByteArray second = bytesOf(backup());
+    EXPECT_TRUE(BackupDatabase(errorText));
+    EXPECT_TRUE(bytesOf(backup()) == second);
+}
+
+TEST_F(SessionOnServerTest, ABackupThatIsNotTheOneThatWasMadeIsMadeAnew) {
+    makeBackup();
+    const QByteArray first = bytesOf(backup());
+    for (const std::function<void()>& spoil : std::initializer_list<std::function<void()>>{
+             [&] { QFile::remove(backup()); },
+             [&] { write(backup(), "yesterday's"); },
+             [&] { write(backup(), first); },  // an earlier backup, put back
+             [&] { overwrite(backup(), kPage, rubbish(1)); },
+             [&] { QFile::remove(backup() + ".note"); },
+             [&] { write(backup() + ".note", "Tarvello backup 1\n\n"); },
+         }) {
+        addClient("Jovic");
+        closeDatabases();
+        ASSERT_TRUE(BackupDatabase(errorText));
+        const QByteArray sound = bytesOf(backup());
+        spoil();
+        EXPECT_TRUE(BackupDatabase(errorText)) << errorText.toStdString();
+        EXPECT_FALSE(bytesOf(backup()) == sound) << "it was written anew";
+        EXPECT_EQ(clientsInBackup("Peric"), 1);
+    }
+}
+
+TEST_F(SessionOnServerTest, TheBackupOfAnotherShopIsNotTakenForOnesOwn) {
+    makeBackup();
+    const QByteArray first = bytesOf(backup());
+    const tests::ServerDatabase twin;
+    const QString second = path("Second.mdb");
+    ASSERT_TRUE(QFile::copy(path("Tarvello.before-server.mdb"), second));
+    dao::moveToServer(second.toStdString(), connect(), placeOf(twin));
+    ASSERT_TRUE(QFile::remove(databaseFile()));
+    ASSERT_TRUE(QFile::copy(second, databaseFile()));
+    makeBackup();
+    EXPECT_FALSE(bytesOf(backup()) == first);
+}
+
+TEST_F(SessionOnServerTest, ABackupTellsHowFarItIs) {
+    ASSERT_TRUE(CheckDatabase(errorText));
+    std::int64_t last = 0;
+    std::int64_t all = 0;
+    int times = 0;
+    const auto watch = [&](std::int64_t done, std::int64_t total) {
+        EXPECT_GE(done, last);
+        last = done;
+        all = total;
+        ++times;
+    };
+    EXPECT_TRUE(BackupDatabase(errorText, watch));
+    EXPECT_GT(times, 2);
+    EXPECT_GT(last, 0);
+    EXPECT_EQ(last, all);
+    times = 0;
+    EXPECT_TRUE(BackupDatabase(errorText, watch));
+    EXPECT_EQ(times, 0) << "nothing was to be done";
+}
+
+TEST_F(SessionOnServerTest, WithoutItsServerTheFormerBackupStays) {
+    makeBackup();
+    const QByteArray before = bytesOf(backup());
+    loseServer();
+    EXPECT_FALSE(BackupDatabase(errorText));
+    EXPECT_TRUE(errorText.contains("/nowhere")) << errorText.toStdString();
+    EXPECT_TRUE(bytesOf(backup()) == before);
+}
+
+TEST_F(SessionOnServerTest, ANoteThatCannotBeWrittenMakesNoBackupFail) {
+    ASSERT_TRUE(QDir().mkpath(backup() + ".note"));
+    makeBackup();
+    const QByteArray first = bytesOf(backup());
+    EXPECT_TRUE(BackupDatabase(errorText)) << errorText.toStdString();
+    EXPECT_FALSE(bytesOf(backup()) == first);
+    EXPECT_EQ(clientsInBackup("Peric"), 1);
 }
 
 TEST_F(SessionOnServerTest, WithoutItsServerNothingIsRepaired) {

@@ -32,9 +32,14 @@ std::shared_ptr<Link> Link::to(const Address& address) {
     if (std::shared_ptr<Link> link = known.lock()) {
         return link;
     }
+    std::shared_ptr<Link> link = apart(address);
+    known = link;
+    return link;
+}
+
+std::shared_ptr<Link> Link::apart(const Address& address) {
     std::shared_ptr<Link> link(new Link(address));
     link->connect();
-    known = link;
     return link;
 }
 

@@ -20,6 +20,8 @@ class Link {
  public:
     // The process's one link to that place, made now if it has none. Fails as Connection does.
     static std::shared_ptr<Link> to(const Address& address);
+    // One that nobody else in this process uses: for long reading, beside which the others go on.
+    static std::shared_ptr<Link> apart(const Address& address);
 
     Link(const Link&) = delete;
     Link& operator=(const Link&) = delete;

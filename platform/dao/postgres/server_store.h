@@ -84,6 +84,9 @@ class ServerStore final : public driver::Store, public StatementRunner {
     void setIdSet(int, sql::IdSetPtr) override {}  // sets go to the server with the statements that use them
     void dropIdSet(int) override {}
 
+    // What the shop's rows, tables and counters are at this moment, as a text that no other moment of this or
+    // another shop has; stored queries do not count. In a transaction that reads: what it sees.
+    std::string state();
     // Takes away all tables and stored queries.
     void empty();
     // A statement of this store's own.

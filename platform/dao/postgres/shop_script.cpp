@@ -10,6 +10,7 @@ constexpr const char* kTables = R"(
 CREATE SCHEMA shop;
 CREATE TABLE dao.shop (
     one boolean PRIMARY KEY DEFAULT true CHECK (one),
+    identity uuid NOT NULL DEFAULT gen_random_uuid(),
     whole boolean NOT NULL,
     order_version integer NOT NULL,
     form integer NOT NULL DEFAULT 0,

@@ -1,6 +1,7 @@
 #include "platform/dao/moving.h"
 
 #include <filesystem>
+#include <functional>
 
 #include "platform/dao/dao_shop.h"
 #include "platform/dao/postgres/connection.h"
@@ -276,6 +277,50 @@ TEST_F(MovingTest, ABackupOfTheServerOpensByItself) {
     DBEngine::CopyDatabase(path, backup);
     EXPECT_EQ(everythingIn(backup), everythingIn(path));
     EXPECT_EQ(errorOf([&] { DBEngine::OpenDatabase(backup, false, false, ";pwd=wrong"); }), 3031);
+}
+
+TEST_F(MovingTest, AViewOfTheShopIsOfOneMomentAndKeepsNobodyOut) {
+    moveToServer(path, kConnect, server());
+    const std::string before = everythingIn(path);
+    ShopView view(path);
+    {
+        Database alone = daotest::openShop(path, true);
+        alone.Execute("DELETE FROM Customers WHERE CustID = 1");
+    }
+    view.copyTo(folder.file("Tarvello.bkp"));
+    EXPECT_EQ(everythingIn(folder.file("Tarvello.bkp")), before);
+    EXPECT_NE(everythingIn(path), before);
+}
+
+TEST_F(MovingTest, TheStateOfAShopIsAnotherOnceSomethingHasChanged) {
+    moveToServer(path, kConnect, server());
+    const std::string first = ShopView(path).state();
+    Database db = daotest::openShop(path);
+    db.CreateQueryDef("Mine", "SELECT * FROM Services");
+    db.QueryDefs()["Mine"].setSQL("SELECT * FROM Computers");
+    db.QueryDefs().Delete("Mine");
+    EXPECT_EQ(ShopView(path).state(), first) << "a stored query is nobody's record";
+    const auto changes = [&](const std::function<void()>& change) {
+        const std::string before = ShopView(path).state();
+        change();
+        return ShopView(path).state() != before;
+    };
+    EXPECT_TRUE(changes([&] { db.Execute("UPDATE Customers SET City = 'Niš' WHERE CustID = 3"); }));
+    EXPECT_TRUE(changes([&] { db.OpenRecordset("Customers").AddNew(); })) << "a number was given";
+    EXPECT_TRUE(changes([&] { db.setForm(4); }));
+    EXPECT_TRUE(changes([&] { db.CreateIndex("Customers", "City"); }));
+}
+
+// A server that was set back to an earlier day by its keeper goes on counting from there.
+TEST_F(MovingTest, TheStateOfAShopDoesNotComeBack) {
+    moveToServer(path, kConnect, server());
+    Database db = daotest::openShop(path);
+    db.Execute("UPDATE Customers SET City = 'Niš'");
+    const std::string state = ShopView(path).state();
+    postgres::Connection keeper(database.place());
+    keeper.execute("UPDATE dao.writers SET version = version - 1");
+    db.Execute("UPDATE Customers SET City = 'Bor'");
+    EXPECT_NE(ShopView(path).state(), state);
 }
 
 TEST_F(MovingTest, TheServerIsSetBackToABackupAsAWhole) {
