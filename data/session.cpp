@@ -443,7 +443,10 @@ bool BackupDatabase(QString& errorText, const BackupWatch& watch) {
 
 int CreateWorkQueries(dao::Database& database) {
     dao::HeldNumber& held = ownNumber();
-    if (!held.isOn(database)) {
+    if (held.isLost()) {
+        // Not counted: nobody can look at the queries before there is a number.
+        held = dao::HeldNumber(database, held.value() + 1);
+    } else if (!held.isOn(database)) {
         // A third of the queries, to the nearest whole, is the number behind those of the others. It may be
         // taken all the same: by a copy that came before one that has gone since.
         held = dao::HeldNumber(database, (database.QueryDefs().Count() + 1) / 3);
@@ -453,6 +456,10 @@ int CreateWorkQueries(dao::Database& database) {
                       std::string("SELECT * FROM ") + kWorkTables[i]);
     });
     return held.value();
+}
+
+bool WorkNumberLost() {
+    return ownNumber().isLost();
 }
 
 void DropWorkQueries(dao::Database& database, int querySuffix) {

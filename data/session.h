@@ -31,5 +31,8 @@ class Database;
 // one that no other running copy has, and the same again when this copy reopens the file. Throws dao::Error:
 // the first failure, after trying all three.
 int CreateWorkQueries(dao::Database& database);
+// Whether another copy has taken the number of this one, while the server was away. Nothing of the shop is
+// read or written then until CreateWorkQueries has given it another.
+bool WorkNumberLost();
 // Takes the three of that number away again and lets others have it. Throws like CreateWorkQueries.
 void DropWorkQueries(dao::Database& database, int querySuffix);

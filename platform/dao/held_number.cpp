@@ -40,6 +40,10 @@ bool HeldNumber::isOn(const Database& database) const {
     return numbers_ != nullptr && numbers_ == numbersOf(database);
 }
 
+bool HeldNumber::isLost() const {
+    return numbers_ != nullptr && numbers_->isLost(value_);
+}
+
 void HeldNumber::leave() noexcept {
     if (numbers_ != nullptr) {
         numbers_->leaveNumber(value_);

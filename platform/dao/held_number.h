@@ -21,7 +21,10 @@ class HeldNumber {
     ~HeldNumber() { leave(); }
 
     bool isOn(const Database& database) const;  // false where it is none
-    int value() const { return value_; }        // -1 where it is none
+    // Whether another process has taken it while the connection to the server was away. Until it is let go
+    // the database is neither read nor written by this process: 3260.
+    bool isLost() const;
+    int value() const { return value_; }  // -1 where it is none
     void leave() noexcept;
 
  private:

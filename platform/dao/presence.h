@@ -30,6 +30,9 @@ class Numbers {
     // False if another process holds it, or this one already.
     virtual bool holdNumber(int number) = 0;
     virtual void leaveNumber(int number) noexcept = 0;
+    // Whether another process has taken it although it was not let go. Where a lock lasts as long as its
+    // holder that does not happen.
+    virtual bool isLost(int) const { return false; }
 };
 
 // An exclusive use for the length of a block.

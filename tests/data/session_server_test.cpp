@@ -2,6 +2,7 @@
 
 #include "data/session_fixture.h"
 #include "platform/dao/moving.h"
+#include "platform/dao/postgres/connection.h"
 #include "platform/dao/postgres/signpost.h"
 #include "support/server_cluster.h"
 
@@ -151,6 +152,62 @@ TEST_F(SessionOnServerTest, ANoteThatCannotBeWrittenMakesNoBackupFail) {
     EXPECT_TRUE(BackupDatabase(errorText)) << errorText.toStdString();
     EXPECT_FALSE(bytesOf(backup()) == first);
     EXPECT_EQ(clientsInBackup("Peric"), 1);
+}
+
+// While the server was away another copy of the program came in and was given our number.
+TEST_F(SessionOnServerTest, ANumberThatWasTakenMeanwhileIsAnothersForGood) {
+    dao::Database db = openDatabase();
+    const int number = CreateWorkQueries(db);
+    dao::postgres::Connection keeper(database.place());
+    const auto lock = [&](const char* function) {
+        constexpr int kNumbers = 76002;
+        return keeper
+            .run(std::string("SELECT ") + function + "($1, $2)::text <> 'false'",
+                 dao::postgres::Parameters().integer4(kNumbers).integer4(number))
+            .boolean(0, 0);
+    };
+    keeper.run(
+        "SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity"
+        " WHERE datname = current_database() AND pid <> pg_backend_pid()");
+    ASSERT_TRUE(lock("pg_try_advisory_lock"));
+    EXPECT_FALSE(WorkNumberLost()) << "nobody has looked yet";
+    const auto refused = [&](const std::function<void()>& body) {
+        try {
+            body();
+        } catch (const dao::Error& error) {
+            EXPECT_EQ(error.Number(), dao::errLocked);
+            EXPECT_EQ(
+                error.Description(),
+                "While the server was away another copy of the program has taken this one's number; the "
+                "database has to be opened anew.");
+            return true;
+        }
+        return false;
+    };
+    EXPECT_TRUE(refused([&] { db.OpenRecordset("Customers"); }));
+    EXPECT_TRUE(WorkNumberLost());
+    lock("pg_advisory_unlock");
+    EXPECT_TRUE(refused([&] { db.OpenRecordset("Customers"); })) << "the other has made the queries its own";
+    EXPECT_TRUE(refused([&] { DropWorkQueries(db, number + 1); })) << "nor are they ours to take away";
+    lock("pg_try_advisory_lock");
+    EXPECT_EQ(CreateWorkQueries(db), number + 1);
+    EXPECT_FALSE(WorkNumberLost());
+    EXPECT_EQ(db.OpenRecordset("QDCustomers" + std::to_string(number + 1)).RecordCount(), 1);
+    DropWorkQueries(db, number + 1);
+    EXPECT_NO_THROW(db.QueryDefs()["QDCustomers" + std::to_string(number)]) << "the other's are still there";
+}
+
+TEST_F(SessionOnServerTest, ACopyThatLostItsNumberGoesWithoutTouchingTheOthersQueries) {
+    dao::Database db = openDatabase();
+    const int number = CreateWorkQueries(db);
+    dao::postgres::Connection keeper(database.place());
+    keeper.run(
+        "SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity"
+        " WHERE datname = current_database() AND pid <> pg_backend_pid()");
+    keeper.run("SELECT pg_advisory_lock(76002, $1)", dao::postgres::Parameters().integer4(number));
+    EXPECT_THROW(DropWorkQueries(db, number), dao::Error);
+    EXPECT_FALSE(WorkNumberLost()) << "it has let go";
+    EXPECT_NO_THROW(db.QueryDefs()["QDCustomers" + std::to_string(number)]);
 }
 
 TEST_F(SessionOnServerTest, WithoutItsServerNothingIsRepaired) {

@@ -64,7 +64,19 @@ void Link::workAsOwner() {
     }
 }
 
+// What is kept under a number of ours is somebody else's from now on: nothing may be read or written by it.
 Connection& Link::connection() {
+    Connection& server = anyConnection();
+    if (!lost_.empty()) {
+        fail(
+            errLocked,
+            "While the server was away another copy of the program has taken this one's number; the database "
+            "has to be opened anew.");
+    }
+    return server;
+}
+
+Connection& Link::anyConnection() {
     if (!isConnected()) {
         connect();
         try {
@@ -85,14 +97,14 @@ void Link::takeLocksAgain() {
         fail(errFileInUse);
     }
     for (const int number : numbers_) {
-        if (!tryLock(kNumbers, number)) {
-            fail(errLocked);
+        if (!lost_.contains(number) && !tryLock(kNumbers, number)) {
+            lost_.insert(number);
         }
     }
 }
 
 bool Link::tryLock(int space, int number, bool shared) {
-    const Result answer = connection().run(
+    const Result answer = anyConnection().run(
         shared ? "SELECT pg_try_advisory_lock_shared($1, $2)" : "SELECT pg_try_advisory_lock($1, $2)",
         Parameters().integer4(space).integer4(number));
     return answer.boolean(0, 0);
@@ -113,7 +125,7 @@ void Link::unlock(int space, int number, bool shared) noexcept {
 }
 
 void Link::enterShared() {
-    connection();
+    anyConnection();
     const auto deadline = std::chrono::steady_clock::now() + kPatience;
     while (shared_ == 0 && !tryLock(kPresence, 0, true)) {
         if (std::chrono::steady_clock::now() >= deadline) {
@@ -155,7 +167,9 @@ bool Link::holdNumber(int number) {
 
 void Link::leaveNumber(int number) noexcept {
     numbers_.erase(number);
-    unlock(kNumbers, number);
+    if (lost_.erase(number) == 0) {
+        unlock(kNumbers, number);
+    }
 }
 
 }  // namespace dao::postgres

@@ -28,8 +28,10 @@ class Link {
 
     const Address& address() const { return address_; }
     // Connects again where the connection was lost. errExclusiveByOther where another process has the shop to
-    // itself by now, errLocked where one of our numbers was taken meanwhile.
+    // itself by now, errLocked where one of our numbers was taken meanwhile, until it is let go.
     Connection& connection();
+    // The same for what has nothing to do with our numbers.
+    Connection& anyConnection();
     // Whether there is a connection now: without one there is no transaction and no lock either.
     bool isConnected() const { return connection_ != nullptr && !connection_->lost(); }
     // Counts the connections that there have been.
@@ -43,6 +45,7 @@ class Link {
 
     bool holdNumber(int number);
     void leaveNumber(int number) noexcept;
+    bool isLost(int number) const { return lost_.contains(number); }  // another process has taken it
 
     WriterRow& writer() { return writer_; }
 
@@ -60,6 +63,7 @@ class Link {
     int shared_ = 0;
     int exclusive_ = 0;
     std::set<int> numbers_;
+    std::set<int> lost_;  // of these
     WriterRow writer_;
 };
 

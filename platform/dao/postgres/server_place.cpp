@@ -25,6 +25,7 @@ class ServerNumbers final : public Numbers {
     explicit ServerNumbers(std::shared_ptr<Link> link) : link_(std::move(link)) {}
     bool holdNumber(int number) override { return link_->holdNumber(number); }
     void leaveNumber(int number) noexcept override { link_->leaveNumber(number); }
+    bool isLost(int number) const override { return link_->isLost(number); }
 
  private:
     std::shared_ptr<Link> link_;

@@ -181,7 +181,7 @@ void ServerStore::needCommitted() {
     while (written_ != Written::kNothing && !committed && Clock::now() < until) {
         const QuietErrors quiet;
         try {
-            committed = link_->writer().wasCommitted(link_->connection());
+            committed = link_->writer().wasCommitted(link_->anyConnection());
         } catch (const Error&) {
             // It is not there yet.
         }
