@@ -1,5 +1,6 @@
 #include <QFileInfo>
 
+#include "data/schema.h"
 #include "data/session_fixture.h"
 #include "platform/dao/moving.h"
 #include "platform/dao/postgres/connection.h"
@@ -152,6 +153,17 @@ TEST_F(SessionOnServerTest, ANoteThatCannotBeWrittenMakesNoBackupFail) {
     EXPECT_TRUE(BackupDatabase(errorText)) << errorText.toStdString();
     EXPECT_FALSE(bytesOf(backup()) == first);
     EXPECT_EQ(clientsInBackup("Peric"), 1);
+}
+
+TEST_F(SessionOnServerTest, AShopOfANewerProgramIsNeitherOpenedNorMended) {
+    const QString before = signpostText();
+    openDatabase().setForm(data::kShopForm + 1);
+    closeDatabases();
+    EXPECT_FALSE(CheckDatabase(errorText));
+    EXPECT_EQ(errorText, newerDatabaseText());
+    EXPECT_TRUE(boxes.asked.isEmpty()) << "there is nothing to ask";
+    EXPECT_EQ(signpostText(), before);
+    EXPECT_FALSE(QFileInfo::exists(backup()));
 }
 
 // While the server was away another copy of the program came in and was given our number.

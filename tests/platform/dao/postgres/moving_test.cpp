@@ -1,5 +1,6 @@
 #include "platform/dao/moving.h"
 
+#include <climits>
 #include <filesystem>
 #include <functional>
 
@@ -9,6 +10,7 @@
 #include "platform/dao/postgres/shop_making.h"
 #include "platform/dao/postgres/signpost.h"
 #include "platform/dao/sqlite/file_kind.h"
+#include "proxy.h"
 #include "support/server_cluster.h"
 
 using namespace dao;
@@ -321,6 +323,58 @@ TEST_F(MovingTest, TheStateOfAShopDoesNotComeBack) {
     keeper.execute("UPDATE dao.writers SET version = version - 1");
     db.Execute("UPDATE Customers SET City = 'Bor'");
     EXPECT_NE(ShopView(path).state(), state);
+}
+
+TEST_F(MovingTest, AServerThatIsTooOldTakesNoShop) {
+    Proxy proxy(database.place());
+    proxy.replace(std::string("server_version\0"
+                              "15.",
+                              18),
+                  std::string("server_version\0"
+                              "14.",
+                              18));
+    const std::vector<char> before = daotest::readFile(path);
+    EXPECT_EQ(errorOf([&] {
+                  moveToServer(path, kConnect,
+                               "host=" + proxy.place().host + " port=" + proxy.place().port +
+                                   " dbname=" + database.place().dbname + " user=" + database.place().user);
+              }),
+              3343);
+    const std::string said = DBEngine::Errors().front().Description;
+    EXPECT_NE(said.find(" is too old: it is PostgreSQL 14."), std::string::npos) << said;
+    EXPECT_EQ(daotest::readFile(path), before);
+    EXPECT_FALSE(fs::exists(kept));
+    EXPECT_FALSE(postgres::Connection(database.place())
+                     .run("SELECT to_regclass('dao.shop') IS NOT NULL")
+                     .boolean(0, 0));
+    const std::string signpost = folder.file("Old.mdb");
+    postgres::writeSignpost(signpost, proxy.place());
+    EXPECT_EQ(errorOf([&] { daotest::openShop(signpost); }), 3343);
+}
+
+// Whatever an older program did to it would take away what that program does not know.
+TEST_F(MovingTest, AShopOfANewerProgramIsLeftAsItIs) {
+    moveToServer(path, kConnect, server());
+    const std::string backup = folder.file("Tarvello.bkp");
+    daotest::openShop(path).setForm(4);
+    fs::copy_file(kept, backup);
+    const std::string before = everythingIn(path);
+    DBEngine::setKnownForm(3);
+    const std::string home = folder.file("Home.mdb");
+    for (const std::function<void()>& road : std::initializer_list<std::function<void()>>{
+             [&] { daotest::openShop(path); },
+             [&] { DBEngine::RepairDatabase(path, kConnect); },
+             [&] { moveHome(path, home, kConnect); },
+             [&] { DBEngine::CopyDatabase(path, home); },
+             [&] { DBEngine::CopyDatabase(backup, path); },
+         }) {
+        EXPECT_EQ(errorOf(road), errNewerForm);
+        EXPECT_EQ(DBEngine::Errors().front().Description,
+                  "The database was written by a newer version of the program.");
+    }
+    EXPECT_FALSE(fs::exists(home));
+    DBEngine::setKnownForm(INT_MAX);
+    EXPECT_EQ(everythingIn(path), before);
 }
 
 TEST_F(MovingTest, TheServerIsSetBackToABackupAsAWhole) {
