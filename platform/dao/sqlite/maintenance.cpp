@@ -1,7 +1,10 @@
 #include "platform/dao/sqlite/maintenance.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <cstring>
+#include <fstream>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -17,7 +20,7 @@
 #include "platform/dao/opening.h"
 #include "platform/dao/sqlite/companion_files.h"
 #include "platform/dao/sqlite/file_paths.h"
-#include "platform/dao/sqlite/pages.h"
+#include "platform/dao/sqlite/page_seal.h"
 
 namespace dao::maintenance {
 namespace {
@@ -46,7 +49,7 @@ class OutputFile {
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
-    void write(std::span<const char> bytes) {
+    void write(std::string_view bytes) {
         while (!bytes.empty()) {
             const ssize_t written = ::write(fd_, bytes.data(), bytes.size());
             if (written < 0 && errno == EINTR) {
@@ -55,7 +58,7 @@ class OutputFile {
             if (written <= 0) {
                 failWithSystemError(written == 0 ? ENOSPC : errno);
             }
-            bytes = bytes.subspan(static_cast<std::size_t>(written));
+            bytes.remove_prefix(static_cast<std::size_t>(written));
         }
     }
 
@@ -80,37 +83,61 @@ bool areWhole(const driver::PageSeal& seal, driver::PageNumber first, std::strin
     return true;
 }
 
+// The pages of a database from the first to the last, a chunk at a time, while writers wait.
+class PageReader {
+ public:
+    explicit PageReader(driver::SqliteStore& store)
+        : store_(store), end_(store.pageCount() * static_cast<std::int64_t>(kPageSize)), buffer_(kChunk) {}
+
+    // False behind the last.
+    bool next() {
+        at_ += static_cast<std::int64_t>(chunk_.size());
+        const auto wanted = std::min<std::size_t>(buffer_.size(), static_cast<std::size_t>(end_ - at_));
+        chunk_ = std::span(buffer_).first(store_.readFile(at_, std::span(buffer_).first(wanted)));
+        isShort_ = chunk_.size() != wanted;
+        return !chunk_.empty();
+    }
+    std::string_view pages() const { return {chunk_.data(), chunk_.size()}; }
+    driver::PageNumber first() const {
+        return static_cast<driver::PageNumber>(at_ / static_cast<std::int64_t>(kPageSize)) + 1;
+    }
+    bool isShort() const { return isShort_; }  // the file ends before its last page does
+
+ private:
+    driver::SqliteStore& store_;
+    std::int64_t end_;
+    std::int64_t at_ = 0;
+    std::vector<char> buffer_;
+    std::span<char> chunk_;
+    bool isShort_ = false;
+};
+
 // False where a page of the file is damaged.
-bool copyThrough(driver::SqliteStore& store, const std::string& key, OutputFile& out) {
-    const ReadScope scope(store);
-    store.schemaVersion();  // from here on writers wait
+bool writePages(driver::SqliteStore& store, const std::string& key, OutputFile& out) {
     const driver::PageSeal seal(key);
-    const std::int64_t end = store.pageCount() * static_cast<std::int64_t>(kPageSize);
-    std::vector<char> buffer(kChunk);
-    for (std::int64_t offset = 0; offset < end;) {
-        const std::size_t wanted =
-            std::min<std::size_t>(buffer.size(), static_cast<std::size_t>(end - offset));
-        const std::size_t size = store.readFile(offset, std::span(buffer).first(wanted));
-        if (size != wanted ||
-            !areWhole(seal,
-                      static_cast<driver::PageNumber>(offset / static_cast<std::int64_t>(kPageSize)) + 1,
-                      {buffer.data(), size})) {
+    PageReader reader(store);
+    while (reader.next()) {
+        if (!areWhole(seal, reader.first(), reader.pages())) {
             return false;
         }
-        out.write({buffer.data(), size});
-        offset += static_cast<std::int64_t>(size);
+        out.write(reader.pages());
     }
-    return true;
+    return !reader.isShort();
 }
 
-// The copy holds what was written, and opens.
-bool proveCopy(const driver::OpenRequest& copy) {
-    if (!driver::PageFile(driver::pagesOfClosed(copy.path), copy.key).isAllWhole()) {
-        return false;
+// The copy is read again: a disk that takes everything and keeps something else makes no backup.
+bool holdsTheSame(driver::SqliteStore& store, const std::string& copy) {
+    std::ifstream file(copy, std::ios::binary);
+    PageReader reader(store);
+    std::vector<char> buffer(kChunk);
+    while (reader.next()) {
+        const std::string_view pages = reader.pages();
+        if (!file.read(buffer.data(), static_cast<std::streamsize>(pages.size())) ||
+            std::memcmp(buffer.data(), pages.data(), pages.size()) != 0) {
+            return false;
+        }
     }
-    driver::SqliteStore store(copy);
-    store.tables();
-    return store.queryVersion("") == 0;
+    return true;
 }
 
 // Whoever opens the file next must not work on in what is broken, nor copy it over a sound backup.
@@ -214,13 +241,17 @@ std::shared_ptr<OpenFile> openForCopy(const std::string& path) {
 
 void copySealed(OpenFile& file, OutputFile& out, const std::string& fresh) {
     driver::OpenRequest copy = static_cast<const FilePlace&>(file.place()).request(false);
-    if (!copyThrough(static_cast<driver::SqliteStore&>(file.store()), copy.key, out)) {
+    auto& store = static_cast<driver::SqliteStore&>(file.store());
+    const ReadScope scope(store);
+    store.schemaVersion();  // from here on writers wait
+    if (!writePages(store, copy.key, out)) {
         failDamaged(file.place().path());
     }
     copy.path = fresh;
-    if (!proveCopy(copy)) {
+    if (!holdsTheSame(store, fresh)) {
         fail(errDiskIo);
     }
+    driver::SqliteStore(copy).tables();  // it opens
 }
 
 // A journal left by a crash is rolled into its file by opening that; only then may the file go elsewhere.

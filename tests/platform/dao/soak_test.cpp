@@ -1,6 +1,6 @@
-// A long day of a busy shop in a short time: eight workstations on one file do everything at once, two of them are
-// killed every few seconds, and now and then all leave and one compacts the file. scripts/soak runs it for as long as
-// one likes: TARVELLO_SOAK_SECONDS, drawn by TARVELLO_SOAK_SEED.
+// A long day of a busy shop in a short time: eight workstations on one file do everything at once, two of
+// them are killed every few seconds, and now and then all leave and one compacts the file. scripts/soak runs
+// it for as long as one likes: TARVELLO_SOAK_SECONDS, drawn by TARVELLO_SOAK_SEED.
 #include <poll.h>
 
 #include <algorithm>
@@ -52,8 +52,8 @@ Usage usageHere() {
     return {resident * 4, static_cast<int>(files)};
 }
 
-// One workstation. It tells each thing when it stands in the file: "number N", "client N", "gone N", and at the end
-// "longest MS", "grown KB FILES".
+// One workstation. It tells each thing when it stands in the file: "number N", "client N", "gone N", and at
+// the end "longest MS", "grown KB FILES".
 class Workstation {
  public:
     Workstation(Child& child, const std::string& path, int who, unsigned seed)
@@ -63,10 +63,9 @@ class Workstation {
     }
 
     void work() {
-        constexpr void (Workstation::*kThings[])() = {&Workstation::draw,       &Workstation::draw,
-                                                      &Workstation::takeNumber, &Workstation::takeIn,
-                                                      &Workstation::letGo,      &Workstation::filter,
-                                                      &Workstation::nameQuery,  &Workstation::reprice};
+        constexpr void (Workstation::*kThings[])() = {
+            &Workstation::draw,  &Workstation::draw,   &Workstation::takeNumber, &Workstation::takeIn,
+            &Workstation::letGo, &Workstation::filter, &Workstation::nameQuery,  &Workstation::reprice};
         for (int step = 0;; ++step) {
             if (isCalled() && !answer()) {
                 return;
@@ -76,7 +75,8 @@ class Workstation {
             }
             const auto begin = Clock::now();
             (this->*kThings[random_() % std::size(kThings)])();
-            longest_ = std::max(longest_, std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - begin));
+            longest_ = std::max(longest_,
+                                std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - begin));
         }
     }
 
@@ -104,7 +104,9 @@ class Workstation {
         }
         return false;
     }
-    void tell(const char* what, int number) const { child_.tell(std::string(what) + ' ' + std::to_string(number)); }
+    void tell(const char* what, int number) const {
+        child_.tell(std::string(what) + ' ' + std::to_string(number));
+    }
 
     // A part out of the stock and onto a service: both, or neither.
     void draw() {
@@ -164,7 +166,8 @@ class Workstation {
         tell("gone", client);
     }
     void filter() {
-        Recordset set = db_.OpenRecordset("SELECT * FROM Services WHERE Price>" + std::to_string(random_() % 8));
+        Recordset set =
+            db_.OpenRecordset("SELECT * FROM Services WHERE Price>" + std::to_string(random_() % 8));
         for (int i = 0; i < 50 && !set.EOF(); ++i, set.MoveNext()) {
             set["Price"].asDouble();
         }
@@ -345,8 +348,8 @@ TEST_F(SoakTest, EverythingAtOnceWithKillsAndCompactionsStaysExact) {
     }
     EXPECT_LT(longest, kLockTimeout);
     expectAllIsThere();
-    std::printf("%d kills, %zu numbers, %zu clients taken in and %zu let go; the longest wait was %d ms\n", kills,
-                numbers.size(), clients.size() + gone.size() + leaving.size(), gone.size(), longest);
+    std::printf("%d kills, %zu numbers, %zu clients taken in and %zu let go; the longest wait was %d ms\n",
+                kills, numbers.size(), clients.size() + gone.size() + leaving.size(), gone.size(), longest);
 }
 
 }  // namespace
