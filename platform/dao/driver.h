@@ -56,6 +56,14 @@ struct FieldValue {
     const Value* value;
 };
 
+// A row that is to be changed if it still is as somebody has read it.
+struct RowChange {
+    std::string_view table;
+    std::int64_t key = 0;
+    std::vector<FieldValue> was;  // as it was read
+    std::vector<FieldValue> fields;
+};
+
 // An index that somebody has asked for: those of keys and relations come by themselves.
 struct IndexRow {
     std::string table;
@@ -96,7 +104,8 @@ class Store {
     // Whether an Edit holds its row alone. Otherwise it holds the write lock of the whole, from beginWrite
     // on, and the three functions below are not called.
     virtual bool locksRows() const = 0;
-    // Keeps others from editing the row until unlockRow, called as often. Bounded like beginWrite: 3260.
+    // Keeps others from editing the row until unlockRow, called as often. Bounded like beginWrite: 3260. May
+    // be put off until something is read, which then fails with it.
     virtual void lockRow(const std::string& table, std::int64_t key) = 0;
     virtual void unlockRow(const std::string& table, std::int64_t key) noexcept = 0;
     // Keeps the row as it is, against whoever writes without an Edit too, to the end of the transaction.
@@ -133,6 +142,9 @@ class Store {
     virtual bool updateRow(const std::string& table, std::int64_t key,
                            std::span<const FieldValue> fields) = 0;
     virtual bool deleteRow(const std::string& table, std::int64_t key) = 0;
+    // All of a change outside of any transaction, where the store can do that at once. False: nothing was
+    // written, and why is to be found out step by step.
+    virtual bool changeRow(const RowChange&) { return false; }
 
     virtual std::vector<StoredQueryRow> queries() = 0;  // in order of name
     // The version of a stored query's text: another one each time the text is written. 0: no such query.
@@ -144,6 +156,12 @@ class Store {
 
     virtual void setIdSet(int number, sql::IdSetPtr set) = 0;
     virtual void dropIdSet(int number) = 0;
+
+    // Whether every question takes its time on the way: then nothing is asked that can be done without.
+    virtual bool isFar() const { return false; }
+    // How often it was asked for something over a network and waited for, since it was opened. Each time
+    // takes as long as the way there and back.
+    virtual std::int64_t roundTrips() const { return 0; }
 };
 
 }  // namespace dao::driver

@@ -11,6 +11,7 @@ namespace dao {
 namespace {
 
 constexpr std::size_t kBlockRows = 512;
+constexpr std::size_t kFarBlockRows = 4096;  // of a long walk where each block takes its time on the way
 constexpr std::size_t kSmallBlock = 32;
 constexpr std::int64_t kSparse = 4;  // a range with more strangers than this for each row is read row by row
 
@@ -40,6 +41,7 @@ Keyset::Keyset(const Keyset& of)
     setColumns(of.columns_);
     block_.reset(typesOf(columns_));
     projection_ = {};
+    isCounter_ = of.isCounter_;
 }
 
 std::shared_ptr<RecordsetImpl> Keyset::copy() const {
@@ -67,6 +69,7 @@ void Keyset::open() {
     setColumns(select().columns);
     block_.reset(typesOf(columns_));
     projection_ = {};
+    markCounters();
     dropBlock();
 }
 
@@ -106,7 +109,10 @@ void Keyset::dropBlock() {
 }
 
 void Keyset::distrust() {
-    if (!blockRows_.empty() && blockVersion_ != file().store().dataVersion()) {
+    if (!blockRows_.empty() && !blockVersion_) {
+        dropBlock();
+        forgetRow();
+    } else if (!blockRows_.empty() && *blockVersion_ != file().store().dataVersion()) {
         dropBlock();
         file().touch();
     }
@@ -119,8 +125,7 @@ void Keyset::fetch(std::size_t row) {
     if (!inBlock(row)) {
         const bool onwards = lastFetched_ != kMissing && row == lastFetched_ + 1;
         const bool backwards = lastFetched_ != kMissing && row + 1 == lastFetched_;
-        const bool longWalk = blockRows_.size() >= kSmallBlock;
-        const std::size_t wanted = !onwards && !backwards ? 1 : longWalk ? kBlockRows : kSmallBlock;
+        const std::size_t wanted = onwards || backwards ? nextBlock() : 1;
         const std::size_t first = backwards ? row - std::min(row, wanted - 1) : row;
         loadBlock(first, std::min(wanted, count() - first));
     }
@@ -131,28 +136,46 @@ void Keyset::fetch(std::size_t row) {
     }
 }
 
+// The longer a walk has become, the more rows are fetched ahead of it.
+std::size_t Keyset::nextBlock() const {
+    if (blockRows_.size() >= kBlockRows && file().store().isFar()) {
+        return kFarBlockRows;
+    }
+    return blockRows_.size() >= kSmallBlock ? kBlockRows : kSmallBlock;
+}
+
+// One row is one statement, which sees one state by itself. Where asking takes its time its version is not
+// asked for either: whoever distrusts it fetches it again.
 void Keyset::loadBlock(std::size_t first, std::size_t rows) {
     OpenFile& from = file();
     dropBlock();
-    const ReadScope scope(from.store());
+    const bool alone = rows == 1 && from.store().isFar();
+    std::optional<ReadScope> scope;
+    if (!alone) {
+        scope.emplace(from.store());
+    }
     blockGeneration_ = from.generation();
     try {
-        const bool dense =
-            keys_.isAscending() && rows > 1 && !select().fetchRange.empty() &&
-            keys_.key(first + rows - 1, 0) - keys_.key(first, 0) < kSparse * static_cast<std::int64_t>(rows);
-        if (dense) {
-            loadRange(first, rows);
-        } else if (rows > 1 && !select().fetchList.empty()) {
-            loadList(first, rows);
-        } else {
-            loadSingly(first, rows);
-        }
-        blockVersion_ = from.store().dataVersion();
+        loadRows(first, rows);
+        blockVersion_ = alone ? std::nullopt : std::optional(from.store().dataVersion());
     } catch (...) {
         dropBlock();
         throw;
     }
     blockStart_ = first;
+}
+
+void Keyset::loadRows(std::size_t first, std::size_t rows) {
+    const bool dense =
+        keys_.isAscending() && rows > 1 && !select().fetchRange.empty() &&
+        keys_.key(first + rows - 1, 0) - keys_.key(first, 0) < kSparse * static_cast<std::int64_t>(rows);
+    if (dense) {
+        loadRange(first, rows);
+    } else if (rows > 1 && !select().fetchList.empty()) {
+        loadList(first, rows);
+    } else {
+        loadSingly(first, rows);
+    }
 }
 
 void Keyset::loadRange(std::size_t first, std::size_t rows) {
@@ -257,12 +280,12 @@ std::optional<std::size_t> Keyset::findByKey(const sql::Expression& criterion, b
     if (!sql::isKeyCriterion(criterion, wanted)) {
         return std::nullopt;
     }
-    for (const sql::ResultColumn& column : columns_) {
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        const sql::ResultColumn& column = columns_[i];
         if (!sameName(column.name, wanted.field)) {
             continue;
         }
-        const sql::ColumnInfo* counter = column.source < 0 ? nullptr : counterOf(column.source);
-        if (counter == nullptr || !sameName(counter->name, column.field)) {
+        if (isCounter_[i] == 0) {
             return std::nullopt;
         }
         isKey = true;
@@ -296,6 +319,14 @@ std::optional<std::size_t> Keyset::findByStatement(const sql::Expression& criter
         loadBlock(*first, 1);
     }
     return first;
+}
+
+void Keyset::markCounters() {
+    isCounter_.assign(columns_.size(), 0);
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        const sql::ColumnInfo* counter = columns_[i].source < 0 ? nullptr : counterOf(columns_[i].source);
+        isCounter_[i] = counter != nullptr && sameName(counter->name, columns_[i].field) ? 1 : 0;
+    }
 }
 
 const sql::ColumnInfo* Keyset::counterOf(int source) const {

@@ -57,7 +57,9 @@ class Keyset final : public RecordsetImpl {
 
     void dropBlock();
     bool inBlock(std::size_t row) const { return row - blockStart_ < blockRows_.size(); }
+    std::size_t nextBlock() const;
     void loadBlock(std::size_t first, std::size_t rows);
+    void loadRows(std::size_t first, std::size_t rows);
     void loadRange(std::size_t first, std::size_t rows);
     void loadList(std::size_t first, std::size_t rows);
     const Projection& projection();
@@ -66,6 +68,9 @@ class Keyset final : public RecordsetImpl {
     std::optional<std::size_t> findByStatement(const sql::Expression& criterion);
 
     const sql::ColumnInfo* counterOf(int source) const;
+    void markCounters();
+    bool changeAtOnce(OpenFile& to);
+    std::vector<driver::FieldValue> changedFields(int source) const;
     static Value converted(const sql::ResultColumn& column, Value&& value);
     EditedRows rowsOf(std::size_t row, bool written) const;
     bool isChanged(int source) const;
@@ -83,10 +88,11 @@ class Keyset final : public RecordsetImpl {
     std::size_t blockStart_ = 0;
     std::vector<std::size_t> blockRows_;  // where in block_ a row lies; kMissing: deleted
     std::int64_t blockGeneration_ = -1;
-    std::int64_t blockVersion_ = 0;
+    std::optional<std::int64_t> blockVersion_;  // nothing: nobody has asked
     std::size_t lastFetched_ = kMissing;
 
     Projection projection_;
+    std::vector<char> isCounter_;  // of each column
 
     std::size_t editedRow_ = 0;
     EditedRows editedRows_;  // that are locked for it

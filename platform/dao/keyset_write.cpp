@@ -71,8 +71,7 @@ void Keyset::setValue(int index, Value&& value) {
     if (to.source < 0 || (editMode_ == EditModeKind::Add && to.source != unique())) {
         fail(errFieldNotUpdatable);
     }
-    const sql::ColumnInfo* counter = counterOf(to.source);
-    if (counter != nullptr && sameName(counter->name, to.field)) {
+    if (isCounter_[static_cast<std::size_t>(index)] != 0) {
         fail(errFieldNotUpdatable);
     }
     Cell& cell = pending_[static_cast<std::size_t>(index)];
@@ -173,19 +172,46 @@ void Keyset::Update() {
 
 void Keyset::updateEdited() {
     OpenFile& to = writableFile();
-    to.write(
-        [&] {
-            if (to.mayHaveChanged(rowsOf(editedRow_, true), editEpoch_)) {
-                checkUnchanged();
-            }
-            writeChanged(editedRow_);
-        },
-        &editedRows_);
+    if (!changeAtOnce(to)) {
+        to.write(
+            [&] {
+                if (to.mayHaveChanged(rowsOf(editedRow_, true), editEpoch_)) {
+                    checkUnchanged();
+                }
+                writeChanged(editedRow_);
+            },
+            &editedRows_);
+    }
     editMode_ = EditModeKind::None;
     if (keys_.stride() > 1) {
         followJoin(editedRow_);
     }
     lastModified_ = bookmarkOf(editedRow_);
+}
+
+// A row of one table that nobody has changed, which is what Edit and Update mostly find.
+bool Keyset::changeAtOnce(OpenFile& to) {
+    if (keys_.stride() != 1 || !to.store().isFar()) {
+        return false;
+    }
+    driver::RowChange change{select().sources.front().table, keys_.key(editedRow_, 0), {}, changedFields(0)};
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        if (columns_[i].source == 0) {
+            change.was.push_back({columns_[i].field, &original_[i]});
+        }
+    }
+    return !change.fields.empty() && to.changeAtOnce(change, editedRows_);
+}
+
+std::vector<driver::FieldValue> Keyset::changedFields(int source) const {
+    std::vector<driver::FieldValue> fields;
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        const Cell& cell = pending_[i];
+        if (columns_[i].source == source && cell.changed && !(cell.value == original_[i])) {
+            fields.push_back({columns_[i].field, &cell.value});
+        }
+    }
+    return fields;
 }
 
 // The lock was let go between Edit and Update, by another write of this process or by an error: whoever wrote
@@ -206,14 +232,7 @@ void Keyset::checkUnchanged() {
 void Keyset::writeChanged(std::size_t row) {
     driver::Store& store = file().store();
     for (std::size_t source = 0; source < select().sources.size(); ++source) {
-        std::vector<driver::FieldValue> fields;
-        for (std::size_t i = 0; i < columns_.size(); ++i) {
-            const Cell& cell = pending_[i];
-            if (columns_[i].source == static_cast<int>(source) && cell.changed &&
-                !(cell.value == original_[i])) {
-                fields.push_back({columns_[i].field, &cell.value});
-            }
-        }
+        const std::vector<driver::FieldValue> fields = changedFields(static_cast<int>(source));
         const std::int64_t key = keys_.key(row, static_cast<int>(source));
         if (fields.empty()) {
             continue;

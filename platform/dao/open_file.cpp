@@ -243,6 +243,20 @@ bool OpenFile::mayHaveChanged(const EditedRows& rows, std::int64_t epoch) {
     return true;
 }
 
+bool OpenFile::changeAtOnce(const driver::RowChange& change, const EditedRows& edited) {
+    if (workspaceDepth_ > 0 || store().inTransaction()) {
+        return false;
+    }
+    touch();
+    if (!store_->changeRow(change)) {
+        return false;
+    }
+    unlockRows(edited);
+    --editors_;
+    ++lockEpoch_;
+    return true;
+}
+
 void OpenFile::beginWrite() {
     if (!store().writable()) {
         fail(errReadOnly);

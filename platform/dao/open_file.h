@@ -91,6 +91,9 @@ class OpenFile : public std::enable_shared_from_this<OpenFile> {
     // Inside write(): whether the rows that an Edit read at that epoch may have changed since. From here on
     // they do not. 3167 where one of them is gone.
     bool mayHaveChanged(const EditedRows& rows, std::int64_t epoch);
+    // The change of one row by an Edit of these rows, at once, where the store can: the Edit ends with it.
+    // False: nothing was written, and it is to be done step by step.
+    bool changeAtOnce(const driver::RowChange& change, const EditedRows& edited);
     bool isBusy() const { return editors_ > 0 || workspaceDepth_ > 0; }
 
     // Runs `body` as one change: all of it is written, or an error and nothing. `edited`: on success the

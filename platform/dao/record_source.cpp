@@ -30,6 +30,7 @@ std::string_view bareName(std::string_view source) {
 std::shared_ptr<RecordsetImpl> openRecords(const std::shared_ptr<DatabaseImpl>& database,
                                            std::string_view source, RecordsetType type) {
     OpenFile& from = database->file();
+    const ReadScope scope(from.store());  // one look at what has changed is enough for all of it
     const std::string_view name = bareName(source);
     const bool isTable = name.size() <= kLongestName && from.table(name) != nullptr;
     const bool isName = isTable || (name.size() <= kLongestName && from.store().queryVersion(name) != 0);

@@ -85,7 +85,8 @@ class RecordsetImpl : public Dependent {
     std::size_t currentRow() const;  // 3021, 3167
     void needRow();                  // fetches the current row
     void forgetCells() { ++cellStamp_; }
-    void leaveGap();     // the current row is no longer among the rows
+    void forgetRow() { fetched_ = -1; }  // it is fetched again when it is next looked at
+    void leaveGap();                     // the current row is no longer among the rows
     void rowAppended();  // count() has grown by one at the end; the current row stays what it was
 
     struct Cell {

@@ -43,6 +43,27 @@ std::string quotedName(pg_conn* connection, const std::string& name) {
     return quoted.get();
 }
 
+bool sendPrepare(pg_conn* connection, const std::string& name, const Step& step) {
+    const std::vector<unsigned>& types = step.parameters.types();
+    return PQsendPrepare(connection, name.c_str(), step.text.c_str(), static_cast<int>(types.size()),
+                         types.data()) != 0;
+}
+
+bool sendPrepared(pg_conn* connection, const std::string& name, const Step& step) {
+    const std::vector<const char*> values = step.parameters.values();
+    const std::vector<int> formats(values.size(), kBinary);
+    return PQsendQueryPrepared(connection, name.c_str(), static_cast<int>(values.size()), values.data(),
+                               step.parameters.lengths().data(), formats.data(), kBinary) != 0;
+}
+
+int sendUnnamed(pg_conn* connection, const Step& step) {
+    const std::vector<const char*> values = step.parameters.values();
+    const std::vector<int> formats(values.size(), kBinary);
+    return PQsendQueryParams(connection, step.text.c_str(), static_cast<int>(values.size()),
+                             step.parameters.types().data(), values.data(), step.parameters.lengths().data(),
+                             formats.data(), kBinary);
+}
+
 std::string parameterStatus(pg_conn* connection, const char* name) {
     const char* value = PQparameterStatus(connection, name);
     return value != nullptr ? value : "";
@@ -65,28 +86,44 @@ Connection::Connection(const Address& place, const SessionWishes& wishes)
 }
 
 Result Connection::run(const std::string& text, const Parameters& parameters, const Patience& patience) {
+    std::size_t done = 0;
+    return std::move(runAll({{text, parameters}}, done, patience).back());
+}
+
+// Where the tables are no longer those that a statement was prepared for, it is prepared anew. A transaction
+// has failed with it.
+std::vector<Result> Connection::runAll(const std::vector<Step>& steps, std::size_t& done,
+                                       const Patience& patience) {
     keepLockTimeout();
-    const std::string key = StatementCache::keyOf(text, parameters.types());
-    Answer answer = runKept(key, text, parameters, patience);
-    if (answer.error.has_value() && isStale(*answer.error)) {
-        // The tables are no longer those that it was prepared for. A transaction has failed with it.
-        statements_.forget(key);
-        if (transactionState() == TransactionState::kNone) {
-            answer = runKept(key, text, parameters, patience);
+    done = 0;
+    Answer answer = askAll(steps, done, patience);
+    if (answer.error.has_value() && isStale(*answer.error) && done < steps.size()) {
+        statements_.forget(StatementCache::keyOf(steps[done].text, steps[done].parameters.types()));
+        if (done == 0 && transactionState() == TransactionState::kNone) {
+            answer = askAll(steps, done, patience);
         }
     }
-    refuse(answer, text);
-    return std::move(answer.result);
+    // All may be done, and refused in the end.
+    refuse(answer, steps[std::min(done, steps.size() - 1)].text);
+    return std::move(answer.results);
+}
+
+void Connection::tell(const Step& step, TransactionState after) {
+    exchange_.tell([&](pg_conn* connection) { return sendUnnamed(connection, step); });
+    told_ = after;
 }
 
 void Connection::execute(const std::string& text, const Patience& patience) {
     keepLockTimeout();
-    refuse(
-        exchange_.ask([&](pg_conn* connection) { return PQsendQuery(connection, text.c_str()); }, patience),
-        text);
+    const Answer answer =
+        exchange_.ask([&](pg_conn* connection) { return PQsendQuery(connection, text.c_str()); }, patience);
+    refuse(answer, text);
 }
 
 TransactionState Connection::transactionState() const {
+    if (!lost() && exchange_.hasTold()) {
+        return told_;
+    }
     switch (PQtransactionStatus(exchange_.handle())) {
         case PQTRANS_IDLE:
             return TransactionState::kNone;
@@ -144,45 +181,84 @@ void Connection::dropLeftStatements() {
     if (transactionState() == TransactionState::kFailed) {
         return;  // the server would not take it
     }
-    std::string text;
+    const TransactionState state = transactionState();
     for (const std::string& name : statements_.takeLeft()) {
-        text += "DEALLOCATE " + name + ";";
-    }
-    if (!text.empty()) {
-        execute(text);
+        tell({"DEALLOCATE " + name, {}}, state);
     }
 }
 
-Answer Connection::runKept(const std::string& key, const std::string& text, const Parameters& parameters,
-                           const Patience& patience) {
+Connection::Sending Connection::sendingOf(const Step& step) {
+    if (!step.isPrepared) {
+        return {&step, {}, {}, false};
+    }
+    std::string key = StatementCache::keyOf(step.text, step.parameters.types());
     std::string name = statements_.find(key);
-    if (name.empty()) {
-        dropLeftStatements();
-        name = statements_.newName();
-        if (Answer refused = prepare(name, text, parameters, patience); refused.error.has_value()) {
-            return refused;
-        }
-        statements_.keep(key, name);
-    }
-    const std::vector<const char*> values = parameters.values();
-    const std::vector<int> formats(values.size(), kBinary);
-    return exchange_.ask(
-        [&](pg_conn* connection) {
-            return PQsendQueryPrepared(connection, name.c_str(), static_cast<int>(values.size()),
-                                       values.data(), parameters.lengths().data(), formats.data(), kBinary);
-        },
-        patience);
+    const bool isNew = name.empty();
+    return {&step, std::move(key), isNew ? statements_.newName() : std::move(name), isNew};
 }
 
-Answer Connection::prepare(const std::string& name, const std::string& text, const Parameters& parameters,
-                           const Patience& patience) {
-    const std::vector<unsigned>& types = parameters.types();
-    return exchange_.ask(
-        [&](pg_conn* connection) {
-            return PQsendPrepare(connection, name.c_str(), text.c_str(), static_cast<int>(types.size()),
-                                 types.data());
-        },
-        patience);
+// The same statement twice is prepared once: the first one's name is known when the second is looked at.
+std::vector<Connection::Sending> Connection::sendingsOf(const std::vector<Step>& steps) {
+    std::vector<Sending> sendings;
+    for (const Step& step : steps) {
+        Sending made = sendingOf(step);
+        for (const Sending& before : sendings) {
+            if (before.key == made.key && step.isPrepared) {
+                made.name = before.name;
+                made.isNew = false;
+            }
+        }
+        sendings.push_back(std::move(made));
+    }
+    return sendings;
+}
+
+Answer Connection::askAll(const std::vector<Step>& steps, std::size_t& done, const Patience& patience) {
+    dropLeftStatements();
+    const std::vector<Sending> sendings = sendingsOf(steps);
+    const auto send = [&](pg_conn* connection) {
+        return std::all_of(sendings.begin(), sendings.end(), [&](const Sending& each) {
+            if (!each.step->isPrepared) {
+                return sendUnnamed(connection, *each.step) != 0;
+            }
+            return (!each.isNew || sendPrepare(connection, each.name, *each.step)) &&
+                   sendPrepared(connection, each.name, *each.step);
+        });
+    };
+    try {
+        Answer answer = exchange_.askPipeline(send, patience);
+        done = keepPrepared(sendings, exchange_.answered(), &answer.results);
+        return answer;
+    } catch (...) {
+        done = keepPrepared(sendings, exchange_.answered(), nullptr);
+        throw;
+    }
+}
+
+// What was prepared had an answer of its own, which nobody asks for. How many of the statements are done.
+std::size_t Connection::keepPrepared(const std::vector<Sending>& sendings, std::size_t answered,
+                                     std::vector<Result>* answers) {
+    std::vector<Result> results;
+    std::size_t at = 0;
+    std::size_t done = 0;
+    for (const Sending& each : sendings) {
+        if (each.isNew && at < answered) {
+            statements_.keep(each.key, each.name);
+            ++at;
+        }
+        if (at == answered) {
+            break;
+        }
+        if (answers != nullptr) {
+            results.push_back(std::move((*answers)[at]));
+        }
+        ++at;
+        ++done;
+    }
+    if (answers != nullptr) {
+        *answers = std::move(results);
+    }
+    return done;
 }
 
 void Connection::refuse(const Answer& answer, const std::string& text) const {

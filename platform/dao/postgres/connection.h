@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "platform/dao/postgres/exchange.h"
 #include "platform/dao/postgres/parameters.h"
@@ -18,6 +19,13 @@ enum class TransactionState {
     kOpen,    // begun
     kFailed,  // begun, and a statement failed: only a rollback, or one to a savepoint, is taken
     kLost,    // no connection any more
+};
+
+// A statement and the values for its $1, $2, ...
+struct Step {
+    std::string text;
+    Parameters parameters;
+    bool isPrepared = true;  // not worth it for what begins and ends transactions
 };
 
 struct SessionWishes {
@@ -43,11 +51,19 @@ class Connection {
     // One statement, with the values for its $1, $2, ... The server keeps it prepared; those used last stay
     // so.
     Result run(const std::string& text, const Parameters& parameters = {}, const Patience& patience = {});
+    // Several in one breath, outside of transactions or within the one that is open: each answer in its turn.
+    // Where one fails, those behind it are not done; `done` counts those before it.
+    std::vector<Result> runAll(const std::vector<Step>& steps, std::size_t& done,
+                               const Patience& patience = {});
+    // One whose answer nobody waits for. `after`: how the transaction stands behind it.
+    void tell(const Step& step, TransactionState after);
     // Statements without parameters, one or several; those that are several stand or fall together.
     void execute(const std::string& text, const Patience& patience = {});
 
     TransactionState transactionState() const;
     bool lost() const { return exchange_.handle() == nullptr; }
+    // Looks whether the server has hung up meanwhile. Asks nothing.
+    void noticeLoss() { exchange_.noticeLoss(); }
     int backendPid() const;     // of the server's process that serves this connection; 0: lost
     int serverVersion() const;  // 150004 for 15.4; 0: lost
     std::int64_t roundTrips() const { return exchange_.roundTrips(); }  // questions asked, also failed ones
@@ -57,15 +73,24 @@ class Connection {
     void prepareSession(const SessionWishes& wishes);
     void keepLockTimeout();
     void dropLeftStatements();
-    Answer runKept(const std::string& key, const std::string& text, const Parameters& parameters,
-                   const Patience& patience);
-    Answer prepare(const std::string& name, const std::string& text, const Parameters& parameters,
-                   const Patience& patience);
+    // A statement on its way: under which name, and whether the server is to prepare it first.
+    struct Sending {
+        const Step* step;
+        std::string key;
+        std::string name;
+        bool isNew;
+    };
+    Sending sendingOf(const Step& step);
+    std::vector<Sending> sendingsOf(const std::vector<Step>& steps);
+    Answer askAll(const std::vector<Step>& steps, std::size_t& done, const Patience& patience);
+    std::size_t keepPrepared(const std::vector<Sending>& sendings, std::size_t answered,
+                             std::vector<Result>* answers);
     void refuse(const Answer& answer, const std::string& text) const;
 
     Exchange exchange_;
     StatementCache statements_;
-    int lockTimeout_;  // milliseconds, as the server has it
+    int lockTimeout_;                                  // milliseconds, as the server has it
+    TransactionState told_ = TransactionState::kNone;  // how it stands behind what was told last
 };
 
 }  // namespace dao::postgres

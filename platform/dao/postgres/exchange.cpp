@@ -41,12 +41,64 @@ void cancelBehind(PGcancel* cancel, std::promise<void> done) {
 
 }  // namespace
 
-Answer Exchange::ask(const std::function<int(pg_conn*)>& send, const Patience& patience) {
+void Exchange::needConnection() {
     if (handle_ == nullptr) {
         failLost(place_, "the connection has broken off before");
     }
-    startSending(send);
+}
+
+// A question of its own has to wait until the pipelines before it are through.
+Answer Exchange::ask(const Send& send, const Patience& patience) {
+    needConnection();
+    settle(patience);
+    ++roundTrips_;
+    startSending(send, false);
+    return answerOf(false, patience);
+}
+
+Answer Exchange::askPipeline(const Send& send, const Patience& patience) {
+    needConnection();
+    ++roundTrips_;
+    answered_ = 0;
+    startSending(send, true);
+    return answerOf(true, patience);
+}
+
+void Exchange::tell(const Send& send) {
+    needConnection();
+    startSending(send, true);
+    ++told_;
+    if (PQflush(handle_.get()) < 0) {
+        loseWithMessage();
+    }
+}
+
+// What it said last comes first, and then the end.
+void Exchange::noticeLoss() {
+    constexpr int kLooks = 4;
+    for (int look = 0; look < kLooks && handle_ != nullptr; ++look) {
+        if (!waitForSocket(PQsocket(handle_.get()), true, false, Clock::now())) {
+            return;
+        }
+        if (PQconsumeInput(handle_.get()) == 0) {
+            handle_.reset();
+        }
+    }
+}
+
+void Exchange::settle(const Patience& patience) {
+    if (told_ > 0) {
+        --told_;
+        answerOf(true, patience);
+    }
+    if (PQpipelineStatus(handle_.get()) != PQ_PIPELINE_OFF && PQexitPipelineMode(handle_.get()) == 0) {
+        loseWithMessage();
+    }
+}
+
+Answer Exchange::answerOf(bool pipeline, const Patience& patience) {
     Answers answers;
+    answers.pipeline = pipeline;
     const Stop why = await(answers, patience);
     if (why != Stop::kNone) {
         stop(answers);
@@ -54,15 +106,25 @@ Answer Exchange::ask(const std::function<int(pg_conn*)>& send, const Patience& p
     return settled(std::move(answers), why);
 }
 
-void Exchange::startSending(const std::function<int(pg_conn*)>& send) {
-    ++roundTrips_;
-    if (send(handle_.get()) != 0) {
+// Where the library refuses a statement, what it has taken before is sent and answered all the same.
+void Exchange::startSending(const Send& send, bool pipeline) {
+    pg_conn* const handle = handle_.get();
+    if (pipeline) {
+        PQenterPipelineMode(handle);
+    }
+    const bool sent = send(handle) != 0;
+    const std::string refusal = sent ? std::string() : lastMessage(handle);
+    const bool ended = !pipeline || PQpipelineSync(handle) != 0;
+    if (sent && ended) {
         return;
     }
-    if (PQstatus(handle_.get()) == CONNECTION_BAD) {
+    if (PQstatus(handle) == CONNECTION_BAD || !ended) {
         loseWithMessage();
     }
-    fail(errInvalidOperation, "Invalid operation: " + lastMessage(handle_.get()) + ".");
+    if (pipeline) {
+        answerOf(true, Patience());
+    }
+    fail(errInvalidOperation, "Invalid operation: " + refusal + ".");
 }
 
 Exchange::Stop Exchange::await(Answers& answers, const Patience& patience) {
@@ -110,10 +172,20 @@ void Exchange::takeIn(Answers& answers) {
     while (!answers.complete && PQisBusy(handle_.get()) == 0) {
         pg_result* answer = PQgetResult(handle_.get());
         if (answer == nullptr) {
-            answers.complete = true;
+            keepEnd(answers);
         } else {
+            answers.ended = false;
             keep(answers, Result(answer), answer);
         }
+    }
+}
+
+// In a pipeline every statement's answer has an end, and the pipeline one of its own.
+void Exchange::keepEnd(Answers& answers) {
+    if (!answers.pipeline) {
+        answers.complete = true;
+    } else if (std::exchange(answers.ended, true)) {
+        lose("an answer is missing");
     }
 }
 
@@ -122,18 +194,28 @@ void Exchange::keep(Answers& answers, Result&& result, pg_result* answer) {
     switch (PQresultStatus(answer)) {
         case PGRES_FATAL_ERROR:
         case PGRES_BAD_RESPONSE:
-            if (!answers.last.error.has_value()) {
-                answers.last.error = errorOf(answer);
+            if (!answers.answer.error.has_value()) {
+                answers.answer.error = errorOf(answer);
             }
             break;
         case PGRES_COPY_IN:
         case PGRES_COPY_OUT:
         case PGRES_COPY_BOTH:
             lose("a statement began to copy, which nobody here takes part in");
+        case PGRES_PIPELINE_ABORTED:
+            break;
+        case PGRES_PIPELINE_SYNC:
+            if (told_ > 0) {  // so far it was the answer to what was merely told
+                --told_;
+                answers.answer = {};
+            } else {
+                answers.complete = true;
+            }
+            break;
         default:
-            answers.last.result = std::move(result);
+            answers.answer.results.push_back(std::move(result));
     }
-    if (PQstatus(handle_.get()) == CONNECTION_BAD && !answers.last.error.has_value()) {
+    if (PQstatus(handle_.get()) == CONNECTION_BAD && !answers.answer.error.has_value()) {
         loseWithMessage();
     }
 }
@@ -168,17 +250,18 @@ void Exchange::stop(Answers& answers) {
 }
 
 Answer Exchange::settled(Answers&& answers, Stop stop) {
+    answered_ = answers.answer.results.size();
     if (const std::exception_ptr thrown = std::exchange(whileWaiting_, nullptr); thrown != nullptr) {
         std::rethrow_exception(thrown);
     }
-    const std::optional<ServerError>& error = answers.last.error;
+    const std::optional<ServerError>& error = answers.answer.error;
     if (error.has_value() && (isLoss(*error) || PQstatus(handle_.get()) == CONNECTION_BAD)) {
         lose(error->sentence.empty() ? lastMessage(handle_.get()) : error->sentence);
     }
     if (error.has_value() && isCancel(*error) && stop != Stop::kNone) {
         fail(stop == Stop::kTime ? errLocked : errCancelled);
     }
-    return std::move(answers.last);
+    return std::move(answers.answer);
 }
 
 void Exchange::lose(const std::string& reason) {

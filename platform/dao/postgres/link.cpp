@@ -45,6 +45,7 @@ std::shared_ptr<Link> Link::apart(const Address& address) {
 
 void Link::connect() {
     writer_.letGo();
+    roundTripsBefore_ = roundTrips();
     connection_.reset();
     connection_ = std::make_unique<Connection>(address_);
     workAsOwner();
@@ -82,11 +83,19 @@ Connection& Link::anyConnection() {
         try {
             takeLocksAgain();
         } catch (...) {
+            roundTripsBefore_ = roundTrips();
             connection_.reset();
             throw;
         }
     }
     return *connection_;
+}
+
+Connection& Link::soundConnection() {
+    if (isConnected()) {
+        connection_->noticeLoss();
+    }
+    return connection();
 }
 
 void Link::takeLocksAgain() {

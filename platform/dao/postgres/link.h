@@ -32,10 +32,16 @@ class Link {
     Connection& connection();
     // The same for what has nothing to do with our numbers.
     Connection& anyConnection();
+    // The same, where it is not known whether it still stands: looked at first.
+    Connection& soundConnection();
     // Whether there is a connection now: without one there is no transaction and no lock either.
     bool isConnected() const { return connection_ != nullptr && !connection_->lost(); }
     // Counts the connections that there have been.
     std::int64_t session() const { return session_; }
+    // Of all those connections.
+    std::int64_t roundTrips() const {
+        return roundTripsBefore_ + (connection_ != nullptr ? connection_->roundTrips() : 0);
+    }
 
     // How often each was entered and left, counted.
     void enterShared();  // errExclusiveByOther
@@ -60,6 +66,7 @@ class Link {
     Address address_;
     std::unique_ptr<Connection> connection_;
     std::int64_t session_ = 0;
+    std::int64_t roundTripsBefore_ = 0;  // of the connections that are gone
     int shared_ = 0;
     int exclusive_ = 0;
     std::set<int> numbers_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <thread>
+#include <utility>
 
 #include "platform/dao/failure.h"
 #include "platform/dao/limits.h"
@@ -17,6 +18,14 @@ namespace {
 // is dead.
 constexpr std::chrono::seconds kToLearn{60};
 constexpr std::chrono::milliseconds kNap{100};
+
+constexpr const char* kBeginRead = "BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY";
+constexpr const char* kLockRow = "SELECT pg_advisory_lock($1)";
+constexpr const char* kVersions =
+    "SELECT s.schema_version,"
+    " (SELECT coalesce(sum(version), 0)::bigint FROM dao.writers WHERE number <> $1),"
+    " (SELECT count(*) FROM dao.queries), (SELECT coalesce(max(version), 0) FROM dao.queries)"
+    " FROM dao.shop AS s";
 
 // Where a transaction goes back to when a statement in it is refused.
 constexpr const char* kSound = "SAVEPOINT dao_sound";
@@ -85,16 +94,66 @@ Connection& ServerStore::connection() {
 // A question asked twice does no harm, whatever came of it the first time.
 Result ServerStore::run(const std::string& text, const Parameters& parameters) {
     Result answer{nullptr};
-    if (!begunIn_ && text.starts_with("SELECT") &&
-        withoutLoss([&] { answer = connection().run(text, parameters); })) {
-        return answer;
+    const bool mayRepeat = beginAhead_ || (!begunIn_ && text.starts_with("SELECT"));
+    const auto ask = [&] {
+        std::vector<Step> steps = takeAhead();
+        steps.push_back({text, parameters});
+        answer = runAll(steps);
+    };
+    if (!mayRepeat || !withoutLoss(ask)) {
+        ask();
     }
+    return answer;
+}
+
+// What goes to the server in one breath with the next statement: nobody has to wait for it alone.
+std::vector<Step> ServerStore::takeAhead() {
+    std::vector<Step> steps;
+    if (beginAhead_) {
+        begunIn_.reset();
+        const int writer = link_->writer().number(connection());
+        steps.push_back({kBeginRead, {}, false});
+        steps.push_back({kVersions, Parameters().integer4(writer)});
+    }
+    for (const std::int64_t number : locks_.wanted) {
+        steps.push_back({kLockRow, Parameters().integer8(number)});
+    }
+    return steps;
+}
+
+Result ServerStore::runAll(const std::vector<Step>& steps) {
+    Connection& server = connection();
+    std::size_t done = 0;
     try {
-        return connection().run(text, parameters);
+        std::vector<Result> answers = server.runAll(steps, done);
+        if (beginAhead_) {
+            keepVersions(answers[1]);
+        }
+        noteDone(done);
+        return std::move(answers.back());
+    } catch (const ConnectionLost&) {
+        throw;
     } catch (const Error&) {
+        noteDone(done);
         restore();
         throw;
     }
+}
+
+// The first `done` of the steps that takeAhead gave, and of whatever came behind them.
+void ServerStore::noteDone(std::size_t done) {
+    if (done > 0 && std::exchange(beginAhead_, false)) {
+        begunIn_ = link_->session();
+        done -= std::min<std::size_t>(done, 2);
+    }
+    if (locks_.session != link_->session()) {
+        locks_.held.clear();
+        locks_.session = link_->session();
+    }
+    const auto end =
+        locks_.wanted.begin() + static_cast<std::ptrdiff_t>(std::min(done, locks_.wanted.size()));
+    locks_.held.insert(locks_.wanted.begin(), end);
+    locks_.wanted.erase(locks_.wanted.begin(), end);
 }
 
 // The server takes nothing more in a transaction in which it has refused a statement. What had been written
@@ -152,21 +211,31 @@ void ServerStore::beginWrite() {
     sound_ = true;
 }
 
+// Its first statement begins it.
 void ServerStore::beginRead() {
-    begin("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY");
+    beginAhead_ = true;
+    begunIn_ = link_->session();
     reading_ = true;
     sound_ = false;
+    written_ = Written::kNothing;
+    seen_.reset();
 }
 
 void ServerStore::commit() {
     if (!inTransaction() || connection().transactionState() == TransactionState::kFailed) {
         fail(errDiskIo, "The transaction was lost by an earlier error; nothing of it was written.");
     }
+    std::vector<Step> steps;
     if (written_ != Written::kNothing) {
-        link_->writer().raise(connection(), written_);
+        link_->writer().foreseeRaise(connection());
+        steps.push_back(link_->writer().raising(connection(), written_));
     }
-    if (!withoutLoss([&] { connection().execute("COMMIT"); })) {
+    steps.push_back({"COMMIT", {}, false});
+    std::size_t done = 0;
+    if (!withoutLoss([&] { connection().runAll(steps, done); })) {
         needCommitted();
+    } else if (written_ != Written::kNothing) {
+        link_->writer().settle();
     }
     begunIn_.reset();
     written_ = Written::kNothing;
@@ -198,11 +267,15 @@ void ServerStore::needCommitted() {
 }
 
 void ServerStore::rollback() noexcept {
-    const bool open = inTransaction();
+    const bool open = !std::exchange(beginAhead_, false) && inTransaction();
     if (open) {
         const QuietErrors quiet;
         try {
-            connection().execute("ROLLBACK");
+            if (reading_) {
+                connection().tell({"ROLLBACK", {}}, TransactionState::kNone);
+            } else {
+                connection().execute("ROLLBACK");
+            }
         } catch (const Error&) {
             // The connection is gone; so is the transaction.
         }
@@ -213,6 +286,9 @@ void ServerStore::rollback() noexcept {
 }
 
 bool ServerStore::inTransaction() const {
+    if (beginAhead_) {
+        return true;
+    }
     if (!isSame()) {
         return false;
     }
@@ -244,17 +320,36 @@ void ServerStore::rollbackTo(int level) noexcept {
     }
 }
 
+// Whoever locks a row reads it next: both go together.
 void ServerStore::lockRow(const std::string& table, std::int64_t key) {
-    run("SELECT pg_advisory_lock($1)", Parameters().integer8(lockNumber(table, key)));
+    locks_.wanted.push_back(lockNumber(table, key));
 }
 
+// Nobody waits for it; where a transaction has failed the server would not take it without being set right.
 void ServerStore::unlockRow(const std::string& table, std::int64_t key) noexcept {
-    if (!link_->isConnected()) {
+    const std::int64_t number = lockNumber(table, key);
+    if (const auto wanted = std::find(locks_.wanted.begin(), locks_.wanted.end(), number);
+        wanted != locks_.wanted.end()) {
+        locks_.wanted.erase(wanted);
+        return;
+    }
+    const auto held = locks_.held.find(number);
+    if (held == locks_.held.end()) {
+        return;
+    }
+    locks_.held.erase(held);
+    if (!link_->isConnected() || locks_.session != link_->session()) {
         return;
     }
     const QuietErrors quiet;
     try {
-        run("SELECT pg_advisory_unlock($1)", Parameters().integer8(lockNumber(table, key)));
+        Connection& server = connection();
+        const Step unlock{"SELECT pg_advisory_unlock($1)", Parameters().integer8(number)};
+        if (const TransactionState state = server.transactionState(); state != TransactionState::kFailed) {
+            server.tell(unlock, state);
+        } else {
+            run(unlock.text, unlock.parameters);
+        }
     } catch (const Error&) {
         // Then the connection is gone, and the lock with it.
     }
@@ -272,12 +367,17 @@ ServerStore::Versions ServerStore::versions() {
     if (seen_ && reading_ && inTransaction()) {
         return *seen_;
     }
-    const Result found =
-        run("SELECT s.schema_version,"
-            " (SELECT coalesce(sum(version), 0)::bigint FROM dao.writers WHERE number <> $1),"
-            " (SELECT count(*) FROM dao.queries), (SELECT coalesce(max(version), 0) FROM dao.queries)"
-            " FROM dao.shop AS s",
-            Parameters().integer4(link_->writer().number(connection())));
+    if (beginAhead_) {  // they come with what begins the transaction
+        const auto ask = [&] { runAll(takeAhead()); };
+        if (!withoutLoss(ask)) {
+            ask();
+        }
+        return *seen_;
+    }
+    return keepVersions(run(kVersions, Parameters().integer4(link_->writer().number(connection()))));
+}
+
+ServerStore::Versions ServerStore::keepVersions(const Result& found) {
     const Versions now{found.integer(0, 0), found.integer(0, 1), found.integer(0, 2), found.integer(0, 3)};
     seen_ = now;
     newestSchema_ = now.schema;
@@ -422,6 +522,45 @@ bool ServerStore::deleteRow(const std::string& table, std::int64_t key) {
             Parameters().integer8(key));
     noteWritten();
     return gone.affected() != 0;
+}
+
+// One statement, which is a transaction by itself: compares, writes, and raises the version of this
+// workstation where it has written. Whoever waits for the row's last writer compares with what that one left.
+bool ServerStore::changeRow(const driver::RowChange& change) {
+    const std::string table(change.table);
+    const sql::TableInfo& info = described(table);
+    Parameters parameters;
+    bindFields(parameters, info, change.fields);
+    bindFields(parameters, info, change.was);
+    std::size_t number = 0;
+    std::string text = "WITH changed AS (UPDATE " + tableName(table) + " SET ";
+    for (const driver::FieldValue& field : change.fields) {
+        text += (number == 0 ? "" : ", ") + quotedName(field.field) + " = $" + std::to_string(number + 1);
+        ++number;
+    }
+    text += " WHERE ";
+    for (const driver::FieldValue& field : change.was) {
+        text += quotedName(field.field) + " IS NOT DISTINCT FROM $" + std::to_string(++number) + " AND ";
+    }
+    text += keyColumn(info) + " = $" + std::to_string(number + 1) +
+            " RETURNING 1) INSERT INTO dao.writers AS w (number, version, changed, commits, mark, written) "
+            "SELECT $" +
+            std::to_string(number + 2) + ", 1, clock_timestamp(), 1, $" + std::to_string(number + 3) +
+            ", clock_timestamp() FROM changed ON CONFLICT (number) DO UPDATE SET version = w.version + 1,"
+            " changed = EXCLUDED.changed, commits = w.commits + 1, mark = EXCLUDED.mark,"
+            " written = EXCLUDED.written RETURNING commits";
+    WriterRow& writer = link_->writer();
+    writer.foreseeRaise(link_->soundConnection());
+    parameters.integer8(change.key).integer4(writer.number(connection())).integer8(writer.mark());
+    written_ = Written::kRows;
+    std::int64_t changed = 1;
+    if (!withoutLoss([&] { changed = run(text, parameters).rows(); })) {
+        needCommitted();
+    } else if (changed != 0) {
+        writer.settle();
+    }
+    written_ = Written::kNothing;
+    return changed != 0;
 }
 
 // Their texts stay with the server until somebody asks for one.

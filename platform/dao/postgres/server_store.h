@@ -3,6 +3,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -74,6 +75,7 @@ class ServerStore final : public driver::Store, public StatementRunner {
     bool updateRow(const std::string& table, std::int64_t key,
                    std::span<const driver::FieldValue> fields) override;
     bool deleteRow(const std::string& table, std::int64_t key) override;
+    bool changeRow(const driver::RowChange& change) override;
 
     std::vector<driver::StoredQueryRow> queries() override;
     std::int64_t queryVersion(std::string_view name) override;
@@ -83,6 +85,8 @@ class ServerStore final : public driver::Store, public StatementRunner {
 
     void setIdSet(int, sql::IdSetPtr) override {}  // sets go to the server with the statements that use them
     void dropIdSet(int) override {}
+    bool isFar() const override { return true; }
+    std::int64_t roundTrips() const override { return link_->roundTrips(); }
 
     // What the shop's rows, tables and counters are at this moment, as a text that no other moment of this or
     // another shop has; stored queries do not count. In a transaction that reads: what it sees.
@@ -107,6 +111,10 @@ class ServerStore final : public driver::Store, public StatementRunner {
     };
 
     void begin(const std::string& text);
+    std::vector<Step> takeAhead();
+    Result runAll(const std::vector<Step>& steps);
+    void noteDone(std::size_t done);
+    Versions keepVersions(const Result& answer);
     Connection& connection();  // errDiskIo where the open transaction went with an earlier one
     bool isSame() const;       // the connection that the open transaction was begun on
     void needCommitted();
@@ -125,9 +133,18 @@ class ServerStore final : public driver::Store, public StatementRunner {
     Parameters counterOf(const std::string& table);
     void refreshQueries();
 
+    // Row locks of this session, by their numbers: asked for ahead of the next statement, and held.
+    struct RowLocks {
+        std::vector<std::int64_t> wanted;
+        std::multiset<std::int64_t> held;
+        std::int64_t session = -1;  // of the link, that they are held in
+    };
+
     std::shared_ptr<StatementRunner*> self_;  // for its statements: holds nullptr once the store is gone
     std::shared_ptr<Link> link_;
     std::optional<std::int64_t> begunIn_;  // the link's session that the open transaction was begun in
+    bool beginAhead_ = false;              // the reading transaction begins with its first statement
+    RowLocks locks_;
     bool reading_ = false;                 // the open transaction sees one state throughout
     Written written_ = Written::kNothing;  // in the open transaction
     bool sound_ = false;                   // nothing was written since its last savepoint

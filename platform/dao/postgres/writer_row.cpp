@@ -45,15 +45,24 @@ bool WriterRow::tryHold(Connection& server, int number) {
     return held_;
 }
 
-void WriterRow::raise(Connection& server, Written written) {
-    const Result raised = server.run(
+Step WriterRow::raising(Connection& server, Written written) {
+    return {
         "INSERT INTO dao.writers AS w (number, version, changed, commits, mark, written)"
         " VALUES ($1, $3, clock_timestamp(), 1, $2, clock_timestamp())"
         " ON CONFLICT (number) DO UPDATE SET version = w.version + EXCLUDED.version,"
         " changed = CASE EXCLUDED.version WHEN 0 THEN w.changed ELSE EXCLUDED.changed END,"
         " commits = w.commits + 1, mark = EXCLUDED.mark, written = EXCLUDED.written RETURNING commits",
-        Parameters().integer4(number(server)).integer8(mark_).integer8(written == Written::kRows ? 1 : 0));
-    raisedTo_ = raised.integer(0, 0);
+        Parameters().integer4(number(server)).integer8(mark_).integer8(written == Written::kRows ? 1 : 0)};
+}
+
+void WriterRow::foreseeRaise(Connection& server) {
+    const int own = number(server);
+    if (!commits_) {
+        const Result row =
+            server.run("SELECT commits FROM dao.writers WHERE number = $1", Parameters().integer4(own));
+        commits_ = row.rows() == 0 ? 0 : row.integer(0, 0);
+    }
+    raisedTo_ = *commits_ + 1;
 }
 
 // Once the number is ours again the old connection is gone, and with it whatever might still have been on its

@@ -24,10 +24,19 @@ class WriterRow {
     // Nobody else's while the connection lasts. errLocked where thousands are in.
     int number(Connection& server);
     // The connection that held the number is gone.
-    void letGo() { held_ = false; }
+    void letGo() {
+        held_ = false;
+        commits_.reset();
+    }
 
-    // In the open transaction, before its commit.
-    void raise(Connection& server, Written written);
+    // What raises it in the open transaction, together with its commit. foreseeRaise comes first.
+    Step raising(Connection& server, Written written);
+    // For a statement that raises it by itself, with what it writes: the number, and the mark that it leaves.
+    std::int64_t mark() const { return mark_; }
+    // Before the row is raised. Asks for its count of commits where it is not known.
+    void foreseeRaise(Connection& server);
+    // The transaction that was last raised in has been committed.
+    void settle() { commits_ = raisedTo_; }
     // On a new connection: whether the transaction that was last raised in was committed. Nothing: it cannot
     // be told yet, since the old connection still stands on the server, or any more.
     std::optional<bool> wasCommitted(Connection& server);
@@ -39,6 +48,7 @@ class WriterRow {
     std::optional<int> number_;
     bool held_ = false;
     std::int64_t raisedTo_ = 0;
+    std::optional<std::int64_t> commits_;  // as they stand on the server
 };
 
 }  // namespace dao::postgres

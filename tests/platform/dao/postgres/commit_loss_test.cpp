@@ -129,7 +129,7 @@ TEST_F(CommitLoss, WhatCannotBeToldIsNotClaimed) {
     store.beginWrite();
     insert(store, "Monitori");
     Link& link = *Link::to(proxy_.place());
-    link.writer().raise(link.connection(), Written::kRows);
+    link.writer().foreseeRaise(link.connection());
     const int number = link.writer().number(link.connection());
     store.rollback();
     Connection(database_.place())
@@ -151,6 +151,7 @@ TEST_F(CommitLoss, AConnectionThatWasLostWhileIdleIsMadeAnewWithoutAWord) {
     store.commit();
     endAllConnections();
     store.lockRow("Grupe", 1);
+    EXPECT_EQ(store.highestNumber("Grupe"), 1);
     EXPECT_EQ(names(), "Monitori");
 }
 
