@@ -6,9 +6,9 @@
 #include <cstdlib>
 
 #include "catalogue/frmKonfiguratorEx.h"
-#include "catalogue/stock_draw.h"
 #include "common/modMain.h"
 #include "documents/frmInvoiceEx.h"
+#include "our_sides.h"
 #include "our_window.h"
 #include "plain_texts.h"
 #include "platform/controls/boxes.h"
@@ -121,48 +121,7 @@ class TypeAhead : public Side {
     qsizetype length_ = 0;
 };
 
-// --- Drawing one product: its stock goes down, then its row of the requisition goes up. Each write is safe
-// on the disk before the next thing happens, for the program may be stopped between them.
-
-class NextProduct {
- public:
-    explicit NextProduct(const Stock& stock) : first_(stock.firstProduct) {}
-    int next() { return first_ + next_++ % Stock::kDrawn; }
-
- private:
-    int first_;
-    int next_ = 0;
-};
-
-Lines drawnRow(double stock, double quantity, std::string_view serial, std::string_view unit) {
-    return {std::to_string(stock), std::to_string(quantity), std::string(serial), std::string(unit)};
-}
-
-class DrawOurs : public Side {
- public:
-    explicit DrawOurs(Shop& shop)
-        : product_(shop.stock()),
-          products_(shop.ours().OpenRecordset("SELECT * FROM Oprema WHERE IDGrupe=" +
-                                              std::to_string(shop.stock().firstGroup))),
-          requisition_(shop.ours().OpenRecordset("SELECT * FROM InvoiceData WHERE ServiceID=" +
-                                                 std::to_string(shop.stock().service))) {}
-    void run() override {
-        const std::string id = std::to_string(product_.next());
-        products_.FindFirst("ID=" + id);
-        stock_draw::takeFromStock(products_, 1);
-        requisition_.FindFirst("OpremaID=" + id);
-        stock_draw::addToRow(requisition_,
-                             {.quantity = 1, .serialNumber = "S", .append = false, .unit = "Kom."});
-    }
-    Lines result() override {
-        return drawnRow(products_["Stanje"].asDouble(), requisition_["Stanje"].asDouble(),
-                        requisition_["SN"].textRef(), requisition_["JM"].textRef());
-    }
-
- private:
-    NextProduct product_;
-    dao::Recordset products_, requisition_;
-};
+// --- Drawing one product.
 
 class DrawPlain : public Side {
  public:

@@ -1,7 +1,5 @@
 // The engine by itself: record sets without a window.
-#include <random>
-
-#include "measure.h"
+#include "our_sides.h"
 #include "platform/dao/database_impl.h"
 #include "records/quick_filters.h"
 #include "shop.h"
@@ -9,35 +7,7 @@
 
 namespace {
 
-// --- Opening a dynaset over all services: the numbers of its rows.
-
-Lines linesOf(const std::vector<sqlite3_int64>& numbers) {
-    Lines lines;
-    for (const sqlite3_int64 number : numbers) {
-        lines.push_back(std::to_string(number));
-    }
-    return lines;
-}
-
-Lines numbersOf(dao::Recordset rows) {
-    std::vector<sqlite3_int64> numbers;
-    const dao::Field number = rows.Fields("ID");
-    for (rows.MoveFirst(); !rows.EOF(); rows.MoveNext()) {
-        numbers.push_back(number.Value().asLong());
-    }
-    return linesOf(numbers);
-}
-
-class OpenOurs : public Side {
- public:
-    explicit OpenOurs(Shop& shop) : shop_(shop) {}
-    void run() override { rows_ = shop_.ours().OpenRecordset("SELECT * FROM Services"); }
-    Lines result() override { return numbersOf(rows_); }
-
- private:
-    Shop& shop_;
-    dao::Recordset rows_;
-};
+// --- Opening a dynaset over all services.
 
 // The index over the owners holds the numbers on a twentieth of the pages; they come in another order then.
 class OpenPlain : public Side {
@@ -55,7 +25,7 @@ class OpenPlain : public Side {
         keys_.clear();
         for (std::size_t number = 0; number < there_.size(); ++number) {
             if (there_[number] != 0) {
-                keys_.push_back(static_cast<sqlite3_int64>(number));
+                keys_.push_back(static_cast<std::int64_t>(number));
             }
         }
     }
@@ -65,41 +35,10 @@ class OpenPlain : public Side {
     PlainShop& shop_;
     Statement numbers_, last_;
     std::vector<char> there_;
-    std::vector<sqlite3_int64> keys_;
+    std::vector<std::int64_t> keys_;
 };
 
-// --- Walking through all services, eight fields of each.
-
-struct Sum {
-    double numbers = 0;
-    std::size_t letters = 0;
-    Lines lines() const { return {std::to_string(numbers), std::to_string(letters)}; }
-};
-
-class WalkOurs : public Side {
- public:
-    explicit WalkOurs(Shop& shop) : shop_(shop) {}
-    void run() override {
-        dao::Recordset rows = shop_.ours().OpenRecordset("SELECT * FROM Services");
-        std::vector<dao::Field> fields;
-        for (const char* name : {"ID", "MachineID", "ServiceStarted", "ServiceFinished", "Price", "Discount",
-                                 "ServiceTypes", "Comments"}) {
-            fields.push_back(rows.Fields(name));
-        }
-        for (sum_ = {}; !rows.EOF(); rows.MoveNext()) {
-            sum_.numbers += fields[0].Value().asLong() + fields[1].Value().asLong();
-            for (std::size_t i = 2; i < 6; ++i) {
-                sum_.numbers += fields[i].Value().asDouble();
-            }
-            sum_.letters += fields[6].Value().textRef().size() + fields[7].Value().textRef().size();
-        }
-    }
-    Lines result() override { return sum_.lines(); }
-
- private:
-    Shop& shop_;
-    Sum sum_;
-};
+// --- Walking through all services.
 
 class WalkPlain : public Side {
  public:
@@ -129,35 +68,9 @@ class WalkPlain : public Side {
     Sum sum_;
 };
 
-// --- 10,000 services by number, at random, and their prices. Each is a look of its own into the file, for
-// another workstation may have changed the price.
+// --- 10,000 services by number.
 
-std::vector<int> randomNumbers() {
-    std::mt19937 random(20260101);
-    std::vector<int> numbers(10000);
-    for (int& number : numbers) {
-        number = 1 + static_cast<int>(random() % Shop::kServices);
-    }
-    return numbers;
-}
-
-class FindOurs : public Side {
- public:
-    explicit FindOurs(Shop& shop) : rows_(shop.ours().OpenRecordset("SELECT * FROM Services")) {}
-    void run() override {
-        sum_ = 0;
-        for (const int number : numbers_) {
-            rows_.FindFirst("ID=" + std::to_string(number));
-            sum_ += rows_["Price"].asCurrency().scaled();
-        }
-    }
-    Lines result() override { return {std::to_string(sum_)}; }
-
- private:
-    const std::vector<int> numbers_ = randomNumbers();
-    dao::Recordset rows_;
-    sqlite3_int64 sum_ = 0;
-};
+constexpr std::size_t kFound = 10000;
 
 class FindPlain : public Side {
  public:
@@ -174,39 +87,14 @@ class FindPlain : public Side {
     Lines result() override { return {std::to_string(sum_)}; }
 
  private:
-    const std::vector<int> numbers_ = randomNumbers();
+    const std::vector<int> numbers_ = randomNumbers(kFound);
     Statement price_;
     sqlite3_int64 sum_ = 0;
 };
 
-// --- 1,000 services read, changed and written, each change safe on the disk before the next.
+// --- 1,000 services changed.
 
 constexpr int kEdited = 1000;
-
-class EditOurs : public Side {
- public:
-    explicit EditOurs(Shop& shop)
-        : rows_(shop.ours().OpenRecordset("SELECT * FROM Services WHERE ID<=" + std::to_string(kEdited))),
-          price_(rows_.Fields("Price")) {}
-    void run() override {
-        for (rows_.MoveFirst(); !rows_.EOF(); rows_.MoveNext()) {
-            rows_.Edit();
-            price_ = dao::Currency::fromScaled(price_.Value().asCurrency().scaled() + 1);
-            rows_.Update();
-        }
-    }
-    Lines result() override {
-        sqlite3_int64 sum = 0;
-        for (rows_.MoveFirst(); !rows_.EOF(); rows_.MoveNext()) {
-            sum += price_.Value().asCurrency().scaled();
-        }
-        return {std::to_string(sum)};
-    }
-
- private:
-    dao::Recordset rows_;
-    dao::Field price_;
-};
 
 // One statement does it all: it reads the price under the lock that it writes under.
 class EditPlain : public Side {
@@ -315,10 +203,10 @@ class NarrowPlain : public Side {
 
  private:
     PlainShop& shop_;
-    StoredTexts texts_;
+    StoredTexts<PlainShop> texts_;
     Statement all_;
     ChangedText text_;
-    std::vector<sqlite3_int64> wanted_, keys_;
+    std::vector<std::int64_t> wanted_, keys_;
     std::vector<char> there_;
 };
 
@@ -354,8 +242,8 @@ std::vector<Measure> engineMeasures() {
     return {
         {"open the set of all services", 1.3, side<OpenOurs>(), side<OpenPlain>(), 31},
         {"walk through all services, eight fields", 2, side<WalkOurs>(), side<WalkPlain>(), 15},
-        {"find 10,000 services by number", 5, side<FindOurs>(), side<FindPlain>(), 15},
-        {"edit and update 1,000 services", 1.5, side<EditOurs>(), side<EditPlain>(), 9},
+        {"find 10,000 services by number", 5, side<FindOurs>(kFound), side<FindPlain>(), 15},
+        {"edit and update 1,000 services", 1.5, side<EditOurs>(kEdited), side<EditPlain>(), 9},
         {"narrow to 100,000 services, open again", 2, side<NarrowOurs>(), side<NarrowPlain>(), 15},
         {"translate the five filters", 0, side<Translate>(true), {}, 9, 100},
         {"translate the five filters again", 0, side<Translate>(false), {}, 9, 100},

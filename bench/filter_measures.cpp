@@ -3,42 +3,17 @@
 #include <charconv>
 #include <cstdlib>
 #include <ctime>
+#include <type_traits>
 #include <utility>
 
 #include "our_window.h"
+#include "plain_server.h"
 #include "plain_stages.h"
-#include "records/frmMain.h"
+#include "server_shop.h"
 #include "shop.h"
 #include "stored_texts.h"
 
 namespace {
-
-class FilterOurs : public Side {
- public:
-    FilterOurs(Shop& shop, int number) : shop_(shop), number_(number) {
-        mainWindow().shop.filter.RefreshAll();
-    }
-    ~FilterOurs() override { mainWindow().shop.filter.RefreshAll(); }
-    void run() override {
-        bool ok = false;
-        mainWindow().shop.filter.ApplyQuickFilter(number_, ok);
-        if (!ok) {
-            std::abort();
-        }
-    }
-    Lines result() override {
-        Lines lines = stagesOf(mainWindow());
-        const std::string suffix = std::to_string(mainWindow().shop.stages.QuerySuffix);
-        for (const char* name : {"QDCustomers", "QDComputers", "QDServices"}) {
-            lines.push_back(shop_.ours().QueryDefs()[name + suffix].SQL());
-        }
-        return lines;
-    }
-
- private:
-    Shop& shop_;
-    int number_;
-};
 
 // The numbers of one kind that have been found: marked, and as the text of their stored query. A number goes
 // into the text again where the row before it had another.
@@ -77,6 +52,8 @@ class FoundNumbers {
     int last_ = -1;
 };
 
+constexpr int kDays = 5;  // ahead of today, in which a service counts as due
+
 // What can be asked cheaply is asked in the statement, so that few rows reach the arithmetic behind it.
 std::string firstQuestion(int number) {
     switch (number) {
@@ -105,21 +82,44 @@ double today() {
     return static_cast<double>((now + local.tm_gmtoff) / 86400 + kFirst);
 }
 
-// One way through the services and one through the index of the computers' owners; then the stages, each by
-// the marks.
+// The statements of a plain program on the file: the arithmetic is its own.
+std::string ownersText(const PlainShop&) {
+    return "SELECT each_row(MachineID, CustID) FROM Computers INDEXED BY ix_Computers_CustID";
+}
+std::string servicesText(const PlainShop&, int number) {
+    return "SELECT each_row(ID, MachineID, ServiceToBeFinished, Price, Discount, GST, Paid) FROM Services "
+           "NOT "
+           "INDEXED WHERE " +
+           firstQuestion(number);
+}
+
+// On a server it would have all of them sent to it: there the server counts.
+std::string ownersText(const PlainServer&) {
+    return "SELECT MachineID, CustID FROM Computers ORDER BY CustID, MachineID";
+}
+std::string servicesText(const PlainServer&, int number) {
+    std::string text = "SELECT ID, MachineID FROM Services WHERE " + firstQuestion(number);
+    if (number >= 3) {
+        text += " AND ServiceToBeFinished<" + std::to_string(static_cast<int>(today()) + kDays + 1);
+    }
+    return text +
+           " AND (1-Discount/100::float8)*(Price/10000::float8)*(1+GST/100::float8)-Paid/10000::float8" +
+           (asksForPaid(number) ? "<=0.1" : ">0.1");
+}
+
+// One way through the services and one through the computers in the order of their owners; then the stages,
+// each by the marks.
+template <class Of>
 class FilterPlain : public Side {
  public:
-    FilterPlain(Shop& shop, int number)
+    template <class Place>
+    FilterPlain(Place& shop, int number)
         : shop_(shop.plain()),
           number_(number),
           texts_(shop.plain(), {"QDCustomers", "QDComputers", "QDServices"}),
           stages_(shop.plain()),
-          owners_(shop.plain(),
-                  "SELECT each_row(MachineID, CustID) FROM Computers INDEXED BY ix_Computers_CustID"),
-          services_(shop.plain(),
-                    "SELECT each_row(ID, MachineID, ServiceToBeFinished, Price, Discount, GST, Paid) FROM "
-                    "Services NOT INDEXED WHERE " +
-                        firstQuestion(number)) {}
+          owners_(shop.plain(), ownersText(shop.plain())),
+          services_(shop.plain(), servicesText(shop.plain(), number)) {}
     void run() override {
         readComputers();
         findServices();
@@ -149,8 +149,8 @@ class FilterPlain : public Side {
     // In order of their clients, as the index holds them.
     void readComputers() {
         computers_.clear();
-        places_.assign(lastNumber("Computers") + 1, 0);
-        shop_.scan(owners_, [this](const Row& row) {
+        places_.assign(lastNumber("Computers", "MachineID") + 1, 0);
+        shop_.scan(owners_, [this](const typename Of::Row& row) {
             places_[static_cast<std::size_t>(row.integer(0))] = static_cast<std::uint32_t>(computers_.size());
             computers_.push_back({static_cast<int>(row.integer(0)), static_cast<int>(row.integer(1)), 0});
         });
@@ -159,17 +159,20 @@ class FilterPlain : public Side {
         found_.clear();
         const double dueBefore = today() + kDays + 1;
         const bool onlyDue = number_ >= 3, paid = asksForPaid(number_);
-        shop_.scan(services_, [&](const Row& row) {
-            if (onlyDue && row.number(2) >= dueBefore) {
-                return;
+        shop_.scan(services_, [&](const typename Of::Row& row) {
+            if constexpr (std::is_same_v<Of, PlainShop>) {
+                if (onlyDue && row.number(2) >= dueBefore) {
+                    return;
+                }
+                const double rest =
+                    (1 - row.number(4) / 100) * (row.number(3) / 10000) * (1 + row.number(5) / 100) -
+                    row.number(6) / 10000;
+                if ((rest > 0.1) == paid) {
+                    return;
+                }
             }
-            const double rest =
-                (1 - row.number(4) / 100) * (row.number(3) / 10000) * (1 + row.number(5) / 100) -
-                row.number(6) / 10000;
-            if ((rest > 0.1) != paid) {
-                found_.push_back(
-                    {static_cast<int>(row.integer(0)), places_[static_cast<std::size_t>(row.integer(1))]});
-            }
+            found_.push_back(
+                {static_cast<int>(row.integer(0)), places_[static_cast<std::size_t>(row.integer(1))]});
         });
     }
     // The services come in order of their numbers; counted by computers they fall into the order of those.
@@ -188,9 +191,9 @@ class FilterPlain : public Side {
     }
     void writeTexts() {
         orderServices();
-        clientsFound_.clear(lastNumber("Customers"));
+        clientsFound_.clear(lastNumber("Customers", "CustID"));
         computersFound_.clear(places_.size());
-        servicesFound_.clear(lastNumber("Services"));
+        servicesFound_.clear(lastNumber("Services", "ID"));
         for (const Service& service : ordered_) {
             const Computer& computer = computers_[service.place];
             servicesFound_.add(service.number);
@@ -202,23 +205,16 @@ class FilterPlain : public Side {
         }
         texts_.write({&clientsFound_.text(), &computersFound_.text(), &servicesFound_.text()});
     }
-    // The highest that a table has given.
-    std::size_t lastNumber(const char* table) {
-        sqlite3_int64 number = 0;
-        last_.bind(1, std::string_view(table));
-        while (last_.next()) {
-            number = last_.row().integer(0);
-        }
-        return static_cast<std::size_t>(number);
+    std::size_t lastNumber(const char* table, const char* key) {
+        const std::string text = std::string("SELECT max(") + key + ") FROM " + table;
+        return static_cast<std::size_t>(shop_.number(text));
     }
 
-    static constexpr int kDays = 5;  // ahead of today, in which a service counts as due
-
-    PlainShop& shop_;
+    Of& shop_;
     int number_;
-    StoredTexts texts_;
-    PlainStages stages_;
-    Statement owners_, services_, last_{shop_, "SELECT seq FROM sqlite_sequence WHERE name=?"};
+    StoredTexts<Of> texts_;
+    PlainStages<Of> stages_;
+    typename Of::Statement owners_, services_;
     std::vector<Computer> computers_;
     std::vector<std::uint32_t> places_;  // of a computer by its number
     std::vector<Service> found_, ordered_;
@@ -236,7 +232,16 @@ std::vector<Measure> filterMeasures() {
     std::vector<Measure> measures;
     for (int number = 0; number < static_cast<int>(kNames.size()); ++number) {
         measures.push_back({kNames[static_cast<std::size_t>(number)], 2, side<FilterOurs>(number),
-                            side<FilterPlain>(number), 15});
+                            side<FilterPlain<PlainShop>>(number), 15});
+    }
+    return measures;
+}
+
+std::vector<MeasureOn<ServerShop>> serverFilterMeasures() {
+    std::vector<MeasureOn<ServerShop>> measures;
+    for (int number = 0; number < static_cast<int>(kNames.size()); ++number) {
+        measures.push_back({kNames[static_cast<std::size_t>(number)], 1.5, side<FilterOurs>(number),
+                            side<FilterPlain<PlainServer>>(number), 7});
     }
     return measures;
 }

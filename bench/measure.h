@@ -24,10 +24,11 @@ class Side {
     virtual Lines result() { return {}; }  // what run() has left; not timed
 };
 
-// The same answer got by us and by a program written straight onto the C API of the same library, each on a
-// file of its own.
-struct Measure {
-    using Make = std::function<std::unique_ptr<Side>(Shop&)>;
+// The same answer got by us and by a program written straight onto the C API of the same library, each on
+// records of its own. `Place` is the shop that both are measured on.
+template <class Place>
+struct MeasureOn {
+    using Make = std::function<std::unique_ptr<Side>(Place&)>;
 
     std::string name;
     double target = 0;  // ours divided by plain should not be above this; 0: there is no target
@@ -36,10 +37,12 @@ struct Measure {
     int pairs = 15;  // turns that each side takes
     int runs = 1;    // in one turn, where a single one is too short to be timed
 };
+using Measure = MeasureOn<Shop>;
 
+// What makes a side: on whatever shop it takes.
 template <class Of, class... With>
-Measure::Make side(With... with) {
-    return [=](Shop& shop) { return std::make_unique<Of>(shop, with...); };
+auto side(With... with) {
+    return [=](auto& shop) -> std::unique_ptr<Side> { return std::make_unique<Of>(shop, with...); };
 }
 
 std::vector<Measure> engineMeasures();

@@ -4,6 +4,8 @@
 #include <memory>
 
 #include "common/modMain.h"
+#include "measured_shop.h"
+#include "platform/dao/dao.h"
 #include "records/frmMain.h"
 #include "shell/program_windows.h"
 
@@ -65,6 +67,31 @@ Lines stagesOf(const frmMain& window) {
     Lines lines = entriesOf(*window.controls.Combo1[0]);
     for (const Lines& more : {entriesOf(*window.controls.Combo1[1]), rowsOf(*window.controls.ListView1)}) {
         lines.insert(lines.end(), more.begin(), more.end());
+    }
+    return lines;
+}
+
+FilterOurs::FilterOurs(MeasuredShop& shop, int number) : shop_(shop), number_(number) {
+    mainWindow().shop.filter.RefreshAll();
+}
+
+FilterOurs::~FilterOurs() {
+    mainWindow().shop.filter.RefreshAll();
+}
+
+void FilterOurs::run() {
+    bool ok = false;
+    mainWindow().shop.filter.ApplyQuickFilter(number_, ok);
+    if (!ok) {
+        std::abort();
+    }
+}
+
+Lines FilterOurs::result() {
+    Lines lines = stagesOf(mainWindow());
+    const std::string suffix = std::to_string(mainWindow().shop.stages.QuerySuffix);
+    for (const char* name : {"QDCustomers", "QDComputers", "QDServices"}) {
+        lines.push_back(shop_.ours().QueryDefs()[name + suffix].SQL());
     }
     return lines;
 }

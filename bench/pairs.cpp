@@ -29,12 +29,16 @@ double median(std::vector<double> numbers) {
     return *middle;
 }
 
-Figures alone(const Measure& measure, Side& ours) {
+double least(const std::vector<double>& numbers) {
+    return *std::min_element(numbers.begin(), numbers.end());
+}
+
+Figures alone(const Turns& turns, Side& ours) {
     std::vector<double> taken;
-    for (int i = 0; i < measure.pairs; ++i) {
-        taken.push_back(turn(ours, measure.runs));
+    for (int i = 0; i < turns.pairs; ++i) {
+        taken.push_back(turn(ours, turns.runs));
     }
-    return {median(taken), 0, 0};
+    return {median(taken), 0, 0, least(taken), 0};
 }
 
 }  // namespace
@@ -43,23 +47,23 @@ void timeBy(Clock clock) {
     theClock = clock == Clock::Processor ? CLOCK_PROCESS_CPUTIME_ID : CLOCK_MONOTONIC;
 }
 
-Figures takeTurns(const Measure& measure, Shop& shop) {
-    const std::unique_ptr<Side> ours = measure.ours(shop);
-    turn(*ours, measure.runs);
-    if (!measure.plain) {
-        return alone(measure, *ours);
+Figures takeTurns(const Turns& turns, const MakeSide& makeOurs, const MakeSide& makePlain) {
+    const std::unique_ptr<Side> ours = makeOurs();
+    turn(*ours, turns.runs);
+    if (!makePlain) {
+        return alone(turns, *ours);
     }
-    const std::unique_ptr<Side> plain = measure.plain(shop);
-    turn(*plain, measure.runs);
-    checkEqual(measure.name, ours->result(), plain->result());
+    const std::unique_ptr<Side> plain = makePlain();
+    turn(*plain, turns.runs);
+    checkEqual(turns.name, ours->result(), plain->result());
     std::vector<double> oursTaken, plainTaken, ratios;
-    for (int i = 0; i < measure.pairs; ++i) {
-        oursTaken.push_back(turn(*ours, measure.runs));
-        plainTaken.push_back(turn(*plain, measure.runs));
+    for (int i = 0; i < turns.pairs; ++i) {
+        oursTaken.push_back(turn(*ours, turns.runs));
+        plainTaken.push_back(turn(*plain, turns.runs));
         ratios.push_back(oursTaken.back() / plainTaken.back());
     }
-    checkEqual(measure.name, ours->result(), plain->result());
-    return {median(oursTaken), median(plainTaken), median(ratios)};
+    checkEqual(turns.name, ours->result(), plain->result());
+    return {median(oursTaken), median(plainTaken), median(ratios), least(oursTaken), least(plainTaken)};
 }
 
 void checkEqual(const std::string& what, const Lines& ours, const Lines& plain) {

@@ -64,6 +64,9 @@ class Statement {
 // setting that bears on speed is the same as ours: cipher, journal, safety of a commit, page cache.
 class PlainShop {
  public:
+    using Row = ::Row;
+    using Statement = ::Statement;
+
     explicit PlainShop(const std::string& path);
     ~PlainShop();
     PlainShop(const PlainShop&) = delete;
@@ -78,6 +81,8 @@ class PlainShop {
     // the library calls the program for each row, in the order in which it comes upon them, and need not be
     // left and entered again.
     void scan(Statement& statement, const Visit& visit);
+    // The columns as such a statement asks for them.
+    static std::string each(const std::string& columns) { return "each_row(" + columns + ')'; }
 
  private:
     static void eachRow(sqlite3_context* context, int count, sqlite3_value** values);

@@ -3,6 +3,8 @@
 #include <cmath>
 
 #include "common/modMain.h"
+#include "plain_server.h"
+#include "plain_shop.h"
 
 namespace {
 
@@ -54,23 +56,26 @@ constexpr std::size_t kFew = 8;  // one in so many
 
 // --- Services.
 
-const std::string PlainServices::kStatement =
+template <class Of>
+const std::string PlainServices<Of>::kStatement =
     "SELECT ID, ServiceStarted, ServiceToBeFinished, ServiceFinished, Price, Discount, GST, Paid, "
     "ServiceTypes, "
     "Comments FROM Services WHERE MachineID=?";
 
-void PlainServices::read(Statement& services, int computer, const Marks* only) {
+template <class Of>
+void PlainServices<Of>::read(typename Of::Statement& services, int computer, const Marks* only) {
     cells_.clear();
     services.bind(1, computer);
     while (services.next()) {
-        const Row row = services.row();
+        const typename Of::Row row = services.row();
         if (only == nullptr || (*only)[static_cast<std::size_t>(row.integer(0))] != 0) {
             add(row);
         }
     }
 }
 
-void PlainServices::add(const Row& row) {
+template <class Of>
+void PlainServices<Of>::add(const typename Of::Row& row) {
     const double finished = row.number(3), discount = row.number(5), tax = row.number(6);
     const std::int64_t price = shown(row.integer(4)), paid = shown(row.integer(7));
     appendNumber(cells_.text() += 'K', row.integer(0));
@@ -92,15 +97,17 @@ void PlainServices::add(const Row& row) {
 
 // --- The stages.
 
-PlainStages::PlainStages(PlainShop& shop)
+template <class Of>
+PlainStages<Of>::PlainStages(Of& shop)
     : shop_(shop),
-      allClients_(shop, std::string("SELECT each_row(") + kClientColumns + ") FROM Customers"),
+      allClients_(shop, "SELECT " + Of::each(kClientColumns) + " FROM Customers"),
       oneClient_(shop, std::string("SELECT ") + kClientColumns + " FROM Customers WHERE CustID=?"),
       computersOfClient_(shop,
                          "SELECT MachineID, MachineName FROM Computers WHERE CustID=? ORDER BY MachineID"),
-      servicesOfComputer_(shop, PlainServices::kStatement + " ORDER BY ID") {}
+      servicesOfComputer_(shop, PlainServices<Of>::kStatement + " ORDER BY ID") {}
 
-void PlainStages::addClient(const Row& row) {
+template <class Of>
+void PlainStages<Of>::addClient(const typename Of::Row& row) {
     const int number = static_cast<int>(row.integer(0));
     if (client_ < 0) {
         client_ = number;
@@ -120,7 +127,8 @@ void PlainStages::addClient(const Row& row) {
     clients_.end(number);
 }
 
-void PlainStages::readClients(const Marks* only, std::size_t count) {
+template <class Of>
+void PlainStages<Of>::readClients(const Marks* only, std::size_t count) {
     clients_.clear();
     client_ = -1;
     if (only != nullptr && count < only->size() / kFew) {
@@ -128,13 +136,13 @@ void PlainStages::readClients(const Marks* only, std::size_t count) {
             if ((*only)[number] == 0) {
                 continue;
             }
-            oneClient_.bind(1, static_cast<sqlite3_int64>(number));
+            oneClient_.bind(1, static_cast<std::int64_t>(number));
             while (oneClient_.next()) {
                 addClient(oneClient_.row());
             }
         }
     } else {
-        shop_.scan(allClients_, [&](const Row& row) {
+        shop_.scan(allClients_, [&](const typename Of::Row& row) {
             if (only == nullptr || (*only)[static_cast<std::size_t>(row.integer(0))] != 0) {
                 addClient(row);
             }
@@ -143,12 +151,13 @@ void PlainStages::readClients(const Marks* only, std::size_t count) {
     clients_.sort();
 }
 
-void PlainStages::readComputers(const Marks* only) {
+template <class Of>
+void PlainStages<Of>::readComputers(const Marks* only) {
     computers_.clear();
     computer_ = -1;
     computersOfClient_.bind(1, client_);
     while (computersOfClient_.next()) {
-        const Row row = computersOfClient_.row();
+        const typename Of::Row row = computersOfClient_.row();
         const int number = static_cast<int>(row.integer(0));
         if (only != nullptr && (*only)[static_cast<std::size_t>(number)] == 0) {
             continue;
@@ -162,14 +171,21 @@ void PlainStages::readComputers(const Marks* only) {
     computers_.sort();
 }
 
-void PlainStages::readServices(const Marks* only) {
+template <class Of>
+void PlainStages<Of>::readServices(const Marks* only) {
     services_.read(servicesOfComputer_, computer_, only);
 }
 
-Lines PlainStages::result() const {
+template <class Of>
+Lines PlainStages<Of>::result() const {
     Lines lines = clients();
     for (const Lines& more : {computers_.lines(computers_.entryOf(computer_)), services_.result()}) {
         lines.insert(lines.end(), more.begin(), more.end());
     }
     return lines;
 }
+
+template class PlainServices<PlainShop>;
+template class PlainServices<PlainServer>;
+template class PlainStages<PlainShop>;
+template class PlainStages<PlainServer>;

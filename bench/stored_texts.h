@@ -1,15 +1,20 @@
 #pragma once
 
+#include <cstdint>
 #include <initializer_list>
 #include <string>
 #include <vector>
 
-#include "plain_shop.h"
+#include "measure.h"
+
+class PlainShop;
+class PlainServer;
 
 // Stored queries of the plain side, in the table that ours are kept in: there from construction to the end.
+template <class Of>
 class StoredTexts {
  public:
-    StoredTexts(PlainShop& shop, std::initializer_list<const char*> names);
+    StoredTexts(Of& shop, std::initializer_list<const char*> names);
     ~StoredTexts();
     StoredTexts(const StoredTexts&) = delete;
     StoredTexts& operator=(const StoredTexts&) = delete;
@@ -19,8 +24,8 @@ class StoredTexts {
     Lines read() const;
 
  private:
-    PlainShop& shop_;
+    Of& shop_;
     std::vector<std::string> names_;
-    Statement begin_, write_, commit_;
-    sqlite3_int64 version_ = 0;
+    typename Of::Statement begin_, write_, commit_;
+    std::int64_t version_ = 0;
 };

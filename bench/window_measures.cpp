@@ -1,5 +1,6 @@
 // The main window's selector and list: filling, sorting, refreshing.
 #include "our_window.h"
+#include "plain_shop.h"
 #include "plain_stages.h"
 #include "records/frmMain.h"
 #include "shop.h"
@@ -22,7 +23,7 @@ class ClientsPlain : public Side {
     Lines result() override { return stages_.clients(); }
 
  private:
-    PlainStages stages_;
+    PlainStages<PlainShop> stages_;
 };
 
 // --- The 1,000 services of the busiest computer, with every cell, also those that nobody sees.
@@ -68,14 +69,15 @@ class ListOurs : public Side {
 class ListPlain : public Side {
  public:
     explicit ListPlain(Shop& shop)
-        : computer_(busiestComputer(shop)), rows_(shop.plain(), PlainServices::kStatement + " ORDER BY ID") {}
+        : computer_(busiestComputer(shop)),
+          rows_(shop.plain(), PlainServices<PlainShop>::kStatement + " ORDER BY ID") {}
     void run() override { services_.read(rows_, computer_, nullptr); }
     Lines result() override { return services_.result(); }
 
  private:
     int computer_;
     Statement rows_;
-    PlainServices services_;
+    PlainServices<PlainShop> services_;
 };
 
 // --- Sorting those services by a column, one direction after the other. They are read anew: what another
@@ -109,8 +111,10 @@ class SortPlain : public Side {
  public:
     SortPlain(Shop& shop, int column)
         : computer_(busiestComputer(shop)),
-          upwards_(shop.plain(), PlainServices::kStatement + " ORDER BY " + kFields[column] + " ASC"),
-          downwards_(shop.plain(), PlainServices::kStatement + " ORDER BY " + kFields[column] + " DESC"),
+          upwards_(shop.plain(),
+                   PlainServices<PlainShop>::kStatement + " ORDER BY " + kFields[column] + " ASC"),
+          downwards_(shop.plain(),
+                     PlainServices<PlainShop>::kStatement + " ORDER BY " + kFields[column] + " DESC"),
           down_(column == kUsualColumn) {}
     void run() override {
         services_.read(down_ ? downwards_ : upwards_, computer_, nullptr);
@@ -121,7 +125,7 @@ class SortPlain : public Side {
  private:
     int computer_;
     Statement upwards_, downwards_;
-    PlainServices services_;
+    PlainServices<PlainShop> services_;
     bool down_;
 };
 
@@ -146,7 +150,7 @@ class RefreshPlain : public Side {
     Lines result() override { return stages_.result(); }
 
  private:
-    PlainStages stages_;
+    PlainStages<PlainShop> stages_;
 };
 
 }  // namespace
