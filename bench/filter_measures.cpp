@@ -104,7 +104,7 @@ std::string servicesText(const PlainServer&, int number) {
     }
     return text +
            " AND (1-Discount/100::float8)*(Price/10000::float8)*(1+GST/100::float8)-Paid/10000::float8" +
-           (asksForPaid(number) ? "<=0.1" : ">0.1");
+           (asksForPaid(number) ? "<=0.1" : ">0.1") + " ORDER BY ID";
 }
 
 // One way through the services and one through the computers in the order of their owners; then the stages,

@@ -58,9 +58,8 @@ double PlainServer::Row::number(int column) const {
                        ? static_cast<double>(std::bit_cast<float>(read<std::uint32_t>(bytes)))
                        : static_cast<double>(integer(column));
         case 8:
-            return PQftype(answer_, column) == kInteger8
-                       ? static_cast<double>(integer(column))
-                       : std::bit_cast<double>(read<std::uint64_t>(bytes));
+            return PQftype(answer_, column) == kInteger8 ? static_cast<double>(integer(column))
+                                                         : std::bit_cast<double>(read<std::uint64_t>(bytes));
         default:
             return 0;
     }
@@ -99,8 +98,8 @@ PlainServer::Statement& PlainServer::Statement::prepare() {
     for (const Bound& bound : bound_) {
         types.push_back(bound.type);
     }
-    PGresult* const made = PQprepare(shop_.handle(), name_.c_str(), text_.c_str(),
-                                     static_cast<int>(types.size()), types.data());
+    PGresult* const made =
+        PQprepare(shop_.handle(), name_.c_str(), text_.c_str(), static_cast<int>(types.size()), types.data());
     if (PQresultStatus(made) != PGRES_COMMAND_OK) {
         shop_.die(text_);
     }
@@ -139,7 +138,8 @@ PGresult* PlainServer::Statement::ask() {
 }
 
 void PlainServer::Statement::send() {
-    const int sent = with([this](int count, const char* const* values, const int* lengths, const int* formats) {
+    const int sent = with([this](int count, const char* const* values, const int* lengths,
+                                 const int* formats) {
         return PQsendQueryPrepared(shop_.handle(), name_.c_str(), count, values, lengths, formats, kBinary);
     });
     if (sent == 0) {

@@ -11,9 +11,9 @@
 
 #include "measure.h"
 
-// A shop on a server as a program uses it that knows nothing of ours: through the server's own C library, with
-// prepared statements, and values both ways as the server itself holds them. Its tables and columns are named
-// in small letters. Whatever fails ends the program.
+// A shop on a server as a program uses it that knows nothing of ours: through the server's own C library,
+// with prepared statements, and values both ways as the server itself holds them. Its tables and columns are
+// named in small letters. Whatever fails ends the program.
 class PlainServer {
  public:
     // A row of an answer: columns from 0, Null as nothing.
@@ -82,6 +82,7 @@ class PlainServer {
     using Visit = std::function<void(const Row&)>;
     void scan(Statement& statement, const Visit& visit) const;
     static std::string each(const std::string& columns) { return columns; }
+    static std::string inOrder(const std::string& key) { return " ORDER BY " + key; }
 
     // Ends a stretch of a pipeline, and waits for all its answers. How many rows the last one changed.
     int finish() const;

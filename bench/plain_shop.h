@@ -83,6 +83,7 @@ class PlainShop {
     void scan(Statement& statement, const Visit& visit);
     // The columns as such a statement asks for them.
     static std::string each(const std::string& columns) { return "each_row(" + columns + ')'; }
+    static std::string inOrder(const std::string&) { return {}; }  // as they lie in the file
 
  private:
     static void eachRow(sqlite3_context* context, int count, sqlite3_value** values);

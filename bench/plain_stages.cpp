@@ -100,7 +100,7 @@ void PlainServices<Of>::add(const typename Of::Row& row) {
 template <class Of>
 PlainStages<Of>::PlainStages(Of& shop)
     : shop_(shop),
-      allClients_(shop, "SELECT " + Of::each(kClientColumns) + " FROM Customers"),
+      allClients_(shop, "SELECT " + Of::each(kClientColumns) + " FROM Customers" + Of::inOrder("CustID")),
       oneClient_(shop, std::string("SELECT ") + kClientColumns + " FROM Customers WHERE CustID=?"),
       computersOfClient_(shop,
                          "SELECT MachineID, MachineName FROM Computers WHERE CustID=? ORDER BY MachineID"),

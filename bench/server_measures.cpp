@@ -83,7 +83,11 @@ class FindPlain : public Side {
 class PlainChange {
  public:
     PlainChange(const PlainServer& shop, const std::string& read, const std::string& write)
-        : shop_(shop), begin_(shop, "BEGIN"), read_(shop, read), write_(shop, write), commit_(shop, "COMMIT") {
+        : shop_(shop),
+          begin_(shop, "BEGIN"),
+          read_(shop, read),
+          write_(shop, write),
+          commit_(shop, "COMMIT") {
         PQexitPipelineMode(shop.handle());
         begin_.prepare();
         read_.bind(1, std::int64_t{0}).prepare();
@@ -143,8 +147,7 @@ class DrawPlain : public Side {
         if (!takeOne_) {
             takeOne_.emplace(shop_, "SELECT Stanje FROM Oprema WHERE ID=? FOR NO KEY UPDATE",
                              "UPDATE Oprema SET Stanje=Stanje-1 WHERE ID=?");
-            const std::string row =
-                " WHERE ServiceID=" + std::to_string(service_) + " AND OpremaID=?";
+            const std::string row = " WHERE ServiceID=" + std::to_string(service_) + " AND OpremaID=?";
             addOne_.emplace(shop_, "SELECT Stanje, SN FROM InvoiceData" + row + " FOR NO KEY UPDATE",
                             "UPDATE InvoiceData SET Stanje=Stanje+1, SN='S', JM='Kom.'" + row);
         }
@@ -156,10 +159,9 @@ class DrawPlain : public Side {
         addOne_.reset();
         takeOne_.reset();
         const std::string product = std::to_string(drawn_);
-        PlainServer::Statement row(
-            shop_, "SELECT (SELECT Stanje FROM Oprema WHERE ID=" + product +
-                       "), Stanje, SN, JM FROM InvoiceData WHERE ServiceID=" + std::to_string(service_) +
-                       " AND OpremaID=" + product);
+        PlainServer::Statement row(shop_, "SELECT (SELECT Stanje FROM Oprema WHERE ID=" + product +
+                                              "), Stanje, SN, JM FROM InvoiceData WHERE ServiceID=" +
+                                              std::to_string(service_) + " AND OpremaID=" + product);
         row.next();
         return drawnRow(row.row().number(0), row.row().number(1), row.row().text(2), row.row().text(3));
     }

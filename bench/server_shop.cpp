@@ -20,7 +20,8 @@ std::string placeOf(const dao::postgres::Address& server, const char* database) 
 }
 
 bool isThere(const PlainServer& server, const char* database) {
-    return server.number(std::string("SELECT count(*) FROM pg_database WHERE datname='") + database + "'") != 0;
+    return server.number(std::string("SELECT count(*) FROM pg_database WHERE datname='") + database + "'") !=
+           0;
 }
 
 // A shop that has just been moved has no statistics yet, and no rows known to be seen by all: after a night
@@ -87,9 +88,11 @@ Lines rowsOn(const PlainServer& shop) {
     Lines lines;
     while (tables.next()) {
         const std::string name(tables.row().text(0));
-        PlainServer::Statement sum(shop,
-                                   "SELECT count(*)||' rows, '||coalesce(sum(hashtextextended(t::text, 0)), 0) "
-                                   "FROM " + name + " AS t");
+        PlainServer::Statement sum(
+            shop,
+            "SELECT count(*)||' rows, '||coalesce(sum(hashtextextended(t::text, 0)), 0) "
+            "FROM " +
+                name + " AS t");
         while (sum.next()) {
             lines.emplace_back(sum.row().text(0));
         }
