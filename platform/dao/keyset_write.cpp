@@ -14,6 +14,25 @@ std::size_t characters(std::string_view text) {
         text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
 }
 
+// A row that somebody is just editing is not taken away under his hands: deleting it waits as an Edit of it
+// would.
+void deleteRow(OpenFile& in, const RowName& row) {
+    const EditedRows rows{row};
+    in.lockForEdit(rows);
+    try {
+        in.write(
+            [&] {
+                if (!in.store().deleteRow(row.table, row.key)) {
+                    fail(errRecordDeleted);
+                }
+            },
+            &rows);
+    } catch (...) {
+        in.unlockEdit(rows);
+        throw;
+    }
+}
+
 }  // namespace
 
 bool Keyset::Updatable() const {
@@ -320,11 +339,7 @@ void Keyset::Delete() {
     if (key == driver::kNoRow) {
         fail(errCannotUpdate);
     }
-    in.write([&] {
-        if (!in.store().deleteRow(select().sources[static_cast<std::size_t>(unique())].table, key)) {
-            fail(errRecordDeleted);
-        }
-    });
+    deleteRow(in, {select().sources[static_cast<std::size_t>(unique())].table, key});
     keys_.erase(row);
     dropBlock();
     lastFetched_ = kMissing;

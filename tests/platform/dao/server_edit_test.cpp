@@ -84,6 +84,25 @@ TEST_F(ServerEditTest, ARowThatAStatementDeletedSinceTheEditIsSaidToBeGone) {
     EXPECT_EQ(errorOf([&] { set.Update(); }), errRecordDeleted);
 }
 
+TEST_F(ServerEditTest, ARowThatSomebodyIsEditingIsNotDeletedUnderHisHands) {
+    Child other(editing());
+    ASSERT_EQ(other.hear(), "editing");
+    DBEngine::setLockTimeout(300);
+    Database here = openShop(path);
+    Recordset set = here.OpenRecordset("Oprema");
+    EXPECT_EQ(errorOf([&] { set.Delete(); }), errLocked);
+    EXPECT_EQ(set["ID"].asLong(), 1) << "the row stays, and is the current one";
+    EXPECT_EQ(errorOf([&] { set.Edit(); }), errLocked) << "the failed try has let the other's lock alone";
+    other.tell("go");
+    EXPECT_EQ(other.wait(), 0);
+    set.Delete();
+    EXPECT_EQ(numbers(here.OpenRecordset("Oprema"), "ID"), std::vector<int>({2, 3}));
+    Child next(editing());
+    ASSERT_EQ(next.hear(), "editing") << "what was deleted leaves no lock behind";
+    next.tell("go");
+    EXPECT_EQ(next.wait(), 0);
+}
+
 // A transaction that is open on one workstation holds what it wrote, and nothing else.
 TEST_F(ServerEditTest, ATransactionKeepsOthersFromItsOwnRowsOnly) {
     Child other([this](Child& child) {
