@@ -1,7 +1,5 @@
 #pragma once
 
-#include <fcntl.h>
-
 #include <QApplication>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -16,6 +14,7 @@
 #include "catalogue/frmKonfigInput.h"
 #include "support/modal.h"
 #include "support/second_process.h"
+#include "support/shop_hold.h"
 
 // The catalogue's commands, with a person at the entry window of a product and a colleague at another
 // workstation.
@@ -128,34 +127,11 @@ class CatalogueCommands : public CatalogueWindow {
         });
     }
     // One who begins to write and does not end.
-    std::unique_ptr<SecondProcess> slowColleague() {
-        return std::make_unique<SecondProcess>([this](const SecondProcess::Side& side) {
-            side.untilReleased();
-            dao::Database file = open();
-            dao::DBEngine::BeginTrans();
-            file.Execute("UPDATE JM SET Naziv='x'");
-            side.ready();
-            side.untilReleased();
-            dao::DBEngine::Rollback();
-        });
-    }
-    // One who is just writing his pages out: until he is let go, nobody reads any. Released once to begin and
-    // once to end.
+    std::unique_ptr<SecondProcess> slowColleague() { return holding(tests::ShopHold::Against::Writers); }
+    // One who is just writing out what he has: until he is let go, nobody reads any of it. Released once to
+    // begin and once to end.
     std::unique_ptr<SecondProcess> committingColleague() {
-        return std::make_unique<SecondProcess>([this](const SecondProcess::Side& side) {
-            side.untilReleased();
-            const int file = ::open(databaseFile().toLocal8Bit().constData(), O_RDWR);
-            struct flock all = {};
-            all.l_type = F_WRLCK;
-            all.l_whence = SEEK_SET;
-            all.l_start = kLockBytes;
-            all.l_len = kLockLength;
-            if (file < 0 || fcntl(file, F_SETLKW, &all) != 0) {
-                throw std::runtime_error("no lock");
-            }
-            side.ready();
-            side.untilReleased();
-        });
+        return holding(tests::ShopHold::Against::Readers);
     }
     static void act(SecondProcess& other) {
         other.release();
@@ -216,9 +192,14 @@ class CatalogueCommands : public CatalogueWindow {
     }
 
  private:
-    // Where the workstations meet in the file: the bytes that a writer takes for himself, and how many.
-    static constexpr off_t kLockBytes = 0x40000000, kLockLength = 512;
-
+    std::unique_ptr<SecondProcess> holding(tests::ShopHold::Against against) {
+        return std::make_unique<SecondProcess>([this, against](const SecondProcess::Side& side) {
+            side.untilReleased();
+            const tests::ShopHold hold(databaseFile().toStdString(), against);
+            side.ready();
+            side.untilReleased();
+        });
+    }
     dao::Database open() const {
         return dao::DBEngine::OpenDatabase(databaseFile().toStdString(), false, false,
                                            connectText().toStdString());

@@ -199,7 +199,9 @@ TEST_F(ProductInput, NoUnitsNoProduct) {
     EXPECT_TRUE(boxes.asked.isEmpty());
 }
 
-TEST_F(ProductInput, UnitsThatCannotBeReadAreTold) {
+class FileOfProductInput : public ProductInput {};
+
+TEST_F(FileOfProductInput, UnitsThatCannotBeReadAreTold) {
     closeDatabases();  // nobody in this process knows the password any more
     show([&] { click(2); });
     ASSERT_EQ(boxes.asked.size(), 1);

@@ -19,14 +19,10 @@ class SessionOnServerTest : public SessionFixture {
         SessionFixture::SetUp();
         addClient("Peric");
         closeDatabases();
-        dao::moveToServer(file(), connect(), placeOf(database));
+        dao::moveToServer(file(), connect(), tests::placeWords(database.place()));
         ASSERT_TRUE(dao::DBEngine::IsOnServer(file()));
     }
 
-    static std::string placeOf(const tests::ServerDatabase& on) {
-        const dao::postgres::Address place = on.place();
-        return "host='" + place.host + "' dbname='" + place.dbname + "' user='" + place.user + "'";
-    }
     int clientsInBackup(const std::string& surname) {
         dao::Database copy = dao::DBEngine::OpenDatabase(backup().toStdString(), false, true, connect());
         return static_cast<int>(
@@ -110,7 +106,7 @@ TEST_F(SessionOnServerTest, TheBackupOfAnotherShopIsNotTakenForOnesOwn) {
     const tests::ServerDatabase twin;
     const QString second = path("Second.mdb");
     ASSERT_TRUE(QFile::copy(path("Tarvello.before-server.mdb"), second));
-    dao::moveToServer(second.toStdString(), connect(), placeOf(twin));
+    dao::moveToServer(second.toStdString(), connect(), tests::placeWords(twin.place()));
     ASSERT_TRUE(QFile::remove(databaseFile()));
     ASSERT_TRUE(QFile::copy(second, databaseFile()));
     makeBackup();

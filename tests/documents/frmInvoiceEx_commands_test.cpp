@@ -30,6 +30,24 @@ class RequisitionCommands : public RequisitionWindow {
     std::string inList(int product) {
         return "SELECT * FROM InvoiceData WHERE OpremaID=" + std::to_string(product);
     }
+    // Another workstation that is editing both rows, until it is released. Nothing may be open here yet.
+    std::unique_ptr<SecondProcess> otherEditing() {
+        closeDatabases();
+        const std::string file = databaseFile().toStdString(), connect = connectText().toStdString();
+        return std::make_unique<SecondProcess>([file, connect](const SecondProcess::Side& side) {
+            dao::Database database = dao::DBEngine::OpenDatabase(file, false, false, connect);
+            dao::Recordset first = database.OpenRecordset("SELECT * FROM InvoiceData");
+            dao::Recordset second = database.OpenRecordset("SELECT * FROM InvoiceData");
+            second.MoveNext();
+            first.Edit();
+            second.Edit();
+            side.ready();
+            side.untilReleased();
+            first.CancelUpdate();
+            second.CancelUpdate();
+            side.ready();
+        });
+    }
     // What the window of critical products holds when it comes up; it is shut then.
     void readProblems() {
         QTimer::singleShot(50, &win(), [this] {
@@ -140,18 +158,8 @@ TEST_F(RequisitionCommands, StockThatAnotherHasChangedMeanwhileIsAddedTo) {
 }
 
 TEST_F(RequisitionCommands, ARowThatIsLockedStaysAndStockIsNotTouched) {
-    closeDatabases();
-    const std::string file = databaseFile().toStdString(), connect = connectText().toStdString();
-    SecondProcess other([&](const SecondProcess::Side& side) {
-        dao::Database database = dao::DBEngine::OpenDatabase(file, false, false, connect);
-        dao::Recordset rows = database.OpenRecordset("SELECT * FROM InvoiceData");
-        rows.Edit();
-        side.ready();
-        side.untilReleased();
-        rows.CancelUpdate();
-        side.ready();
-    });
-    ASSERT_TRUE(other.waitReady());
+    const auto other = otherEditing();
+    ASSERT_TRUE(other->waitReady());
     dao::DBEngine::setLockTimeout(50);
     show([&] {
         clickRow(key(disk));
@@ -164,8 +172,8 @@ TEST_F(RequisitionCommands, ARowThatIsLockedStaysAndStockIsNotTouched) {
         EXPECT_TRUE(
             boxes.asked[1].text.endsWith("\nOccured in procedure TrebovanjeDeleteAll of Form frmInvoiceEx"));
         EXPECT_EQ(names(), "Disk,Ploca");
-        other.release();
-        ASSERT_TRUE(other.waitReady());
+        other->release();
+        ASSERT_TRUE(other->waitReady());
         press(Qt::Key_Delete);
         EXPECT_EQ(names(), "Ploca");
     });
@@ -177,26 +185,16 @@ TEST_F(RequisitionCommands, ARowThatIsLockedStaysAndStockIsNotTouched) {
 // The colleague lets go between the failed deletion and the stock: what stays drawn must not be in stock too.
 TEST_F(RequisitionCommands, ARowThatCouldNotBeDeletedIsNotGivenBackEvenWhereTheStockCouldBeWritten) {
     for (const Qt::KeyboardModifiers modifiers : {Qt::NoModifier, Qt::ShiftModifier}) {
-        closeDatabases();
-        const std::string file = databaseFile().toStdString(), connect = connectText().toStdString();
-        SecondProcess other([&](const SecondProcess::Side& side) {
-            dao::Database database = dao::DBEngine::OpenDatabase(file, false, false, connect);
-            dao::Recordset rows = database.OpenRecordset("SELECT * FROM InvoiceData");
-            rows.Edit();
-            side.ready();
-            side.untilReleased();
-            rows.CancelUpdate();
-            side.ready();
-        });
-        ASSERT_TRUE(other.waitReady());
+        const auto other = otherEditing();
+        ASSERT_TRUE(other->waitReady());
         dao::DBEngine::setLockTimeout(50);
         boxes.asked.clear();
         show([&] {
             clickRow(key(disk));
             bool released = false;
             QTimer::singleShot(0, &win(), [&] {  // the list's filling lets what waits have its turn
-                other.release();
-                released = other.waitReady();
+                other->release();
+                released = other->waitReady();
             });
             press(Qt::Key_Delete, modifiers);
             EXPECT_TRUE(released);
@@ -208,6 +206,7 @@ TEST_F(RequisitionCommands, ARowThatCouldNotBeDeletedIsNotGivenBackEvenWhereTheS
         EXPECT_EQ(stockOf(disk), 5.0F);
         EXPECT_EQ(stockOf(ploca), 1.5F);
         EXPECT_EQ(drawn(), 2);
+        unload();
     }
 }
 

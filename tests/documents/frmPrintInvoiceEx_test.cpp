@@ -483,7 +483,7 @@ TEST_F(FrmPrintInvoiceExTest, WithoutTheTableOrItsRowTheNumberIsRefused) {
 }
 
 TEST_F(FrmPrintInvoiceExTest, AnUnreadableDatabaseIsToldAndTheWindowOpens) {
-    dao::DBEngine::DeleteDatabase(databaseFile().toStdString());
+    QFile::remove(databaseFile());
     proForma([&] { EXPECT_EQ(command(2)->text(), "0"); });
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_TRUE(boxes.lastText().startsWith("[3024] ")) << boxes.lastText().toStdString();

@@ -1,22 +1,19 @@
 #pragma once
 
-#include "platform/dao/database.h"
 #include "platform/dao/dbengine.h"
 #include "support/second_process.h"
+#include "support/shop_hold.h"
 
-// A colleague whose program is writing into the file, from hold() to letGo(): nothing else can be written
+// A colleague whose program is writing into the shop, from hold() to letGo(): nothing else can be written
 // meanwhile. Made before the test opens the file. The test's own program waits for a short time only.
 class BusyColleague {
  public:
-    BusyColleague(const QString& file, const QString& connect)
-        : process_([path = file.toStdString(), word = connect.toStdString()](const auto& side) {
+    explicit BusyColleague(const QString& file)
+        : process_([path = file.toStdString()](const auto& side) {
               side.untilReleased();
-              dao::Database database = dao::DBEngine::OpenDatabase(path, false, false, word);
-              dao::DBEngine::BeginTrans();
-              database.Execute("UPDATE JM SET Naziv='x'");
+              const tests::ShopHold hold(path, tests::ShopHold::Against::Writers);
               side.ready();
               side.untilReleased();
-              dao::DBEngine::Rollback();
           }) {}
     ~BusyColleague() { dao::DBEngine::setLockTimeout(kUsualWait); }
     BusyColleague(const BusyColleague&) = delete;

@@ -21,7 +21,7 @@ class FailedSave : public MainWindow {
  protected:
     void SetUp() override {
         MainWindow::SetUp();
-        colleague = std::make_unique<BusyColleague>(databaseFile(), connectText());
+        colleague = std::make_unique<BusyColleague>(databaseFile());
     }
     void TearDown() override {
         colleague.reset();

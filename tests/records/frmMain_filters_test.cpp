@@ -432,7 +432,9 @@ TEST_F(Filters, FailureAtTheBeginningKeepsTheFilterInForce) {
 
 // --- How much, and who else.
 
-TEST_F(Filters, HundredThousandServicesAreNarrowedTo) {
+class HugeShop : public Filters {};
+
+TEST_F(HugeShop, HundredThousandServicesAreNarrowedTo) {
     const int computer = addComputer(addClient("Anic", "Vesna"), "Desk");
     openDatabase();
     dao::DBEngine::BeginTrans();

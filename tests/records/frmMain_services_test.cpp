@@ -789,7 +789,7 @@ TEST_F(Services, ServiceThatCouldNotBeWrittenHoldsNoLock) {
 }
 
 TEST_F(Services, FailingRepricingIsSilentAndLeavesThePrice) {
-    BusyColleague colleague(databaseFile(), connectText());
+    BusyColleague colleague(databaseFile());
     const int id = addService(machine);
     window();
     colleague.hold();

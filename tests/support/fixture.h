@@ -18,6 +18,7 @@
 #include "platform/dao/dao.h"
 #include "platform/system/files.h"
 #include "platform/system/settings_store.h"
+#include "support/delivered_shop.h"
 #include "support/places.h"
 
 // Texts as people read them, where a test tells what it found.
@@ -32,8 +33,8 @@ using FieldValues = std::vector<std::pair<std::string, dao::Value>>;
 inline constexpr dao::Date kEmptyDate{1.0};
 
 // A shop's first morning: fresh settings, a fresh copy of the delivered database in a program folder of its
-// own, the program's variables as Main leaves them without any setting, en_US, and every box answered by
-// `boxes`.
+// own (or on the server, and a signpost there), the program's variables as Main leaves them without any
+// setting, en_US, and every box answered by `boxes`.
 class DeliveredFixture : public ::testing::Test {
  protected:
     void SetUp() override {
@@ -50,10 +51,8 @@ class DeliveredFixture : public ::testing::Test {
         MakeProperCase = true;
         ShowTipsAtStartup = true;
         ShowTipsAtRandom = false;
-        deliver("Tarvello.mdb", "Tarvello.mdb");
-        if (QFile::exists(deliveredFile("Tarvello.hlp"))) {
-            deliver("Tarvello.hlp", "Tarvello.hlp");
-        }
+        shop_.deliver("Tarvello.mdb", databaseFile().toStdString());
+        deliverHelp();
     }
 
     void TearDown() override {
@@ -78,7 +77,7 @@ class DeliveredFixture : public ::testing::Test {
     QString databaseFile() const { return path("Tarvello.mdb"); }
 
     // The demonstration year in the place of the empty shop. Before anything is opened.
-    void useDemo() { deliver("Demo.mdb", "Tarvello.mdb"); }
+    void useDemo() { shop_.deliver("Demo.mdb", databaseFile().toStdString()); }
 
     // A connection that the fixture keeps and closes; the same one each time.
     dao::Database& openDatabase() {
@@ -159,12 +158,16 @@ class DeliveredFixture : public ::testing::Test {
     platform::BoxScript boxes;
 
  private:
-    void deliver(const QString& from, const QString& to) {
-        QFile::remove(path(to));
-        ASSERT_TRUE(QFile::copy(deliveredFile(from), path(to))) << from.toStdString();
-        QFile::setPermissions(path(to), QFile::ReadOwner | QFile::WriteOwner);
+    void deliverHelp() {
+        const QString help = deliveredFile("Tarvello.hlp");
+        if (!QFile::exists(help)) {
+            return;
+        }
+        ASSERT_TRUE(QFile::copy(help, path("Tarvello.hlp")));
+        QFile::setPermissions(path("Tarvello.hlp"), QFile::ReadOwner | QFile::WriteOwner);
     }
 
+    tests::DeliveredShop shop_;
     QTemporaryDir folder_;
     QLocale oldLocale_;
     dao::Database database_;

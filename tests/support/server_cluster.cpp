@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <stdexcept>
+#include <string_view>
 
 #include "platform/dao/postgres/connection.h"
 #include "support/places.h"
@@ -112,6 +113,11 @@ void OwnCluster::stopAtOnce() {
     runCommand({script(), "stop", folder_, "immediate"});
 }
 
+bool onServer() {
+    const char* store = std::getenv("TARVELLO_TEST_STORE");
+    return store != nullptr && std::string_view(store) == "server";
+}
+
 Address serverPlace() {
     if (const char* given = std::getenv("TARVELLO_TEST_SERVER"); given != nullptr) {
         Address place;
@@ -123,6 +129,16 @@ Address serverPlace() {
         ownShared().emplace();
     }
     return ownShared()->place();
+}
+
+std::string placeWords(const Address& place) {
+    std::string words;
+    for (const auto& [keyword, value] : dao::postgres::kPlaceKeywords) {
+        if (!(place.*value).empty()) {
+            words += std::string(keyword) + "='" + place.*value + "' ";
+        }
+    }
+    return words;
 }
 
 ServerDatabase::ServerDatabase(const std::string& options) {

@@ -29,9 +29,15 @@ class OwnCluster {
     dao::postgres::Address place_;
 };
 
+// Whether this run tests what holds for every store on a server: TARVELLO_TEST_STORE is "server".
+bool onServer();
+
 // The server that all tests of this run share: the one whose socket is in the folder TARVELLO_TEST_SERVER,
 // which CTest has started, or else one of this process's own, made when the first test asks.
 dao::postgres::Address serverPlace();
+
+// A place as the command that moves a shop is told it: "host='/tmp' dbname='shop' user='mira'".
+std::string placeWords(const dao::postgres::Address& place);
 
 // A fresh database on that server, dropped with this object.
 class ServerDatabase {

@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
-#include <string_view>
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -64,8 +63,7 @@ TempFolder::~TempFolder() {
 }
 
 bool onServer() {
-    const char* store = std::getenv(kStore);
-    return store != nullptr && std::string_view(store) == "server";
+    return tests::onServer();
 }
 
 ServerShopTest::ServerShopTest() {
