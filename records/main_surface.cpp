@@ -30,6 +30,10 @@ void MainSurface::setWaiting(bool waiting) {
     }
 }
 
+std::unique_ptr<WorkProgress> MainSurface::progress(const QString& name, int turn, int first) {
+    return std::make_unique<WorkProgress>(&window_, status_.bar(), name, turn, first);
+}
+
 // --- Tabs and bars.
 
 void MainSurface::setTabCaption(int stage, const QString& caption) {

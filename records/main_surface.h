@@ -21,6 +21,7 @@ class MainSurface final : public MainView {
                             platform::BoxAnswer preselected) override;
     void SetStatusText(const QString& text, bool sticky) override;
     void setWaiting(bool waiting) override;
+    std::unique_ptr<WorkProgress> progress(const QString& name, int turn, int first) override;
     void setTabCaption(int stage, const QString& caption) override;
     void showFirstStage() override;
     void UpdateToolbarState() override;

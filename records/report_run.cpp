@@ -9,9 +9,9 @@
 #include "platform/system/trap.h"
 #include "records/frmReportOptions.h"
 #include "records/main_status.h"
-#include "records/report_progress.h"
 #include "records/service_list.h"
 #include "records/stages.h"
+#include "records/work_progress.h"
 
 using platform::BoxIcon;
 using platform::Trap;
@@ -82,7 +82,7 @@ TextReport::Result ReportRun::write() {
     const QPointer<QWidget> window = &window_;
     const QString file = platform::programFolder() + QStringLiteral("/Report.txt");
     TextReport report(stages_.database(), stages_.QuerySuffix, choices_, selection(), services_.typeNames());
-    ReportProgress progress(&window_, status_.bar(), ReportTurn);
+    WorkProgress progress(&window_, status_.bar(), QStringLiteral("Report"), ReportTurn, ReportTurn);
     const Result result = report.write(stages_[kClients].data().RecordSource().toStdString(), file,
                                        [&](std::int64_t done, std::int64_t total) {
                                            progress.tell(done, total);

@@ -22,6 +22,8 @@ const QString kCompactingRefused = QStringLiteral(
     "Database is opened in multiuser environment and at least one user is on line thus it is impossible to "
     "compact database. Application will try to restart the database.");
 
+constexpr int kBackupTurn = 50;  // milliseconds
+
 }  // namespace
 
 ShopSession::ShopSession(Stages& stages, StageReading& reading, RecordEditing& editing, ShopFilter& filter,
@@ -145,7 +147,12 @@ void ShopSession::finish() {
     }
     QString errorText;
     bool done = false;
-    step([&] { done = BackupDatabase(errorText); });
+    const std::unique_ptr<WorkProgress> progress =
+        window_.progress(QStringLiteral("Backup"), kBackupTurn, BackupPatience);
+    step([&] {
+        done = BackupDatabase(
+            errorText, [&](std::int64_t copied, std::int64_t total) { progress->tell(copied, total); });
+    });
     if (done) {
         return;
     }

@@ -24,6 +24,8 @@ class ShopSession {
     ShopSession(Stages& stages, StageReading& reading, RecordEditing& editing, ShopFilter& filter,
                 const SessionChoices& choices, MainView& window);
 
+    int BackupPatience = 1000;  // milliseconds of a backup before it shows how far it is
+
     // `ok` is false with the reason in `errorText` where the shop cannot be opened, nor be mended.
     void OpenDataControls(QString& errorText, bool& ok);
     // With the backup that the owner wants. `ok` is false where not all of it had been open.

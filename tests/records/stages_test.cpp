@@ -28,6 +28,7 @@ class NotedWindow final : public MainView {
     }
     void SetStatusText(const QString& text, bool) override { status.append(text); }
     void setWaiting(bool) override {}
+    std::unique_ptr<WorkProgress> progress(const QString&, int, int) override { return nullptr; }
     void setTabCaption(int stage, const QString& caption) override { captions[stage] = caption; }
     void showFirstStage() override {}
     void UpdateToolbarState() override {}

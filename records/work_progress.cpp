@@ -1,4 +1,4 @@
-#include "records/report_progress.h"
+#include "records/work_progress.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -19,12 +19,13 @@ bool isCommand(QEvent::Type type) {
 
 }  // namespace
 
-ReportProgress::ReportProgress(QWidget* window, platform::StatusBar* bar, int turn)
-    : window_(window), bar_(bar), turn_(turn) {
+WorkProgress::WorkProgress(QWidget* window, platform::StatusBar* bar, const QString& name, int turn,
+                           int first)
+    : window_(window), bar_(bar), name_(name), turn_(turn), next_(first) {
     sinceTurn_.start();
 }
 
-ReportProgress::~ReportProgress() {
+WorkProgress::~WorkProgress() {
     if (shown_.isNull()) {
         return;
     }
@@ -34,10 +35,11 @@ ReportProgress::~ReportProgress() {
     delete shown_;
 }
 
-void ReportProgress::tell(std::int64_t done, std::int64_t total) {
-    if (sinceTurn_.elapsed() < turn_) {
+void WorkProgress::tell(std::int64_t done, std::int64_t total) {
+    if (sinceTurn_.elapsed() < next_) {
         return;
     }
+    next_ = turn_;
     show(done, total);
     qApp->installEventFilter(this);
     QApplication::processEvents();
@@ -45,14 +47,14 @@ void ReportProgress::tell(std::int64_t done, std::int64_t total) {
     sinceTurn_.restart();
 }
 
-void ReportProgress::show(std::int64_t done, std::int64_t total) {
+void WorkProgress::show(std::int64_t done, std::int64_t total) {
     if (bar_.isNull() || window_.isNull()) {
         return;
     }
     if (shown_.isNull()) {
         shown_ = new QProgressBar(window_);
         shown_->setObjectName(QStringLiteral("ProgressBar1"));
-        shown_->setAccessibleName(QStringLiteral("Report"));
+        shown_->setAccessibleName(name_);
         shown_->setTextVisible(false);
         bar_->coverPanel(kClockPanel, shown_);
     }
@@ -62,6 +64,6 @@ void ReportProgress::show(std::int64_t done, std::int64_t total) {
 }
 
 // A box that came up meanwhile (a backup that failed while the window was being closed) must be answered.
-bool ReportProgress::eventFilter(QObject*, QEvent* event) {
+bool WorkProgress::eventFilter(QObject*, QEvent* event) {
     return isCommand(event->type()) && QApplication::activeModalWidget() == nullptr;
 }
