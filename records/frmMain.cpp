@@ -94,6 +94,7 @@ bool frmMain::Display() {
         resize(qMin(screen()->availableSize().width(), qMax(kUsualWidth, sizeHint().width())), height());
         shape.ArrangeControls();
         show();
+        watch_.start();
     }
     if (ShowTipsAtStartup) {
         repaint();
@@ -153,6 +154,12 @@ bool frmMain::fill(QString& errorText) {
     return true;
 }
 
+void frmMain::restartUnderAnotherNumber() {
+    if (!report.isRunning()) {
+        commands.give(Command::RestartDatabase);
+    }
+}
+
 // --- The end.
 
 void frmMain::unload() {
@@ -170,6 +177,7 @@ void frmMain::takeDown() {
         return;
     }
     unloaded_ = true;
+    watch_.stop();
     report.breakOff();
     platform::Trap step;
     step([&] {

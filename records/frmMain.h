@@ -13,6 +13,7 @@
 #include "records/main_start.h"
 #include "records/main_status.h"
 #include "records/main_surface.h"
+#include "records/number_watch.h"
 #include "records/report_run.h"
 #include "records/shop_records.h"
 #include "records/stage_panes.h"
@@ -67,8 +68,10 @@ class frmMain : public QMainWindow {
     bool build(QString& errorText);
     void buildBars();
     bool fill(QString& errorText);
+    void restartUnderAnotherNumber();
     void takeDown();
 
     ProgramWindows& windows_;
+    NumberWatch watch_{[this] { restartUnderAnotherNumber(); }};
     bool unloaded_ = false;
 };

@@ -22,6 +22,7 @@ class ReportRun {
     // meanwhile does nothing.
     void GenerateReport();
     void OpenReportOptions();
+    bool isRunning() const { return running_; }
     void breakOff() { ended_ = true; }  // the window has been closed
 
  private:

@@ -192,8 +192,29 @@ bool ShopSession::restartOrTell(bool compact) {
     return false;
 }
 
+// Another copy's queries go by the number that was ours, and it must not find them changed: what is still to
+// be saved here is saved under a new one.
+bool ShopSession::takeNewNumber() {
+    Trap taking;
+    taking([&] { stages_.QuerySuffix = CreateWorkQueries(stages_.database()); });
+    if (taking.failed()) {
+        window_.box(taking.line(), BoxIcon::Exclamation);
+        return false;
+    }
+    for (const Stage& stage : stages_) {
+        if (!stage.data().selection.isEmpty()) {
+            stage.data().selection.source = stages_.query(stage.index());
+        }
+    }
+    return true;
+}
+
 void ShopSession::reopen(bool compacting, QString& errorText, bool& ok) {
     errorText.clear();
+    if (WorkNumberLost() && !takeNewNumber()) {
+        ok = false;
+        return;
+    }
     editing_.SaveRecord(stages_.CurrentStage, ok);
     if (!ok) {
         return;

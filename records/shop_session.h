@@ -30,7 +30,8 @@ class ShopSession {
     void OpenDataControls(QString& errorText, bool& ok);
     // With the backup that the owner wants. `ok` is false where not all of it had been open.
     void CloseDatabases(bool& ok);
-    // Both save the record on show first; `ok` is false without a reason where that was refused.
+    // Both save the record on show first; `ok` is false without a reason where that was refused. Where
+    // another copy has taken the number of this one they take another one for it.
     void CompactOpenDatabase(QString& errorText, bool& ok);
     void RestartDatabase(QString& errorText, bool& ok);
     // Restarts, after compacting where that is wanted and possible, and tells what failed. False where the
@@ -42,6 +43,7 @@ class ShopSession {
     void closeStages(platform::Trap& step);
     bool recover(QString& errorText, bool& repaired);
     void finish();
+    bool takeNewNumber();
     void reopen(bool compacting, QString& errorText, bool& ok);
     void showReopened(platform::Trap& step);
 
