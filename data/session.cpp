@@ -217,8 +217,13 @@ bool setServerBack(const QString& path, const QString& backup, QString& errorTex
     return reverting.failed() ? fail(errorText, lines(GetResString(1037), reverting.line())) : true;
 }
 
-// A large shop is read from end to end for its backup: that is not done over and over for nothing. What a
-// failing backup tells is true of a file; of a server it is the engine that knows.
+// Whatever it was that failed.
+const QString kNoBackup = QStringLiteral(
+    "Database is opened in multiuser environment and at least one user is on line thus it is impossible to "
+    "create "
+    "backup database.");
+
+// A large shop is read from end to end for its backup: that is not done over and over for nothing.
 bool backUpServer(const QString& path, const BackupWatch& watch, QString& errorText) {
     const data::BackupNote note(backupPath());
     Trap copying;
@@ -236,7 +241,7 @@ bool backUpServer(const QString& path, const BackupWatch& watch, QString& errorT
         copied = shop.state();
     });
     if (copying.failed()) {
-        return fail(errorText, copying.line());
+        return fail(errorText, kNoBackup);
     }
     if (!copied.empty()) {
         Trap noting;  // without the note the next backup is merely made for nothing
@@ -432,10 +437,7 @@ bool BackupDatabase(QString& errorText, const BackupWatch& watch) {
             Trap restoring;
             restoring([&] { platform::copyFile(temporary, backup); });
         }
-        return fail(errorText,
-                    QStringLiteral(
-                        "Database is opened in multiuser environment and at least one user is on line thus "
-                        "it is impossible to create backup database."));
+        return fail(errorText, kNoBackup);
     }
     dao::DBEngine::DiscardDatabase(temporary.toStdString());
     return true;

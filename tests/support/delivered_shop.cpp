@@ -35,7 +35,8 @@ void moveThere(const std::string& name, const Address& place) {
     dao::moveToServer(file, connectText().toStdString(), placeWords(place));
 }
 
-// The server's copy of a delivered database, which all tests' own are copied from. It gets its name when it is whole.
+// The server's copy of a delivered database, which all tests' own are copied from. It gets its name when it
+// is whole.
 std::string templateOf(const std::string& name) {
     const std::string ready = "delivered_" + fs::path(name).stem().string(), begun = ready + "_begun";
     Connection server(serverPlace());

@@ -60,9 +60,10 @@ class ShopHold::ServerHold : public Hold {
     ServerHold(const std::string& path, Against against) : server_(dao::postgres::readSignpost(path)) {
         const std::string mode = against == Against::Writers ? "EXCLUSIVE" : "ACCESS EXCLUSIVE";
         server_.execute("BEGIN");
-        server_.execute("DO $$ DECLARE each record; BEGIN FOR each IN SELECT tablename FROM pg_tables WHERE schemaname"
-                        " = 'shop' LOOP EXECUTE format('LOCK TABLE shop.%I IN " + mode +
-                        " MODE', each.tablename); END LOOP; END $$");
+        server_.execute(
+            "DO $$ DECLARE each record; BEGIN FOR each IN SELECT tablename FROM pg_tables WHERE schemaname"
+            " = 'shop' LOOP EXECUTE format('LOCK TABLE shop.%I IN " +
+            mode + " MODE', each.tablename); END LOOP; END $$");
     }
 
  private:

@@ -5,8 +5,8 @@
 
 namespace tests {
 
-// A workstation that keeps a shop's records to itself for as long as this lives: the others cannot write, and where it
-// is just writing out what it has, not read either. For a process of its own: see SecondProcess.
+// A workstation that keeps a shop's records to itself for as long as this lives: the others cannot write, and
+// where it is just writing out what it has, not read either. For a process of its own: see SecondProcess.
 class ShopHold {
  public:
     enum class Against { Writers, Readers };
