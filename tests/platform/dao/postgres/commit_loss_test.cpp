@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <optional>
 
 #include "failures.h"
 #include "platform/dao/postgres/server_store.h"
@@ -121,6 +122,61 @@ TEST_F(CommitLoss, StoredQueriesDoNotMakeTheOthersReadTheirRowsAnew) {
                   store.writeQuery("Moje", "SELECT * FROM Grupe");
               }),
               before);
+}
+
+// A change of one row is compared, written and committed by one statement.
+class ChangeLoss : public CommitLoss {
+ protected:
+    void SetUp() override {
+        CommitLoss::SetUp();
+        store_.emplace(Link::to(proxy_.place()));
+        store_->beginWrite();
+        insert(*store_, "Monitori");
+        store_->commit();
+    }
+    bool change(const char* from, const char* to) {
+        const Value was(from);
+        const Value is(to);
+        return store_->changeRow({"Grupe", 1, {{"Grupa", &was}}, {{"Grupa", &is}}});
+    }
+
+    std::optional<ServerStore> store_;
+};
+
+TEST_F(ChangeLoss, OfItsAnswerIsKnownToHaveComeAbout) {
+    proxy_.hangUpAtAnswer("INSERT 0 1");
+    EXPECT_TRUE(change("Monitori", "Kablovi"));
+    EXPECT_EQ(names(), "Kablovi");
+    EXPECT_TRUE(change("Kablovi", "Kutije"));
+    EXPECT_EQ(names(), "Kutije");
+}
+
+TEST_F(ChangeLoss, BeforeItArrivedIsSaidToHaveWrittenNothing) {
+    for (int time = 0; time < 2; ++time) {
+        proxy_.hangUpAtQuestion("WITH changed");
+        const Failure failure = failureOf([&] { change("Monitori", "Kablovi"); });
+        EXPECT_EQ(failure.number, dao::errDiskIo);
+        EXPECT_TRUE(failure.says("nothing of it was written")) << failure.sentence;
+        EXPECT_EQ(names(), "Monitori");
+    }
+}
+
+TEST_F(ChangeLoss, WhileIdleIsNotNoticed) {
+    endAllConnections();
+    EXPECT_TRUE(change("Monitori", "Kablovi"));
+    EXPECT_EQ(names(), "Kablovi");
+}
+
+TEST_F(ChangeLoss, NothingIsWrittenOverWhatSomebodyElseWrote) {
+    const auto version = [&] {
+        return Connection(database_.place()).run("SELECT sum(version)::int8 FROM dao.writers").integer(0, 0);
+    };
+    const std::int64_t before = version();
+    EXPECT_FALSE(change("Stampaci", "Kablovi"));
+    EXPECT_EQ(names(), "Monitori");
+    EXPECT_EQ(version(), before);
+    EXPECT_TRUE(change("Monitori", "Kablovi"));
+    EXPECT_EQ(version(), before + 1);
 }
 
 // Another workstation took this one's number long after its last writing.
