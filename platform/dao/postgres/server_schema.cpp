@@ -182,8 +182,10 @@ void ServerStore::createTable(const TableDef& table) {
     changeSchema(before + "CREATE TABLE " + tableName(info.name) + " (" + columns + ')' + after);
 }
 
+// What belongs to its rows goes with them, as when they are deleted; then nothing refers to the table any
+// more.
 void ServerStore::dropTable(const std::string& table) {
-    changeSchema("DROP TABLE " + tableName(table));
+    changeSchema("DELETE FROM " + tableName(table) + "; DROP TABLE " + tableName(table) + " CASCADE");
 }
 
 void ServerStore::empty() {

@@ -10,6 +10,15 @@ class DatabaseTest : public daotest::ShopTest {
     std::int64_t count(const std::string& source) { return db.OpenRecordset(source).RecordCount(); }
 };
 
+TEST_F(DatabaseTest, ATableThatOthersReferToGoesWithWhatBelongsToIt) {
+    fill(2);
+    ASSERT_EQ(db.OpenRecordset("Oprema").RecordCount(), 2);
+    db.TableDefs().Delete("Grupe");
+    EXPECT_EQ(errorOf([&] { db.OpenRecordset("Grupe"); }), errUnknownObject);
+    EXPECT_EQ(numbers(db.OpenRecordset("Oprema"), "ID"), std::vector<int>());
+    EXPECT_EQ(db.OpenRecordset("Services").RecordCount(), 2);
+}
+
 TEST_F(DatabaseTest, ExecuteTellsHowManyRowsItChanged) {
     fill(5);
     db.Execute("UPDATE Customers SET City='Niš' WHERE CustID>2");
