@@ -287,7 +287,9 @@ TEST_F(DeliveredDatabase, ComesWithoutAnybodysRecords) {
     }
 }
 
-TEST_F(DeliveredDatabase, OpensOnlyWithThePassword) {
+class FileOfDeliveredDatabase : public DeliveredDatabase {};
+
+TEST_F(FileOfDeliveredDatabase, OpensOnlyWithThePassword) {
     const std::string file = databaseFile().toStdString();
     for (const char* connect : {"", ";pwd=", ";pwd=tarvello"}) {
         try {

@@ -58,6 +58,9 @@ class Session : public MainWindow {
     int anic = 0, peric = 0, desk = 0, office = 0;
 };
 
+// What becomes of the file itself: damaged, grown, replaced by its backup.
+class FileOfTheSession : public Session {};
+
 const QString kAskRepair =
     QStringLiteral("There was an error while openning the database. Application will try to reapir it.");
 const QString kMultiUser = QStringLiteral(
@@ -127,7 +130,7 @@ TEST_F(Session, BrokenFileIsRepairedOnceAndOnlyOnce) {
     EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Exclamation);
 }
 
-TEST_F(Session, HopelessFileMayBeReplacedByTheBackup) {
+TEST_F(FileOfTheSession, HopelessFileMayBeReplacedByTheBackup) {
     shop();
     closeDatabases();
     ASSERT_TRUE(QFile::copy(databaseFile(), path("Tarvello.bkp")));
@@ -145,7 +148,7 @@ TEST_F(Session, HopelessFileMayBeReplacedByTheBackup) {
     EXPECT_EQ(countRows("Customers"), 2);
 }
 
-TEST_F(Session, HopelessFileAndNoBackupWanted) {
+TEST_F(FileOfTheSession, HopelessFileAndNoBackupWanted) {
     shop();
     closeDatabases();
     ruin(databaseFile());
@@ -158,7 +161,7 @@ TEST_F(Session, HopelessFileAndNoBackupWanted) {
     EXPECT_EQ(errorText, "User abort.");
 }
 
-TEST_F(Session, HopelessFileAndNoBackupThere) {
+TEST_F(FileOfTheSession, HopelessFileAndNoBackupThere) {
     shop();
     closeDatabases();
     ruin(databaseFile());
@@ -172,7 +175,7 @@ TEST_F(Session, HopelessFileAndNoBackupThere) {
         << errorText.toStdString();
 }
 
-TEST_F(Session, FailedStartDoesNotOverwriteTheBackup) {
+TEST_F(FileOfTheSession, FailedStartDoesNotOverwriteTheBackup) {
     shop();
     closeDatabases();
     ASSERT_TRUE(QFile::copy(databaseFile(), path("Tarvello.bkp")));
@@ -298,7 +301,7 @@ TEST_F(Session, RestartOnAClientWithoutComputersShowsAllServicesInOrder) {
     EXPECT_EQ(win().controls.ListView1->item(1).SubItems(3), "9.00");
 }
 
-TEST_F(Session, CompactingMakesTheFileSmallerAndKeepsTheRecords) {
+TEST_F(FileOfTheSession, CompactingMakesTheFileSmallerAndKeepsTheRecords) {
     shop();
     dao::DBEngine::BeginTrans();
     for (int i = 0; i < 400; ++i) {
@@ -530,7 +533,7 @@ TEST_F(Session, RestartOnAFileOfANewerVersionEndsTheProgramWithoutAnOfferOfRepai
     EXPECT_TRUE(win().isUnloaded());
 }
 
-TEST_F(Session, FailedRestartEndsTheProgram) {
+TEST_F(FileOfTheSession, FailedRestartEndsTheProgram) {
     shop();
     start();
     boxes.onBox = [&](const platform::Box& box) {
