@@ -40,10 +40,11 @@ class Session : public MainWindow {
         return names;
     }
     // Overwrites the head of a file, so that nothing opens it any more.
+    // Not one page of it is left to repair.
     static void ruin(const QString& file) {
         QFile bytes(file);
         ASSERT_TRUE(bytes.open(QIODevice::ReadWrite));
-        bytes.write(QByteArray(8192, '\x5a'));
+        bytes.write(QByteArray(bytes.size(), '\x5a'));
     }
     // Another workstation that has the file open, and nothing else.
     std::unique_ptr<SecondProcess> colleague() {
