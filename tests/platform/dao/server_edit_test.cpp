@@ -97,6 +97,8 @@ TEST_F(ServerEditTest, ARowThatSomebodyIsEditingIsNotDeletedUnderHisHands) {
     EXPECT_EQ(other.wait(), 0);
     set.Delete();
     EXPECT_EQ(numbers(here.OpenRecordset("Oprema"), "ID"), std::vector<int>({2, 3}));
+    set.Close();
+    here.Close();
     Child next(editing());
     ASSERT_EQ(next.hear(), "editing") << "what was deleted leaves no lock behind";
     next.tell("go");
