@@ -83,7 +83,9 @@ std::unique_ptr<driver::Store> FilePlace::open() const {
 void FilePlace::prove(driver::Store& store) const {
     noteSalt(path_, salt_);
     auto& file = static_cast<driver::SqliteStore&>(store);
-    if (file.fileSize() < file.pageCount() * static_cast<std::int64_t>(kPageSize)) {
+    // The pages first: others write meanwhile, and the file grows.
+    const std::int64_t pages = file.pageCount();
+    if (file.fileSize() < pages * static_cast<std::int64_t>(kPageSize)) {
         fail(errCannotOpen);  // its last page is torn
     }
     if (!fileExists(damageMarkOf(path_))) {
