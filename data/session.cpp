@@ -220,8 +220,7 @@ bool setServerBack(const QString& path, const QString& backup, QString& errorTex
 // Whatever it was that failed.
 const QString kNoBackup = QStringLiteral(
     "Database is opened in multiuser environment and at least one user is on line thus it is impossible to "
-    "create "
-    "backup database.");
+    "create backup database.");
 
 // A large shop is read from end to end for its backup: that is not done over and over for nothing.
 bool backUpServer(const QString& path, const BackupWatch& watch, QString& errorText) {

@@ -292,15 +292,11 @@ TEST_F(Report, ALargeOneShowsHowFarItIsAndTakesNoCommands) {
     int furthest = 0;
     QString status;
     QTimer watch;
-    QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
-        const auto* bar = win().findChild<QProgressBar*>("ProgressBar1");
-        if (bar == nullptr) {
-            return;
-        }
+    whileProgressIsShown(watch, [&](const QProgressBar& bar) {
         ++turns;
-        EXPECT_TRUE(bar->isVisible());
-        EXPECT_GE(bar->value(), furthest);
-        furthest = bar->value();
+        EXPECT_TRUE(bar.isVisible());
+        EXPECT_GE(bar.value(), furthest);
+        furthest = bar.value();
         status = win().status.text();
         EXPECT_NE(QGuiApplication::overrideCursor(), nullptr);
         tab(3);
@@ -308,7 +304,6 @@ TEST_F(Report, ALargeOneShowsHowFarItIsAndTakesNoCommands) {
         QTest::keyClick(&win(), Qt::Key_F5);
         win().report.GenerateReport();  // for a call that comes some other way
     });
-    watch.start(0);
     tool("ViewReport");
     watch.stop();
     EXPECT_GE(turns, 10);

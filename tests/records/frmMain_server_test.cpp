@@ -15,19 +15,8 @@ class OnServer : public MainWindow {
         MainWindow::SetUp();
         anic = addClient("Anic", "Vesna");
         closeDatabases();
-        const dao::postgres::Address place = database.place();
-        dao::moveToServer(
-            databaseFile().toStdString(), connectText().toStdString(),
-            "host='" + place.host + "' dbname='" + place.dbname + "' user='" + place.user + "'");
-    }
-    QStringList queries() {
-        QStringList names;
-        const dao::QueryDefsCollection all = openDatabase().QueryDefs();
-        for (int i = 0; i < all.Count(); ++i) {
-            names.append(QString::fromStdString(all[i].Name()));
-        }
-        closeDatabases();
-        return names;
+        dao::moveToServer(databaseFile().toStdString(), connectText().toStdString(),
+                          tests::placeWords(database.place()));
     }
 
     tests::ServerDatabase database;
@@ -67,16 +56,11 @@ TEST_F(OnServer, ALongBackupShowsHowFarItIs) {
     win().shop.session.BackupPatience = 0;
     int turns = 0;
     QTimer watch;
-    QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
-        const auto* bar = win().findChild<QProgressBar*>("ProgressBar1");
-        if (bar == nullptr) {
-            return;
-        }
+    whileProgressIsShown(watch, [&](const QProgressBar& bar) {
         ++turns;
-        EXPECT_TRUE(bar->isVisible());
-        EXPECT_EQ(bar->accessibleName(), "Backup");
+        EXPECT_TRUE(bar.isVisible());
+        EXPECT_EQ(bar.accessibleName(), "Backup");
     });
-    watch.start(0);
     win().close();
     watch.stop();
     EXPECT_GT(turns, 0);

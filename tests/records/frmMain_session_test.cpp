@@ -30,15 +30,6 @@ class Session : public MainWindow {
     }
     void compact() { utility(Command::CompactDatabase); }
     void restart() { utility(Command::RestartDatabase); }
-    QStringList queries() {
-        QStringList names;
-        const dao::QueryDefsCollection all = openDatabase().QueryDefs();
-        for (int i = 0; i < all.Count(); ++i) {
-            names.append(QString::fromStdString(all[i].Name()));
-        }
-        closeDatabases();
-        return names;
-    }
     // Overwrites the head of a file, so that nothing opens it any more.
     // Not one page of it is left to repair.
     static void ruin(const QString& file) {

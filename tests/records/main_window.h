@@ -7,9 +7,12 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QTest>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
+#include <functional>
 #include <memory>
 
 #include "records/commands.h"
@@ -48,6 +51,27 @@ class MainWindow : public DeliveredFixture {
         window_.reset();
     }
     frmMain& win() { return *window_; }
+
+    // The stored queries of the shop, by name.
+    QStringList queries() {
+        QStringList names;
+        const dao::QueryDefsCollection all = openDatabase().QueryDefs();
+        for (int i = 0; i < all.Count(); ++i) {
+            names.append(QString::fromStdString(all[i].Name()));
+        }
+        closeDatabases();
+        return names;
+    }
+    // Looks at the bar of something long, at each turn of the windows at which it is there, from now on until
+    // the watch is stopped.
+    void whileProgressIsShown(QTimer& watch, const std::function<void(const QProgressBar&)>& look) {
+        QObject::connect(&watch, &QTimer::timeout, &watch, [this, look] {
+            if (const auto* bar = win().findChild<QProgressBar*>("ProgressBar1"); bar != nullptr) {
+                look(*bar);
+            }
+        });
+        watch.start(0);
+    }
 
     QWidget* face(const QString& key) {
         return win().controls.Toolbar1->widgetForAction(win().bars.toolbar.button(key));

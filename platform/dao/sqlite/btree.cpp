@@ -162,9 +162,13 @@ void TreeReader::readLeaf(PageNumber number, const OnRow& onRow, Missing& missin
     }
 }
 
-void TreeReader::readStrayLeaf(PageNumber number, const OnRow& onRow, Missing& missing) {
+bool TreeReader::isTableLeaf(PageNumber number) {
     const std::string_view page = pages_.page(number);
-    if (!page.empty() && page.front() == kTableLeaf) {
+    return !page.empty() && page.front() == kTableLeaf;
+}
+
+void TreeReader::readStrayLeaf(PageNumber number, const OnRow& onRow, Missing& missing) {
+    if (isTableLeaf(number)) {
         readLeaf(number, onRow, missing);
     }
 }
@@ -259,11 +263,7 @@ void TreeReader::markFreePages() {
 std::vector<PageNumber> TreeReader::strayLeaves() {
     std::vector<PageNumber> stray;
     for (PageNumber number = 2; number <= pages_.size(); ++number) {
-        if (visited_.contains(number)) {
-            continue;
-        }
-        const std::string_view page = pages_.page(number);
-        if (!page.empty() && page.front() == kTableLeaf) {
+        if (!visited_.contains(number) && isTableLeaf(number)) {
             stray.push_back(number);
         }
     }

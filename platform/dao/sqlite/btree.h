@@ -58,6 +58,7 @@ class TreeReader {
         PageNumber child = 0;
     };
 
+    bool isTableLeaf(PageNumber page);
     bool visit(PageNumber page) { return visited_.insert(page).second; }
     void walkTable(PageNumber page, const Gap& range, int depth, const OnRow& onRow, Missing& missing);
     bool walkIndex(PageNumber page, int depth, const OnEntry& onEntry);

@@ -78,6 +78,27 @@ void takeOverRights(const std::string& former, const std::string& successor) {
     chmod(successor.c_str(), (found.st_mode & 0666) | 0600);
 }
 
+bool lives(int process) {
+    return kill(process, 0) == 0 || errno != ESRCH;
+}
+
+void copyBytes(const std::string& from, const std::string& to) {
+    const Descriptor source(from, O_RDONLY);
+    const Descriptor target(to, O_WRONLY | O_CREAT | O_TRUNC);
+    if (source.get() < 0 || target.get() < 0) {
+        failWithSystemError(errno);
+    }
+    for (;;) {
+        const ssize_t copied = copy_file_range(source.get(), nullptr, target.get(), nullptr, 1 << 30, 0);
+        if (copied == 0) {
+            return;
+        }
+        if (copied < 0) {
+            failWithSystemError(errno);
+        }
+    }
+}
+
 }  // namespace
 
 void failWithSystemError(int systemError) {
@@ -200,31 +221,6 @@ void renameFile(const std::string& from, const std::string& to) {
     }
     syncFolderOf(to);
 }
-
-namespace {
-
-bool lives(int process) {
-    return kill(process, 0) == 0 || errno != ESRCH;
-}
-
-void copyBytes(const std::string& from, const std::string& to) {
-    const Descriptor source(from, O_RDONLY);
-    const Descriptor target(to, O_WRONLY | O_CREAT | O_TRUNC);
-    if (source.get() < 0 || target.get() < 0) {
-        failWithSystemError(errno);
-    }
-    for (;;) {
-        const ssize_t copied = copy_file_range(source.get(), nullptr, target.get(), nullptr, 1 << 30, 0);
-        if (copied == 0) {
-            return;
-        }
-        if (copied < 0) {
-            failWithSystemError(errno);
-        }
-    }
-}
-
-}  // namespace
 
 // A second name for the same file costs nothing; not every file system has such.
 void keepUnder(const std::string& path, const std::string& kept) {

@@ -9,6 +9,7 @@
 
 #include "platform/dao/failure.h"
 #include "platform/dao/sqlite/file_paths.h"
+#include "platform/dao/sqlite/hex.h"
 
 namespace dao::driver {
 namespace {
@@ -30,14 +31,6 @@ const unsigned char* bytes(std::string_view text) {
 }
 unsigned char* bytes(std::string& text) {
     return reinterpret_cast<unsigned char*>(text.data());
-}
-
-std::string fromHex(std::string_view hex) {
-    std::string out;
-    for (std::size_t i = 0; i + 1 < hex.size(); i += 2) {
-        out += static_cast<char>(std::stoi(std::string(hex.substr(i, 2)), nullptr, 16));
-    }
-    return out;
 }
 
 std::size_t contentStart(PageNumber number) {

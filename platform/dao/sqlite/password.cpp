@@ -10,6 +10,7 @@
 
 #include "platform/dao/failure.h"
 #include "platform/dao/names.h"
+#include "platform/dao/sqlite/hex.h"
 
 namespace dao {
 namespace {
@@ -54,17 +55,6 @@ std::map<Salt, std::string>& rightPasswords() {
     return passwords;
 }
 
-std::string hex(const Bytes& bytes) {
-    constexpr std::string_view kDigits = "0123456789abcdef";
-    std::string text;
-    for (char c : bytes) {
-        const auto byte = static_cast<unsigned char>(c);
-        text += kDigits[byte >> 4];
-        text += kDigits[byte & 15];
-    }
-    return text;
-}
-
 const Derived& derived(const std::string& password, const Salt& salt) {
     const auto [entry, isNew] = derivedKeys().try_emplace({password, salt});
     if (isNew) {
@@ -73,8 +63,8 @@ const Derived& derived(const std::string& password, const Salt& salt) {
             std::equal(check.begin(), check.end(), salt.begin() + kMarkedSize,
                        [](char a, unsigned char b) { return static_cast<unsigned char>(a) == b; });
         if (entry->second.right) {
-            entry->second.key =
-                hex(derive(password, salt.data(), salt.size(), 32)) + hex({salt.begin(), salt.end()});
+            entry->second.key = toHex(derive(password, salt.data(), salt.size(), 32)) +
+                                toHex(Bytes(salt.begin(), salt.end()));
         }
     }
     if (entry->second.right) {

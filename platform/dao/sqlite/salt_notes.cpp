@@ -6,6 +6,7 @@
 
 #include "platform/dao/limits.h"
 #include "platform/dao/sqlite/companion_files.h"
+#include "platform/dao/sqlite/hex.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -18,23 +19,12 @@ using Note = std::pair<std::string, std::string>;  // the salt, hexadecimal, and
 // A workstation has one shop's file, and some copies of it.
 constexpr std::size_t kNotes = 40;
 
-std::string hexOf(const Salt& salt) {
-    constexpr std::string_view kDigits = "0123456789abcdef";
-    std::string text;
-    for (const unsigned char byte : salt) {
-        text += kDigits[byte >> 4];
-        text += kDigits[byte & 15];
-    }
-    return text;
-}
-
 bool saltFrom(const std::string& hex, Salt& salt) {
     if (hex.size() != 2 * salt.size() || hex.find_first_not_of("0123456789abcdef") != std::string::npos) {
         return false;
     }
-    for (std::size_t i = 0; i < salt.size(); ++i) {
-        salt[i] = static_cast<unsigned char>(std::stoi(hex.substr(2 * i, 2), nullptr, 16));
-    }
+    const std::string bytes = fromHex(hex);
+    std::copy(bytes.begin(), bytes.end(), salt.begin());
     return true;
 }
 
@@ -73,7 +63,7 @@ void noteSalt(const std::string& path, const Salt& salt) noexcept {
         return;
     }
     std::vector<Note> notes = read();
-    const Note note(hexOf(salt), path);
+    const Note note(toHex(std::string(salt.begin(), salt.end())), path);
     const auto known = std::find(notes.begin(), notes.end(), note);
     if (known != notes.end()) {
         return;

@@ -3,7 +3,6 @@
 
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <map>
 #include <memory>
 #include <random>
@@ -26,16 +25,14 @@ class CrashTest : public daotest::ShopTest {};
 TEST_F(CrashTest, WhatWasReportedAsWrittenIsThereAfterAKill) {
     db.Close();
     Report report;
-    const char* const kills = std::getenv("TARVELLO_KILLS");  // scripts/kill
-    const int rounds = kills == nullptr ? 200 : std::atoi(kills);
-    const char* const drawn = std::getenv("TARVELLO_KILL_SEED");
+    const std::uint64_t rounds = daotest::numberFrom("TARVELLO_KILLS").value_or(200);  // scripts/kill
     std::random_device device;
-    const unsigned seed = drawn == nullptr ? device() : static_cast<unsigned>(std::atoi(drawn));
+    const auto seed = static_cast<unsigned>(daotest::numberFrom("TARVELLO_KILL_SEED").value_or(device()));
     SCOPED_TRACE("seed " + std::to_string(seed));
     std::minstd_rand random(seed);
     int interrupted = 0;
     int writtenUntold = 0;
-    for (int round = 0; round < rounds; ++round) {
+    for (std::uint64_t round = 0; round < rounds; ++round) {
         const unsigned childSeed = static_cast<unsigned>(random());
         Child child([&](Child& self) { return daotest::workForEver(self, path, childSeed); });
         report.hear(child.hear());
@@ -61,8 +58,8 @@ TEST_F(CrashTest, WhatWasReportedAsWrittenIsThereAfterAKill) {
     EXPECT_GT(interrupted, 0);
     DBEngine::RepairDatabase(path);
     EXPECT_FALSE(DBEngine::LastRepair().damaged);
-    std::printf("%d kills, %d amid a change, %d of these written and not told yet\n", rounds, interrupted,
-                writtenUntold);
+    std::printf("%llu kills, %d amid a change, %d of these written and not told yet\n",
+                static_cast<unsigned long long>(rounds), interrupted, writtenUntold);
 }
 
 // Four workstations draw the same ten products: not one piece is drawn twice or lost.

@@ -2,7 +2,6 @@
 // ones in greater numbers: TARVELLO_DAMAGE_COUNT files, drawn by TARVELLO_DAMAGE_SEED.
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <random>
@@ -13,14 +12,19 @@
 #include <unistd.h>
 
 #include "platform/dao/dao_shop.h"
+#include "platform/dao/shop_content.h"
 #include "platform/dao/sqlite/btree.h"
 #include "platform/dao/sqlite/file_place.h"
 #include "platform/dao/sqlite/pages.h"
 
 using namespace dao;
 using daotest::Child;
+using daotest::Content;
+using daotest::contentOf;
 using daotest::errorOf;
+using daotest::numberFrom;
 using daotest::openShop;
+using daotest::rowsIn;
 namespace fs = std::filesystem;
 
 namespace {
@@ -29,33 +33,6 @@ constexpr std::size_t kPage = 4096;
 constexpr std::size_t kSalt = 16;
 
 using Bytes = std::vector<char>;
-// Each table's rows as lines of text, in order.
-using Content = std::map<std::string, std::multiset<std::string>>;
-
-std::string lineOf(Recordset& set) {
-    std::string line;
-    for (int field = 0; field < set.FieldCount(); ++field) {
-        line += set.Fields(field).Value().asText() + '|';
-    }
-    return line;
-}
-
-// As far as it can be read: what was read before an error stands in `found`.
-void contentOf(Database& db, Content& found) {
-    for (int i = 0; i < db.TableDefs().Count(); ++i) {
-        const std::string name = db.TableDefs()[i].Name();
-        Recordset set = db.OpenRecordset(name, dbOpenSnapshot);
-        for (; !set.EOF(); set.MoveNext()) {
-            found[name].insert(lineOf(set));
-        }
-    }
-}
-
-Content contentOf(Database& db) {
-    Content found;
-    contentOf(db, found);
-    return found;
-}
 
 bool isPartOf(const Content& now, const Content& before) {
     for (const auto& [name, rows] : now) {
@@ -66,14 +43,6 @@ bool isPartOf(const Content& now, const Content& before) {
         }
     }
     return true;
-}
-
-std::size_t rowsIn(const Content& of) {
-    std::size_t rows = 0;
-    for (const auto& [name, lines] : of) {
-        rows += lines.size();
-    }
-    return rows;
 }
 
 class DamageTest : public daotest::ShopTest {
@@ -92,6 +61,11 @@ class DamageTest : public daotest::ShopTest {
     static void zero(Bytes& bytes, std::size_t page) {
         std::fill_n(bytes.begin() + static_cast<std::ptrdiff_t>((page - 1) * kPage), kPage, '\0');
     }
+    void writeWithZeroes(std::size_t page) const {
+        Bytes bytes = whole;
+        zero(bytes, page);
+        daotest::writeFile(path, bytes);
+    }
     std::string mark() const { return path + ".damaged"; }
 
     Content content;
@@ -104,9 +78,7 @@ TEST_F(DamageTest, NothingFalseIsReadFromPagesOfZeroes) {
     std::size_t refused = 0;
     for (std::size_t page = 2; page <= pages; ++page) {
         SCOPED_TRACE(page);
-        Bytes bytes = whole;
-        zero(bytes, page);
-        daotest::writeFile(path, bytes);
+        writeWithZeroes(page);
         const int number = errorOf([&] {
             db = openShop(path);
             EXPECT_EQ(contentOf(db), content);
@@ -171,9 +143,7 @@ TEST_F(DamageTest, ADamagedTableIsNotCompacted) {
     std::size_t refused = 0;
     for (std::size_t page = 2; page <= pages; ++page) {
         SCOPED_TRACE(page);
-        Bytes bytes = whole;
-        zero(bytes, page);
-        daotest::writeFile(path, bytes);
+        writeWithZeroes(page);
         const std::string target = folder.file("Shop.$$1");
         const int number = errorOf([&] { DBEngine::CompactDatabase(path, target); });
         EXPECT_TRUE(number == 0 || number == errCannotOpen);
@@ -224,11 +194,6 @@ TEST_F(DamageTest, WhatKilledProcessesLeftIsSweptByWhoeverHasTheFileAlone) {
 }
 
 // ----- damage drawn at random
-
-std::uint64_t numberFrom(const char* variable, std::uint64_t otherwise) {
-    const char* const text = std::getenv(variable);
-    return text == nullptr ? otherwise : std::strtoull(text, nullptr, 10);
-}
 
 // A file's bytes, and which of its pages were hurt.
 class Victim {
@@ -397,8 +362,8 @@ class RandomDamage : public DamageTest {
 };
 
 TEST_F(RandomDamage, LosesNoRowThatWasNotHurtAndInventsNone) {
-    const std::uint64_t count = numberFrom("TARVELLO_DAMAGE_COUNT", 300);
-    const std::uint64_t seed = numberFrom("TARVELLO_DAMAGE_SEED", 1);
+    const std::uint64_t count = numberFrom("TARVELLO_DAMAGE_COUNT").value_or(300);
+    const std::uint64_t seed = numberFrom("TARVELLO_DAMAGE_SEED").value_or(1);
     std::map<std::string, std::size_t> drawn;
     std::uint64_t lost = 0;
     std::uint64_t unhurt = 0;

@@ -267,6 +267,11 @@ void Child::leave(int code) {
     _exit(code);
 }
 
+std::optional<std::uint64_t> numberFrom(const char* variable) {
+    const char* const text = std::getenv(variable);
+    return text == nullptr ? std::nullopt : std::optional<std::uint64_t>(std::strtoull(text, nullptr, 10));
+}
+
 std::vector<char> readFile(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};

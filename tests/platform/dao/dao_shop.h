@@ -130,6 +130,9 @@ class Child {
     bool waited_ = false;
 };
 
+// A number that the environment tells; nothing where it tells none.
+std::optional<std::uint64_t> numberFrom(const char* variable);
+
 std::vector<char> readFile(const std::string& path);
 void writeFile(const std::string& path, const std::vector<char>& bytes);
 

@@ -3,20 +3,20 @@
 #include <set>
 
 #include "platform/dao/dao_shop.h"
+#include "platform/dao/shop_content.h"
 #include "platform/dao/sqlite/file_place.h"
 #include "platform/dao/sqlite/pages.h"
 
 using namespace dao;
+using daotest::Content;
 using daotest::errorOf;
 using daotest::openShop;
+using daotest::rowsIn;
 namespace fs = std::filesystem;
 
 namespace {
 
 constexpr std::size_t kPage = 4096;
-
-// Each table's content as text lines, so that two files can be compared row by row.
-using Content = std::map<std::string, std::set<std::string>>;
 
 class RepairTest : public daotest::ShopTest {
  protected:
@@ -29,29 +29,7 @@ class RepairTest : public daotest::ShopTest {
         whole = daotest::readFile(path);
         pages = whole.size() / kPage;
     }
-    Content read() {
-        Content found;
-        for (int i = 0; i < db.TableDefs().Count(); ++i) {
-            const std::string name = db.TableDefs()[i].Name();
-            Recordset set = db.OpenRecordset(name, dbOpenSnapshot);
-            std::set<std::string>& rows = found[name];
-            for (; !set.EOF(); set.MoveNext()) {
-                std::string row;
-                for (int field = 0; field < set.FieldCount(); ++field) {
-                    row += set.Fields(field).Value().asText() + '|';
-                }
-                rows.insert(row);
-            }
-        }
-        return found;
-    }
-    static std::size_t rowsIn(const Content& of) {
-        std::size_t rows = 0;
-        for (const auto& [name, lines] : of) {
-            rows += lines.size();
-        }
-        return rows;
-    }
+    Content read() { return daotest::contentOf(db); }
     // What is there after a repair must have been there before: no row made up, none in another's table.
     void expectSubset(const Content& now) const {
         for (const auto& [name, rows] : now) {

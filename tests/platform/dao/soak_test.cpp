@@ -7,7 +7,6 @@
 #include <chrono>
 #include <csignal>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -21,6 +20,7 @@
 using namespace dao;
 using daotest::Child;
 using daotest::errorOf;
+using daotest::numberFrom;
 using daotest::openShop;
 namespace fs = std::filesystem;
 
@@ -33,11 +33,6 @@ constexpr int kSpared = 2;  // these are never killed: they show whether anythin
 constexpr int kProducts = 10;
 constexpr int kStock = 100'000;
 constexpr int kLockTimeout = 60'000;  // milliseconds
-
-int numberFrom(const char* variable, int otherwise) {
-    const char* const text = std::getenv(variable);
-    return text == nullptr ? otherwise : std::atoi(text);
-}
 
 struct Usage {
     std::int64_t kilobytes = 0;
@@ -209,7 +204,7 @@ class SoakTest : public daotest::ShopTest {
         db.TableDefs().Append(table);
         db.Execute("INSERT INTO DocNumber (RacunBroj) VALUES (0)");
         db.Close();
-        random.seed(static_cast<unsigned>(numberFrom("TARVELLO_SOAK_SEED", 1)));
+        random.seed(static_cast<unsigned>(numberFrom("TARVELLO_SOAK_SEED").value_or(1)));
     }
 
     void begin(int who) {
@@ -321,7 +316,7 @@ void SoakTest::expectAllIsThere() {
 
 TEST_F(SoakTest, EverythingAtOnceWithKillsAndCompactionsStaysExact) {
     std::signal(SIGPIPE, SIG_IGN);  // one that died of an error is told by what it leaves
-    const auto end = Clock::now() + std::chrono::seconds(numberFrom("TARVELLO_SOAK_SECONDS", 12));
+    const auto end = Clock::now() + std::chrono::seconds(numberFrom("TARVELLO_SOAK_SECONDS").value_or(12));
     for (int who = 0; who < kWorkstations; ++who) {
         begin(who);
     }
