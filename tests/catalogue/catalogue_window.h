@@ -19,6 +19,8 @@
 #include "catalogue/catalogue_parent.h"
 #include "catalogue/frmInputBox.h"
 #include "catalogue/frmKonfiguratorEx.h"
+#include "catalogue/product_columns.h"
+#include "common/list_cells.h"
 #include "data/session.h"
 #include "platform/controls/boxes.h"
 #include "platform/controls/data_control.h"
@@ -248,7 +250,7 @@ class CatalogueWindow : public DeliveredFixture {
     QString productNames() {
         QStringList names;
         for (int row = 1; row <= products().count(); ++row) {
-            names.append(products().item(row).SubItems(1));
+            names.append(cellOf(products().item(row), ProductColumn::Name));
         }
         return names.join(QLatin1Char(','));
     }

@@ -44,10 +44,10 @@ TEST_F(frmKonfiguratorExLists, ARowTellsAllOfAProduct) {
     show([&] {
         const platform::ListItem& row = products().item(keyOf(m19));
         EXPECT_EQ(row.Text, "Adler");
-        EXPECT_EQ(row.SubItems(1), "19 inca");
-        EXPECT_EQ(row.SubItems(2), "opis 19 inca");
-        EXPECT_EQ(row.SubItems(3), "200.50");
-        EXPECT_EQ(row.SubItems(4), "0");
+        EXPECT_EQ(cellOf(row, ProductColumn::Name), "19 inca");
+        EXPECT_EQ(cellOf(row, ProductColumn::Description), "opis 19 inca");
+        EXPECT_EQ(cellOf(row, ProductColumn::Price), "200.50");
+        EXPECT_EQ(cellOf(row, ProductColumn::Stock), "0");
         EXPECT_EQ(row.Tag, "|Kom.");
         EXPECT_EQ(row.SmallIcon, "stanjenula");
         EXPECT_EQ(products().item(keyOf(m17)).SmallIcon, "stanjeok");
@@ -59,7 +59,7 @@ TEST_F(frmKonfiguratorExLists, NegativeStockIsNoStockEither) {
     show([&] {
         clickRow(groups(), "Procesori");
         clickRow(manufacturers(), "Celta");
-        EXPECT_EQ(products().item(1).SubItems(4), "-1");
+        EXPECT_EQ(cellOf(products().item(1), ProductColumn::Stock), "-1");
         EXPECT_EQ(products().item(1).SmallIcon, "stanjenula");
     });
 }
@@ -70,9 +70,9 @@ TEST_F(frmKonfiguratorExLists, ANullDescriptionShowsEmpty) {
         addRow("Oprema", "ID", {{"IDGrupe", monitors}, {"IDProizvodjaca", adler}, {"Naziv", "Goli"}});
     show([&] {
         const platform::ListItem& row = products().item(keyOf(bare));
-        EXPECT_EQ(row.SubItems(2), "");
-        EXPECT_EQ(row.SubItems(3), "");
-        EXPECT_EQ(row.SubItems(4), "");
+        EXPECT_EQ(cellOf(row, ProductColumn::Description), "");
+        EXPECT_EQ(cellOf(row, ProductColumn::Price), "");
+        EXPECT_EQ(cellOf(row, ProductColumn::Stock), "");
     });
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
 }
@@ -98,8 +98,8 @@ TEST_F(frmKonfiguratorExLists, DinarPricesAreEuroPricesTimesTheRate) {
     KursKupovni = 117.5F;
     show([&] {
         EXPECT_EQ(products().columns().text(4), "Cena [DIN]");
-        EXPECT_EQ(products().item(keyOf(m17)).SubItems(3), "11,750.00");
-        EXPECT_EQ(products().item(keyOf(m19)).SubItems(3), "23,558.75");
+        EXPECT_EQ(cellOf(products().item(keyOf(m17)), ProductColumn::Price), "11,750.00");
+        EXPECT_EQ(cellOf(products().item(keyOf(m19)), ProductColumn::Price), "23,558.75");
     });
 }
 
@@ -114,7 +114,7 @@ TEST_F(frmKonfiguratorExLists, ARateWithACommaIsWrittenWithAPoint) {
             window().RefreshProduct(false);
             EXPECT_TRUE(window().Data1[2]->RecordSource().contains("Oprema.Cena*117.5 AS Cena1"))
                 << window().Data1[2]->RecordSource().toStdString();
-            EXPECT_EQ(products().item(keyOf(m19)).SubItems(3), "23.558,75");
+            EXPECT_EQ(cellOf(products().item(keyOf(m19)), ProductColumn::Price), "23.558,75");
         });
     }
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
@@ -124,7 +124,7 @@ TEST_F(frmKonfiguratorExLists, FractionsOfStockGoByTheLocale) {
     fillShop();
     addProduct(monitors, adler, "Kabl", 1.0F, 2.5F);
     QLocale::setDefault(QLocale("de_DE"));
-    show([&] { EXPECT_EQ(products().item(3).SubItems(4), "2,5"); });
+    show([&] { EXPECT_EQ(cellOf(products().item(3), ProductColumn::Stock), "2,5"); });
 }
 
 TEST_F(frmKonfiguratorExLists, SortingByPriceOrdersByTheWholeTerm) {

@@ -48,7 +48,8 @@ TEST_F(Requisition, EnterTakesFromTheStockAndWritesARow) {
         EXPECT_EQ(held(m17, "Opis").asText(), "opis 17 inca");
         EXPECT_EQ(quantityOf(m17), 2.0F);
         EXPECT_EQ(held(m17, "Cena").asSingle(), 100.0F);
-        EXPECT_EQ(products().item(keyOf(m17)).SubItems(4), "3") << "the catalogue shows the new stock";
+        EXPECT_EQ(cellOf(products().item(keyOf(m17)), ProductColumn::Stock), "3")
+            << "the catalogue shows the new stock";
         EXPECT_EQ(products().selectedItem()->Key, keyOf(m17));
         EXPECT_EQ(parent().refreshes, 1);
         EXPECT_FALSE(parent().lastRefreshReset);
@@ -219,10 +220,10 @@ TEST_F(Requisition, ADinarPriceIsDividedByTheRate) {
     CeneDinarske = true;
     KursKupovni = 117.5F;
     withMonitors([&] {
-        ASSERT_EQ(products().item(keyOf(m17)).SubItems(3), "11,750.00");
+        ASSERT_EQ(cellOf(products().item(keyOf(m17)), ProductColumn::Price), "11,750.00");
         draw(m17, {entering("1")});
         EXPECT_EQ(held(m17, "Cena").asSingle(), 100.0F);
-        ASSERT_EQ(products().item(keyOf(odd)).SubItems(3), "3,916.63");
+        ASSERT_EQ(cellOf(products().item(keyOf(odd)), ProductColumn::Price), "3,916.63");
         draw(odd, {entering("1")});
         EXPECT_EQ(held(odd, "Cena").asSingle(), static_cast<float>(3916.63 / 117.5));
     });
@@ -234,7 +235,7 @@ TEST_F(Requisition, PricesAndStockGoByACommaAsByAPoint) {
     const int rope = addProduct(monitors, adler, "Uze", 1200.5F, 2.5F);
     QLocale::setDefault(QLocale("de_DE"));
     withMonitors([&] {
-        ASSERT_EQ(products().item(keyOf(cable)).SubItems(3), "1.200,50");
+        ASSERT_EQ(cellOf(products().item(keyOf(cable)), ProductColumn::Price), "1.200,50");
         draw(cable, {entering("1,5")});
         EXPECT_EQ(stockOf(cable), 1.0F);
         EXPECT_EQ(quantityOf(cable), 1.5F);
@@ -242,7 +243,7 @@ TEST_F(Requisition, PricesAndStockGoByACommaAsByAPoint) {
         CeneDinarske = true;
         KursKupovni = 117.5F;
         window().RefreshProduct(false);
-        ASSERT_EQ(products().item(keyOf(rope)).SubItems(3), "141.058,75");
+        ASSERT_EQ(cellOf(products().item(keyOf(rope)), ProductColumn::Price), "141.058,75");
         boxes.answers = {BoxAnswer::Yes};
         draw(rope, {entering("2,75")});
         expectQuestion(0, tooMany("2,5"), BoxIcon::Exclamation, BoxButtons::YesNoCancel);
@@ -383,7 +384,7 @@ TEST_F(Requisition, AfterAChangeOfStockTheFirstProductOfTheListPays) {
         EXPECT_EQ(quantityOf(last), 2.0F);
         EXPECT_EQ(held(last, "Naziv").asText(), "24 inca");
         EXPECT_EQ(held(last, "Cena").asSingle(), 400.0F);
-        EXPECT_EQ(products().item(keyOf(last)).SubItems(4), "4");
+        EXPECT_EQ(cellOf(products().item(keyOf(last)), ProductColumn::Stock), "4");
     });
 }
 
@@ -569,7 +570,7 @@ TEST_F(Requisition, ASearchThatFailsDrawsNothing) {
         EXPECT_EQ(quantityOf(last), 1.0F);
         EXPECT_EQ(serialOf(last), "SN1");
         EXPECT_EQ(parent().refreshes, 2) << "both windows show what the file has";
-        EXPECT_EQ(products().item(keyOf(last)).SubItems(4), "8");
+        EXPECT_EQ(cellOf(products().item(keyOf(last)), ProductColumn::Stock), "8");
         EXPECT_EQ(products().selectedItem()->Key, keyOf(last));
     });
 }

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "common/list_cells.h"
 #include "platform/system/numbers.h"
 
 namespace {
@@ -96,7 +97,7 @@ TEST(ProductColumns, ARowIsMarkedByWhetherThereIsAnyOfIt) {
         const platform::ListItem item = productItem(17, texts, each.pieces);
         EXPECT_EQ(item.SmallIcon, each.icon) << each.pieces;
         EXPECT_EQ(ProductRow(item).id(), 17);
-        EXPECT_EQ(item.SubItems(1), "17 inca");
+        EXPECT_EQ(cellOf(item, ProductColumn::Name), "17 inca");
     }
 }
 

@@ -57,7 +57,7 @@ TEST_F(Products, AddedProductBelongsToTheSelectedGroupAndManufacturer) {
                 [&] { window().AddNewProduct(); });
         EXPECT_EQ(productNames(), "17 inca,19 inca,22 inca");
         ASSERT_NE(products().selectedItem(), nullptr);
-        EXPECT_EQ(products().selectedItem()->SubItems(1), "22 inca");
+        EXPECT_EQ(cellOf(*products().selectedItem(), ProductColumn::Name), "22 inca");
         EXPECT_EQ(window().focusWidget(), &products());
     });
     EXPECT_TRUE(boxes.asked.isEmpty());
@@ -84,7 +84,7 @@ TEST_F(Products, PriceIsTypedInEuroAlsoWhereTheListShowsDinars) {
                     press(input, 1);
                 }},
                 [&] { window().AddNewProduct(); });
-        EXPECT_EQ(products().selectedItem()->SubItems(3), "1,175.00");
+        EXPECT_EQ(cellOf(*products().selectedItem(), ProductColumn::Price), "1,175.00");
     });
 }
 
@@ -108,7 +108,8 @@ TEST_F(Products, GoingOnBringsANewWindowEachTime) {
                  },
                  pressing(2)},
                 [&] { window().AddNewProduct(); });
-        EXPECT_EQ(products().selectedItem()->SubItems(1), "Drugi") << "the last one that was stored";
+        EXPECT_EQ(cellOf(*products().selectedItem(), ProductColumn::Name), "Drugi")
+            << "the last one that was stored";
     });
     EXPECT_EQ(countRows("Oprema"), 7);
 }
@@ -176,7 +177,7 @@ TEST_F(Products, NameOf255CharactersIsStoredWhole) {
     const QString longest(255, QLatin1Char('d'));
     withMonitors([&] {
         atInput({named(longest, 1)}, [&] { window().AddNewProduct(); });
-        EXPECT_EQ(products().selectedItem()->SubItems(1), longest);
+        EXPECT_EQ(cellOf(*products().selectedItem(), ProductColumn::Name), longest);
     });
     EXPECT_TRUE(boxes.asked.isEmpty());
 }
@@ -193,7 +194,7 @@ TEST_F(Products, StockLeftEmptyStoresZero) {
                     press(input, 1);
                 }},
                 [&] { window().AddNewProduct(); });
-        EXPECT_EQ(products().selectedItem()->SubItems(4), "0");
+        EXPECT_EQ(cellOf(*products().selectedItem(), ProductColumn::Stock), "0");
     });
 }
 
@@ -296,7 +297,7 @@ TEST_F(Products, EuroPriceGoesThroughTwoDecimals) {
         withMonitors([&] {
             clickProduct(3);
             ASSERT_NE(products().selectedItem(), nullptr);
-            EXPECT_EQ(products().selectedItem()->SubItems(3), one.list);
+            EXPECT_EQ(cellOf(*products().selectedItem(), ProductColumn::Price), one.list);
             atInput({[&](frmKonfigInput& input) {
                         EXPECT_EQ(field(input, 2), one.window);
                         press(input, 1);
@@ -351,7 +352,8 @@ TEST_F(Products, CancelledChangeLeavesListAndTableAlone) {
                     press(input, 2);
                 }},
                 [&] { window().EditProduct(); });
-        EXPECT_EQ(products().item(1).SubItems(2), "opis 17 inca") << "not even read again";
+        EXPECT_EQ(cellOf(products().item(1), ProductColumn::Description), "opis 17 inca")
+            << "not even read again";
         EXPECT_EQ(window().focusWidget(), &products());
     });
     EXPECT_EQ(nameOf(m17), "17 inca");
@@ -392,7 +394,8 @@ TEST_F(Products, DuplicateNameIsAskedAboutOnAChange) {
 
         openDatabase().Execute("UPDATE Oprema SET Opis='drugi' WHERE Naziv='17 inca'");
         atInput({named("Spori", 1)}, [&] { window().EditProduct(); });
-        EXPECT_EQ(products().item(1).SubItems(2), "drugi") << "after a No the list is read again";
+        EXPECT_EQ(cellOf(products().item(1), ProductColumn::Description), "drugi")
+            << "after a No the list is read again";
 
         boxes.answers = {BoxAnswer::Yes};
         atInput({named("Spori", 1)}, [&] { window().EditProduct(); });
@@ -554,12 +557,13 @@ TEST_F(Products, SelectionStaysAtItsPlaceOrGoesToTheFirst) {
     withMonitors([&] {
         clickProduct(2);
         QTest::keyClick(&products(), Qt::Key_Delete);
-        EXPECT_EQ(products().selectedItem()->SubItems(1), "23 inca");
+        EXPECT_EQ(cellOf(*products().selectedItem(), ProductColumn::Name), "23 inca");
         EXPECT_EQ(detail(), "opis 23 inca");
         clickProduct(3);
         QTest::keyClick(&products(), Qt::Key_Delete);
         ASSERT_EQ(productNames(), "17 inca,23 inca");
-        EXPECT_EQ(products().selectedItem()->SubItems(1), "17 inca") << "behind the last comes the first";
+        EXPECT_EQ(cellOf(*products().selectedItem(), ProductColumn::Name), "17 inca")
+            << "behind the last comes the first";
         EXPECT_EQ(detail(), "opis 17 inca");
         QTest::keyClick(&products(), Qt::Key_Delete);
         QTest::keyClick(&products(), Qt::Key_Delete);

@@ -30,8 +30,8 @@ TEST_F(RequisitionList, AnEmptyRequisitionShowsOnlyTheTotal) {
         EXPECT_EQ(keys(), QStringList{"total"});
         EXPECT_EQ(list().item(1).Text, " ");
         EXPECT_EQ(list().item(1).SmallIcon, "total");
-        EXPECT_EQ(cell("total", 6), " ");
-        EXPECT_EQ(cell("total", 7), "TOTAL:");
+        EXPECT_EQ(cell("total", RequisitionColumn::Price), " ");
+        EXPECT_EQ(cell("total", RequisitionColumn::Quantity), "TOTAL:");
         EXPECT_EQ(total(), "0.00");
         EXPECT_EQ(status(), "Nema dobavljaca u bazi podataka");
         EXPECT_EQ(usable(), "konfig refresh help");
@@ -82,9 +82,9 @@ TEST_F(RequisitionList, UnderACommaAmountsAndQuantitiesHaveIt) {
     QLocale::setDefault(QLocale("de_DE"));
     draw(12, "Asus", "Ploca", 1234.5F, 2.5F);
     show([&] {
-        EXPECT_EQ(cell("K12", 6), "1.234,50");
-        EXPECT_EQ(cell("K12", 7), "2,5");
-        EXPECT_EQ(cell("K12", 8), "3.086,25");
+        EXPECT_EQ(cell("K12", RequisitionColumn::Price), "1.234,50");
+        EXPECT_EQ(cell("K12", RequisitionColumn::Quantity), "2,5");
+        EXPECT_EQ(cell("K12", RequisitionColumn::Amount), "3.086,25");
         EXPECT_EQ(total(), "3.086,25");
     });
     EXPECT_EQ(win().TotalForPayment(), 3086.25F);
@@ -96,8 +96,8 @@ TEST_F(RequisitionList, DinarsAreCountedAtTheRateAndTheFileKeepsEuro) {
     draw(12, "Asus", "Ploca", 10.5F, 2);
     show([&] {
         EXPECT_EQ(list().columns().text(6), "Cena [DIN]");
-        EXPECT_EQ(cell("K12", 6), "1,233.75");
-        EXPECT_EQ(cell("K12", 8), "2,467.50");
+        EXPECT_EQ(cell("K12", RequisitionColumn::Price), "1,233.75");
+        EXPECT_EQ(cell("K12", RequisitionColumn::Amount), "2,467.50");
     });
     EXPECT_EQ(win().TotalForPayment(), 2467.5F);
     EXPECT_EQ(valueOf("InvoiceData", "OpremaID", 12, "Cena").asSingle(), 10.5F);
@@ -112,7 +112,8 @@ TEST_F(RequisitionList, EverydayPricesAddUpAsOnTheCustomersPaper) {
     const auto figures = [&] {
         QStringList all;
         for (const char* row : {"K11", "K12", "K13"}) {
-            all.append(cell(row, 6) + " x " + cell(row, 7) + " = " + cell(row, 8));
+            all.append(cell(row, RequisitionColumn::Price) + " x " + cell(row, RequisitionColumn::Quantity) +
+                       " = " + cell(row, RequisitionColumn::Amount));
         }
         return all.join("; ") + "; " + total();
     };
@@ -145,7 +146,7 @@ TEST_F(RequisitionList, TheTotalAddsUpTheAmountsOnShow) {
         draw(product, "Asus", "Sitnica", 0.335F, 1);
     }
     show([&] {
-        EXPECT_EQ(cell("K11", 8), "0.34");
+        EXPECT_EQ(cell("K11", RequisitionColumn::Amount), "0.34");
         EXPECT_EQ(total(), "1.02");
         EXPECT_EQ(status(), "3 proizvod(a) trebovano.");
     });
@@ -156,8 +157,8 @@ TEST_F(RequisitionList, AFieldThatIsNullIsEmpty) {
     draw(12, "Asus", "Ploca", 10, 1,
          {{"Proizvodjac", dao::Value()}, {"SN", dao::Value()}, {"JM", dao::Value()}});
     show([&] {
-        EXPECT_EQ(cell("K12", 1), "");
-        EXPECT_EQ(cell("K12", 5), "");
+        EXPECT_EQ(cell("K12", RequisitionColumn::Manufacturer), "");
+        EXPECT_EQ(cell("K12", RequisitionColumn::SerialNumber), "");
         EXPECT_EQ(list().item("K12").Tag, "");
     });
     EXPECT_TRUE(boxes.asked.isEmpty());

@@ -4,6 +4,8 @@
 #include <QTest>
 #include <QTimer>
 
+#include "common/list_cells.h"
+#include "documents/requisition_columns.h"
 #include "platform/system/launch.h"
 #include "support/fixture.h"
 
@@ -160,7 +162,8 @@ TEST_F(CriticalProducts, ThePriceIsFormattedOnceMoreInTheFile) {
     QLocale::setDefault(QLocale("de_DE"));
     CeneDinarske = true;
     add("K1", 1);
-    window->ListView1->changeItem("K1", [](platform::ListItem& row) { row.setSubItems(4, "1234,5678"); });
+    window->ListView1->changeItem(
+        "K1", [](platform::ListItem& row) { setCell(row, RequisitionColumn::SerialNumber, "1234,5678"); });
     QString errorText;
     EXPECT_TRUE(window->PrintReport(errorText));
     EXPECT_TRUE(file().contains("\nCena [DIN]: 1.234,57  x  2,5 kom.\n\n")) << file().toStdString();

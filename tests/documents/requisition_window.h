@@ -11,7 +11,9 @@
 #include <functional>
 #include <memory>
 
+#include "common/list_cells.h"
 #include "documents/frmInvoiceEx.h"
+#include "documents/requisition_columns.h"
 #include "platform/system/launch.h"
 #include "support/fixture.h"
 #include "support/modal.h"
@@ -130,17 +132,16 @@ class RequisitionWindow : public DeliveredFixture {
         QStringList all;
         for (int i = 1; i <= list().count(); ++i) {
             if (list().item(i).Key != "total") {
-                all.append(list().item(i).SubItems(2));
+                all.append(cellOf(list().item(i), RequisitionColumn::Name));
             }
         }
         return all.join(',');
     }
     static QString key(int product) { return QStringLiteral("K%1").arg(product); }
-    QString cell(const QString& rowKey, int column) {
-        const platform::ListItem& row = list().item(rowKey);
-        return column == 1 ? row.Text : row.SubItems(column - 1);
+    QString cell(const QString& rowKey, RequisitionColumn column) {
+        return cellOf(list().item(rowKey), column);
     }
-    QString total() { return cell("total", 8); }
+    QString total() { return cell("total", RequisitionColumn::Amount); }
     QString status() { return win().StatusBar1->panelText("tekst"); }
     QString selectedKey() {
         const platform::ListItem* row = list().selectedItem();

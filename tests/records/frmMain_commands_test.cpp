@@ -282,7 +282,7 @@ TEST_F(Commands, PopupMenuUnsortsOnlyASortedList) {
     start();
     tab(3);
     EXPECT_FALSE(inPopup().contains(Command::Unsort));
-    by_hand::clickHeader(win().controls.ListView1, 4);
+    by_hand::clickHeader(win().controls.ListView1, columnNumber(ServiceColumn::Price));
     EXPECT_TRUE(inPopup().contains(Command::Unsort));
     giveInPopup(Command::Unsort);
     EXPECT_FALSE(win().choices.order.LVWSorted);

@@ -272,8 +272,8 @@ TEST_F(Start, SettingsMakeTheRoundTrip) {
     win().choices.report.PrintOSDetails = false;
     win().choices.report.IncludeServices = false;
     win().choices.report.ShowOnlySelectedClient = false;
-    win().controls.ListView1->columns().setWidth(2, 2100);
-    win().controls.ListView1->columns().setPosition(7, 1);
+    win().controls.ListView1->columns().setWidth(columnNumber(ServiceColumn::ToBeFinished), 2100);
+    win().controls.ListView1->columns().setPosition(columnNumber(ServiceColumn::Paid), 1);
     const QPoint place = win().pos();
     end();
     EXPECT_EQ(settings::text(settings::DueDateDiff), "12");
@@ -290,8 +290,8 @@ TEST_F(Start, SettingsMakeTheRoundTrip) {
     EXPECT_FALSE(win().choices.report.IncludeServices);
     EXPECT_FALSE(win().choices.report.ShowOnlySelectedClient);
     EXPECT_TRUE(win().choices.report.PrintComputerComments);
-    EXPECT_EQ(win().controls.ListView1->columns().width(2), 2100);
-    EXPECT_EQ(win().controls.ListView1->columns().position(7), 1);
+    EXPECT_EQ(win().controls.ListView1->columns().width(columnNumber(ServiceColumn::ToBeFinished)), 2100);
+    EXPECT_EQ(win().controls.ListView1->columns().position(columnNumber(ServiceColumn::Paid)), 1);
 }
 
 TEST_F(Start, UntouchedListKeepsItsColumnsInTheSettings) {
@@ -338,14 +338,14 @@ TEST_F(Start, SortedListComesUpSortedWithItsIcon) {
     EXPECT_EQ(win().controls.Data1[2]->RecordSource(), "SELECT * FROM QDServices0")
         << "sorted when it is shown";
     tab(3);
-    EXPECT_EQ(win().controls.ListView1->columns().icon(4), "SortDown");
-    EXPECT_EQ(win().controls.ListView1->item(1).SubItems(3), "9.00");
+    EXPECT_EQ(win().controls.ListView1->columns().icon(columnNumber(ServiceColumn::Price)), "SortDown");
+    EXPECT_EQ(cellOf(win().controls.ListView1->item(1), ServiceColumn::Price), "9.00");
     end();
     settings::setText(settings::LVWSortOrder, "ASC");
     start();
     tab(3);
-    EXPECT_EQ(win().controls.ListView1->columns().icon(4), "SortUp");
-    EXPECT_EQ(win().controls.ListView1->item(1).SubItems(3), "1.00");
+    EXPECT_EQ(win().controls.ListView1->columns().icon(columnNumber(ServiceColumn::Price)), "SortUp");
+    EXPECT_EQ(cellOf(win().controls.ListView1->item(1), ServiceColumn::Price), "1.00");
 }
 
 TEST_F(Start, UnsortedListHasNoIcon) {

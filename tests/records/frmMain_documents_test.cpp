@@ -55,7 +55,7 @@ class Documents : public MainWindow {
         });
     }
     QString price(int id) {
-        return win().controls.ListView1->item(QStringLiteral("K%1").arg(id)).SubItems(3);
+        return cellOf(win().controls.ListView1->item(QStringLiteral("K%1").arg(id)), ServiceColumn::Price);
     }
     Currency storedPrice(int id) { return valueOf("Services", "ID", id, "Price").asCurrency(); }
 

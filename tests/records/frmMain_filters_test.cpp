@@ -364,12 +364,12 @@ TEST_F(Filters, OrderInForceSurvives) {
     const int dear = addService(computer, {{"Price", money(90)}});
     start();
     tab(3);
-    clickHeader(4);
-    clickHeader(4);
+    clickHeader(ServiceColumn::Price);
+    clickHeader(ServiceColumn::Price);
     filter(Command::FilterNotFinishedNotPaid);
     EXPECT_EQ(listed(), QList<int>({dear, cheap}));
     EXPECT_TRUE(source(2).endsWith(" ORDER BY Price DESC"));
-    EXPECT_EQ(win().controls.ListView1->columns().icon(4), "SortDown");
+    EXPECT_EQ(win().controls.ListView1->columns().icon(columnNumber(ServiceColumn::Price)), "SortDown");
 }
 
 // --- What was typed, and what fails.

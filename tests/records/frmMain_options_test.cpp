@@ -23,7 +23,7 @@ class MainOptions : public MainWindow {
         by_hand::clickRow(win().controls.ListView1, win().controls.ListView1->indexOf(key()));
     }
     QString key() const { return QStringLiteral("K%1").arg(service); }
-    QString price() { return win().controls.ListView1->item(key()).SubItems(3); }
+    QString price() { return cellOf(win().controls.ListView1->item(key()), ServiceColumn::Price); }
     // Opens the window from the menu; `work` may leave it by itself, otherwise it is left by OK.
     void options(const std::function<void(frmOptions&)>& work) {
         inModal<frmOptions>([&] { give(Command::Options); },
@@ -116,14 +116,14 @@ TEST_F(MainOptions, AnotherUnitShowsTheAmountsAnewAtOnce) {
     options([&](frmOptions& window) { by_hand::click(check(window, 2)); });
     tab(3);
     EXPECT_EQ(price(), "8,000.00");
-    EXPECT_EQ(win().controls.ListView1->columns().text(4), "Price [DIN]");
+    EXPECT_EQ(win().controls.ListView1->columns().text(columnNumber(ServiceColumn::Price)), "Price [DIN]");
     options([&](frmOptions& window) { type(number(window, 2), "117.5"); });
     tab(3);
     EXPECT_EQ(price(), "11,750.00");
     options([&](frmOptions& window) { by_hand::click(check(window, 2)); });
     tab(3);
     EXPECT_EQ(price(), "100.00");
-    EXPECT_EQ(win().controls.ListView1->columns().text(4), "Price [EUR]");
+    EXPECT_EQ(win().controls.ListView1->columns().text(columnNumber(ServiceColumn::Price)), "Price [EUR]");
 }
 
 // A refresh reads every record of the shop again; it must come when it is needed, and only then.

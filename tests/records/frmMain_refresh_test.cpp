@@ -154,22 +154,22 @@ TEST_F(WholeShop, RemoveWithoutAFilterOnlyDisablesItsButton) {
 TEST_F(WholeShop, RefreshShowsTheUnitThatHasChanged) {
     start();
     tab(3);
-    EXPECT_EQ(win().controls.ListView1->columns().text(4), "Price [EUR]");
+    EXPECT_EQ(win().controls.ListView1->columns().text(columnNumber(ServiceColumn::Price)), "Price [EUR]");
     CeneDinarske = true;
     KursKupovni = 117.5F;
     win().shop.filter.RemoveFilters();
-    EXPECT_EQ(win().controls.ListView1->columns().text(4), "Price [EUR]")
+    EXPECT_EQ(win().controls.ListView1->columns().text(columnNumber(ServiceColumn::Price)), "Price [EUR]")
         << "only a refresh renews the headers";
     tool("Refresh");
-    EXPECT_EQ(win().controls.ListView1->columns().text(4), "Price [DIN]");
-    EXPECT_EQ(win().controls.ListView1->columns().text(7), "Paid [DIN]");
-    EXPECT_EQ(win().controls.ListView1->columns().text(5), "Discount");
-    EXPECT_EQ(win().controls.ListView1->item(1).SubItems(3), "11,750.00");
+    EXPECT_EQ(win().controls.ListView1->columns().text(columnNumber(ServiceColumn::Price)), "Price [DIN]");
+    EXPECT_EQ(win().controls.ListView1->columns().text(columnNumber(ServiceColumn::Paid)), "Paid [DIN]");
+    EXPECT_EQ(win().controls.ListView1->columns().text(columnNumber(ServiceColumn::Discount)), "Discount");
+    EXPECT_EQ(cellOf(win().controls.ListView1->item(1), ServiceColumn::Price), "11,750.00");
     CeneDinarske = false;
     tool("Refresh");
-    EXPECT_EQ(win().controls.ListView1->columns().text(4), "Price [EUR]");
-    EXPECT_EQ(win().controls.ListView1->columns().text(7), "Paid [EUR]");
-    EXPECT_EQ(win().controls.ListView1->item(1).SubItems(3), "100.00");
+    EXPECT_EQ(win().controls.ListView1->columns().text(columnNumber(ServiceColumn::Price)), "Price [EUR]");
+    EXPECT_EQ(win().controls.ListView1->columns().text(columnNumber(ServiceColumn::Paid)), "Paid [EUR]");
+    EXPECT_EQ(cellOf(win().controls.ListView1->item(1), ServiceColumn::Price), "100.00");
 }
 
 TEST_F(WholeShop, OrderAndIconsSurvive) {
@@ -177,8 +177,8 @@ TEST_F(WholeShop, OrderAndIconsSurvive) {
     start();
     choose(0, "Babic, Bo");
     tab(3);
-    clickHeader(4);
-    clickHeader(4);
+    clickHeader(ServiceColumn::Price);
+    clickHeader(ServiceColumn::Price);
     filter(Command::FilterNotFinishedNotPaid);
     for (const char* command : {"RemoveFilter", "Refresh"}) {
         tool(command);

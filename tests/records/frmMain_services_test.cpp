@@ -142,16 +142,16 @@ TEST_F(Services, ColumnsBearTheirKeysAndTheUnit) {
 
 TEST_F(Services, ColumnsInDinarsSaySo) {
     CeneDinarske = true;
-    EXPECT_EQ(list().columns().text(4), "Price [DIN]");
-    EXPECT_EQ(list().columns().text(7), "Paid [DIN]");
+    EXPECT_EQ(list().columns().text(columnNumber(ServiceColumn::Price)), "Price [DIN]");
+    EXPECT_EQ(list().columns().text(columnNumber(ServiceColumn::Paid)), "Paid [DIN]");
 }
 
 TEST_F(Services, ColumnsTakeTheirPlacesFromTheSettings) {
     settings::setText(settings::LVWColumnWidths, "1500;3000;1440;1440;1440;1440;900");
     settings::setText(settings::LVWColumnPositions, "2;3;4;1;7;6;5");
-    EXPECT_EQ(list().columns().width(1), 1500);
-    EXPECT_EQ(list().columns().width(2), 3000);
-    EXPECT_EQ(list().columns().width(7), 900);
+    EXPECT_EQ(list().columns().width(columnNumber(ServiceColumn::Started)), 1500);
+    EXPECT_EQ(list().columns().width(columnNumber(ServiceColumn::ToBeFinished)), 3000);
+    EXPECT_EQ(list().columns().width(columnNumber(ServiceColumn::Paid)), 900);
     const int places[] = {2, 3, 4, 1, 7, 6, 5};
     for (int column = 1; column <= 7; ++column) {
         EXPECT_EQ(list().columns().position(column), places[column - 1]) << column;
@@ -212,7 +212,7 @@ TEST_F(Services, FourStatesAreToldApart) {
     EXPECT_EQ(row(fnp).SmallIcon, "FinishedNotPayed");
     EXPECT_EQ(row(nfp).SmallIcon, "NotFinishedPayed");
     EXPECT_EQ(row(nfnp).SmallIcon, "NotFinishedNotPayed");
-    EXPECT_EQ(row(nfnp).SubItems(1), "") << "a date left empty";
+    EXPECT_EQ(cellOf(row(nfnp), ServiceColumn::ToBeFinished), "") << "a date left empty";
 }
 
 TEST_F(Services, JobWithoutAPriceIsNeverPaid) {
@@ -224,7 +224,7 @@ TEST_F(Services, JobWithoutAPriceIsNeverPaid) {
 
 TEST_F(Services, DateBefore1990CountsAsNoneInTheList) {
     const int id = addService(machine, {{"ServiceFinished", day(1989, 12, 31)}});
-    EXPECT_EQ(row(id).SubItems(2), "");
+    EXPECT_EQ(cellOf(row(id), ServiceColumn::Finished), "");
     EXPECT_EQ(row(id).SmallIcon, "NotFinishedNotPayed");
 }
 
@@ -232,8 +232,8 @@ TEST_F(Services, DinarsAreStoredEuroTimesTheRate) {
     CeneDinarske = true;
     KursKupovni = 76.5F;
     const int id = addService(machine, {{"Price", money(117.2)}, {"Paid", money(10)}});
-    EXPECT_EQ(row(id).SubItems(3), "8,965.80");
-    EXPECT_EQ(row(id).SubItems(6), "765.00");
+    EXPECT_EQ(cellOf(row(id), ServiceColumn::Price), "8,965.80");
+    EXPECT_EQ(cellOf(row(id), ServiceColumn::Paid), "765.00");
 }
 
 TEST_F(Services, ToleranceIsOneOfDinars) {
@@ -288,12 +288,12 @@ TEST_F(Services, AmountThatCannotBeReadIsThatOfTheRowBefore) {
     const int third =
         addService(machine, {{"Price", Value()}, {"GST", Value()}, {"ServiceFinished", Value()}});
     const int fourth = addService(machine, {{"Price", Value()}, {"GST", 8.0F}});
-    EXPECT_EQ(row(first).SubItems(3), "0.00") << "nothing before the first";
-    EXPECT_EQ(row(second).SubItems(3), "50.00");
+    EXPECT_EQ(cellOf(row(first), ServiceColumn::Price), "0.00") << "nothing before the first";
+    EXPECT_EQ(cellOf(row(second), ServiceColumn::Price), "50.00");
     EXPECT_EQ(subItems(row(third)), QStringList({"", "1/1/2026", "50.00", "0", "18", "0.00"}));
     EXPECT_EQ(row(third).SmallIcon, "FinishedNotPayed");
-    EXPECT_EQ(row(fourth).SubItems(3), "50.00");
-    EXPECT_EQ(row(fourth).SubItems(5), "8");
+    EXPECT_EQ(cellOf(row(fourth), ServiceColumn::Price), "50.00");
+    EXPECT_EQ(cellOf(row(fourth), ServiceColumn::Tax), "8");
 }
 
 TEST_F(Services, ClickOnARowShowsItsDetails) {
@@ -339,7 +339,7 @@ TEST_F(ManyServices, RowsNobodySeesAreNotComputed) {
 
 TEST_F(ManyServices, EachRowIsItsService) {
     EXPECT_EQ(list().item(777).Key, "K" + QString::number(ids[776]));
-    EXPECT_EQ(list().item(777).SubItems(3), "777.00");
+    EXPECT_EQ(cellOf(list().item(777), ServiceColumn::Price), "777.00");
     EXPECT_EQ(list().indexOf("K" + QString::number(ids[499])), 500);
     EXPECT_EQ(list().indexOf("K999999"), 0);
     window().services.list.fill("K" + QString::number(ids[899]));
@@ -348,23 +348,23 @@ TEST_F(ManyServices, EachRowIsItsService) {
 }
 
 TEST_F(ManyServices, AmountsAreCarriedFromTheRowBeforeThere) {
-    EXPECT_EQ(list().item(300).SubItems(3), "299.00");
+    EXPECT_EQ(cellOf(list().item(300), ServiceColumn::Price), "299.00");
     openDatabase().Execute("UPDATE Services SET Price=NULL WHERE ID>" + std::to_string(ids[9]));
     refill();
-    EXPECT_EQ(list().item(1000).SubItems(3), "10.00");
-    EXPECT_EQ(list().item(11).SubItems(3), "10.00");
-    EXPECT_EQ(list().item(500).SubItems(3), "10.00");
+    EXPECT_EQ(cellOf(list().item(1000), ServiceColumn::Price), "10.00");
+    EXPECT_EQ(cellOf(list().item(11), ServiceColumn::Price), "10.00");
+    EXPECT_EQ(cellOf(list().item(500), ServiceColumn::Price), "10.00");
     openDatabase().Execute("UPDATE Services SET Price=NULL");
     refill();
-    EXPECT_EQ(list().item(700).SubItems(3), "0.00");
+    EXPECT_EQ(cellOf(list().item(700), ServiceColumn::Price), "0.00");
 }
 
 TEST_F(ManyServices, RowStaysAsItWasWhenItWasMade) {
-    EXPECT_EQ(list().item(5).SubItems(3), "5.00");
+    EXPECT_EQ(cellOf(list().item(5), ServiceColumn::Price), "5.00");
     openDatabase().Execute("UPDATE Services SET Price=77 WHERE ID=" + std::to_string(ids[4]));
-    EXPECT_EQ(list().item(5).SubItems(3), "5.00");
+    EXPECT_EQ(cellOf(list().item(5), ServiceColumn::Price), "5.00");
     refill();
-    EXPECT_EQ(list().item(5).SubItems(3), "77.00");
+    EXPECT_EQ(cellOf(list().item(5), ServiceColumn::Price), "77.00");
 }
 
 TEST_F(ManyServices, RowsBelowADeletedOneKeepTheirServices) {
@@ -393,7 +393,7 @@ TEST_F(ManyServices, NewServiceStandsAtTheEnd) {
     addInEditor([&] { type(5, "5"); });
     EXPECT_EQ(list().count(), kRows + 1);
     EXPECT_EQ(list().selectedIndex(), kRows + 1);
-    EXPECT_EQ(list().item(kRows + 1).SubItems(3), "5.00");
+    EXPECT_EQ(cellOf(list().item(kRows + 1), ServiceColumn::Price), "5.00");
 }
 
 // --- Deleting.
@@ -543,7 +543,7 @@ TEST_F(Services, EditedServiceChangesItsRowAndItsRecord) {
     });
     EXPECT_EQ(list().count(), 2);
     EXPECT_EQ(row(id).SmallIcon, "FinishedPayed");
-    EXPECT_EQ(row(id).SubItems(2), "3/8/2026");
+    EXPECT_EQ(cellOf(row(id), ServiceColumn::Finished), "3/8/2026");
     EXPECT_EQ(row(id).Tag, "2##before");
     EXPECT_EQ(stored(id, "ServiceFinished").asDate(), day(2026, 3, 8));
     EXPECT_EQ(stored(id, "Paid").asCurrency(), money(106.2));
@@ -561,7 +561,7 @@ TEST_F(Services, CancelledEditChangesNothing) {
         type(5, "7");
         press(1);
     });
-    EXPECT_EQ(row(id).SubItems(3), "100.00");
+    EXPECT_EQ(cellOf(row(id), ServiceColumn::Price), "100.00");
     EXPECT_EQ(stored(id, "Price").asCurrency(), money(100));
 }
 
@@ -595,9 +595,10 @@ TEST_F(Services, FieldThatCannotBeWrittenLeavesTheOthers) {
     EXPECT_TRUE(boxes.asked.isEmpty());
     EXPECT_EQ(stored(id, "Price").asCurrency(), money(100));
     EXPECT_EQ(stored(id, "Paid").asCurrency(), money(9));
-    EXPECT_NE(row(id).SubItems(3), "100.00") << "the list shows what was entered, until it is filled again";
+    EXPECT_NE(cellOf(row(id), ServiceColumn::Price), "100.00")
+        << "the list shows what was entered, until it is filled again";
     refill();
-    EXPECT_EQ(row(id).SubItems(3), "100.00");
+    EXPECT_EQ(cellOf(row(id), ServiceColumn::Price), "100.00");
 }
 
 TEST_F(Services, FailureToWriteIsNotReported) {
@@ -608,7 +609,8 @@ TEST_F(Services, FailureToWriteIsNotReported) {
         window().controls.Data1[2]->Recordset().Close();
     });
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
-    EXPECT_EQ(list().item(1).SubItems(3), "55.00") << "the list shows more than the database holds";
+    EXPECT_EQ(cellOf(list().item(1), ServiceColumn::Price), "55.00")
+        << "the list shows more than the database holds";
 }
 
 TEST_F(Services, DoubleClickAndEnterEdit) {
@@ -669,12 +671,12 @@ TEST_P(Amounts, TypedAmountComesBackFromTheDatabase) {
         type(8, "0");
     });
     const int id = list().item(1).Key.mid(1).toInt();
-    EXPECT_EQ(row(id).SubItems(3), local("12,345.67"));
-    EXPECT_EQ(row(id).SubItems(6), local("1,000.50"));
+    EXPECT_EQ(cellOf(row(id), ServiceColumn::Price), local("12,345.67"));
+    EXPECT_EQ(cellOf(row(id), ServiceColumn::Paid), local("1,000.50"));
     EXPECT_EQ(stored(id, "Price").asCurrency(), GetParam().dinars ? money(161.3813) : money(12345.67));
     refill();
-    EXPECT_EQ(row(id).SubItems(3), local("12,345.67"));
-    EXPECT_EQ(row(id).SubItems(6), local("1,000.50"));
+    EXPECT_EQ(cellOf(row(id), ServiceColumn::Price), local("12,345.67"));
+    EXPECT_EQ(cellOf(row(id), ServiceColumn::Paid), local("1,000.50"));
 }
 
 TEST_P(Amounts, ConfirmedEditLeavesStoredAmountsAlone) {
@@ -683,13 +685,13 @@ TEST_P(Amounts, ConfirmedEditLeavesStoredAmountsAlone) {
     window();
     for (const int service : {id, large}) {
         list().select("K" + QString::number(service));
-        const QString price = row(service).SubItems(3);
+        const QString price = cellOf(row(service), ServiceColumn::Price);
         for (int i = 0; i < 3; ++i) {
             editInEditor([] {});
         }
         EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
         refill("K" + QString::number(service));
-        EXPECT_EQ(row(service).SubItems(3), price);
+        EXPECT_EQ(cellOf(row(service), ServiceColumn::Price), price);
     }
     EXPECT_EQ(stored(id, "Price").asCurrency(), money(1234.5));
     EXPECT_EQ(stored(id, "Paid").asCurrency(), money(1000.2));
@@ -724,7 +726,7 @@ TEST_F(Services, RepricingWritesTheTotalAndThePaidHalf) {
     const int id = addService(machine, {{"Paid", money(100)}, {"ServiceFinished", day(2026, 3, 8)}});
     EXPECT_EQ(row(id).SmallIcon, "FinishedPayed");
     repriceService(window(), *window().controls.ListView1, *window().controls.Data1[2], id, 12000);
-    EXPECT_EQ(row(id).SubItems(3), "12,000.00");
+    EXPECT_EQ(cellOf(row(id), ServiceColumn::Price), "12,000.00");
     EXPECT_EQ(row(id).SmallIcon, "FinishedNotPayed");
     EXPECT_EQ(stored(id, "Price").asCurrency(), money(150));
     repriceService(window(), *window().controls.ListView1, *window().controls.Data1[2], id, 8000);
@@ -765,7 +767,7 @@ TEST_F(Services, RepricingWritesTheTotalThoughTheRowCannotBeRead) {
     list().changeItem("K" + QString::number(id), [](platform::ListItem& item) { item.setSubItems(6, "?"); });
     repriceService(window(), *window().controls.ListView1, *window().controls.Data1[2], id, 50);
     EXPECT_TRUE(boxes.asked.isEmpty());
-    EXPECT_EQ(row(id).SubItems(3), "50.00");
+    EXPECT_EQ(cellOf(row(id), ServiceColumn::Price), "50.00");
     EXPECT_EQ(row(id).SmallIcon, "NotFinishedNotPayed");
     EXPECT_EQ(stored(id, "Price").asCurrency(), money(50));
 }
@@ -795,7 +797,8 @@ TEST_F(Services, FailingRepricingIsSilentAndLeavesThePrice) {
     colleague.hold();
     repriceService(window(), *window().controls.ListView1, *window().controls.Data1[2], id, 50);
     EXPECT_TRUE(boxes.asked.isEmpty());
-    EXPECT_EQ(row(id).SubItems(3), "50.00") << "the list goes first, until it is filled again";
+    EXPECT_EQ(cellOf(row(id), ServiceColumn::Price), "50.00")
+        << "the list goes first, until it is filled again";
     colleague.letGo();
     EXPECT_EQ(stored(id, "Price").asCurrency(), money(100));
     EXPECT_EQ(window().controls.Data1[2]->Recordset().EditMode(), dao::Recordset::EditModeKind::None)

@@ -273,7 +273,7 @@ TEST_F(Session, RestartKeepsTheOrderOfTheList) {
     win().choices.order.LVWSortField = "Price";
     win().choices.order.LVWSortOrder = "DESC";
     restart();
-    EXPECT_EQ(win().controls.ListView1->item(1).SubItems(3), "9.00");
+    EXPECT_EQ(cellOf(win().controls.ListView1->item(1), ServiceColumn::Price), "9.00");
 }
 
 TEST_F(Session, RestartOnAClientWithoutComputersShowsAllServicesInOrder) {
@@ -290,7 +290,7 @@ TEST_F(Session, RestartOnAClientWithoutComputersShowsAllServicesInOrder) {
     EXPECT_EQ(chosen(0), "Zoric, Zora");
     EXPECT_EQ(win().controls.Combo1[1]->entryCount(), 0);
     EXPECT_EQ(win().controls.ListView1->count(), 2);
-    EXPECT_EQ(win().controls.ListView1->item(1).SubItems(3), "9.00");
+    EXPECT_EQ(cellOf(win().controls.ListView1->item(1), ServiceColumn::Price), "9.00");
 }
 
 TEST_F(FileOfTheSession, CompactingMakesTheFileSmallerAndKeepsTheRecords) {

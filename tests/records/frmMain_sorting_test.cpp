@@ -47,46 +47,46 @@ TEST_F(Sorting, EachColumnSortsUpAndDown) {
     startOnServices();
     ASSERT_EQ(listed(), QList<int>({first, second, third}));
     const struct {
-        int column;
+        ServiceColumn column;
         const char* field;
         QList<int> ascending;
-    } columns[] = {{2, "ServiceToBeFinished", {second, third, first}},
-                   {3, "ServiceFinished", {second, third, first}},
-                   {4, "Price", {third, first, second}},
-                   {5, "Discount", {first, third, second}},
-                   {6, "GST", {first, third, second}},
-                   {7, "Paid", {first, second, third}},
-                   {1, "ServiceStarted", {second, third, first}}};
+    } columns[] = {{ServiceColumn::ToBeFinished, "ServiceToBeFinished", {second, third, first}},
+                   {ServiceColumn::Finished, "ServiceFinished", {second, third, first}},
+                   {ServiceColumn::Price, "Price", {third, first, second}},
+                   {ServiceColumn::Discount, "Discount", {first, third, second}},
+                   {ServiceColumn::Tax, "GST", {first, third, second}},
+                   {ServiceColumn::Paid, "Paid", {first, second, third}},
+                   {ServiceColumn::Started, "ServiceStarted", {second, third, first}}};
     for (const auto& each : columns) {
         clickHeader(each.column);
         EXPECT_EQ(listed(), each.ascending) << each.field;
         EXPECT_EQ(sortState(), QStringLiteral("1 %1 ASC").arg(each.field));
-        EXPECT_EQ(win().controls.ListView1->columns().icon(each.column), "SortUp");
+        EXPECT_EQ(win().controls.ListView1->columns().icon(columnNumber(each.column)), "SortUp");
         clickHeader(each.column);
         EXPECT_EQ(listed(), QList<int>(each.ascending.rbegin(), each.ascending.rend())) << each.field;
         EXPECT_EQ(sortState(), QStringLiteral("1 %1 DESC").arg(each.field));
-        EXPECT_EQ(win().controls.ListView1->columns().icon(each.column), "SortDown");
+        EXPECT_EQ(win().controls.ListView1->columns().icon(columnNumber(each.column)), "SortDown");
     }
 }
 
 TEST_F(Sorting, FirstClickOnTheStartDateSortsDownwards) {
     startOnServices();
-    clickHeader(1);
+    clickHeader(ServiceColumn::Started);
     EXPECT_EQ(sortState(), "1 ServiceStarted DESC");
     EXPECT_EQ(listed(), QList<int>({first, third, second}));
     EXPECT_EQ(icons(), QStringList({"SortDown", "", "", "", "", "", ""}));
-    clickHeader(1);
+    clickHeader(ServiceColumn::Started);
     EXPECT_EQ(icons(), QStringList({"SortUp", "", "", "", "", "", ""}));
 }
 
 TEST_F(Sorting, ColumnThatIsLeftGetsTheBlankPicture) {
     startOnServices();
-    clickHeader(4);
+    clickHeader(ServiceColumn::Price);
     EXPECT_EQ(icons(), QStringList({"", "", "", "SortUp", "", "", ""}))
         << "the usual column had no picture to lose";
-    clickHeader(7);
+    clickHeader(ServiceColumn::Paid);
     EXPECT_EQ(icons(), QStringList({"", "", "", "Dummy", "", "", "SortUp"}));
-    clickHeader(4);
+    clickHeader(ServiceColumn::Price);
     EXPECT_EQ(icons(), QStringList({"", "", "", "SortUp", "", "", "Dummy"}));
     EXPECT_EQ(sortState(), "1 Price ASC") << "a new column begins upwards, also the second time";
 }
@@ -95,12 +95,12 @@ TEST_F(Sorting, OnlyTheOrderInTheSourceChanges) {
     startOnServices();
     const QString plain = QStringLiteral("SELECT * FROM QDServices0 WHERE MachineID=%1").arg(desk);
     ASSERT_EQ(source(2), plain);
-    clickHeader(4);
+    clickHeader(ServiceColumn::Price);
     EXPECT_EQ(source(2), plain + " ORDER BY Price ASC");
-    clickHeader(4);
+    clickHeader(ServiceColumn::Price);
     EXPECT_EQ(source(2), plain + " ORDER BY Price DESC");
     win().controls.Data1[2]->selection = platform::Selection::statement(plain + "   ");
-    clickHeader(7);
+    clickHeader(ServiceColumn::Paid);
     EXPECT_EQ(source(2), plain + " ORDER BY Paid ASC");
     win().services.sorting.UnsortServices();
     EXPECT_EQ(source(2), plain);
@@ -109,9 +109,9 @@ TEST_F(Sorting, OnlyTheOrderInTheSourceChanges) {
 TEST_F(Sorting, SelectionStaysOnItsService) {
     startOnServices();
     win().controls.ListView1->select(QStringLiteral("K%1").arg(third));
-    clickHeader(4);
+    clickHeader(ServiceColumn::Price);
     EXPECT_EQ(win().controls.ListView1->selectedIndex(), 1);
-    clickHeader(4);
+    clickHeader(ServiceColumn::Price);
     EXPECT_EQ(win().controls.ListView1->selectedIndex(), 3);
     EXPECT_EQ(win().services.list.shownKey(), QStringLiteral("K%1").arg(third));
     win().services.sorting.UnsortServices();
@@ -122,16 +122,16 @@ TEST_F(Sorting, AmountsSortAsStoredAndNotAsTheirTexts) {
     CeneDinarske = true;
     KursKupovni = 1000.0F;
     startOnServices();
-    clickHeader(4);
+    clickHeader(ServiceColumn::Price);
     EXPECT_EQ(listed(), QList<int>({third, first, second})) << "20,000 before 90,000 before 100,000";
 }
 
 TEST_F(Sorting, EmptyDatesComeFirst) {
     const int undated = addService(desk);
     startOnServices();
-    clickHeader(2);
+    clickHeader(ServiceColumn::ToBeFinished);
     EXPECT_EQ(listed().first(), undated);
-    clickHeader(2);
+    clickHeader(ServiceColumn::ToBeFinished);
     EXPECT_EQ(listed().last(), undated);
 }
 
@@ -142,7 +142,7 @@ TEST_F(Sorting, EmptyListIsNotSorted) {
     tab(3);
     ASSERT_EQ(win().controls.ListView1->count(), 0);
     const QString before = source(2);
-    clickHeader(4);
+    clickHeader(ServiceColumn::Price);
     win().services.sorting.UnsortServices();
     EXPECT_EQ(sortState(), "0 ServiceStarted ASC");
     EXPECT_EQ(icons(), kNoIcons);
@@ -151,8 +151,8 @@ TEST_F(Sorting, EmptyListIsNotSorted) {
 
 TEST_F(Sorting, PopupTakesTheOrderAway) {
     startOnServices();
-    clickHeader(4);
-    clickHeader(7);
+    clickHeader(ServiceColumn::Price);
+    clickHeader(ServiceColumn::Paid);
     giveInPopup(Command::Unsort);
     EXPECT_EQ(sortState(), "0 ServiceStarted ASC");
     EXPECT_EQ(icons(), kNoIcons);
@@ -168,7 +168,7 @@ TEST_F(Sorting, UnsortIsOfferedOnlyForASortedListWithRows) {
     };
     startOnServices();
     EXPECT_FALSE(offered());
-    clickHeader(4);
+    clickHeader(ServiceColumn::Price);
     EXPECT_TRUE(offered());
     tab(2);
     choose(1, "Laptop");
@@ -201,13 +201,13 @@ TEST_F(Sorting, OrderSurvivesTheChangeToAnotherComputer) {
     const int cheap = service(laptop, {2026, 4, 1}, 1, 0, 0);
     const int dear = service(laptop, {2026, 4, 2}, 500, 0, 0);
     startOnServices();
-    clickHeader(4);
-    clickHeader(4);
+    clickHeader(ServiceColumn::Price);
+    clickHeader(ServiceColumn::Price);
     tab(2);
     choose(1, "Laptop");
     tab(3);
     EXPECT_EQ(listed(), QList<int>({dear, cheap}));
-    EXPECT_EQ(win().controls.ListView1->columns().icon(4), "SortDown");
+    EXPECT_EQ(win().controls.ListView1->columns().icon(columnNumber(ServiceColumn::Price)), "SortDown");
     tab(1);
     tab(3);
     EXPECT_EQ(listed(), QList<int>({dear, cheap}));
@@ -215,8 +215,8 @@ TEST_F(Sorting, OrderSurvivesTheChangeToAnotherComputer) {
 
 TEST_F(Sorting, OrderSurvivesARestartOfTheProgram) {
     startOnServices();
-    clickHeader(4);
-    clickHeader(4);
+    clickHeader(ServiceColumn::Price);
+    clickHeader(ServiceColumn::Price);
     end();
     EXPECT_EQ(settings::text(settings::LVWSortField), "Price");
     EXPECT_EQ(settings::text(settings::LVWSortOrder), "DESC");
@@ -224,7 +224,7 @@ TEST_F(Sorting, OrderSurvivesARestartOfTheProgram) {
     startOnServices();
     EXPECT_EQ(icons(), QStringList({"", "", "", "SortDown", "", "", ""}));
     EXPECT_EQ(listed(), QList<int>({second, first, third}));
-    clickHeader(4);
+    clickHeader(ServiceColumn::Price);
     EXPECT_EQ(icons(), QStringList({"", "", "", "SortUp", "", "", ""}));
     win().services.sorting.UnsortServices();
     end();
@@ -236,10 +236,10 @@ TEST_F(Sorting, OrderSurvivesARestartOfTheProgram) {
 TEST_F(Sorting, FailingSortIsSilentAndItsStateStays) {
     startOnServices();
     openDatabase().QueryDefs().Delete("QDServices0");
-    clickHeader(4);
+    clickHeader(ServiceColumn::Price);
     EXPECT_TRUE(boxes.asked.isEmpty());
     EXPECT_EQ(sortState(), "1 Price ASC");
-    EXPECT_EQ(win().controls.ListView1->columns().icon(4), "SortUp");
+    EXPECT_EQ(win().controls.ListView1->columns().icon(columnNumber(ServiceColumn::Price)), "SortUp");
     EXPECT_EQ(win().status.text(), "Ready");
     EXPECT_FALSE(canUse("EditRecord")) << "nothing is listed any more";
 }
@@ -247,7 +247,7 @@ TEST_F(Sorting, FailingSortIsSilentAndItsStateStays) {
 TEST_F(Sorting, ListIsReadAgainAfterAFailedSort) {
     startOnServices();
     openDatabase().QueryDefs().Delete("QDServices0");
-    clickHeader(4);
+    clickHeader(ServiceColumn::Price);
     openDatabase().CreateQueryDef("QDServices0", "SELECT * FROM Services");
     tab(2);
     tab(3);
@@ -256,7 +256,7 @@ TEST_F(Sorting, ListIsReadAgainAfterAFailedSort) {
 
 TEST_F(Sorting, FailingUnsortIsToldWithItsLine) {
     startOnServices();
-    clickHeader(4);
+    clickHeader(ServiceColumn::Price);
     openDatabase().QueryDefs().Delete("QDServices0");
     giveInPopup(Command::Unsort);
     ASSERT_EQ(boxes.asked.size(), 1);
@@ -283,10 +283,10 @@ TEST_F(Sorting, ServicesOfAnotherWorkstationAreInTheNewOrder) {
     other.release();
     const int added = other.next();
     ASSERT_EQ(other.wait(), 0);
-    clickHeader(4);
+    clickHeader(ServiceColumn::Price);
     EXPECT_EQ(listed(), QList<int>({added, third, second}));
     EXPECT_TRUE(boxes.asked.isEmpty());
-    clickHeader(4);
+    clickHeader(ServiceColumn::Price);
     EXPECT_EQ(listed(), QList<int>({second, third, added})) << "also from a list without a selection";
 }
 

@@ -438,7 +438,7 @@ TEST_F(Stages, OrderInForceGoesIntoTheServicesSource) {
     start();
     tab(3);
     for (int click = 0; click < 2; ++click) {
-        by_hand::clickHeader(win().controls.ListView1, 4);
+        by_hand::clickHeader(win().controls.ListView1, columnNumber(ServiceColumn::Price));
     }
     tab(2);
     choose(1, "Laptop");

@@ -33,14 +33,15 @@ class UnitChange : public NarrowedWindow {
                             });
     }
     void expectDinarsAndTheSamePrice() {
-        EXPECT_EQ(win().controls.ListView1->columns().text(4), "Price [DIN]");
-        EXPECT_EQ(win().controls.ListView1->columns().text(7), "Paid [DIN]");
-        EXPECT_EQ(win().controls.ListView1->item(1).SubItems(3), "8,000.00");
+        EXPECT_EQ(win().controls.ListView1->columns().text(columnNumber(ServiceColumn::Price)),
+                  "Price [DIN]");
+        EXPECT_EQ(win().controls.ListView1->columns().text(columnNumber(ServiceColumn::Paid)), "Paid [DIN]");
+        EXPECT_EQ(cellOf(win().controls.ListView1->item(1), ServiceColumn::Price), "8,000.00");
         confirmService();
         EXPECT_EQ(valueOf("Services", "ID", service, "Price").asCurrency(),
                   dao::Currency::fromScaled(1000000))
             << "100 euro, as before";
-        EXPECT_EQ(win().controls.ListView1->item(1).SubItems(3), "8,000.00");
+        EXPECT_EQ(cellOf(win().controls.ListView1->item(1), ServiceColumn::Price), "8,000.00");
     }
     int anic = 0, desk = 0, service = 0;
 };

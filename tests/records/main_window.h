@@ -15,9 +15,11 @@
 #include <functional>
 #include <memory>
 
+#include "common/list_cells.h"
 #include "records/commands.h"
 #include "records/frmDetails.h"
 #include "records/frmMain.h"
+#include "records/service_fields.h"
 #include "shell/frmSplash.h"
 #include "shell/program_windows.h"
 #include "support/by_hand.h"

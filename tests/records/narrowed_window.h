@@ -81,7 +81,9 @@ class NarrowedWindow : public MainWindow {
         }
         return all;
     }
-    void clickHeader(int column) { by_hand::clickHeader(win().controls.ListView1, column); }
+    void clickHeader(ServiceColumn column) {
+        by_hand::clickHeader(win().controls.ListView1, columnNumber(column));
+    }
     QString source(int stageIndex) {
         return win().controls.Data1[static_cast<size_t>(stageIndex)]->RecordSource();
     }

@@ -144,18 +144,18 @@ TEST_F(ServiceColumns, RowShowsTextsInTheUsersForm) {
     EXPECT_EQ(item.Key, "K7");
     EXPECT_EQ(item.Text, "3/3/2026");
     EXPECT_EQ(item.SmallIcon, "NotFinishedNotPayed");
-    EXPECT_EQ(item.SubItems(1), "3/9/2026");
-    EXPECT_EQ(item.SubItems(2), "");
-    EXPECT_EQ(item.SubItems(3), "1,234,567.89");
-    EXPECT_EQ(item.SubItems(4), "12.5");
-    EXPECT_EQ(item.SubItems(5), "18");
-    EXPECT_EQ(item.SubItems(6), "1,000.00");
+    EXPECT_EQ(cellOf(item, ServiceColumn::ToBeFinished), "3/9/2026");
+    EXPECT_EQ(cellOf(item, ServiceColumn::Finished), "");
+    EXPECT_EQ(cellOf(item, ServiceColumn::Price), "1,234,567.89");
+    EXPECT_EQ(cellOf(item, ServiceColumn::Discount), "12.5");
+    EXPECT_EQ(cellOf(item, ServiceColumn::Tax), "18");
+    EXPECT_EQ(cellOf(item, ServiceColumn::Paid), "1,000.00");
     EXPECT_EQ(item.Tag, "2|5##Fan ## noise");
 
     use("sr_Latn_RS");
     const auto serbian = itemOf(service);
-    EXPECT_EQ(serbian.SubItems(3), "1.234.567,89");
-    EXPECT_EQ(serbian.SubItems(4), "12,5");
+    EXPECT_EQ(cellOf(serbian, ServiceColumn::Price), "1.234.567,89");
+    EXPECT_EQ(cellOf(serbian, ServiceColumn::Discount), "12,5");
 }
 
 TEST_F(ServiceColumns, DateBefore1990IsAnEmptyCell) {
@@ -164,8 +164,8 @@ TEST_F(ServiceColumns, DateBefore1990IsAnEmptyCell) {
     service.values[ServiceColumn::Finished] = day(1989, 12, 31);
     const auto item = itemOf(service);
     EXPECT_EQ(item.Text, "");
-    EXPECT_EQ(item.SubItems(1), "");
-    EXPECT_EQ(item.SubItems(2), "");
+    EXPECT_EQ(cellOf(item, ServiceColumn::ToBeFinished), "");
+    EXPECT_EQ(cellOf(item, ServiceColumn::Finished), "");
     EXPECT_EQ(item.SmallIcon, "NotFinishedPayed");
 }
 
