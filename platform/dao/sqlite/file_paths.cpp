@@ -34,9 +34,26 @@ std::string resolved(const std::string& path) {
     return real != nullptr ? std::string(real.get()) : std::string();
 }
 
+// Whether the system said that there is nothing at a path; where it says anything else, nobody knows.
+bool saysNothingThere(int systemError) {
+    return systemError == ENOENT || systemError == ENOTDIR || systemError == ENAMETOOLONG ||
+           systemError == ELOOP || systemError == EACCES;
+}
+
+// False where there is nothing.
+bool examine(const std::string& path, struct stat& found) {
+    if (stat(path.c_str(), &found) == 0) {
+        return true;
+    }
+    if (!saysNothingThere(errno)) {
+        failWithSystemError(errno);
+    }
+    return false;
+}
+
 bool isFolder(const std::string& path) {
     struct stat found {};
-    return stat(path.c_str(), &found) == 0 && S_ISDIR(found.st_mode);
+    return examine(path, found) && S_ISDIR(found.st_mode);
 }
 
 bool isLink(const std::string& path) {
@@ -46,7 +63,8 @@ bool isLink(const std::string& path) {
 
 class Descriptor {
  public:
-    Descriptor(const std::string& path, int flags) : fd_(open(path.c_str(), flags | O_CLOEXEC)) {}
+    // A file that it makes is for its user alone.
+    Descriptor(const std::string& path, int flags) : fd_(open(path.c_str(), flags | O_CLOEXEC, 0600)) {}
     ~Descriptor() {
         if (fd_ >= 0) {
             close(fd_);
@@ -123,7 +141,7 @@ std::string existingFile(const std::string& path) {
     if (path.empty()) {
         fail(errFileNotFound, "Couldn't find file ''.");
     }
-    if (stat(path.c_str(), &found) != 0) {
+    if (!examine(path, found)) {
         if (errno == EACCES) {
             fail(errNoPermission);
         }
@@ -159,7 +177,7 @@ std::string targetFile(const std::string& path) {
 
 bool fileExists(const std::string& path) {
     struct stat found {};
-    return stat(path.c_str(), &found) == 0;
+    return examine(path, found);
 }
 
 bool mayWrite(const std::string& path) {
@@ -171,13 +189,28 @@ bool folderMayWrite(const std::string& path) {
 
 bool hasJournal(const std::string& path) {
     const Descriptor journal(journalOf(path), O_RDONLY);
+    if (journal.get() < 0) {
+        if (errno != ENOENT) {
+            failWithSystemError(errno);
+        }
+        return false;
+    }
     char head = 0;
-    return journal.get() >= 0 && pread(journal.get(), &head, 1, 0) == 1 && head != 0;
+    const ssize_t size = pread(journal.get(), &head, 1, 0);
+    if (size < 0) {
+        failWithSystemError(errno);
+    }
+    return size == 1 && head != 0;
 }
 
 void removeSpentJournal(const std::string& path) noexcept {
-    if (fileExists(journalOf(path)) && !hasJournal(path)) {
-        unlink(journalOf(path).c_str());
+    const QuietErrors quiet;
+    try {
+        if (!hasJournal(path)) {
+            unlink(journalOf(path).c_str());
+        }
+    } catch (const Error&) {
+        // One that cannot be read may hold what is to be put back: it stays.
     }
 }
 
@@ -194,8 +227,11 @@ Salt readSalt(const std::string& path) {
     if (fstat(file.get(), &found) != 0) {
         failWithSystemError(errno);
     }
-    if (found.st_size < static_cast<off_t>(kPageSize) ||
-        pread(file.get(), salt.data(), salt.size(), 0) != static_cast<ssize_t>(salt.size()) ||
+    const ssize_t size = pread(file.get(), salt.data(), salt.size(), 0);
+    if (size < 0) {
+        failWithSystemError(errno);
+    }
+    if (found.st_size < static_cast<off_t>(kPageSize) || size != static_cast<ssize_t>(salt.size()) ||
         !hasOurMark(salt)) {
         fail(errUnrecognisedFormat, "Unrecognized database format '" + path + "'.");
     }
@@ -228,6 +264,7 @@ void keepUnder(const std::string& path, const std::string& kept) {
     removeFile(fresh);
     if (link(path.c_str(), fresh.c_str()) != 0) {
         copyBytes(path, fresh);
+        takeOverRights(path, fresh);
     }
     renameFile(fresh, kept);
 }

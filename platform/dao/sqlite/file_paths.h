@@ -14,10 +14,12 @@ inline constexpr std::size_t kPageSize = 4096;
 std::string existingFile(const std::string& path);
 // The same for a file that may not be there yet; its folder must. 3044 for a link to nothing as well.
 std::string targetFile(const std::string& path);
+// 3043 where the disk does not tell.
 bool fileExists(const std::string& path);
 bool mayWrite(const std::string& path);
 bool folderMayWrite(const std::string& path);
-// One that holds what is to be put back into the file. A finished change leaves a crossed-out one.
+// One that holds what is to be put back into the file. A finished change leaves a crossed-out one. 3027 or
+// 3043 where it cannot be read.
 bool hasJournal(const std::string& path);
 void removeSpentJournal(const std::string& path) noexcept;
 // 3026, 3027 or 3043 by the operating system's own number.

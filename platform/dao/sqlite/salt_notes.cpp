@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <new>
 #include <utility>
 
 #include "platform/dao/limits.h"
@@ -56,12 +57,7 @@ void write(const std::vector<Note>& notes) {
     }
 }
 
-}  // namespace
-
-void noteSalt(const std::string& path, const Salt& salt) noexcept {
-    if (driver::notesFile().empty() || path.find('\n') != std::string::npos) {
-        return;
-    }
+void addNote(const std::string& path, const Salt& salt) {
     std::vector<Note> notes = read();
     const Note note(toHex(std::string(salt.begin(), salt.end())), path);
     const auto known = std::find(notes.begin(), notes.end(), note);
@@ -71,6 +67,18 @@ void noteSalt(const std::string& path, const Salt& salt) noexcept {
     notes.insert(notes.begin(), note);
     notes.resize(std::min(notes.size(), kNotes));
     write(notes);
+}
+
+}  // namespace
+
+void noteSalt(const std::string& path, const Salt& salt) noexcept {
+    try {
+        if (!driver::notesFile().empty() && path.find('\n') == std::string::npos) {
+            addNote(path, salt);
+        }
+    } catch (const std::bad_alloc&) {
+        // The next opening notes it; a day's work does not end for that.
+    }
 }
 
 std::vector<Salt> notedSalts(const std::string& path) {
