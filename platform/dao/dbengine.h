@@ -34,7 +34,7 @@ class DBEngine {
     // 3811 it was written by a newer version of the program.
     static Database OpenDatabase(const std::string& path, bool exclusive = false, bool readOnly = false,
                                  const std::string& connect = {});
-    // A new empty file. 3012 if there is one already.
+    // A new empty file, for its user alone. 3012 if there is one already.
     static Database CreateDatabase(const std::string& path, const std::string& connect);
 
     // Checks every page; if something is broken all rows that can still be read go into a fresh file, which
@@ -56,11 +56,12 @@ class DBEngine {
     // is damaged, and then the next opening of that file checks all of it, until it is repaired. What is no
     // database, or one whose password this process never had, is copied as it lies. The target is written
     // beside and renamed, so it is whole or absent; an existing target is replaced only then, behind whatever
-    // link leads to it, and the copy takes over its rights. This process's own windows on the target find the
-    // copy; 3045 while one of them is in the middle of an Edit. 3044 for a target that is a link to nothing.
-    // From a server into a file, a consistent copy is made while others go on working, enciphered with the
-    // password that the shop was last opened with; from a file to a server (a signpost at `to`) the whole
-    // shop there is set back to what the file holds, in one transaction, which needs the server alone: 3045.
+    // link leads to it, and the copy takes over its rights; a new one has those of its source. This process's
+    // own windows on the target find the copy; 3045 while one of them is in the middle of an Edit. 3044 for a
+    // target that is a link to nothing. From a server into a file, a consistent copy is made while others go
+    // on working, enciphered with the password that the shop was last opened with; from a file to a server (a
+    // signpost at `to`) the whole shop there is set back to what the file holds, in one transaction, which
+    // needs the server alone: 3045.
     static void CopyDatabase(const std::string& from, const std::string& to);
 
     // Whether a signpost stands there, and the records are on a server: its keepers look after them, and

@@ -46,6 +46,7 @@ void carryToNewFile(driver::Store& from, const std::string& target, const std::s
                     const TransferWatch& watch) {
     const UnfinishedFile fresh(target);  // no more than its name, and an end to it where this breaks off
     fileKind().create(fresh.path(), connect);
+    followRights(fresh.path(), target);
     carry(from, *fileKind().examine(fresh.path(), connect, false)->open(), watch);
     fileKind().rename(fresh.path(), target);
 }

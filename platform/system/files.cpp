@@ -63,7 +63,11 @@ bool takesFiles(const QString& folder) {
 
 void openForWriting(QSaveFile& writer) {
     const QString target = writer.fileName();
+    const bool isNew = !QFileInfo::exists(target);
     if (writer.open(QIODevice::WriteOnly)) {
+        if (isNew) {
+            writer.setPermissions(kForUserAlone);
+        }
         return;
     }
     if (QFileInfo(target).isDir() || !QFileInfo(QFileInfo(target).path()).isDir()) {
@@ -164,12 +168,19 @@ void writeTextFile(const QString& path, const QString& text) {
     }
 }
 
+void makeOwnFolder(const QString& path) {
+    if (!QFileInfo::exists(path)) {
+        QDir().mkpath(QFileInfo(path).path());
+        QDir().mkdir(path, kForUserAlone | QFileDevice::ExeOwner);
+    }
+}
+
 QString chooseProgramFolder(const QString& executableFolder, const QString& ownFolder) {
     const bool perUser = fileExists(executableFolder + QDir::separator() + QStringLiteral("per-user"));
     if (!perUser && takesFiles(executableFolder)) {
         return executableFolder;
     }
-    QDir().mkpath(ownFolder);
+    makeOwnFolder(ownFolder);
     struct Delivered {
         const char* name;
         bool isKeptByTheUser;

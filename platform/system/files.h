@@ -1,9 +1,14 @@
 #pragma once
 
+#include <QFileDevice>
 #include <QString>
 
 // Files, in the program's terms. Paths take "\" and the native separator alike.
 namespace platform {
+
+// What the program makes of the shop's records is its user's, unless somebody has made it otherwise: what
+// stands there already keeps its rights.
+inline constexpr QFileDevice::Permissions kForUserAlone = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
 // Any existing file, hidden and read-only ones included; not a folder.
 bool fileExists(const QString& path);
@@ -12,6 +17,9 @@ QString nativePath(const QString& path);  // every "\" becomes the native separa
 void copyFile(const QString& from, const QString& to);    // replaces an existing target, whole or not at all
 void renameFile(const QString& from, const QString& to);  // 58 if the target exists
 void deleteFile(const QString& path);
+// For its user alone, in folders made as they are everywhere; one that stands there is left as it is. What
+// cannot be made is missed by whoever writes into it.
+void makeOwnFolder(const QString& path);
 // A text file for people, in UTF-8 with the platform's line ends; lines are parted by "\n" in `text`.
 // Replaces what is there, whole or not at all.
 void writeTextFile(const QString& path, const QString& text);

@@ -1,9 +1,12 @@
 #include "platform/system/settings_store.h"
 
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QSettings>
 #include <QStringList>
 
+#include "platform/system/files.h"
 #include "platform/system/trap.h"
 
 namespace platform {
@@ -109,6 +112,15 @@ void synchronise(QSettings& store) {
     }
 }
 
+// The store would make its file for everybody to read.
+void makeFileOf(const QSettings& store) {
+    QFile file(store.fileName());
+    if (!file.exists()) {
+        makeOwnFolder(QFileInfo(file).path());
+        file.open(QIODevice::WriteOnly | QIODevice::NewOnly, kForUserAlone);
+    }
+}
+
 }  // namespace
 
 void setSettingsFolder(const QString& folder) {
@@ -141,6 +153,7 @@ void SaveSetting(const QString& application, const QString& section, const QStri
     if (store.contains(name) && textOf(store.value(name)) == text) {
         return;
     }
+    makeFileOf(store);
     store.setValue(name, text);
     synchronise(store);
 }

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
 #include <memory>
 
@@ -40,20 +41,9 @@ bool saysNothingThere(int systemError) {
            systemError == ELOOP || systemError == EACCES;
 }
 
-// False where there is nothing.
-bool examine(const std::string& path, struct stat& found) {
-    if (stat(path.c_str(), &found) == 0) {
-        return true;
-    }
-    if (!saysNothingThere(errno)) {
-        failWithSystemError(errno);
-    }
-    return false;
-}
-
 bool isFolder(const std::string& path) {
     struct stat found {};
-    return examine(path, found) && S_ISDIR(found.st_mode);
+    return lookAt(path, found) && S_ISDIR(found.st_mode);
 }
 
 bool isLink(const std::string& path) {
@@ -85,17 +75,6 @@ void syncPath(const std::string& path) {
     }
 }
 
-// Whoever could use the former file can use its successor. A file system without rights refuses, and loses
-// nothing by it.
-void takeOverRights(const std::string& former, const std::string& successor) {
-    struct stat found {};
-    if (stat(former.c_str(), &found) != 0) {
-        return;
-    }
-    [[maybe_unused]] const int group = chown(successor.c_str(), static_cast<uid_t>(-1), found.st_gid);
-    chmod(successor.c_str(), (found.st_mode & 0666) | 0600);
-}
-
 bool lives(int process) {
     return kill(process, 0) == 0 || errno != ESRCH;
 }
@@ -113,6 +92,18 @@ void copyBytes(const std::string& from, const std::string& to) {
         }
         if (copied < 0) {
             failWithSystemError(errno);
+        }
+    }
+}
+
+void sweepFolder(const std::string& path) {
+    std::error_code error;
+    const std::filesystem::path folder = folderOf(path);
+    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        const int process = writerOf(path, entry->path().filename().native());
+        if (process > 0 && !lives(process)) {
+            unlink(entry->path().c_str());
         }
     }
 }
@@ -136,12 +127,22 @@ void failWithSystemError(int systemError) {
     }
 }
 
+bool lookAt(const std::string& path, struct stat& found) {
+    if (stat(path.c_str(), &found) == 0) {
+        return true;
+    }
+    if (!saysNothingThere(errno)) {
+        failWithSystemError(errno);
+    }
+    return false;
+}
+
 std::string existingFile(const std::string& path) {
     struct stat found {};
     if (path.empty()) {
         fail(errFileNotFound, "Couldn't find file ''.");
     }
-    if (!examine(path, found)) {
+    if (!lookAt(path, found)) {
         if (errno == EACCES) {
             fail(errNoPermission);
         }
@@ -177,7 +178,7 @@ std::string targetFile(const std::string& path) {
 
 bool fileExists(const std::string& path) {
     struct stat found {};
-    return examine(path, found);
+    return lookAt(path, found);
 }
 
 bool mayWrite(const std::string& path) {
@@ -204,12 +205,12 @@ bool hasJournal(const std::string& path) {
 }
 
 void removeSpentJournal(const std::string& path) noexcept {
-    const QuietErrors quiet;
     try {
+        const QuietErrors quiet;
         if (!hasJournal(path)) {
             unlink(journalOf(path).c_str());
         }
-    } catch (const Error&) {
+    } catch (const std::exception&) {
         // One that cannot be read may hold what is to be put back: it stays.
     }
 }
@@ -258,26 +259,36 @@ void renameFile(const std::string& from, const std::string& to) {
     syncFolderOf(to);
 }
 
+// A file system without rights refuses, and loses nothing by it.
+void followRights(const std::string& path, const std::string& like) noexcept {
+    struct stat found {};
+    struct stat own {};
+    if (stat(like.c_str(), &found) != 0 || stat(path.c_str(), &own) != 0) {
+        return;
+    }
+    mode_t rights = (found.st_mode & 0666) | 0600;
+    if (own.st_gid != found.st_gid && chown(path.c_str(), static_cast<uid_t>(-1), found.st_gid) != 0) {
+        rights &= ~static_cast<mode_t>(S_IRWXG);
+    }
+    chmod(path.c_str(), rights);
+}
+
 // A second name for the same file costs nothing; not every file system has such.
 void keepUnder(const std::string& path, const std::string& kept) {
     const std::string fresh = unfinishedOf(kept);
     removeFile(fresh);
     if (link(path.c_str(), fresh.c_str()) != 0) {
         copyBytes(path, fresh);
-        takeOverRights(path, fresh);
+        followRights(fresh, path);
     }
     renameFile(fresh, kept);
 }
 
 void sweepUnfinished(const std::string& path) noexcept {
-    std::error_code error;
-    const std::filesystem::path folder = folderOf(path);
-    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
-         entry.increment(error)) {
-        const int process = writerOf(path, entry->path().filename().native());
-        if (process > 0 && !lives(process)) {
-            unlink(entry->path().c_str());
-        }
+    try {
+        sweepFolder(path);
+    } catch (const std::exception&) {
+        // No memory for it now: the next one who has the file alone sweeps.
     }
 }
 
@@ -295,8 +306,15 @@ UnfinishedFile::~UnfinishedFile() {
     unlink(journalOf(path_).c_str());
 }
 
+void UnfinishedFile::make() const {
+    const Descriptor file(path_, O_WRONLY | O_CREAT | O_EXCL);
+    if (file.get() < 0) {
+        failWithSystemError(errno);
+    }
+}
+
 void UnfinishedFile::finish() {
-    takeOverRights(target_, path_);
+    followRights(path_, target_);
     syncPath(path_);
     removeSpentJournal(path_);
     removeFile(journalOf(target_));

@@ -5,11 +5,15 @@
 
 #include "platform/dao/sqlite/password.h"
 
+struct stat;
+
 // What the engine asks of the file system. Paths are UTF-8; every failure is the engine's error for it.
 namespace dao {
 
 inline constexpr std::size_t kPageSize = 4096;
 
+// What the system tells of it; false where there is nothing. 3043 where the disk does not tell.
+bool lookAt(const std::string& path, struct stat& found);
 // The file's path without links. 3024 no such file, 3044 a directory or a folder that is not there.
 std::string existingFile(const std::string& path);
 // The same for a file that may not be there yet; its folder must. 3044 for a link to nothing as well.
@@ -29,6 +33,11 @@ void removeSpentJournal(const std::string& path) noexcept;
 // of its locks. 3343 for a file shorter than a page or without our mark.
 Salt readSalt(const std::string& path);
 
+// Whoever could use the one file can use the other: its rights, and its group where the system lets us give
+// it; where not, the group gets none. Nothing happens where `like` is not there. For a file of this process's
+// own.
+void followRights(const std::string& path, const std::string& like) noexcept;
+
 // Keeps what stands at `path` under the second name too, in the place of whatever stood there.
 void keepUnder(const std::string& path, const std::string& kept);
 // Takes away what processes that have died were writing for this database. Only for whoever has it alone.
@@ -47,6 +56,8 @@ class UnfinishedFile {
     UnfinishedFile(const UnfinishedFile&) = delete;
     UnfinishedFile& operator=(const UnfinishedFile&) = delete;
     const std::string& path() const { return path_; }
+    // An empty file for its user alone.
+    void make() const;
     // Onto disk and into its place, where the former file and its journal give way. It takes over the former
     // file's rights.
     void finish();

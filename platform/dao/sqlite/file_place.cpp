@@ -15,7 +15,7 @@ namespace dao {
 
 std::string fileIdentity(const std::string& path) {
     struct stat found {};
-    if (stat(path.c_str(), &found) != 0) {
+    if (!lookAt(path, found)) {
         return {};
     }
     return "file " + std::to_string(found.st_dev) + ' ' + std::to_string(found.st_ino);

@@ -11,6 +11,7 @@
 
 #include "platform/dao/failure.h"
 #include "platform/dao/sqlite/companion_files.h"
+#include "platform/dao/sqlite/file_paths.h"
 
 namespace dao {
 namespace {
@@ -55,30 +56,42 @@ bool setLock(int fd, short kind, off_t byte = kPresence) {
     }
 }
 
+// A colleague whose database this is as well has to get into what we make beside it.
+int openOrMake(const std::string& path, const std::string& database) {
+    const int made = open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    if (made < 0 && errno == EEXIST) {
+        return open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    }
+    if (made >= 0) {
+        followRights(path, database);
+    }
+    return made;
+}
+
 }  // namespace
 
 std::shared_ptr<LockFile> LockFile::of(const std::string& path) {
-    return at(lockFileOf(path));
+    return at(lockFileOf(path), path);
 }
 
 // A file of its own: earlier releases lock all of the other one, and would keep, or be kept, out.
 std::shared_ptr<LockFile> LockFile::ofNumbers(const std::string& path) {
-    return at(numbersFileOf(path));
+    return at(numbersFileOf(path), path);
 }
 
-std::shared_ptr<LockFile> LockFile::at(const std::string& lockPath) {
+std::shared_ptr<LockFile> LockFile::at(const std::string& lockPath, const std::string& database) {
     std::weak_ptr<LockFile>& known = locks()[lockPath];
     if (std::shared_ptr<LockFile> lock = known.lock()) {
         return lock;
     }
-    std::shared_ptr<LockFile> lock(new LockFile(lockPath));
+    std::shared_ptr<LockFile> lock(new LockFile(lockPath, database));
     known = lock;
     return lock;
 }
 
-LockFile::LockFile(std::string path) : path_(std::move(path)) {
+LockFile::LockFile(std::string path, const std::string& database) : path_(std::move(path)) {
     const auto deadline = std::chrono::steady_clock::now() + kPatience;
-    while (!tryOpen()) {
+    while (!tryOpen(database)) {
         if (std::chrono::steady_clock::now() >= deadline) {
             fail(errExclusiveByOther);
         }
@@ -86,8 +99,8 @@ LockFile::LockFile(std::string path) : path_(std::move(path)) {
     }
 }
 
-bool LockFile::tryOpen() {
-    fd_ = open(path_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+bool LockFile::tryOpen(const std::string& database) {
+    fd_ = openOrMake(path_, database);
     if (fd_ < 0) {
         fail(errCannotLockFile);
     }

@@ -10,7 +10,8 @@ namespace dao {
 
 // Who is in a database: a small file beside it, held with a shared lock by each process that has the database
 // open and with an exclusive one by the process that wants it for itself. The lock goes with the process,
-// however that ends; the last to leave takes the file away.
+// however that ends; the last to leave takes the file away. Whoever may write to the database may
+// write to this file.
 class LockFile final : public Presence, public Numbers {
  public:
     // The process's one lock on this database, taken now if it has none. `path`: the database's, without
@@ -29,9 +30,9 @@ class LockFile final : public Presence, public Numbers {
     void leaveNumber(int number) noexcept override;
 
  private:
-    explicit LockFile(std::string path);
-    static std::shared_ptr<LockFile> at(const std::string& lockPath);
-    bool tryOpen();  // false: held exclusively by another
+    LockFile(std::string path, const std::string& database);
+    static std::shared_ptr<LockFile> at(const std::string& lockPath, const std::string& database);
+    bool tryOpen(const std::string& database);  // false: held exclusively by another
 
     std::string path_;
     int fd_ = -1;

@@ -39,8 +39,7 @@ void letGo(const std::string& path) {
 
 class OutputFile {
  public:
-    OutputFile(const std::string& path, mode_t mode)
-        : fd_(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, mode)) {
+    explicit OutputFile(const std::string& path) : fd_(open(path.c_str(), O_WRONLY | O_CLOEXEC)) {
         if (fd_ < 0) {
             failWithSystemError(errno);
         }
@@ -65,11 +64,6 @@ class OutputFile {
  private:
     int fd_;
 };
-
-mode_t modeOf(const std::string& path) {
-    struct stat found {};
-    return stat(path.c_str(), &found) == 0 ? (found.st_mode & 0666) | 0600 : 0600;
-}
 
 // Every page must carry its seal. What stands behind the last page is none of the file's.
 bool areWhole(const driver::PageSeal& seal, driver::PageNumber first, std::string_view pages) {
@@ -145,6 +139,7 @@ bool holdsTheSame(driver::SqliteStore& store, const std::string& copy) {
     const int mark = open(damageMarkOf(path).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
     if (mark >= 0) {
         close(mark);
+        followRights(damageMarkOf(path), path);
     }
     fail(errCannotOpen);
 }
@@ -297,6 +292,7 @@ void create(const std::string& path, const std::string& connect) {
     std::string password;
     passwordFrom(connect, password);
     UnfinishedFile fresh(target);
+    fresh.make();
     driver::SqliteStore({fresh.path(), rawKey(password, newSalt(password)), true, true});
     fresh.finish();
 }
@@ -315,6 +311,7 @@ void compact(const std::string& from, const std::string& to, const std::string& 
     openPlace(place, false, nullptr)->store().schemaVersion();  // 3049 here, before anything is made
 
     UnfinishedFile fresh(target);
+    fresh.make();
     const std::string key = rawKey(place->password(), newSalt(place->password()));
     driver::OpenRequest source = place->request(true);
     source.create = true;
@@ -332,7 +329,9 @@ void copy(const std::string& from, const std::string& to) {
     UnfinishedFile fresh(target);
     {
         const std::shared_ptr<OpenFile> file = openForCopy(source);
-        OutputFile out(fresh.path(), modeOf(source));
+        fresh.make();
+        followRights(fresh.path(), source);
+        OutputFile out(fresh.path());
         if (file == nullptr) {
             copyPlain(source, out);
         } else {

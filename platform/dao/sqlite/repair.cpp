@@ -36,15 +36,21 @@ struct Patient {
 
 // Nothing where the file does not begin as one of ours.
 std::optional<Salt> ownSalt(const std::string& path) {
-    const QuietErrors quiet;
-    try {
-        return saltOf(path);
-    } catch (const Error& error) {
-        if (error.Number() == errUnrecognisedFormat) {
-            return std::nullopt;
+    int number = 0;
+    std::string sentence;
+    {
+        const QuietErrors quiet;
+        try {
+            return saltOf(path);
+        } catch (const Error& error) {
+            number = error.Number();
+            sentence = error.Description();
         }
-        throw;
     }
+    if (number != errUnrecognisedFormat) {
+        fail(number, sentence);
+    }
+    return std::nullopt;
 }
 
 // The salts that a file whose own is gone may have had.
@@ -110,6 +116,7 @@ RepairReport repair(const std::string& path, const std::string& connect, const s
         return report;
     }
     UnfinishedFile fresh(place->path());
+    fresh.make();
     RepairReport found = driver::salvage(broken, {fresh.path(), broken.key, true, true});
     keepUnder(place->path(), damagedOf(place->path()));  // a better tool may try again
     fresh.finish();

@@ -7,6 +7,7 @@
 
 #include "platform/dao/limits.h"
 #include "platform/dao/sqlite/companion_files.h"
+#include "platform/dao/sqlite/file_paths.h"
 #include "platform/dao/sqlite/hex.h"
 
 #include <fcntl.h>
@@ -52,6 +53,7 @@ void write(const std::vector<Note>& notes) {
     }
     const bool written = ::write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size());
     close(file);
+    followRights(fresh, driver::notesFile());
     if (!written || rename(fresh.c_str(), driver::notesFile().c_str()) != 0) {
         unlink(fresh.c_str());
     }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -54,6 +55,13 @@ int inChild(Body&& body) {
     int status = 0;
     waitpid(child, &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+// As the system counts them.
+int rightsOf(const QString& path) {
+    struct stat found {};
+    return stat(QFile::encodeName(path).constData(), &found) == 0 ? static_cast<int>(found.st_mode & 07777)
+                                                                  : -1;
 }
 
 constexpr int kCannotBeTriedHere = 99;
@@ -276,4 +284,27 @@ TEST_F(Files, OtherwiseItIsTheUsersOwnSeededOnceFromTheDeliveredFiles) {
         GTEST_SKIP() << "cannot give up the rights of root here";
     }
     EXPECT_EQ(result, 0);
+}
+
+TEST_F(Files, WhatTheProgramMakesIsForItsUserAlone) {
+    const mode_t before = umask(0);
+    writeTextFile(path("note"), "x");
+    copyFile(make("from", "x"), path("copy"));
+    EXPECT_EQ(chooseProgramFolder(path("nothing"), path("deep/own")), path("deep/own"));
+    umask(before);
+    EXPECT_EQ(rightsOf(path("note")), 0600);
+    EXPECT_EQ(rightsOf(path("copy")), 0600);
+    EXPECT_EQ(rightsOf(path("deep/own")), 0700);
+}
+
+TEST_F(Files, WhatSomebodyHasMadeOtherwiseStaysSo) {
+    for (const char* name : {"note", "copy"}) {
+        make(name, "old");
+        QFile(path(name)).setPermissions(kForUserAlone | QFileDevice::ReadGroup);
+    }
+    writeTextFile(path("note"), "x");
+    copyFile(make("from", "x"), path("copy"));
+    EXPECT_EQ(rightsOf(path("note")), 0640);
+    EXPECT_EQ(rightsOf(path("copy")), 0640);
+    EXPECT_EQ(content("copy"), "x");
 }

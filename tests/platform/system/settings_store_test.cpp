@@ -1,6 +1,7 @@
 #include "platform/system/settings_store.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <QDir>
 #include <QFile>
@@ -175,4 +176,17 @@ TEST_F(SettingsStore, LiesInTheUsersConfigurationByDefault) {
     setSettingsFolder({});
     const QString config = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
     EXPECT_EQ(settingsFile("Tarvello"), config + "/Tarvello/Tarvello.ini");
+}
+
+TEST_F(SettingsStore, TheFileIsForItsUserAloneUnlessMadeOtherwise) {
+    const mode_t before = umask(0);
+    SaveSetting("Tarvello", "Settings", "Probe", "1");
+    umask(before);
+    const auto own =
+        QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadUser | QFileDevice::WriteUser;
+    QFile file(settingsFile("Tarvello"));
+    EXPECT_EQ(file.permissions(), own);
+    file.setPermissions(own | QFileDevice::ReadGroup);
+    SaveSetting("Tarvello", "Settings", "Probe", "2");
+    EXPECT_EQ(file.permissions(), own | QFileDevice::ReadGroup);
 }
