@@ -1,11 +1,17 @@
 // A server whose disk is full.
+#include <pwd.h>
+#include <sched.h>
+#include <sys/mount.h>
 #include <unistd.h>
 
 #include <filesystem>
+#include <fstream>
+#include <random>
 
 #include "platform/dao/dao_shop.h"
 #include "platform/dao/moving.h"
 #include "platform/dao/postgres/connection.h"
+#include "platform/dao/postgres/signpost.h"
 #include "support/server_cluster.h"
 
 using namespace dao;
@@ -85,6 +91,101 @@ TEST_F(FullDisk, IsSaidAndNothingOfTheChangeIsWritten) {
     Database db = daotest::openShop(path);
     addKind(db);
     EXPECT_EQ(db.OpenRecordset("ServiceTypes").RecordCount(), 1) << "with room again the work goes on";
+}
+
+// A disk that belongs to the server. Only this process sees it, and those that it begins from here on.
+class SmallDisk {
+ public:
+    SmallDisk() {
+        fs::create_directory(place());
+        fs::permissions(folder_.path(), fs::perms::owner_all | fs::perms::others_exec);
+        const passwd* const server = getpwnam("nobody");
+        const std::string options =
+            "size=64m,mode=0700,uid=" + std::to_string(server != nullptr ? server->pw_uid : 0);
+        mounted_ = unshare(CLONE_NEWNS) == 0 &&
+                   mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+                   mount("tmpfs", place().c_str(), "tmpfs", 0, options.c_str()) == 0;
+    }
+    ~SmallDisk() {
+        if (mounted_) {
+            umount2(place().c_str(), MNT_DETACH);
+        }
+    }
+    SmallDisk(const SmallDisk&) = delete;
+    SmallDisk& operator=(const SmallDisk&) = delete;
+
+    bool isMounted() const { return mounted_; }
+    std::string place() const { return folder_.file("disk"); }
+    // Somebody else's data: all of the disk but that many bytes.
+    void fillBut(std::uintmax_t room) {
+        std::ofstream(others(), std::ios::binary);
+        const std::uintmax_t taken = fs::space(place()).available - room;
+        std::ofstream(others(), std::ios::binary) << std::string(taken, 'x');
+    }
+    void makeRoom() { fs::remove(others()); }
+
+ private:
+    std::string others() const { return place() + "/others"; }
+
+    daotest::TempFolder folder_;
+    bool mounted_ = false;
+};
+
+// A note that no compression makes much smaller.
+std::string longNote(std::size_t letters) {
+    std::minstd_rand random(7);
+    std::string note;
+    for (std::size_t i = 0; i < letters; ++i) {
+        note += static_cast<char>('!' + random() % 90);
+    }
+    return note;
+}
+
+TEST(FullDiskOfTheServer, AMoveThereChangesNothingAndSucceedsOnceThereIsRoom) {
+    SmallDisk disk;
+    if (!disk.isMounted()) {
+        GTEST_SKIP() << "needs the right to mount a disk";
+    }
+    constexpr std::size_t kNote = 4'000'000;
+    const tests::OwnCluster cluster;
+    postgres::Address place = cluster.place();
+    {
+        postgres::Connection keeper(place);
+        keeper.execute("CREATE TABLESPACE small LOCATION '" + disk.place() + "'");
+        keeper.execute("CREATE DATABASE shop TEMPLATE template0 TABLESPACE small");
+    }
+    place.dbname = "shop";
+    const daotest::TempFolder folder;
+    const std::string path = folder.file("Tarvello.mdb");
+    const std::string kept = folder.file("Tarvello.before-server.mdb");
+    daotest::createShop(path);
+    {
+        Database db = daotest::openShop(path);
+        daotest::fillShop(db, 3);
+        Recordset clients = db.OpenRecordset("Customers");
+        clients.Edit();
+        clients.Fields("Comments") = Value(longNote(kNote));
+        clients.Update();
+    }
+    const std::vector<char> before = daotest::readFile(path);
+
+    disk.fillBut(kNote / 2);
+    EXPECT_EQ(errorOf([&] { moveToServer(path, daotest::kConnect, tests::placeWords(place)); }),
+              errNotEnoughSpace);
+    EXPECT_EQ(DBEngine::Errors().front().Description, "Not enough space on disk.");
+    EXPECT_EQ(daotest::readFile(path), before) << "the file still is the shop";
+    EXPECT_FALSE(fs::exists(kept));
+    const std::string signpost = folder.file("Early.mdb");
+    postgres::writeSignpost(signpost, place);
+    EXPECT_EQ(errorOf([&] { daotest::openShop(signpost); }), errUnrecognisedFormat)
+        << "nobody works on half a shop";
+
+    disk.makeRoom();
+    moveToServer(path, daotest::kConnect, tests::placeWords(place));
+    EXPECT_TRUE(postgres::isSignpost(path));
+    EXPECT_EQ(daotest::readFile(kept), before);
+    Database db = daotest::openShop(path);
+    EXPECT_EQ(db.OpenRecordset("Customers")["Comments"].asText(), longNote(kNote));
 }
 
 }  // namespace
