@@ -157,18 +157,18 @@ class ServerStopTest : public ::testing::Test {
 // Whoever was told that his change is not written finds it not written, whoever was told that it is finds it,
 // and nobody has to start the program again.
 TEST_F(ServerStopTest, WorkGoesOnWhenTheServerIsBackAndNothingReportedIsLost) {
-    constexpr int kWorkstations = 4;
+    const int workstations = timesOf(8, 4);
     std::vector<std::unique_ptr<Watched>> office;
     const unsigned seed = std::random_device()();
     SCOPED_TRACE("seed " + std::to_string(seed));
-    for (int who = 0; who < kWorkstations; ++who) {
+    for (int who = 0; who < workstations; ++who) {
         office.push_back(std::make_unique<Watched>(path_, seed + static_cast<unsigned>(who),
                                                    "Grad " + std::to_string(who)));
     }
     for (const auto& each : office) {
         each->listen();
     }
-    const int rounds = timesOf(40, 4);
+    const int rounds = timesOf(50, 4);
     for (int round = 0; round < rounds; ++round) {
         for (const auto& each : office) {
             ASSERT_TRUE(each->goesOn()) << "round " << round;
@@ -177,7 +177,7 @@ TEST_F(ServerStopTest, WorkGoesOnWhenTheServerIsBackAndNothingReportedIsLost) {
         cluster_.start();
     }
     std::size_t failures = 0;
-    for (int who = 0; who < kWorkstations; ++who) {
+    for (int who = 0; who < workstations; ++who) {
         EXPECT_TRUE(office[static_cast<std::size_t>(who)]->goesOn());
         const Report report = office[static_cast<std::size_t>(who)]->end();
         std::this_thread::sleep_for(200ms);  // for what was under way
