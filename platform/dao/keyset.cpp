@@ -299,14 +299,50 @@ std::optional<std::size_t> Keyset::findByKey(const sql::Expression& criterion, b
     return std::nullopt;
 }
 
+// Where asking takes its time the tables are taken to be as they were when they were last looked at: whether
+// they are comes with the answer. Where they are not, or anything fails, it is done again after a look at
+// them.
 std::optional<std::size_t> Keyset::findByStatement(const sql::Expression& criterion) {
-    OpenFile& in = file();
-    const ReadScope scope(in.store());
-    const CompiledPtr find = in.compileFind(*compiled_, criterion);
+    driver::Store& store = file().store();
+    if (store.isFar() && !store.inTransaction()) {
+        const ReadScope scope(store);
+        if (const auto keys = keysAsTablesStood(criterion)) {
+            return loadFirstOf(*keys);
+        }
+    }
+    const ReadScope scope(store);
+    file().catalog();
+    return loadFirstOf(keysThatMeet(criterion));
+}
+
+std::optional<std::vector<std::int64_t>> Keyset::keysAsTablesStood(const sql::Expression& criterion) {
+    std::optional<Error> waited;
+    {
+        const QuietErrors quiet;
+        try {
+            std::vector<std::int64_t> keys = keysThatMeet(criterion);
+            return file().standsAsRead() ? std::optional(std::move(keys)) : std::nullopt;
+        } catch (const Error& error) {
+            if (error.Number() != errLocked) {
+                return std::nullopt;  // told by the second try
+            }
+            waited = error;
+        }
+    }
+    fail(waited->Number(), waited->Description());  // nobody waits for it twice
+}
+
+std::vector<std::int64_t> Keyset::keysThatMeet(const sql::Expression& criterion) {
+    const CompiledPtr find = file().compileFind(*compiled_, criterion);
     std::vector<std::int64_t> keys;
-    const auto statement = in.store().prepare(find->select.keys);
+    const auto statement = file().store().prepare(find->select.keys);
     driver::bindParameters(*statement, find->select.parameters);
     statement->readKeys(keys, keys_.stride());
+    return keys;
+}
+
+// The first of them in the order of the set.
+std::optional<std::size_t> Keyset::loadFirstOf(const std::vector<std::int64_t>& keys) {
     std::optional<std::size_t> first;
     const auto stride = static_cast<std::size_t>(keys_.stride());
     for (std::size_t at = 0; at + stride <= keys.size(); at += stride) {

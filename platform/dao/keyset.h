@@ -66,6 +66,10 @@ class Keyset final : public RecordsetImpl {
     void loadSingly(std::size_t first, std::size_t rows);
     std::optional<std::size_t> findByKey(const sql::Expression& criterion, bool& isKey);
     std::optional<std::size_t> findByStatement(const sql::Expression& criterion);
+    // Nothing: the tables have changed, or it failed.
+    std::optional<std::vector<std::int64_t>> keysAsTablesStood(const sql::Expression& criterion);
+    std::vector<std::int64_t> keysThatMeet(const sql::Expression& criterion);
+    std::optional<std::size_t> loadFirstOf(const std::vector<std::int64_t>& keys);
 
     const sql::ColumnInfo* counterOf(int source) const;
     void markCounters();

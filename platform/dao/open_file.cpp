@@ -152,9 +152,11 @@ CompiledPtr OpenFile::compileTree(const sql::StatementPtr& tree) {
     });
 }
 
+bool OpenFile::standsAsRead() {
+    return store().schemaVersion() == catalog_.schemaVersion();
+}
+
 CompiledPtr OpenFile::compileFind(const Compiled& in, const sql::Expression& criterion) {
-    store();
-    catalog_.refresh();
     return translated([&] {
         sql::WrittenSelect written = store_->writer().find(*in.tree, criterion, catalog_, nextIdSet_);
         return CompiledPtr(std::make_shared<Compiled>(*this, in.tree, std::move(written)));

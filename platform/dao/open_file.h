@@ -78,7 +78,9 @@ class OpenFile : public std::enable_shared_from_this<OpenFile> {
     const sql::TableInfo* table(std::string_view name);
     CompiledPtr compile(std::string_view text);
     CompiledPtr compileTree(const sql::StatementPtr& tree);
+    // By the tables as the catalog last read them; standsAsRead tells whether they still are.
     CompiledPtr compileFind(const Compiled& in, const sql::Expression& criterion);
+    bool standsAsRead();
     std::int64_t execute(std::string_view statement);
     // A stored query's text with its tree, new or over the old one. Inside write() only.
     void writeQuery(std::string_view name, const std::string& text, sql::StatementPtr tree);

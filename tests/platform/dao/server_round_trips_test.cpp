@@ -58,6 +58,21 @@ TEST_F(ServerRoundTripsTest, ARecordIsFoundByItsNumberInOne) {
               1);
 }
 
+// One for its number, by the tables as they were, and one for the record.
+TEST_F(ServerRoundTripsTest, ARecordIsFoundByAnotherFieldInTwo) {
+    Recordset services = db.OpenRecordset("SELECT * FROM Services");
+    EXPECT_EQ(roundTripsOf([&] {
+                  services.FindFirst("MachineID=57");
+                  EXPECT_EQ(services["MachineID"].asLong(), 57);
+              }),
+              2);
+    EXPECT_EQ(roundTripsOf([&] {
+                  services.FindFirst("MachineID=101");
+                  EXPECT_TRUE(services.NoMatch());
+              }),
+              1);
+}
+
 // One to lock and read it, one to compare, write and commit.
 TEST_F(ServerRoundTripsTest, ARecordIsEditedAndUpdatedInTwo) {
     Recordset services = db.OpenRecordset("SELECT * FROM Services");

@@ -456,4 +456,49 @@ TEST_F(SharingTest, NumbersGivenAtAddNewAreDifferentEverywhere) {
     EXPECT_EQ(other.wait(), 0);
 }
 
+// The set was opened before, and is searched by the tables as they are.
+TEST_F(SharingTest, ASearchKnowsTheTablesThatOthersHaveMadeAnew) {
+    Child other([this](Child& child) {
+        child.hear();
+        Database here = openShop(path);
+        const auto make = [&here](const char* field, int number) {
+            TableDef table = here.CreateTableDef("Extra");
+            table.Append({"ID", dbLong, 0, true});
+            table.Append(table.CreateField(field, dbLong));
+            here.TableDefs().Append(table);
+            Recordset rows = here.OpenRecordset("Extra");
+            rows.AddNew();
+            rows.Fields(field) = Value(number);
+            rows.Update();
+        };
+        make("Old", 5);
+        child.tell("made");
+        child.hear();
+        here.TableDefs().Delete("Extra");
+        make("New", 6);
+        child.tell("made anew");
+        child.hear();
+        here.TableDefs().Delete("Extra");
+        child.tell("gone");
+        child.hear();
+        return 0;
+    });
+    other.tell("go");
+    ASSERT_EQ(other.hear(), "made");
+    db = openShop(path);
+    Recordset rows = db.OpenRecordset("SELECT * FROM Extra");
+    rows.FindFirst("Old=5");
+    EXPECT_FALSE(rows.NoMatch());
+    other.tell("go");
+    ASSERT_EQ(other.hear(), "made anew");
+    EXPECT_EQ(errorOf([&] { rows.FindFirst("Old=5"); }), errTooFewParameters);
+    EXPECT_EQ(errorOf([&] { rows.FindFirst("New=6"); }), 0);
+    EXPECT_TRUE(rows.NoMatch()) << "a row with a new number, which the set does not have";
+    other.tell("go");
+    ASSERT_EQ(other.hear(), "gone");
+    EXPECT_EQ(errorOf([&] { rows.FindFirst("New=6"); }), errUnknownObject);
+    other.tell("go");
+    EXPECT_EQ(other.wait(), 0);
+}
+
 }  // namespace
