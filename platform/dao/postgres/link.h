@@ -1,11 +1,10 @@
 #pragma once
 
-#include <map>
 #include <memory>
-#include <set>
 #include <string>
 
 #include "platform/dao/postgres/connection.h"
+#include "platform/dao/postgres/session_locks.h"
 #include "platform/dao/postgres/writer_row.h"
 
 namespace dao::postgres {
@@ -13,10 +12,10 @@ namespace dao::postgres {
 // The same for two addresses where one connection serves both.
 std::string identityOf(const Address& address);
 
-// This process's one connection to a shop on a server, and the locks that say so there: who is in, which
-// numbers are held, whose row in the table of writers is ours. A connection that was lost is made anew when
-// it is next needed, and its locks are taken again first.
-class Link {
+// This process's one connection to a shop on a server, with the locks that say so there and our row in the
+// table of writers. A connection that was lost is made anew when it is next needed, and its locks are taken
+// again first.
+class Link final : private ConnectionSource {
  public:
     // The process's one link to that place, made now if it has none. Fails as Connection does.
     static std::shared_ptr<Link> to(const Address& address);
@@ -31,11 +30,11 @@ class Link {
     // itself by now, errLocked where one of our numbers was taken meanwhile, until it is let go.
     Connection& connection();
     // The same for what has nothing to do with our numbers.
-    Connection& anyConnection();
+    Connection& anyConnection() override;
     // The same, where it is not known whether it still stands: looked at first.
     Connection& soundConnection();
     // Whether there is a connection now: without one there is no transaction and no lock either.
-    bool isConnected() const { return connection_ != nullptr && !connection_->lost(); }
+    bool isConnected() const override { return connection_ != nullptr && !connection_->lost(); }
     // Counts the connections that there have been.
     std::int64_t session() const { return session_; }
     // Of all those connections.
@@ -43,34 +42,19 @@ class Link {
         return roundTripsBefore_ + (connection_ != nullptr ? connection_->roundTrips() : 0);
     }
 
-    // How often each was entered and left, counted.
-    void enterShared();  // errExclusiveByOther
-    void leaveShared() noexcept;
-    bool enterExclusive();
-    void leaveExclusive() noexcept;
-
-    bool holdNumber(int number);
-    void leaveNumber(int number) noexcept;
-    bool isLost(int number) const { return lost_.contains(number); }  // another process has taken it
-
+    SessionLocks& locks() { return locks_; }
     WriterRow& writer() { return writer_; }
 
  private:
     explicit Link(Address address) : address_(std::move(address)) {}
     void connect();
     void workAsOwner();
-    void takeLocksAgain();
-    bool tryLock(int space, int number, bool shared = false);
-    void unlock(int space, int number, bool shared = false) noexcept;
 
     Address address_;
     std::unique_ptr<Connection> connection_;
     std::int64_t session_ = 0;
     std::int64_t roundTripsBefore_ = 0;  // of the connections that are gone
-    int shared_ = 0;
-    int exclusive_ = 0;
-    std::set<int> numbers_;
-    std::set<int> lost_;  // of these
+    SessionLocks locks_{*this};
     WriterRow writer_;
 };
 

@@ -11,10 +11,12 @@ namespace {
 
 class ServerPresence final : public Presence {
  public:
-    explicit ServerPresence(std::shared_ptr<Link> link) : link_(std::move(link)) { link_->enterShared(); }
-    ~ServerPresence() override { link_->leaveShared(); }
-    bool enterExclusive() override { return link_->enterExclusive(); }
-    void leaveExclusive() noexcept override { link_->leaveExclusive(); }
+    explicit ServerPresence(std::shared_ptr<Link> link) : link_(std::move(link)) {
+        link_->locks().enterShared();
+    }
+    ~ServerPresence() override { link_->locks().leaveShared(); }
+    bool enterExclusive() override { return link_->locks().enterExclusive(); }
+    void leaveExclusive() noexcept override { link_->locks().leaveExclusive(); }
 
  private:
     std::shared_ptr<Link> link_;
@@ -23,9 +25,9 @@ class ServerPresence final : public Presence {
 class ServerNumbers final : public Numbers {
  public:
     explicit ServerNumbers(std::shared_ptr<Link> link) : link_(std::move(link)) {}
-    bool holdNumber(int number) override { return link_->holdNumber(number); }
-    void leaveNumber(int number) noexcept override { link_->leaveNumber(number); }
-    bool isLost(int number) const override { return link_->isLost(number); }
+    bool holdNumber(int number) override { return link_->locks().holdNumber(number); }
+    void leaveNumber(int number) noexcept override { link_->locks().leaveNumber(number); }
+    bool isLost(int number) const override { return link_->locks().isLost(number); }
 
  private:
     std::shared_ptr<Link> link_;

@@ -19,7 +19,7 @@ void dropUnfinished(Connection& server, const Address& address) {
 }  // namespace
 
 NewShop::NewShop(const Address& address) : link_(Link::to(address)) {
-    if (!link_->enterExclusive()) {
+    if (!link_->locks().enterExclusive()) {
         fail(errFileInUse);
     }
     try {
@@ -28,14 +28,14 @@ NewShop::NewShop(const Address& address) : link_(Link::to(address)) {
         server.execute("BEGIN;" + shopScript() + "COMMIT");
         store_ = std::make_unique<ServerStore>(link_, ServerStore::Unfinished{});
     } catch (...) {
-        link_->leaveExclusive();
+        link_->locks().leaveExclusive();
         throw;
     }
 }
 
 NewShop::~NewShop() {
     store_.reset();
-    link_->leaveExclusive();
+    link_->locks().leaveExclusive();
 }
 
 void NewShop::finish() {
