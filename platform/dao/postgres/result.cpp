@@ -2,6 +2,7 @@
 
 #include <libpq-fe.h>
 
+#include <algorithm>
 #include <bit>
 #include <cstdlib>
 
@@ -14,6 +15,15 @@ namespace {
 
 // Dimensions, whether Nulls are among them, the type of the elements, how many, the number of the first.
 constexpr std::size_t kArrayHead = 5 * sizeof(std::int32_t);
+constexpr std::size_t kElementType = 2 * sizeof(std::int32_t);
+constexpr std::size_t kEmptyArray = 3 * sizeof(std::int32_t);  // the same, where it has no dimension
+
+// A shop's own types have numbers above those that the server brings along.
+bool mayBeKey(unsigned type) {
+    constexpr unsigned kFirstOwn = 16384;
+    return type >= kFirstOwn || static_cast<Type>(type) == Type::kInteger4 ||
+           static_cast<Type>(type) == Type::kInteger8;
+}
 
 std::int64_t integerOfWidth(std::string_view value) {
     switch (value.size()) {
@@ -133,6 +143,35 @@ std::vector<std::int64_t> Result::integers(int row, int column) const {
         found.push_back(readInteger<std::int64_t>(bytes.data() + at));
     }
     return found;
+}
+
+void Result::appendKeys(int row, int column, std::int64_t none, std::vector<std::int64_t>& out) const {
+    std::string_view left = value(row, column);
+    if (left.size() < kEmptyArray || readInteger<std::int32_t>(left.data()) > 1 ||
+        !mayBeKey(readInteger<std::uint32_t>(left.data() + kElementType))) {
+        fail(errTypeMismatch);
+    }
+    left.remove_prefix(std::min(kArrayHead, left.size()));
+    out.reserve(out.size() + left.size() / (2 * sizeof(std::int32_t)));
+    while (left.size() >= sizeof(std::int32_t)) {
+        const auto length = readInteger<std::int32_t>(left.data());
+        left.remove_prefix(sizeof length);
+        const std::size_t size = length < 0 ? 0 : static_cast<std::size_t>(length);
+        if (size > left.size()) {
+            fail(errTypeMismatch);
+        }
+        out.push_back(length < 0 ? none : integerOfWidth(left.substr(0, size)));
+        left.remove_prefix(size);
+    }
+}
+
+std::string_view Result::raw(int row, int column) const {
+    const pg_result* const answer = answer_.get();
+    const int length = PQgetlength(answer, row, column);
+    if (length == 0 && PQgetisnull(answer, row, column) != 0) {
+        return {};
+    }
+    return {PQgetvalue(answer, row, column), static_cast<std::size_t>(length)};
 }
 
 std::string_view Result::value(int row, int column) const {

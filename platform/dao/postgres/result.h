@@ -33,6 +33,12 @@ class Result {
     std::string_view text(int row, int column) const;  // UTF-8
     std::span<const char> bytes(int row, int column) const;
     std::vector<std::int64_t> integers(int row, int column) const;  // an array; a Null within it fails
+    // An array of row keys to the end of `out`; a Null within it becomes `none`. The type of a shop's own
+    // column is not looked into: of those, ask for whole numbers only.
+    void appendKeys(int row, int column, std::int64_t none, std::vector<std::int64_t>& out) const;
+    // As the server sent it, of a row and a column that there are; without a beginning where it is Null. For
+    // those who read hundreds of thousands and have looked at the column's type.
+    std::string_view raw(int row, int column) const;
 
  private:
     struct Clear {

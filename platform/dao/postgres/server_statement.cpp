@@ -1,8 +1,10 @@
 #include "platform/dao/postgres/server_statement.h"
 
 #include <algorithm>
+#include <bit>
 
 #include "platform/dao/failure.h"
+#include "platform/dao/postgres/network_order.h"
 
 namespace dao::postgres {
 namespace {
@@ -40,38 +42,81 @@ struct Binder {
     void operator()(const std::string& v) const { to.text(v); }
 };
 
-// How a column of an answer goes into a block.
-enum class CellKind { kInteger, kReal, kText };
+// How a column of an answer goes into a block. Looked at once for a column, and not for each of its cells.
+using AddCell = void (*)(RowBlock& block, std::string_view cell);
 
-CellKind kindOfCell(unsigned type) {
+template <typename Integer>
+void addInteger(RowBlock& block, std::string_view cell) {
+    block.addInteger(readInteger<Integer>(cell.data()));
+}
+
+template <typename Real, typename Bits>
+void addReal(RowBlock& block, std::string_view cell) {
+    block.addReal(std::bit_cast<Real>(readInteger<Bits>(cell.data())));
+}
+
+void addText(RowBlock& block, std::string_view cell) {
+    block.addText(cell);
+}
+
+// A column of a type that no record has, which does no harm as long as nothing stands in it.
+void refuseCell(RowBlock&, std::string_view) {
+    fail(errTypeMismatch);
+}
+
+// The server sends each of these types in its one width.
+AddCell adderOf(unsigned type) {
     switch (static_cast<Type>(type)) {
         case Type::kInteger2:
+            return &addInteger<std::int16_t>;
         case Type::kInteger4:
+            return &addInteger<std::int32_t>;
         case Type::kInteger8:
-            return CellKind::kInteger;
+            return &addInteger<std::int64_t>;
         case Type::kReal4:
+            return &addReal<float, std::uint32_t>;
         case Type::kReal8:
-            return CellKind::kReal;
+            return &addReal<double, std::uint64_t>;
+        case Type::kText:
+        case Type::kName:
+        case Type::kPaddedText:
+        case Type::kLimitedText:
+            return &addText;
         default:
-            return CellKind::kText;
+            return &refuseCell;
     }
 }
 
-void addCell(RowBlock& block, const Result& answer, int row, int column, CellKind kind) {
-    if (answer.isNull(row, column)) {
-        block.addNull();
+// Where the cells of a block's column stand in an answer, -1: nowhere; and how they go into the block.
+struct Cells {
+    int column;
+    AddCell add;
+};
+
+std::vector<Cells> cellsOf(const Result& answer, std::size_t columns, int skip,
+                           const std::vector<int>* places) {
+    std::vector<Cells> cells;
+    for (std::size_t column = 0; column < columns; ++column) {
+        const int place = places == nullptr ? static_cast<int>(column) : (*places)[column];
+        if (place < 0) {
+            cells.push_back({-1, nullptr});
+        } else {
+            cells.push_back({place + skip, adderOf(answer.type(place + skip))});
+        }
+    }
+    return cells;
+}
+
+void addCell(RowBlock& block, const Result& answer, int row, const Cells& from) {
+    if (from.column < 0) {
+        block.addUnread();
         return;
     }
-    switch (kind) {
-        case CellKind::kInteger:
-            block.addInteger(answer.integer(row, column));
-            break;
-        case CellKind::kReal:
-            block.addReal(answer.real(row, column));
-            break;
-        case CellKind::kText:
-            block.addText(answer.text(row, column));
-            break;
+    const std::string_view cell = answer.raw(row, from.column);
+    if (cell.data() == nullptr) {
+        block.addNull();
+    } else {
+        from.add(block, cell);
     }
 }
 
@@ -103,7 +148,7 @@ void ServerStatement::bindNumbers(int index, sql::IdSetPtr numbers) {
     at(index) = std::move(numbers);
 }
 
-Result ServerStatement::ask() {
+Result ServerStatement::ask(const std::string& text) {
     if (*store_ == nullptr) {
         fail(errObjectClosed);
     }
@@ -120,19 +165,24 @@ Result ServerStatement::ask() {
             parameters.null(Type::kInteger8);
         }
     }
-    return (*store_)->run(text_, parameters);
+    return (*store_)->run(text, parameters);
 }
 
 std::int64_t ServerStatement::run() {
-    const std::int64_t affected = ask().affected();
+    const std::int64_t affected = ask(text_).affected();
     if (affected > 0) {
         (*store_)->noteWritten();
     }
     return affected;
 }
 
+// One column travels as one value, in less than half the time that as many rows would take.
 void ServerStatement::readKeys(std::vector<std::int64_t>& out, int columns) {
-    const Result answer = ask();
+    if (columns == 1) {
+        ask("SELECT ARRAY(" + text_ + ")").appendKeys(0, 0, driver::kNoRow, out);
+        return;
+    }
+    const Result answer = ask(text_);
     const int rows = answer.rows();
     out.reserve(out.size() + static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns));
     for (int row = 0; row < rows; ++row) {
@@ -144,27 +194,17 @@ void ServerStatement::readKeys(std::vector<std::int64_t>& out, int columns) {
 
 std::size_t ServerStatement::readRows(RowBlock& block, int skip, std::vector<std::int64_t>* keys,
                                       std::size_t limit, const std::vector<int>* places) {
-    const Result answer = ask();
-    const auto columns = static_cast<int>(block.columns());
-    std::vector<int> from;
-    std::vector<CellKind> kinds;
-    for (int column = 0; column < columns; ++column) {
-        const int place = places == nullptr ? column : (*places)[static_cast<std::size_t>(column)];
-        from.push_back(place < 0 ? -1 : place + skip);
-        kinds.push_back(place < 0 ? CellKind::kText : kindOfCell(answer.type(place + skip)));
-    }
+    const Result answer = ask(text_);
+    const std::vector<Cells> cells = cellsOf(answer, block.columns(), skip, places);
     const std::size_t rows = std::min(limit, static_cast<std::size_t>(answer.rows()));
     for (std::size_t row = 0; row < rows; ++row) {
+        const int at = static_cast<int>(row);
         if (keys != nullptr) {
-            keys->push_back(answer.integer(static_cast<int>(row), 0));
+            keys->push_back(answer.integer(at, 0));
         }
         block.startRow();
-        for (std::size_t column = 0; column < from.size(); ++column) {
-            if (from[column] < 0) {
-                block.addUnread();
-            } else {
-                addCell(block, answer, static_cast<int>(row), from[column], kinds[column]);
-            }
+        for (const Cells& each : cells) {
+            addCell(block, answer, at, each);
         }
         block.endRow();
     }

@@ -27,7 +27,7 @@ class ServerStatement final : public driver::Statement {
  private:
     using Bound = std::variant<std::monostate, Value, std::int64_t, sql::IdSetPtr>;
     Bound& at(int index);
-    Result ask();
+    Result ask(const std::string& text);
 
     std::shared_ptr<StatementRunner*> store_;
     std::string text_;

@@ -110,6 +110,24 @@ TEST_F(Values, ArraysGoThereAndComeBack) {
     EXPECT_EQ(connection_.run("SELECT cardinality($1)", Parameters().texts({})).integer(0, 0), 0);
 }
 
+TEST_F(Values, KeysComeAsOneArray) {
+    connection_.execute("CREATE DOMAIN number AS int4");
+    const Result answer = connection_.run(
+        "SELECT ARRAY[7, NULL, -2]::int4[], ARRAY[9007199254740993]::int8[], ARRAY(SELECT 5::number),"
+        " ARRAY[]::int4[], ARRAY['abcd'], ARRAY[[1],[2]], ARRAY[1]::int2[], 1");
+    std::vector<std::int64_t> keys{1};
+    for (int column = 0; column < 4; ++column) {
+        answer.appendKeys(0, column, 99, keys);
+    }
+    EXPECT_EQ(keys, (std::vector<std::int64_t>{1, 7, 99, -2, 9007199254740993, 5}));
+    for (int column = 4; column < 8; ++column) {
+        EXPECT_EQ(failureOf([&] { answer.appendKeys(0, column, 0, keys); }).number, dao::errTypeMismatch)
+            << column;
+    }
+    EXPECT_EQ(failureOf([&] { answer.appendKeys(1, 0, 0, keys); }).number, dao::errInvalidUseOfNull);
+    EXPECT_EQ(keys.size(), 6U);
+}
+
 TEST_F(Values, AReaderRefusesWhatItIsNotFor) {
     const Result row = connection_.run("SELECT 'a'::text, 1::int4, NULL::int4, 1.5::numeric");
     EXPECT_EQ(failureOf([&] { row.integer(0, 0); }).number, dao::errTypeMismatch);
