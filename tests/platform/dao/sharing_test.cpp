@@ -501,4 +501,50 @@ TEST_F(SharingTest, ASearchKnowsTheTablesThatOthersHaveMadeAnew) {
     EXPECT_EQ(other.wait(), 0);
 }
 
+// A field of the same name that now keeps amounts: asked as a whole number, it would find nothing.
+TEST_F(SharingTest, ASearchKnowsTheTypeThatAFieldHasNow) {
+    const auto make = [this](FieldType type) {
+        Database here = openShop(path);
+        TableDef table = here.CreateTableDef("Extra");
+        table.Append({"ID", dbLong, 0, true});
+        table.Append(table.CreateField("Worth", type));
+        here.TableDefs().Append(table);
+    };
+    const auto addFive = [this] {
+        Database here = openShop(path);
+        Recordset rows = here.OpenRecordset("Extra");
+        rows.AddNew();
+        rows.Fields("Worth") = Value(5);
+        rows.Update();
+    };
+    Child maker([&](Child& child) {
+        make(dbLong);
+        addFive();
+        child.tell("made");
+        child.hear();
+        openShop(path).TableDefs().Delete("Extra");
+        make(dbCurrency);
+        child.tell("made anew");
+        return 0;
+    });
+    Child filler([&](Child& child) {  // knows nothing of the numbers that the first table gave
+        child.hear();
+        addFive();
+        child.tell("filled");
+        return 0;
+    });
+    ASSERT_EQ(maker.hear(), "made");
+    db = openShop(path);
+    Recordset rows = db.OpenRecordset("SELECT * FROM Extra");
+    ASSERT_EQ(rows.RecordCount(), 1);
+    maker.tell("go");
+    ASSERT_EQ(maker.hear(), "made anew");
+    filler.tell("go");
+    ASSERT_EQ(filler.hear(), "filled");
+    rows.FindFirst("Worth=5");
+    EXPECT_FALSE(rows.NoMatch());
+    EXPECT_EQ(maker.wait(), 0);
+    EXPECT_EQ(filler.wait(), 0);
+}
+
 }  // namespace
