@@ -5,11 +5,30 @@
 #include "common/settings.h"
 #include "data/session.h"
 #include "platform/controls/boxes.h"
+#include "platform/system/files.h"
 #include "platform/system/trap.h"
 #include "records/frmDetails.h"
 #include "records/frmMain.h"
 #include "shell/frmSplash.h"
 #include "shell/program_windows.h"
+
+namespace {
+
+// Started from a folder that cannot be written, a read-only share or medium, the program works with a copy.
+// Who does not know it would look in vain at the counter for what was written at the desk. Said once: the
+// next start finds the copy.
+void tellOfPrivateCopy() {
+    const QString copy = platform::programFolder() + QStringLiteral("/Tarvello.mdb");
+    if (platform::recordsCopiedAside() && databasePath() == platform::nativePath(copy)) {
+        platform::showBox({QStringLiteral("The program's folder cannot be written. From now on you work with "
+                                          "a copy of the records of your own, %1. The records in the "
+                                          "program's folder stay as they are.")
+                               .arg(copy),
+                           GetResString(1), platform::BoxIcon::Information});
+    }
+}
+
+}  // namespace
 
 std::unique_ptr<frmMain> Main(const std::function<void(frmMain&)>& prepare) {
     CheckHelpFile();  // without its help file the program runs on
@@ -26,6 +45,7 @@ std::unique_ptr<frmMain> Main(const std::function<void(frmMain&)>& prepare) {
     MakeProperCase = settings::boolean(settings::MakeProperCase);
     ShowTipsAtStartup = settings::boolean(settings::ShowTipsAtStartup);
     ShowTipsAtRandom = settings::boolean(settings::ShowTipsAtRandom);
+    tellOfPrivateCopy();
 
     auto splash = std::make_unique<frmSplash>();
     splash->show();

@@ -87,13 +87,37 @@ void writeAll(QSaveFile& writer, const QByteArray& block) {
     }
 }
 
-QString chosenFolder;
+ProgramFolder chosenFolder;  // no path: not chosen yet
 
 bool sameContent(const QString& one, const QString& other) {
     QFile first(one);
     QFile second(other);
     return first.open(QIODevice::ReadOnly) && second.open(QIODevice::ReadOnly) &&
            first.size() == second.size() && first.readAll() == second.readAll();
+}
+
+constexpr char kRecords[] = "Tarvello.mdb";
+
+// What was delivered, into the user's own folder. True where the records were copied.
+bool seed(const QString& from, const QString& to) {
+    struct Delivered {
+        const char* name;
+        bool isKeptByTheUser;
+    };
+    bool recordsCopied = false;
+    for (const Delivered& file :
+         {Delivered{kRecords, true}, {"Tarvello.hlp", false}, {"tipoftheday.txt", true}}) {
+        const QString name = QDir::separator() + QString::fromLatin1(file.name);
+        const bool hasIt = fileExists(to + name);
+        if (fileExists(from + name) &&
+            !(hasIt && (file.isKeptByTheUser || sameContent(from + name, to + name)))) {
+            // What cannot be copied is missed, and asked for, by the routine that needs it.
+            Trap step;
+            step([&] { copyFile(from + name, to + name); });
+            recordsCopied |= file.name == kRecords && !step.failed();
+        }
+    }
+    return recordsCopied;
 }
 
 }  // namespace
@@ -175,42 +199,33 @@ void makeOwnFolder(const QString& path) {
     }
 }
 
-QString chooseProgramFolder(const QString& executableFolder, const QString& ownFolder) {
+ProgramFolder chooseProgramFolder(const QString& executableFolder, const QString& ownFolder) {
     const bool perUser = fileExists(executableFolder + QDir::separator() + QStringLiteral("per-user"));
     if (!perUser && takesFiles(executableFolder)) {
-        return executableFolder;
+        return {executableFolder};
     }
     makeOwnFolder(ownFolder);
-    struct Delivered {
-        const char* name;
-        bool isKeptByTheUser;
-    };
-    for (const Delivered& file :
-         {Delivered{"Tarvello.mdb", true}, {"Tarvello.hlp", false}, {"tipoftheday.txt", true}}) {
-        const QString name = QDir::separator() + QString::fromLatin1(file.name);
-        const bool hasIt = fileExists(ownFolder + name);
-        if (fileExists(executableFolder + name) &&
-            !(hasIt && (file.isKeptByTheUser || sameContent(executableFolder + name, ownFolder + name)))) {
-            // What cannot be copied is missed, and asked for, by the routine that needs it.
-            Trap step;
-            step([&] { copyFile(executableFolder + name, ownFolder + name); });
-        }
-    }
-    return ownFolder;
+    const bool copied = seed(executableFolder, ownFolder);
+    return {ownFolder, copied && !perUser};
 }
 
 QString programFolder() {
-    if (chosenFolder.isEmpty()) {
+    if (chosenFolder.path.isEmpty()) {
         const QString own = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
                             QStringLiteral("/Tarvello");
         chosenFolder = chooseProgramFolder(QDir::toNativeSeparators(QCoreApplication::applicationDirPath()),
                                            QDir::toNativeSeparators(own));
     }
-    return chosenFolder;
+    return chosenFolder.path;
 }
 
-void setProgramFolder(const QString& folder) {
-    chosenFolder = folder;
+bool recordsCopiedAside() {
+    programFolder();
+    return chosenFolder.recordsCopiedAside;
+}
+
+void setProgramFolder(const QString& folder, bool copiedAside) {
+    chosenFolder = {folder, copiedAside};
 }
 
 }  // namespace platform

@@ -28,10 +28,19 @@ void writeTextFile(const QString& path, const QString& text);
 // folder for Tarvello, seeded once from the delivered files beside the executable. Without a separator behind
 // it.
 QString programFolder();
-void setProgramFolder(const QString& folder);  // for tests; empty: found anew
+// Whether finding it has copied records out of a folder that only looks as if work could go on there: whoever
+// has started the program from it has to learn that the records there stay as they are.
+bool recordsCopiedAside();
+void setProgramFolder(const QString& folder, bool copiedAside = false);  // for tests; empty: found anew
+
+struct ProgramFolder {
+    QString path;
+    bool recordsCopiedAside = false;
+};
 // The rule behind it: the first where a file can be made in it and no file "per-user" in it says otherwise
 // (who installs the program may write there, and keeps no records there); else the second, seeded from the
-// first. The help, which no user changes, is renewed where a newer program brings another one.
-QString chooseProgramFolder(const QString& executableFolder, const QString& ownFolder);
+// first. The help, which no user changes, is renewed where a newer program brings another one. An installed
+// program's records are nobody's: copying those is not copying aside.
+ProgramFolder chooseProgramFolder(const QString& executableFolder, const QString& ownFolder);
 
 }  // namespace platform

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include "platform/system/trap.h"
@@ -71,6 +72,30 @@ TEST_F(ProgramStart, FirstStartUsesTheDefaults) {
     EXPECT_TRUE(MakeProperCase);
     EXPECT_TRUE(ShowTipsAtStartup);
     EXPECT_FALSE(ShowTipsAtRandom);
+}
+
+TEST_F(ProgramStart, SaysWhereTheRecordsWereCopiedThatWorkGoesOnWith) {
+    platform::setProgramFolder(platform::programFolder(), true);
+    window = Main();
+    ASSERT_NE(window, nullptr);
+    ASSERT_EQ(boxes.asked.size(), 1);
+    EXPECT_EQ(
+        boxes.asked[0].text,
+        "The program's folder cannot be written. From now on you work with a copy of the records of your "
+        "own, " +
+            databaseFile() + ". The records in the program's folder stay as they are.");
+    EXPECT_EQ(boxes.asked[0].icon, BoxIcon::Information);
+    EXPECT_EQ(boxes.asked[0].title, "Tarvello");
+}
+
+TEST_F(ProgramStart, KeepsStillAboutACopyThatNobodyWorksWith) {
+    QTemporaryDir other;
+    platform::setProgramFolder(other.path(), true);
+    settings::setText(settings::DatabasePath, databaseFile());
+    window = Main();
+    for (const platform::Box& box : boxes.asked) {
+        EXPECT_FALSE(box.text.contains("copy of the records")) << box.text.toStdString();
+    }
 }
 
 TEST_F(ProgramStart, PreferencesAreReadInEitherForm) {

@@ -223,7 +223,9 @@ TEST_F(Files, AFullDiskLeavesTheOldFileAndNothingHalf) {
 
 TEST_F(Files, TheProgramsFolderIsThatOfTheExecutableWhileItTakesFiles) {
     const QString own = path("own");
-    EXPECT_EQ(chooseProgramFolder(folder_.path(), own), folder_.path());
+    const ProgramFolder chosen = chooseProgramFolder(folder_.path(), own);
+    EXPECT_EQ(chosen.path, folder_.path());
+    EXPECT_FALSE(chosen.recordsCopiedAside);
     EXPECT_FALSE(QDir(own).exists());
     EXPECT_EQ(names(), QStringList());
 }
@@ -235,14 +237,16 @@ TEST_F(Files, AnInstalledProgramIsForEachUserEvenWhereItsFolderCanBeWritten) {
         make(name, "delivered");
     }
     const QString own = path("own");
-    EXPECT_EQ(chooseProgramFolder(path("program"), own), own);
+    const ProgramFolder first = chooseProgramFolder(path("program"), own);
+    EXPECT_EQ(first.path, own);
+    EXPECT_FALSE(first.recordsCopiedAside);
     for (const char* name : {"own/Tarvello.mdb", "own/Tarvello.hlp", "own/tipoftheday.txt"}) {
         EXPECT_EQ(content(name), "delivered");
         make(name, "changed");
     }
     EXPECT_FALSE(QFile::exists(path("own/per-user")));
     // A newer program brings a newer help; the records and the tips are the shop's own by now.
-    EXPECT_EQ(chooseProgramFolder(path("program"), own), own);
+    EXPECT_EQ(chooseProgramFolder(path("program"), own).path, own);
     EXPECT_EQ(content("own/Tarvello.hlp"), "delivered");
     EXPECT_EQ(content("own/Tarvello.mdb"), "changed");
     EXPECT_EQ(content("own/tipoftheday.txt"), "changed");
@@ -265,7 +269,8 @@ TEST_F(Files, OtherwiseItIsTheUsersOwnSeededOnceFromTheDeliveredFiles) {
         if (!giveUpRights()) {
             return kCannotBeTriedHere;
         }
-        if (chooseProgramFolder(path("program"), own) != own ||
+        const ProgramFolder first = chooseProgramFolder(path("program"), own);
+        if (first.path != own || !first.recordsCopiedAside ||
             content("home/Tarvello/Tarvello.mdb") != "delivered records" ||
             content("home/Tarvello/Tarvello.hlp") != "delivered help" ||
             content("home/Tarvello/tipoftheday.txt") != "delivered tips") {
@@ -273,7 +278,9 @@ TEST_F(Files, OtherwiseItIsTheUsersOwnSeededOnceFromTheDeliveredFiles) {
         }
         // The next start finds the shop's records there, and leaves them alone.
         make("home/Tarvello/Tarvello.mdb", "the shop's records");
-        chooseProgramFolder(path("program"), own);
+        if (chooseProgramFolder(path("program"), own).recordsCopiedAside) {
+            return 3;
+        }
         return content("home/Tarvello/Tarvello.mdb") == "the shop's records" ? 0 : 2;
     });
     for (const QString& folder : {folder_.path(), path("program")}) {
