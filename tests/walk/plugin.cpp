@@ -9,9 +9,11 @@ void walkFirstDay(Walker& walker);
 void walkSecondDay(Walker& walker);
 void walkThirdDay(Walker& walker, const QString& papers);
 void walkFourthDay(Walker& walker, const QString& papers);
+void walkToAnEnd(Walker& walker, const QString& where);
 
 // Loaded into the program by QT_QPA_GENERIC_PLUGINS="walk:DAY:PICTURES:FIRST": the day to walk, the folder
-// for the pictures, the number of the first of them.
+// for the pictures, the number of the first of them. In the place of a day: "ending-" and where the end is to
+// come.
 class WalkPlugin : public QGenericPlugin {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "walk.json")
@@ -28,6 +30,8 @@ class WalkPlugin : public QGenericPlugin {
             walkSecondDay(*walker);
         } else if (words.at(0) == QLatin1String("third")) {
             walkThirdDay(*walker, words.at(1));
+        } else if (const QString ending = QStringLiteral("ending-"); words.at(0).startsWith(ending)) {
+            walkToAnEnd(*walker, words.at(0).mid(ending.size()));
         } else {
             walkFourthDay(*walker, words.at(1));
         }
