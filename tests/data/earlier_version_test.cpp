@@ -1,6 +1,8 @@
 // What a shop has from an earlier release, as that release left it: the database and the settings of somebody
 // who worked with it for some days and closed the program. The files themselves are never changed.
+#include <QSettings>
 #include <climits>
+#include <vector>
 
 #include "data/session.h"
 #include "data/session_fixture.h"
@@ -104,6 +106,113 @@ TEST_F(Version101, ItsSettingsAreRead) {
     EXPECT_EQ(settings::text(settings::LVWSortField), "ServiceStarted");
     EXPECT_EQ(settings::text(settings::LVWColumnWidths), "1440;1440;1440;1440;1440;1440;1440");
     EXPECT_EQ(settings::text(settings::find("frmPrintInvoiceEx", "txtNacinPlacanja2")), "100% avans.");
+}
+
+// Nothing that somebody has set is forgotten: each value is found under its old name, as it was. A key that
+// this version did not know any more would throw.
+TEST_F(Version101, EveryOneOfItsSettingsIsReadAsItWas) {
+    bring("Tarvello.ini", path("settings/Tarvello.ini"));
+    struct Kept {
+        const char* section;
+        const char* key;
+        const char* value;
+    };
+    const std::vector<Kept> all{
+        {"Settings", "AlwaysCreateBackupDB", "False"},
+        {"Settings", "DatabasePath", "/home/shop/Tarvello/Tarvello.mdb"},
+        {"Settings", "DefaultGST", "0"},
+        {"Settings", "DetailsPosition", "495;495"},
+        {"Settings", "DueDateDiff", "8"},
+        {"Settings", "HelpFilePath", "/home/shop/Tarvello/Tarvello.hlp"},
+        {"Settings", "IncludeClients", "True"},
+        {"Settings", "IncludeComputers", "True"},
+        {"Settings", "IncludeServices", "True"},
+        {"Settings", "KursKupovni", "117.2"},
+        {"Settings", "LVWColumnPositions", "1;2;3;4;5;6;7"},
+        {"Settings", "LVWColumnWidths", "1440;1440;1440;1440;1440;1440;1440"},
+        {"Settings", "LVWSortField", "ServiceStarted"},
+        {"Settings", "LVWSortOrder", "ASC"},
+        {"Settings", "LVWSorted", "False"},
+        {"Settings", "MainPosition", "495;495"},
+        {"Settings", "PrintAddressDetails", "True"},
+        {"Settings", "PrintBirthDetails", "True"},
+        {"Settings", "PrintClientComments", "True"},
+        {"Settings", "PrintComputerComments", "True"},
+        {"Settings", "PrintContactDetails", "True"},
+        {"Settings", "PrintMemoryDetails", "True"},
+        {"Settings", "PrintOSDetails", "True"},
+        {"Settings", "PrintPIDCardDetails", "True"},
+        {"Settings", "PrintPheriperalDetails", "True"},
+        {"Settings", "PrintStorageDetails", "True"},
+        {"Settings", "ProperlyClosed", "True"},
+        {"Settings", "ShowFilterStatistics", "True"},
+        {"Settings", "ShowOnlySelectedClient", "True"},
+        {"Settings", "ShowOnlySelectedComputer", "True"},
+        {"Settings", "ShowOnlySelectedService", "True"},
+        {"Settings", "ShowTipsAtStartup", "False"},
+        {"Settings", "StatusbarVisible", "True"},
+        {"Settings", "ToolbarVisible", "True"},
+        {"frmInputBox", "AppendSerialNumber", "1"},
+        {"frmInputBox", "MakeProperCase", "1"},
+        {"frmInputBox", "WindowData", "495;495"},
+        {"frmInvoiceEx", "LVWColumnPositions", "1;2;3;4;5;6;7;8"},
+        {"frmInvoiceEx", "LVWColumnSort", "0Proizvodjac0"},
+        {"frmInvoiceEx", "LVWColumnWidths", "1440;1440;1440;1440;1440;1440;0;1440"},
+        {"frmInvoiceEx", "WindowData", "10500;8400;12000;7995"},
+        {"frmKonfiguratorEx", "GRPSort", "0Grupa0"},
+        {"frmKonfiguratorEx", "HorisontalSplitPosition", "50"},
+        {"frmKonfiguratorEx", "LVWColumnPositions", "1;2;3;4;5"},
+        {"frmKonfiguratorEx", "LVWColumnWidths", "1440;1440;1440;1440;1440"},
+        {"frmKonfiguratorEx", "MFTSort", "0Proizvodjac0"},
+        {"frmKonfiguratorEx", "PRDSort", "0Naziv0"},
+        {"frmKonfiguratorEx", "PrikaziStanjaVecaOdNule", "False"},
+        {"frmKonfiguratorEx", "PrikaziSveProizvodjace", "False"},
+        {"frmKonfiguratorEx", "VerticalSplitPosition", "50"},
+        {"frmKonfiguratorEx", "WindowData", "795;795;12000;7995"},
+        {"frmPrintInvoiceEx", "ChkFooter", "1"},
+        {"frmPrintInvoiceEx", "ChkFooterFromSett", "1"},
+        {"frmPrintInvoiceEx", "ChkIsporuka", "1"},
+        {"frmPrintInvoiceEx", "ChkNacinPlacanja", "1"},
+        {"frmPrintInvoiceEx", "ChkNapomena", "1"},
+        {"frmPrintInvoiceEx", "ChkPecatPotpis", "1"},
+        {"frmPrintInvoiceEx", "ChkRokIsporuke", "1"},
+        {"frmPrintInvoiceEx", "ChkRokPlacanja", "1"},
+        {"frmPrintInvoiceEx", "NumberDelimiter", "0"},
+        {"frmPrintInvoiceEx", "NumberSuffix", "0"},
+        {"frmPrintInvoiceEx", "OstaliTrosak", ""},
+        {"frmPrintInvoiceEx", "PriceRoundUp", "2"},
+        {"frmPrintInvoiceEx", "Slovima", "1"},
+        {"frmPrintInvoiceEx", "TabIndex", "1"},
+        {"frmPrintInvoiceEx", "WindowData", "1800;1800"},
+        {"frmPrintInvoiceEx", "frmSettKupacOstalo", ""},
+        {"frmPrintInvoiceEx", "frmSettMatBr", ""},
+        {"frmPrintInvoiceEx", "frmSettPDV", ""},
+        {"frmPrintInvoiceEx", "frmSettPIB", ""},
+        {"frmPrintInvoiceEx", "frmSettRegBr", ""},
+        {"frmPrintInvoiceEx", "frmSettRnBr", ""},
+        {"frmPrintInvoiceEx", "frmSettSifDel", ""},
+        {"frmPrintInvoiceEx", "txtFooter", ""},
+        {"frmPrintInvoiceEx", "txtIsporuka1", "Isporuka:"},
+        {"frmPrintInvoiceEx", "txtIsporuka2", "FCO prostorije firme."},
+        {"frmPrintInvoiceEx", "txtNacinPlacanja1", "Nacin placanja:"},
+        {"frmPrintInvoiceEx", "txtNacinPlacanja2", "100% avans."},
+        {"frmPrintInvoiceEx", "txtNapomena1", "Napomena:"},
+        {"frmPrintInvoiceEx", "txtNapomena2", ""},
+        {"frmPrintInvoiceEx", "txtPecatPotpis",
+         "Dokument je uradjen na racunaru i vazi bez pecata i potpisa. U slucaju spora, nadlezan je "
+         "privredni sud u Smederevu."},
+        {"frmPrintInvoiceEx", "txtRokIsporuke1", "Rok isporuke:"},
+        {"frmPrintInvoiceEx", "txtRokIsporuke2", "Odmah nakon uplate."},
+        {"frmPrintInvoiceEx", "txtRokPlacanja1", "Rok za uplatu:"},
+        {"frmPrintInvoiceEx", "txtRokPlacanja2", "Tri dana od datuma dokumenta."},
+    };
+    for (const Kept& kept : all) {
+        EXPECT_EQ(settings::text(settings::find(kept.section, kept.key), "(not stored)"),
+                  QString::fromUtf8(kept.value))
+            << kept.section << " " << kept.key;
+    }
+    const QSettings file(path("settings/Tarvello.ini"), QSettings::IniFormat);
+    EXPECT_EQ(file.allKeys().size(), static_cast<qsizetype>(all.size()));
 }
 
 // What a later version leaves behind may mean something else to this one: it is neither read nor "repaired".
