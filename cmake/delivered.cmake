@@ -43,8 +43,33 @@ add_custom_command(OUTPUT ${DELIVERED_DIR}/tipoftheday.txt
   DEPENDS ${CMAKE_SOURCE_DIR}/resources/tipoftheday.txt
   COMMENT "Laying the tips beside them"
   VERBATIM)
+# The icon for desktops that draw no SVG.
+add_executable(make_icons tools/make_icons.cpp)
+target_link_libraries(make_icons PRIVATE Qt6::Gui Qt6::Svg)
+set_target_properties(make_icons PROPERTIES AUTOMOC OFF AUTORCC OFF)
+set(ICONS_DIR ${CMAKE_BINARY_DIR}/icons)
+set(ICON_DRAWING ${CMAKE_SOURCE_DIR}/resources/icons/Tarvello.svg)
+add_custom_command(OUTPUT ${ICONS_DIR}/256x256/apps/tarvello.png
+  COMMAND make_icons ${ICON_DRAWING} ${ICONS_DIR}
+  DEPENDS make_icons ${ICON_DRAWING}
+  COMMENT "Drawing the icon in its sizes"
+  VERBATIM)
+# Changelog and manual pages as they lie in a package: packed, and the same bytes from the same texts.
+set(PACKED_DIR ${CMAKE_BINARY_DIR}/packed)
+set(PACKED)
+foreach(text resources/package/changelog docs/tarvello.1 docs/tarvello-data.1)
+  get_filename_component(name ${text} NAME)
+  add_custom_command(OUTPUT ${PACKED_DIR}/${name}.gz
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${PACKED_DIR}
+    COMMAND sh -c "gzip -9nc '${CMAKE_SOURCE_DIR}/${text}' > '${PACKED_DIR}/${name}.gz'"
+    DEPENDS ${CMAKE_SOURCE_DIR}/${text}
+    COMMENT "Packing ${name}"
+    VERBATIM)
+  list(APPEND PACKED ${PACKED_DIR}/${name}.gz)
+endforeach()
 add_custom_target(delivered ALL
-  DEPENDS ${DELIVERED_DIR}/Tarvello.mdb ${DELIVERED_DIR}/Demo.mdb ${DELIVERED_DIR}/tipoftheday.txt)
+  DEPENDS ${DELIVERED_DIR}/Tarvello.mdb ${DELIVERED_DIR}/Demo.mdb ${DELIVERED_DIR}/tipoftheday.txt
+  ${ICONS_DIR}/256x256/apps/tarvello.png ${PACKED})
 
 if(NOT TARGET build_help)
   include(cmake/help.cmake)

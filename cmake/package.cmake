@@ -1,15 +1,18 @@
 # The Debian package that scripts/package makes: everything in one folder, as the shop has it, a command and a
-# desktop entry. Each user gets a program folder of his own on the first start; the file "per-user" says so.
+# desktop entry. Each user gets a program folder of his own on the first start; the file "per-user" says so. The version of the package is the
+# first line of resources/package/changelog, too.
 
 set(INSTALLED lib/tarvello)
 install(TARGETS Tarvello RUNTIME DESTINATION ${INSTALLED})
 install(FILES ${DELIVERED_DIR}/Tarvello.mdb ${DELIVERED_DIR}/Tarvello.hlp ${DELIVERED_DIR}/tipoftheday.txt
   resources/per-user DESTINATION ${INSTALLED})
 install(FILES resources/tarvello.desktop DESTINATION share/applications)
+install(FILES resources/package/tarvello.metainfo.xml DESTINATION share/metainfo)
+install(DIRECTORY ${ICONS_DIR}/ DESTINATION share/icons/hicolor)
 install(FILES resources/icons/Tarvello.svg DESTINATION share/icons/hicolor/scalable/apps RENAME tarvello.svg)
 install(TARGETS tarvello-data RUNTIME DESTINATION bin)
-install(FILES docs/tarvello-data.1 DESTINATION share/man/man1)
-install(FILES README.md docs/server.md DESTINATION share/doc/tarvello)
+install(FILES ${PACKED_DIR}/tarvello.1.gz ${PACKED_DIR}/tarvello-data.1.gz DESTINATION share/man/man1)
+install(FILES README.md docs/server.md resources/package/copyright ${PACKED_DIR}/changelog.gz DESTINATION share/doc/tarvello)
 set(COMMAND_LINK ${CMAKE_BINARY_DIR}/command/tarvello)
 file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/command)
 file(CREATE_LINK ../${INSTALLED}/Tarvello ${COMMAND_LINK} SYMBOLIC)

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# installed.sh BUILD: makes the package, unpacks it into a scratch root, and starts what lies there, headlessly and as
+# installed.sh BUILD VERSION: makes the package, lets the distribution's own check look at it, unpacks it into a scratch root, and starts what lies there, headlessly and as
 # somebody who has never started it. The program folder of that user must then hold all that was delivered.
 set -euo pipefail
 build=$1
+version=$2
 place=$(mktemp -d)
 trap 'chmod -R u+w "$place"; rm -rf "$place"' EXIT
 fail() {
@@ -16,12 +17,19 @@ depends=$(dpkg-deb --field "$package" Depends)
 for library in libqt6widgets6 libqt6svg6 libqt6printsupport6 libpq5 libc6; do
     grep -q "$library" <<<"$depends" || fail "the package does not ask for $library: $depends"
 done
+lintian --allow-root --fail-on error,warning "$package" || fail "lintian is not content with the package"
 dpkg-deb --extract "$package" "$place/root"
 for file in bin/tarvello lib/tarvello/Tarvello lib/tarvello/Tarvello.mdb lib/tarvello/Tarvello.hlp \
     lib/tarvello/tipoftheday.txt share/applications/tarvello.desktop share/icons/hicolor/scalable/apps/tarvello.svg \
-    bin/tarvello-data share/man/man1/tarvello-data.1 share/doc/tarvello/server.md; do
+    bin/tarvello-data share/man/man1/tarvello.1.gz share/man/man1/tarvello-data.1.gz share/doc/tarvello/server.md \
+    share/doc/tarvello/copyright share/doc/tarvello/changelog.gz share/metainfo/tarvello.metainfo.xml \
+    share/icons/hicolor/{16x16,22x22,24x24,32x32,48x48,64x64,128x128,256x256}/apps/tarvello.png; do
     [ -e "$place/root/usr/$file" ] || fail "the package has no $file"
 done
+latest=$(zcat "$place/root/usr/share/doc/tarvello/changelog.gz" | head -n 1)
+[[ $latest == "tarvello ($version) "* ]] || fail "the changelog begins with \"$latest\", and this is $version"
+grep -q "<release version=\"$version\"" "$place/root/usr/share/metainfo/tarvello.metainfo.xml" ||
+    fail "software centres are not told of $version"
 [ -z "$(find "$place/root" -name 'libsqlcipher*')" ] || fail "the record store is linked in, not delivered"
 "$place/root/usr/bin/tarvello-data" move --help >/dev/null || fail "the packaged tarvello-data does not start"
 
