@@ -2,6 +2,7 @@
 
 #include <QListWidget>
 
+#include "platform/controls/cut_texts.h"
 #include "platform/controls/link_label.h"
 #include "records/field_labels.h"
 #include "records/service_row.h"
@@ -18,6 +19,7 @@ ServiceKindsList::ServiceKindsList(QWidget& window)
     list_->setSelectionMode(QAbstractItemView::MultiSelection);
     list_->setMinimumWidth(window.fontMetrics().averageCharWidth() * 34);
     list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    platform::tellCutTexts(*list_);
     deselect_->setObjectName(QStringLiteral("Label2"));
     deselect_->setProperty(kTopicProperty, kDeselectTopic);
     connect(deselect_, &platform::LinkLabel::clicked, this, [this] { select(service_row::kAnyType); });

@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QIcon>
 
+#include "platform/controls/focus_style.h"
 #include "platform/controls/pictures.h"
 #include "records/frmMain.h"
 #include "shell/Main.h"
@@ -13,6 +14,7 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tarvello"));
     QApplication::setApplicationDisplayName(QStringLiteral("Tarvello"));
+    QApplication::setStyle(new platform::FocusStyle);
     QApplication::setWindowIcon(platform::icon(QStringLiteral("Tarvello")));
     QApplication::setQuitOnLastWindowClosed(false);
     installHelpViewer();

@@ -5,6 +5,7 @@
 #include <QSignalBlocker>
 #include <QStyle>
 
+#include "platform/controls/cut_texts.h"
 #include "shell/help_controls.h"
 
 namespace {
@@ -16,6 +17,7 @@ constexpr int kPageRole = Qt::UserRole;
 HelpContents::HelpContents(QWidget* parent) : QTreeWidget(parent) {
     named(this, "Contents", QStringLiteral("Contents"));
     header()->hide();
+    platform::tellCutTexts(*this);
     connect(this, &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* item) {
         if (item != nullptr) {
             emit chosen(item->data(0, kPageRole).toString());

@@ -1,5 +1,7 @@
 #include "shell/help_place_list.h"
 
+#include "platform/controls/cut_texts.h"
+
 namespace {
 
 constexpr int kAddressRole = Qt::UserRole;
@@ -7,6 +9,7 @@ constexpr int kAddressRole = Qt::UserRole;
 }  // namespace
 
 HelpPlaceList::HelpPlaceList(QWidget* parent) : QListWidget(parent) {
+    platform::tellCutTexts(*this);
     connect(this, &QListWidget::itemActivated, this, &HelpPlaceList::follow);
     connect(this, &QListWidget::itemClicked, this, &HelpPlaceList::follow);
 }

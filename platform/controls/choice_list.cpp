@@ -3,6 +3,8 @@
 #include <QContextMenuEvent>
 #include <QMouseEvent>
 
+#include "platform/controls/cut_texts.h"
+
 namespace platform {
 
 ChoiceList::ChoiceList(QWidget* parent) : QListView(parent) {
@@ -11,6 +13,7 @@ ChoiceList::ChoiceList(QWidget* parent) : QListView(parent) {
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setAlternatingRowColors(false);
     setContextMenuPolicy(Qt::DefaultContextMenu);
+    tellCutTexts(*this);
 }
 
 void ChoiceList::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

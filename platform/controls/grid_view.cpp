@@ -11,6 +11,7 @@
 #include <QStyledItemDelegate>
 #include <algorithm>
 
+#include "platform/controls/cut_texts.h"
 #include "platform/controls/list_index.h"
 
 namespace platform {
@@ -64,6 +65,7 @@ GridView::GridView(QWidget* parent) : QTreeView(parent) {
     header()->setTextElideMode(Qt::ElideRight);
     connect(header(), &QHeaderView::sectionClicked, this,
             [this](int column) { emit columnClicked(column + 1); });
+    tellCutTexts(*this);
     showSelectionWithoutFocus();
 }
 

@@ -2,13 +2,14 @@
 
 #include <QAbstractListModel>
 #include <QListView>
-#include <QProxyStyle>
 #include <QSignalBlocker>
 #include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "platform/controls/cut_texts.h"
+#include "platform/controls/focus_style.h"
 #include "platform/controls/wheel.h"
 #include "platform/text/order.h"
 
@@ -17,14 +18,14 @@ namespace {
 
 // A popup in the style of a menu measures every entry before it opens. With the clients of twenty years in it
 // that is a wait at each click, so the list always drops down as a list of a few lines that scrolls.
-class ListPopup : public QProxyStyle {
+class ListPopup : public FocusStyle {
  public:
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* data) const override {
         if (hint == SH_ComboBox_Popup) {
             return 0;
         }
-        return QProxyStyle::styleHint(hint, option, widget, data);
+        return FocusStyle::styleHint(hint, option, widget, data);
     }
 };
 
@@ -107,6 +108,7 @@ Selector::Selector(QWidget* parent) : QComboBox(parent), model_(new Model(this))
     setStyle(style);
     auto* list = new QListView(this);
     list->setUniformItemSizes(true);
+    tellCutTexts(*list);
     setModel(model_);
     setView(list);
     setEditable(false);

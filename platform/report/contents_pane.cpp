@@ -3,6 +3,7 @@
 #include <QList>
 #include <algorithm>
 
+#include "platform/controls/cut_texts.h"
 #include "platform/report/page_view.h"
 
 namespace report {
@@ -19,6 +20,7 @@ ContentsPane::ContentsPane(const std::vector<ContentsEntry>& contents, PageView&
     setAccessibleName(QStringLiteral("Sadrzaj"));
     setHeaderLabel(QStringLiteral("Sadrzaj"));
     setMinimumWidth(140);
+    platform::tellCutTexts(*this);
     fill(contents);
     connect(this, &QTreeWidget::currentItemChanged, this, [&view](QTreeWidgetItem* item) {
         if (item) {

@@ -4,6 +4,7 @@
 #include <QLocale>
 #include <QTemporaryDir>
 
+#include "platform/controls/focus_style.h"
 #include "platform/system/files.h"
 #include "platform/system/settings_store.h"
 
@@ -17,6 +18,7 @@ int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     QApplication application(argc, argv);
     application.setQuitOnLastWindowClosed(false);
+    QApplication::setStyle(new platform::FocusStyle);
     QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
 
     QTemporaryDir settings;
