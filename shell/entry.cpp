@@ -12,8 +12,8 @@
 // else may still be open, the splash picture included, or until the system asks the program to end.
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
+    // No display name: the desktop would hang it behind the title of every window.
     QApplication::setApplicationName(QStringLiteral("Tarvello"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Tarvello"));
     QApplication::setStyle(new platform::FocusStyle);
     QApplication::setWindowIcon(platform::icon(QStringLiteral("Tarvello")));
     QApplication::setQuitOnLastWindowClosed(false);

@@ -1,5 +1,6 @@
 #include "walker.h"
 
+#include <xcb/xcb.h>
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
@@ -19,8 +20,10 @@
 #include <QToolBar>
 #include <QToolButton>
 #include <QWindow>
+
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 
 namespace {
 
@@ -31,6 +34,32 @@ constexpr int kGlance = 20;
 void say(const QString& line) {
     std::printf("%s\n", qPrintable(line));
     std::fflush(stdout);
+}
+
+struct Freed {
+    void operator()(void* memory) const { std::free(memory); }
+};
+
+xcb_atom_t atomOf(xcb_connection_t* screen, const QByteArray& name) {
+    const auto length = static_cast<uint16_t>(name.size());
+    const std::unique_ptr<xcb_intern_atom_reply_t, Freed> atom(
+        xcb_intern_atom_reply(screen, xcb_intern_atom(screen, 0, length, name.constData()), nullptr));
+    return atom ? atom->atom : 0;
+}
+
+// What the screen was told to write into the title bar, which need not be what the window was told.
+QString titleOnScreen(const QWidget& window) {
+    xcb_connection_t* screen = qApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+    constexpr uint32_t kLongest = 256;  // words of four bytes
+    const auto cookie = xcb_get_property(screen, 0, static_cast<xcb_window_t>(window.winId()),
+                                         atomOf(screen, "_NET_WM_NAME"), XCB_ATOM_ANY, 0, kLongest);
+    const std::unique_ptr<xcb_get_property_reply_t, Freed> title(
+        xcb_get_property_reply(screen, cookie, nullptr));
+    if (!title) {
+        return {};
+    }
+    return QString::fromUtf8(static_cast<const char*>(xcb_get_property_value(title.get())),
+                             xcb_get_property_value_length(title.get()));
 }
 
 }  // namespace
@@ -366,6 +395,10 @@ void Walker::picture(const QString& name, const QString& windowName) {
                                  .arg(name);
         if (!window->grab().save(file)) {
             fail(QStringLiteral("the picture %1 cannot be written").arg(file));
+        }
+        const bool hasTitle = !window->windowTitle().isEmpty();  // a menu has none
+        if (hasTitle && titleOnScreen(*window) != window->windowTitle()) {
+            fail(QStringLiteral("the title bar says \"%1\"").arg(titleOnScreen(*window)));
         }
     });
 }
