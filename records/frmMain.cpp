@@ -19,7 +19,7 @@ using platform::ListView;
 
 namespace {
 
-constexpr int kUsualWidth = 980;  // logical pixels
+constexpr int kUsualWidth = 1080;  // logical pixels; the list of services shows all its columns
 
 // What may be commanded just now.
 CommandState stateOf(const frmMain& window) {

@@ -6,6 +6,7 @@
 #include <QScreen>
 #include <QToolBar>
 
+#include "common/window_places.h"
 #include "records/main_bars.h"
 #include "records/main_choices.h"
 #include "records/main_status.h"
@@ -57,6 +58,7 @@ void MainShape::ArrangeControls() {
         inside + heightOf(window_.menuBar()) + heightOf(bars_.toolbar.bar()) + heightOf(status_.bar());
     arranging_ = true;
     window_.resize(window_.width(), qMin(wanted, window_.screen()->availableGeometry().height() - frame));
+    bringOnScreen(&window_);
     arranging_ = false;
     insideHeight_ = inside;
 }

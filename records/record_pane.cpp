@@ -12,7 +12,9 @@
 #include "platform/controls/date_field.h"
 #include "platform/controls/pictures.h"
 #include "platform/controls/selector.h"
+#include "platform/controls/shades.h"
 #include "records/address_button.h"
+#include "records/block_area.h"
 #include "records/entry_fields.h"
 #include "records/main_fields.h"
 
@@ -72,12 +74,16 @@ void RecordPane::findTyped() {
     if (found >= 0) {
         selector_->setCurrentIndex(found);
     }
+    const bool misses = found < 0 && !typeAhead_->text().isEmpty();
+    platform::showNothingFound(*typeAhead_, misses ? QStringLiteral("Nothing begins with this") : QString());
 }
 
 // --- The blocks of fields.
 
 void RecordPane::buildBlocks(QVBoxLayout* column) {
-    auto* grid = new QGridLayout;
+    auto* area = new BlockArea(this);
+    auto* grid = new QGridLayout(area->widget());
+    grid->setContentsMargins(0, 0, 0, 0);
     QList<QGridLayout*> insides;
     for (const EntryBlock& block : table_.blocks) {
         insides.append(addBlock(block, grid));
@@ -89,11 +95,11 @@ void RecordPane::buildBlocks(QVBoxLayout* column) {
     }
     alignFields(insides, labelWidths);
     grid->setRowStretch(grid->rowCount() - 1, 1);
-    column->addLayout(grid, 1);
+    column->addWidget(area, 1);
 }
 
 QGridLayout* RecordPane::addBlock(const EntryBlock& block, QGridLayout* grid) {
-    auto* frame = new QGroupBox(QLatin1String(block.title), this);
+    auto* frame = new QGroupBox(QLatin1String(block.title), grid->parentWidget());
     auto* inside = new QGridLayout(frame);
     inside->setColumnStretch(1, 1);
     grid->addWidget(frame, block.row, block.column, block.rowSpan, block.columnSpan);

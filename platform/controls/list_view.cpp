@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/controls/column_menu.h"
 #include "platform/controls/list_index.h"
 #include "platform/controls/list_view_model.h"
 #include "platform/system/trap.h"
@@ -12,6 +13,7 @@ namespace platform {
 ListView::ListView(QWidget* parent)
     : GridView(parent), model_(std::make_unique<ListViewModel>()), columns_(*model_, *header()) {
     setModel(model_.get());
+    offerColumns(columns_, *header());
     connect(this, &GridView::rowClicked, this, [this](int index) { tell(&ListView::itemClicked, index); });
     connect(this, &GridView::rowActivated, this,
             [this](int index) { tell(&ListView::itemActivated, index); });

@@ -9,6 +9,7 @@
 
 #include "platform/controls/list_item.h"
 #include "platform/controls/list_rows.h"
+#include "platform/controls/twips.h"
 
 namespace platform {
 
@@ -20,6 +21,7 @@ class ListViewModel : public QAbstractTableModel {
         QString text;
         Qt::Alignment alignment;
         QString icon;
+        LetterLength width;
     };
 
     int rowCount(const QModelIndex& parent = {}) const override;

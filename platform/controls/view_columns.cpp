@@ -1,17 +1,11 @@
 #include "platform/controls/view_columns.h"
 
 #include <QHeaderView>
-#include <algorithm>
 
 #include "platform/controls/list_index.h"
 #include "platform/controls/list_view_model.h"
 
 namespace platform {
-namespace {
-
-constexpr int kTwipsToAPixel = 15;
-
-}  // namespace
 
 int ViewColumns::checked(int column) const {
     return checkedIndex(column, count());
@@ -22,7 +16,7 @@ void ViewColumns::add(const QString& key, const QString& text, HeaderAlignment a
     if (alignment != HeaderAlignment::Left) {
         side = alignment == HeaderAlignment::Right ? Qt::AlignRight : Qt::AlignHCenter;
     }
-    model_.addColumn({key, text, side, {}});
+    model_.addColumn({key, text, side, {}, {}});
 }
 
 int ViewColumns::count() const {
@@ -52,11 +46,13 @@ void ViewColumns::setText(int column, const QString& text) {
 }
 
 int ViewColumns::width(int column) const {
-    return header_.sectionSize(checked(column)) * kTwipsToAPixel;
+    const int section = checked(column);
+    return model_.columns.at(section).width.twips(header_.sectionSize(section));
 }
 
 void ViewColumns::setWidth(int column, int twips) {
-    header_.resizeSection(checked(column), std::max(0, (twips + kTwipsToAPixel / 2) / kTwipsToAPixel));
+    const int section = checked(column);
+    header_.resizeSection(section, model_.columns[section].width.show(twips));
 }
 
 int ViewColumns::position(int column) const {

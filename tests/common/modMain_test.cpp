@@ -7,6 +7,7 @@
 #include <QLocale>
 #include <QScreen>
 #include <QSet>
+#include <QTest>
 #include <QWidget>
 #include <QWindow>
 
@@ -22,6 +23,7 @@
 #include "platform/system/settings_store.h"
 #include "platform/system/trap.h"
 #include "support/own_folder.h"
+#include "support/sizes.h"
 
 using platform::BoxAnswer;
 using platform::BoxIcon;
@@ -339,26 +341,87 @@ TEST_F(ModMain, APlaceIsInTwipsOfFifteenToAPixel) {
     EXPECT_EQ(window.pos(), QPoint(33, 33));
 }
 
-TEST_F(ModMain, WhatIsNoPlaceOrLiesOnNoScreenLeavesTheWindowWhereItIs) {
+TEST_F(ModMain, WhatIsNoPlaceLeavesTheWindowWhereItIs) {
     QWidget window;
     window.resize(200, 100);
     window.move(50, 60);
-    for (const char* place : {"", "1500", ";", "a;b", "1500;", "nan;0", "900000;900000", "1e300;0"}) {
+    for (const char* place : {"", "1500", ";", "a;b", "1500;", "nan;0", "1e300;0"}) {
         moveToPlace(&window, place);
         EXPECT_EQ(window.pos(), QPoint(50, 60)) << place;
     }
 }
 
+constexpr int kFrame = 4;  // the thickest of the frames around the windows of the tests
+
+TEST_F(ModMain, AWindowOffTheScreenComesBackOnIt) {
+    const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
+    for (const char* place : {"900000;900000", "-900000;300", "11000;300", "300;11500", "-300;-300"}) {
+        QWidget window;
+        window.resize(200, 100);
+        moveToPlace(&window, place);
+        window.show();
+        EXPECT_TRUE(room.contains(window.frameGeometry())) << place;
+    }
+    QWidget window;
+    window.resize(200, 100);
+    moveToPlace(&window, "11000;300");
+    window.show();
+    EXPECT_EQ(window.frameGeometry().right(), room.right()) << "no further than it has to";
+    EXPECT_NEAR(window.y(), 20, kFrame);
+}
+
+TEST_F(ModMain, OfAWindowThatIsTooLargeTheUpperLeftCornerIsOnTheScreen) {
+    QWidget window;
+    const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
+    window.resize(2000, 300);
+    window.setMinimumWidth(1500);
+    moveToPlace(&window, "3000;3000");
+    window.show();
+    EXPECT_EQ(window.x(), room.left());
+    EXPECT_EQ(window.size(), QSize(1500, 300));
+    QWidget large;
+    moveToPlaceAndSize(&large, "3000;3000;900000;9000");
+    large.resize(2000, 300);
+    large.show();
+    EXPECT_EQ(large.frameGeometry().width(), room.width()) << "as large as there is room for";
+}
+
+TEST_F(ModMain, OnceItIsThereAWindowGoesWhereThePersonPutsIt) {
+    QWidget window;
+    window.resize(200, 100);
+    moveToPlace(&window, "300;300");
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    window.move(-50, 700);
+    window.hide();
+    window.show();
+    EXPECT_EQ(window.pos(), QPoint(-50, 700));
+}
+
 TEST_F(ModMain, APlaceAndSizeIsLeftTopWidthAndHeight) {
     QWidget window;
     moveToPlaceAndSize(&window, "1500;3000;4500;3000");
-    EXPECT_EQ(window.geometry(), QRect(100, 200, 300, 200));
+    EXPECT_EQ(window.geometry(), QRect(QPoint(100, 200), sizeOfTwips(4500, 3000)));
     EXPECT_EQ(placeAndSizeOf(&window), "1500;3000;4500;3000");
+    window.resize(150, 90);
+    const double twips = 15 / platform::letterFactor();
+    EXPECT_EQ(placeAndSizeOf(&window),
+              QString("1500;3000;%1;%2").arg(qRound(150 * twips)).arg(qRound(90 * twips)));
+}
+
+TEST_F(ModMain, AToldSizeIsKeptAsItIsUntilAPersonChangesIt) {
+    for (const char* frame : {"1500;3000;4507;3001", "0;0;1234;777", "0;0;900000;900000"}) {
+        QWidget window;
+        moveToPlaceAndSize(&window, frame);
+        window.show();
+        EXPECT_EQ(placeAndSizeOf(&window), frame);
+    }
 }
 
 TEST_F(ModMain, WithFewerThanFourFiguresTheSizeIsTheUsualOne) {
     QWidget window;
-    const QSize usual = QSize(800, 533).boundedTo(window.screen()->availableSize());
+    const QSize usual = sizeOfTwips(12000, 8000);
     moveToPlaceAndSize(&window, "150;300;4500");
     EXPECT_EQ(window.geometry(), QRect(QPoint(10, 20), usual));
     window.resize(90, 80);

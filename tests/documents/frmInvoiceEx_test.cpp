@@ -1,5 +1,6 @@
 #include "documents/frmInvoiceEx.h"
 
+#include <QMenu>
 #include <QMimeData>
 #include <QProgressBar>
 #include <QScreen>
@@ -8,6 +9,7 @@
 #include "catalogue/frmKonfiguratorEx.h"
 #include "common/help.h"
 #include "documents/requisition_window.h"
+#include "support/sizes.h"
 
 namespace {
 
@@ -569,12 +571,31 @@ TEST_F(RequisitionList, TheVeryFirstOpeningTellsOfItsWidthsOnce) {
     show([&] { EXPECT_EQ(boxes.asked.size(), 1) << "not a second time"; });
 }
 
+TEST_F(RequisitionList, TheQuantityThatStartsWithoutAWidthIsBroughtOutInTheHeader) {
+    keep("LVWColumnWidths", "1440;1440;1440;1440;1440;1440;0;1440");
+    show([&] {
+        QWidget* header = list().header()->viewport();
+        QContextMenuEvent asked(QContextMenuEvent::Mouse, QPoint(5, 5), header->mapToGlobal(QPoint(5, 5)));
+        QApplication::sendEvent(header, &asked);
+        auto* menu = list().findChild<QMenu*>("ShowColumns");
+        ASSERT_NE(menu, nullptr);
+        for (QAction* action : menu->actions()) {
+            if (action->text() == "Trebovano") {
+                QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+            }
+        }
+        EXPECT_EQ(list().columns().width(7), 1440);
+    });
+    unload();
+    EXPECT_EQ(kept("LVWColumnWidths"), "1440;1440;1440;1440;1440;1440;1440;1440");
+}
+
 TEST_F(RequisitionList, ColumnsAndPlaceAreKeptAtUnloadOnly) {
     keep("WindowData", "450;600;10500;7500");
     keep("LVWColumnPositions", "2;1;3;4;5;6;7;8");
     show([&] {
-        EXPECT_EQ(win().pos(), QPoint(30, 40));
-        EXPECT_EQ(win().size(), QSize(700, 500));
+        EXPECT_EQ(win().pos(), placeOnScreen({30, 40}, win().size()));
+        EXPECT_EQ(win().size(), sizeOfTwips(10500, 7500));
         EXPECT_EQ(list().columns().position(1), 2);
         list().columns().setWidth(3, 3000);
         win().move(60, 80);
@@ -582,7 +603,9 @@ TEST_F(RequisitionList, ColumnsAndPlaceAreKeptAtUnloadOnly) {
     });
     EXPECT_EQ(kept("WindowData"), "450;600;10500;7500");
     win().Unload();
-    EXPECT_EQ(kept("WindowData"), "900;1200;10800;7200");
+    const double twips = 15 / platform::letterFactor();
+    EXPECT_EQ(kept("WindowData"),
+              QString("900;1200;%1;%2").arg(qRound(720 * twips)).arg(qRound(480 * twips)));
     EXPECT_EQ(kept("LVWColumnWidths"), "1440;1440;3000;1440;1440;1440;1440;1440");
     EXPECT_EQ(kept("LVWColumnPositions"), "2;1;3;4;5;6;7;8");
     EXPECT_EQ(kept("LVWColumnSort"), "0Proizvodjac0");
@@ -593,14 +616,14 @@ TEST_F(RequisitionList, ColumnsAndPlaceAreKeptAtUnloadOnly) {
 
 TEST_F(RequisitionList, APlaceWithTooFewFiguresGetsTheUsualSize) {
     keep("WindowData", "450;600");
-    show([&] { EXPECT_EQ(win().size(), QSize(800, 533).boundedTo(win().screen()->availableSize())); });
+    show([&] { EXPECT_EQ(win().size(), sizeOfTwips(12000, 8000)); });
 }
 
 TEST_F(RequisitionList, TheFirstTimeItStandsAtItsUsualPlace) {
     EXPECT_EQ(kept("WindowData"), "800;800;12000;8000");
     show([&] {
-        EXPECT_EQ(win().pos(), QPoint(53, 53));
-        EXPECT_EQ(win().size(), QSize(800, 533).boundedTo(win().screen()->availableSize()));
+        EXPECT_EQ(win().pos(), placeOnScreen({53, 53}, win().size()));
+        EXPECT_EQ(win().size(), sizeOfTwips(12000, 8000));
     });
 }
 

@@ -8,6 +8,7 @@
 #include "documents/requisition_columns.h"
 #include "platform/system/launch.h"
 #include "support/fixture.h"
+#include "support/sizes.h"
 
 namespace {
 
@@ -240,7 +241,7 @@ TEST_F(CriticalProducts, TheButtonEscapeAndTheCloseBoxHideIt) {
 TEST_F(CriticalProducts, TheFirstTimeItStandsAtItsUsualPlace) {
     EXPECT_EQ(kept("WindowData"), "800;800;12000;8000");
     EXPECT_EQ(window->pos(), QPoint(53, 53));
-    EXPECT_EQ(window->size(), QSize(800, 533).boundedTo(window->screen()->availableSize()));
+    EXPECT_EQ(window->size(), sizeOfTwips(12000, 8000));
     for (int column = 1; column <= 6; ++column) {
         EXPECT_EQ(window->ListView1->columns().width(column), 1440);
         EXPECT_EQ(window->ListView1->columns().position(column), column);
@@ -305,13 +306,14 @@ TEST_F(CriticalProducts, ColumnsAndPlaceAreKeptAtUnload) {
     window->Unload();
     EXPECT_EQ(kept("LVWColumnWidths"), "1440;3000;1440;1440;1440;1440");
     EXPECT_EQ(kept("LVWColumnPositions"), "2;1;3;4;5;6");
-    EXPECT_EQ(kept("WindowData"), "450;600;10500;7500");
+    const double twips = 15 / platform::letterFactor();
+    EXPECT_EQ(kept("WindowData"), QString("450;600;%1;%2").arg(qRound(700 * twips)).arg(qRound(500 * twips)));
     settings::setText(settings::find("frmTrebovanjeError", "WindowData"), "0;0;10500;7500");
     window.reset();
     EXPECT_EQ(kept("WindowData"), "0;0;10500;7500") << "kept once";
     window = std::make_unique<frmTrebovanjeError>();
     EXPECT_EQ(window->ListView1->columns().width(2), 3000);
-    EXPECT_EQ(window->size(), QSize(700, 500));
+    EXPECT_EQ(window->size(), sizeOfTwips(10500, 7500));
 }
 
 TEST_F(CriticalProducts, WidthsThatCannotBeUsedAreToldAndTheWindowWorks) {

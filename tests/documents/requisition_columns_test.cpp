@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/letters.h"
+
 namespace {
 
 platform::ListItem rowOf(const QString& key, const QStringList& cells) {
@@ -10,6 +12,10 @@ platform::ListItem rowOf(const QString& key, const QStringList& cells) {
     row.Text = cells.first();
     row.subItems = cells.mid(1);
     return row;
+}
+
+TEST(RequisitionColumns, HeadersFitAtEverySizeOfLetters) {
+    expectNothingCut(requisitionColumns(), [] { return platform::ListItem(); });
 }
 
 // As the list stands on screen, from left to right.

@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QMenuBar>
+#include <QScreen>
 
 #include "common/help.h"
 #include "main_window.h"
@@ -589,6 +590,36 @@ TEST_F(Commands, PanesKeepTheHeightThatAPersonGaveThem) {
     give(Command::ShowToolbar);
     give(Command::ShowStatusBar);
     EXPECT_EQ(win().controls.Picture1[0]->height(), pane);
+}
+
+TEST_F(Commands, TheStatusBarIsOnTheScreenWhereverTheWindowStood) {
+    settings::setText(settings::MainPosition, "500;9000");
+    start();
+    const QRect room = win().screen()->availableGeometry();
+    EXPECT_TRUE(room.contains(win().frameGeometry()));
+    give(Command::ShowToolbar);
+    win().move(0, room.bottom() + 1 - win().height());
+    give(Command::ShowToolbar);
+    EXPECT_TRUE(room.contains(win().frameGeometry())) << "also after the toolbar has come back";
+}
+
+TEST_F(Commands, FieldsThatTheScreenHasNoRoomForScroll) {
+    start();
+    const QWidget* last = win().controls.DTPicker1[2];
+    win().resize(win().width(), win().minimumSizeHint().height());
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(win().controls.StatusBar1->isVisible());
+    EXPECT_LE(win().controls.StatusBar1->geometry().bottom(), win().height());
+    bool wasHidden = false;
+    by_hand::click(win().controls.Text2[0]);
+    for (int step = 0; step < 40; ++step) {
+        by_hand::press(Qt::Key_Tab);
+        QWidget* field = QApplication::focusWidget();
+        QCoreApplication::processEvents();
+        EXPECT_FALSE(field->visibleRegion().isEmpty()) << field->objectName().toStdString();
+        wasHidden = wasHidden || last->visibleRegion().isEmpty();
+    }
+    EXPECT_TRUE(wasHidden);
 }
 
 TEST_F(Commands, RightClicksBesideTheListOpenNoMenu) {

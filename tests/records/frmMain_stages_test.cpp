@@ -245,6 +245,26 @@ TEST_F(Stages, TypingWhatNobodyIsCalledChangesNothing) {
     EXPECT_TRUE(boxes.asked.isEmpty());
 }
 
+TEST_F(Stages, ABoxThatFindsNobodyShowsIt) {
+    twoClients();
+    start();
+    QLineEdit* box = win().controls.Text2[0];
+    const QColor usual = box->palette().color(QPalette::Base);
+    type(box, "an");
+    EXPECT_EQ(box->palette().color(QPalette::Base), usual);
+    EXPECT_EQ(box->accessibleDescription(), "");
+    QTest::keyClicks(box, "q");
+    EXPECT_NE(box->palette().color(QPalette::Base), usual);
+    EXPECT_EQ(box->accessibleDescription(), "Nothing begins with this");
+    EXPECT_EQ(chosen(0), "Anic, Vesna") << "what is shown stays";
+    QTest::keyClick(box, Qt::Key_Backspace);
+    EXPECT_EQ(box->palette().color(QPalette::Base), usual);
+    EXPECT_EQ(box->accessibleDescription(), "");
+    type(box, "q");
+    type(box, "");
+    EXPECT_EQ(box->accessibleDescription(), "") << "nothing was asked for";
+}
+
 TEST_F(Stages, TypingFindsComputersToo) {
     twoClients();
     start();

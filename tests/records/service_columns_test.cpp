@@ -6,6 +6,7 @@
 
 #include "common/settings.h"
 #include "platform/system/dates.h"
+#include "support/letters.h"
 
 using dao::Currency;
 using dao::Date;
@@ -88,6 +89,11 @@ TEST_F(ServiceColumns, SettingsStartWithEqualWidthsInTheOrderOfTheTable) {
               "1440;1440;1440;1440;1440;1440;1440");
     EXPECT_EQ(settings::text(settings::LVWColumnPositions, defaultPositions(serviceColumns())),
               "1;2;3;4;5;6;7");
+}
+
+TEST_F(ServiceColumns, DatesAndHeadersFitAtEverySizeOfLettersAndInEveryLanguage) {
+    expectNothingCut(serviceColumns(),
+                     [] { return itemOf(march(job(123456.78, 123456.78), day(2026, 12, 30))); });
 }
 
 TEST_F(ServiceColumns, RowOfTheFileIsReadByTheNamesOfItsColumns) {

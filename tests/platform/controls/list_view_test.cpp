@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <numeric>
 
+#include "platform/controls/twips.h"
 #include "platform/dao/error.h"
 #include "platform/system/trap.h"
 
@@ -124,14 +125,24 @@ TEST_F(ListViewTest, AmountsStandRightAndDatesLeft) {
     EXPECT_EQ(side(3), Qt::AlignHCenter);
 }
 
-TEST_F(ListViewTest, AWidthIsFifteenTwipsToAPixel) {
+TEST_F(ListViewTest, AWidthIsInTwipsAndGrowsWithTheLetters) {
     view.columns().setWidth(1, 1440);
-    EXPECT_EQ(view.header()->sectionSize(0), 96);
+    EXPECT_EQ(view.header()->sectionSize(0), qRound(96 * platform::letterFactor()));
     EXPECT_EQ(view.columns().width(1), 1440);
     view.columns().setWidth(2, 0);
     EXPECT_EQ(view.columns().width(2), 0);
     view.columns().setWidth(2, -300);
     EXPECT_EQ(view.columns().width(2), 0);
+}
+
+TEST_F(ListViewTest, AWidthIsReadAsItWasToldUntilAPersonDragsTheColumn) {
+    for (const int told : {1, 7, 99, 1441, 1447, 2000, 12345}) {
+        view.columns().setWidth(1, told);
+        EXPECT_EQ(view.columns().width(1), told);
+    }
+    view.columns().setWidth(1, 1441);
+    view.header()->resizeSection(0, 200);
+    EXPECT_EQ(view.columns().width(1), qRound(200 * 15 / platform::letterFactor()));
 }
 
 TEST_F(ListViewTest, APositionIsThePlaceOnScreenFromOne) {
@@ -377,19 +388,17 @@ TEST_F(ListViewTest, OneRowAtATimeWhateverKeyIsHeld) {
     EXPECT_EQ(view.selectedIndex(), 5);
 }
 
-TEST_F(ListViewTest, TheSelectionSpansTheWholeRowAndShowsWithoutFocus) {
+TEST_F(ListViewTest, TheSelectionSpansTheWholeRow) {
     addRows(2);
     show();
     view.select(1);
     EXPECT_TRUE(view.selectionModel()->isSelected(view.model()->index(0, 2)));
-    const auto ground = [&](int column) {
+    const QImage image = view.viewport()->grab().toImage();
+    for (const int column : {0, 2}) {
         const QRect cell = view.visualRect(view.model()->index(0, column));
-        return view.viewport()->grab().toImage().pixelColor(cell.right() - 6, cell.top() + 3);
-    };
-    const QColor mark = view.palette().color(QPalette::Active, QPalette::Highlight);
-    view.clearFocus();
-    EXPECT_EQ(ground(0), mark);
-    EXPECT_EQ(ground(2), mark);
+        EXPECT_EQ(image.pixelColor(cell.right() - 6, cell.top() + 3),
+                  view.palette().color(QPalette::Active, QPalette::Highlight));
+    }
 }
 
 TEST_F(ListViewTest, ADesktopThatPalesSelectionsWithoutFocusDoesNotPaleThisOne) {
