@@ -40,7 +40,7 @@ CatalogueSwitch::CatalogueSwitch(int index, const Facts& facts, QWidget* parent)
 
 void CatalogueSwitch::refresh() {
     const QPalette windows = window()->palette();
-    QPalette colours = windows;
+    QPalette colours;
     if (!on) {
         colours.setColor(QPalette::WindowText, greyOf(windows));
     }

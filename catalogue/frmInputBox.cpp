@@ -22,7 +22,7 @@ namespace {
 constexpr size_t kQuantity = 0, kSerial = 1;
 constexpr size_t kCapitals = 0, kAppend = 1;
 constexpr size_t kConfirm = 0, kCancel = 1;
-constexpr int kOptionsRow = 2, kButtonRow = 4;
+constexpr int kProductRow = 0, kFieldsRow = 1, kOptionsRow = 3, kButtonRow = 5;
 
 const char* const kFieldCaptions[] = {"&Kolicina:", "&Serijski Broj:"};
 const char* const kOptionCaptions[] = {"Koriguj &mala slova u velika", "&Upisan ser. br. dodaj na postojeci"};
@@ -32,7 +32,7 @@ const char* const kButtonCaptions[] = {"OK", "Otkazi"};
 
 }  // namespace
 
-frmInputBox::frmInputBox(QWidget* parent) : QDialog(parent) {
+frmInputBox::frmInputBox(QWidget* parent) : QDialog(parent), product_(new QLabel(this)) {
     setObjectName(QStringLiteral("frmInputBox"));
     setWindowTitle(WindowCaption);
     auto* grid = new QGridLayout(this);
@@ -41,6 +41,7 @@ frmInputBox::frmInputBox(QWidget* parent) : QDialog(parent) {
     grid->setVerticalSpacing(8);
     grid->setColumnStretch(1, 1);
     grid->setRowStretch(kButtonRow - 1, 1);
+    buildProduct(grid);
     buildFields(grid);
     buildOptions(grid);
     buildButtons(grid);
@@ -48,6 +49,18 @@ frmInputBox::frmInputBox(QWidget* parent) : QDialog(parent) {
 
 frmInputBox::~frmInputBox() {
     Unload();
+}
+
+// Behind the window stands a list of hundreds of products, and a number typed for the wrong one is stock
+// lost.
+void frmInputBox::buildProduct(QGridLayout* grid) {
+    product_->setObjectName(QStringLiteral("Product"));
+    product_->setTextFormat(Qt::PlainText);
+    product_->setWordWrap(true);
+    QFont bold = product_->font();
+    bold.setBold(true);
+    product_->setFont(bold);
+    grid->addWidget(product_, kProductRow, 0, 1, 2);
 }
 
 void frmInputBox::buildFields(QGridLayout* grid) {
@@ -59,8 +72,8 @@ void frmInputBox::buildFields(QGridLayout* grid) {
         label->setBuddy(field);
         field->setAccessibleName(spokenCaption(label->text()));
         field->installEventFilter(this);
-        grid->addWidget(label, static_cast<int>(i), 0);
-        grid->addWidget(field, static_cast<int>(i), 1);
+        grid->addWidget(label, kFieldsRow + static_cast<int>(i), 0);
+        grid->addWidget(field, kFieldsRow + static_cast<int>(i), 1);
         text_[i] = field;
     }
     text_[kQuantity]->setAlignment(Qt::AlignRight);
@@ -101,6 +114,9 @@ void frmInputBox::buildButtons(QGridLayout* grid) {
 }
 
 void frmInputBox::load() {
+    product_->setText(ProductName);
+    product_->setAccessibleName(ProductName);
+    product_->setVisible(!ProductName.isEmpty());
     if (!loaded_) {
         adjustSize();
         moveToPlace(this, settings::text(settings::drawInput.WindowData));

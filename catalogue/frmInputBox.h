@@ -6,6 +6,7 @@
 
 class QCheckBox;
 class QGridLayout;
+class QLabel;
 class QLineEdit;
 class QPushButton;
 
@@ -21,6 +22,7 @@ class frmInputBox : public QDialog {
     float Kolicina = 1;
     QString SeriskiBroj;
     QString WindowCaption = QStringLiteral("Detalji Trebovanja");
+    QString ProductName;  // of which product; empty: the window does not say
     // The serial number is to stand behind the one already stored, not in its place.
     bool AppendSerialNumber() const { return append_; }
 
@@ -34,6 +36,7 @@ class frmInputBox : public QDialog {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+    void buildProduct(QGridLayout* grid);
     void buildFields(QGridLayout* grid);
     void buildOptions(QGridLayout* grid);
     void buildButtons(QGridLayout* grid);
@@ -41,6 +44,7 @@ class frmInputBox : public QDialog {
     void quantityChanged();
     void confirm();
 
+    QLabel* product_;
     std::array<QLineEdit*, 2> text_{};
     std::array<QCheckBox*, 2> check_{};
     std::array<QPushButton*, 2> command_{};

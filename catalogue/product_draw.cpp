@@ -45,6 +45,12 @@ std::optional<float> priceInEuro(const ProductRow& product) {
     return static_cast<float>(CeneDinarske ? *shown / static_cast<double>(KursKupovni) : *shown);
 }
 
+// Many a product's own name is a type number that says little without its maker.
+QString nameOf(const ProductRow& product) {
+    return (product.text(ProductColumn::Manufacturer) + QLatin1Char(' ') + product.text(ProductColumn::Name))
+        .trimmed();
+}
+
 }  // namespace
 
 ProductDraw::ProductDraw(ProductPane& products, const ListPane& groups, const RequisitionCopies& requisitions,
@@ -117,6 +123,7 @@ void ProductDraw::tellFailed(const Trap& step) {
 
 bool ProductDraw::askQuantity(Draw& draw) {
     frmInputBox input(window_);
+    input.ProductName = nameOf(draw.product);
     input.Display();
     if (input.Cancelled()) {
         return false;

@@ -6,6 +6,7 @@
 
 #include "catalogue/catalogue_switch.h"
 #include "platform/controls/list_box.h"
+#include "platform/controls/shades.h"
 
 TypeAhead::TypeAhead(QLineEdit* box, platform::ListBox* list, const CatalogueSwitch& allManufacturers)
     : QObject(box), box_(box), list_(list), allManufacturers_(allManufacturers) {
@@ -17,8 +18,14 @@ void TypeAhead::setText(const QString& text) {
     box_->setText(text);
 }
 
+void TypeAhead::tellMiss() {
+    const bool misses = !box_->text().isEmpty() && list_->findString(box_->text()) < 0;
+    platform::showNothingFound(*box_, misses ? QStringLiteral("Nista ne pocinje ovako") : QString());
+}
+
 // The products wait until the person has settled on a row.
 void TypeAhead::textChanged() {
+    tellMiss();
     if (ignoreChange_) {
         ignoreChange_ = false;
         return;

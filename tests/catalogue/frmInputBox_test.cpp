@@ -65,6 +65,22 @@ TEST_F(InputBox, ShowsWhatItsCallerPassedIn) {
     });
 }
 
+TEST_F(InputBox, NamesTheProductInALineOfTheWindow) {
+    const char* const name = "AMD Ryzen <b>7</b> 9700X & fan";
+    win.ProductName = name;
+    show([&] {
+        EXPECT_EQ(win.windowTitle(), "Detalji Trebovanja");
+        EXPECT_TRUE(control<QLabel>("Product")->isVisible());
+        EXPECT_EQ(control<QLabel>("Product")->text(), name);
+        EXPECT_EQ(control<QLabel>("Product")->textFormat(), Qt::PlainText);
+        EXPECT_LT(control<QLabel>("Product")->geometry().bottom(), quantity()->geometry().top());
+    });
+}
+
+TEST_F(InputBox, WithoutAProductThereIsNoLine) {
+    show([&] { EXPECT_FALSE(control<QLabel>("Product")->isVisible()); });
+}
+
 // Asked again after "no, not that many", people go on typing.
 TEST_F(InputBox, ShownOnceMoreTheQuantityIsThereToBeTypedOver) {
     show([&] {

@@ -3,6 +3,7 @@
 
 #include "catalogue/catalogue_window.h"
 #include "platform/system/numbers.h"
+#include "support/sizes.h"
 
 namespace {
 
@@ -598,7 +599,10 @@ TEST_F(frmKonfiguratorExLists, SettingsComeBackTheNextTime) {
     EXPECT_EQ(stored("PRDSort"), "1Stanje0");
     EXPECT_EQ(stored("LVWColumnWidths"), "1440;3000;1440;1440;1440");
     EXPECT_EQ(stored("LVWColumnPositions"), "2;1;3;5;4");
-    EXPECT_TRUE(stored("WindowData").endsWith(";10500;6750")) << stored("WindowData").toStdString();
+    const double twips = 15 / platform::letterFactor();
+    EXPECT_TRUE(
+        stored("WindowData").endsWith(QString(";%1;%2").arg(qRound(700 * twips)).arg(qRound(450 * twips))))
+        << stored("WindowData").toStdString();
     show([&] {
         EXPECT_TRUE(window().PrikaziStanjaVecaOdNule);
         EXPECT_TRUE(manufacturers().font().italic());

@@ -58,6 +58,15 @@ TEST_F(Requisition, EnterTakesFromTheStockAndWritesARow) {
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
 }
 
+TEST_F(Requisition, TheQuantityIsAskedForTheProductByName) {
+    fillShop();
+    withMonitors([&] {
+        QString named;
+        draw(m17, {[&](frmInputBox& input) { named = input.findChild<QLabel*>("Product")->text(); }});
+        EXPECT_EQ(named, "Adler 17 inca");
+    });
+}
+
 TEST_F(Requisition, OnlyTheChosenProductIsTouched) {
     fillShop();
     const int last = addProduct(monitors, adler, "24 inca", 400.0F, 9.0F);

@@ -56,6 +56,26 @@ TEST_F(frmKonfiguratorExTyping, ATextThatNobodyHasStaysAsItIs) {
     });
 }
 
+TEST_F(frmKonfiguratorExTyping, ABoxThatFindsNothingShowsIt) {
+    fillShop();
+    show([&] {
+        const QColor usual = search(0)->palette().color(QPalette::Base);
+        type(0, "pr");
+        EXPECT_EQ(search(0)->palette().color(QPalette::Base), usual);
+        QTest::keyClicks(search(0), "x");
+        EXPECT_EQ(search(0)->text(), "prx");
+        EXPECT_NE(search(0)->palette().color(QPalette::Base), usual);
+        EXPECT_EQ(search(0)->accessibleDescription(), "Nista ne pocinje ovako");
+        EXPECT_EQ(search(1)->accessibleDescription(), "") << "the other box has found its row";
+        QTest::keyClick(search(0), Qt::Key_Backspace);
+        EXPECT_EQ(search(0)->palette().color(QPalette::Base), usual) << "\"pr\" is there";
+        EXPECT_EQ(search(0)->accessibleDescription(), "");
+        QTest::keyClicks(search(0), "x");
+        QTest::keyClick(search(0), Qt::Key_Escape);
+        EXPECT_EQ(search(0)->accessibleDescription(), "") << "nothing was asked for";
+    });
+}
+
 TEST_F(frmKonfiguratorExTyping, WithAllManufacturersTheProductsStay) {
     fillShop();
     show([&] {

@@ -5,6 +5,7 @@
 
 #include "common/list_cells.h"
 #include "platform/system/numbers.h"
+#include "support/letters.h"
 
 namespace {
 
@@ -34,6 +35,7 @@ TEST(ProductColumns, OnlyNumbersStandAtTheRightAndOnlyThePriceTellsItsUnit) {
 
 // Who has never moved a column finds the list as the table describes it.
 TEST(ProductColumns, TheSettingsBeginWithTheTable) {
+    expectNothingCut(productColumns(), [] { return platform::ListItem(); });
     EXPECT_EQ(defaultWidths(productColumns()), "1440;1440;1440;1440;1440");
     EXPECT_EQ(defaultPositions(productColumns()), "1;2;3;4;5");
 }
