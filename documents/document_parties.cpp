@@ -1,5 +1,6 @@
 #include "documents/document_parties.h"
 
+#include <QApplication>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -11,6 +12,7 @@
 #include "documents/ActiveReport2.h"
 #include "documents/frmPrintInvoiceEx_error.h"
 #include "documents/service_view.h"
+#include "platform/controls/shades.h"
 
 using print_invoice::guarded;
 using print_invoice::setTag;
@@ -125,7 +127,7 @@ void DocumentParties::fieldChanged(int index) {
     }
     QPalette colours;
     if (differs(index)) {
-        colours.setColor(QPalette::WindowText, kDifferent);
+        colours.setColor(QPalette::WindowText, platform::readable(kDifferent, QApplication::palette()));
     }
     label1_[static_cast<std::size_t>(index)]->setPalette(colours);
     bool any = false;

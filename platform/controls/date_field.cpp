@@ -13,6 +13,7 @@
 #include <QStyleOptionComboBox>
 #include <algorithm>
 
+#include "platform/controls/shades.h"
 #include "platform/controls/wheel.h"
 #include "platform/system/dates.h"
 
@@ -49,7 +50,7 @@ class DateField::Edit : public QDateEdit {
     void showWhetherReadable() {
         QPalette colours;
         if (!hasAcceptableInput()) {
-            colours.setColor(QPalette::Text, QColor(0xC8, 0x40, 0x2F));
+            colours.setColor(QPalette::Text, readable(QColor(0xC8, 0x40, 0x2F), QApplication::palette()));
         }
         lineEdit()->setPalette(colours);
     }

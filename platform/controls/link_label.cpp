@@ -1,7 +1,10 @@
 #include "platform/controls/link_label.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+
+#include "platform/controls/shades.h"
 
 namespace platform {
 
@@ -22,7 +25,7 @@ void LinkLabel::setHot(bool hot) {
     setFont(shown);
     QPalette colours;
     if (hot) {
-        colours.setColor(QPalette::WindowText, QColor(0, 0, 255));
+        colours.setColor(QPalette::WindowText, readable(QColor(0, 0, 255), QApplication::palette()));
     }
     setPalette(colours);
 }

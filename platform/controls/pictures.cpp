@@ -5,6 +5,8 @@
 #include <QPainter>
 #include <QSvgRenderer>
 
+#include "platform/controls/drawing_engine.h"
+
 // The drawings lie in a static library: without this call the linker leaves them out.
 static void loadDrawings() {
     Q_INIT_RESOURCE(pictures);
@@ -23,19 +25,26 @@ QString drawing(const char* folder, const QString& name) {
     return !name.isEmpty() && QFile::exists(path) ? path : QString();
 }
 
+QByteArray contentOf(const QString& path) {
+    QFile file(path);
+    return !path.isEmpty() && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 }  // namespace
 
 QIcon icon(const QString& name) {
-    const QString path = drawing("icons", name);
-    return path.isEmpty() ? QIcon() : QIcon(path);
+    const QByteArray drawn = contentOf(drawing("icons", name));
+    return drawn.isEmpty() ? QIcon() : QIcon(new DrawingEngine(name, drawn));
 }
 
 QPixmap picture(const QString& name, int width) {
-    const QString path = drawing("pictures", name);
-    if (path.isEmpty() || width <= 0) {
+    const QByteArray drawn = contentOf(drawing("pictures", name));
+    if (drawn.isEmpty() || width <= 0) {
         return QPixmap();
     }
-    QSvgRenderer renderer(path);
+    // What brings its own ground along looks the same on every desktop.
+    const bool hasGround = drawn.contains("data-ground=\"own\"");
+    QSvgRenderer renderer(hasGround ? drawn : inColoursOfDesktop(drawn));
     const QSizeF natural = renderer.viewBoxF().size();
     if (natural.isEmpty()) {
         return QPixmap();

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QDir>
 #include <QImage>
 #include <QSet>
@@ -115,6 +116,59 @@ TEST(Pictures, ADrawingIsSharpAtAnyScale) {
     const QImage enlarged =
         drawn("Tarvello", 32).scaled(256, 256, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     EXPECT_NE(large, enlarged);
+}
+
+// A desktop with light letters on a dark ground, as long as it lives.
+class DarkDesktop {
+ public:
+    DarkDesktop() : usual_(QApplication::palette()) {
+        QPalette dark(QColor(49, 54, 59), QColor(42, 46, 50));
+        dark.setColor(QPalette::WindowText, QColor(252, 252, 252));
+        QApplication::setPalette(dark);
+    }
+    ~DarkDesktop() { QApplication::setPalette(usual_); }
+
+ private:
+    QPalette usual_;
+};
+
+// Dots of a drawing that stand out from the ground, in percent of the whole.
+int seenOn(const QImage& image, const QColor& ground) {
+    int seen = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor dot = image.pixelColor(x, y);
+            seen += dot.alpha() > 128 && qAbs(qGray(dot.rgb()) - qGray(ground.rgb())) > 60 ? 1 : 0;
+        }
+    }
+    return seen * 100 / (image.width() * image.height());
+}
+
+TEST(Pictures, EveryDrawingIsSeenOnADarkDesktop) {
+    const DarkDesktop dark;
+    for (const QString& file : QDir(":/icons").entryList()) {
+        if (file != "Dummy.svg") {
+            EXPECT_GE(seenOn(drawn(file.chopped(4).toLatin1().constData(), 32), QColor(42, 46, 50)), 4)
+                << file.toStdString();
+        }
+    }
+    EXPECT_GE(seenOn(platform::picture("101", 64).toImage(), QColor(42, 46, 50)), 10);
+}
+
+TEST(Pictures, AnIconThatIsThereAlreadyFollowsTheDesktop) {
+    const QIcon icon = platform::icon("Clients");
+    const QImage light = icon.pixmap(32).toImage();
+    {
+        const DarkDesktop dark;
+        EXPECT_NE(icon.pixmap(32).toImage(), light);
+    }
+    EXPECT_EQ(icon.pixmap(32).toImage(), light);
+}
+
+TEST(Pictures, APictureWithAGroundOfItsOwnStaysAsItIs) {
+    const QImage light = platform::picture("301", 480).toImage();
+    const DarkDesktop dark;
+    EXPECT_EQ(platform::picture("301", 480).toImage(), light);
 }
 
 TEST(Pictures, TheSplashPictureKeepsItsShape) {
