@@ -84,7 +84,21 @@ bool CatalogueWatch::runKey(const QKeyEvent& key) {
         window_->reject();
         return true;
     }
+    if (key.key() == Qt::Key_F && key.modifiers() == Qt::ControlModifier) {
+        goToSearch();
+        return true;
+    }
     return parts_.bars.runKey(key);
+}
+
+// The products have no search box of their own: who looks for one begins with its group.
+void CatalogueWatch::goToSearch() {
+    const bool fromManufacturers = window_->focusWidget() == parts_.manufacturers.list();
+    QLineEdit* box = (fromManufacturers ? parts_.manufacturers : parts_.groups).search().box();
+    if (searchAt(parts_, window_->focusWidget()) == nullptr) {
+        box->setFocus(Qt::ShortcutFocusReason);
+    }
+    static_cast<QLineEdit*>(window_->focusWidget())->selectAll();
 }
 
 bool CatalogueWatch::turnFocusedSwitch() {

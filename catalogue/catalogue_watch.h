@@ -24,6 +24,7 @@ class CatalogueWatch : public QObject {
  private:
     bool keyPressed(const QObject* watched, const QKeyEvent& key);
     bool turnFocusedSwitch();
+    void goToSearch();
     void focusCame(const QObject* widget);
     bool pointerMoved(const QObject* watched, const QMouseEvent& mouse);
     bool released(const QObject* watched, const QMouseEvent& mouse);

@@ -11,6 +11,7 @@
 
 #include "common/modMain.h"
 #include "common/settings.h"
+#include "common/window_help.h"
 #include "common/window_helpers.h"
 #include "common/window_places.h"
 #include "platform/controls/keys.h"
@@ -45,6 +46,7 @@ frmInputBox::frmInputBox(QWidget* parent) : QDialog(parent), product_(new QLabel
     buildFields(grid);
     buildOptions(grid);
     buildButtons(grid);
+    explainByF1(this, DrawTopic);
 }
 
 frmInputBox::~frmInputBox() {

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "common/settings.h"
+#include "common/window_help.h"
 #include "common/window_helpers.h"
 #include "common/window_places.h"
 #include "platform/controls/keys.h"
@@ -41,6 +42,7 @@ frmJM::frmJM(QWidget* parent)
     setTabOrder(Command1_[Add], &units_.rows());
     setTabOrder(&units_.rows(), Command1_[Change]);
     connectControls();
+    explainByF1(this, UnitsTopic);
 }
 
 frmJM::~frmJM() {

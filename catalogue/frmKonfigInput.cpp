@@ -10,6 +10,7 @@
 #include "catalogue/product_entry_fields.h"
 #include "catalogue/product_hint.h"
 #include "common/settings.h"
+#include "common/window_help.h"
 #include "common/window_helpers.h"
 #include "common/window_places.h"
 #include "platform/controls/keys.h"
@@ -41,6 +42,7 @@ frmKonfigInput::frmKonfigInput(QWidget* parent) : QDialog(parent) {
     grid->setColumnStretch(3, 1);
     grid->setRowStretch(kNoteRow, 1);
     connectParts();
+    explainByF1(this, ProductTopic);
 }
 
 frmKonfigInput::~frmKonfigInput() {
@@ -141,6 +143,9 @@ void frmKonfigInput::dressForMode() {
             break;
     }
     command_[Store]->setAccessibleName(spokenCaption(command_[Store]->text()));
+    if (OpenMode != Search) {
+        platform::keyPressesButton(QKeySequence(Qt::CTRL | Qt::Key_S), command_[Store]);
+    }
 }
 
 // Buttons ---------------------------------------------------------------------------------------------------

@@ -12,6 +12,7 @@
 #include "catalogue/price_list_steps.h"
 #include "catalogue/price_list_texts.h"
 #include "common/settings.h"
+#include "common/window_help.h"
 #include "common/window_helpers.h"
 #include "common/window_places.h"
 #include "data/session.h"
@@ -45,6 +46,7 @@ frmKonfigPrint::frmKonfigPrint(QWidget* parent) : QDialog(parent), data_(new pla
     column->addStretch(1);
     column->addWidget(buildButtons());
     platform::enterPressesButtons(this);
+    explainByF1(this, PriceListTopic);
 }
 
 frmKonfigPrint::~frmKonfigPrint() {
@@ -68,6 +70,7 @@ QWidget* frmKonfigPrint::buildButtons() {
     buttons[0]->setIcon(platform::icon(QStringLiteral("Print")));
     buttons[0]->setToolTip(QStringLiteral("Pregled cenovnika pre stampe"));
     buttons[0]->setDefault(true);
+    platform::keyPressesButton(QKeySequence(Qt::CTRL | Qt::Key_P), buttons[0]);
     connect(buttons[0], &QPushButton::clicked, this, &frmKonfigPrint::print);
     connect(buttons[1], &QPushButton::clicked, this, &frmKonfigPrint::reject);
     return panel;

@@ -15,6 +15,7 @@
 #include "catalogue/type_ahead.h"
 #include "common/modMain.h"
 #include "common/settings.h"
+#include "common/window_help.h"
 #include "common/window_helpers.h"
 #include "common/window_places.h"
 #include "platform/controls/boxes.h"
@@ -52,6 +53,7 @@ frmKonfiguratorEx::frmKonfiguratorEx(QWidget* parent)
     watch_.watch();
     parts_->menus.makePopup();
     setTabs();
+    explainByF1(this, CatalogueTopic);
 }
 
 frmKonfiguratorEx::~frmKonfiguratorEx() {

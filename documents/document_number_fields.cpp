@@ -82,7 +82,9 @@ void DocumentNumberFields::build(QWidget* panel, QBoxLayout* row) {
     sample_->setObjectName(arrayName("Label3", 1));
     date_ = new platform::DateField(false, panel);
     date_->setObjectName(QStringLiteral("DTPicker1"));
-    date_->edit()->setAccessibleName(QStringLiteral("Datum dokumenta"));
+    date_->setAccessibleName(QStringLiteral("Datum dokumenta"));
+    date_->edit()->setAccessibleName(date_->accessibleName());
+    sample_->setBuddy(date_);
     for (QWidget* part : std::initializer_list<QWidget*>{label, number_, sign_.box(), year_.box()}) {
         row->addWidget(part);
     }

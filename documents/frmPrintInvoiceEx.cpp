@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "common/settings.h"
+#include "common/window_help.h"
 #include "common/window_helpers.h"
 #include "common/window_places.h"
 #include "data/session.h"
@@ -41,6 +42,8 @@ frmPrintInvoiceEx::frmPrintInvoiceEx(const ServiceView& view, QWidget* parent)
         widget->installEventFilter(this);
     }
     platform::enterPressesButtons(this);  // before the window takes Enter for its fields
+    platform::keysTurnPages(tabs_);
+    explainByF1(this, DocumentTopic);
 }
 
 frmPrintInvoiceEx::~frmPrintInvoiceEx() {
@@ -68,6 +71,7 @@ QWidget* frmPrintInvoiceEx::buildButtons() {
         return button;
     };
     QPushButton* print = addButton(0, "&Stampaj...", &frmPrintInvoiceEx::print);
+    platform::keyPressesButton(QKeySequence(Qt::CTRL | Qt::Key_P), print);
     print->setIcon(platform::icon(QStringLiteral("Print")));
     print->setToolTip(QStringLiteral("Pregled dokumenta pre stampe"));
     addButton(1, "Za&tvori", &frmPrintInvoiceEx::reject);

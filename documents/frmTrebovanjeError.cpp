@@ -10,6 +10,7 @@
 #include "common/list_columns.h"
 #include "common/modMain.h"
 #include "common/settings.h"
+#include "common/window_help.h"
 #include "common/window_helpers.h"
 #include "common/window_places.h"
 #include "platform/controls/pictures.h"
@@ -56,6 +57,7 @@ frmTrebovanjeError::frmTrebovanjeError(QWidget* parent) : QDialog(parent) {
     setObjectName(QStringLiteral("frmTrebovanjeError"));
     setWindowTitle(QStringLiteral(" Kriticni Proizvodi"));
     build();
+    explainByF1(this, CriticalTopic);
     moveToPlaceAndSize(this, settings::text(settings::shortage.WindowData));
     Text1->setText(GetResString(kExplanation).replace(QLatin1String("\r\n"), QLatin1String("\n")));
     loaded_ = true;

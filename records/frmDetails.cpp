@@ -14,6 +14,7 @@
 #include "common/window_places.h"
 #include "documents/frmInvoiceEx.h"
 #include "platform/controls/boxes.h"
+#include "platform/controls/keys.h"
 #include "platform/controls/link_label.h"
 #include "platform/system/dates.h"
 #include "platform/system/numbers.h"
@@ -99,6 +100,7 @@ void frmDetails::addButtons(QGridLayout& grid) {
     };
     ok_ = add(0, "OK");
     ok_->setDefault(true);
+    platform::keyPressesButton(QKeySequence(Qt::CTRL | Qt::Key_S), ok_);
     connect(ok_, &QPushButton::clicked, this, &frmDetails::okClicked);
     connect(add(1, "Cancel"), &QPushButton::clicked, this, &frmDetails::reject);
     connect(add(2, "&Help"), &QPushButton::clicked, this, [] { showHelp(kWindowTopic); });

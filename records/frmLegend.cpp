@@ -4,6 +4,7 @@
 
 #include "common/modMain.h"
 #include "common/settings.h"
+#include "common/window_help.h"
 #include "common/window_places.h"
 #include "platform/controls/boxes.h"
 #include "platform/controls/pictures.h"
@@ -33,6 +34,7 @@ frmLegend::frmLegend(QWidget* parent)
     : QDialog(parent), pictures([](const QString& name) { return platform::icon(name); }) {
     setObjectName(QStringLiteral("frmLegend"));
     build();
+    explainByF1(this, LegendTopic);
 }
 
 frmLegend::~frmLegend() {

@@ -14,6 +14,7 @@
 #include "records/entry_binding.h"
 #include "records/main_settings.h"
 #include "records/program_windows.h"
+#include "records/stage_keys.h"
 
 using platform::ListView;
 
@@ -111,6 +112,7 @@ bool frmMain::build(QString& errorText) {
     if (!tabs.CreateTabs(errorText)) {
         return false;
     }
+    addStageKeys(*this, *tabs.tabs(), panes);
     for (platform::DateField* date : shop.fields.dates) {
         date->setValue(QDate::currentDate());
     }

@@ -11,7 +11,7 @@ struct EntryRow {
     EntryKind kind;
     int index;            // of Text1 (Line, Lines) or of DTPicker1 (Date); not used for Check
     const char* field;    // of the stage's table
-    const char* caption;  // empty where the block's title says it all
+    const char* caption;  // with its letter; empty where the block's title says it all
     int block;            // position in the stage's blocks
     int helpContext;      // topic of the help file
     int missingId;        // the message where it is empty: a record is not taken in without it; 0: none

@@ -29,7 +29,7 @@ QString labelText(const EntryRow& row) {
 }
 
 QString spokenCaption(const EntryRow& row) {
-    return row.caption[0] == '\0' ? QStringLiteral("Comments") : QLatin1String(row.caption);
+    return row.caption[0] == '\0' ? QStringLiteral("Comments") : ::spokenCaption(QLatin1String(row.caption));
 }
 
 bool isAddress(const EntryRow& row) {
@@ -49,7 +49,7 @@ RecordPane::RecordPane(int stageIndex, EntryFields& fields, EntryKeys& keys, QWi
 // --- The selector.
 
 void RecordPane::buildSelectorRow(QVBoxLayout* column) {
-    const QString caption = QLatin1String(table_.selectorCaption);
+    const QString caption = spokenCaption(QLatin1String(table_.selectorCaption));
     typeAhead_ = new QLineEdit(this);
     typeAhead_->setPlaceholderText(QStringLiteral("Type to find"));
     typeAhead_->addAction(platform::icon(QStringLiteral("Find")), QLineEdit::LeadingPosition);
@@ -57,7 +57,7 @@ void RecordPane::buildSelectorRow(QVBoxLayout* column) {
               table_.typeAheadContext, Focus::SelectsText);
     selector_ = new platform::Selector(this);
     keys_.add(selector_, arrayName("Combo1", stageIndex_), caption, table_.selectorContext);
-    auto* label = new QLabel(caption, this);
+    auto* label = new QLabel(QLatin1String(table_.selectorCaption), this);
     label->setBuddy(selector_);
     auto* row = new QHBoxLayout;
     row->addWidget(typeAhead_, 1);
@@ -166,7 +166,7 @@ QWidget* RecordPane::makeField(const EntryRow& row) {
                       row.helpContext);
             return fields_.dates[i];
         case EntryKind::Check:
-            fields_.firm = new QCheckBox(spokenCaption(row), this);
+            fields_.firm = new QCheckBox(QLatin1String(row.caption), this);
             keys_.add(fields_.firm, QStringLiteral("Check1"), spokenCaption(row), row.helpContext);
             return fields_.firm;
     }

@@ -14,7 +14,9 @@
 
 #include "common/help.h"
 #include "common/modMain.h"
+#include "common/window_help.h"
 #include "platform/controls/boxes.h"
+#include "platform/report/preview.h"
 #include "shell/frmHelp_text.h"
 #include "shell/help_contents.h"
 #include "shell/help_controls.h"
@@ -38,9 +40,9 @@ void layOut(QWidget* window, QWidget* toolbar, QWidget* body, QWidget* status) {
 
 frmHelp::frmHelp(QWidget* parent)
     : QWidget(parent, Qt::Window),
-      text_(named(new HelpText(this), "Text", QStringLiteral("Help page"))),
       splitter_(new QSplitter(this)),
       side_(new HelpSidePane(this)),
+      text_(named(new HelpText(this), "Text", QStringLiteral("Help page"))),
       status_(named(new QLabel(this), "Status", QStringLiteral("Status"))),
       toolbar_(new HelpToolbar(this)) {
     setObjectName(QStringLiteral("frmHelp"));
@@ -55,6 +57,7 @@ frmHelp::frmHelp(QWidget* parent)
     splitter_->setChildrenCollapsible(false);
     layOut(this, toolbar_, splitter_, status_);
     connectParts();
+    explainByF1(this, HelpTopic);
     setStatus({});
 }
 
@@ -252,4 +255,5 @@ bool view(const QString& file, HelpCommand command, int context) {
 
 void installHelpViewer() {
     setHelpViewer(&view);
+    report::setPreviewHelp([] { showHelp(PreviewTopic); });
 }

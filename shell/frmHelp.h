@@ -47,9 +47,9 @@ class frmHelp : public QWidget {
     HelpBook book_;
     QString path_;
     HelpHistory history_;
-    HelpText* text_;
     QSplitter* splitter_;
-    HelpSidePane* side_;
+    HelpSidePane* side_;  // before the page, for the Tab key as for the eye
+    HelpText* text_;
     QLabel* status_;
     HelpToolbar* toolbar_;
 };

@@ -49,6 +49,7 @@ frmOptions::frmOptions(QWidget* parent)
     tabs_->addTab(firm_.build(this), QStringLiteral("&Firma"));
     column->addWidget(tabs_, 1);
     column->addWidget(buildButtons());
+    platform::keysTurnPages(tabs_);
     for (QLineEdit* field : findChildren<QLineEdit*>()) {
         field->installEventFilter(this);
     }

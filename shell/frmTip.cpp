@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "common/modMain.h"
+#include "common/window_help.h"
 #include "common/window_helpers.h"
 #include "platform/controls/pictures.h"
 #include "platform/system/files.h"
@@ -52,6 +53,7 @@ QString frmTip::fileName() {
 frmTip::frmTip(QWidget* parent) : QDialog(parent) {
     setObjectName(QStringLiteral("frmTip"));
     build();
+    explainByF1(this, TipTopic);
 }
 
 void frmTip::build() {

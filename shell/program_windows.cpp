@@ -1,6 +1,7 @@
 #include "shell/program_windows.h"
 
 #include "catalogue/frmJM.h"
+#include "common/window_help.h"
 #include "shell/frmOptions.h"
 #include "shell/frmSplash.h"
 #include "shell/frmTip.h"
@@ -42,6 +43,7 @@ class Windows : public ProgramWindows {
         auto* about = new frmSplash(owner);
         about->OpenedAsAbout = true;
         about->setAttribute(Qt::WA_DeleteOnClose);
+        explainByF1(about, AboutTopic);
         about->setCloseCallback([about] { about->close(); });
         about->setWindowModality(Qt::ApplicationModal);
         about->show();

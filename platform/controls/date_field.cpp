@@ -184,6 +184,7 @@ DateField::DateField(bool checkable, QWidget* parent)
     wheelNeedsFocus(edit_);
     edit_->installEventFilter(this);
     edit_->calendarWidget()->installEventFilter(this);
+    setFocusPolicy(Qt::ClickFocus);  // a label's letter leads nowhere that takes no focus itself
     setFocusProxy(edit_);
     connect(edit_, &QDateEdit::dateChanged, this, &DateField::dateChanged);
     if (!checkable) {

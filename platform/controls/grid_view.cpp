@@ -42,6 +42,22 @@ class RowDelegate : public QStyledItemDelegate {
     }
 };
 
+// The column that stands in the place of the digit pressed with Ctrl, from 1; one without a width is not seen
+// and has no place. 0: no such key, or no such column.
+int columnOfKey(const QHeaderView& header, const QKeyEvent& key) {
+    if ((key.modifiers() & ~Qt::KeypadModifier) != Qt::ControlModifier) {
+        return 0;
+    }
+    int place = key.key() - Qt::Key_0;
+    for (int i = 0; i < header.count() && place >= 1; ++i) {
+        const int column = header.logicalIndex(i);
+        if (header.sectionSize(column) > 0 && --place == 0) {
+            return column + 1;
+        }
+    }
+    return 0;
+}
+
 }  // namespace
 
 GridView::GridView(QWidget* parent) : QTreeView(parent) {
@@ -138,6 +154,9 @@ void GridView::keyPressEvent(QKeyEvent* event) {
     } else if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
         event->accept();
         askMenuAtSelection();
+    } else if (const int column = columnOfKey(*header(), *event)) {
+        event->accept();
+        emit columnClicked(column);
     } else {
         QTreeView::keyPressEvent(event);
     }

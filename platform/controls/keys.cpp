@@ -4,6 +4,9 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QShortcut>
+#include <QTabBar>
+#include <QTabWidget>
 #include <QToolButton>
 #include <algorithm>
 
@@ -82,6 +85,34 @@ void enterPressesButtons(QWidget* window) {
             button->setAutoDefault(true);
         }
     }
+}
+
+void keyPressesButton(const QKeySequence& key, QPushButton* button) {
+    auto* shortcut = new QShortcut(key, button->window());
+    QObject::connect(shortcut, &QShortcut::activated, button, [button] {
+        if (!button->isEnabled() || !button->isVisible()) {
+            return;
+        }
+        button->setFocus(Qt::ShortcutFocusReason);
+        if (button->isEnabled() && button->window()->focusWidget() == button) {
+            button->click();
+        }
+    });
+}
+
+void keysTurnPages(QTabWidget* pages) {
+    const auto turnBy = [pages](Qt::Key key, int step) {
+        auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), pages->window());
+        QObject::connect(shortcut, &QShortcut::activated, pages, [pages, step] {
+            const int next = pages->currentIndex() + step;
+            if (next >= 0 && next < pages->count()) {
+                pages->tabBar()->setFocus(Qt::ShortcutFocusReason);  // what is being typed counts
+                pages->setCurrentIndex(next);
+            }
+        });
+    };
+    turnBy(Qt::Key_PageUp, -1);
+    turnBy(Qt::Key_PageDown, 1);
 }
 
 }  // namespace platform

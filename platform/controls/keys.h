@@ -1,7 +1,10 @@
 #pragma once
 
 class QKeyEvent;
+class QKeySequence;
 class QLineEdit;
+class QPushButton;
+class QTabWidget;
 class QWidget;
 
 namespace platform {
@@ -25,5 +28,12 @@ void pressTab(QWidget* focus);
 // it; where the window has a default button, the one with the focus is marked in its place. Command and tool
 // buttons, no check boxes. Call it once, when all the buttons and the default among them are there.
 void enterPressesButtons(QWidget* window);
+
+// From now on the key presses the button of its window, as a person would who goes there first: what is just
+// being typed elsewhere counts, and whoever is held in a field by what stands there presses nothing. A button
+// that is off or hidden stays as it is.
+void keyPressesButton(const QKeySequence& key, QPushButton* button);
+// From now on Ctrl+Page Up and Ctrl+Page Down turn the pages. At the first and the last they do nothing.
+void keysTurnPages(QTabWidget* pages);
 
 }  // namespace platform

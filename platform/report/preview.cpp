@@ -26,6 +26,8 @@
 namespace report {
 namespace {
 
+PreviewHelp installedHelp = nullptr;
+
 // A file name made of the title: what a file system does not take becomes a dash ("Racun 17/2026").
 QString fileNameOf(const QString& title) {
     QString name = title.trimmed();
@@ -41,6 +43,10 @@ QString fileNameOf(const QString& title) {
 }
 
 }  // namespace
+
+void setPreviewHelp(PreviewHelp help) {
+    installedHelp = help;
+}
 
 struct ReportPreview::Command {
     const char* name;
@@ -126,6 +132,12 @@ void ReportPreview::addCommands() {
         {"ActualSize", "Stvarna velicina", "", keys("Ctrl+0"), [this] { view_->zoom().set(1); }},
         {"FindNext", "Nadji sledece", "", keys("F3"), [this] { find_->goOn(1); }},
         {"FindPrevious", "Nadji prethodno", "", keys("Shift+F3"), [this] { find_->goOn(-1); }},
+        {"Help", "Pomoc", "", keys("F1"),
+         [] {
+             if (installedHelp != nullptr) {
+                 installedHelp();
+             }
+         }},
         {"GoToPage", "Idi na stranu", "", keys("Ctrl+G"),
          [this] {
              page_->setFocus();

@@ -14,11 +14,15 @@ class PageField;
 class PageView;
 class ZoomField;
 
+// What F1 in a preview does. Nothing where none is set.
+using PreviewHelp = void (*)();
+void setPreviewHelp(PreviewHelp help);
+
 // A document on the screen: its pages, a contents pane where it has contents, search, print, PDF.
 //
 // Keys: Ctrl+P print, Ctrl+S PDF, Ctrl+F search, F3 and Shift+F3 the next and the previous place, Ctrl with
 // plus, minus and 0 zoom, Home and End the first and the last page, PgUp and PgDn a screenful, Ctrl+PgUp and
-// Ctrl+PgDn a page, Ctrl+G the page field, Esc closes.
+// Ctrl+PgDn a page, Ctrl+G the page field, F1 help, Esc closes.
 class ReportPreview : public QDialog {
     Q_OBJECT
  public:

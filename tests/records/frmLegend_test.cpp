@@ -4,10 +4,12 @@
 
 #include <QTest>
 
+#include "common/window_help.h"
 #include "common/window_places.h"
 #include "platform/controls/pictures.h"
 #include "records/main_window.h"
 #include "support/modal.h"
+#include "support/topics.h"
 
 namespace {
 
@@ -57,6 +59,14 @@ TEST_F(Legend, EnterHidesIt) {
     frmLegend legend;
     show(legend, [&] { QTest::keyClick(legend.windowHandle(), Qt::Key_Return); });
     EXPECT_FALSE(legend.isVisible());
+}
+
+TEST_F(Legend, IsExplainedByF1) {
+    frmLegend legend;
+    show(legend, [&] {
+        EXPECT_EQ(topicsOfF1(legend), QList<int>({LegendTopic}));
+        legend.close();
+    });
 }
 
 TEST_F(Legend, KeepsItsPlace) {

@@ -5,6 +5,7 @@
 #include <QLabel>
 
 #include "common/help.h"
+#include "common/window_helpers.h"
 #include "common/window_places.h"
 #include "main_window.h"
 
@@ -76,7 +77,7 @@ class Fields : public MainWindow {
     QString labelOf(const QWidget* widget) {
         for (const QLabel* label : win().findChildren<QLabel*>()) {
             if (label->buddy() == widget) {
-                return label->text();
+                return spokenCaption(label->text());
             }
         }
         return {};
@@ -139,11 +140,11 @@ TEST_F(Fields, EachHasItsLabelAndTheRequiredOnesAStar) {
     EXPECT_EQ(labelOf(win().controls.DTPicker1[0]), "Birth date");
     EXPECT_EQ(labelOf(win().controls.DTPicker1[1]), "Issued on");
     EXPECT_EQ(labelOf(win().controls.DTPicker1[2]), "Valid until");
-    EXPECT_EQ(win().controls.Check1->text(), "Firm's address");
+    EXPECT_EQ(spokenCaption(win().controls.Check1->text()), "Firm's address");
     EXPECT_EQ(labelOf(win().controls.Combo1[0]), "Client");
     EXPECT_EQ(labelOf(win().controls.Combo1[1]), "Computer");
     for (const int comments : {18, 36}) {
-        EXPECT_EQ(qobject_cast<QGroupBox*>(field(comments)->parentWidget())->title(), "Comments");
+        EXPECT_EQ(qobject_cast<QGroupBox*>(field(comments)->parentWidget())->title(), "&Comments");
     }
 }
 
@@ -229,7 +230,7 @@ TEST_F(Fields, FramesBearTheirTitles) {
         QStringList all;
         for (const QGroupBox* frame :
              win().controls.Picture1[static_cast<size_t>(stageIndex)]->findChildren<QGroupBox*>()) {
-            all.append(frame->title());
+            all.append(spokenCaption(frame->title()));
         }
         return all;
     };

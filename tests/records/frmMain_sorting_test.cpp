@@ -43,6 +43,21 @@ class Sorting : public NarrowedWindow {
     int desk = 0, laptop = 0, first = 0, second = 0, third = 0;
 };
 
+TEST_F(Sorting, CtrlAndItsPlaceSortAColumn) {
+    startOnServices();
+    by_hand::click(win().controls.ListView1);
+    by_hand::press(Qt::Key_4, Qt::ControlModifier);
+    EXPECT_EQ(sortState(), "1 Price ASC");
+    EXPECT_EQ(listed(), QList<int>({third, first, second}));
+    by_hand::press(Qt::Key_4, Qt::ControlModifier);
+    EXPECT_EQ(sortState(), "1 Price DESC");
+    EXPECT_EQ(listed(), QList<int>({second, first, third}));
+    for (const Qt::Key none : {Qt::Key_0, Qt::Key_8}) {
+        by_hand::press(none, Qt::ControlModifier);
+        EXPECT_EQ(sortState(), "1 Price DESC");
+    }
+}
+
 TEST_F(Sorting, EachColumnSortsUpAndDown) {
     startOnServices();
     ASSERT_EQ(listed(), QList<int>({first, second, third}));

@@ -52,6 +52,7 @@
 #include "platform/report/document.h"
 #include "platform/report/report.h"
 #include "support/places.h"
+#include "support/spoken.h"
 
 namespace {
 
@@ -689,6 +690,10 @@ void compare(QString found, const QString& name) {
 
 void expectLooks(const QWidget& window, const QString& name) {
     compare(Description(window).text() + wayOfTab(window), name);
+    expectSpoken(window);
+    if (!name.startsWith(QLatin1String("service_editor"))) {  // its way goes by what is asked first
+        expectTabFollowsTheEye(window);
+    }
 }
 
 void expectLooks(const report::Document& document, const QString& name) {

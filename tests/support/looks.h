@@ -17,7 +17,7 @@ class Report;
 // After a change that was wanted: run the test with TARVELLO_WRITE_LOOKS=1, look at the window, read the
 // difference.
 
-// Compares with tests/looks/NAME.txt. `window` is on show.
+// Compares with tests/looks/NAME.txt, and asks what is said of the window aloud. `window` is on show.
 void expectLooks(const QWidget& window, const QString& name);
 void expectLooks(const report::Document& document, const QString& name);
 // The design of a report before it runs, twip by twip: `sections` by their names.

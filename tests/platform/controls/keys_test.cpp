@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QLocale>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTest>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -225,6 +226,79 @@ TEST_F(EnterInADialog, AWindowThatTakesEnterForItsFieldsDoesNotTakeItFromTheButt
     EXPECT_TRUE(box->hasFocus());
     enterOn(cancel);
     EXPECT_EQ(pressed, QStringList({"Cancel"}));
+}
+
+// --- Keys that press a button and turn pages.
+
+struct WindowWithPages : QDialog {
+    WindowWithPages() {
+        auto* column = new QVBoxLayout(this);
+        column->addWidget(field);
+        column->addWidget(button);
+        column->addWidget(pages);
+        for (int i = 0; i < 2; ++i) {
+            pages->addTab(new QLineEdit, QString::number(i));
+        }
+        platform::keyPressesButton(QKeySequence("Ctrl+S"), button);
+        platform::keysTurnPages(pages);
+        connect(button, &QPushButton::clicked, this, [this] { ++pressed; });
+        show();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(this));
+        field->setFocus();
+    }
+    void key(Qt::Key key) { QTest::keyClick(focusWidget(), key, Qt::ControlModifier); }
+
+    QLineEdit* field = new QLineEdit(this);
+    QPushButton* button = new QPushButton("OK", this);
+    QTabWidget* pages = new QTabWidget(this);
+    int pressed = 0;
+};
+
+TEST(KeyOfAButton, PressesItWhenTheFieldHasBeenLeft) {
+    WindowWithPages window;
+    int left = 0;
+    QObject::connect(window.field, &QLineEdit::editingFinished, &window, [&] {
+        ++left;
+        EXPECT_EQ(window.pressed, 0) << "what is typed counts first";
+    });
+    QTest::keyClicks(window.field, "x");
+    window.key(Qt::Key_S);
+    EXPECT_EQ(window.pressed, 1);
+    EXPECT_EQ(left, 1);
+}
+
+TEST(KeyOfAButton, LeavesOneAloneThatIsOffOrHidden) {
+    WindowWithPages window;
+    window.button->setEnabled(false);
+    window.key(Qt::Key_S);
+    window.button->setEnabled(true);
+    window.button->hide();
+    window.key(Qt::Key_S);
+    EXPECT_EQ(window.pressed, 0);
+    EXPECT_EQ(window.focusWidget(), window.field);
+}
+
+TEST(KeyOfAButton, PressesNothingWhileAFieldHoldsTheFocus) {
+    WindowWithPages window;
+    QObject::connect(window.field, &QLineEdit::editingFinished, window.field,
+                     [&] { window.field->setFocus(); });
+    QTest::keyClicks(window.field, "x");
+    window.key(Qt::Key_S);
+    EXPECT_EQ(window.pressed, 0);
+    EXPECT_EQ(window.focusWidget(), window.field);
+}
+
+TEST(KeysOfPages, TurnThemAndStopAtTheEnds) {
+    WindowWithPages window;
+    window.key(Qt::Key_PageUp);
+    EXPECT_EQ(window.pages->currentIndex(), 0);
+    EXPECT_EQ(window.focusWidget(), window.field) << "nothing was turned";
+    window.key(Qt::Key_PageDown);
+    EXPECT_EQ(window.pages->currentIndex(), 1);
+    window.key(Qt::Key_PageDown);
+    EXPECT_EQ(window.pages->currentIndex(), 1);
+    window.key(Qt::Key_PageUp);
+    EXPECT_EQ(window.pages->currentIndex(), 0);
 }
 
 }  // namespace

@@ -184,6 +184,24 @@ TEST_F(ListViewTest, EveryHeaderCanBeDraggedAndClicked) {
     EXPECT_EQ(clicked.at(0).at(0).toInt(), 2) << "the column, not its place";
 }
 
+TEST_F(ListViewTest, CtrlAndAPlaceClickTheColumnThatIsSeenThere) {
+    view.columns().setPositions({3, 1, 2});
+    view.columns().setWidth(3, 0);
+    QSignalSpy clicked(&view, &ListView::columnClicked);
+    const auto place = [&](Qt::Key key, Qt::KeyboardModifiers held) {
+        clicked.clear();
+        QTest::keyClick(&view, key, held);
+        return clicked.isEmpty() ? 0 : clicked.first().first().toInt();
+    };
+    EXPECT_EQ(place(Qt::Key_1, Qt::ControlModifier), 2);
+    EXPECT_EQ(place(Qt::Key_2, Qt::ControlModifier | Qt::KeypadModifier), 1)
+        << "what has no width has no place";
+    EXPECT_EQ(place(Qt::Key_3, Qt::ControlModifier), 0);
+    EXPECT_EQ(place(Qt::Key_0, Qt::ControlModifier), 0);
+    EXPECT_EQ(place(Qt::Key_1, Qt::NoModifier), 0);
+    EXPECT_EQ(place(Qt::Key_1, Qt::ControlModifier | Qt::ShiftModifier), 0);
+}
+
 TEST_F(ListViewTest, HeaderIconsComeFromTheColumnImages) {
     QPixmap blank(8, 8);
     blank.fill(Qt::transparent);

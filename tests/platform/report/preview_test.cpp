@@ -27,6 +27,7 @@
 #include "platform/controls/boxes.h"
 #include "platform/report/page_view.h"
 #include "platform/report/print_dialog.h"
+#include "support/spoken.h"
 #include "support/wheel.h"
 #include "tests/platform/report/sample.h"
 
@@ -82,8 +83,21 @@ class Preview : public ::testing::Test {
     QTemporaryDir folder;
 };
 
+TEST_F(Preview, F1AsksForTheHelpThatWasSet) {
+    static int asked;
+    asked = 0;
+    open(1, false);
+    press(Qt::Key_F1);
+    report::setPreviewHelp([] { ++asked; });
+    press(Qt::Key_F1);
+    report::setPreviewHelp(nullptr);
+    EXPECT_EQ(asked, 1);
+}
+
 TEST_F(Preview, EveryControlHasItsNames) {
     open(30, true);
+    expectSpoken(*window);
+    expectTabFollowsTheEye(*window);
     EXPECT_EQ(window->objectName(), "Preview");
     EXPECT_EQ(window->windowTitle(), "Racun 17/2026");
     for (const char* name : {"PageView", "Find", "Page", "Zoom", "Contents"}) {
