@@ -297,7 +297,7 @@ TEST_F(Files, WhatTheProgramMakesIsForItsUserAlone) {
     const mode_t before = umask(0);
     writeTextFile(path("note"), "x");
     copyFile(make("from", "x"), path("copy"));
-    EXPECT_EQ(chooseProgramFolder(path("nothing"), path("deep/own")), path("deep/own"));
+    EXPECT_EQ(chooseProgramFolder(path("nothing"), path("deep/own")).path, path("deep/own"));
     umask(before);
     EXPECT_EQ(rightsOf(path("note")), 0600);
     EXPECT_EQ(rightsOf(path("copy")), 0600);
