@@ -45,7 +45,8 @@ void ReportFile::open(const QString& path) {
     column_ = 1;
     broken_ = false;
     failure_ = 0;
-    if (!file_.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
+    if (!file_.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered,
+                    platform::kForUserAlone)) {
         fail(file_.error() == QFileDevice::PermissionsError ? kDenied : kAccess, file_.fileName());
     }
 }
