@@ -26,7 +26,7 @@ class ViewColumns {
     int indexOf(const QString& key) const;  // 0: none
     QString text(int column) const;
     void setText(int column, const QString& text);
-    int width(int column) const;  // twips; 15 to a logical pixel
+    int width(int column) const;  // twips, as told until a person drags it
     void setWidth(int column, int twips);
     int position(int column) const;  // one-based place on screen
     void setPosition(int column, int position);
