@@ -52,9 +52,11 @@ void RecordPane::buildSelectorRow(QVBoxLayout* column) {
     const QString caption = spokenCaption(QLatin1String(table_.selectorCaption));
     typeAhead_ = new QLineEdit(this);
     typeAhead_->setPlaceholderText(QStringLiteral("Type to find"));
-    typeAhead_->addAction(platform::icon(QStringLiteral("Find")), QLineEdit::LeadingPosition);
-    keys_.add(typeAhead_, arrayName("Text2", stageIndex_), QStringLiteral("Find a ") + caption.toLower(),
-              table_.typeAheadContext, Focus::SelectsText);
+    const QString spoken = QStringLiteral("Find a ") + caption.toLower();
+    typeAhead_->addAction(platform::icon(QStringLiteral("Find")), QLineEdit::LeadingPosition)
+        ->setText(spoken);
+    keys_.add(typeAhead_, arrayName("Text2", stageIndex_), spoken, table_.typeAheadContext,
+              Focus::SelectsText);
     selector_ = new platform::Selector(this);
     keys_.add(selector_, arrayName("Combo1", stageIndex_), caption, table_.selectorContext);
     auto* label = new QLabel(QLatin1String(table_.selectorCaption), this);

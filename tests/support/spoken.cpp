@@ -28,8 +28,8 @@ bool isInside(const QWidget& widget) {
            qobject_cast<const QHeaderView*>(&widget) != nullptr ||
            qobject_cast<const QComboBox*>(parent) != nullptr ||
            qobject_cast<const QAbstractSpinBox*>(parent) != nullptr ||
-           qobject_cast<const QTabBar*>(parent) != nullptr || widget.inherits("QLineEditIconButton") ||
-           widget.inherits("QToolBarExtension") || widget.inherits("QAbstractScrollAreaScrollBarContainer") ||
+           qobject_cast<const QTabBar*>(parent) != nullptr || widget.inherits("QToolBarExtension") ||
+           widget.inherits("QAbstractScrollAreaScrollBarContainer") ||
            widget.objectName().startsWith(QLatin1String("qt_"));
 }
 
