@@ -6,6 +6,8 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
+#include <QEventLoop>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -13,6 +15,7 @@
 #include <QMessageBox>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
+#include <QProcess>
 #include <QScopedValueRollback>
 #include <QTabBar>
 #include <QTest>
@@ -400,7 +403,30 @@ void Walker::picture(const QString& name, const QString& windowName) {
         if (hasTitle && titleOnScreen(*window) != window->windowTitle()) {
             fail(QStringLiteral("the title bar says \"%1\"").arg(titleOnScreen(*window)));
         }
+        letListen(QFileInfo(file).completeBaseName(), *window);
     });
+}
+
+void Walker::letListen(const QString& picture, const QWidget& window) {
+    const QString listener = qEnvironmentVariable("TARVELLO_WALK_LISTENER");
+    if (listener.isEmpty()) {
+        return;
+    }
+    // An open menu is heard as a part of its window.
+    const QWidget& heard = window.windowType() == Qt::Popup ? *windowOnShow() : window;
+    // The program has to answer the listener, so its events go on.
+    const QScopedValueRollback listening(listening_, true);
+    QProcess process;
+    process.setProcessChannelMode(QProcess::ForwardedChannels);
+    QEventLoop loop;
+    QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
+    QObject::connect(&process, &QProcess::errorOccurred, &loop, &QEventLoop::quit);
+    process.start(listener, {picture, heard.windowTitle(),
+                             QStringLiteral("%1x%2").arg(heard.width()).arg(heard.height())});
+    loop.exec();
+    if (process.error() != QProcess::UnknownError || process.exitCode() != 0) {
+        fail(QStringLiteral("%1 cannot be heard").arg(picture));
+    }
 }
 
 void Walker::check(const QString& what, Condition condition) {
@@ -439,6 +465,10 @@ void Walker::start() {
 
 void Walker::next() {
     if (at_ >= steps_.size()) {
+        return;
+    }
+    if (listening_) {
+        QTimer::singleShot(kGlance, this, &Walker::next);
         return;
     }
     const Step& step = steps_.at(at_);

@@ -72,11 +72,15 @@ class Walker : public QObject {
     };
     void next();
     void fail(const QString& why);
+    // Whoever listens to the windows is called at each picture (scripts/atspi), and the walk stands still
+    // meanwhile.
+    void letListen(const QString& picture, const QWidget& window);
     QModelIndex find(const QString& list, int column, const QString& text);
     QList<Step> steps_;
     int at_ = 0;
     qint64 waited_ = 0;
     bool glancing_ = false;
+    bool listening_ = false;
     QString pictureFolder_;
     int pictureNumber_;
     QString station_;
