@@ -2,8 +2,8 @@
 
 #include <QScrollArea>
 
-// Holds the fields of a record. It would be as large as they need; on a screen that is too low for all of them
-// they scroll, and what lies below them in the window stays on the screen.
+// Holds the fields of a record. It would be as large as they need; on a screen that is too low for all of
+// them they scroll, and what lies below them in the window stays on the screen.
 class BlockArea : public QScrollArea {
     Q_OBJECT
  public:

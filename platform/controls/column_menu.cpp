@@ -25,9 +25,8 @@ void addColumn(QMenu& menu, ViewColumns& columns, int column) {
     action->setCheckable(true);
     action->setChecked(isShown);
     action->setEnabled(!isShown || shownCount(columns) > 1);
-    QObject::connect(action, &QAction::triggered, &menu, [&columns, column](bool shown) {
-        columns.setWidth(column, shown ? kUsualWidth : 0);
-    });
+    QObject::connect(action, &QAction::triggered, &menu,
+                     [&columns, column](bool shown) { columns.setWidth(column, shown ? kUsualWidth : 0); });
 }
 
 void openMenu(ViewColumns& columns, QHeaderView& header, const QPoint& at) {
@@ -46,10 +45,9 @@ void openMenu(ViewColumns& columns, QHeaderView& header, const QPoint& at) {
 
 void offerColumns(ViewColumns& columns, QHeaderView& header) {
     header.setContextMenuPolicy(Qt::CustomContextMenu);
-    QObject::connect(&header, &QWidget::customContextMenuRequested, &header,
-                     [&columns, &header](const QPoint& at) {
-                         openMenu(columns, header, header.mapToGlobal(at));
-                     });
+    QObject::connect(
+        &header, &QWidget::customContextMenuRequested, &header,
+        [&columns, &header](const QPoint& at) { openMenu(columns, header, header.mapToGlobal(at)); });
 }
 
 }  // namespace platform

@@ -26,8 +26,8 @@ class CutTexts : public QObject {
             return QObject::eventFilter(watched, event);
         }
         const QString whole = under.data().toString();
-        QToolTip::showText(help->globalPos(), Qt::convertFromPlainText(whole, Qt::WhiteSpaceNormal), list_.viewport(),
-                           list_.visualRect(under));
+        QToolTip::showText(help->globalPos(), Qt::convertFromPlainText(whole, Qt::WhiteSpaceNormal),
+                           list_.viewport(), list_.visualRect(under));
         return true;
     }
 

@@ -5,8 +5,8 @@
 
 namespace platform {
 
-// An SVG drawing in the colours of the desktop: on a dark one ink and paper change places, and the colours are
-// lighter.
+// An SVG drawing in the colours of the desktop: on a dark one ink and paper change places, and the colours
+// are lighter.
 QByteArray inColoursOfDesktop(QByteArray drawing);
 
 // One of our drawings as an icon, sharp at any size. Which desktop it is on, is asked each time it is shown.

@@ -26,8 +26,8 @@ bool isDark(const QPalette& palette) {
 QColor readable(const QColor& colour, const QPalette& palette) {
     constexpr int kLeastInTheDark = 175, kMostInTheLight = 130;  // of 255
     const bool dark = isDark(palette);
-    const int lightness = dark ? std::max(colour.lightness(), kLeastInTheDark)
-                               : std::min(colour.lightness(), kMostInTheLight);
+    const int lightness =
+        dark ? std::max(colour.lightness(), kLeastInTheDark) : std::min(colour.lightness(), kMostInTheLight);
     return lightness == colour.lightness()
                ? colour
                : QColor::fromHsl(colour.hslHue(), colour.hslSaturation(), lightness);

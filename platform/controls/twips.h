@@ -14,8 +14,8 @@ double letterFactor();
 // changes it on the screen. Whole pixels would make another number of it each time it is read and written.
 class LetterLength {
  public:
-    int show(int twips);            // the pixels to show it with; a negative length is none
-    int twips(int pixels) const;    // of the pixels that are on the screen now
+    int show(int twips);          // the pixels to show it with; a negative length is none
+    int twips(int pixels) const;  // of the pixels that are on the screen now
 
  private:
     int told_ = 0;   // twips

@@ -16,7 +16,8 @@
 
 namespace {
 
-const char* const kLong = "a <b>processor</b> & its fan, in a box that nobody has opened since the year began";
+const char* const kLong =
+    "a <b>processor</b> & its fan, in a box that nobody has opened since the year began";
 
 // The pointer rests on the cell; what is told, as it is read.
 QString tipAt(QAbstractItemView& view, int row, int column = 0) {

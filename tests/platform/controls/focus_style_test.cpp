@@ -123,8 +123,8 @@ class SelectionStyleTest : public FocusStyleTest {
 };
 
 TEST_F(SelectionStyleTest, IsGreyInAListWithoutTheFocus) {
-    const QColor grey = platform::mixed(list->palette().color(QPalette::Base),
-                                        list->palette().color(QPalette::Text), 0.2);
+    const QColor grey =
+        platform::mixed(list->palette().color(QPalette::Base), list->palette().color(QPalette::Text), 0.2);
     EXPECT_TRUE(isLike(ground(list), grey));
     EXPECT_TRUE(isLike(ground(choices), grey));
     list->setFocus();
