@@ -1,5 +1,6 @@
 #include "records/block_area.h"
 
+#include <QApplication>
 #include <QEvent>
 
 namespace {
@@ -15,6 +16,12 @@ BlockArea::BlockArea(QWidget* parent) : QScrollArea(parent) {
     setWidgetResizable(true);
     setWidget(new QWidget(this));
     widget()->installEventFilter(this);
+    // The toolkit scrolls to a field when Tab leads there from another one in here, and not from outside.
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* field) {
+        if (field && widget()->isAncestorOf(field)) {
+            ensureWidgetVisible(field);
+        }
+    });
 }
 
 QSize BlockArea::sizeHint() const {
