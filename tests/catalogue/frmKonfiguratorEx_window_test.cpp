@@ -47,8 +47,8 @@ class frmKonfiguratorExWindow : public CatalogueWindow {
 TEST_F(frmKonfiguratorExWindow, OpensTheFirstTimeAtItsUsualPlaceAndSize) {
     fillShop();
     show([&] {
-        EXPECT_EQ(window().pos(), placeOnScreen({800 / 15, 800 / 15}, window().size()));
-        EXPECT_EQ(window().size(), sizeOfTwips(12000, 8000));
+        EXPECT_EQ(window().pos(), placeOnScreen(window(), {800 / 15, 800 / 15}));
+        EXPECT_EQ(window().size(), sizeOnScreen(window(), 12000, 8000));
         EXPECT_EQ(window().VSplitter->position(), 50);
         EXPECT_EQ(window().HSplitter->position(), 50);
         for (int column = 1; column <= 5; ++column) {
@@ -62,8 +62,8 @@ TEST_F(frmKonfiguratorExWindow, APlaceWithoutASizeTakesTheUsualSize) {
     fillShop();
     store("WindowData", "600;900;6000");
     show([&] {
-        EXPECT_EQ(window().pos(), placeOnScreen({40, 60}, window().size()));
-        EXPECT_EQ(window().size(), sizeOfTwips(12000, 8000));
+        EXPECT_EQ(window().pos(), placeOnScreen(window(), {40, 60}));
+        EXPECT_EQ(window().size(), sizeOnScreen(window(), 12000, 8000));
     });
 }
 

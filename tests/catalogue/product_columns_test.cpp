@@ -35,7 +35,13 @@ TEST(ProductColumns, OnlyNumbersStandAtTheRightAndOnlyThePriceTellsItsUnit) {
 
 // Who has never moved a column finds the list as the table describes it.
 TEST(ProductColumns, TheSettingsBeginWithTheTable) {
-    expectNothingCut(productColumns(), [] { return platform::ListItem(); });
+    expectNothingCut(productColumns(), [] {
+        platform::ListItem row;
+        row.Key = productKey(1);
+        setCell(row, ProductColumn::Manufacturer, QStringLiteral("Samsung"));
+        setCell(row, ProductColumn::Price, platform::formatGrouped(141058.75));
+        return row;
+    });
     EXPECT_EQ(defaultWidths(productColumns()), "1440;1440;1440;1440;1440");
     EXPECT_EQ(defaultPositions(productColumns()), "1;2;3;4;5");
 }

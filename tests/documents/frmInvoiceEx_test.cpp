@@ -594,8 +594,8 @@ TEST_F(RequisitionList, ColumnsAndPlaceAreKeptAtUnloadOnly) {
     keep("WindowData", "450;600;10500;7500");
     keep("LVWColumnPositions", "2;1;3;4;5;6;7;8");
     show([&] {
-        EXPECT_EQ(win().pos(), placeOnScreen({30, 40}, win().size()));
-        EXPECT_EQ(win().size(), sizeOfTwips(10500, 7500));
+        EXPECT_EQ(win().pos(), placeOnScreen(win(), {30, 40}));
+        EXPECT_EQ(win().size(), sizeOnScreen(win(), 10500, 7500));
         EXPECT_EQ(list().columns().position(1), 2);
         list().columns().setWidth(3, 3000);
         win().move(60, 80);
@@ -616,14 +616,14 @@ TEST_F(RequisitionList, ColumnsAndPlaceAreKeptAtUnloadOnly) {
 
 TEST_F(RequisitionList, APlaceWithTooFewFiguresGetsTheUsualSize) {
     keep("WindowData", "450;600");
-    show([&] { EXPECT_EQ(win().size(), sizeOfTwips(12000, 8000)); });
+    show([&] { EXPECT_EQ(win().size(), sizeOnScreen(win(), 12000, 8000)); });
 }
 
 TEST_F(RequisitionList, TheFirstTimeItStandsAtItsUsualPlace) {
     EXPECT_EQ(kept("WindowData"), "800;800;12000;8000");
     show([&] {
-        EXPECT_EQ(win().pos(), placeOnScreen({53, 53}, win().size()));
-        EXPECT_EQ(win().size(), sizeOfTwips(12000, 8000));
+        EXPECT_EQ(win().pos(), placeOnScreen(win(), {53, 53}));
+        EXPECT_EQ(win().size(), sizeOnScreen(win(), 12000, 8000));
     });
 }
 

@@ -15,7 +15,9 @@ platform::ListItem rowOf(const QString& key, const QStringList& cells) {
 }
 
 TEST(RequisitionColumns, HeadersFitAtEverySizeOfLetters) {
-    expectNothingCut(requisitionColumns(), [] { return platform::ListItem(); });
+    expectNothingCut(requisitionColumns(), [] {
+        return rowOf("K17", {"Adler", "", "", "", "SN5", "1,200.50", "2", "2,401.00"});
+    });
 }
 
 // As the list stands on screen, from left to right.

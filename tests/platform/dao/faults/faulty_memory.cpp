@@ -77,6 +77,11 @@ void* operator new(std::size_t size) {
     }
     return given;
 }
+// By name, for a checker of memory that brings one of its own.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return daotest::memory::refuses(daotest::memory::Whose::Engine) ? nullptr
+                                                                    : std::malloc(size == 0 ? 1 : size);
+}
 void operator delete(void* memory) noexcept {
     std::free(memory);
 }
