@@ -50,8 +50,12 @@ xcb_atom_t atomOf(xcb_connection_t* screen, const QByteArray& name) {
     return atom ? atom->atom : 0;
 }
 
-// What the screen was told to write into the title bar, which need not be what the window was told.
+// What the screen was told to write into the title bar, which need not be what the window was told. A
+// platform without a screen has no title bars.
 QString titleOnScreen(const QWidget& window) {
+    if (QGuiApplication::platformName() != QLatin1String("xcb")) {
+        return window.windowTitle();
+    }
     xcb_connection_t* screen = qApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
     constexpr uint32_t kLongest = 256;  // words of four bytes
     const auto cookie = xcb_get_property(screen, 0, static_cast<xcb_window_t>(window.winId()),
