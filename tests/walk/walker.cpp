@@ -425,8 +425,8 @@ void Walker::letListen(const QString& picture, const QWidget& window) {
     QEventLoop loop;
     QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
     QObject::connect(&process, &QProcess::errorOccurred, &loop, &QEventLoop::quit);
-    process.start(listener, {picture, heard.windowTitle(),
-                             QStringLiteral("%1x%2").arg(heard.width()).arg(heard.height())});
+    const QString name = heard.accessibleName().isEmpty() ? heard.windowTitle() : heard.accessibleName();
+    process.start(listener, {picture, name, QStringLiteral("%1x%2").arg(heard.width()).arg(heard.height())});
     loop.exec();
     if (process.error() != QProcess::UnknownError || process.exitCode() != 0) {
         fail(QStringLiteral("%1 cannot be heard").arg(picture));
