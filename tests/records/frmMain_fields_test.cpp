@@ -4,10 +4,10 @@
 #include <QGroupBox>
 #include <QLabel>
 
-#include "common/help.h"
 #include "common/window_helpers.h"
 #include "common/window_places.h"
 #include "main_window.h"
+#include "support/topics.h"
 
 namespace {
 
@@ -160,18 +160,12 @@ TEST_F(Fields, FieldsAreSeenOnThePaneOfTheirStage) {
 }
 
 TEST_F(Fields, EachFieldHasItsOwnTopic) {
-    static QList<int> topics;
-    setHelpViewer([](const QString&, HelpCommand command, int context) {
-        if (command == HELP_CONTEXT) {
-            topics.append(context);
-        }
-        return true;
-    });
+    AskedTopics topics;
     const auto topicOf = [&](QWidget* widget) {
         topics.clear();
         by_hand::click(widget);
         by_hand::press(Qt::Key_F1);
-        return topics;
+        return topics.all();
     };
     start();
     const int expected[] = {503, 504, 505, 507, 508, 511, 512, 514, 515, 516,
@@ -185,7 +179,7 @@ TEST_F(Fields, EachFieldHasItsOwnTopic) {
     EXPECT_EQ(topicOf(win().controls.Text2[0]), QList<int>({501}));
     by_hand::press(Qt::Key_Tab);
     by_hand::press(Qt::Key_F1);
-    EXPECT_EQ(topics.last(), 502) << "the selector";
+    EXPECT_EQ(topics.all().last(), 502) << "the selector";
     tab(2);
     for (int i = 19; i <= 36; ++i) {
         EXPECT_EQ(topicOf(field(i)), QList<int>({602 + i - 19})) << i;
@@ -196,26 +190,17 @@ TEST_F(Fields, EachFieldHasItsOwnTopic) {
     tab(3);
     EXPECT_EQ(topicOf(field(37)), QList<int>({702}));
     EXPECT_EQ(topicOf(field(38)), QList<int>({703}));
-    setHelpViewer(nullptr);
 }
 
 TEST_F(Fields, SmallButtonsHaveTopicsAndTipsToo) {
-    static QList<int> topics;
-    topics.clear();
-    setHelpViewer([](const QString&, HelpCommand command, int context) {
-        if (command == HELP_CONTEXT) {
-            topics.append(context);
-        }
-        return true;
-    });
+    AskedTopics topics;
     start();
     by_hand::click(field(15));
     for (const int topic : {526, 523, 527}) {  // the button, the web field, its button
         by_hand::press(Qt::Key_Tab);
         by_hand::press(Qt::Key_F1);
-        EXPECT_EQ(topics.last(), topic);
+        EXPECT_EQ(topics.all().last(), topic);
     }
-    setHelpViewer(nullptr);
     EXPECT_EQ(win().controls.Command1[0]->toolTip(), "Write an e-mail");
     EXPECT_EQ(win().controls.Command1[1]->toolTip(), "Open the web page");
     EXPECT_FALSE(win().controls.Command1[0]->icon().isNull());

@@ -2,9 +2,9 @@
 
 #include <QDateEdit>
 
-#include "common/help.h"
 #include "narrowed_window.h"
 #include "platform/controls/date_field.h"
+#include "support/topics.h"
 
 namespace {
 
@@ -660,14 +660,7 @@ TEST_F(Stages, TabsGoOnByTheArrowKeys) {
 }
 
 TEST_F(Stages, F1OnAFieldShowsItsTopic) {
-    static QList<int> topics;
-    topics.clear();
-    setHelpViewer([](const QString&, HelpCommand command, int context) {
-        if (command == HELP_CONTEXT) {
-            topics.append(context);
-        }
-        return true;
-    });
+    const AskedTopics topics;
     twoClients();
     start();
     by_hand::click(field(0));
@@ -677,8 +670,7 @@ TEST_F(Stages, F1OnAFieldShowsItsTopic) {
     tab(3);
     by_hand::clickRow(win().controls.ListView1, 1);
     by_hand::press(Qt::Key_F1);
-    setHelpViewer(nullptr);
-    EXPECT_EQ(topics, QList<int>({503, 506, 701}));
+    EXPECT_EQ(topics.all(), QList<int>({503, 506, 701}));
 }
 
 }  // namespace

@@ -2,32 +2,19 @@
 
 #include <QPushButton>
 
-#include "common/help.h"
 #include "main_window.h"
 #include "records/frmLegend.h"
 #include "records/frmReportOptions.h"
 #include "support/modal.h"
+#include "support/topics.h"
 
 namespace {
-
-QList<int> topics;
 
 class Windows : public MainWindow {
  protected:
     void SetUp() override {
         MainWindow::SetUp();
-        topics.clear();
-        setHelpViewer([](const QString&, HelpCommand command, int context) {
-            if (command == HELP_CONTEXT) {
-                topics.append(context);
-            }
-            return true;
-        });
         addService(addComputer(addClient("Anic", "Vesna"), "Desk"));
-    }
-    void TearDown() override {
-        MainWindow::TearDown();
-        setHelpViewer(nullptr);
     }
     // Opens the legend, from the help menu or by a right click, and leaves it at `place`.
     QPoint legend(bool fromHelp, const QPoint& place) {
@@ -40,6 +27,7 @@ class Windows : public MainWindow {
                            });
         return found;
     }
+    AskedTopics topics;
 };
 
 TEST_F(Windows, LegendComesUpWhereItWasLeft) {
@@ -95,7 +83,7 @@ TEST_F(Windows, HelpButtonsOpenTheirOwnTopic) {
                                   by_hand::click(window.Command1[2]);
                                   QTest::keyClick(&window, Qt::Key_Escape);
                               });
-    EXPECT_EQ(topics, QList<int>({7010}));
+    EXPECT_EQ(topics.all(), QList<int>({7010}));
     topics.clear();
     tab(3);
     inModal<frmDetails>([&] { tool("EditRecord"); },
@@ -103,7 +91,7 @@ TEST_F(Windows, HelpButtonsOpenTheirOwnTopic) {
                             by_hand::click(window.findChild<QPushButton*>("Command1(2)"));
                             QTest::keyClick(&window, Qt::Key_Escape);
                         });
-    EXPECT_EQ(topics, QList<int>({7002}));
+    EXPECT_EQ(topics.all(), QList<int>({7002}));
 }
 
 }  // namespace
