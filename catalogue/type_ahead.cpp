@@ -18,14 +18,13 @@ void TypeAhead::setText(const QString& text) {
     box_->setText(text);
 }
 
-void TypeAhead::tellMiss() {
-    const bool misses = !box_->text().isEmpty() && list_->findString(box_->text()) < 0;
-    platform::showNothingFound(*box_, misses ? QStringLiteral("Nista ne pocinje ovako") : QString());
-}
-
 // The products wait until the person has settled on a row.
 void TypeAhead::textChanged() {
-    tellMiss();
+    const QString typed = box_->text();
+    // An emptied box stays empty, otherwise nobody could ever empty one.
+    const int row = typed.isEmpty() ? -1 : list_->findString(typed);
+    const bool misses = row < 0 && !typed.isEmpty();
+    platform::showNothingFound(*box_, misses ? QStringLiteral("Nista ne pocinje ovako") : QString());
     if (ignoreChange_) {
         ignoreChange_ = false;
         return;
@@ -34,9 +33,6 @@ void TypeAhead::textChanged() {
         emit left();
     }
     emit changed();
-    const QString typed = box_->text();
-    // An emptied box stays empty, otherwise nobody could ever empty one.
-    const int row = typed.isEmpty() ? -1 : list_->findString(typed);
     if (row >= 0) {
         emit matched();
         complete(row, typed);

@@ -29,7 +29,6 @@ class TypeAhead : public QObject {
 
  private:
     void textChanged();
-    void tellMiss();  // where nothing in the list begins with what stands in the box
     void complete(int row, const QString& typed);
 
     QLineEdit* box_;
