@@ -10,8 +10,9 @@ foreach(tool build_database make_demo)
 endforeach()
 
 # The command for those who look after a shop's data.
-add_executable(tarvello-data tools/tarvello_data.cpp)
-target_link_libraries(tarvello-data PRIVATE tarvello_data CLI11::CLI11)
+file(GLOB VERBS CONFIGURE_DEPENDS tools/verbs/*.cpp tools/verbs/*.h)
+add_executable(tarvello-data tools/tarvello_data.cpp ${VERBS})
+target_link_libraries(tarvello-data PRIVATE tarvello_exchange CLI11::CLI11)
 set_target_properties(tarvello-data PROPERTIES AUTOMOC OFF AUTORCC OFF)
 
 set(SHOP_TEXTS schema units service_types catalogue)
