@@ -11,7 +11,7 @@ namespace dao {
 namespace {
 
 constexpr std::size_t kBlockRows = 512;
-constexpr std::size_t kFarBlockRows = 4096;  // of a long walk where each block takes its time on the way
+constexpr std::size_t kFarBlockRows = 8192;  // of a long walk where each block takes its time on the way
 constexpr std::size_t kSmallBlock = 32;
 constexpr std::int64_t kSparse = 4;  // a range with more strangers than this for each row is read row by row
 

@@ -327,7 +327,9 @@ void RecordsetImpl::checkIndex(int index) const {
 }
 
 const Value& RecordsetImpl::value(int index) {
-    checkIndex(index);
+    if (closed_ || static_cast<std::size_t>(index) >= columns_.size()) {
+        checkIndex(index);
+    }
     if (editMode_ != EditModeKind::None) {
         return pending_[static_cast<std::size_t>(index)].value;
     }

@@ -21,6 +21,11 @@ void RowBlock::clear() {
     rows_ = 0;
 }
 
+void RowBlock::expect(std::size_t rows) {
+    slots_.reserve((rows_ + rows) * types_.size());
+    kinds_.reserve((rows_ + rows) * types_.size());
+}
+
 void RowBlock::addText(std::string_view v) {
     if (v.size() > std::numeric_limits<std::uint32_t>::max()) {
         fail(errOverflow);

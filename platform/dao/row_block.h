@@ -23,6 +23,9 @@ class RowBlock {
     std::size_t columns() const { return types_.size(); }
     std::span<const Type> types() const { return types_; }
 
+    // Makes room for as many rows behind those that are there.
+    void expect(std::size_t rows);
+
     // Cells of one row, from left to right, between startRow() and endRow().
     void startRow() {
         slots_.resize((rows_ + 1) * types_.size());

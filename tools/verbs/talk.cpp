@@ -15,7 +15,8 @@ void Talk::progress(const std::string& what, const std::string& name, std::int64
     if (quiet || !watched_ || all == 0) {
         return;
     }
-    std::fprintf(stderr, "\r%-9s %3d %%  %-20s", what.c_str(), static_cast<int>(100 * done / all), name.c_str());
+    std::fprintf(stderr, "\r%-9s %3d %%  %-20s", what.c_str(), static_cast<int>(100 * done / all),
+                 name.c_str());
     written_ = true;
 }
 

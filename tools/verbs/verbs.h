@@ -6,7 +6,7 @@ namespace CLI {
 class App;
 }
 
-// Each adds a verb of its own to the command: its words, its --help, and what is done when it was the one called. A
-// verb throws what is to be told; where it throws, nothing is changed that the sentence does not name. `talk` outlives
-// the parsing.
+// Each adds a verb of its own to the command: its words, its --help, and what is done when it was the one
+// called. A verb throws what is to be told; where it throws, nothing is changed that the sentence does not
+// name. `talk` outlives the parsing.
 void addMove(CLI::App& app, Talk& talk);

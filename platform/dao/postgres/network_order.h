@@ -1,7 +1,6 @@
 #pragma once
 
 #include <bit>
-#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -18,12 +17,27 @@ void appendInteger(std::string& out, Integer value) {
     }
 }
 
+// The same number with its bytes the other way round: one instruction of the processor, where a loop over
+// them stays a loop.
+template <typename Bits>
+Bits turned(Bits bits) {
+    if constexpr (sizeof(Bits) == sizeof(std::uint16_t)) {
+        return __builtin_bswap16(bits);
+    } else if constexpr (sizeof(Bits) == sizeof(std::uint32_t)) {
+        return __builtin_bswap32(bits);
+    } else {
+        static_assert(sizeof(Bits) == sizeof(std::uint64_t));
+        return __builtin_bswap64(bits);
+    }
+}
+
 // `bytes` holds at least as many as an Integer has.
 template <typename Integer>
 Integer readInteger(const char* bytes) {
     std::make_unsigned_t<Integer> bits = 0;
-    for (std::size_t at = 0; at < sizeof(Integer); ++at) {
-        bits = static_cast<std::make_unsigned_t<Integer>>(bits << 8 | static_cast<unsigned char>(bytes[at]));
+    std::memcpy(&bits, bytes, sizeof bits);
+    if constexpr (std::endian::native == std::endian::little) {
+        bits = turned(bits);
     }
     return static_cast<Integer>(bits);
 }

@@ -174,6 +174,10 @@ std::string_view Result::raw(int row, int column) const {
     return {PQgetvalue(answer, row, column), static_cast<std::size_t>(length)};
 }
 
+std::int64_t Result::key(int row, int column) const {
+    return integerOfWidth(raw(row, column));
+}
+
 std::string_view Result::value(int row, int column) const {
     if (isNull(row, column)) {
         fail(errInvalidUseOfNull);

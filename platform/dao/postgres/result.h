@@ -36,6 +36,9 @@ class Result {
     // An array of row keys to the end of `out`; a Null within it becomes `none`. The type of a shop's own
     // column is not looked into: of those, ask for whole numbers only.
     void appendKeys(int row, int column, std::int64_t none, std::vector<std::int64_t>& out) const;
+    // A row's key, of a row and a column that there are. Like appendKeys it does not look into the column's
+    // type; a Null fails.
+    std::int64_t key(int row, int column) const;
     // As the server sent it, of a row and a column that there are; without a beginning where it is Null. For
     // those who read hundreds of thousands and have looked at the column's type.
     std::string_view raw(int row, int column) const;

@@ -197,10 +197,11 @@ std::size_t ServerStatement::readRows(RowBlock& block, int skip, std::vector<std
     const Result answer = ask(text_);
     const std::vector<Cells> cells = cellsOf(answer, block.columns(), skip, places);
     const std::size_t rows = std::min(limit, static_cast<std::size_t>(answer.rows()));
+    block.expect(rows);
     for (std::size_t row = 0; row < rows; ++row) {
         const int at = static_cast<int>(row);
         if (keys != nullptr) {
-            keys->push_back(answer.integer(at, 0));
+            keys->push_back(answer.key(at, 0));
         }
         block.startRow();
         for (const Cells& each : cells) {
