@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <array>
 #include <optional>
 
 #include "common/modMain.h"
@@ -27,8 +28,8 @@ constexpr int kProductRow = 0, kFieldsRow = 1, kOptionsRow = 3, kButtonRow = 5;
 
 const char* const kFieldCaptions[] = {"&Kolicina:", "&Serijski Broj:"};
 const char* const kOptionCaptions[] = {"Koriguj &mala slova u velika", "&Upisan ser. br. dodaj na postojeci"};
-constexpr const settings::Setting* kOptions[] = {&settings::drawInput.MakeProperCase,
-                                                 &settings::drawInput.AppendSerialNumber};
+const std::array<const settings::Setting*, 2> kOptions = {&settings::drawInput.MakeProperCase,
+                                                          &settings::drawInput.AppendSerialNumber};
 const char* const kButtonCaptions[] = {"OK", "Otkazi"};
 
 }  // namespace

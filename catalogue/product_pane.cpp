@@ -1,6 +1,7 @@
 #include "catalogue/product_pane.h"
 
 #include <QScopeGuard>
+#include <QTextEdit>
 #include <QVBoxLayout>
 
 #include "catalogue/pane_layout.h"

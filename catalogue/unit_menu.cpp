@@ -1,5 +1,7 @@
 #include "catalogue/unit_menu.h"
 
+#include <QWidget>
+
 #include "catalogue/unit_commands.h"
 #include "catalogue/unit_list.h"
 #include "common/window_helpers.h"

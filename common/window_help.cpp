@@ -1,6 +1,7 @@
 #include "common/window_help.h"
 
 #include <QShortcut>
+#include <QWidget>
 
 #include "common/help.h"
 

@@ -56,7 +56,7 @@ void makeRow(dao::Recordset& rows) {
 
 // A number that somebody emptied counts as none taken yet.
 qint32 numberOf(const dao::Recordset& rows, Kind kind) {
-    const dao::Value value = rows[fieldOf(kind)];
+    const dao::Value& value = rows[fieldOf(kind)];
     return value.isNull() ? 0 : value.asLong();
 }
 
