@@ -170,6 +170,9 @@ bool isTooLarge(const std::string& plain) {
         std::from_chars(plain.data() + end + 1, plain.data() + plain.size(), exponent).ec != std::errc()) {
         return plain[end + 1] != '-';
     }
+    // No text has digits enough to outweigh such an exponent.
+    constexpr std::ptrdiff_t kOutweighsAll = std::ptrdiff_t{1} << 48;
+    exponent = std::clamp(exponent, -kOutweighsAll, kOutweighsAll);
     return static_cast<std::ptrdiff_t>(point) - first + exponent > 0;
 }
 

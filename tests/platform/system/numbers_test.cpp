@@ -239,6 +239,14 @@ TEST(TextOfSingle, HasTheLocalesSeparatorAndNoGroups) {
     EXPECT_EQ(text(decimalSeparator()), ",");
 }
 
+TEST(ReadingNumbers, NoExponentIsTooLongToTellLargeFromSmall) {
+    const LocaleScope locale(kPoint);
+    EXPECT_FALSE(readNumber("1e9223372036854775807").has_value());
+    EXPECT_FALSE(readNumber("1e9223372036854775808").has_value());
+    EXPECT_EQ(readNumber("0.001e-9223372036854775808"), 0.0);
+    EXPECT_EQ(readNumber("0.001e-9223372036854775809"), 0.0);
+}
+
 TEST(ReadingNumbers, ASingleOverflowsWhereADoubleDoesNot) {
     const LocaleScope locale(kPoint);
     EXPECT_TRUE(isNumeric("1e39"));
