@@ -1,6 +1,7 @@
 #include "records/text_report.h"
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include <QDate>
 
@@ -525,6 +526,15 @@ TEST_F(TextReportTest, AnOlderReportIsReplaced) {
     const std::string once = text();
     QFile(file()).resize(100000);
     EXPECT_EQ(text(), once);
+}
+
+TEST_F(TextReportTest, TheReportIsForItsUserAlone) {
+    oneOfEach();
+    const mode_t before = umask(0);
+    EXPECT_EQ(write(), Result::Written);
+    umask(before);
+    EXPECT_EQ(QFile::permissions(file()) & (QFileDevice::ReadGroup | QFileDevice::ReadOther),
+              QFileDevice::Permissions());
 }
 
 TEST_F(TextReportTest, AFullDiskFails) {
