@@ -186,8 +186,8 @@ QString tabCaption(Walker& walker, int tab) {
 
 void walkFirstDay(Walker& walker) {
     walker.station("the program starts on an empty shop");
-    walker.when([] { return topWindow("frmSplash") != nullptr; }, [] {});
-    walker.picture("splash", "frmSplash");
+    walker.when([] { return topWindow("frmSplash") != nullptr || topWindow("frmTip") != nullptr; }, [] {});
+    walker.glimpse("splash", "frmSplash");
     walker.when([] { return topWindow("frmTip") != nullptr; }, [] {});
     walker.picture("tip-of-the-day", "frmTip");
     walker.click("cmdNextTip");

@@ -151,6 +151,7 @@ void lastCommands(Walker& walker) {
     for (const char* bar : {"Toolbar", "Statusbar"}) {
         walker.menu("mnuVView", bar);
         walker.menu("mnuVView", bar);
+        walker.check("the whole window is on the screen", [] { return isOnScreen(*windowOnShow()); });
     }
     walker.station("the clients are previewed by a click on the status bar");
     walker.click("Panel(Text)");

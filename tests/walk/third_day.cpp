@@ -122,6 +122,7 @@ void draw(Walker& walker) {
     giveQuantity(walker, "1", {});
     walker.click("Command1(0)");
     checkStock(walker, "Ryzen 7 9700X", "1");
+    walker.act([] { topWindow("frmInvoiceEx")->move(0, 0); });
 
     walker.station("memory is drawn from another group");
     walker.type("Text1(0)", "Mem");

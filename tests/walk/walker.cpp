@@ -17,6 +17,7 @@
 #include <QPlainTextEdit>
 #include <QProcess>
 #include <QScopedValueRollback>
+#include <QScreen>
 #include <QTabBar>
 #include <QTest>
 #include <QTimer>
@@ -33,6 +34,7 @@ namespace {
 constexpr int kPatience = 30000;  // milliseconds
 constexpr int kMoment = 10000;
 constexpr int kGlance = 20;
+constexpr int kPainting = 120;  // until a window has painted itself
 
 void say(const QString& line) {
     std::printf("%s\n", qPrintable(line));
@@ -102,6 +104,10 @@ QWidget* windowOnShow() {
 QWidget* focusOnShow() {
     QWidget* window = windowOnShow();
     return window != nullptr && window->focusWidget() != nullptr ? window->focusWidget() : window;
+}
+
+bool isOnScreen(const QWidget& window) {
+    return window.screen()->availableGeometry().contains(window.frameGeometry());
 }
 
 QString textOf(const QWidget* control) {
@@ -390,25 +396,41 @@ void Walker::answer(const QString& saying, int button) {
 }
 
 void Walker::picture(const QString& name, const QString& windowName) {
-    pause(120);  // the window has painted itself
+    pause(kPainting);
     act([this, name, windowName] {
         QWidget* window = windowName.isEmpty() ? windowOnShow() : topWindow(windowName);
         if (window == nullptr) {
             fail(QStringLiteral("there is no window to take a picture of"));
         }
-        const QString file = QStringLiteral("%1/%2-%3.png")
-                                 .arg(pictureFolder_)
-                                 .arg(pictureNumber_++, 2, 10, QLatin1Char('0'))
-                                 .arg(name);
-        if (!window->grab().save(file)) {
-            fail(QStringLiteral("the picture %1 cannot be written").arg(file));
-        }
-        const bool hasTitle = !window->windowTitle().isEmpty();  // a menu has none
-        if (hasTitle && titleOnScreen(*window) != window->windowTitle()) {
-            fail(QStringLiteral("the title bar says \"%1\"").arg(titleOnScreen(*window)));
-        }
-        letListen(QFileInfo(file).completeBaseName(), *window);
+        take(name, *window);
     });
+}
+
+void Walker::glimpse(const QString& name, const QString& windowName) {
+    pause(kPainting);
+    act([this, name, windowName] {
+        if (QWidget* window = topWindow(windowName)) {
+            take(name, *window);
+        }
+    });
+}
+
+void Walker::take(const QString& name, QWidget& window) {
+    const QString file = QStringLiteral("%1/%2-%3.png")
+                             .arg(pictureFolder_)
+                             .arg(pictureNumber_++, 2, 10, QLatin1Char('0'))
+                             .arg(name);
+    if (!window.grab().save(file)) {
+        fail(QStringLiteral("the picture %1 cannot be written").arg(file));
+    }
+    if (!isOnScreen(window)) {
+        fail(QStringLiteral("the screen has no room for \"%1\"").arg(name));
+    }
+    const bool hasTitle = !window.windowTitle().isEmpty();  // a menu has none
+    if (hasTitle && titleOnScreen(window) != window.windowTitle()) {
+        fail(QStringLiteral("the title bar says \"%1\"").arg(titleOnScreen(window)));
+    }
+    letListen(QFileInfo(file).completeBaseName(), window);
 }
 
 void Walker::letListen(const QString& picture, const QWidget& window) {

@@ -55,6 +55,8 @@ class Walker : public QObject {
                 int button);  // the message box that says so; a QMessageBox::StandardButton
     // Of the active window, or of the top-level window of that name, as the next numbered PNG.
     void picture(const QString& name, const QString& window = {});
+    // The same of a window that is on show for a while only, and may be gone when the machine has much to do.
+    void glimpse(const QString& name, const QString& window);
     void check(const QString& what, Condition condition);
     void checkText(const QString& name, const QString& expected);
 
@@ -72,6 +74,7 @@ class Walker : public QObject {
     };
     void next();
     void fail(const QString& why);
+    void take(const QString& name, QWidget& window);  // the picture
     // Whoever listens to the windows is called at each picture (scripts/atspi), and the walk stands still
     // meanwhile.
     void letListen(const QString& picture, const QWidget& window);
@@ -91,5 +94,6 @@ QMessageBox* boxOnShow();                 // nullptr where there is none
 QWidget* windowOnShow();                  // the active modal window, else the main window
 QWidget* focusOnShow();                   // the control in it that takes the keys
 QWidget* topWindow(const QString& name);  // a visible top-level window of that name; nullptr: none
+bool isOnScreen(const QWidget& window);   // the whole of it, frame and all
 QString cell(const QWidget* list, int row, int column);  // rows and columns from 0
 int rows(const QWidget* list);
