@@ -70,6 +70,7 @@ ProductPane::ProductPane(const ListPane& groups, const ListPane& manufacturers, 
     list_->setObjectName(QStringLiteral("ListView1"));
     list_->setAccessibleName(QStringLiteral("Proizvodi"));
     addColumns(*list_, productColumns());
+    list_->columns().setMenuTitle(QLatin1String(kSerbianColumnMenu));
     list_->setSmallIcons({{QStringLiteral("stanjeok"), platform::icon(QStringLiteral("StockOk"))},
                           {QStringLiteral("stanjenula"), platform::icon(QStringLiteral("StockNone"))}});
     QVBoxLayout* column = paneLayout(surface_, kPane, "&Proizvodi:", list_);

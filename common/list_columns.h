@@ -20,6 +20,9 @@ struct ListColumn {
     bool isMoney = false;  // the unit on screen stands behind the header
 };
 
+// What the menu of columns is called in the windows that speak Serbian.
+constexpr const char* kSerbianColumnMenu = "Prikazi kolone";
+
 QString unitSuffix();  // " [DIN]" or " [EUR]", as prices are shown at present
 QString headerOf(const ListColumn& column);
 void addColumns(platform::ListView& list, std::span<const ListColumn> columns);

@@ -87,6 +87,7 @@ void frmTrebovanjeError::build() {
     ListView1 = new platform::ListView(this);
     ListView1->setObjectName(QStringLiteral("ListView1"));
     ListView1->setAccessibleName(QStringLiteral("Kriticni proizvodi"));
+    ListView1->columns().setMenuTitle(QLatin1String(kSerbianColumnMenu));
     ListView1->setSmallIcons({{QStringLiteral("jedan"), platform::icon(QStringLiteral("MarkOne"))},
                               {QStringLiteral("dva"), platform::icon(QStringLiteral("MarkTwo"))}});
     ListView1->installEventFilter(this);

@@ -22,6 +22,7 @@ RequisitionList::RequisitionList(QWidget& window, platform::StatusBar& bar)
     data_->setObjectName(QStringLiteral("Data1"));
     view_->setObjectName(QStringLiteral("ListView1"));
     view_->setAccessibleName(window.windowTitle());
+    view_->columns().setMenuTitle(QLatin1String(kSerbianColumnMenu));
     view_->setSmallIcons({{QStringLiteral("stavka"), platform::icon(QStringLiteral("Item"))},
                           {kTotal, platform::icon(QStringLiteral("Total"))}});
     // A product dropped on the list is dropped on the window.

@@ -33,7 +33,7 @@ void openMenu(ViewColumns& columns, QHeaderView& header, const QPoint& at) {
     auto* menu = new QMenu(&header);
     menu->setObjectName(QStringLiteral("ShowColumns"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->setTitle(QStringLiteral("Show columns"));
+    menu->setTitle(columns.menuTitle());
     menu->addSection(menu->title());
     for (int place = 0; place < columns.count(); ++place) {
         addColumn(*menu, columns, header.logicalIndex(place) + 1);

@@ -36,12 +36,16 @@ class ViewColumns {
     void setPositions(const QList<int>& positions);
     void setIcon(int column, const QString& imageKey);  // from the images; empty: none
     QString icon(int column) const;
+    // What the menu is called that hides columns and brings them out.
+    void setMenuTitle(const QString& title) { menuTitle_ = title; }
+    QString menuTitle() const { return menuTitle_; }
     void setImages(const QHash<QString, QIcon>& images);  // an empty table takes all icons away
 
  private:
     int checked(int column) const;  // from 0; 35600
     ListViewModel& model_;
     QHeaderView& header_;
+    QString menuTitle_ = QStringLiteral("Show columns");
 };
 
 }  // namespace platform

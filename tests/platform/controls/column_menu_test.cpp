@@ -66,6 +66,14 @@ TEST_F(ColumnMenuTest, TicksWhatIsShown) {
     EXPECT_TRUE(entry(menu, "Price && tax")->isChecked());
 }
 
+TEST_F(ColumnMenuTest, SpeaksTheLanguageOfItsWindow) {
+    list.columns().setMenuTitle("Prikazi kolone");
+    QMenu* menu = open();
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->title(), "Prikazi kolone");
+    EXPECT_EQ(menu->actions().first()->text(), "Prikazi kolone");
+}
+
 TEST_F(ColumnMenuTest, StandsInTheOrderOfTheColumnsOnScreen) {
     list.columns().setPosition(3, 1);
     QStringList texts;
