@@ -7,6 +7,7 @@
 #include "catalogue/catalogue_switch.h"
 #include "common/modMain.h"
 #include "common/window_helpers.h"
+#include "platform/controls/dressing.h"
 #include "platform/controls/pictures.h"
 #include "platform/controls/status_bar.h"
 
@@ -94,7 +95,9 @@ void CatalogueStatus::showCaption(const QString& caption, const QString& iconKey
     caption_->setAccessibleName(caption.trimmed());
     const QString drawing =
         iconKey == QLatin1String("type") ? QStringLiteral("Type") : QStringLiteral("Zoom");
-    captionIcon_->setPixmap(platform::icon(drawing).pixmap(kIconSize));
+    platform::keepDressed(*captionIcon_, [this, drawing] {
+        captionIcon_->setPixmap(platform::icon(drawing).pixmap(kIconSize));
+    });
 }
 
 void CatalogueStatus::beginProgress(qint64 count) {

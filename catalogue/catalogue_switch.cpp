@@ -1,10 +1,12 @@
 #include "catalogue/catalogue_switch.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 
 #include "common/modMain.h"
 #include "common/window_helpers.h"
+#include "platform/controls/dressing.h"
 #include "platform/controls/pictures.h"
 
 namespace {
@@ -26,7 +28,9 @@ CatalogueSwitch::CatalogueSwitch(int index, const Facts& facts, QWidget* parent)
     : QWidget(parent), facts_(facts) {
     setObjectName(arrayName("Picture1", kFirstHolder + index));
     auto* picture = new QLabel(this);
-    picture->setPixmap(platform::icon(QLatin1String(facts.picture)).pixmap(kIconSize));
+    platform::keepDressed(*picture, [picture, name = facts.picture] {
+        picture->setPixmap(platform::icon(QLatin1String(name)).pixmap(kIconSize));
+    });
     label_ = new QLabel(GetResString(facts.label), this);
     label_->setObjectName(arrayName("Label1", index));
     label_->setAccessibleName(label_->text());
@@ -39,16 +43,19 @@ CatalogueSwitch::CatalogueSwitch(int index, const Facts& facts, QWidget* parent)
 }
 
 void CatalogueSwitch::refresh() {
-    const QPalette windows = window()->palette();
-    QPalette colours;
-    if (!on) {
-        colours.setColor(QPalette::WindowText, greyOf(windows));
-    }
-    label_->setPalette(colours);
+    platform::keepDressed(*label_, [this] { showWhetherOn(); });
     const QString tip = GetResString(on ? facts_.tipOn : facts_.tipOff);
     label_->setToolTip(tip);
     setToolTip(tip);
     emit refreshed();
+}
+
+void CatalogueSwitch::showWhetherOn() {
+    QPalette colours;
+    if (!on) {
+        colours.setColor(QPalette::WindowText, greyOf(QApplication::palette(label_)));
+    }
+    label_->setPalette(colours);
 }
 
 void CatalogueSwitch::turn() {

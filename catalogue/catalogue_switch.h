@@ -30,6 +30,8 @@ class CatalogueSwitch : public QWidget {
     void turned();
 
  private:
+    void showWhetherOn();
+
     const Facts& facts_;
     QLabel* label_;
 };

@@ -12,6 +12,7 @@
 #include "documents/ActiveReport2.h"
 #include "documents/frmPrintInvoiceEx_error.h"
 #include "documents/service_view.h"
+#include "platform/controls/dressing.h"
 #include "platform/controls/shades.h"
 
 using print_invoice::guarded;
@@ -21,6 +22,14 @@ using print_invoice::tag;
 namespace {
 
 const QColor kDifferent(255, 0, 0);
+
+void mark(QLabel& label, bool isMarked) {
+    QPalette colours;
+    if (isMarked) {
+        colours.setColor(QPalette::WindowText, platform::readable(kDifferent, QApplication::palette()));
+    }
+    label.setPalette(colours);
+}
 
 constexpr const char* kFieldLabels[] = {
     "&Maticni Broj:", "&Registarski Broj:", "S&ifra Delatnosti:", "&PIB:", "P&DV:",   "Racun Bro&j:",
@@ -125,11 +134,8 @@ void DocumentParties::fieldChanged(int index) {
     if (index >= kCompared) {
         return;
     }
-    QPalette colours;
-    if (differs(index)) {
-        colours.setColor(QPalette::WindowText, platform::readable(kDifferent, QApplication::palette()));
-    }
-    label1_[static_cast<std::size_t>(index)]->setPalette(colours);
+    QLabel* label = label1_[static_cast<std::size_t>(index)];
+    platform::keepDressed(*label, [label, marked = differs(index)] { mark(*label, marked); });
     bool any = false;
     for (int i = 0; i < kCompared; ++i) {
         any = any || differs(i);

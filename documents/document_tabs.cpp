@@ -13,6 +13,7 @@
 #include "documents/document_sum_fields.h"
 #include "documents/frmPrintInvoiceEx_error.h"
 #include "documents/service_view.h"
+#include "platform/controls/dressing.h"
 #include "platform/controls/pictures.h"
 #include "platform/system/trap.h"
 
@@ -63,7 +64,8 @@ QWidget* DocumentTabs::buildNumberRow() {
     row->addStretch(1);
     auto* picture = new QLabel(panel);
     picture->setObjectName(QStringLiteral("Image1"));
-    picture->setPixmap(platform::picture(QStringLiteral("101"), kPictureWidth));
+    platform::keepDressed(
+        *picture, [picture] { picture->setPixmap(platform::picture(QStringLiteral("101"), kPictureWidth)); });
     row->addWidget(picture);
     return panel;
 }

@@ -7,6 +7,7 @@
 #include "common/window_help.h"
 #include "common/window_places.h"
 #include "platform/controls/boxes.h"
+#include "platform/controls/dressing.h"
 #include "platform/controls/pictures.h"
 #include "platform/system/trap.h"
 
@@ -74,7 +75,10 @@ void frmLegend::setUp() {
         if (icon.isNull()) {
             throw platform::RunError(kPictureMissing, QStringLiteral("Invalid picture: ") + name);
         }
-        Image1[i]->setPixmap(icon.pixmap(QSize(kPictureSize, kPictureSize), devicePixelRatioF()));
+        QLabel* shown = Image1[i];
+        platform::keepDressed(*shown, [this, shown, icon] {
+            shown->setPixmap(icon.pixmap(QSize(kPictureSize, kPictureSize), devicePixelRatioF()));
+        });
         Image1[i]->setAccessibleName(name);
         Label1[i]->setText(QString::fromLatin1(kLegend[i].text));
         Label1[i]->setAccessibleName(Label1[i]->text());

@@ -6,6 +6,7 @@
 
 #include "common/modMain.h"
 #include "common/window_helpers.h"
+#include "platform/controls/dressing.h"
 #include "platform/controls/link_label.h"
 #include "platform/system/numbers.h"
 #include "records/field_labels.h"
@@ -34,9 +35,11 @@ QLineEdit* makeForPayment(QWidget& window) {
     field->setFocusPolicy(Qt::NoFocus);
     field->setAlignment(Qt::AlignRight);
     field->setProperty(kTopicProperty, kForPaymentTopic);
-    QPalette still = field->palette();
-    still.setColor(QPalette::Base, still.color(QPalette::Window));
-    field->setPalette(still);
+    platform::keepDressed(*field, [field] {
+        QPalette still;
+        still.setColor(QPalette::Base, still.color(QPalette::Window));
+        field->setPalette(still);
+    });
     return field;
 }
 

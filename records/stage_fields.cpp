@@ -5,18 +5,23 @@
 #include <QPlainTextEdit>
 
 #include "common/modMain.h"
+#include "platform/controls/dressing.h"
 #include "records/entry_fields.h"
 #include "records/main_fields.h"
 
 namespace {
 
 // The paper of a locked field is that of the window, so that nobody wonders why it takes no letter.
-void lockText(QWidget* field, bool locked) {
+void showPaper(QWidget& field, bool locked) {
     QPalette paper;
     if (locked) {
-        paper.setColor(QPalette::Base, field->window()->palette().color(QPalette::Window));
+        paper.setColor(QPalette::Base, paper.color(QPalette::Window));
     }
-    field->setPalette(paper);
+    field.setPalette(paper);
+}
+
+void lockText(QWidget* field, bool locked) {
+    platform::keepDressed(*field, [field, locked] { showPaper(*field, locked); });
     if (auto* line = qobject_cast<QLineEdit*>(field)) {
         line->setReadOnly(locked);
     } else if (auto* lines = qobject_cast<QPlainTextEdit*>(field)) {

@@ -8,6 +8,8 @@
 #include <QTextCursor>
 #include <QTextTable>
 
+#include "platform/controls/dressing.h"
+
 namespace {
 
 constexpr double kMargin = 18;
@@ -52,15 +54,24 @@ void HelpText::showPage(const HelpBook& book, const HelpPage& page) {
     constexpr double kUsualHeight = 16;
     const double enlarged = qMax(1.0, fontMetrics().height() / kUsualHeight);
     const double room = viewport()->width() - 2 * kMargin - style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    anchor_.clear();
     pictures_.clear();
     for (const QString& name : book.picturesShown()) {
         pictures_.insert(name, pictureOf(book.picture(name), enlarged, room, devicePixelRatioF()));
     }
+    // Links and the lines of tables keep the colours that they were made with.
+    platform::keepDressed(*this, [this, page] { fill(page); });
+    moveCursor(QTextCursor::Start);
+}
+
+void HelpText::fill(const HelpPage& page) {
+    const int at = verticalScrollBar()->value();
     document()->setMarkdown(QStringLiteral("# %1\n\n").arg(page.title) + page.plainMarkdown(),
                             QTextDocument::MarkdownDialectGitHub);
     dressHeadings(QStringList{{}} + page.headingAnchors());
     dressTables();
-    moveCursor(QTextCursor::Start);
+    markHeading();
+    verticalScrollBar()->setValue(at);
 }
 
 void HelpText::dressHeadings(const QStringList& anchors) {
@@ -100,15 +111,23 @@ void HelpText::dressTables() {
 }
 
 void HelpText::goTo(const QString& anchor) {
-    setExtraSelections({});
+    anchor_ = anchor;
+    markHeading();
     if (anchor.isEmpty()) {
         verticalScrollBar()->setValue(0);
+    } else {
+        scrollToAnchor(anchor);
+    }
+}
+
+void HelpText::markHeading() {
+    setExtraSelections({});
+    if (anchor_.isEmpty()) {
         return;
     }
-    scrollToAnchor(anchor);
     for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
         const QTextBlock::iterator piece = block.begin();
-        if (!piece.atEnd() && piece.fragment().charFormat().anchorNames().contains(anchor)) {
+        if (!piece.atEnd() && piece.fragment().charFormat().anchorNames().contains(anchor_)) {
             ExtraSelection mark;
             mark.cursor = QTextCursor(block);
             QColor colour = palette().color(QPalette::Highlight);

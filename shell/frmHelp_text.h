@@ -20,8 +20,11 @@ class HelpText : public QTextBrowser {
     QVariant loadResource(int type, const QUrl& name) override;
 
  private:
+    void fill(const HelpPage& page);
+    void markHeading();  // the one that was gone to
     void dressHeadings(const QStringList& anchors);
     void dressTables();
 
+    QString anchor_;  // of that heading; empty: the page's head
     QHash<QString, QImage> pictures_;
 };

@@ -11,6 +11,7 @@
 #include "common/modMain.h"
 #include "common/window_help.h"
 #include "common/window_helpers.h"
+#include "platform/controls/dressing.h"
 #include "platform/controls/pictures.h"
 #include "platform/system/files.h"
 #include "platform/system/trap.h"
@@ -144,10 +145,7 @@ void frmTip::load() {
 
 void frmTip::fill() {
     switches_.load();
-    findChild<QLabel*>(QStringLiteral("Image1"))
-        ->setPixmap(platform::icon(QStringLiteral("Help")).pixmap(kSmallPicture, kSmallPicture));
-    findChild<QLabel*>(QStringLiteral("Picture1"))
-        ->setPixmap(platform::picture(QStringLiteral("10201"), kLargePicture));
+    platform::keepDressed(*this, [this] { showPictures(); });
     setWindowTitle(GetResString(10203));
     setAccessibleName(windowTitle().trimmed());
     findChild<QLabel*>(QStringLiteral("Label1"))->setText(GetResString(10204));
@@ -155,6 +153,13 @@ void frmTip::fill() {
         onFormLoad();
     }
     fillTips();
+}
+
+void frmTip::showPictures() {
+    findChild<QLabel*>(QStringLiteral("Image1"))
+        ->setPixmap(platform::icon(QStringLiteral("Help")).pixmap(kSmallPicture, kSmallPicture));
+    findChild<QLabel*>(QStringLiteral("Picture1"))
+        ->setPixmap(platform::picture(QStringLiteral("10201"), kLargePicture));
 }
 
 void frmTip::fillTips() {

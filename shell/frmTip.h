@@ -51,6 +51,7 @@ class frmTip : public QDialog {
     QPushButton* makeButton(const char* name, int captionId);
     void load();
     void fill();
+    void showPictures();
     void fillTips();
 
     TipSwitches switches_{this};

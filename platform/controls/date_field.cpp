@@ -13,6 +13,7 @@
 #include <QStyleOptionComboBox>
 #include <algorithm>
 
+#include "platform/controls/dressing.h"
 #include "platform/controls/shades.h"
 #include "platform/controls/wheel.h"
 #include "platform/system/dates.h"
@@ -45,6 +46,7 @@ class DateField::Edit : public QDateEdit {
         // The line's own caret, not one that jumps from part to part.
         disconnect(lineEdit(), SIGNAL(cursorPositionChanged(int, int)), this, nullptr);
         connect(lineEdit(), &QLineEdit::textChanged, this, [this] { showWhetherReadable(); });
+        keepDressed(*lineEdit(), [this] { showWhetherReadable(); });
     }
 
     void showWhetherReadable() {

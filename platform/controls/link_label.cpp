@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 
+#include "platform/controls/dressing.h"
 #include "platform/controls/shades.h"
 
 namespace platform {
@@ -23,8 +24,12 @@ void LinkLabel::setHot(bool hot) {
     QFont shown = font();
     shown.setUnderline(hot);
     setFont(shown);
+    keepDressed(*this, [this] { dress(); });
+}
+
+void LinkLabel::dress() {
     QPalette colours;
-    if (hot) {
+    if (hot_) {
         colours.setColor(QPalette::WindowText, readable(QColor(0, 0, 255), QApplication::palette()));
     }
     setPalette(colours);

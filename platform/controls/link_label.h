@@ -26,6 +26,7 @@ class LinkLabel : public QLabel {
 
  private:
     void setHot(bool hot);
+    void dress();
     bool hot_ = false;
 };
 

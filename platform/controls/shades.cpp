@@ -5,10 +5,22 @@
 #include <QPalette>
 #include <algorithm>
 
+#include "platform/controls/dressing.h"
+
 namespace platform {
 namespace {
 
 const QColor kRefusal(200, 64, 47);
+
+void tint(QLineEdit& box, bool refuses) {
+    constexpr double kTint = 0.3;
+    QPalette colours;
+    if (refuses) {
+        const QColor usual = QApplication::palette(&box).color(QPalette::Active, QPalette::Base);
+        colours.setColor(QPalette::Base, mixed(usual, kRefusal, kTint));
+    }
+    box.setPalette(colours);
+}
 
 }  // namespace
 
@@ -34,13 +46,7 @@ QColor readable(const QColor& colour, const QPalette& palette) {
 }
 
 void showNothingFound(QLineEdit& box, const QString& description) {
-    constexpr double kTint = 0.3;
-    QPalette colours;
-    if (!description.isEmpty()) {
-        const QColor usual = QApplication::palette(&box).color(QPalette::Active, QPalette::Base);
-        colours.setColor(QPalette::Base, mixed(usual, kRefusal, kTint));
-    }
-    box.setPalette(colours);
+    keepDressed(box, [&box, refuses = !description.isEmpty()] { tint(box, refuses); });
     box.setAccessibleDescription(description);
 }
 

@@ -7,6 +7,8 @@
 #include <QImage>
 #include <QSet>
 
+#include "support/dark_desktop.h"
+
 namespace {
 
 // How much of the drawing differs from bare ground, in percent.
@@ -117,20 +119,6 @@ TEST(Pictures, ADrawingIsSharpAtAnyScale) {
         drawn("Tarvello", 32).scaled(256, 256, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     EXPECT_NE(large, enlarged);
 }
-
-// A desktop with light letters on a dark ground, as long as it lives.
-class DarkDesktop {
- public:
-    DarkDesktop() : usual_(QApplication::palette()) {
-        QPalette dark(QColor(49, 54, 59), QColor(42, 46, 50));
-        dark.setColor(QPalette::WindowText, QColor(252, 252, 252));
-        QApplication::setPalette(dark);
-    }
-    ~DarkDesktop() { QApplication::setPalette(usual_); }
-
- private:
-    QPalette usual_;
-};
 
 // Dots of a drawing that stand out from the ground, in percent of the whole.
 int seenOn(const QImage& image, const QColor& ground) {
