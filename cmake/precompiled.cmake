@@ -8,8 +8,8 @@ set(PRECOMPILED_QT <QAction> <QApplication> <QCheckBox> <QComboBox> <QDate> <QDi
 set(PRECOMPILED_TESTS <QTemporaryDir> <QTest> <gmock/gmock.h> <gtest/gtest.h>)
 
 target_precompile_headers(tarvello_platform PRIVATE ${PRECOMPILED_STD} ${PRECOMPILED_QT})
-foreach(floor tarvello_common tarvello_data tarvello_catalogue tarvello_documents
-        tarvello_records tarvello_shell)
+foreach(floor tarvello_common tarvello_data tarvello_exchange tarvello_catalogue
+        tarvello_documents tarvello_records tarvello_shell)
   target_precompile_headers(${floor} REUSE_FROM tarvello_platform)
 endforeach()
 

@@ -1,5 +1,6 @@
 #include "data/schema.h"
 
+#include <QFile>
 #include <algorithm>
 #include <cctype>
 #include <charconv>
@@ -9,6 +10,11 @@
 #include <tuple>
 
 #include "platform/dao/dbengine.h"
+
+// See common/string_table.cpp.
+static void keepSchemaLinked() {
+    Q_INIT_RESOURCE(shop);
+}
 
 namespace data {
 namespace {
@@ -227,6 +233,24 @@ class SchemaReader {
 
 Schema readSchema(std::istream& text, const std::string& name) {
     return SchemaReader(text, name).read();
+}
+
+const Schema& shopSchema() {
+    static const Schema schema = [] {
+        keepSchemaLinked();
+        QFile file(QStringLiteral(":/schema.txt"));
+        file.open(QIODevice::ReadOnly);
+        std::istringstream text(file.readAll().toStdString());
+        return readSchema(text, "schema.txt");
+    }();
+    return schema;
+}
+
+dao::TableDef documentNumbers() {
+    dao::TableDef table("DocNumber");
+    table.Append(table.CreateField("PredracunBroj", dao::dbLong));
+    table.Append(table.CreateField("RacunBroj", dao::dbLong));
+    return table;
 }
 
 void createSchema(dao::Database& database, const Schema& schema) {

@@ -33,6 +33,11 @@ struct Schema {
 // query.
 Schema readSchema(std::istream& text, const std::string& name);
 
+// That of data/schema.txt, which every program carries with it.
+const Schema& shopSchema();
+// The table of the documents' last numbers, which comes with the first document.
+dao::TableDef documentNumbers();
+
 // The form of the tables below. Raised with every change of data/schema.txt that an existing shop's file has
 // to follow; raiseForm then knows the way from the form before.
 inline constexpr int kShopForm = 1;

@@ -8,63 +8,11 @@
 #include "platform/dao/open_file.h"
 #include "platform/dao/row_block.h"
 #include "platform/dao/table_definition.h"
-#include "platform/sql/ast.h"
-#include "platform/sql/parser.h"
+#include "platform/dao/table_reader.h"
 #include "platform/text/utf8.h"
 
 namespace dao {
 namespace {
-
-constexpr std::size_t kRowsAtOnce = 2000;
-
-std::vector<Type> typesOf(const sql::TableInfo& table) {
-    std::vector<Type> types;
-    for (const sql::ColumnInfo& column : table.columns) {
-        types.push_back(column.type);
-    }
-    return types;
-}
-
-// The rows of one table, some at a time, in the order of their keys.
-class TableReader {
- public:
-    TableReader(driver::Store& store, const FileCatalog& catalog, const sql::TableInfo& table)
-        : store_(store),
-          select_(store.writer().select(*sql::parse("SELECT * FROM [" + table.name + "]"), catalog, 0)) {
-        store.readAllKeys(table.name, keys_);
-        block_.reset(typesOf(table));
-    }
-
-    std::size_t size() const { return keys_.size(); }
-    const RowBlock& block() const { return block_; }
-    std::int64_t key(std::size_t row) const { return keys_[at_ - block_.rows() + row]; }  // of the block's
-
-    // The next rows are in the block; false where there are none.
-    bool next() {
-        if (at_ >= keys_.size()) {
-            return false;
-        }
-        const std::size_t last = std::min(at_ + kRowsAtOnce, keys_.size()) - 1;
-        block_.clear();
-        const auto statement = store_.cached(select_.fetchRange);
-        const int first = driver::bindParameters(*statement, select_.parameters);
-        statement->bindInteger(first, keys_[at_]);
-        statement->bindInteger(first + 1, keys_[last]);
-        std::vector<std::int64_t> found;
-        if (statement->readRows(block_, 1, &found) != last - at_ + 1) {
-            fail(errCannotOpen);  // rows that its own list of keys names are not there
-        }
-        at_ = last + 1;
-        return true;
-    }
-
- private:
-    driver::Store& store_;
-    sql::WrittenSelect select_;
-    std::vector<std::int64_t> keys_;
-    std::size_t at_ = 0;
-    RowBlock block_;
-};
 
 std::int64_t rowsIn(driver::Store& store, const std::vector<sql::TableInfo>& tables) {
     std::int64_t rows = 0;

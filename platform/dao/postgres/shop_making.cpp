@@ -6,14 +6,18 @@
 namespace dao::postgres {
 namespace {
 
-void dropUnfinished(Connection& server, const Address& address) {
+void dropUnfinished(Connection& server) {
+    server.execute("DROP SCHEMA IF EXISTS shop CASCADE; DROP SCHEMA dao CASCADE");
+}
+
+void replaceUnfinished(Connection& server, const Address& address) {
     if (!server.run("SELECT to_regclass('dao.shop') IS NOT NULL").boolean(0, 0)) {
         return;
     }
     if (server.run("SELECT 1 FROM dao.shop WHERE whole").rows() != 0) {
         fail(errObjectExists, "The database on " + placeText(address) + " already holds a shop.");
     }
-    server.execute("DROP SCHEMA IF EXISTS shop CASCADE; DROP SCHEMA dao CASCADE");
+    dropUnfinished(server);
 }
 
 }  // namespace
@@ -24,7 +28,7 @@ NewShop::NewShop(const Address& address) : link_(Link::to(address)) {
     }
     try {
         Connection& server = link_->connection();
-        dropUnfinished(server, address);
+        replaceUnfinished(server, address);
         server.execute("BEGIN;" + shopScript() + "COMMIT");
         store_ = std::make_unique<ServerStore>(link_, ServerStore::Unfinished{});
     } catch (...) {
@@ -40,6 +44,15 @@ NewShop::~NewShop() {
 
 void NewShop::finish() {
     link_->connection().execute(finishShop());
+}
+
+void NewShop::giveUp() noexcept {
+    try {
+        const QuietErrors quiet;
+        dropUnfinished(link_->connection());
+    } catch (const std::exception&) {
+        // The next one who makes a shop there takes it away.
+    }
 }
 
 }  // namespace dao::postgres

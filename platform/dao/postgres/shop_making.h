@@ -20,6 +20,8 @@ class NewShop {
 
     ServerStore& store() { return *store_; }
     void finish();
+    // Leaves the database as empty as it was, where the server still answers.
+    void giveUp() noexcept;
 
  private:
     std::shared_ptr<Link> link_;

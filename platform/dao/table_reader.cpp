@@ -1,0 +1,49 @@
+#include "platform/dao/table_reader.h"
+
+#include <algorithm>
+
+#include "platform/dao/failure.h"
+#include "platform/sql/ast.h"
+#include "platform/sql/parser.h"
+
+namespace dao {
+namespace {
+
+constexpr std::size_t kRowsAtOnce = 2000;
+
+std::vector<Type> typesOf(const sql::TableInfo& table) {
+    std::vector<Type> types;
+    for (const sql::ColumnInfo& column : table.columns) {
+        types.push_back(column.type);
+    }
+    return types;
+}
+
+}  // namespace
+
+TableReader::TableReader(driver::Store& store, const FileCatalog& catalog, const sql::TableInfo& table)
+    : store_(store),
+      select_(store.writer().select(*sql::parse("SELECT * FROM [" + table.name + "]"), catalog, 0)) {
+    store.readAllKeys(table.name, keys_);
+    block_.reset(typesOf(table));
+}
+
+bool TableReader::next() {
+    if (at_ >= keys_.size()) {
+        return false;
+    }
+    const std::size_t last = std::min(at_ + kRowsAtOnce, keys_.size()) - 1;
+    block_.clear();
+    const auto statement = store_.cached(select_.fetchRange);
+    const int first = driver::bindParameters(*statement, select_.parameters);
+    statement->bindInteger(first, keys_[at_]);
+    statement->bindInteger(first + 1, keys_[last]);
+    std::vector<std::int64_t> found;
+    if (statement->readRows(block_, 1, &found) != last - at_ + 1) {
+        fail(errCannotOpen);
+    }
+    at_ = last + 1;
+    return true;
+}
+
+}  // namespace dao
