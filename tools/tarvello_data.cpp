@@ -22,6 +22,7 @@ int run(int argc, char** argv, Talk& talk) {
     app.fallthrough();
     app.add_flag("-q,--quiet", talk.quiet, "Says nothing but what went wrong.");
     addMove(app, talk);
+    addTakeOver(app, talk);
     try {
         app.parse(argc, argv);
         return 0;

@@ -10,3 +10,4 @@ class App;
 // called. A verb throws what is to be told; where it throws, nothing is changed that the sentence does not
 // name. `talk` outlives the parsing.
 void addMove(CLI::App& app, Talk& talk);
+void addTakeOver(CLI::App& app, Talk& talk);

@@ -1,0 +1,579 @@
+#include "exchange/mending.h"
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "data/schema.h"
+#include "exchange/new_shop.h"
+#include "exchange/old_format.h"
+#include "platform/dao/error.h"
+#include "platform/dao/names.h"
+#include "platform/text/order.h"
+
+namespace exchange {
+namespace {
+
+using dao::FieldDef;
+using dao::TableDef;
+using dao::Value;
+
+constexpr double kEmptyDate = 1.0;
+// The first day of the year 100 and the last one of the year 9999: no date lies outside.
+constexpr double kFirstDay = -657434.0;
+constexpr double kBehindLastDay = 2958466.0;
+
+bool isText(const FieldDef& field) {
+    return field.Type == dao::dbText || field.Type == dao::dbMemo;
+}
+
+// What a field holds that the old file has not: what the program writes where nothing is typed.
+Value defaultOf(const FieldDef& field) {
+    switch (field.Type) {
+        case dao::dbBoolean:
+            return Value(false);
+        case dao::dbLong:
+            return Value(std::int32_t{0});
+        case dao::dbSingle:
+            return Value(0.0F);
+        case dao::dbCurrency:
+            return Value(dao::Currency());
+        case dao::dbDate:
+            return Value(dao::Date{kEmptyDate});
+        case dao::dbText:
+        case dao::dbMemo:
+            break;
+    }
+    return Value("");
+}
+
+std::size_t bytesOf(std::string_view text, int characters) {
+    std::size_t at = 0;
+    for (; at < text.size(); ++at) {
+        const bool begins = (static_cast<unsigned char>(text[at]) & 0xC0) != 0x80;
+        if (begins && characters-- == 0) {
+            break;
+        }
+    }
+    return at;
+}
+
+// Throws dao::Error for what the field's type cannot hold.
+Value converted(const FieldDef& field, const Value& value) {
+    switch (field.Type) {
+        case dao::dbBoolean:
+            return Value(value.asBool());
+        case dao::dbLong:
+            return Value(value.asLong());
+        case dao::dbSingle:
+            return Value(value.asSingle());
+        case dao::dbCurrency:
+            return Value(value.asCurrency());
+        case dao::dbDate:
+            return Value(value.asDate());
+        case dao::dbText:
+        case dao::dbMemo:
+            break;
+    }
+    return value.type() == dao::Type::Text ? value : Value(value.asText());
+}
+
+bool isPossible(const Value& value) {
+    if (const auto* single = std::get_if<float>(&value.store())) {
+        return std::isfinite(*single);
+    }
+    if (const auto* real = std::get_if<double>(&value.store())) {
+        return std::isfinite(*real);
+    }
+    if (const auto* date = std::get_if<dao::Date>(&value.store())) {
+        return date->days >= kFirstDay && date->days < kBehindLastDay;
+    }
+    return true;
+}
+
+// A record that is made for rows that belong to none.
+struct Adopter {
+    const char* table;
+    const char* name;  // told in the remarks
+    std::vector<std::pair<const char*, Value>> fields;
+    const char* numbered;  // the field that gets the number where there is one, behind its text
+};
+
+const std::vector<Adopter>& adopters() {
+    static const std::vector<Adopter> all{
+        {"Customers",
+         "Preuzeto bez klijenta",
+         {{"Surname", "Preuzeto bez klijenta"},
+          {"GivenName", "-"},
+          {"Street", "-"},
+          {"City", "-"},
+          {"ZIP", "-"},
+          {"Country", "-"}},
+         "Surname"},
+        {"Computers", "Preuzeto bez kompjutera", {{"MachineName", "Preuzeto bez kompjutera"}}, "MachineName"},
+        {"Services",
+         "Preuzeto bez usluge",
+         {{"ServiceTypes", "1"}, {"Comments", "Preuzeto bez usluge"}},
+         "Comments"},
+        {"Grupe", "Preuzeto bez grupe", {{"Grupa", "Preuzeto bez grupe"}}, "Grupa"},
+        {"Proizvodjaci",
+         "Preuzeto bez proizvodjaca",
+         {{"Proizvodjac", "Preuzeto bez proizvodjaca"}},
+         "Proizvodjac"},
+    };
+    return all;
+}
+
+// Names that the program lets nobody give twice.
+constexpr std::pair<const char*, const char*> kUniqueNames[]{
+    {"Grupe", "Grupa"}, {"Proizvodjaci", "Proizvodjac"}, {"JM", "Naziv"}};
+
+const FieldDef* counterOf(const TableDef& table) {
+    for (const FieldDef& field : table.Fields()) {
+        if (field.counter) {
+            return &field;
+        }
+    }
+    return nullptr;
+}
+
+// A table on its way from the old shop, and the numbers that its rows have.
+struct Work {
+    MendedTable table;
+    int key = -1;  // which field the table's numbers stand in
+    std::unordered_set<std::int32_t> numbers;
+    std::int32_t highest = 0;
+    std::int32_t forZero = 0;     // the number that the row with the number 0 got
+    std::int32_t collective = 0;  // the record for rows that name none
+};
+
+class Mending {
+ public:
+    explicit Mending(const OldShop& old) : old_(old) {}
+
+    MendedShop mend() {
+        needShop();
+        shop_.notOurs = old_.others;
+        for (const TableDef& definition : NewShop::tables()) {
+            take(definition);
+        }
+        for (const dao::Relation& relation : data::shopSchema().relations) {
+            adopt(relation);
+        }
+        tellNamesTwice();
+        dropProductsTwice();
+        for (Work& work : works_) {
+            shop_.tables.push_back(std::move(work.table));
+        }
+        return std::move(shop_);
+    }
+
+ private:
+    void needShop() const {
+        for (const char* name : {"Customers", "Computers", "Services"}) {
+            if (old_.table(name) == nullptr) {
+                throw OldFileError(std::string("The old database has no table ") + name +
+                                   ": it is no shop's, or damaged. Nothing was taken over.");
+            }
+        }
+    }
+
+    void remark(const std::string& table, const std::string& number, const std::string& what) {
+        shop_.remarks.push_back(table + (number.empty() ? "" : " ") + number + ": " + what);
+    }
+
+    Work* work(std::string_view table) {
+        for (Work& one : works_) {
+            if (dao::sameName(one.table.definition.Name(), table)) {
+                return &one;
+            }
+        }
+        return nullptr;
+    }
+
+    // ----- rows and cells
+
+    void take(const TableDef& definition) {
+        const OldTable* from = old_.table(definition.Name());
+        const bool isNumbers = dao::sameName(definition.Name(), data::documentNumbers().Name());
+        if (from == nullptr && isNumbers) {
+            return;  // it comes with the first document
+        }
+        Work work;
+        work.table.definition = definition;
+        if (const FieldDef* counter = counterOf(definition)) {
+            work.key = work.table.indexOf(counter->Name);
+        }
+        if (from == nullptr) {
+            shop_.notThere.push_back("the table " + definition.Name() + "; it stays empty");
+        } else {
+            takeRows(work, *from);
+            giveNumbers(work);
+        }
+        if (isNumbers) {
+            keepOneRow(work);
+        }
+        works_.push_back(std::move(work));
+    }
+
+    // Which column of the old table each field stands in; -1: none.
+    std::vector<int> columnsFor(const TableDef& definition, const OldTable& from) {
+        std::vector<int> columns;
+        std::set<int> taken;
+        for (const FieldDef& field : definition.Fields()) {
+            int column = from.indexOf(field.Name);
+            if (column >= 0 && from.columns[static_cast<std::size_t>(column)].type == dao::Type::Null) {
+                column = -1;
+            }
+            if (column < 0) {
+                shop_.notThere.push_back("the field " + definition.Name() + "." + field.Name +
+                                         "; it gets what an empty entry gives");
+            }
+            taken.insert(column);
+            columns.push_back(column);
+        }
+        for (std::size_t i = 0; i < from.columns.size(); ++i) {
+            if (taken.count(static_cast<int>(i)) == 0) {
+                shop_.notOurs.push_back("the field " + from.name + "." + from.columns[i].name);
+            }
+        }
+        return columns;
+    }
+
+    void takeRows(Work& work, const OldTable& from) {
+        MendedTable& table = work.table;
+        const std::vector<int> columns = columnsFor(table.definition, from);
+        table.found = static_cast<std::int64_t>(from.rows.rows());
+        if (from.toldRows != table.found) {
+            remark(table.definition.Name(), {},
+                   "the old table tells of " + std::to_string(from.toldRows) + " rows, and " +
+                       std::to_string(table.found) + " were found");
+        }
+        for (std::size_t row = 0; row < from.rows.rows(); ++row) {
+            if (const auto bad = from.badRows.find(row); bad != from.badRows.end()) {
+                leaveBadRow(work, row, bad->second);
+                continue;
+            }
+            std::vector<Value> values;
+            const std::string number = numberOf(work, from, columns, row);
+            for (std::size_t field = 0; field < columns.size(); ++field) {
+                values.push_back(cell(table.definition, field, from, row, columns[field], number));
+            }
+            table.rows.push_back(std::move(values));
+            table.places.push_back(static_cast<std::int64_t>(row));
+        }
+    }
+
+    // How a remark calls a row: by its number, or by its place where it has none.
+    static std::string numberOf(const Work& work, const OldTable& from, const std::vector<int>& columns,
+                                std::size_t row) {
+        const int column = work.key < 0 ? -1 : columns[static_cast<std::size_t>(work.key)];
+        if (column >= 0 && !from.rows.isUnread(row, static_cast<std::size_t>(column))) {
+            Value value;
+            from.rows.get(row, static_cast<std::size_t>(column), value);
+            if (!value.isNull()) {
+                return value.asText();
+            }
+        }
+        return "(row " + std::to_string(row + 1) + ")";
+    }
+
+    // Services count the kinds of work by their places: none may move up.
+    void leaveBadRow(Work& work, std::size_t row, const std::string& place) {
+        const std::string& name = work.table.definition.Name();
+        const std::string number = "(row " + std::to_string(row + 1) + ")";
+        if (name != "ServiceTypes") {
+            remark(name, number, "cannot be read (" + place + "); left out");
+            ++work.table.left;
+            return;
+        }
+        remark(name, number, "cannot be read (" + place + "); 'Preuzeto: necitljivo' stands in its place");
+        work.table.rows.push_back({Value("Preuzeto: necitljivo")});
+        work.table.places.push_back(-1);
+        ++work.table.left;
+    }
+
+    Value cell(const TableDef& definition, std::size_t index, const OldTable& from, std::size_t row,
+               int column, const std::string& number) {
+        const FieldDef& field = definition.Fields()[index];
+        if (column < 0) {
+            return defaultOf(field);
+        }
+        const auto at = static_cast<std::size_t>(column);
+        const auto tell = [&](const std::string& what) {
+            remark(definition.Name(), number, "the field " + field.Name + " " + what);
+        };
+        if (from.rows.isUnread(row, at)) {
+            tell("cannot be read; left empty");
+            return {};
+        }
+        if (from.unsoundTexts.count({row, at}) != 0) {
+            tell("holds letters that are none; a mark stands in their place");
+        }
+        Value old;
+        from.rows.get(row, at, old);
+        if (old.isNull()) {
+            return {};
+        }
+        return fitting(field, old, tell);
+    }
+
+    template <typename Tell>
+    static Value fitting(const FieldDef& field, const Value& old, const Tell& tell) {
+        Value value;
+        try {
+            value = converted(field, old);
+        } catch (const dao::Error&) {
+            tell("holds what it cannot: " + old.asText() + "; left empty");
+            return {};
+        }
+        if (!isPossible(old) || !isPossible(value)) {
+            tell("holds no " + std::string(field.Type == dao::dbDate ? "date" : "number") + "; left empty");
+            return {};
+        }
+        if (isText(field) && field.Size > 0) {
+            const std::string& text = value.textRef();
+            const std::size_t fits = bytesOf(text, field.Size);
+            if (fits < text.size()) {
+                tell("is too long and was cut to " + std::to_string(field.Size) +
+                     " characters; the whole of it: " + text);
+                return Value(text.substr(0, fits));
+            }
+        }
+        return value;
+    }
+
+    // ----- numbers
+
+    static const Value& keyOf(const Work& work, std::size_t row) {
+        return work.table.rows[row][static_cast<std::size_t>(work.key)];
+    }
+
+    void giveNumbers(Work& work) {
+        if (work.key < 0) {
+            return;
+        }
+        for (std::size_t row = 0; row < work.table.rows.size(); ++row) {
+            const Value& key = keyOf(work, row);
+            work.highest = std::max(work.highest, key.isNull() ? 0 : key.asLong());
+        }
+        for (std::size_t row = 0; row < work.table.rows.size(); ++row) {
+            const Value key = keyOf(work, row);
+            const std::int32_t number = key.isNull() ? 0 : key.asLong();
+            if (number != 0 && work.numbers.insert(number).second) {
+                continue;
+            }
+            const std::int32_t fresh = freshNumber(work);
+            work.table.rows[row][static_cast<std::size_t>(work.key)] = Value(fresh);
+            const bool first = number == 0 && !key.isNull() && work.forZero == 0;
+            work.forZero = first ? fresh : work.forZero;
+            const char* what = key.isNull()  ? "has no number"
+                               : number == 0 ? "no number of a record"
+                                             : "stands twice";
+            remark(work.table.definition.Name(),
+                   key.isNull() ? "(row " + std::to_string(work.table.places[row] + 1) + ")"
+                                : std::to_string(number),
+                   std::string(what) + "; this one got the number " + std::to_string(fresh));
+        }
+    }
+
+    static std::int32_t freshNumber(Work& work) {
+        if (work.highest == INT32_MAX) {
+            throw OldFileError("The old database has given all numbers of the table " +
+                               work.table.definition.Name() + ". Nothing was taken over.");
+        }
+        work.numbers.insert(++work.highest);
+        return work.highest;
+    }
+
+    void keepOneRow(Work& work) {
+        MendedTable& table = work.table;
+        for (std::size_t row = 1; row < table.rows.size(); ++row) {
+            remark(table.definition.Name(), "(row " + std::to_string(row + 1) + ")",
+                   "one row tells the last numbers; left out: " + wordsOf(table, row));
+            ++table.left;
+        }
+        if (table.rows.size() > 1) {
+            table.rows.resize(1);
+            table.places.resize(1);
+        }
+        for (auto& row : table.rows) {
+            for (Value& value : row) {
+                value = value.isNull() ? Value(std::int32_t{0}) : value;
+            }
+        }
+    }
+
+    static std::string wordsOf(const MendedTable& table, std::size_t row) {
+        std::string words;
+        for (std::size_t i = 0; i < table.rows[row].size(); ++i) {
+            words += (i == 0 ? "" : ", ") + table.definition.Fields()[i].Name + " " +
+                     (table.rows[row][i].isNull() ? "-" : table.rows[row][i].asText());
+        }
+        return words;
+    }
+
+    // ----- rows that belong to none
+
+    void adopt(const dao::Relation& relation) {
+        Work& parents = *work(relation.table);
+        Work& children = *work(relation.foreignTable);
+        const auto field = static_cast<std::size_t>(children.table.indexOf(relation.foreignField));
+        for (std::size_t row = 0; row < children.table.rows.size(); ++row) {
+            Value& link = children.table.rows[row][field];
+            const std::int32_t number = link.isNull() ? 0 : link.asLong();
+            if (number == 0 && !link.isNull() && parents.forZero != 0) {
+                link = Value(parents.forZero);
+            } else if (number == 0 || parents.numbers.count(number) == 0) {
+                const std::int32_t adopter = adopterFor(parents, number);
+                remark(relation.foreignTable, nameOf(children, row),
+                       adoptionWords(relation, number, adopter));
+                link = Value(adopter);
+            }
+        }
+    }
+
+    static std::string nameOf(const Work& work, std::size_t row) {
+        return work.key >= 0 ? keyOf(work, row).asText()
+                             : "(row " + std::to_string(work.table.places[row] + 1) + ")";
+    }
+
+    static std::string adoptionWords(const dao::Relation& relation, std::int32_t number,
+                                     std::int32_t adopter) {
+        const std::string missing =
+            number == 0 ? "belongs to no record of " + relation.table
+                        : "its record " + std::to_string(number) + " of " + relation.table + " is gone";
+        return missing + "; put under '" + nameFor(relation.table, number) + "', " + relation.table + " " +
+               std::to_string(adopter);
+    }
+
+    static const Adopter& adopterOf(const std::string& table) {
+        return *std::find_if(adopters().begin(), adopters().end(),
+                             [&](const Adopter& one) { return table == one.table; });
+    }
+
+    static std::string nameFor(const std::string& table, std::int32_t number) {
+        const std::string name = adopterOf(table).name;
+        return number == 0 ? name : name + " " + std::to_string(number);
+    }
+
+    // Made under the number that the rows name, so that those of one owner stay together; one for all that
+    // name none.
+    std::int32_t adopterFor(Work& parents, std::int32_t number) {
+        if (number == 0 && parents.collective != 0) {
+            return parents.collective;
+        }
+        const std::int32_t made = number == 0 ? freshNumber(parents) : number;
+        parents.numbers.insert(made);
+        parents.highest = std::max(parents.highest, made);
+        parents.collective = number == 0 ? made : parents.collective;
+        makeAdopter(parents, made, nameFor(parents.table.definition.Name(), number));
+        return made;
+    }
+
+    void makeAdopter(Work& parents, std::int32_t number, const std::string& name) {
+        MendedTable& table = parents.table;
+        const Adopter& adopter = adopterOf(table.definition.Name());
+        std::vector<Value> row;
+        for (const FieldDef& field : table.definition.Fields()) {
+            row.push_back(isText(field) ? Value() : defaultOf(field));
+        }
+        for (const auto& [field, value] : adopter.fields) {
+            row[static_cast<std::size_t>(table.indexOf(field))] = value;
+        }
+        row[static_cast<std::size_t>(table.indexOf(adopter.numbered))] = Value(name);
+        row[static_cast<std::size_t>(parents.key)] = Value(number);
+        for (const dao::Relation& relation : data::shopSchema().relations) {
+            if (dao::sameName(relation.foreignTable, table.definition.Name())) {
+                row[static_cast<std::size_t>(table.indexOf(relation.foreignField))] =
+                    Value(adopterFor(*work(relation.table), 0));
+            }
+        }
+        table.rows.push_back(std::move(row));
+        table.places.push_back(-1);
+    }
+
+    // ----- what stands twice
+
+    void tellNamesTwice() {
+        for (const auto& [name, field] : kUniqueNames) {
+            Work& table = *work(name);
+            renameTwins(table, static_cast<std::size_t>(table.table.indexOf(field)));
+        }
+    }
+
+    struct Sooner {
+        bool operator()(const std::string& a, const std::string& b) const {
+            return alphabet::compare(a, b) < 0;
+        }
+    };
+
+    void renameTwins(Work& work, std::size_t field) {
+        std::set<std::string, Sooner> names;
+        for (const auto& row : work.table.rows) {
+            names.insert(row[field].asText());
+        }
+        std::set<std::string, Sooner> seen;
+        for (std::size_t row = 0; row < work.table.rows.size(); ++row) {
+            const std::string name = work.table.rows[row][field].asText();
+            if (seen.insert(name).second) {
+                continue;
+            }
+            std::string other;
+            for (int count = 2; other.empty() || !names.insert(other).second; ++count) {
+                const std::string ending = " (" + std::to_string(count) + ")";
+                const int room = work.table.definition.Fields()[field].Size - static_cast<int>(ending.size());
+                other = name.substr(0, bytesOf(name, room)) + ending;
+            }
+            work.table.rows[row][field] = Value(other);
+            remark(work.table.definition.Name(), nameOf(work, row),
+                   "the name '" + name + "' stands twice; this one is now '" + other + "'");
+        }
+    }
+
+    // A requisition shows a product once for a service.
+    void dropProductsTwice() {
+        Work& drawn = *work("InvoiceData");
+        const auto service = static_cast<std::size_t>(drawn.table.indexOf("ServiceID"));
+        const auto product = static_cast<std::size_t>(drawn.table.indexOf("OpremaID"));
+        std::set<std::pair<std::int32_t, std::string>> seen;
+        MendedTable kept;
+        for (std::size_t row = 0; row < drawn.table.rows.size(); ++row) {
+            auto& values = drawn.table.rows[row];
+            if (!seen.emplace(values[service].asLong(), values[product].asText()).second) {
+                remark("InvoiceData", nameOf(drawn, row),
+                       "stands twice for one service and product; left out: " + wordsOf(drawn.table, row));
+                ++drawn.table.left;
+                continue;
+            }
+            kept.rows.push_back(std::move(values));
+            kept.places.push_back(drawn.table.places[row]);
+        }
+        drawn.table.rows = std::move(kept.rows);
+        drawn.table.places = std::move(kept.places);
+    }
+
+    const OldShop& old_;
+    MendedShop shop_;
+    std::vector<Work> works_;
+};
+
+}  // namespace
+
+int MendedTable::indexOf(std::string_view field) const {
+    const auto& fields = definition.Fields();
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        if (dao::sameName(fields[i].Name, field)) {
+            return static_cast<int>(i);
+        }
+    }
+    return -1;
+}
+
+MendedShop mend(const OldShop& old) {
+    return Mending(old).mend();
+}
+
+}  // namespace exchange
