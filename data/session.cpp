@@ -251,7 +251,6 @@ bool backUpServer(const QString& path, const BackupWatch& watch, QString& errorT
 
 // ----- the work queries
 
-constexpr std::array<const char*, 3> kWorkQueries{"QDCustomers", "QDComputers", "QDServices"};
 constexpr std::array<const char*, 3> kWorkTables{"Customers", "Computers", "Services"};
 
 std::string workQueryName(std::size_t which, int suffix) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <array>
 #include <cstdint>
 #include <functional>
 
@@ -27,6 +28,8 @@ bool BackupDatabase(QString& errorText, const BackupWatch& watch = {});
 namespace dao {
 class Database;
 }
+// The names of a running copy's three stored queries, before its number.
+inline constexpr std::array<const char*, 3> kWorkQueries{"QDCustomers", "QDComputers", "QDServices"};
 // Gives this running copy its three stored queries (reset or created) and returns their number, QuerySuffix:
 // one that no other running copy has, and the same again when this copy reopens the file. Throws dao::Error:
 // the first failure, after trying all three.

@@ -8,6 +8,8 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 
+#include "data/schema.h"
+#include "platform/dao/dbengine.h"
 #include "tools/verbs/verbs.h"
 
 namespace {
@@ -21,8 +23,9 @@ int run(int argc, char** argv, Talk& talk) {
     app.require_subcommand(1);
     app.fallthrough();
     app.add_flag("-q,--quiet", talk.quiet, "Says nothing but what went wrong.");
-    addMove(app, talk);
-    addTakeOver(app, talk);
+    for (const auto addVerb : {addTakeOver, addMove, addCopy, addCheck, addRepair, addCompact, addQueries}) {
+        addVerb(app, talk);
+    }
     try {
         app.parse(argc, argv);
         return 0;
@@ -35,6 +38,7 @@ int run(int argc, char** argv, Talk& talk) {
 
 int main(int argc, char** argv) {
     Talk talk;
+    dao::DBEngine::setKnownForm(data::kShopForm);
     try {
         return run(argc, argv, talk);
     } catch (const std::exception& error) {

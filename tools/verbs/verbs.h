@@ -11,3 +11,8 @@ class App;
 // name. `talk` outlives the parsing.
 void addMove(CLI::App& app, Talk& talk);
 void addTakeOver(CLI::App& app, Talk& talk);
+void addCopy(CLI::App& app, Talk& talk);
+void addCheck(CLI::App& app, Talk& talk);
+void addRepair(CLI::App& app, Talk& talk);
+void addCompact(CLI::App& app, Talk& talk);
+void addQueries(CLI::App& app, Talk& talk);
