@@ -2,9 +2,9 @@
 #include <memory>
 
 #include "data/session.h"
+#include "exchange/unfinished.h"
 #include "platform/dao/dao.h"
 #include "platform/dao/moving.h"
-#include "tools/verbs/new_place.h"
 #include "tools/verbs/verbs.h"
 
 namespace {
@@ -14,7 +14,7 @@ struct Copy {
     std::string to;
 
     void run(Talk& talk) const {
-        needNothingAt(to);
+        exchange::needNothingAt(to);
         const std::string connect = connectText().toStdString();
         // Let in before: the engine proves what it copies of a shop that it has the password of.
         dao::DBEngine::OpenDatabase(from, false, true, connect).Close();

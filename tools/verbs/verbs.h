@@ -16,3 +16,5 @@ void addCheck(CLI::App& app, Talk& talk);
 void addRepair(CLI::App& app, Talk& talk);
 void addCompact(CLI::App& app, Talk& talk);
 void addQueries(CLI::App& app, Talk& talk);
+void addExport(CLI::App& app, Talk& talk);
+void addImport(CLI::App& app, Talk& talk);
