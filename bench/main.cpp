@@ -25,8 +25,8 @@ namespace fs = std::filesystem;
 
 std::vector<Measure> allMeasures() {
     std::vector<Measure> all = engineMeasures();
-    for (const auto& more :
-         {windowMeasures(), filterMeasures(), reportMeasures(), catalogueMeasures(), paperMeasures()}) {
+    for (const auto& more : {windowMeasures(), filterMeasures(), reportMeasures(), catalogueMeasures(),
+                             paperMeasures(), backupMeasures()}) {
         all.insert(all.end(), more.begin(), more.end());
     }
     return all;
@@ -44,6 +44,11 @@ void print(const Measure& measure, const Figures& figures) {
     if (!measure.plain) {
         std::printf("| %s | %s | - | - | - | %d |\n", name, milliseconds(figures.ours).c_str(),
                     measure.pairs);
+        return;
+    }
+    if (measure.target == 0) {
+        std::printf("| %s | %s | %s | %.2f | - | %d |\n", name, milliseconds(figures.ours).c_str(),
+                    milliseconds(figures.plain).c_str(), figures.ratio, measure.pairs);
         return;
     }
     const char* const mark = figures.ratio > measure.target ? "**" : "";

@@ -51,3 +51,4 @@ std::vector<Measure> filterMeasures();
 std::vector<Measure> reportMeasures();
 std::vector<Measure> catalogueMeasures();
 std::vector<Measure> paperMeasures();
+std::vector<Measure> backupMeasures();
