@@ -128,6 +128,21 @@ TEST_F(EndFromOutside, TheDesktopsLogOutClosesItToo) {
     expectNothingWritten();
 }
 
+// Asked by the session manager to commit its data, it neither asks back nor saves.
+TEST_F(EndFromOutside, TheSessionManagersQuestionAtALogOutClosesIt) {
+    ASSERT_TRUE(startUntil("commit-typing")) << said.toStdString();
+    expectClosed();
+    expectLeftInOrder();
+    expectNothingWritten();
+}
+
+TEST_F(EndFromOutside, TheSessionManagersQuestionCancelsWhatIsOpen) {
+    ASSERT_TRUE(startUntil("commit-editor")) << said.toStdString();
+    expectClosed();
+    expectLeftInOrder();
+    expectNothingWritten();
+}
+
 // Before there is a window, the questions of the start are all there is to end.
 TEST_F(EndFromOutside, AQuestionOfTheStartEndsWithTheProgram) {
     ASSERT_TRUE(QFile::remove(path("Tarvello.hlp")));

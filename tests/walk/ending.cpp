@@ -3,7 +3,9 @@
 #include <QApplication>
 #include <QEvent>
 #include <QMessageBox>
+#include <QSessionManager>
 #include <cstdio>
+#include <cstdlib>
 
 #include "walker.h"
 
@@ -61,15 +63,26 @@ void typeQuantity(Walker& walker) {
     walker.type("Text1(0)", "1");
 }
 
+// What the session manager asks first when the person logs out; the toolkit's part of it belongs to the
+// application, and hands the question on.
+void askToCommit() {
+    auto* session = qApp->findChild<QSessionManager*>();
+    if (session == nullptr) {
+        std::puts("no session");
+        std::_Exit(1);
+    }
+    emit qApp->commitDataRequest(*session);
+}
+
 }  // namespace
 
 void walkToAnEnd(Walker& walker, const QString& where) {
     walker.station(where);
-    if (where == QLatin1String("typing")) {
+    if (where == QLatin1String("typing") || where == QLatin1String("commit-typing")) {
         typeClient(walker);
     } else if (where == QLatin1String("box") || where == QLatin1String("logout")) {
         openBox(walker);
-    } else if (where == QLatin1String("editor")) {
+    } else if (where == QLatin1String("editor") || where == QLatin1String("commit-editor")) {
         typeService(walker);
     } else if (where == QLatin1String("quantity")) {
         typeQuantity(walker);
@@ -83,6 +96,8 @@ void walkToAnEnd(Walker& walker, const QString& where) {
         std::fflush(stdout);
         if (where == QLatin1String("logout")) {  // the desktop's word, as its session manager passes it on
             QCoreApplication::postEvent(qApp, new QEvent(QEvent::Quit));
+        } else if (where.startsWith(QLatin1String("commit"))) {
+            askToCommit();
         }
     });
 }
