@@ -12,6 +12,7 @@
 #include "catalogue/frmJM.h"
 #include "catalogue/frmKonfigInput.h"
 #include "catalogue/frmKonfigPrint.h"
+#include "support/dark_desktop.h"
 
 namespace {
 
@@ -39,6 +40,15 @@ TEST_F(CatalogueLooks, OfTheCatalogue) {
         clickRow(manufacturers(), QStringLiteral("Adler"));
         expectLooks(window(), QStringLiteral("catalogue"));
     });
+}
+
+TEST_F(CatalogueLooks, TheCatalogueTurnsDarkWithTheDesktop) {
+    fillShop();
+    QImage turned, opened;
+    show([&] { turned = pictureInTheDark(*window().StatusBar1); });
+    const DarkDesktop dark;
+    show([&] { opened = pictureOf(*window().StatusBar1); });
+    expectAlike(turned, opened);
 }
 
 TEST_F(CatalogueLooks, OfTheQuantityOfADraw) {

@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 #include <QTextBrowser>
 #include <QTimer>
@@ -13,6 +14,7 @@
 #include "shell/frmOptions.h"
 #include "shell/frmSplash.h"
 #include "shell/frmTip.h"
+#include "support/dark_desktop.h"
 #include "support/fixture.h"
 #include "support/modal.h"
 #include "support/places.h"
@@ -65,6 +67,39 @@ TEST_F(ShellLooks, OfAPageOfTheHelp) {
     const auto* text = window.findChild<QTextBrowser*>();
     ASSERT_NE(text, nullptr);
     expectLooks(*text->document(), QStringLiteral("help_page"));
+}
+
+TEST_F(ShellLooks, TheHelpTurnsDarkWithTheDesktopAndStaysWhereItIs) {
+    const auto open = [](frmHelp& window) {
+        QString errorText;
+        ASSERT_TRUE(
+            window.open(QLatin1String(tests::kDeliveredFolder) + QStringLiteral("/Tarvello.hlp"), errorText));
+        window.show();
+        window.showContext(701);
+    };
+    frmHelp before;
+    open(before);
+    auto* text = before.findChild<QTextBrowser*>();
+    const int at = text->verticalScrollBar()->value();
+    EXPECT_GT(at, 0);
+    const DarkDesktop dark;
+    EXPECT_EQ(text->verticalScrollBar()->value(), at);
+    frmHelp later;
+    open(later);
+    expectAlike(pictureOf(*text->viewport()), pictureOf(*later.findChild<QTextBrowser*>()->viewport()));
+}
+
+TEST_F(ShellLooks, ATipTurnsDarkWithTheDesktop) {
+    frmTip before;
+    before.Display();
+    const DarkDesktop dark;
+    frmTip later;
+    later.Display();
+    for (const char* name : {"Image1", "Picture1"}) {
+        EXPECT_EQ(before.findChild<QLabel*>(name)->pixmap().toImage(),
+                  later.findChild<QLabel*>(name)->pixmap().toImage())
+            << name;
+    }
 }
 
 TEST_F(ShellLooks, OfTheSplash) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <QApplication>
 #include <QImage>
 #include <QPalette>
@@ -22,12 +24,12 @@ class DarkDesktop {
     DarkDesktop& operator=(const DarkDesktop&) = delete;
 
  private:
-    // Outside its event loop the toolkit changes the colours and tells nobody.
+    // Outside its event loop the toolkit changes the colours and tells no window.
     static void goOver(const QPalette& colours) {
         QApplication::setPalette(colours);
-        for (QWidget* widget : QApplication::allWidgets()) {
-            QEvent changed(QEvent::PaletteChange);
-            QApplication::sendEvent(widget, &changed);
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            QEvent changed(QEvent::ApplicationPaletteChange);
+            QApplication::sendEvent(window, &changed);
         }
     }
 
@@ -35,7 +37,23 @@ class DarkDesktop {
 };
 
 inline QImage pictureOf(QWidget& window) {
+    QApplication::processEvents();  // layouts that still wait
     return window.grab().toImage();
+}
+
+// Where two pictures differ is told by the rectangle around it.
+inline void expectAlike(const QImage& turned, const QImage& opened) {
+    ASSERT_EQ(turned.size(), opened.size());
+    QRect differing;
+    for (int y = 0; y < turned.height(); ++y) {
+        for (int x = 0; x < turned.width(); ++x) {
+            if (turned.pixel(x, y) != opened.pixel(x, y)) {
+                differing |= QRect(x, y, 1, 1);
+            }
+        }
+    }
+    EXPECT_TRUE(differing.isNull()) << "from " << differing.left() << ", " << differing.top() << " to "
+                                    << differing.right() << ", " << differing.bottom();
 }
 
 inline QImage pictureInTheDark(QWidget& window) {

@@ -59,7 +59,9 @@ TEST(Dressing, ColoursOfTheWidgetAloneAreNoneOfTheDesktops) {
         own.setColor(QPalette::Base, times % 2 == 0 ? Qt::red : Qt::green);
         widget.setPalette(own);
     });
-    widget.setPalette(QPalette(Qt::blue));
+    QPalette other;
+    other.setColor(QPalette::Base, Qt::blue);
+    widget.setPalette(other);
     EXPECT_EQ(times, 1);
     const DarkDesktop dark;
     EXPECT_EQ(times, 2) << "nor do they call for another dressing";
