@@ -579,6 +579,7 @@ TEST_F(RequisitionList, TheQuantityThatStartsWithoutAWidthIsBroughtOutInTheHeade
         QApplication::sendEvent(header, &asked);
         auto* menu = list().findChild<QMenu*>("ShowColumns");
         ASSERT_NE(menu, nullptr);
+        EXPECT_EQ(menu->title(), "Prikazi kolone");
         for (QAction* action : menu->actions()) {
             if (action->text() == "Trebovano") {
                 QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());

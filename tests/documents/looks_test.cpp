@@ -11,6 +11,7 @@
 #include "documents/document_window.h"
 #include "documents/frmTrebovanjeError.h"
 #include "documents/requisition_window.h"
+#include "support/dark_desktop.h"
 
 namespace {
 
@@ -41,6 +42,15 @@ TEST_F(DocumentLooks, OfTheDocumentsWindow) {
     proForma([&] { expectLooks(window(), QStringLiteral("document_pro_forma")); });
     closeWindow();
     invoice([&] { expectLooks(window(), QStringLiteral("document_invoice")); });
+}
+
+TEST_F(DocumentLooks, TheDocumentsWindowTurnsDarkWithTheDesktop) {
+    QImage turned, opened;
+    proForma([&] { turned = pictureInTheDark(window()); });
+    closeWindow();
+    const DarkDesktop dark;
+    proForma([&] { opened = pictureOf(window()); });
+    expectAlike(turned, opened);
 }
 
 TEST(PaperLooks, OfTheDocumentsDesign) {
