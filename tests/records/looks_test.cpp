@@ -6,6 +6,7 @@
 #include "records/frmReportOptions.h"
 #include "records/main_window.h"
 #include "records/service_editor.h"
+#include "support/dark_desktop.h"
 #include "support/modal.h"
 
 namespace {
@@ -43,6 +44,46 @@ TEST_F(Looks, OfTheReportsOptions) {
                                   expectLooks(options, QStringLiteral("report_options"));
                                   options.reject();
                               });
+}
+
+TEST_F(Looks, LockedFieldsHaveTheWindowsPaperWhenTheDesktopTurnsDark) {
+    start();
+    const QWidget* field = win().controls.Text1[0];
+    EXPECT_EQ(field->palette().color(QPalette::Base), win().palette().color(QPalette::Window))
+        << "locked, as there is no client";
+    const DarkDesktop dark;
+    EXPECT_EQ(field->palette().color(QPalette::Base), QColor(42, 46, 50));
+}
+
+// Whoever has a window open while the desktop turns dark sees what somebody sees who opens it then.
+TEST_F(Looks, TheLegendTurnsDarkWithTheDesktop) {
+    start();
+    QImage turned, opened;
+    const auto open = [this](const std::function<void(frmLegend&)>& look) {
+        inModal<frmLegend>([this] { win().commands.give(Command::Legend); },
+                           [&](frmLegend& legend) {
+                               look(legend);
+                               legend.close();
+                           });
+    };
+    open([&](frmLegend& legend) { turned = pictureInTheDark(legend); });
+    const DarkDesktop dark;
+    open([&](frmLegend& legend) { opened = pictureOf(legend); });
+    expectAlike(turned, opened);
+}
+
+TEST_F(ServiceEditor, TurnsDarkWithTheDesktop) {
+    QImage turned, opened;
+    add([&] {
+        turned = pictureInTheDark(editor());
+        editor().reject();
+    });
+    const DarkDesktop dark;
+    add([&] {
+        opened = pictureOf(editor());
+        editor().reject();
+    });
+    expectAlike(turned, opened);
 }
 
 TEST_F(ServiceEditor, LooksAsItAlwaysDid) {
