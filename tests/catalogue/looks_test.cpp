@@ -46,6 +46,7 @@ TEST_F(CatalogueLooks, TheCatalogueTurnsDarkWithTheDesktop) {
     fillShop();
     QImage turned, opened;
     show([&] { turned = pictureInTheDark(*window().StatusBar1); });
+    unload();
     const DarkDesktop dark;
     show([&] { opened = pictureOf(*window().StatusBar1); });
     expectAlike(turned, opened);
