@@ -7,6 +7,7 @@
 #include "catalogue/row_search.h"
 #include "catalogue/type_ahead.h"
 #include "catalogue/whole_statement.h"
+#include "common/catalogue_rules.h"
 #include "common/modMain.h"
 #include "common/window_helpers.h"
 #include "platform/controls/data_control.h"
@@ -47,10 +48,6 @@ QString askName(const char* prompt, const char* title, const QString& initial, Q
         question += QStringLiteral("\nKorekcija unosa teksta je ukljucena (a->A).");
     }
     return platform::inputBox(question, latin(title), initial, owner).value_or(QString()).trimmed();
-}
-
-QString cased(const QString& name) {
-    return MakeProperCase ? ConvertCase(name, 0) : name;
 }
 
 }  // namespace
@@ -136,7 +133,7 @@ QString ListCommands::addOne(Trap& step) {
             BoxIcon::Exclamation);
         return {};
     }
-    name = cased(name);
+    name = NameAsKept(name);
     step([&] {
         source.AddNew();
         source.Recordset().Fields(pane_.facts().field) = name.toStdString();
@@ -179,7 +176,7 @@ void ListCommands::edit() {
     if (name.isEmpty()) {
         return;
     }
-    name = cased(name);
+    name = NameAsKept(name);
     Trap step;
     if (isGone(texts_.renameGone, step) || !rename(name, step)) {
         return;

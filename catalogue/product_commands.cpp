@@ -8,13 +8,13 @@
 #include "catalogue/requisition_copies.h"
 #include "catalogue/row_search.h"
 #include "catalogue/whole_statement.h"
+#include "common/catalogue_rules.h"
 #include "common/modMain.h"
 #include "common/window_helpers.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/list_box.h"
 #include "platform/controls/list_view.h"
 #include "platform/dao/dao.h"
-#include "platform/system/numbers.h"
 #include "platform/system/trap.h"
 
 using platform::BoxAnswer;
@@ -24,17 +24,7 @@ using platform::Trap;
 
 namespace {
 
-constexpr int kDivisionByZero = 11;
 const QString kAllProducts = QStringLiteral("SELECT * FROM Oprema");
-
-// The price in euro of a price in dinars, as the shop writes it: to two decimals.
-float euroOf(double dinars) {
-    if (KursKupovni == 0) {
-        throw platform::RunError(kDivisionByZero, QStringLiteral("Division by zero"));
-    }
-    const QString euro = platform::formatGrouped(dinars / static_cast<double>(KursKupovni));
-    return platform::readSingle(euro).value_or(0);
-}
 
 void writeProduct(dao::Recordset& rows, const frmKonfigInput& input, Trap& step) {
     const std::pair<const char*, dao::Value> fields[] = {{"Naziv", input.Naziv.toStdString()},
@@ -196,7 +186,7 @@ void ProductCommands::fillInput(frmKonfigInput& input, const ProductRow& product
     input.Stanje = product.stock();
     step([&] {
         const double shown = product.price().value_or(0);
-        input.Cena = CeneDinarske ? euroOf(shown) : static_cast<float>(shown);
+        input.Cena = CeneDinarske ? EuroOfDinars(shown, KursKupovni) : static_cast<float>(shown);
     });
 }
 

@@ -23,8 +23,8 @@ int run(int argc, char** argv, Talk& talk) {
     app.require_subcommand(1);
     app.fallthrough();
     app.add_flag("-q,--quiet", talk.quiet, "Says nothing but what went wrong.");
-    for (const auto addVerb :
-         {addTakeOver, addMove, addCopy, addCheck, addRepair, addCompact, addQueries, addExport, addImport}) {
+    for (const auto addVerb : {addTakeOver, addMove, addCopy, addCheck, addRepair, addCompact, addQueries,
+                               addExport, addImport, addImportProducts}) {
         addVerb(app, talk);
     }
     try {

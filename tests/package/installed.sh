@@ -14,13 +14,14 @@ fail() {
 (cd "$build" && cpack -B "$place/made") >"$place/cpack.log" || { cat "$place/cpack.log" >&2; exit 1; }
 package=$(echo "$place"/made/*.deb)
 depends=$(dpkg-deb --field "$package" Depends)
-for library in libqt6widgets6 libqt6svg6 libqt6printsupport6 libpq5 libc6; do
+for library in libqt6widgets6 libqt6svg6 libqt6printsupport6 libpq5 libxlsxwriter liborcus libc6; do
     grep -q "$library" <<<"$depends" || fail "the package does not ask for $library: $depends"
 done
 lintian --allow-root --fail-on error,warning "$package" || fail "lintian is not content with the package"
 dpkg-deb --extract "$package" "$place/root"
 for file in bin/tarvello lib/tarvello/Tarvello lib/tarvello/Tarvello.mdb lib/tarvello/Tarvello.hlp \
     lib/tarvello/tipoftheday.txt share/applications/tarvello.desktop share/icons/hicolor/scalable/apps/tarvello.svg \
+    share/bash-completion/completions/tarvello-data \
     bin/tarvello-data share/man/man1/tarvello.1.gz share/man/man1/tarvello-data.1.gz share/doc/tarvello/server.md \
     share/doc/tarvello/copyright share/doc/tarvello/changelog.gz share/metainfo/tarvello.metainfo.xml \
     share/icons/hicolor/{16x16,22x22,24x24,32x32,48x48,64x64,128x128,256x256}/apps/tarvello.png; do
@@ -31,7 +32,12 @@ latest=$(zcat "$place/root/usr/share/doc/tarvello/changelog.gz" | head -n 1)
 grep -q "<release version=\"$version\"" "$place/root/usr/share/metainfo/tarvello.metainfo.xml" ||
     fail "software centres are not told of $version"
 [ -z "$(find "$place/root" -name 'libsqlcipher*')" ] || fail "the record store is linked in, not delivered"
-"$place/root/usr/bin/tarvello-data" move --help >/dev/null || fail "the packaged tarvello-data does not start"
+for verb in check compact copy export import import-products move queries repair; do
+    "$place/root/usr/bin/tarvello-data" "$verb" --help >/dev/null || fail "the packaged tarvello-data knows no $verb"
+done
+delivered=$place/root/usr/lib/tarvello/Tarvello.mdb
+env -u DISPLAY -u WAYLAND_DISPLAY "$place/root/usr/bin/tarvello-data" export "$delivered" "$place/books.xlsx" >/dev/null ||
+    fail "the packaged tarvello-data writes no workbook"
 
 mkdir -p "$place/home" "$place/pictures"
 find "$place/root" -type d -exec chmod a-w {} +

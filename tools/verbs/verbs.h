@@ -18,3 +18,4 @@ void addCompact(CLI::App& app, Talk& talk);
 void addQueries(CLI::App& app, Talk& talk);
 void addExport(CLI::App& app, Talk& talk);
 void addImport(CLI::App& app, Talk& talk);
+void addImportProducts(CLI::App& app, Talk& talk);
