@@ -1,5 +1,6 @@
 #include "platform/report/rows.h"
 
+#include <QHash>
 #include <optional>
 #include <unordered_map>
 
