@@ -157,6 +157,11 @@ bool workAlone(const QString& path, QString& errorText) {
     return true;
 }
 
+OldFileTaker& oldFileTaker() {
+    static OldFileTaker taker;
+    return taker;
+}
+
 // Whatever keeps the file from opening counts as damage here: a repair tells the cases apart soon enough.
 bool proveDatabase(const QString& path, QString& errorText) {
     for (bool repaired = false;; repaired = true) {
@@ -167,6 +172,14 @@ bool proveDatabase(const QString& path, QString& errorText) {
         }
         if (opening.number() == dao::errNewerForm) {
             return fail(errorText, newerDatabaseText());
+        }
+        switch (oldFileTaker() ? oldFileTaker()(path, errorText) : OldFile::None) {
+            case OldFile::None:
+                break;
+            case OldFile::TakenOver:
+                return proveDatabase(path, errorText);
+            case OldFile::Left:
+                return false;
         }
         if (repaired) {
             return fail(errorText, lines(GetResString(1017), GetDAOErrors()));
@@ -312,6 +325,10 @@ QString newerDatabaseText() {
     return QStringLiteral(
         "The database was written by a newer version of Tarvello. Please install that version on this "
         "workstation, too.");
+}
+
+void setOldFileTaker(OldFileTaker taker) {
+    oldFileTaker() = std::move(taker);
 }
 
 bool CheckDatabase(QString& errorText) {

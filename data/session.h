@@ -15,6 +15,13 @@ QString BuildDatabasePassword();
 QString databasePath();  // the setting, or the program folder's file
 QString connectText();   // ";pwd=" and the password
 bool CheckDatabase(QString& errorText);
+// A file in the shop's place that is of the old database format: None where it is not, TakenOver where the
+// shop's own stands there now, Left where it stays and the start ends with errorText.
+enum class OldFile { None, TakenOver, Left };
+// Asked by CheckDatabase where the file does not open, before that counts as damage. The program sets it when
+// it starts; without one a file of the old format is one that does not open.
+using OldFileTaker = std::function<OldFile(const QString& path, QString& errorText)>;
+void setOldFileTaker(OldFileTaker taker);
 // What is said of a file whose opening fails with dao::errNewerForm: nothing about it is to be repaired.
 QString newerDatabaseText();
 bool RepairAndCompactDatabase(QString& errorText, bool withPassword);

@@ -144,6 +144,7 @@ struct Work {
     MendedTable table;
     int key = -1;  // which field the table's numbers stand in
     std::unordered_set<std::int32_t> numbers;
+    std::unordered_set<std::int32_t> adopters;  // those of them that were made here
     std::int32_t highest = 0;
     std::int32_t forZero = 0;     // the number that the row with the number 0 got
     std::int32_t collective = 0;  // the record for rows that name none
@@ -426,7 +427,8 @@ class Mending {
             const std::int32_t number = link.isNull() ? 0 : link.asLong();
             if (number == 0 && !link.isNull() && parents.forZero != 0) {
                 link = Value(parents.forZero);
-            } else if (number == 0 || parents.numbers.count(number) == 0) {
+            } else if (number == 0 || parents.numbers.count(number) == 0 ||
+                       parents.adopters.count(number) != 0) {
                 const std::int32_t adopter = adopterFor(parents, number);
                 remark(relation.foreignTable, nameOf(children, row),
                        adoptionWords(relation, number, adopter));
@@ -465,8 +467,12 @@ class Mending {
         if (number == 0 && parents.collective != 0) {
             return parents.collective;
         }
+        if (parents.adopters.count(number) != 0) {
+            return number;
+        }
         const std::int32_t made = number == 0 ? freshNumber(parents) : number;
         parents.numbers.insert(made);
+        parents.adopters.insert(made);
         parents.highest = std::max(parents.highest, made);
         parents.collective = number == 0 ? made : parents.collective;
         makeAdopter(parents, made, nameFor(parents.table.definition.Name(), number));

@@ -12,8 +12,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/dao/sqlite/companion_files.h"
-
 namespace exchange {
 namespace {
 
@@ -155,12 +153,14 @@ OldFormat oldFormatOf(const std::string& path) {
 }
 
 std::optional<std::string> holderOf(const std::string& path) {
-    const std::string lower = dao::lockFileOf(path);
-    std::string upper = lower;
-    std::transform(upper.end() - 3, upper.end(), upper.end() - 3, [](char c) { return c - 'a' + 'A'; });
-    for (const std::string& lockFile : {lower, upper}) {
-        if (const auto who = holderIn(lockFile)) {
-            return who;
+    std::error_code error;
+    const std::filesystem::path file = std::filesystem::canonical(path, error);
+    for (const std::filesystem::path& one : {std::filesystem::path(path), file}) {
+        for (const char* ending : {".ldb", ".LDB"}) {
+            std::filesystem::path lockFile = one;
+            if (const auto who = holderIn(lockFile.replace_extension(ending).string())) {
+                return who;
+            }
         }
     }
     return std::nullopt;

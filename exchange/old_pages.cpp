@@ -235,10 +235,20 @@ class Reader {
         }
     }
 
+    bool ownsPage(const MdbTableDef* table) const {
+        return numberAt<std::uint32_t>(file_->pg_buf + 4) == table->entry->table_pg;
+    }
+
+    // Some writers list the pages of a table's indexes and long texts with those of its rows.
+    bool hasNoRows(const MdbTableDef* table) const {
+        const int kind = file_->pg_buf[0];
+        return ((kind == MDB_PAGE_INDEX || kind == MDB_PAGE_LEAF) && ownsPage(table)) ||
+               (kind == MDB_PAGE_DATA && std::memcmp(file_->pg_buf + 4, "LVAL", 4) == 0);
+    }
+
     void needPageOf(const MdbTableDef* table, std::uint32_t page) {
         needPage(page);
-        if (file_->pg_buf[0] != MDB_PAGE_DATA ||
-            numberAt<std::uint32_t>(file_->pg_buf + 4) != table->entry->table_pg) {
+        if (!hasNoRows(table) && (file_->pg_buf[0] != MDB_PAGE_DATA || !ownsPage(table))) {
             throw Damage("the page " + std::to_string(page) + " is not one of the table " +
                          std::string(table->name) + ", as it should be");
         }
@@ -255,6 +265,9 @@ class Reader {
 
     void tellPage(MdbTableDef* table, std::uint32_t page) {
         needPageOf(table, page);
+        if (hasNoRows(table)) {
+            return;
+        }
         const int rows = numberAt<std::uint16_t>(file_->pg_buf + file_->fmt->row_count_offset);
         for (int row = 0; row < rows; ++row) {
             const int slot = slotOf(row);

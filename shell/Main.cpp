@@ -10,6 +10,7 @@
 #include "records/frmDetails.h"
 #include "records/frmMain.h"
 #include "shell/frmSplash.h"
+#include "shell/old_shop.h"
 #include "shell/program_windows.h"
 
 namespace {
@@ -51,6 +52,7 @@ std::unique_ptr<frmMain> Main(const std::function<void(frmMain&)>& prepare) {
     splash->show();
     splash->repaint();
 
+    offerToTakeOldShops();
     QString errorText;
     if (!CheckDatabase(errorText)) {
         platform::showBox(

@@ -1,7 +1,7 @@
 # What tarvello-data understands, for the Tab key of bash.
 _tarvello_data() {
     local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} verb= i
-    local verbs="check compact copy export import import-products move queries repair"
+    local verbs="check compact copy export import import-products move queries repair take-over"
     local options="--help --quiet"
     for ((i = 1; i < COMP_CWORD; ++i)); do
         case ${COMP_WORDS[i]} in
