@@ -44,6 +44,21 @@ struct Salvaged {
     std::optional<IndexFacts> facts;  // looked up when they are needed
 };
 
+// The highest number that each table has ever given.
+struct Counters {
+    std::vector<std::pair<std::string, std::int64_t>> known;
+    bool areAll = false;  // a table that is not among them has never given one
+
+    std::optional<std::int64_t> of(const std::string& table) const {
+        for (const auto& [name, number] : known) {
+            if (name == table) {
+                return number;
+            }
+        }
+        return areAll ? std::optional<std::int64_t>(0) : std::nullopt;
+    }
+};
+
 const std::string* textOf(const StoredCell& cell) {
     return std::get_if<std::string>(&cell);
 }
@@ -124,7 +139,6 @@ class Salvage {
     void countLosses();
     std::int64_t lossOf(const Salvaged& table);
     std::int64_t lossByIndex(const Salvaged& table, bool& known);
-    std::int64_t counterOf(const std::string& table) const;
     void createIndexes();
     void carryCounters();
     void countOrphans();
@@ -138,7 +152,7 @@ class Salvage {
     RepairReport report_;
     std::vector<LayoutEntry> schema_;
     std::vector<Salvaged> tables_;
-    std::vector<std::pair<std::string, std::int64_t>> counters_;
+    Counters counters_;
 };
 
 // The first page's own list, completed by what the file tells of itself elsewhere where part of it is lost.
@@ -169,13 +183,14 @@ void Salvage::readSchema() {
 
 void Salvage::carryTable(const LayoutEntry& entry) {
     if (entry.name == kSequence) {
-        reader_.readTable(rootOf(entry), [this](const StoredRow& row) {
+        const auto missing = reader_.readTable(rootOf(entry), [this](const StoredRow& row) {
             const std::string* name = row.cells.size() == 2 ? textOf(row.cells[0]) : nullptr;
             const std::int64_t* number = name != nullptr ? std::get_if<std::int64_t>(&row.cells[1]) : nullptr;
             if (number != nullptr) {
-                counters_.emplace_back(*name, *number);
+                counters_.known.emplace_back(*name, *number);
             }
         });
+        counters_.areAll = missing.empty();
         return;
     }
     if (entry.name != kQueries) {
@@ -266,8 +281,13 @@ bool Salvage::couldBelong(const Salvaged& table, const StoredRow& row) const {
                       });
 }
 
-// Whether a whole index of the table, if it has one, knows the rows.
+// Whether the table has never given such a number, or a whole index of it does not know the rows.
 bool Salvage::isDisowned(Salvaged& table, const std::vector<StoredRow>& rows) {
+    const std::optional<std::int64_t> highest = counters_.of(table.entry.name);
+    if (highest &&
+        std::any_of(rows.begin(), rows.end(), [&](const StoredRow& row) { return row.rowid > *highest; })) {
+        return true;
+    }
     const IndexFacts& facts = factsOf(table);
     return facts.column && std::any_of(rows.begin(), rows.end(), [&](const StoredRow& row) {
                return !facts.entries.contains({row.cells[*facts.column], row.rowid});
@@ -328,15 +348,6 @@ void Salvage::carryStray() {
     }
 }
 
-std::int64_t Salvage::counterOf(const std::string& table) const {
-    for (const auto& [name, number] : counters_) {
-        if (name == table) {
-            return number;
-        }
-    }
-    return 0;
-}
-
 std::int64_t Salvage::lossByIndex(const Salvaged& table, bool& known) {
     known = false;
     for (const LayoutEntry& entry : schema_) {
@@ -362,7 +373,7 @@ std::int64_t Salvage::lossOf(const Salvaged& table) {
     }
     auto lost = static_cast<std::int64_t>(table.missing.rows.size());
     const std::int64_t highest =
-        std::max(counterOf(table.entry.name), table.kept.empty() ? 0 : table.kept.back());
+        std::max(counters_.of(table.entry.name).value_or(0), table.kept.empty() ? 0 : table.kept.back());
     for (const Gap& gap : table.missing.gaps) {
         const std::int64_t after = std::max<std::int64_t>(gap.after, 0);
         const std::int64_t upTo = std::min(gap.upTo, highest);
@@ -411,7 +422,7 @@ void Salvage::createIndexes() {
 }
 
 void Salvage::carryCounters() {
-    for (const auto& [table, number] : counters_) {
+    for (const auto& [table, number] : counters_.known) {
         const bool exists =
             std::any_of(tables_.begin(), tables_.end(),
                         [&, &name = table](const Salvaged& each) { return each.entry.name == name; });

@@ -378,7 +378,13 @@ TEST_F(RandomDamage, LosesNoRowThatWasNotHurtAndInventsNone) {
             self.tell(std::to_string(tryOne(victim)));
             return ::testing::Test::HasFailure() ? 1 : 0;
         });
-        lost += std::strtoull(child.hear().c_str(), nullptr, 10);
+        const std::uint64_t lostHere = std::strtoull(child.hear().c_str(), nullptr, 10);
+        if (lostHere * 100 > rowsIn(content)) {
+            std::printf("%s, file %llu of seed %llu: %llu rows\n", way.c_str(),
+                        static_cast<unsigned long long>(i), static_cast<unsigned long long>(seed),
+                        static_cast<unsigned long long>(lostHere));
+        }
+        lost += lostHere;
         unhurt += rowsIn(content) - std::min(rowsIn(content), rowsAtStake(victim));
         ASSERT_EQ(child.wait(), 0);
     }

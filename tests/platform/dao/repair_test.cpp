@@ -319,6 +319,36 @@ TEST_F(RepairTest, RowsWithoutALeadGoToTheirOwnTableOrNowhere) {
     }
 }
 
+// A number that a table has never given tells, too, that a row is none of its own.
+TEST_F(RepairTest, RowsWithoutALeadAreNotTakenForThoseOfATableThatNeverGaveTheirNumbers) {
+    const std::string twins = folder.file("Counted.mdb");
+    db = DBEngine::CreateDatabase(twins, daotest::kConnect);
+    for (const auto& [name, count] : {std::pair{"Grupe", 800}, std::pair{"Proizvodjaci", 400}}) {
+        TableDef table = db.CreateTableDef(name);
+        table.Append({"ID", dbLong, 0, true});
+        table.Append({"Naziv", dbText, 100});
+        db.TableDefs().Append(table);
+        for (int i = 1; i <= count; ++i) {
+            db.Execute(std::string("INSERT INTO ") + name + " (Naziv) VALUES ('" + name + "')");
+        }
+    }
+    content = read();
+    db.Close();
+    std::vector<char> bytes = daotest::readFile(twins);
+    for (const std::size_t page : pagesThatLead(twins)) {
+        bytes[(page - 1) * kPage + 100] ^= 1;
+    }
+    daotest::writeFile(twins, bytes);
+    DBEngine::RepairDatabase(twins);
+    db = openShop(twins);
+    const Content now = read();
+    expectSubset(now);
+    EXPECT_GE(now.at("Grupe").size(), 400U);
+    EXPECT_EQ(now.at("Proizvodjaci").size(), 0U);
+    EXPECT_EQ(DBEngine::LastRepair().rowsLost, static_cast<std::int64_t>(1200 - rowsIn(now)));
+    db.Close();
+}
+
 // An earlier release copies the rows that tell of the file's tables into a compacted one, where they are
 // wrong.
 TEST_F(RepairTest, WhatIsToldOfAnotherFileIsNotBelieved) {
