@@ -13,11 +13,11 @@
 #include <ixion/model_context.hpp>
 #include <ixion/model_iterator.hpp>
 #include <orcus/orcus_ods.hpp>
-#include <orcus/orcus_xlsx.hpp>
 #include <orcus/spreadsheet/document.hpp>
 #include <orcus/spreadsheet/factory.hpp>
 
 #include "exchange/csv.h"
+#include "exchange/xlsx_sheet.h"
 #include "platform/text/utf8.h"
 
 namespace exchange {
@@ -166,19 +166,19 @@ std::vector<SheetRow> rowsOfModel(const ixion::model_context& model) {
 }
 
 std::vector<SheetRow> rowsOfWorkbook(const QByteArray& bytes, const std::string& path) {
-    // As large as a sheet gets.
-    orcus::spreadsheet::document document({1048576, 16384});
-    orcus::spreadsheet::import_factory factory(document);
     const std::string_view stream(bytes.constData(), static_cast<std::size_t>(bytes.size()));
     const auto* const blob = reinterpret_cast<const unsigned char*>(stream.data());
     try {
-        if (orcus::orcus_xlsx::detect(blob, stream.size())) {
-            orcus::orcus_xlsx(&factory).read_stream(stream);
-        } else if (orcus::orcus_ods::detect(blob, stream.size())) {
-            orcus::orcus_ods(&factory).read_stream(stream);
-        } else {
+        if (isXlsx(stream)) {
+            return xlsxRows(stream);
+        }
+        if (!orcus::orcus_ods::detect(blob, stream.size())) {
             fail(path, "it is no workbook of the kinds .xlsx and .ods.");
         }
+        // As large as a sheet gets.
+        orcus::spreadsheet::document document({1048576, 16384});
+        orcus::spreadsheet::import_factory factory(document);
+        orcus::orcus_ods(&factory).read_stream(stream);
         if (document.get_sheet_count() == 0) {
             fail(path, "the workbook has no sheet.");
         }
