@@ -157,6 +157,7 @@ class Mending {
     MendedShop mend() {
         needShop();
         shop_.notOurs = old_.others;
+        works_.reserve(NewShop::tables().size());  // a table of many rows is not moved about
         for (const TableDef& definition : NewShop::tables()) {
             take(definition);
         }
