@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -52,6 +53,34 @@ void giveName(const std::string& from, const std::string& to) {
     renameFile(from, to);
 }
 
+// The file at `path` under a second name, so that the first is never empty; a disk that knows of no second
+// names has it moved. A try that was killed may have come as far as here. Whether the second name is a new
+// one.
+bool keepBeside(const std::string& path, const std::string& kept) {
+    if (link(path.c_str(), kept.c_str()) == 0) {
+        return true;
+    }
+    const int failure = errno;
+    std::error_code unknown;
+    if (std::filesystem::equivalent(path, kept, unknown)) {
+        return false;
+    }
+    if (failure == EEXIST) {
+        failTaken(kept);
+    }
+    giveName(path, kept);
+    return true;
+}
+
+// For where the file that was kept is wanted in its place after all.
+void putBack(const std::string& kept, const std::string& path) noexcept {
+    if (fileExists(path)) {
+        unlink(kept.c_str());
+    } else {
+        rename(kept.c_str(), path.c_str());
+    }
+}
+
 }  // namespace
 
 class Filling::FileMaking final : public Filling::Making {
@@ -78,14 +107,17 @@ class Filling::FileMaking final : public Filling::Making {
 
     void replace(const std::string& kept) override {
         leave();
-        if (link(target_.c_str(), kept.c_str()) != 0) {
-            if (errno == EEXIST) {
-                failTaken(kept);
+        followRights(fresh_.path(), target_);
+        const bool isNew = keepBeside(target_, kept);
+        try {
+            forgetFormer();
+            renameFile(fresh_.path(), target_);
+        } catch (...) {
+            if (isNew) {
+                putBack(kept, target_);
             }
-            failWithSystemError(errno);
+            throw;
         }
-        forgetFormer();
-        renameFile(fresh_.path(), target_);
     }
 
  private:

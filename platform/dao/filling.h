@@ -26,8 +26,9 @@ class Filling {
     void keep();
     // Under its name, for its user alone. Never over a file: 3012.
     void appear();
-    // A file only. In the place of the one at `target`, which stays beside it as `kept`: 3012 where that name
-    // is taken. The name of the target is never empty meanwhile.
+    // A file only. In the place of the one at `target`, for whoever could use that one, which stays beside it
+    // as `kept`: 3012 where that name is taken by another file. The name of the target is never empty
+    // meanwhile, where the disk knows of second names. Where it fails, the old file is in its place.
     void replace(const std::string& kept);
 
  private:

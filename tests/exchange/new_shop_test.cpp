@@ -151,6 +151,32 @@ TEST_F(NewShopTest, TakesThePlaceOfAFileThatStaysBesideIt) {
     database.Close();
 }
 
+TEST_F(NewShopTest, IsForThoseWhoCouldUseTheFileBefore) {
+    std::ofstream(target()) << "old";
+    std::filesystem::permissions(target(), std::filesystem::perms(0660));
+    NewShop shop(target());
+    fill(shop);
+    shop.replace(path("Nova.old.mdb").toStdString());
+    EXPECT_EQ(std::filesystem::status(target()).permissions(), std::filesystem::perms(0660));
+}
+
+// A kill between keeping the old file and putting the new one there.
+TEST_F(NewShopTest, TakesThePlaceOfAFileThatIsKeptAlready) {
+    std::ofstream(target()) << "old";
+    std::filesystem::create_hard_link(target(), path("Nova.old.mdb").toStdString());
+    {
+        NewShop shop(target());
+        fill(shop);
+        shop.replace(path("Nova.old.mdb").toStdString());
+    }
+    std::string text;
+    std::getline(std::ifstream(path("Nova.old.mdb").toStdString()), text);
+    EXPECT_EQ(text, "old");
+    dao::Database database = open(target());
+    EXPECT_EQ(database.OpenRecordset("Grupe").RecordCount(), 2);
+    database.Close();
+}
+
 TEST_F(NewShopTest, NeverReplacesWhatWasKeptBefore) {
     std::ofstream(target()) << "old";
     std::ofstream(path("Nova.old.mdb").toStdString()) << "older";
