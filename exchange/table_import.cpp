@@ -161,7 +161,7 @@ class ColumnRule {
 
 std::string shortened(const std::string& text) {
     constexpr std::size_t kMost = 40;
-    return text.size() <= kMost ? text : text.substr(0, kMost) + "...";
+    return text.size() <= kMost ? text : text.substr(0, kMost).append("...");
 }
 
 struct AddTo {
