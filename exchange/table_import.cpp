@@ -4,7 +4,7 @@
 #include <QFile>
 #include <algorithm>
 #include <map>
-#include <optional>
+#include <memory>
 #include <stdexcept>
 #include <unordered_map>
 
@@ -44,8 +44,9 @@ class TableFile {
         if (text_.startsWith("\xEF\xBB\xBF")) {
             text_.remove(0, 3);
         }
-        reader_.emplace(std::string_view(text_.constData(), static_cast<std::size_t>(text_.size())), ',',
-                        CsvReader::Manner::Strict);
+        reader_ = std::make_unique<CsvReader>(
+            std::string_view(text_.constData(), static_cast<std::size_t>(text_.size())), ',',
+            CsvReader::Manner::Strict);
         if (!next()) {
             failIn(name, "it is empty; the first line names the columns.");
         }
@@ -79,7 +80,7 @@ class TableFile {
  private:
     std::string name_;
     QByteArray text_;
-    std::optional<CsvReader> reader_;
+    std::unique_ptr<CsvReader> reader_;
     std::vector<CsvField> heading_;
     std::vector<CsvField> record_;
 };
@@ -115,7 +116,7 @@ class ColumnRule {
         if (cell.text.empty() && !cell.quoted) {
             return null();
         }
-        const dao::Value value = plainValue(cell.text, field_.Type);
+        dao::Value value = plainValue(cell.text, field_.Type);
         if (value.type() == dao::Type::Text) {
             checkText(cell.text);
         }
@@ -241,6 +242,7 @@ class TableImport {
 
     void add(NewShop& shop) {
         std::vector<std::string_view> fields;
+        fields.reserve(rules_.size());
         for (const ColumnRule& rule : rules_) {
             fields.push_back(rule.field().Name);
         }
