@@ -1,5 +1,6 @@
 #include "start_up.h"
 
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <QApplication>
@@ -35,6 +36,13 @@ double processStart() {
     return std::stod(word) * 1e3 / static_cast<double>(sysconf(_SC_CLK_TCK));
 }
 
+// The most that this process has held so far, in MiB.
+long peakMemory() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss / 1024;
+}
+
 }  // namespace
 
 int startUpMeasure() {
@@ -63,9 +71,9 @@ int startUpMeasure() {
     const double painted = millisecondsNow();
     std::printf(
         "start_up %.0f ms: program and Qt loaded %.0f, database checked %.0f, window built %.0f,"
-        " record sets opened and lists filled %.0f, painted %.0f\n",
+        " record sets opened and lists filled %.0f, painted %.0f; memory %ld MiB\n",
         painted - started, ready - started, checked - ready, built - checked, filled - built,
-        painted - filled);
+        painted - filled, peakMemory());
     main.choices.session.AlwaysCreateBackupDB = false;
     main.unload();
     return 0;
