@@ -4,6 +4,7 @@
 #include <QAbstractScrollArea>
 #include <QPainter>
 #include <QStyleOption>
+#include <cmath>
 
 #include "platform/controls/shades.h"
 
@@ -48,6 +49,10 @@ void paleSelection(QStyleOption& option) {
     }
 }
 
+bool isFractional(double scale) {
+    return scale != std::floor(scale);
+}
+
 // The desktop's style shows some kinds of focus only after the Tab key.
 void showFocus(QStyleOption& option) {
     if (option.state.testFlag(QStyle::State_HasFocus)) {
@@ -64,6 +69,13 @@ void FocusStyle::polish(QPalette& palette) {
         palette.setColor(QPalette::PlaceholderText,
                          mixed(field, palette.color(QPalette::Active, QPalette::Text), 0.55));
     }
+}
+
+int FocusStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+    const int usual = QProxyStyle::pixelMetric(metric, option, widget);
+    const bool isBox =
+        metric == PM_DefaultFrameWidth && qobject_cast<const QAbstractScrollArea*>(widget) != nullptr;
+    return isBox && isFractional(widget->devicePixelRatioF()) ? usual + 1 : usual;
 }
 
 void FocusStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,

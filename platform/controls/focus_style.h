@@ -15,6 +15,10 @@ class FocusStyle : public QProxyStyle {
     // Some dark desktops leave the hints in empty fields as dark as on a light one.
     using QProxyStyle::polish;
     void polish(QPalette& palette) override;
+    // Where the desktop draws everything larger by a fraction, a frame of one pixel lies between two of the
+    // screen's, and what is inside paints over half of the ring: there it is one wider.
+    int pixelMetric(PixelMetric metric, const QStyleOption* option = nullptr,
+                    const QWidget* widget = nullptr) const override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget = nullptr) const override;
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
