@@ -53,6 +53,15 @@ QDataStream& operator>>(QDataStream& in, HelpPage& page) {
     return in;
 }
 
+// Empty where it is not what was packed. As much room is made as its first four bytes claim to need, so they
+// are held against the most that packing saves: a forged claim must not take all of the machine's memory.
+QByteArray unpacked(const QByteArray& packed) {
+    constexpr qint64 kMostGrowth = 1032;
+    quint32 claimed = 0;
+    QDataStream(packed) >> claimed;
+    return claimed > packed.size() * kMostGrowth ? QByteArray() : qUncompress(packed);
+}
+
 QByteArray digestOf(const QByteArray& bytes) {
     return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256);
 }
@@ -305,7 +314,7 @@ bool HelpBook::fromFile(const QByteArray& bytes, QString& errorText) {
     bool whole = head.status() == QDataStream::Ok && packed.size() == static_cast<qsizetype>(size) &&
                  digestOf(packed) == bytes.mid(kHeadSize - kDigestSize, kDigestSize);
     if (whole) {
-        QDataStream in(qUncompress(packed));
+        QDataStream in(unpacked(packed));
         in.setVersion(QDataStream::Qt_6_0);
         quint32 count = 0;
         in >> count;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QCryptographicHash>
 #include <QFile>
 
 #include "records/main_fields.h"
@@ -150,6 +151,18 @@ TEST(HelpFileTest, EveryTruncationAndEveryChangedByteIsNoticed) {
     }
     HelpBook book;
     EXPECT_FALSE(book.fromFile(whole + "x", errorText));
+}
+
+TEST(HelpFileTest, AClaimOfMoreThanPackingEverSavesIsDamage) {
+    QByteArray file = smallBook().toFile();
+    constexpr qsizetype kDigest = 16;
+    constexpr qsizetype kPacked = kDigest + 32;
+    file.replace(kPacked, 4, QByteArray::fromHex("7fffffff"));
+    file.replace(kDigest, 32, QCryptographicHash::hash(file.mid(kPacked), QCryptographicHash::Sha256));
+    HelpBook book;
+    QString errorText;
+    EXPECT_FALSE(book.fromFile(file, errorText));
+    EXPECT_EQ(errorText, "The help file is damaged.");
 }
 
 TEST(DeliveredHelp, IsWithoutFaults) {
