@@ -1,12 +1,9 @@
 #include "documents/requisition_columns.h"
 
+#include <algorithm>
 #include <array>
-#include <optional>
 
-#include "common/modMain.h"
-#include "common/window_helpers.h"
 #include "platform/system/numbers.h"
-#include "platform/system/trap.h"
 
 using platform::HeaderAlignment;
 
@@ -44,13 +41,17 @@ static_assert(eachStandsAtItsName(kRows), "the table and the names of the column
 
 constexpr auto kColumns = columnsOf(kRows);
 
-// A row with all its cells, none of them filled.
-platform::ListItem emptyRow(const QString& key) {
-    platform::ListItem row;
-    row.Key = key;
-    row.subItems.resize(static_cast<qsizetype>(kRows.size()) - 1);
-    return row;
-}
+static_assert(std::ranges::count(kRows, Cell::Text, &Row::cell) == requisition::kTextColumns);
+constexpr auto kTexts = [] {
+    std::array<RequisitionColumn, requisition::kTextColumns> columns{};
+    std::size_t next = 0;
+    for (const Row& row : kRows) {
+        if (row.cell == Cell::Text) {
+            columns[next++] = row.name;
+        }
+    }
+    return columns;
+}();
 
 }  // namespace
 
@@ -72,60 +73,25 @@ QString idOf(const platform::ListItem& row) {
     return row.Key.mid(1);
 }
 
-platform::ListItem totalRow() {
+platform::ListItem emptyRow(const QString& key) {
+    platform::ListItem row;
+    row.Key = key;
+    row.subItems.resize(static_cast<qsizetype>(kRows.size()) - 1);
+    return row;
+}
+
+platform::ListItem totalRow(float total) {
     platform::ListItem row = emptyRow(kTotal);
     row.Text = QStringLiteral(" ");
     row.SmallIcon = kTotal;
     setCell(row, RequisitionColumn::Price, QStringLiteral(" "));
     setCell(row, RequisitionColumn::Quantity, QStringLiteral("TOTAL:"));
-    setCell(row, RequisitionColumn::Amount, platform::formatGrouped(0.0F));
+    setCell(row, RequisitionColumn::Amount, platform::formatGrouped(total));
     return row;
 }
 
-SourceFields::SourceFields(const dao::Recordset& rows)
-    : id_(rows.Fields("OpremaID")),
-      texts_([&rows] {
-          std::vector<TextField> texts;
-          for (const Row& row : kRows) {
-              if (row.cell == Cell::Text) {
-                  texts.push_back({row.name, rows.Fields(row.list.field)});
-              }
-          }
-          return texts;
-      }()),
-      unit_(rows.Fields("JM")),
-      price_(rows.Fields("Cena")),
-      quantity_(rows.Fields("Stanje")) {}
-
-platform::ListItem SourceFields::row(platform::Trap& step) const {
-    platform::ListItem row = emptyRow(keyOf(QString::fromStdString(id_.Value().asText())));
-    row.SmallIcon = QStringLiteral("stavka");
-    for (const TextField& text : texts_) {
-        setCell(row, text.column, textOf(text.field));
-    }
-    row.Tag = textOf(unit_);
-    showAmounts(row, step);
-    return row;
-}
-
-// Each by itself: what was drawn without a price still shows how much was drawn, and goes back to stock with
-// it. No figure ever stands in for one that is missing.
-void SourceFields::showAmounts(platform::ListItem& row, platform::Trap& step) const {
-    std::optional<float> price, quantity;
-    step([&] {
-        const float euro = price_.Value().asSingle();
-        price = CeneDinarske ? euro * KursKupovni : euro;
-    });
-    if (price) {
-        step([&] { setCell(row, RequisitionColumn::Price, platform::formatGrouped(*price)); });
-    }
-    step([&] { quantity = quantity_.Value().asSingle(); });
-    if (quantity) {
-        step([&] { setCell(row, RequisitionColumn::Quantity, platform::textOfSingle(*quantity)); });
-    }
-    if (price && quantity) {
-        step([&] { setCell(row, RequisitionColumn::Amount, platform::formatGrouped(*quantity * *price)); });
-    }
+std::span<const RequisitionColumn, kTextColumns> textColumns() {
+    return kTexts;
 }
 
 }  // namespace requisition

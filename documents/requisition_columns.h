@@ -1,17 +1,12 @@
 #pragma once
 
 #include <QString>
+#include <cstddef>
 #include <span>
-#include <vector>
 
 #include "common/list_cells.h"
 #include "common/list_columns.h"
 #include "platform/controls/list_view.h"
-#include "platform/dao/recordset.h"
-
-namespace platform {
-class Trap;
-}
 
 // The columns of the requisition's list. What a column is called and what it shows stands in one table
 // (requisition_columns.cpp), one row a column, in this order. Everybody else names a column.
@@ -39,28 +34,13 @@ inline const QString kTotal = QStringLiteral("total");
 QString keyOf(const QString& productId);
 QString idOf(const platform::ListItem& row);  // the product's number, as it stands in the file
 
-platform::ListItem totalRow();
+// A row with all its cells, none of them filled.
+platform::ListItem emptyRow(const QString& key);
+platform::ListItem totalRow(float total);  // in the unit on screen
 
-// The fields of the rows as a requisition reads them, looked up once: a name would be compared for each of
-// thousands of rows otherwise. Throws dao::Error 3265 for a field that the rows do not have.
-class SourceFields {
- public:
-    explicit SourceFields(const dao::Recordset& rows);
-    // The row of the current record. Throws where somebody has deleted it meanwhile. Its price, its quantity
-    // and its amount are had each by itself, under `step`: where one is missing its cell stays empty.
-    platform::ListItem row(platform::Trap& step) const;
-
- private:
-    struct TextField {
-        RequisitionColumn column;
-        dao::Field field;
-    };
-    void showAmounts(platform::ListItem& row, platform::Trap& step) const;
-
-    dao::Field id_;
-    std::vector<TextField> texts_;
-    dao::Field unit_, price_, quantity_;
-};
+// The columns whose cells show a text of the file as it stands; the others are reckoned.
+inline constexpr std::size_t kTextColumns = 5;
+std::span<const RequisitionColumn, kTextColumns> textColumns();
 
 }  // namespace requisition
 

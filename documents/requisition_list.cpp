@@ -1,17 +1,36 @@
 #include "documents/requisition_list.h"
 
 #include <QScopeGuard>
+#include <memory>
 
 #include "common/modMain.h"
 #include "common/scramble.h"
 #include "common/window_helpers.h"
 #include "data/session.h"
+#include "documents/requisition_rows.h"
 #include "platform/controls/pictures.h"
 #include "platform/controls/wait_pointer.h"
-#include "platform/system/numbers.h"
 #include "platform/system/trap.h"
 
 using requisition::kTotal;
+
+namespace {
+
+// The total above all products.
+void showRows(platform::ListView& view, const std::shared_ptr<const requisition::DrawnRows>& products,
+              float total) {
+    view.setLazyItems(
+        products->count() + 1,
+        [products, total](int index) {
+            return index == 1 ? requisition::totalRow(total) : products->row(index - 1);
+        },
+        [products](const QString& key) {
+            const int index = products->find(key);
+            return key == kTotal ? 1 : index == 0 ? 0 : index + 1;
+        });
+}
+
+}  // namespace
 
 RequisitionList::RequisitionList(QWidget& window, platform::StatusBar& bar)
     : QObject(&window),
@@ -111,7 +130,7 @@ bool RequisitionList::hasProducts() const {
 // people are told.
 void RequisitionList::fill(platform::Trap& step) {
     step([&] { view_->clearItems(); });
-    step([&] { view_->addItem(requisition::totalRow()); });
+    step([&] { view_->addItem(requisition::totalRow(0)); });
     if (!data_->isOpen()) {
         emit counted({});  // the count of an earlier filling would be believed
     } else if (data_->Recordset().EOF() && data_->Recordset().BOF()) {
@@ -135,33 +154,28 @@ void RequisitionList::fillRows(platform::Trap& step) {
     step([&] { rows.MoveLast(); });
     step([&] { rows.MoveFirst(); });
     step([&] { count = rows.RecordCount(); });
+    const auto products = std::make_shared<requisition::DrawnRows>(count);
     float total = 0;
     {
         const platform::WaitPointer wait;
         cover_.begin(count);
         const auto end = qScopeGuard([this] { cover_.end(); });
-        step([&] {
-            const requisition::SourceFields fields(rows);
-            for (int done = 1; !rows.EOF(); ++done) {
-                step([&] { total += addRow(fields, step); });
-                cover_.tell(done);
-                rows.MoveNext();  // where that fails there is no way to the rows behind
-            }
-        });
+        total = readRows(*products, step);
     }
     emit counted(QStringLiteral("%1 proizvod(a) trebovano.").arg(count));
-    step([&] {
-        const QString sum = platform::formatGrouped(total);
-        view_->changeItem(kTotal,
-                          [&](platform::ListItem& row) { setCell(row, RequisitionColumn::Amount, sum); });
-    });
+    step([&] { showRows(*view_, products, total); });
 }
 
-// What the row adds to the total: the customer adds up the amounts that he sees. Throws for a row that
-// somebody has deleted meanwhile; nothing of it is shown then.
-float RequisitionList::addRow(const requisition::SourceFields& fields, platform::Trap& step) {
-    platform::ListItem row = fields.row(step);
-    const float amount = numberOf(RequisitionCells(row).amount());
-    step([&] { view_->addItem(std::move(row)); });
-    return amount;
+float RequisitionList::readRows(requisition::DrawnRows& products, platform::Trap& step) {
+    dao::Recordset& rows = data_->Recordset();
+    float total = 0;
+    step([&] {
+        const requisition::SourceFields fields(rows);
+        for (int done = 1; !rows.EOF(); ++done) {
+            step([&] { total += products.take(fields, step); });
+            cover_.tell(done);
+            rows.MoveNext();  // where that fails there is no way to the rows behind
+        }
+    });
+    return total;
 }

@@ -9,6 +9,9 @@
 #include "platform/controls/data_control.h"
 #include "platform/controls/list_view.h"
 
+namespace requisition {
+class DrawnRows;
+}
 namespace platform {
 class StatusBar;
 class Trap;
@@ -47,7 +50,8 @@ class RequisitionList : public QObject {
     void connectData(platform::Trap& step);
     void fill(platform::Trap& step);
     void fillRows(platform::Trap& step);
-    float addRow(const requisition::SourceFields& fields, platform::Trap& step);
+    // The total, in the unit on screen.
+    float readRows(requisition::DrawnRows& products, platform::Trap& step);
     void reselect(const QString& itemKey, const QString& rememberedKey);
 
     platform::DataControl* data_;

@@ -9,6 +9,12 @@
 #include "platform/system/trap.h"
 
 namespace platform {
+namespace {
+
+// So many rows are made before a person's next letter.
+constexpr int kRowsToSearch = 10'000;
+
+}  // namespace
 
 ListView::ListView(QWidget* parent)
     : GridView(parent), model_(std::make_unique<ListViewModel>()), columns_(*model_, *header()) {
@@ -103,7 +109,7 @@ void ListView::select(const QString& key) {
 }
 
 void ListView::keyboardSearch(const QString& text) {
-    if (model_->rows().allMade()) {
+    if (model_->rows().allMade() || count() <= kRowsToSearch) {
         GridView::keyboardSearch(text);
     }
 }

@@ -48,7 +48,7 @@ class ListView : public GridView {
     using GridView::select;
     void select(const QString& key);  // 35601. No itemClicked.
     int madeCount() const;            // rows that hold their texts; the others are still to be made
-    // A letter looks for a row that begins with it, but not while rows are still to be made.
+    // A letter looks for a row that begins with it, but not where thousands would have to be made for it.
     void keyboardSearch(const QString& text) override;
 
  signals:

@@ -132,6 +132,25 @@ dao::Currency currencyOf(Decimal number) {
     return dao::Currency::fromScaled(number.negative ? -scaled : scaled);
 }
 
+// The Single next to a decimal.
+float singleOf(const Decimal& number) {
+    // Digits and power are both Singles to the last bit up to here, and so one division rounds once.
+    constexpr std::uint64_t kExactDigits = std::uint64_t{1} << 24U;
+    constexpr std::array<float, 11> kPowersOfTen = {1e0F, 1e1F, 1e2F, 1e3F, 1e4F, 1e5F,
+                                                    1e6F, 1e7F, 1e8F, 1e9F, 1e10F};
+    float single = 0;
+    if (number.digits < kExactDigits && number.exponent <= 0 &&
+        -number.exponent < static_cast<int>(kPowersOfTen.size())) {
+        single = static_cast<float>(number.digits) / kPowersOfTen[static_cast<std::size_t>(-number.exponent)];
+    } else {
+        std::string text = std::to_string(number.digits);
+        text += 'e';
+        text += std::to_string(number.exponent);
+        std::from_chars(text.data(), text.data() + text.size(), single);
+    }
+    return number.negative && number.digits != 0 ? -single : single;
+}
+
 // A decimal read back as a Single, the Single as an amount.
 dao::Currency throughSingle(const Decimal& number) {
     // Up to here neighbouring Singles lie closer together than two amounts do, so that the way there and back
@@ -144,12 +163,7 @@ dao::Currency throughSingle(const Decimal& number) {
         number.digits < kExact[static_cast<std::size_t>(decimals)]) {
         return currencyOf(number);
     }
-    std::string text = std::to_string(number.digits);
-    text += 'e';
-    text += std::to_string(number.exponent);
-    float single = 0;
-    std::from_chars(text.data(), text.data() + text.size(), single);
-    return currencyOf(decimalOf(number.negative ? -single : single));
+    return currencyOf(decimalOf(singleOf(number)));
 }
 
 }  // namespace
@@ -170,6 +184,12 @@ QString formatGrouped(float value, int decimals) {
 
 QString formatGrouped(dao::Currency value, int decimals) {
     return groupedText(decimalOf(value), decimals);
+}
+
+float throughGroupedFormat(float value, int decimals) {
+    return std::isfinite(value)
+               ? singleOf(roundedHalfAway(decimalOf(value), std::clamp(decimals, 0, kMostDecimals)))
+               : 0.0F;
 }
 
 QString formatCurrency(double value) {

@@ -19,6 +19,10 @@ QString formatGrouped(double value, int decimals = 2);
 QString formatGrouped(float value, int decimals = 2);  // rounds on the shortest decimal of the float
 QString formatGrouped(dao::Currency value, int decimals = 2);
 
+// What is read off such a text again: the amount as a person sees it, as a Single. No text is made. 0 where
+// the value is not finite: its text is no number.
+float throughGroupedFormat(float value, int decimals = 2);
+
 // The named format "currency": the locale's symbol and decimals.
 QString formatCurrency(double value);
 QString formatCurrency(float value);

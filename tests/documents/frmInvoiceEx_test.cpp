@@ -254,6 +254,86 @@ TEST_F(RequisitionList, F5ShowsWhatAnotherWorkstationHasDrawn) {
     EXPECT_EQ(win().TotalForPayment(), 40.0F);
 }
 
+// A requisition with more rows than the screen shows: product 100 + i, i pieces for half a euro each.
+class LongRequisition : public RequisitionWindow {
+ protected:
+    static constexpr int kRows = 400;
+    void SetUp() override {
+        RequisitionWindow::SetUp();
+        openDatabase();
+        dao::DBEngine::BeginTrans();
+        for (int i = 1; i <= kRows; ++i) {
+            draw(100 + i, QStringLiteral("Maker %1").arg(i), QStringLiteral("Ploča %1").arg(i), 0.5F,
+                 static_cast<float>(i));
+        }
+        dao::DBEngine::CommitTrans();
+    }
+    static QString rowText(int i) {
+        return QStringLiteral("Maker %1|Diskovi|Ploča %1|opis|SN1|0.50|%1|%2").arg(i).arg(i * 0.5, 0, 'f', 2);
+    }
+    QString shown(const QString& rowKey) {
+        const platform::ListItem& row = list().item(rowKey);
+        return row.Text + QLatin1Char('|') + row.subItems.join('|');
+    }
+};
+
+TEST_F(LongRequisition, RowsNobodySeesAreNotWritten) {
+    show([&] {
+        EXPECT_EQ(list().count(), kRows + 1);
+        EXPECT_LT(list().madeCount(), 100);
+        EXPECT_EQ(total(), "40,100.00");
+    });
+}
+
+TEST_F(LongRequisition, EachRowIsItsProduct) {
+    show([&] {
+        QStringList expected{"total"};
+        for (int i = 1; i <= kRows; ++i) {
+            EXPECT_EQ(shown(key(100 + i)), rowText(i));
+            EXPECT_EQ(list().indexOf(key(100 + i)), i + 1);
+            expected.append(key(100 + i));
+        }
+        EXPECT_EQ(keys(), expected);
+        for (const char* none : {"K", "K0", "K100", "K0101", "K+101", "X101", "101", ""}) {
+            EXPECT_FALSE(list().hasItem(none)) << none;
+        }
+    });
+}
+
+// The customer adds up what stands there: a row seen later is the one that went into the total.
+TEST_F(LongRequisition, RowsAreAsTheTotalFoundThem) {
+    auto other = otherWorkstation("UPDATE InvoiceData SET Stanje=1000, Naziv='Druga' WHERE OpremaID>=499");
+    show([&] {
+        doIts(*other);
+        EXPECT_EQ(shown("K500"), rowText(400));
+        EXPECT_EQ(total(), "40,100.00");
+        press(Qt::Key_F5);
+        EXPECT_EQ(shown("K500"), "Maker 400|Diskovi|Druga|opis|SN1|0.50|1000|500.00");
+        EXPECT_EQ(total(), "40,700.50");
+    });
+}
+
+TEST_F(LongRequisition, ALetterFindsAProductThatNobodyHasSeen) {
+    show([&] {
+        list().select(1);
+        QTest::keyClicks(&list(), "maker 377");
+        EXPECT_EQ(selectedKey(), "K477");
+    });
+}
+
+TEST_F(LongRequisition, TheUnitIsThatOfTheFilling) {
+    show([&] {
+        CeneDinarske = true;
+        KursKupovni = 100;
+        EXPECT_EQ(shown("K400"), rowText(300)) << "under a header that still says euro";
+        press(Qt::Key_F5);
+        EXPECT_EQ(cell("K400", RequisitionColumn::Price), "50.00");
+        EXPECT_EQ(cell("K400", RequisitionColumn::Amount), "15,000.00");
+        EXPECT_EQ(total(), "4,010,000.00");
+        CeneDinarske = false;
+    });
+}
+
 TEST_F(RequisitionList, TheListIsFilledOnlyOnceByActivation) {
     show([&] {
         draw(11, "Asus", "Ploca", 10, 1);

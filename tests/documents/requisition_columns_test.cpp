@@ -41,12 +41,12 @@ TEST(RequisitionColumns, TheKeyHoldsTheProductsNumber) {
 }
 
 TEST(RequisitionColumns, OnlyTheSumIsTheTotalRow) {
-    const platform::ListItem total = requisition::totalRow();
+    const platform::ListItem total = requisition::totalRow(1234.5F);
     EXPECT_TRUE(RequisitionCells(total).isTotal());
     EXPECT_FALSE(RequisitionCells(rowOf("K1", {"total"})).isTotal());
     EXPECT_EQ(total.Key, "total");
     EXPECT_EQ(total.Text, " ");
-    EXPECT_EQ(total.subItems, (QList<QString>{"", "", "", "", " ", "TOTAL:", "0.00"}));
+    EXPECT_EQ(total.subItems, (QList<QString>{"", "", "", "", " ", "TOTAL:", "1,234.50"}));
 }
 
 TEST(RequisitionColumns, TheListIsSortedByTheFieldsOfTheFile) {

@@ -1,0 +1,106 @@
+#include "documents/requisition_rows.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "common/modMain.h"
+#include "platform/system/numbers.h"
+#include "platform/system/trap.h"
+
+namespace requisition {
+namespace {
+
+constexpr qint64 kNoProduct = std::numeric_limits<qint64>::max();
+
+QString amountText(const std::optional<float>& amount) {
+    return amount ? platform::formatGrouped(*amount) : QString();
+}
+
+}  // namespace
+
+SourceFields::SourceFields(const dao::Recordset& rows)
+    : id(rows.Fields("OpremaID")), price(rows.Fields("Cena")), quantity(rows.Fields("Stanje")) {
+    for (const RequisitionColumn column : textColumns()) {
+        texts.push_back(rows.Fields(fieldOf(column).toStdString()));
+    }
+    texts.push_back(rows.Fields("JM"));
+}
+
+DrawnRows::DrawnRows(qint64 expected) {
+    rows_.reserve(static_cast<std::size_t>(std::max<qint64>(expected, 0)));
+    indexes_.reserve(expected);
+}
+
+// Price and quantity each by itself: what was drawn without a price still shows how much was drawn, and goes
+// back to stock with it. No figure ever stands in for one that is missing.
+float DrawnRows::take(const SourceFields& fields, platform::Trap& step) {
+    Row row;
+    if (const dao::Value& product = fields.id.Value(); !product.isNull()) {
+        row.product = product.asLong();
+    }
+    takeTexts(row, fields);
+    step([&] {
+        const float euro = fields.price.Value().asSingle();
+        row.price = CeneDinarske ? euro * KursKupovni : euro;
+    });
+    step([&] { row.quantity = fields.quantity.Value().asSingle(); });
+    step([&] { add(row); });
+    return row.price && row.quantity ? platform::throughGroupedFormat(*row.quantity * *row.price) : 0.0F;
+}
+
+void DrawnRows::takeTexts(Row& row, const SourceFields& fields) {
+    row.textsAt = texts_.size();
+    for (std::size_t i = 0; i < kTexts; ++i) {
+        const std::string& text = fields.texts[i].Value().textRef();
+        row.textSizes[i] = static_cast<std::uint32_t>(text.size());
+        texts_ += text;
+    }
+}
+
+void DrawnRows::add(const Row& row) {
+    int& index = indexes_[row.product ? *row.product : kNoProduct];
+    if (index != 0) {
+        throw platform::RunError(35602,
+                                 QStringLiteral("Key is not unique in collection: %1").arg(keyOf(row)));
+    }
+    rows_.push_back(row);
+    index = count();
+}
+
+QString DrawnRows::keyOf(const Row& row) {
+    return requisition::keyOf(row.product ? QString::number(*row.product) : QString());
+}
+
+platform::ListItem DrawnRows::row(int index) const {
+    const Row& kept = rows_[static_cast<std::size_t>(index) - 1];
+    platform::ListItem row = emptyRow(keyOf(kept));
+    row.SmallIcon = QStringLiteral("stavka");
+    const char* text = texts_.data() + kept.textsAt;
+    std::size_t next = 0;
+    const auto nextText = [&] {
+        const std::uint32_t size = kept.textSizes[next++];
+        text += size;
+        return QString::fromUtf8(text - size, size);
+    };
+    for (const RequisitionColumn column : textColumns()) {
+        setCell(row, column, nextText());
+    }
+    row.Tag = nextText();
+    setCell(row, RequisitionColumn::Price, amountText(kept.price));
+    if (kept.quantity) {
+        setCell(row, RequisitionColumn::Quantity, platform::textOfSingle(*kept.quantity));
+    }
+    if (kept.price && kept.quantity) {
+        setCell(row, RequisitionColumn::Amount, platform::formatGrouped(*kept.quantity * *kept.price));
+    }
+    return row;
+}
+
+int DrawnRows::find(const QString& key) const {
+    bool isNumber = false;
+    const qint64 product = QStringView(key).mid(1).toLongLong(&isNumber);
+    const int index = indexes_.value(isNumber ? product : kNoProduct);
+    return index != 0 && keyOf(rows_[static_cast<std::size_t>(index) - 1]) == key ? index : 0;
+}
+
+}  // namespace requisition

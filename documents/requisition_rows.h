@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "documents/requisition_columns.h"
+#include "platform/dao/recordset.h"
+
+namespace platform {
+class Trap;
+}
+
+namespace requisition {
+
+// The fields of the rows as a requisition reads them, looked up once: a name would be compared for each of
+// thousands of rows otherwise. Throws dao::Error 3265 for a field that the rows do not have.
+struct SourceFields {
+    explicit SourceFields(const dao::Recordset& rows);
+
+    dao::Field id, price, quantity;
+    std::vector<dao::Field> texts;  // of textColumns(), and behind them the unit
+};
+
+// The products of a requisition as the file had them when it was read. Their cells are written when somebody
+// looks at them: of thousands of rows a screen shows some forty. Rows count from 1, in the order of reading.
+class DrawnRows {
+ public:
+    // Room for about so many.
+    explicit DrawnRows(qint64 expected);
+
+    // Takes over the current record. Throws where somebody has deleted it meanwhile; nothing of it is kept
+    // then. Its price and its quantity are had each by itself, under `step`: where one is missing its cell
+    // stays empty. So is its place among the rows: a product that is there already has none (RunError 35602).
+    // What it adds to the total in either case: the customer adds up the amounts that he sees.
+    float take(const SourceFields& fields, platform::Trap& step);
+
+    int count() const { return static_cast<int>(rows_.size()); }
+    platform::ListItem row(int index) const;
+    int find(const QString& key) const;  // 0: none
+
+ private:
+    static constexpr std::size_t kTexts = kTextColumns + 1;
+    struct Row {
+        std::optional<std::int32_t> product;
+        std::optional<float> price;  // of one piece, in the unit that was on screen
+        std::optional<float> quantity;
+        std::size_t textsAt = 0;
+        std::array<std::uint32_t, kTexts> textSizes{};
+    };
+    static QString keyOf(const Row& row);
+    void takeTexts(Row& row, const SourceFields& fields);
+    void add(const Row& row);
+
+    std::vector<Row> rows_;
+    std::string texts_;  // of all rows, end to end
+    QHash<qint64, int> indexes_;
+};
+
+}  // namespace requisition
