@@ -57,6 +57,7 @@ class ListOurs : public Side {
     }
     ~ListOurs() override { mainWindow().shop.filter.RefreshAll(); }
     void run() override {
+        mainWindow().services.list.closeRows();  // as if nobody had looked at this computer before
         showServices(computer_);
         lookAtServices();
     }

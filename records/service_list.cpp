@@ -44,8 +44,10 @@ QHash<QString, QIcon> stateIcons() {
     return icons;
 }
 
-void fillList(platform::ListView& list, const dao::Recordset& services) {
-    auto rows = std::make_shared<ServiceRows>(services, service_row::ScreenUnit{CeneDinarske, KursKupovni});
+void fillList(platform::ListView& list, const dao::Recordset& services,
+              const std::shared_ptr<MadeServices>& made) {
+    auto rows =
+        std::make_shared<ServiceRows>(services, service_row::ScreenUnit{CeneDinarske, KursKupovni}, made);
     if (rows->count() > kRowsAtOnce) {
         list.setLazyItems(
             rows->count(), [rows](int index) { return rows->make(index); },
@@ -63,7 +65,11 @@ void fillList(platform::ListView& list, const dao::Recordset& services) {
 }  // namespace
 
 ServiceList::ServiceList(platform::ListView& list, platform::DataControl& services, ServiceListOwner& owner)
-    : list_(list), services_(services), owner_(owner), details_(owner) {}
+    : list_(list),
+      services_(services),
+      owner_(owner),
+      details_(owner),
+      made_(std::make_shared<MadeServices>()) {}
 
 void ServiceList::build(Trap& step) {
     step([&] {
@@ -93,7 +99,7 @@ void ServiceList::fill(const QString& selectKey) {
         return;
     }
     step([&] { services_.MoveFirst(); });
-    step([&] { fillList(list_, services_.Recordset()); });
+    step([&] { fillList(list_, services_.Recordset(), made_); });
     step([&] {
         if (selectKey.isEmpty()) {
             list_.select(1);
@@ -109,6 +115,7 @@ void ServiceList::fill(const QString& selectKey) {
 
 void ServiceList::closeRows() {
     list_.clearItems();
+    made_->clear();
 }
 
 void ServiceList::showDetails(const ListItem& item) {

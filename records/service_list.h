@@ -2,12 +2,14 @@
 
 #include <QString>
 #include <QStringList>
+#include <memory>
 #include <optional>
 
 #include "platform/controls/list_view.h"
 #include "records/service_details.h"
 #include "records/service_list_owner.h"
 
+class MadeServices;
 namespace platform {
 class DataControl;
 class Trap;
@@ -34,7 +36,8 @@ class ServiceList {
     QString shownKey() const { return details_.shownKey(); }  // of the row shown last; empty at first
     std::optional<qint32> selectedId() const;
     void showUnit();  // the present one, in the headers of the money columns
-    // Takes the list off the record set that its rows come from: before that record set's database closes.
+    // Takes the list off the record set that its rows come from, and forgets those: before that record set's
+    // database closes.
     void closeRows();
     ServiceDetails& details() { return details_; }
 
@@ -43,4 +46,5 @@ class ServiceList {
     platform::DataControl& services_;
     ServiceListOwner& owner_;
     ServiceDetails details_;
+    std::shared_ptr<MadeServices> made_;
 };

@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "platform/system/trap.h"
 
-ServiceRows::ServiceRows(const dao::Recordset& source, service_row::ScreenUnit unit)
-    : rows_(source.Clone()), unit_(unit), id_(rows_.Fields("ID")) {
+ServiceRows::ServiceRows(const dao::Recordset& source, service_row::ScreenUnit unit,
+                         std::shared_ptr<MadeServices> made)
+    : rows_(source.Clone()), unit_(unit), id_(rows_.Fields("ID")), made_(std::move(made)) {
+    made_->beginFilling(unit_);
     for (const ServiceField& field : serviceFields()) {
         fields_[field.name].emplace(rows_.Fields(field.list.field));
     }
@@ -43,18 +46,28 @@ void ServiceRows::completeFromAbove(int index, ServiceValues& own) {
     takeFromRowAbove(own, found);
 }
 
+// What was taken from the row above is another value once another row stands there.
+platform::ListItem ServiceRows::makeCurrent(int index, qint32 id) {
+    StoredService service{.id = id};
+    readInto(service.values, false);
+    readInto(service.values, true);
+    if (!isComplete(service.values)) {
+        completeFromAbove(index, service.values);
+        return itemOf(service);
+    }
+    platform::ListItem row = itemOf(service);
+    made_->keep(id, fields_, row);
+    return row;
+}
+
 std::optional<platform::ListItem> ServiceRows::read(int index) {
     std::optional<platform::ListItem> item;
     platform::Trap step;
     step([&] {
         rows_.setAbsolutePosition(index - 1);
-        StoredService service{.id = id_.Value().asLong()};
-        readInto(service.values, false);
-        readInto(service.values, true);
-        if (!isComplete(service.values)) {
-            completeFromAbove(index, service.values);
-        }
-        item = itemOf(service);
+        const qint32 id = id_.Value().asLong();
+        const platform::ListItem* known = made_->find(id, fields_);
+        item = known != nullptr ? *known : makeCurrent(index, id);
     });
     return item;
 }

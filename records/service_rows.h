@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QHash>
+#include <memory>
 #include <optional>
 
 #include "platform/dao/recordset.h"
+#include "records/made_services.h"
 #include "records/service_columns.h"
 
 // The rows of the services list, each computed from the record set when somebody looks at it. A shop has
@@ -13,8 +15,10 @@
 // of the row before it, however far up that stands, just as if all rows had been computed from the top.
 class ServiceRows {
  public:
-    // Reads through a clone, so that the current row of `source` stays where it is. Throws dao::Error.
-    ServiceRows(const dao::Recordset& source, service_row::ScreenUnit unit);
+    // Reads through a clone, so that the current row of `source` stays where it is. Rows that are in `made`
+    // and still are as the file has them are not made again. Throws dao::Error.
+    ServiceRows(const dao::Recordset& source, service_row::ScreenUnit unit,
+                std::shared_ptr<MadeServices> made);
 
     int count() const { return count_; }
     // Nothing where the row has been deleted since, or the set is closed.
@@ -28,12 +32,14 @@ class ServiceRows {
  private:
     // Of the current row: the fields that go on from row to row, or the others.
     void readInto(ServiceValues& values, bool fromRowAbove) const;
+    platform::ListItem makeCurrent(int index, qint32 id);
     void completeFromAbove(int index, ServiceValues& own);
 
     dao::Recordset rows_;
     service_row::ScreenUnit unit_;
     int count_ = 0;
     dao::Field id_;
-    PerServiceColumn<std::optional<dao::Field>> fields_;
+    MadeServices::Fields fields_;
+    std::shared_ptr<MadeServices> made_;
     QHash<int, ServiceValues> completed_;  // rows that had to look upwards
 };

@@ -327,6 +327,19 @@ struct ManyServices : Services {
         }
         dao::DBEngine::CommitTrans();
     }
+    // Of all rows, as they are on screen and behind it.
+    QStringList allTexts() {
+        QStringList all;
+        for (int i = 1; i <= list().count(); ++i) {
+            const platform::ListItem& item = list().item(i);
+            const QStringList ends{item.Key, item.Text, item.SmallIcon, item.Tag};
+            all.append((ends + item.subItems).join('|'));
+        }
+        return all;
+    }
+    void sortBy(ServiceColumn column) {
+        window().services.sorting.ListView1_ColumnClick(columnNumber(column));
+    }
     QList<int> ids;  // [0] is row 1
 };
 
@@ -365,6 +378,63 @@ TEST_F(ManyServices, RowStaysAsItWasWhenItWasMade) {
     EXPECT_EQ(cellOf(list().item(5), ServiceColumn::Price), "5.00");
     refill();
     EXPECT_EQ(cellOf(list().item(5), ServiceColumn::Price), "77.00");
+}
+
+TEST_F(ManyServices, ASortedRowShowsWhatAnotherHasChanged) {
+    allTexts();
+    openDatabase().Execute("UPDATE Services SET Price=77777, Comments='druga' WHERE ID=" +
+                           std::to_string(ids[4]));
+    openDatabase().Execute("UPDATE Services SET ServiceFinished=#3/4/2026# WHERE ID=" +
+                           std::to_string(ids[5]));
+    sortBy(ServiceColumn::Price);
+    EXPECT_EQ(list().indexOf("K" + QString::number(ids[4])), kRows) << "the dearest one by now";
+    EXPECT_EQ(cellOf(list().item(kRows), ServiceColumn::Price), "77,777.00");
+    EXPECT_EQ(list().item(kRows).Tag, "1##druga");
+    const platform::ListItem& finished = list().item("K" + QString::number(ids[5]));
+    EXPECT_EQ(cellOf(finished, ServiceColumn::Finished), "3/4/2026");
+    EXPECT_EQ(finished.SmallIcon, "FinishedNotPayed");
+}
+
+TEST_F(ManyServices, SortedRowsAreThoseThatAreMadeAnew) {
+    for (const ServiceColumn column : {ServiceColumn::Price, ServiceColumn::Price, ServiceColumn::Started}) {
+        allTexts();
+        sortBy(column);
+        const QStringList turned = allTexts();
+        window().services.list.closeRows();
+        refill();
+        EXPECT_EQ(turned, allTexts());
+    }
+}
+
+// Every hundredth service has no price of its own.
+TEST_F(ManyServices, AmountOfTheRowAboveFollowsTheOrder) {
+    allTexts();
+    EXPECT_EQ(cellOf(list().item("K" + QString::number(ids[99])), ServiceColumn::Price), "99.00");
+    sortBy(ServiceColumn::Price);
+    EXPECT_EQ(list().indexOf("K" + QString::number(ids[99])), 1) << "no price comes before all prices";
+    EXPECT_EQ(cellOf(list().item(1), ServiceColumn::Price), "0.00");
+    sortBy(ServiceColumn::Price);
+    EXPECT_EQ(cellOf(list().item("K" + QString::number(ids[99])), ServiceColumn::Price), "1.00");
+}
+
+TEST_F(ManyServices, AnotherUnitIsInEveryRow) {
+    allTexts();
+    CeneDinarske = true;
+    KursKupovni = 100;
+    sortBy(ServiceColumn::Price);
+    EXPECT_EQ(cellOf(list().item("K" + QString::number(ids[4])), ServiceColumn::Price), "500.00");
+    KursKupovni = 200;
+    sortBy(ServiceColumn::Price);
+    EXPECT_EQ(cellOf(list().item("K" + QString::number(ids[4])), ServiceColumn::Price), "1,000.00");
+}
+
+TEST_F(ManyServices, ServiceThatAnotherHasDeletedIsGoneFromTheSortedList) {
+    allTexts();
+    openDatabase().Execute("DELETE * FROM Services WHERE ID=" + std::to_string(ids[699]));
+    sortBy(ServiceColumn::Price);
+    EXPECT_EQ(list().count(), kRows - 1);
+    EXPECT_EQ(list().indexOf("K" + QString::number(ids[699])), 0);
+    EXPECT_FALSE(allTexts().join('\n').contains("K-"));
 }
 
 TEST_F(ManyServices, RowsBelowADeletedOneKeepTheirServices) {

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QLocale>
+#include <optional>
+#include <unordered_map>
+
+#include "platform/controls/list_item.h"
+#include "platform/dao/recordset.h"
+#include "records/service_values.h"
+
+// The rows of the services list that have been made, each beside the values of the file that it was made of.
+// Who sorts the services of a computer turns rows round that mostly are as they were a moment ago: a row is
+// still read each time, and its cells are written anew only where the file has other values by now.
+class MadeServices {
+ public:
+    using Fields = PerServiceColumn<std::optional<dao::Field>>;  // of the current record
+
+    // The list is about to be filled. What the filling before this one did not look at is forgotten, and
+    // everything where cells are written in another way now.
+    void beginFilling(const service_row::ScreenUnit& unit);
+    // The row of that service; nullptr where there is none made of the values that the fields have. Throws
+    // what reading them throws.
+    const platform::ListItem* find(qint32 id, const Fields& fields);
+    // A row that was made of the fields alone.
+    void keep(qint32 id, const Fields& fields, const platform::ListItem& row);
+    void clear();
+
+ private:
+    struct Made {
+        ServiceValues stored;
+        platform::ListItem row;
+    };
+    using Rows = std::unordered_map<qint32, Made>;
+    static bool isMadeOf(const Made& made, const Fields& fields);
+
+    Rows now_, before_;  // looked at in this filling; only in the one before
+    service_row::ScreenUnit unit_;
+    QLocale locale_;
+};
