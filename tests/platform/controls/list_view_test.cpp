@@ -699,6 +699,14 @@ TEST_F(ListViewTest, ALetterMakesNoRows) {
     EXPECT_EQ(view.selectedIndex(), 1);
 }
 
+TEST_F(ListViewTest, ALetterLooksThroughAllRowsOfAListThatIsNotTooLong) {
+    makeLazily(400);
+    show();
+    view.select(1);
+    QTest::keyClicks(&view, "row 39");
+    EXPECT_EQ(view.selectedIndex(), 39);
+}
+
 TEST_F(ListViewTest, AKeyIsLookedUpAmongTheMadeRowsFirst) {
     makeLazily(300000);
     view.item(5);

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <random>
 
@@ -50,6 +52,33 @@ TEST(Rounding, IsHalfAwayFromZeroOnTheShortestDecimal) {
     EXPECT_EQ(roundHalfAway(1e-300, 2), 0.0);
     EXPECT_EQ(roundHalfAway(99.995, 2), 100.0);
     EXPECT_TRUE(std::isnan(roundHalfAway(std::nan(""), 2)));
+}
+
+TEST(GroupedFormat, WhatIsReadOffItNeedsNoText) {
+    std::mt19937 random(14);
+    for (const QLocale& locale : {QLocale(kPoint), QLocale(kComma), QLocale("de_CH"), QLocale("fr_FR"),
+                                  QLocale("hi_IN"), QLocale("ar_EG"), QLocale("fa_IR"), QLocale::c()}) {
+        const LocaleScope scope(locale);
+        const auto check = [&](float value) {
+            for (const int decimals : {0, 2, 4}) {
+                const QString shown = formatGrouped(value, decimals);
+                EXPECT_EQ(throughGroupedFormat(value, decimals), readSingle(shown).value_or(0.0F))
+                    << text(shown) << " under " << text(locale.name());
+            }
+        };
+        for (const float value :
+             {0.0F, -0.0F, 0.335F, 1.005F, -0.004F, 0.005F, 99.995F, 167772.16F, 167772.17F, 16777216.0F,
+              16777217.0F, 1e10F, 1e20F, -3.4e38F, 1e-40F, std::numeric_limits<float>::max(),
+              std::numeric_limits<float>::infinity(), std::numeric_limits<float>::quiet_NaN()}) {
+            check(value);
+        }
+        for (int i = 0; i < 2000; ++i) {
+            check(std::bit_cast<float>(static_cast<std::uint32_t>(random())));
+            check(static_cast<float>(random() % 100'000'000) / 1000.0F);
+        }
+    }
+    EXPECT_EQ(throughGroupedFormat(0.335F), 0.34F);
+    EXPECT_FALSE(std::signbit(throughGroupedFormat(-0.004F))) << "no customer owes minus zero";
 }
 
 TEST(GroupedFormat, UsesTheSeparatorsOfTheLocale) {
