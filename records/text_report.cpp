@@ -281,6 +281,18 @@ std::shared_ptr<ReportRows> openRows(dao::Database& database, const std::string&
     return std::make_shared<ReportRows>(database.OpenRecordset(statement, dao::dbOpenSnapshot), names);
 }
 
+// The clients' numbers that the statement gives.
+std::vector<std::int32_t> numbersOf(dao::Database& database, const std::string& statement) {
+    const std::shared_ptr<ReportRows> rows =
+        openRows(database, statement, ReportRows::Names(kClientFields).first<kCustID + 1>());
+    std::vector<std::int32_t> numbers;
+    numbers.reserve(static_cast<std::size_t>(rows->set().RecordCount()));
+    for (dao::Recordset& set = rows->set(); !set.EOF(); set.MoveNext()) {
+        numbers.push_back(rows->key(kCustID).value_or(-1));
+    }
+    return numbers;
+}
+
 // All rows of the statement. Throws as OpenRecordset does.
 ReportPart openPart(dao::Database& database, const std::string& statement, ReportRows::Names names) {
     ReportPart part{openRows(database, statement, names)};
@@ -309,26 +321,19 @@ TextReport::TextReport(dao::Database database, int querySuffix, const ReportChoi
 
 TextReport::Result TextReport::write(const std::string& clientSource, const QString& path,
                                      const Proceed& proceed) {
-    std::shared_ptr<ReportRows> clients;
+    clientSource_ = clientSource;
+    std::vector<std::int32_t> ids;
+    std::optional<Result> ended = Result::NotRead;
     Trap step;
-    step([&] { clients = openRows(database_, clientSource + " ORDER BY Surname ASC;", kClientFields); });
-    if (clients == nullptr) {
-        return Result::NotRead;
+    step([&] { ended = findClients(ids); });
+    if (ended) {
+        return *ended;
     }
     step(refreshCache);
-    if (clients->set().EOF() && clients->set().BOF()) {
-        return Result::Empty;
-    }
-    if (choices_.ShowOnlySelectedClient) {
-        clients->set().FindFirst("CustID=" + std::to_string(selection_.client));
-        if (clients->set().NoMatch()) {
-            return Result::ClientMissing;
-        }
-    }
     ReportFile file;
     step([&] { file.open(path); });
     Result result = Result::Failed;
-    step([&] { result = writeClients(file, *clients, proceed); });
+    step([&] { result = writeClients(file, ids, proceed); });
     if (result == Result::BrokenOff) {
         file.remove();
         return result;
@@ -337,24 +342,46 @@ TextReport::Result TextReport::write(const std::string& clientSource, const QStr
     return step.failed() ? Result::Failed : result;
 }
 
-TextReport::Result TextReport::writeClients(ReportFile& file, ReportRows& clients, const Proceed& proceed) {
-    if (choices_.ShowOnlySelectedClient) {
-        return writeClientWhole(file, clients, false) ? Result::Written : Result::Failed;
+// Who is in the report, and in which order, is of one moment: only the numbers are read for it. A large
+// shop's clients with all that is known of them would fill the memory of a workstation.
+std::optional<TextReport::Result> TextReport::findClients(std::vector<std::int32_t>& ids) {
+    const bool one = choices_.ShowOnlySelectedClient;
+    ids = numbersOf(database_, "SELECT CustID FROM " + clientTable() +
+                                   (one ? " WHERE CustID=" + std::to_string(selection_.client)
+                                        : std::string(" ORDER BY Surname ASC;")));
+    if (!ids.empty()) {
+        return std::nullopt;
     }
-    dao::Recordset& set = clients.set();
-    std::vector<std::int32_t> ids;
-    ids.reserve(static_cast<std::size_t>(set.RecordCount()));
-    for (; !set.EOF(); set.MoveNext()) {
-        ids.push_back(clients.key(kCustID).value_or(-1));
+    if (!one) {
+        return Result::Empty;
     }
-    set.MoveFirst();
+    dao::Recordset all = database_.OpenRecordset("SELECT CustID FROM " + clientTable());
+    const bool isEmpty = all.EOF();
+    all.Close();
+    return isEmpty ? Result::Empty : Result::ClientMissing;
+}
+
+// What a statement reads them from.
+std::string TextReport::clientTable() const {
+    return "(" + clientSource_ + ") AS Clients";
+}
+
+TextReport::Result TextReport::writeClients(ReportFile& file, const std::vector<std::int32_t>& ids,
+                                            const Proceed& proceed) {
+    const bool all = !choices_.ShowOnlySelectedClient;
+    const std::size_t block = std::max<std::size_t>(readAhead, 1);
     bool whole = false;  // the last client's part
-    for (std::size_t done = 0; done < ids.size(); ++done, set.MoveNext()) {
-        if (readAhead > 0 && choices_.IncludeComputers && done % readAhead == 0) {
-            readFor(ids, done);
+    for (std::size_t done = 0; done < ids.size(); ++done) {
+        if (done % block == 0) {
+            readClients({ids.begin() + static_cast<std::ptrdiff_t>(done),
+                         ids.begin() + static_cast<std::ptrdiff_t>(std::min(done + block, ids.size()))});
         }
-        whole = writeClientWhole(file, clients, true);
-        if (proceed && !proceed(static_cast<std::int64_t>(done) + 1, static_cast<std::int64_t>(ids.size()))) {
+        // Whom somebody has deleted meanwhile has no place in the report any more.
+        if (const std::optional<ReportPart> client = clients_.part(ids[done]); client && client->count > 0) {
+            whole = writeClientWhole(file, *client->rows, all);
+        }
+        if (all && proceed &&
+            !proceed(static_cast<std::int64_t>(done) + 1, static_cast<std::int64_t>(ids.size()))) {
             return Result::BrokenOff;
         }
     }
@@ -368,12 +395,20 @@ bool TextReport::writeClientWhole(ReportFile& file, const ReportRows& client, bo
     return clientWritten && computersWritten;
 }
 
+// Throws as OpenRecordset does where the clients themselves cannot be read.
+void TextReport::readClients(const std::vector<std::int32_t>& ids) {
+    clients_.take(
+        openRows(database_, "SELECT * FROM " + clientTable() + " WHERE CustID IN (" + listOf(ids) + ")",
+                 kClientFields),
+        kCustID, ids);
+    if (readAhead > 0 && choices_.IncludeComputers && !choices_.ShowOnlySelectedClient) {
+        readFor(ids);
+    }
+}
+
 // A shop of fifty thousand clients would otherwise ask the file a hundred thousand times. What cannot be read
 // so is asked for one by one.
-void TextReport::readFor(const std::vector<std::int32_t>& clients, std::size_t first) {
-    const std::size_t last = std::min(first + readAhead, clients.size());
-    const std::vector<std::int32_t> owners(clients.begin() + static_cast<std::ptrdiff_t>(first),
-                                           clients.begin() + static_cast<std::ptrdiff_t>(last));
+void TextReport::readFor(const std::vector<std::int32_t>& owners) {
     computers_.clear();
     services_.clear();
     Trap step;

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -40,8 +41,8 @@ class TextReport {
     TextReport(dao::Database database, int querySuffix, const ReportChoices& choices, Selection selection,
                QList<QString> typeNames);
 
-    // How many clients' computers and services are read at one time where all are wanted; 0: each client's
-    // computers and each computer's services by a statement of their own. The report is the same.
+    // How many clients are read at one time, with their computers and services where all are wanted; 0: each
+    // client, his computers and each computer's services by a statement of their own. The report is the same.
     std::size_t readAhead = 2000;
 
     // `clientSource`: the statement of the clients, without an order.
@@ -56,9 +57,12 @@ class TextReport {
     bool WriteServices(ReportFile& file, std::int32_t machineId, bool all);
 
  private:
-    Result writeClients(ReportFile& file, ReportRows& clients, const Proceed& proceed);
+    std::optional<Result> findClients(std::vector<std::int32_t>& ids);  // what ends it before it begins
+    std::string clientTable() const;
+    Result writeClients(ReportFile& file, const std::vector<std::int32_t>& ids, const Proceed& proceed);
     bool writeClientWhole(ReportFile& file, const ReportRows& client, bool all);
-    void readFor(const std::vector<std::int32_t>& clients, std::size_t first);
+    void readClients(const std::vector<std::int32_t>& ids);
+    void readFor(const std::vector<std::int32_t>& owners);
     std::string headLine(const ReportRows& client);
     void writeService(ReportFile& file, const ReportRows& service);
 
@@ -67,5 +71,6 @@ class TextReport {
     ReportChoices choices_;
     Selection selection_;
     ReportTexts texts_;
-    ReportBatch computers_, services_;
+    std::string clientSource_;
+    ReportBatch clients_, computers_, services_;
 };

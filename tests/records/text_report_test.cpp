@@ -633,6 +633,45 @@ TEST_F(TextReportTest, TellsHowFarItIsAndCanBeBrokenOff) {
     EXPECT_FALSE(QFile::exists(file())) << "half a report looks like a whole one";
 }
 
+// The clients are read a few at a time while others go on working.
+TEST_F(TextReportTest, WhoIsInItIsOfTheMomentItBegan) {
+    wholeShop();
+    readAhead = 1;
+    addClient("Anic", "Ana");
+    const int gone = addClient("Markovic", "Mara");
+    addClient("Peric", "Pera");
+    std::vector<std::int64_t> told;
+    EXPECT_EQ(write([&](std::int64_t done, std::int64_t total) {
+                  EXPECT_EQ(total, 3);
+                  told.push_back(done);
+                  if (done == 1) {
+                      openDatabase().Execute("DELETE * FROM Customers WHERE CustID=" + std::to_string(gone));
+                      addClient("Nikolic", "Nada");
+                  }
+                  return true;
+              }),
+              Result::Written);
+    EXPECT_THAT(written(), StartsWith("Anic, Ana\n"));
+    EXPECT_THAT(written(), HasSubstr("\nPeric, Pera\n"));
+    EXPECT_THAT(written(), Not(HasSubstr("Markovic")));
+    EXPECT_THAT(written(), Not(HasSubstr("Nikolic")));
+    EXPECT_EQ(told, (std::vector<std::int64_t>{1, 2, 3}));
+}
+
+TEST_F(TextReportTest, ClientsThatCannotBeReadAnyMoreEndItAsFailed) {
+    wholeShop();
+    readAhead = 1;
+    addClient("Anic", "Ana");
+    addClient("Peric", "Pera");
+    EXPECT_EQ(write([&](std::int64_t, std::int64_t) {
+                  openDatabase().QueryDefs()[query("QDCustomers")].setSQL("SELECT * FROM Nowhere");
+                  return true;
+              }),
+              Result::Failed);
+    EXPECT_THAT(written(), StartsWith("Anic, Ana\n"));
+    EXPECT_THAT(written(), Not(HasSubstr("Peric")));
+}
+
 TEST_F(TextReportTest, KindsWithoutANameAreLeftOut) {
     oneOfEach({}, {}, {{"ServiceTypes", "2|99|x|3"}});
     EXPECT_THAT(text(), HasSubstr("         Service(s): Cleaning, Repair\n"));
