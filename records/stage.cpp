@@ -6,7 +6,6 @@
 #include "platform/system/trap.h"
 #include "records/main_view.h"
 
-using platform::Selector;
 using platform::Trap;
 
 Stage::Stage(int index, const EntryFields& fields, MainView& window, QObject* parent)
@@ -74,15 +73,15 @@ void Stage::refreshEntry() {
 
 void Stage::fill() {
     selector_->clearEntries();
-    QList<Selector::Entry> entries;
+    platform::NameList names;
     Trap step;
-    step([&] { entries = records.entries(); });
-    if (entries.isEmpty()) {
+    step([&] { names = records.names(); });
+    if (names.size() == 0) {
         showUsualCaption();
         pane.setLocked(true);
         return;
     }
-    selector_->setEntries(std::move(entries));
+    selector_->setEntries(std::move(names));
     step([&] { data().MoveFirst(); });
     select(findEntry(pane.name()));
     if (!selector_->currentText().isEmpty()) {

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include "platform/controls/selector.h"
 #include "records/stage_facts.h"
 #include "records/stage_fields.h"
 #include "records/stage_records.h"

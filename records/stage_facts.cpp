@@ -1,8 +1,8 @@
 #include "records/stage_facts.h"
 
 #include <QCheckBox>
+#include <algorithm>
 
-#include "common/window_helpers.h"
 #include "platform/dao/recordset.h"
 #include "records/entry_fields.h"
 #include "records/main_fields.h"
@@ -22,23 +22,44 @@ QString clientOfFields(const EntryFields& fields) {
     return personName(fields.text(kSurname), fields.text(kGivenName), fields.text(kNickName));
 }
 
-QString clientOfRow(const dao::Recordset& row) {
-    const dao::Value& firmAddress = row["FirmAddress"];
-    if (!firmAddress.isNull() && firmAddress.asBool()) {
-        const QString firm = textOf(row["FirmName"]);
-        if (!firm.trimmed().isEmpty()) {
-            return firm;
-        }
+const std::string& textIn(const dao::Field& field) {
+    return field.Value().textRef();
+}
+
+// A letter that is plainly none of the many blanks there are makes an end of it for nearly every firm.
+bool isBlank(const std::string& text) {
+    const auto isPlain = [](char letter) { return letter > ' ' && letter < '\x7F'; };
+    return std::none_of(text.begin(), text.end(), isPlain) &&
+           QString::fromStdString(text).trimmed().isEmpty();
+}
+
+void appendPerson(std::string& to, const std::string& surname, const std::string& givenName,
+                  const std::string& nickName) {
+    to.append(surname).append(", ").append(givenName);
+    if (!nickName.empty()) {
+        to.append(" - ").append(nickName);
     }
-    return personName(textOf(row["Surname"]), textOf(row["GivenName"]), textOf(row["NickName"]));
+}
+
+NameWriter clientsOfRows(const dao::Recordset& rows) {
+    return [isFirm = rows.Fields("FirmAddress"), firm = rows.Fields("FirmName"),
+            surname = rows.Fields("Surname"), givenName = rows.Fields("GivenName"),
+            nickName = rows.Fields("NickName")](std::string& name) {
+        const dao::Value& firmAddress = isFirm.Value();
+        if (!firmAddress.isNull() && firmAddress.asBool() && !isBlank(textIn(firm))) {
+            name += textIn(firm);
+        } else {
+            appendPerson(name, textIn(surname), textIn(givenName), textIn(nickName));
+        }
+    };
 }
 
 QString computerOfFields(const EntryFields& fields) {
     return fields.text(kMachineName);
 }
 
-QString computerOfRow(const dao::Recordset& row) {
-    return textOf(row["MachineName"]);
+NameWriter computersOfRows(const dao::Recordset& rows) {
+    return [machine = rows.Fields("MachineName")](std::string& name) { name += textIn(machine); };
 }
 
 }  // namespace
@@ -48,9 +69,9 @@ QString computerOfRow(const dao::Recordset& row) {
 const StageFacts& stageFacts(int stageIndex) {
     static const StageFacts all[kStageCount] = {
         {"Customers", "QDCustomers", "CustID", "CustID, Surname, GivenName, NickName, FirmName, FirmAddress",
-         101, &entryPane(kClients), clientOfFields, clientOfRow},
+         101, &entryPane(kClients), clientOfFields, clientsOfRows},
         {"Computers", "QDComputers", "MachineID", "MachineID, MachineName", 102, &entryPane(kComputers),
-         computerOfFields, computerOfRow},
+         computerOfFields, computersOfRows},
         {"Services", "QDServices", "ID", nullptr, 103, nullptr, nullptr, nullptr},
     };
     return all[stageIndex];

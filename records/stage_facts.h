@@ -1,12 +1,17 @@
 #pragma once
 
 #include <QString>
+#include <functional>
+#include <string>
 
 class EntryFields;
 struct EntryPane;
 namespace dao {
 class Recordset;
 }
+
+// Writes the name of a record set's current row behind a text, in UTF-8; throws dao::Error.
+using NameWriter = std::function<void(std::string& name)>;
 
 // What the shop's three kinds of record differ in: clients, computers, services. A stage reads a stored query
 // and not its table, so that a filter reaches everything that is read later.
@@ -18,7 +23,8 @@ struct StageFacts {
     int captionId;             // of the tab while nothing is chosen
     const EntryPane* pane;     // nullptr where nothing is typed
     QString (*nameOfFields)(const EntryFields& fields);  // as its entry and its tab show it
-    QString (*nameOfRow)(const dao::Recordset& row);     // the same from the file; throws dao::Error
+    // The same from the file; for as long as `rows` are open. Throws dao::Error.
+    NameWriter (*namesOfRows)(const dao::Recordset& rows);
 };
 
 inline constexpr int kClients = 0, kComputers = 1, kServices = 2;

@@ -2,8 +2,8 @@
 
 #include "platform/system/trap.h"
 
+using platform::NameList;
 using platform::Selection;
-using platform::Selector;
 using platform::Trap;
 using EditMode = dao::Recordset::EditModeKind;
 
@@ -20,7 +20,9 @@ qint32 StageRecords::key() const {
 }
 
 QString StageRecords::name() const {
-    return facts_.nameOfRow(data_->Recordset());
+    std::string name;
+    facts_.namesOfRows(data_->Recordset())(name);
+    return QString::fromStdString(name);
 }
 
 void StageRecords::find(qint32 number) {
@@ -29,18 +31,20 @@ void StageRecords::find(qint32 number) {
 
 // --- Reading.
 
-QList<Selector::Entry> StageRecords::entries() const {
-    Selection names = data_->selection;
-    names.columns = QLatin1String(facts_.entryColumns);
-    dao::Recordset rows = data_->Database().OpenRecordset(names.text().toStdString(), dao::dbOpenSnapshot);
-    QList<Selector::Entry> entries;
-    entries.reserve(rows.RecordCount());
+NameList StageRecords::names() const {
+    Selection entries = data_->selection;
+    entries.columns = QLatin1String(facts_.entryColumns);
+    dao::Recordset rows = data_->Database().OpenRecordset(entries.text().toStdString(), dao::dbOpenSnapshot);
+    NameList names;
     const dao::Field number = rows.Fields(0);
-    for (; !rows.EOF(); rows.MoveNext()) {
-        entries.append({facts_.nameOfRow(rows), number.Value().asLong()});
+    const NameWriter writeName = facts_.namesOfRows(rows);
+    for (std::string name; !rows.EOF(); rows.MoveNext()) {
+        name.clear();
+        writeName(name);
+        names.add({name, number.Value().asLong()});
     }
     rows.Close();
-    return entries;
+    return names;
 }
 
 bool StageRecords::isStale(const Selection& selection) const {

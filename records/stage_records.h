@@ -1,10 +1,9 @@
 #pragma once
 
-#include <QList>
 #include <QString>
 
 #include "platform/controls/data_control.h"
-#include "platform/controls/selector.h"
+#include "platform/controls/name_list.h"
 #include "records/stage_facts.h"
 
 // The record set of one stage: what it holds, and the row that it stands on.
@@ -15,10 +14,11 @@ class StageRecords {
 
     platform::DataControl& data() const { return *data_; }
 
-    qint32 key() const;                                // of the current row; -1 where there is none
-    QString name() const;                              // of the current row; throws dao::Error
-    void find(qint32 number);                          // throws as DataControl::FindFirst
-    QList<platform::Selector::Entry> entries() const;  // one for each record, in the order of the selection
+    qint32 key() const;        // of the current row; -1 where there is none
+    QString name() const;      // of the current row; throws dao::Error
+    void find(qint32 number);  // throws as DataControl::FindFirst
+    // With their numbers, in the order of the selection; throws dao::Error.
+    platform::NameList names() const;
 
     bool isStale(const platform::Selection& selection) const;
     void refresh(const platform::Selection& selection);  // throws as DataControl::Refresh

@@ -3,15 +3,11 @@
 #include <QAbstractListModel>
 #include <QListView>
 #include <QSignalBlocker>
-#include <algorithm>
-#include <string>
 #include <utility>
-#include <vector>
 
 #include "platform/controls/cut_texts.h"
 #include "platform/controls/focus_style.h"
 #include "platform/controls/wheel.h"
-#include "platform/text/order.h"
 
 namespace platform {
 namespace {
@@ -29,19 +25,8 @@ class ListPopup : public FocusStyle {
     }
 };
 
-std::string keyOf(const QString& text) {
-    const QByteArray bytes = text.toUtf8();
-    return alphabet::orderKey({bytes.constData(), static_cast<size_t>(bytes.size())});
-}
-
-// Eight bytes of a key in one number that orders as they do: most names differ in their first sixteen, and
-// tens of thousands of them are put in order while somebody waits.
-quint64 bytesOf(const std::string& key, size_t from) {
-    quint64 bytes = 0;
-    for (size_t i = from; i < from + 8; ++i) {
-        bytes = (bytes << 8) | (i < key.size() ? static_cast<unsigned char>(key[i]) : 0U);
-    }
-    return bytes;
+NameList::Name nameOf(const QByteArray& utf8, qint32 number) {
+    return {{utf8.constData(), static_cast<std::size_t>(utf8.size())}, number};
 }
 
 }  // namespace
@@ -50,56 +35,44 @@ class Selector::Model : public QAbstractListModel {
  public:
     using QAbstractListModel::QAbstractListModel;
 
-    // The key is that of the text an entry came in with. A text replaced later leaves it alone, and with it
-    // the entry's place and the order of all others.
-    struct Row {
-        QString text;
-        std::string key;
-        qint32 data;
-    };
-
     int rowCount(const QModelIndex& parent = {}) const override {
-        return parent.isValid() ? 0 : static_cast<int>(rows.size());
+        return parent.isValid() ? 0 : names.size();
     }
     QVariant data(const QModelIndex& index, int role) const override {
-        if (!index.isValid() || static_cast<size_t>(index.row()) >= rows.size()) {
+        if (!index.isValid() || !has(index.row())) {
             return {};
         }
-        const Row& row = rows[static_cast<size_t>(index.row())];
         if (role == Qt::DisplayRole || role == Qt::EditRole) {
-            return row.text;
+            return names.text(index.row());
         }
-        return role == Qt::UserRole ? QVariant(row.data) : QVariant();
+        return role == Qt::UserRole ? QVariant(names.at(index.row()).number) : QVariant();
     }
 
-    bool has(int index) const { return index >= 0 && index < rowCount(); }
+    bool has(int index) const { return index >= 0 && index < names.size(); }
 
-    void setAll(std::vector<Row> sorted) {
+    void setAll(NameList sorted) {
         beginResetModel();
-        rows = std::move(sorted);
+        names = std::move(sorted);
         endResetModel();
     }
-    int insert(Row row) {
-        const auto after = std::upper_bound(rows.begin(), rows.end(), row, before);
-        const int index = static_cast<int>(after - rows.begin());
+    int insert(NameList::Name name) {
+        const int index = names.placeFor(name.text);
         beginInsertRows({}, index, index);
-        rows.insert(after, std::move(row));
+        names.insert(index, name);
         endInsertRows();
         return index;
     }
     void remove(int index) {
         beginRemoveRows({}, index, index);
-        rows.erase(rows.begin() + index);
+        names.remove(index);
         endRemoveRows();
     }
     void replace(int index, const QString& text) {
-        rows[static_cast<size_t>(index)].text = text;
+        names.replace(index, text.toStdString());
         emit dataChanged(this->index(index), this->index(index));
     }
 
-    static bool before(const Row& a, const Row& b) { return a.key < b.key; }
-
-    std::vector<Row> rows;
+    NameList names;
 };
 
 Selector::Selector(QWidget* parent) : QComboBox(parent), model_(new Model(this)) {
@@ -120,47 +93,28 @@ Selector::Selector(QWidget* parent) : QComboBox(parent), model_(new Model(this))
 }
 
 void Selector::clearEntries() {
-    setEntries({});
+    setEntries(NameList());
 }
 
-void Selector::setEntries(QList<Entry> entries) {
-    struct Place {
-        quint64 head, neck;
-        std::string key;
-        qsizetype entry;
-    };
-    std::vector<Place> order;
-    order.reserve(static_cast<size_t>(entries.size()));
-    for (qsizetype i = 0; i < entries.size(); ++i) {
-        std::string key = keyOf(entries.at(i).text);
-        const quint64 head = bytesOf(key, 0), neck = bytesOf(key, 8);
-        order.push_back({head, neck, std::move(key), i});
+void Selector::setEntries(const QList<Entry>& entries) {
+    NameList names;
+    for (const Entry& entry : entries) {
+        names.add(nameOf(entry.text.toUtf8(), entry.data));
     }
-    std::sort(order.begin(), order.end(), [](const Place& a, const Place& b) {
-        if (a.head != b.head) {
-            return a.head < b.head;
-        }
-        if (a.neck != b.neck) {
-            return a.neck < b.neck;
-        }
-        const int keys = a.key.compare(b.key);
-        return keys != 0 ? keys < 0 : a.entry < b.entry;
-    });
-    std::vector<Model::Row> rows;
-    rows.reserve(order.size());
-    for (Place& place : order) {
-        rows.push_back(
-            {std::move(entries[place.entry].text), std::move(place.key), entries[place.entry].data});
-    }
+    setEntries(std::move(names));
+}
+
+void Selector::setEntries(NameList names) {
+    names.sort();
     const QSignalBlocker quiet(this);
-    model_->setAll(std::move(rows));
+    model_->setAll(std::move(names));
     setCurrentIndex(-1);
 }
 
 int Selector::addEntry(const QString& text, qint32 number) {
     const bool nothingSelected = currentIndex() < 0;
     const QSignalBlocker quiet(this);
-    const int index = model_->insert({text, keyOf(text), number});
+    const int index = model_->insert(nameOf(text.toUtf8(), number));
     if (nothingSelected) {
         setCurrentIndex(-1);
     }
@@ -196,17 +150,15 @@ int Selector::entryCount() const {
 }
 
 QString Selector::entryText(int index) const {
-    return model_->has(index) ? model_->rows[static_cast<size_t>(index)].text : QString();
+    return model_->has(index) ? model_->names.text(index) : QString();
 }
 
 qint32 Selector::entryData(int index) const {
-    return model_->has(index) ? model_->rows[static_cast<size_t>(index)].data : -1;
+    return model_->has(index) ? model_->names.at(index).number : -1;
 }
 
 int Selector::findPrefix(const QString& text) const {
-    const auto begins = [&](const Model::Row& row) { return row.text.startsWith(text, Qt::CaseInsensitive); };
-    const auto found = std::find_if(model_->rows.begin(), model_->rows.end(), begins);
-    return found == model_->rows.end() ? -1 : static_cast<int>(found - model_->rows.begin());
+    return model_->names.findPrefix(text);
 }
 
 }  // namespace platform

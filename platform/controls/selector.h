@@ -4,10 +4,12 @@
 #include <QList>
 #include <QString>
 
+#include "platform/controls/name_list.h"
+
 namespace platform {
 
 // A drop-down list that keeps itself in alphabetical order, each entry carrying a number (item data). Texts
-// need not be unique. Holds 100,000 entries and stays quick. Indices count from 0; -1: nothing selected.
+// need not be unique. Holds a million entries and stays quick. Indices count from 0; -1: nothing selected.
 class Selector : public QComboBox {
     Q_OBJECT
  public:
@@ -19,7 +21,8 @@ class Selector : public QComboBox {
     };
     void clearEntries();
     // Many at once, in any order: sorted once. The selection goes to -1. No change signal.
-    void setEntries(QList<Entry> entries);
+    void setEntries(const QList<Entry>& entries);
+    void setEntries(NameList names);  // added, not sorted yet
     int addEntry(const QString& text,
                  qint32 number);  // its place in the order; the selection stays on its entry
     void removeEntry(int index);  // of the selected entry: the selection goes to -1

@@ -1,8 +1,10 @@
 #include "platform/text/order.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 
 namespace alphabet {
 namespace {
@@ -255,11 +257,15 @@ int compare(std::string_view a, std::string_view b) {
     return marks;
 }
 
-std::string orderKey(std::string_view text) {
-    std::string key;
-    key.reserve(text.size() + 8);
+// Most names are plain letters from their first to their last.
+void appendOrderKey(std::string& key, std::string_view text) {
+    const auto marked = std::find_if(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; });
+    std::transform(text.begin(), marked, std::back_inserter(key), [](char letter) {
+        return static_cast<char>(lowerAscii(static_cast<unsigned char>(letter)));
+    });
+    auto plain = static_cast<std::size_t>(marked - text.begin());  // letters since the last mark
+    text.remove_prefix(plain);
     std::string marks;
-    std::size_t plain = 0;  // letters since the last mark
     while (!text.empty()) {
         const Place place = placeOf(takeCharacter(text));
         appendLetter(key, place.letter);
@@ -275,6 +281,12 @@ std::string orderKey(std::string_view text) {
         key.push_back(kEndOfLetters);
         key += marks;
     }
+}
+
+std::string orderKey(std::string_view text) {
+    std::string key;
+    key.reserve(text.size() + 8);
+    appendOrderKey(key, text);
     return key;
 }
 

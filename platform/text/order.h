@@ -32,5 +32,7 @@ inline bool same(std::string_view a, std::string_view b) {
 // Bytes that compare, as unsigned bytes, as the texts do: for whoever can only compare bytes, or compares
 // often. Only of texts without U+0000.
 std::string orderKey(std::string_view text);
+// The same behind what is there already.
+void appendOrderKey(std::string& key, std::string_view text);
 
 }  // namespace alphabet

@@ -1,0 +1,63 @@
+#include "platform/controls/name_list.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using platform::NameList;
+
+NameList listOf(std::initializer_list<NameList::Name> names) {
+    NameList list;
+    for (const NameList::Name& name : names) {
+        list.add(name);
+    }
+    list.sort();
+    return list;
+}
+
+TEST(NameList, SortsOnceAndKeepsTheNumbers) {
+    const NameList list = listOf({{"Zorić", 7}, {"antić", 3}, {"", 9}});
+    ASSERT_EQ(list.size(), 3);
+    EXPECT_EQ(list.at(0).number, 9);
+    EXPECT_EQ(list.at(0).text, "");
+    EXPECT_EQ(list.text(1), QString("antić"));
+    EXPECT_EQ(list.at(2).number, 7);
+}
+
+TEST(NameList, APlaceInTheOrderIsBehindTheNamesakes) {
+    NameList list = listOf({{"Babić", 1}, {"BABIĆ", 2}, {"Cvetić", 3}});
+    EXPECT_EQ(list.placeFor("babić"), 2);
+    EXPECT_EQ(list.placeFor("Aa"), 0);
+    EXPECT_EQ(list.placeFor("Žika"), 3);
+    list.insert(2, {"babić", 8});
+    EXPECT_EQ(list.at(2).number, 8);
+    EXPECT_EQ(list.at(3).text, "Cvetić");
+    list.remove(0);
+    EXPECT_EQ(list.at(0).number, 2);
+}
+
+TEST(NameList, AReplacedNameIsSortedAsTheOneBeforeIt) {
+    NameList list = listOf({{"A", 1}, {"B", 2}, {"C", 3}});
+    list.replace(1, "Zoran, who is longer than the name before");
+    EXPECT_EQ(list.text(1), "Zoran, who is longer than the name before");
+    EXPECT_EQ(list.at(1).number, 2);
+    EXPECT_EQ(list.placeFor("Bb"), 2);
+    EXPECT_EQ(list.findPrefix("zoran, WHO"), 1);
+    EXPECT_EQ(list.findPrefix("b"), -1);
+}
+
+// Also those that are the same only in another alphabet's eyes: the sign for kelvin is a small k.
+TEST(NameList, ABeginningIsFoundWhateverItsLetters) {
+    const NameList list = listOf({{"Kosta", 1}, {"Čola", 2}, {"kČ", 3}, {"\xE2\x84\xAAim", 4}, {"ko", 5}});
+    EXPECT_EQ(list.at(list.findPrefix("KO")).number, 5);
+    EXPECT_EQ(list.at(list.findPrefix("kos")).number, 1);
+    EXPECT_EQ(list.at(list.findPrefix("čo")).number, 2);
+    EXPECT_EQ(list.at(list.findPrefix("Kč")).number, 3);
+    EXPECT_EQ(list.at(list.findPrefix("KI")).number, 4);
+    EXPECT_EQ(list.at(list.findPrefix("\u212AOST")).number, 1);
+    EXPECT_EQ(list.findPrefix("kostaa"), -1);
+    EXPECT_EQ(list.findPrefix(""), 0);
+    EXPECT_EQ(NameList().findPrefix(""), -1);
+}
+
+}  // namespace
