@@ -15,12 +15,16 @@ QToolButton* opener(const StagePanes& panes, int index) {
     return panes.findChild<QToolButton*>(arrayName("Command1", index));
 }
 
+Stage& stageAt(ShopRecords& shop, std::size_t index) {
+    return shop.stages[static_cast<int>(index)];
+}
+
 }  // namespace
 
 MainControls::MainControls(ShopRecords& shop, const StagePanes& panes, const StageSwitch& tabs,
                            const MainBars& bars, const MainStatus& status)
     : Data1{&shop.stages[kClients].data(), &shop.stages[kComputers].data(), &shop.stages[kServices].data()},
-      Combo1{panes.selector(kClients), panes.selector(kComputers)},
+      Combo1([&shop](std::size_t stage) { return &stageAt(shop, stage).selector(); }),
       Text2{panes.typeAhead(kClients), panes.typeAhead(kComputers)},
       Text1(shop.fields.texts),
       DTPicker1(shop.fields.dates),
@@ -33,4 +37,7 @@ MainControls::MainControls(ShopRecords& shop, const StagePanes& panes, const Sta
       StatusBar1(status.bar()),
       StageDirty(
           {&shop.stages[kClients].dirty, &shop.stages[kComputers].dirty, &shop.stages[kServices].dirty}),
-      RememberedIndex({&shop.stages[kClients].remembered, &shop.stages[kComputers].remembered}) {}
+      RememberedIndex([&shop](std::size_t stage) -> int& {
+          stageAt(shop, stage).selector();
+          return stageAt(shop, stage).remembered;
+      }) {}

@@ -29,7 +29,7 @@ struct MainControls {
                  const MainStatus& status);
 
     const std::array<platform::DataControl*, kStageCount> Data1;
-    const std::array<platform::Selector*, kSelectorCount> Combo1;
+    const AskedView<platform::Selector*> Combo1;
     const std::array<QLineEdit*, kSelectorCount> Text2;  // type-ahead boxes
     const std::array<QWidget*, EntryFields::kCount>& Text1;
     const std::array<platform::DateField*, 3>& DTPicker1;
@@ -41,5 +41,5 @@ struct MainControls {
     QToolBar* const& Toolbar1;               // nullptr until CreateToolbar
     platform::StatusBar* const& StatusBar1;  // nullptr until CreateStatusBar
     const ArrayView<bool, kStageCount> StageDirty;
-    const ArrayView<int, kSelectorCount> RememberedIndex;
+    const AskedView<int&> RememberedIndex;
 };

@@ -162,7 +162,7 @@ void ShopFilter::forget() {
 // A new record gives way to the one under it, which is the one to be chosen again.
 ShopFilter::Before ShopFilter::takeFrom(int stageIndex, bool adding) {
     Stage& stage = stages_[stageIndex];
-    Before before{stage.chosen(), -1, stage.selector().currentText(), TypedEntry(stage)};
+    Before before{stage.chosen(), -1, stage.chosenName(), TypedEntry(stage)};
     if (adding) {
         stage.records.dropPendingRow();
     }

@@ -1,11 +1,13 @@
 #include "records/stage.h"
 
 #include <QSignalBlocker>
+#include <utility>
 
 #include "common/modMain.h"
 #include "platform/system/trap.h"
 #include "records/main_view.h"
 
+using platform::Selector;
 using platform::Trap;
 
 Stage::Stage(int index, const EntryFields& fields, MainView& window, QObject* parent)
@@ -21,21 +23,33 @@ void Stage::showUsualCaption() {
 
 // --- The record on show, and its entry.
 
-qint32 Stage::chosen() const {
-    return selector_->entryData(selector_->currentIndex());
+Selector& Stage::selector() {
+    if (const std::optional<PutOff> due = std::exchange(putOff_, std::nullopt); due && readEntries()) {
+        select(findEntry(due->name));
+    }
+    return *selector_;
 }
 
-int Stage::findEntry(const QString& name) const {
-    const int first = selector_->findPrefix(name);
+qint32 Stage::chosen() const {
+    return putOff_ ? putOff_->number : selector_->entryData(selector_->currentIndex());
+}
+
+QString Stage::chosenName() const {
+    return putOff_ ? putOff_->name : selector_->currentText();
+}
+
+int Stage::findEntry(const QString& name) {
+    const Selector& entries = selector();
+    const int first = entries.findPrefix(name);
     if (first < 0) {
         return first;
     }
     const qint32 wanted = records.key();
-    for (int i = first; i < selector_->entryCount(); ++i) {
-        if (selector_->entryText(i).compare(name, Qt::CaseInsensitive) != 0) {
+    for (int i = first; i < entries.entryCount(); ++i) {
+        if (entries.entryText(i).compare(name, Qt::CaseInsensitive) != 0) {
             break;
         }
-        if (selector_->entryData(i) == wanted) {
+        if (entries.entryData(i) == wanted) {
             return i;
         }
     }
@@ -43,9 +57,10 @@ int Stage::findEntry(const QString& name) const {
 }
 
 void Stage::select(int entry) {
-    const QSignalBlocker quiet(selector_);
-    selector_->setCurrentIndex(entry);
-    selector_->update();
+    Selector& entries = selector();
+    const QSignalBlocker quiet(&entries);
+    entries.setCurrentIndex(entry);
+    entries.update();
     remembered = entry;
 }
 
@@ -60,18 +75,32 @@ void Stage::showEntryOfRecord() {
 }
 
 void Stage::refreshEntry() {
-    const int entry = selector_->currentIndex();
+    Selector& entries = selector();
+    const int entry = entries.currentIndex();
     const QString shown = pane.name();
-    if (entry < 0 || selector_->entryText(entry) == shown || selector_->entryData(entry) != records.key()) {
+    if (entry < 0 || entries.entryText(entry) == shown || entries.entryData(entry) != records.key()) {
         return;
     }
-    selector_->replaceText(entry, shown);
+    entries.replaceText(entry, shown);
     showCaption(shown);
 }
 
 // --- Reading.
 
 void Stage::fill() {
+    putOff_.reset();
+    if (!readEntries()) {
+        return;
+    }
+    Trap step;
+    step([&] { data().MoveFirst(); });
+    select(findEntry(pane.name()));
+    if (const QString text = chosenName(); !text.isEmpty()) {
+        showCaption(text);
+    }
+}
+
+bool Stage::readEntries() {
     selector_->clearEntries();
     platform::NameList names;
     Trap step;
@@ -79,12 +108,24 @@ void Stage::fill() {
     if (names.size() == 0) {
         showUsualCaption();
         pane.setLocked(true);
-        return;
+        return false;
     }
     selector_->setEntries(std::move(names));
-    step([&] { data().MoveFirst(); });
-    select(findEntry(pane.name()));
-    if (!selector_->currentText().isEmpty()) {
-        showCaption(selector_->currentText());
+    return true;
+}
+
+void Stage::fillWhenSeen() {
+    bool hasRecords = false;
+    Trap step;
+    step([&] {
+        data().MoveFirst();
+        hasRecords = !data().Recordset().EOF();
+    });
+    if (!hasRecords) {
+        return fill();
+    }
+    putOff_ = {pane.name(), records.key()};
+    if (!chosenName().isEmpty()) {
+        showCaption(chosenName());
     }
 }

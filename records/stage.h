@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 
 #include "platform/controls/selector.h"
 #include "records/stage_facts.h"
@@ -27,23 +28,36 @@ class Stage {
     int index() const { return index_; }
     const StageFacts& facts() const { return stageFacts(index_); }
     platform::DataControl& data() const { return records.data(); }
-    platform::Selector& selector() const { return *selector_; }
+    platform::Selector& selector();  // filled, where that was put off
     void setSelector(platform::Selector* selector) { selector_ = selector; }
 
     void showCaption(const QString& text);  // of its tab
     void showUsualCaption();                // that of a stage where nothing is chosen
 
-    qint32 chosen() const;  // the number of the selector's entry; -1 where there is none
-    bool isChosen() const { return selector_->currentIndex() >= 0; }
-    bool isEmpty() const { return selector_->entryCount() == 0; }
-    int findEntry(const QString& name) const;  // of several of one name that of the current row
-    void select(int entry);                    // without a signal, and remembered
-    void showEntryOfRecord();                  // selector and tab go to the record on show
+    qint32 chosen() const;       // the number of the selector's entry; -1 where there is none
+    QString chosenName() const;  // the text of the same; empty where there is none
+    bool isChosen() const { return putOff_ || selector_->currentIndex() >= 0; }
+    bool isEmpty() const { return !putOff_ && selector_->entryCount() == 0; }
+    int findEntry(const QString& name);  // of several of one name that of the current row
+    void select(int entry);              // without a signal, and remembered
+    void showEntryOfRecord();            // selector and tab go to the record on show
     void refreshEntry();  // to the text of the fields, where the entry is that of the record on show
     void fill();  // the selector, from the selection; its first record is shown. Locks an empty stage.
+    // The same, but the file is not asked for the entries until somebody looks at the selector: that of a
+    // stage nobody sees is mostly filled anew before anybody does.
+    void fillWhenSeen();
 
  private:
+    // The entry of the first record, which is the one on show until then.
+    struct PutOff {
+        QString name;
+        qint32 number;
+    };
+
+    bool readEntries();  // whether there are any
+
     int index_;
     MainView& window_;
     platform::Selector* selector_ = nullptr;
+    std::optional<PutOff> putOff_;  // nothing: the selector is filled
 };

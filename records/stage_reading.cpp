@@ -22,8 +22,15 @@ void StageReading::FillClientCombo() {
     fill(kClients);
 }
 
+// Before anybody has gone there this is the whole shop's, and going there reads those of one client instead.
 void StageReading::FillComputerCombo() {
-    fill(kComputers);
+    if (stages_.CurrentStage > kComputers) {
+        return fill(kComputers);
+    }
+    stages_.LoadingList = true;
+    stages_[kComputers].fillWhenSeen();
+    window_.UpdateToolbarState();
+    stages_.LoadingList = false;
 }
 
 void StageReading::fill(int index) {
@@ -72,13 +79,14 @@ void StageReading::updateAhead(int oldStage, int newStage, Trap& step) {
 void StageReading::updateComputers(bool servicesToo, Trap& step) {
     Stage& computers = stages_[kComputers];
     const Selection ofClient = stages_.computersOfClient();
-    const QString chosen = computers.selector().currentText();
+    const bool stale = computers.records.isStale(ofClient);
+    const QString chosen = stale ? computers.chosenName() : computers.selector().currentText();
     if (chosen.isEmpty()) {
         computers.showUsualCaption();
     } else {
         computers.showCaption(chosen);
     }
-    if (!computers.records.isStale(ofClient)) {
+    if (!stale) {
         return;
     }
     step([&] { window_.SetStatusText(kWorking); });
