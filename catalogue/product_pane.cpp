@@ -3,14 +3,15 @@
 #include <QScopeGuard>
 #include <QTextEdit>
 #include <QVBoxLayout>
+#include <memory>
 
 #include "catalogue/pane_layout.h"
+#include "catalogue/product_rows.h"
 #include "catalogue/sort_state.h"
 #include "common/window_helpers.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/list_view.h"
 #include "platform/controls/pictures.h"
-#include "platform/system/numbers.h"
 #include "platform/system/trap.h"
 
 using platform::SortTag;
@@ -27,35 +28,6 @@ QHash<QString, QIcon> sortArrows() {
             {QStringLiteral("DESC"), platform::icon(QStringLiteral("SortDown"))},
             {QStringLiteral("dummy"), platform::icon(QStringLiteral("Dummy"))}};
 }
-
-// The fields of a product's row, looked up once for the whole list.
-struct ProductFields {
-    explicit ProductFields(const dao::Recordset& rows)
-        : id(rows.Fields("ID")),
-          maker(rows.Fields("Proizvodjac")),
-          name(rows.Fields("Naziv")),
-          description(rows.Fields("Opis")),
-          price(rows.Fields("Cena1")),
-          stock(rows.Fields("Stanje")),
-          note(rows.Fields("Napomena")),
-          unit(rows.Fields("JM")) {}
-
-    platform::ListItem item() const {
-        const bool noStock = stock.Value().isNull();
-        const float pieces = noStock ? 0.0F : stock.Value().asSingle();
-        ProductRow row;
-        row.setText(ProductColumn::Manufacturer, textOf(maker));
-        row.setText(ProductColumn::Name, textOf(name));
-        row.setText(ProductColumn::Description, textOf(description));
-        row.setText(ProductColumn::Price,
-                    price.Value().isNull() ? QString() : platform::formatGrouped(price.Value().asDouble()));
-        row.setText(ProductColumn::Stock, noStock ? QString() : platform::textOfSingle(pieces));
-        row.setNoteAndUnit(textOf(note), textOf(unit));
-        return productItem(id.Value().asLong(), row, pieces);
-    }
-
-    dao::Field id, maker, name, description, price, stock, note, unit;
-};
 
 }  // namespace
 
@@ -136,7 +108,11 @@ QString ProductPane::fill() {
     list_->setUpdatesEnabled(false);
     const auto drawn = qScopeGuard([this] { list_->setUpdatesEnabled(true); });
     if (fields) {
-        fillRows(step, [&] { list_->addItem(fields->item()); });
+        const auto rows = std::make_shared<ProductRows>();
+        fillRows(step, [&] { rows->take(*fields); });
+        list_->setLazyItems(
+            rows->count(), [rows](int index) { return rows->row(index); },
+            [rows](const QString& key) { return rows->find(key); });
     }
     setCount(list_->count());
     if (list_->count() == 0) {

@@ -38,7 +38,10 @@ float DrawnRows::take(const SourceFields& fields, platform::Trap& step) {
     if (const dao::Value& product = fields.id.Value(); !product.isNull()) {
         row.product = product.asLong();
     }
-    takeTexts(row, fields);
+    row.firstText = texts_.count();
+    for (const dao::Field& text : fields.texts) {
+        texts_.add(text.Value().textRef());
+    }
     step([&] {
         const float euro = fields.price.Value().asSingle();
         row.price = CeneDinarske ? euro * KursKupovni : euro;
@@ -46,15 +49,6 @@ float DrawnRows::take(const SourceFields& fields, platform::Trap& step) {
     step([&] { row.quantity = fields.quantity.Value().asSingle(); });
     step([&] { add(row); });
     return row.price && row.quantity ? platform::throughGroupedFormat(*row.quantity * *row.price) : 0.0F;
-}
-
-void DrawnRows::takeTexts(Row& row, const SourceFields& fields) {
-    row.textsAt = texts_.size();
-    for (std::size_t i = 0; i < kTexts; ++i) {
-        const std::string& text = fields.texts[i].Value().textRef();
-        row.textSizes[i] = static_cast<std::uint32_t>(text.size());
-        texts_ += text;
-    }
 }
 
 void DrawnRows::add(const Row& row) {
@@ -75,17 +69,11 @@ platform::ListItem DrawnRows::row(int index) const {
     const Row& kept = rows_[static_cast<std::size_t>(index) - 1];
     platform::ListItem row = emptyRow(keyOf(kept));
     row.SmallIcon = QStringLiteral("stavka");
-    const char* text = texts_.data() + kept.textsAt;
-    std::size_t next = 0;
-    const auto nextText = [&] {
-        const std::uint32_t size = kept.textSizes[next++];
-        text += size;
-        return QString::fromUtf8(text - size, size);
-    };
+    std::size_t next = kept.firstText;
     for (const RequisitionColumn column : textColumns()) {
-        setCell(row, column, nextText());
+        setCell(row, column, texts_.text(next++));
     }
-    row.Tag = nextText();
+    row.Tag = texts_.text(next);
     setCell(row, RequisitionColumn::Price, amountText(kept.price));
     if (kept.quantity) {
         setCell(row, RequisitionColumn::Quantity, platform::textOfSingle(*kept.quantity));

@@ -2,12 +2,12 @@
 
 #include <QHash>
 #include <QString>
-#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <string>
 #include <vector>
 
+#include "common/row_texts.h"
 #include "documents/requisition_columns.h"
 #include "platform/dao/recordset.h"
 
@@ -44,20 +44,17 @@ class DrawnRows {
     int find(const QString& key) const;  // 0: none
 
  private:
-    static constexpr std::size_t kTexts = kTextColumns + 1;
     struct Row {
         std::optional<std::int32_t> product;
         std::optional<float> price;  // of one piece, in the unit that was on screen
         std::optional<float> quantity;
-        std::size_t textsAt = 0;
-        std::array<std::uint32_t, kTexts> textSizes{};
+        std::size_t firstText = 0;
     };
     static QString keyOf(const Row& row);
-    void takeTexts(Row& row, const SourceFields& fields);
     void add(const Row& row);
 
     std::vector<Row> rows_;
-    std::string texts_;  // of all rows, end to end
+    RowTexts texts_;
     QHash<qint64, int> indexes_;
 };
 

@@ -134,4 +134,89 @@ TEST_F(LongLists, AProductThatIsSelectedAfterAFillIsInSight) {
     });
 }
 
+// A group with more products than the screen shows: S1 to S300, i euro and pieces each.
+class LongGroup : public CatalogueCommands {
+ protected:
+    static constexpr int kRows = 300;
+    void fillLong() {
+        fillShop();
+        openDatabase().Execute("DELETE * FROM Oprema");
+        dao::DBEngine::BeginTrans();
+        for (int i = 1; i <= kRows; ++i) {
+            const std::string number = std::to_string(i);
+            ids.append(addProduct(monitors, adler, "S" + number, static_cast<float>(i),
+                                  static_cast<float>(i % 10), "nota|" + number));
+        }
+        dao::DBEngine::CommitTrans();
+    }
+    QString shown(const QString& key) {
+        const platform::ListItem& row = products().item(key);
+        return (QStringList{row.SmallIcon, row.Text} + row.subItems + QStringList{row.Tag}).join('/');
+    }
+    static QString rowText(int i) {
+        return QStringLiteral("%1/Adler/S%2/opis S%2/%2.00/%3/nota|%2|Kom.")
+            .arg(i % 10 == 0 ? "stanjenula" : "stanjeok")
+            .arg(i)
+            .arg(i % 10);
+    }
+    QList<int> ids;  // [0] is S1
+};
+
+TEST_F(LongGroup, RowsNobodySeesAreNotWritten) {
+    fillLong();
+    withMonitors([&] {
+        EXPECT_EQ(products().count(), kRows);
+        EXPECT_LT(products().madeCount(), 100);
+    });
+}
+
+TEST_F(LongGroup, EachRowIsItsProduct) {
+    fillLong();
+    withMonitors([&] {
+        for (int i = 1; i <= kRows; ++i) {
+            const QString key = keyOf(ids[i - 1]);
+            EXPECT_EQ(products().item(i).Key, key);
+            EXPECT_EQ(shown(key), rowText(i));
+        }
+        for (const QString& none : {QStringLiteral("K0"), QStringLiteral("K"), keyOf(ids.last() + 1),
+                                    'X' + QString::number(ids[0]), "K0" + QString::number(ids[0])}) {
+            EXPECT_FALSE(products().hasItem(none)) << none.toStdString();
+        }
+    });
+}
+
+TEST_F(LongGroup, RowsAreAsTheFileHadThemUntilItIsReadAgain) {
+    auto other = colleague("UPDATE Oprema SET Naziv='Drugi', Stanje=0, Napomena=NULL WHERE Naziv='S300'");
+    fillLong();
+    withMonitors([&] {
+        act(*other);
+        EXPECT_EQ(shown(keyOf(ids.last())), rowText(kRows));
+        press(&products(), Qt::Key_F5);
+        EXPECT_EQ(shown(keyOf(ids.last())), "stanjenula/Adler/Drugi/opis S300/300.00/0/|Kom.");
+    });
+}
+
+TEST_F(LongGroup, AProductThatIsDeletedUnseenLeavesTheOthersInTheirPlaces) {
+    auto other = colleague("DELETE * FROM Oprema WHERE Naziv='S150'");
+    fillLong();
+    withMonitors([&] {
+        act(*other);
+        EXPECT_EQ(shown(keyOf(ids[149])), rowText(150));
+        press(&products(), Qt::Key_F5);
+        EXPECT_EQ(products().count(), kRows - 1);
+        EXPECT_FALSE(products().hasItem(keyOf(ids[149])));
+        EXPECT_EQ(products().indexOf(keyOf(ids[150])), 150);
+        EXPECT_EQ(shown(keyOf(ids[150])), rowText(151));
+    });
+}
+
+TEST_F(LongGroup, PricesAreInTheUnitOfTheFilling) {
+    fillLong();
+    withMonitors([&] {
+        CeneDinarske = true;
+        press(&products(), Qt::Key_F5);
+        EXPECT_EQ(cellOf(products().item(kRows), ProductColumn::Price), "24,000.00");
+    });
+}
+
 }  // namespace
