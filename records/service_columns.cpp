@@ -57,8 +57,12 @@ QString fieldOf(ServiceColumn column) {
 }
 
 platform::ListItem itemOf(const StoredService& service) {
-    ServiceValues values = service.values;
-    countMissingAsNothing(values);
+    if (!isComplete(service.values)) {
+        StoredService whole = service;
+        countMissingAsNothing(whole.values);
+        return itemOf(whole);
+    }
+    const ServiceValues& values = service.values;
     platform::ListItem item;
     item.Key = service_row::keyOf(service.id);
     item.SmallIcon = stateOf(values);

@@ -88,7 +88,7 @@ QString repricedState(const QString& presentState, dao::Currency remainder, floa
 }
 
 QString keyOf(qint32 id) {
-    return QStringLiteral("K%1").arg(id);
+    return QLatin1Char('K') + QString::number(id);
 }
 
 qint32 idOfKey(const QString& key) {
@@ -96,7 +96,12 @@ qint32 idOfKey(const QString& key) {
 }
 
 QString tagOf(const QString& types, const QString& comments) {
-    return types + kMark + comments;
+    QString tag;
+    tag.reserve(types.size() + kMark.size() + comments.size());
+    tag += types;
+    tag += kMark;
+    tag += comments;
+    return tag;
 }
 
 QString typesOfTag(const QString& tag) {
