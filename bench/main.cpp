@@ -7,6 +7,7 @@
 #include <optional>
 #include <regex>
 
+#include "beat_measures.h"
 #include "common/settings.h"
 #include "delay.h"
 #include "drawing.h"
@@ -129,6 +130,7 @@ int usage() {
                  "       tarvello_bench SHOP.mdb --server \"host=FOLDER user=NAME dbname=postgres\" [--far] "
                  "[MEASURE-REGEX]\n"
                  "       tarvello_bench SHOP.mdb --startup\n"
+                 "       tarvello_bench SHOP.mdb --beats [--processor]\n"
                  "       tarvello_bench SHOP.mdb --drawing SECONDS WORKSTATION\n"
                  "       tarvello_bench SOCKET-FOLDER --delaying MICROSECONDS SERVER-FOLDER\n");
     return 2;
@@ -136,7 +138,7 @@ int usage() {
 
 struct Arguments {
     fs::path shop;
-    bool startUp = false, processor = false, isFar = false;
+    bool startUp = false, beats = false, processor = false, isFar = false;
     std::string server, wanted;
 };
 
@@ -149,6 +151,8 @@ bool read(const QStringList& words, Arguments& arguments) {
         const QString& word = words.at(at);
         if (word == QLatin1String("--startup")) {
             arguments.startUp = true;
+        } else if (word == QLatin1String("--beats")) {
+            arguments.beats = true;
         } else if (word == QLatin1String("--processor")) {
             arguments.processor = true;
         } else if (word == QLatin1String("--far")) {
@@ -189,7 +193,8 @@ std::optional<int> runPart(const QStringList& words) {
 }
 
 // Measures on two copies of the shop's file, by the wall's clock or the processor's, those whose name the
-// expression is found in. With --startup: one start of the program on that very file, in this process.
+// expression is found in. With --startup: one start of the program on that very file, in this process. With
+// --beats: how long the windows stand still while something long is done.
 int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     if (const std::optional<int> status = runPart(QApplication::arguments())) {
@@ -214,6 +219,9 @@ int main(int argc, char** argv) {
         return 0;
     }
     fs::copy_file(shop, copy);
+    if (arguments.beats) {
+        return beatMeasures(arguments.processor);
+    }
     measureAll(copy.parent_path(), wanted);
     return 0;
 }

@@ -1,0 +1,108 @@
+#include "beat_measures.h"
+
+#include <QTimer>
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <ctime>
+#include <fstream>
+#include <functional>
+#include <string>
+
+#include "data/session.h"
+#include "our_window.h"
+#include "platform/system/launch.h"
+#include "records/frmMain.h"
+
+namespace {
+
+clockid_t& clockInUse() {
+    static clockid_t clock = CLOCK_MONOTONIC;
+    return clock;
+}
+
+double millisecondsNow() {
+    std::timespec now{};
+    clock_gettime(clockInUse(), &now);
+    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
+}
+
+// The longest time that the event loop let go by without a turn, from the first moment to the last.
+class Beat {
+ public:
+    Beat() {
+        QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { turn(); });
+        timer_.start(kEvery);
+    }
+    double longestGap() {  // milliseconds
+        turn();
+        return longest_;
+    }
+
+ private:
+    static constexpr std::chrono::milliseconds kEvery{20};
+
+    void turn() {
+        const double now = millisecondsNow();
+        longest_ = std::max(longest_, now - last_);
+        last_ = now;
+    }
+
+    QTimer timer_;
+    double last_ = millisecondsNow();
+    double longest_ = 0;
+};
+
+// MiB; `what`: "VmRSS" now, "VmHWM" the most since it was last forgotten.
+double memoryOf(const std::string& what) {
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);) {
+        if (line.compare(0, what.size(), what) == 0) {
+            return std::stod(line.substr(what.size() + 1)) / 1024;
+        }
+    }
+    return 0;
+}
+
+void forgetPeak() {
+    std::ofstream("/proc/self/clear_refs") << 5;
+}
+
+void tellOf(const char* name, const std::function<void()>& deed) {
+    forgetPeak();
+    const double before = memoryOf("VmRSS");
+    const double begun = millisecondsNow();
+    Beat beat;
+    deed();
+    const double gap = beat.longestGap();
+    std::printf("| %s | %.0f ms | %.0f ms | %.0f MiB |\n", name, millisecondsNow() - begun, gap,
+                memoryOf("VmHWM") - before);
+    std::fflush(stdout);
+}
+
+void filter(int number) {
+    bool ok = false;
+    mainWindow().shop.filter.ApplyQuickFilter(number, ok);
+}
+
+}  // namespace
+
+int beatMeasures(bool processor) {
+    clockInUse() = processor ? CLOCK_PROCESS_CPUTIME_ID : CLOCK_MONOTONIC;
+    platform::setShellExecuteHook([](const QString&) { return 33; });  // nothing opens the report
+    std::printf("| | time | longest gap between two turns | memory above the start |\n|---|---|---|---|\n");
+    tellOf("opening the window", [] { mainWindow(); });
+    frmMain& window = mainWindow();
+    window.choices.report.ShowOnlySelectedClient = window.choices.report.ShowOnlySelectedComputer =
+        window.choices.report.ShowOnlySelectedService = false;
+    tellOf("text report", [&] { window.report.GenerateReport(); });
+    tellOf("refresh", [&] { window.shop.filter.RefreshAll(); });
+    tellOf("filter", [] { filter(0); });
+    tellOf("removing it", [&] { window.shop.filter.RemoveFilters(); });
+    window.choices.session.AlwaysCreateBackupDB = true;
+    tellOf("backup at closing", [] { closeMainWindow(); });
+    QString errorText;
+    tellOf("repair and compaction", [&] { RepairAndCompactDatabase(errorText, true); });
+    platform::setShellExecuteHook({});
+    return 0;
+}
