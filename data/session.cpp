@@ -14,11 +14,13 @@
 #include "data/backup_note.h"
 #include "data/schema.h"
 #include "platform/controls/boxes.h"
+#include "platform/dao/copy_watch.h"
 #include "platform/dao/dao.h"
 #include "platform/dao/moving.h"
 #include "platform/system/dates.h"
 #include "platform/system/files.h"
 #include "platform/system/trap.h"
+#include "platform/system/watched_copy.h"
 
 namespace {
 
@@ -262,6 +264,27 @@ bool backUpServer(const QString& path, const BackupWatch& watch, QString& errorT
     return true;
 }
 
+// The former backup is saved first and the copy is read again: of all these bytes each has its part.
+class BackupTelling {
+ public:
+    BackupTelling(const BackupWatch& watch, bool saves) : watch_(watch), before_(saves ? 1 : 0) {}
+
+    void saved(std::int64_t done, std::int64_t all) const { tell(done, all, 0); }
+    void copied(std::int64_t done, std::int64_t all) const { tell(2 * done, all, before_); }
+
+ private:
+    static constexpr std::int64_t kPart = 1'000'000;
+
+    void tell(std::int64_t done, std::int64_t all, std::int64_t parts) const {
+        if (watch_ && all > 0) {
+            watch_(parts * kPart + done * kPart / all, (before_ + 2) * kPart);
+        }
+    }
+
+    const BackupWatch& watch_;
+    std::int64_t before_;
+};
+
 // ----- the work queries
 
 constexpr std::array<const char*, 3> kWorkTables{"Customers", "Computers", "Services"};
@@ -436,9 +459,13 @@ bool BackupDatabase(QString& errorText, const BackupWatch& watch) {
     }
     dao::DBEngine::DiscardDatabase(temporary.toStdString());
     const bool saved = platform::fileExists(backup);
+    const BackupTelling telling(watch, saved);
     if (saved) {
         Trap saving;
-        saving([&] { platform::copyFile(backup, temporary); });
+        saving([&] {
+            platform::copyFile(backup, temporary,
+                               [&](std::int64_t done, std::int64_t all) { telling.saved(done, all); });
+        });
         if (saving.failed()) {
             return fail(errorText, lines(GetResString(1002), saving.line()));
         }
@@ -446,7 +473,10 @@ bool BackupDatabase(QString& errorText, const BackupWatch& watch) {
     // The copy takes the old backup's place in one step when it is whole. Deleting the old one first would
     // leave a shop without any backup if the power went just then.
     Trap copying;
-    copying([&] { dao::DBEngine::CopyDatabase(path.toStdString(), backup.toStdString()); });
+    copying([&] {
+        dao::copyDatabase(path.toStdString(), backup.toStdString(),
+                          [&](std::int64_t done, std::int64_t all) { telling.copied(done, all); });
+    });
     if (copying.failed()) {
         if (saved) {
             Trap restoring;

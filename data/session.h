@@ -26,10 +26,10 @@ void setOldFileTaker(OldFileTaker taker);
 QString newerDatabaseText();
 bool RepairAndCompactDatabase(QString& errorText, bool withPassword);
 bool UseBackupDatabase(QString& errorText, bool silent);
-// Of rows that are copied and compared; told now and then while it goes on.
+// Of what is copied and compared; told now and then while it goes on.
 using BackupWatch = std::function<void(std::int64_t done, std::int64_t total)>;
 // A file is copied every time. Of a shop on a server the backup that lies there stays where nothing but
-// stored queries has changed since it was made; only there `watch` is told.
+// stored queries has changed since it was made.
 bool BackupDatabase(QString& errorText, const BackupWatch& watch = {});
 
 namespace dao {

@@ -1,5 +1,6 @@
 #include "platform/dao/dbengine.h"
 
+#include "platform/dao/copy_watch.h"
 #include "platform/dao/database.h"
 #include "platform/dao/database_impl.h"
 #include "platform/dao/failure.h"
@@ -80,10 +81,14 @@ void DBEngine::CompactDatabase(const std::string& from, const std::string& to, c
 }
 
 void DBEngine::CopyDatabase(const std::string& from, const std::string& to) {
+    copyDatabase(from, to, {});
+}
+
+void copyDatabase(const std::string& from, const std::string& to, const CopyWatch& watch) {
     const StoreKind& source = kindOf(from);
     const StoreKind& target = kindOf(to);
     if (&source == &target) {
-        source.copy(from, to);
+        source.copy(from, to, watch);
     } else if (&source == &serverKind()) {
         ShopView(from).copyTo(to);
     } else {

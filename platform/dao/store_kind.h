@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "platform/dao/copy_watch.h"
 #include "platform/dao/place.h"
 #include "platform/dao/repair_report.h"
 
@@ -29,7 +30,7 @@ class StoreKind {
                                 const std::string& copy) const = 0;
     virtual void compact(const std::string& from, const std::string& to,
                          const std::string& connect) const = 0;
-    virtual void copy(const std::string& from, const std::string& to) const = 0;
+    virtual void copy(const std::string& from, const std::string& to, const CopyWatch& watch) const = 0;
     virtual void remove(const std::string& path) const = 0;
     virtual void rename(const std::string& from, const std::string& to) const = 0;
     // What is left of a copy that nobody needs, whatever comes of it.

@@ -7,8 +7,12 @@
 #include <QSaveFile>
 #include <QStandardPaths>
 #include <QTemporaryFile>
+#ifdef Q_OS_LINUX
+#include <fcntl.h>
+#endif
 
 #include "platform/system/trap.h"
+#include "platform/system/watched_copy.h"
 
 namespace platform {
 
@@ -120,6 +124,17 @@ bool seed(const QString& from, const QString& to) {
     return recordsCopied;
 }
 
+// What is written goes on its way to the disk at once: kept back, all of a large file would be waited for at
+// the end.
+void sendOff(QSaveFile& writer) {
+#ifdef Q_OS_LINUX
+    writer.flush();
+    sync_file_range(writer.handle(), 0, 0, SYNC_FILE_RANGE_WRITE);
+#else
+    Q_UNUSED(writer)
+#endif
+}
+
 }  // namespace
 
 QString nativePath(const QString& path) {
@@ -132,6 +147,10 @@ bool fileExists(const QString& path) {
 }
 
 void copyFile(const QString& from, const QString& to) {
+    copyFile(from, to, {});
+}
+
+void copyFile(const QString& from, const QString& to, const FileWatch& watch) {
     const QString source = nativePath(from);
     const QString target = nativePath(to);
     requireFile(source);
@@ -152,6 +171,10 @@ void copyFile(const QString& from, const QString& to) {
             fail(kAccess, source);
         }
         writeAll(writer, block);
+        sendOff(writer);
+        if (watch) {
+            watch(reader.pos(), reader.size());
+        }
     }
     if (!writer.commit()) {
         fail(writer);

@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <set>
+#include <vector>
 
 #include "data/session.h"
 #include "data/session_fixture.h"
@@ -54,6 +56,21 @@ TEST_F(MaintenanceTest, ABackupReplacesTheFormerOne) {
     EXPECT_TRUE(BackupDatabase(errorText));
     EXPECT_EQ(bytesOf(backup()), bytesOf(databaseFile()));
     EXPECT_FALSE(QFile::exists(temporary()));
+}
+
+// The former backup is saved first, the database copied, and the copy read again.
+TEST_F(MaintenanceTest, ABackupTellsHowFarItIs) {
+    for (const bool hasFormer : {false, true}) {
+        SCOPED_TRACE(hasFormer);
+        std::vector<double> parts;
+        EXPECT_TRUE(BackupDatabase(errorText, [&](std::int64_t done, std::int64_t total) {
+            parts.push_back(static_cast<double>(done) / static_cast<double>(total));
+        }));
+        ASSERT_EQ(parts.size(), hasFormer ? 3U : 2U) << "less than a piece is copied here at one time";
+        EXPECT_TRUE(std::is_sorted(parts.begin(), parts.end()));
+        EXPECT_NEAR(parts.front(), hasFormer ? 1.0 / 3 : 0.5, 0.001);
+        EXPECT_EQ(parts.back(), 1.0);
+    }
 }
 
 TEST_F(MaintenanceTest, TheBackupStaysWithTheWorkstation) {

@@ -2,6 +2,8 @@
 // restarting.
 
 #include <QLabel>
+#include <QProgressBar>
+#include <QTimer>
 #include <climits>
 
 #include "main_window.h"
@@ -86,6 +88,28 @@ TEST_F(Session, CloseWithBackupLeavesProperlyClosedAlone) {
     EXPECT_FALSE(settings::boolean(settings::ProperlyClosed));
     EXPECT_TRUE(QFile::exists(path("Tarvello.bkp")));
     EXPECT_TRUE(boxes.asked.isEmpty());
+}
+
+TEST_F(Session, ALongBackupShowsHowFarItIs) {
+    shop();
+    start();
+    win().shop.session.BackupPatience = 0;
+    int turns = 0;
+    QTimer watch;
+    whileProgressIsShown(watch, [&](const QProgressBar& bar) {
+        ++turns;
+        EXPECT_TRUE(bar.isVisible());
+        EXPECT_EQ(bar.accessibleName(), "Backup");
+        EXPECT_GT(bar.value(), 0);
+        win().close();  // a second time: the first is under way
+    });
+    win().close();
+    watch.stop();
+    EXPECT_GT(turns, 0);
+    EXPECT_EQ(win().findChild<QProgressBar*>("ProgressBar1"), nullptr);
+    EXPECT_TRUE(win().isUnloaded());
+    EXPECT_TRUE(QFile::exists(path("Tarvello.bkp")));
+    EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
 }
 
 TEST_F(Session, FailedBackupIsToldAndTheProgramEndsAllTheSame) {

@@ -82,7 +82,7 @@ class ServerKind final : public StoreKind {
         shop.link->connection().execute("VACUUM (FULL, ANALYZE)", asLongAsItTakes());
     }
 
-    void copy(const std::string&, const std::string& to) const override {
+    void copy(const std::string&, const std::string& to, const CopyWatch&) const override {
         fail(errObjectExists, "'" + to + "' leads to a shop on a server; no other is put in its place.");
     }
     void remove(const std::string& path) const override {

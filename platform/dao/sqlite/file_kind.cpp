@@ -30,7 +30,9 @@ class FileKind final : public StoreKind {
     void compact(const std::string& from, const std::string& to, const std::string& connect) const override {
         maintenance::compact(from, to, connect);
     }
-    void copy(const std::string& from, const std::string& to) const override { maintenance::copy(from, to); }
+    void copy(const std::string& from, const std::string& to, const CopyWatch& watch) const override {
+        maintenance::copy(from, to, watch);
+    }
     void remove(const std::string& path) const override { maintenance::remove(path); }
     void rename(const std::string& from, const std::string& to) const override {
         maintenance::rename(from, to);

@@ -60,6 +60,9 @@ class OutputFile {
             bytes.remove_prefix(static_cast<std::size_t>(written));
         }
     }
+    // What is written goes on its way to the disk at once: kept back, a large shop's file would all be waited
+    // for at the end.
+    void sendOff() const { sync_file_range(fd_, 0, 0, SYNC_FILE_RANGE_WRITE); }
 
  private:
     int fd_;
@@ -96,6 +99,8 @@ class PageReader {
         return static_cast<driver::PageNumber>(at_ / static_cast<std::int64_t>(kPageSize)) + 1;
     }
     bool isShort() const { return isShort_; }  // the file ends before its last page does
+    std::int64_t read() const { return at_ + static_cast<std::int64_t>(chunk_.size()); }  // bytes
+    std::int64_t all() const { return end_; }
 
  private:
     driver::SqliteStore& store_;
@@ -106,8 +111,14 @@ class PageReader {
     bool isShort_ = false;
 };
 
+void tell(const CopyWatch& watch, std::int64_t done, std::int64_t all) {
+    if (watch) {
+        watch(done, all);
+    }
+}
+
 // False where a page of the file is damaged.
-bool writePages(driver::SqliteStore& store, const std::string& key, OutputFile& out) {
+bool writePages(driver::SqliteStore& store, const std::string& key, OutputFile& out, const CopyWatch& watch) {
     const driver::PageSeal seal(key);
     PageReader reader(store);
     while (reader.next()) {
@@ -115,12 +126,14 @@ bool writePages(driver::SqliteStore& store, const std::string& key, OutputFile& 
             return false;
         }
         out.write(reader.pages());
+        out.sendOff();
+        tell(watch, reader.read(), 2 * reader.all());
     }
     return !reader.isShort();
 }
 
 // The copy is read again: a disk that takes everything and keeps something else makes no backup.
-bool holdsTheSame(driver::SqliteStore& store, const std::string& copy) {
+bool holdsTheSame(driver::SqliteStore& store, const std::string& copy, const CopyWatch& watch) {
     std::ifstream file(copy, std::ios::binary);
     PageReader reader(store);
     std::vector<char> buffer(kChunk);
@@ -130,6 +143,7 @@ bool holdsTheSame(driver::SqliteStore& store, const std::string& copy) {
             std::memcmp(buffer.data(), pages.data(), pages.size()) != 0) {
             return false;
         }
+        tell(watch, reader.all() + reader.read(), 2 * reader.all());
     }
     return true;
 }
@@ -234,16 +248,16 @@ std::shared_ptr<OpenFile> openForCopy(const std::string& path) {
     return nullptr;  // as it lies, then
 }
 
-void copySealed(OpenFile& file, OutputFile& out, const std::string& fresh) {
+void copySealed(OpenFile& file, OutputFile& out, const std::string& fresh, const CopyWatch& watch) {
     driver::OpenRequest copy = static_cast<const FilePlace&>(file.place()).request(false);
     auto& store = static_cast<driver::SqliteStore&>(file.store());
     const ReadScope scope(store);
     store.schemaVersion();  // from here on writers wait
-    if (!writePages(store, copy.key, out)) {
+    if (!writePages(store, copy.key, out, watch)) {
         failDamaged(file.place().path());
     }
     copy.path = fresh;
-    if (!holdsTheSame(store, fresh)) {
+    if (!holdsTheSame(store, fresh, watch)) {
         fail(errDiskIo);
     }
     driver::SqliteStore(copy).tables();  // it opens
@@ -320,7 +334,7 @@ void compact(const std::string& from, const std::string& to, const std::string& 
     fresh.finish();
 }
 
-void copy(const std::string& from, const std::string& to) {
+void copy(const std::string& from, const std::string& to, const CopyWatch& watch) {
     const std::string source = existingFile(from);
     const std::string target = targetFile(to);
     if (source == target) {
@@ -335,7 +349,7 @@ void copy(const std::string& from, const std::string& to) {
         if (file == nullptr) {
             copyPlain(source, out);
         } else {
-            copySealed(*file, out, fresh.path());
+            copySealed(*file, out, fresh.path(), watch);
         }
     }
     letGo(target);
