@@ -1,6 +1,7 @@
 #include "platform/dao/key_list.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace dao {
 
@@ -12,6 +13,43 @@ void KeyList::assign(std::vector<std::int64_t> keys, int stride, int unique) {
     ascending_ =
         stride_ == 1 && std::adjacent_find(keys_.begin(), keys_.end(), std::greater_equal<>()) == keys_.end();
     placesKnown_ = false;
+    first_.reset();
+    tellByFirst();
+}
+
+void KeyList::tellByFirst() {
+    const bool each = !ascending_ || keys_.empty() ||
+                      static_cast<std::uint64_t>(keys_.back()) - static_cast<std::uint64_t>(keys_.front()) !=
+                          keys_.size() - 1;
+    if (!each) {
+        first_ = keys_.front();
+        keys_ = {};
+    }
+}
+
+void KeyList::tellEach() {
+    if (first_) {
+        keys_.resize(rows_);
+        std::iota(keys_.begin(), keys_.end(), *first_);
+        first_.reset();
+    }
+}
+
+std::vector<std::int64_t> KeyList::at(std::size_t row) const {
+    std::vector<std::int64_t> keys;
+    for (int source = 0; source < stride(); ++source) {
+        keys.push_back(key(row, source));
+    }
+    return keys;
+}
+
+bool KeyList::isAt(std::size_t row, std::span<const std::int64_t> keys) const {
+    for (int source = 0; source < stride(); ++source) {
+        if (key(row, source) != keys[static_cast<std::size_t>(source)]) {
+            return false;
+        }
+    }
+    return true;
 }
 
 void KeyList::buildPlaces() const {
@@ -24,6 +62,10 @@ void KeyList::buildPlaces() const {
 }
 
 std::optional<std::size_t> KeyList::findKey(std::int64_t wanted, int source) const {
+    if (first_) {
+        const std::uint64_t row = static_cast<std::uint64_t>(wanted) - static_cast<std::uint64_t>(*first_);
+        return row < rows_ ? std::optional(static_cast<std::size_t>(row)) : std::nullopt;
+    }
     if (ascending_) {
         const auto found = std::lower_bound(keys_.begin(), keys_.end(), wanted);
         if (found == keys_.end() || *found != wanted) {
@@ -52,10 +94,10 @@ std::optional<std::size_t> KeyList::find(std::span<const std::int64_t> wanted) c
     }
     if (unique_ >= 0) {
         const std::optional<std::size_t> row = findKey(wanted[static_cast<std::size_t>(unique_)], unique_);
-        return row && std::ranges::equal(at(*row), wanted) ? row : std::nullopt;
+        return row && isAt(*row, wanted) ? row : std::nullopt;
     }
     for (std::size_t row = 0; row < size(); ++row) {
-        if (std::ranges::equal(at(row), wanted)) {
+        if (isAt(row, wanted)) {
             return row;
         }
     }
@@ -63,6 +105,11 @@ std::optional<std::size_t> KeyList::find(std::span<const std::int64_t> wanted) c
 }
 
 void KeyList::append(std::span<const std::int64_t> row) {
+    if (first_ && row.front() == *first_ + static_cast<std::int64_t>(rows_)) {
+        ++rows_;
+        return;
+    }
+    tellEach();
     ascending_ = ascending_ && (keys_.empty() || keys_.back() < row.front());
     if (placesKnown_ && unique_ >= 0) {
         places_.try_emplace(row[static_cast<std::size_t>(unique_)], size());
@@ -72,12 +119,14 @@ void KeyList::append(std::span<const std::int64_t> row) {
 }
 
 void KeyList::replace(std::size_t row, std::span<const std::int64_t> keys) {
+    tellEach();
     std::ranges::copy(keys, keys_.begin() + static_cast<std::ptrdiff_t>(row * stride_));
     placesKnown_ = false;
     ascending_ = false;
 }
 
 void KeyList::erase(std::size_t row) {
+    tellEach();
     const auto first = keys_.begin() + static_cast<std::ptrdiff_t>(row * stride_);
     keys_.erase(first, first + static_cast<std::ptrdiff_t>(stride_));
     --rows_;

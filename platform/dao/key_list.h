@@ -8,8 +8,9 @@
 
 namespace dao {
 
-// The rows of a dynaset, by number: one key for each table that takes part. One table in ascending order, the
-// usual case, is a bare vector that is searched by halves.
+// The rows of a dynaset, by number: one key for each table that takes part. One table that misses no number
+// is told by its first one, which for the services of twenty years spares the room of millions; one in
+// ascending order is a bare vector that is searched by halves.
 class KeyList {
  public:
     // `stride` keys a row; `unique`: which of them no two rows share, -1 where there is none.
@@ -17,11 +18,10 @@ class KeyList {
 
     std::size_t size() const { return rows_; }
     int stride() const { return static_cast<int>(stride_); }
-    std::span<const std::int64_t> at(std::size_t row) const {
-        return {keys_.data() + row * stride_, stride_};
-    }
+    std::vector<std::int64_t> at(std::size_t row) const;
     std::int64_t key(std::size_t row, int source) const {
-        return keys_[row * stride_ + static_cast<std::size_t>(source)];
+        return first_ ? *first_ + static_cast<std::int64_t>(row)
+                      : keys_[row * stride_ + static_cast<std::size_t>(source)];
     }
     bool isAscending() const { return ascending_; }
 
@@ -34,8 +34,12 @@ class KeyList {
     void erase(std::size_t row);
 
  private:
+    bool isAt(std::size_t row, std::span<const std::int64_t> keys) const;
     void buildPlaces() const;
+    void tellByFirst();
+    void tellEach();
 
+    std::optional<std::int64_t> first_;  // its key, where all others follow one by one; keys_ is empty then
     std::vector<std::int64_t> keys_;
     std::size_t stride_ = 1;
     std::size_t rows_ = 0;

@@ -262,8 +262,7 @@ void Keyset::fetchUnread() {
 }
 
 dao::Bookmark Keyset::bookmarkOf(std::size_t row) const {
-    const std::span<const std::int64_t> keys = keys_.at(row);
-    return {keys.begin(), keys.end()};
+    return keys_.at(row);
 }
 
 std::optional<std::size_t> Keyset::findRow(std::string_view criterion) {

@@ -84,10 +84,10 @@ std::uint64_t TextOrder::bytesFrom(std::uint32_t text, std::size_t from) const {
     const std::size_t start = startOf(text) + from;
     const std::size_t end = std::min(start + kHead, ends_[text]);
     std::uint64_t bytes = 0;
-    for (std::size_t at = start; at < start + kHead; ++at) {
-        bytes = (bytes << 8) | (at < end ? static_cast<unsigned char>(keys_[at]) : 0U);
+    for (std::size_t at = start; at < end; ++at) {
+        bytes = (bytes << 8) | static_cast<unsigned char>(keys_[at]);
     }
-    return bytes;
+    return end <= start ? 0 : bytes << (8 * (start + kHead - end));
 }
 
 // `heads` are alike up to there, and stand in the order in which they came.
