@@ -13,6 +13,7 @@ namespace {
 constexpr std::size_t kBlockRows = 512;
 constexpr std::size_t kFarBlockRows = 8192;  // of a long walk where each block takes its time on the way
 constexpr std::size_t kSmallBlock = 32;
+constexpr std::size_t kMoreMatches = 64;  // as many times more when a search has to go on
 constexpr std::int64_t kSparse = 4;  // a range with more strangers than this for each row is read row by row
 
 std::vector<Type> typesOf(const std::vector<sql::ResultColumn>& columns) {
@@ -22,6 +23,30 @@ std::vector<Type> typesOf(const std::vector<sql::ResultColumn>& columns) {
         types.push_back(column.type);
     }
     return types;
+}
+
+// A set that stands in the order of its keys: the first match that belongs to it is the one. Others that come
+// before it were added since, or deleted from the set; the more of them there are, the more are read at once.
+std::vector<std::int64_t> firstAmong(const KeyList& rows, const sql::WrittenSelect& find,
+                                     driver::Store& store) {
+    const auto statement = store.prepare(find.firstKeys);
+    const int firstKey = driver::bindParameters(*statement, find.parameters);
+    std::int64_t behind = driver::kNoRow + 1;  // below every key
+    for (std::size_t wanted = 1;; wanted *= kMoreMatches) {
+        statement->bindInteger(firstKey, behind);
+        statement->bindInteger(firstKey + 1, static_cast<std::int64_t>(wanted));
+        std::vector<std::int64_t> keys;
+        statement->readKeys(keys, 1);
+        for (const std::int64_t key : keys) {
+            if (rows.find({&key, 1})) {
+                return {key};
+            }
+        }
+        if (keys.size() < wanted) {
+            return {};
+        }
+        behind = keys.back();
+    }
 }
 
 }  // namespace
@@ -331,8 +356,12 @@ std::optional<std::vector<std::int64_t>> Keyset::keysAsTablesStood(const sql::Ex
     fail(waited->Number(), waited->Description());  // nobody waits for it twice
 }
 
+// All of them, or as many as it takes to know the first in the order of the set.
 std::vector<std::int64_t> Keyset::keysThatMeet(const sql::Expression& criterion) {
     const CompiledPtr find = file().compileFind(*compiled_, criterion);
+    if (keys_.isAscending() && !find->select.firstKeys.empty()) {
+        return firstAmong(keys_, find->select, file().store());
+    }
     std::vector<std::int64_t> keys;
     const auto statement = file().store().prepare(find->select.keys);
     driver::bindParameters(*statement, find->select.parameters);

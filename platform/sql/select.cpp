@@ -538,6 +538,16 @@ std::string SelectWriter::fetchRangeText(const Body& whole) const {
     return dialect.select(range);
 }
 
+std::string SelectWriter::firstKeysText(const Body& whole) const {
+    const SelectedColumn key = keysOf(whole).front();
+    const Dialect& dialect = context_.dialect;
+    const int number = context_.numbers.firstKey();
+    SelectParts first = parts(whole, {key});
+    first.conditions.push_back(key.sql.text + " > " + dialect.keyParameter(number));
+    first.order.push_back({key.sql, false});
+    return dialect.select(first) + " LIMIT " + dialect.keyParameter(number + 1);
+}
+
 WrittenSelect SelectWriter::write() {
     WrittenSelect result;
     const Body whole = body(false);
@@ -575,6 +585,9 @@ WrittenSelect SelectWriter::find(const Expression& criterion) {
     whole.conditions.push_back(
         context_.dialect.wrapped(writer.condition(criterion), kNot, nesting, criterion.position));
     result.keys = ordered(whole, keysOf(whole));
+    if (leaves_.size() == 1 && leaves_.front().table != nullptr) {
+        result.firstKeys = firstKeysText(whole);
+    }
     fillSources(result);
     result.idSets = context_.numbers.idSets();
     result.parameters = context_.numbers.parameters();

@@ -65,6 +65,7 @@ class SelectWriter {
     std::string fetchText();
     std::string fetchListText();
     std::string fetchRangeText(const Body& whole) const;
+    std::string firstKeysText(const Body& whole) const;
 
     const Statement& statement_;
     Context& context_;

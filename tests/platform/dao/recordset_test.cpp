@@ -325,6 +325,36 @@ TEST_F(RecordsetTest, FindFirstLooksOnlyAmongTheSetsRows) {
     EXPECT_TRUE(set.NoMatch());
 }
 
+// Rows that have come to meet the set's condition since it was opened stand before its own, more of them than
+// are looked at together.
+TEST_F(RecordsetTest, FindFirstPassesOverMatchesThatAreNotAmongTheSetsRows) {
+    fill(200);
+    db.Execute("UPDATE Customers SET City='Zemun' WHERE CustID=3 OR CustID>=180");
+    Recordset set = db.OpenRecordset("SELECT * FROM Customers WHERE City='Zemun'");
+    ASSERT_EQ(set.RecordCount(), 22);
+    db.Execute("UPDATE Customers SET City='Zemun'");
+    set.FindFirst("Surname>='Klijent'");
+    EXPECT_EQ(set["CustID"].asLong(), 3);
+    db.Execute("DELETE * FROM Customers WHERE CustID=3");
+    set.FindFirst("Surname>='Klijent'");
+    EXPECT_EQ(set["CustID"].asLong(), 180);
+    EXPECT_EQ(set.AbsolutePosition(), 1);
+    set.FindFirst("CustID>180 AND CustID<200");
+    EXPECT_EQ(set["CustID"].asLong(), 181);
+    set.FindFirst("CustID>3 AND CustID<180");
+    EXPECT_TRUE(set.NoMatch());
+    EXPECT_EQ(set["CustID"].asLong(), 181);
+}
+
+TEST_F(RecordsetTest, FindFirstPassesOverARowThatTheSetHasDeleted) {
+    fill(5);
+    Recordset set = db.OpenRecordset("Customers");
+    set.FindFirst("City='Beograd'");
+    set.Delete();
+    set.FindFirst("City='Beograd'");
+    EXPECT_EQ(set["CustID"].asLong(), 2);
+}
+
 TEST_F(RecordsetTest, ACriterionThatIsNoneIsASyntaxError) {
     fill(1);
     Recordset set = db.OpenRecordset("Customers");
