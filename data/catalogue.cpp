@@ -8,6 +8,7 @@
 
 #include "platform/dao/dbengine.h"
 #include "platform/dao/recordset.h"
+#include "platform/text/utf8.h"
 
 namespace data {
 namespace {
@@ -20,11 +21,6 @@ std::string trimmed(std::string_view text) {
         return {};
     }
     return std::string(text.substr(first, text.find_last_not_of(" \t\r") - first + 1));
-}
-
-std::size_t lengthOf(const std::string& utf8) {
-    return static_cast<std::size_t>(std::count_if(
-        utf8.begin(), utf8.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
 }
 
 std::vector<std::string> splitCells(const std::string& line) {
@@ -138,7 +134,7 @@ class CatalogueReader {
             fail("the stock or the price is no good number");
         }
         for (const std::string* text : {&product.name, &product.description, &product.note}) {
-            if (lengthOf(*text) > kTextLimit) {
+            if (alphabet::lettersIn(*text) > kTextLimit) {
                 fail("a text is longer than 255 characters");
             }
         }
@@ -207,7 +203,7 @@ std::vector<std::string> readNames(std::istream& text, const std::string& file, 
         if (indexOf(names, name) >= 0) {
             throw TextError(file, line, name + " stands here twice");
         }
-        if (lengthOf(name) > static_cast<std::size_t>(limit)) {
+        if (alphabet::lettersIn(name) > static_cast<std::size_t>(limit)) {
             throw TextError(file, line, "a name is longer than " + std::to_string(limit) + " characters");
         }
         names.push_back(name);

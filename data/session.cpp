@@ -247,9 +247,9 @@ bool backUpServer(const QString& path, const BackupWatch& watch, QString& errorT
         if (shop.state() == note.state()) {
             return;
         }
-        shop.copyTo(backupPath().toStdString(), [&](const dao::TransferState& state) {
+        shop.copyTo(backupPath().toStdString(), [&](const dao::RowState& state) {
             if (watch) {
-                watch(state.rows + (state.comparing ? state.allRows : 0), 2 * state.allRows);
+                watch(state.done + (state.comparing ? state.all : 0), 2 * state.all);
             }
         });
         copied = shop.state();

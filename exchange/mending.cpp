@@ -12,6 +12,7 @@
 #include "platform/dao/error.h"
 #include "platform/dao/names.h"
 #include "platform/text/order.h"
+#include "platform/text/utf8.h"
 
 namespace exchange {
 namespace {
@@ -47,37 +48,6 @@ Value defaultOf(const FieldDef& field) {
             break;
     }
     return Value("");
-}
-
-std::size_t bytesOf(std::string_view text, int characters) {
-    std::size_t at = 0;
-    for (; at < text.size(); ++at) {
-        const bool begins = (static_cast<unsigned char>(text[at]) & 0xC0) != 0x80;
-        if (begins && characters-- == 0) {
-            break;
-        }
-    }
-    return at;
-}
-
-// Throws dao::Error for what the field's type cannot hold.
-Value converted(const FieldDef& field, const Value& value) {
-    switch (field.Type) {
-        case dao::dbBoolean:
-            return Value(value.asBool());
-        case dao::dbLong:
-            return Value(value.asLong());
-        case dao::dbSingle:
-            return Value(value.asSingle());
-        case dao::dbCurrency:
-            return Value(value.asCurrency());
-        case dao::dbDate:
-            return Value(value.asDate());
-        case dao::dbText:
-        case dao::dbMemo:
-            break;
-    }
-    return value.type() == dao::Type::Text ? value : Value(value.asText());
 }
 
 bool isPossible(const Value& value) {
@@ -326,7 +296,7 @@ class Mending {
     static Value fitting(const FieldDef& field, const Value& old, const Tell& tell) {
         Value value;
         try {
-            value = converted(field, old);
+            value = old.as(NewShop::typeOf(field));
         } catch (const dao::Error&) {
             tell("holds what it cannot: " + old.asText() + "; left empty");
             return {};
@@ -337,7 +307,7 @@ class Mending {
         }
         if (isText(field) && field.Size > 0) {
             const std::string& text = value.textRef();
-            const std::size_t fits = bytesOf(text, field.Size);
+            const std::size_t fits = alphabet::bytesOfLetters(text, static_cast<std::size_t>(field.Size));
             if (fits < text.size()) {
                 tell("is too long and was cut to " + std::to_string(field.Size) +
                      " characters; the whole of it: " + text);
@@ -531,8 +501,9 @@ class Mending {
             std::string other;
             for (int count = 2; other.empty() || !names.insert(other).second; ++count) {
                 const std::string ending = " (" + std::to_string(count) + ")";
-                const int room = work.table.definition.Fields()[field].Size - static_cast<int>(ending.size());
-                other = name.substr(0, bytesOf(name, room)) + ending;
+                const std::size_t room =
+                    static_cast<std::size_t>(work.table.definition.Fields()[field].Size) - ending.size();
+                other = name.substr(0, alphabet::bytesOfLetters(name, room)) + ending;
             }
             work.table.rows[row][field] = Value(other);
             remark(work.table.definition.Name(), nameOf(work, row),

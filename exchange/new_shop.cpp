@@ -89,7 +89,7 @@ void NewShop::createTables() {
     store.setForm(data::kShopForm);
 }
 
-void NewShop::watch(std::int64_t allRows, MakingWatch watch) {
+void NewShop::watch(std::int64_t allRows, dao::RowWatch watch) {
     state_.all = allRows;
     watch_ = std::move(watch);
 }

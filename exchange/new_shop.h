@@ -10,18 +10,10 @@
 
 #include "platform/dao/filling.h"
 #include "platform/dao/row_block.h"
+#include "platform/dao/row_state.h"
 #include "platform/dao/table_reader.h"
 
 namespace exchange {
-
-// How far the making has come: `done` of `all` rows of all tables, which is 0 while nobody has told.
-struct MakingState {
-    std::string table;
-    std::int64_t done = 0;
-    std::int64_t all = 0;
-    bool comparing = false;
-};
-using MakingWatch = std::function<void(const MakingState&)>;
 
 // A whole new shop, made from rows that come from somewhere else, with the numbers that they have there.
 // Nobody sees it before it is whole; where it is given up, nothing is left of it.
@@ -39,8 +31,8 @@ class NewShop {
     // What a column of that field holds, for a block of rows.
     static dao::Type typeOf(const dao::FieldDef& field);
 
-    // For progress.
-    void watch(std::int64_t allRows, MakingWatch watch);
+    // For progress: of `allRows` of all tables, first as they are added and then as they are compared.
+    void watch(std::int64_t allRows, dao::RowWatch watch);
     // Rows of one table; the block has a column for each of `fields`, of typeOf's type. Fields left out are
     // Null. Throws dao::Error: 3022 for a number twice, 3201 for a row without the one it belongs to, and
     // what the store cannot take.
@@ -75,8 +67,8 @@ class NewShop {
     dao::Filling filling_;
     std::map<std::string, Sum> added_;             // by the table's name
     std::map<std::string, std::int64_t> highest_;  // the same
-    MakingState state_;
-    MakingWatch watch_;
+    dao::RowState state_;
+    dao::RowWatch watch_;
 };
 
 }  // namespace exchange

@@ -18,6 +18,7 @@
 
 #include "exchange/csv.h"
 #include "exchange/xlsx_sheet.h"
+#include "platform/text/code_page.h"
 #include "platform/text/utf8.h"
 
 namespace exchange {
@@ -67,11 +68,10 @@ std::string decoded(const QByteArray& bytes, const std::string& path) {
     if (alphabet::isSound(text)) {
         return text;
     }
-    QStringDecoder page("windows-1250");
-    if (bytes.contains('\0') || !page.isValid()) {
+    if (bytes.contains('\0')) {
         fail(path, "it is neither a table as text nor a workbook.");
     }
-    return QString(page(bytes)).toStdString();
+    return alphabet::fromCodePage(text);
 }
 
 // The one that parts the most fields of the first line.

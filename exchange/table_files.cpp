@@ -93,11 +93,11 @@ void addNames(std::string& line, const dao::TableDef& table) {
 }
 
 void writeTable(dao::ShopReading& rows, const dao::TableDef& table, const QDir& folder,
-                const RowWatch& watch) {
+                const dao::RowWatch& watch) {
     TextFile file(folder.filePath(QString::fromStdString(table.Name()) + QStringLiteral(".csv")));
     addNames(file.line(), table);
     file.endLine();
-    RowState state{table.Name(), 0, rows.rowsIn(table.Name())};
+    dao::RowState state{table.Name(), 0, rows.rowsIn(table.Name())};
     rows.read(table.Name(), [&](dao::ShopReading::Row row) {
         addRow(file.line(), table, row);
         file.endLine();
@@ -133,7 +133,7 @@ void writeCounters(dao::ShopReading& rows, const QDir& folder) {
 
 }  // namespace
 
-void writeTableFiles(StillShop& shop, const std::string& folder, const RowWatch& watch) {
+void writeTableFiles(StillShop& shop, const std::string& folder, const dao::RowWatch& watch) {
     Unfinished unfinished(folder);
     QDir made(QString::fromStdString(unfinished.path()));
     platform::makeOwnFolder(made.path());

@@ -1,20 +1,12 @@
 #pragma once
 
-#include <cstdint>
-#include <functional>
 #include <string>
+
+#include "platform/dao/row_state.h"
 
 namespace exchange {
 
 class StillShop;
-
-// How far the writing or reading of a whole shop has come: rows of one table.
-struct RowState {
-    std::string table;
-    std::int64_t done = 0;
-    std::int64_t all = 0;  // 0: nobody knows
-};
-using RowWatch = std::function<void(const RowState&)>;
 
 // The file beside those of the tables: which number each counter has come to, also with rows that are gone.
 inline constexpr char kCountersFile[] = "Counters.csv";
@@ -23,6 +15,6 @@ inline constexpr char kCountersFile[] = "Counters.csv";
 // names, then a row a line (exchange/csv.h, exchange/plain_values.h). A field that is Null is empty, an empty
 // text stands between quotes. The folder appears whole or not at all, for its user alone. Throws where
 // something stands at `folder`, where the disk refuses, and for a text that is no UTF-8, with its place.
-void writeTableFiles(StillShop& shop, const std::string& folder, const RowWatch& watch);
+void writeTableFiles(StillShop& shop, const std::string& folder, const dao::RowWatch& watch);
 
 }  // namespace exchange

@@ -88,11 +88,6 @@ class TableFile {
 // The numbers of the rows that were taken so far, by table, and the line that each stands in.
 using Numbers = std::map<std::string, std::unordered_map<std::int32_t, int>>;
 
-std::size_t lettersIn(const std::string& utf8) {
-    return static_cast<std::size_t>(std::count_if(
-        utf8.begin(), utf8.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
-}
-
 // What a field's values have to keep to.
 class ColumnRule {
  public:
@@ -140,7 +135,7 @@ class ColumnRule {
         if (!alphabet::isSound(text)) {
             throw std::invalid_argument("is no UTF-8, or holds a zero character");
         }
-        if (field_.Size > 0 && lettersIn(text) > static_cast<std::size_t>(field_.Size)) {
+        if (field_.Size > 0 && alphabet::lettersIn(text) > static_cast<std::size_t>(field_.Size)) {
             throw std::invalid_argument("is longer than " + std::to_string(field_.Size) + " characters");
         }
     }
@@ -164,18 +159,6 @@ std::string shortened(const std::string& text) {
     constexpr std::size_t kMost = 40;
     return text.size() <= kMost ? text : text.substr(0, kMost).append("...");
 }
-
-struct AddTo {
-    dao::RowBlock& block;
-    void operator()(std::monostate) const { block.addNull(); }
-    void operator()(bool v) const { block.addInteger(v ? 1 : 0); }
-    void operator()(std::int32_t v) const { block.addInteger(v); }
-    void operator()(float v) const { block.addReal(v); }
-    void operator()(double v) const { block.addReal(v); }
-    void operator()(dao::Currency v) const { block.addInteger(v.scaled()); }
-    void operator()(dao::Date v) const { block.addReal(v.days); }
-    void operator()(const std::string& v) const { block.addText(v); }
-};
 
 // One table's file into the new shop.
 class TableImport {
@@ -232,7 +215,7 @@ class TableImport {
         block_.startRow();
         for (std::size_t column = 0; column < record.size(); ++column) {
             try {
-                std::visit(AddTo{block_}, rules_[column].read(record[column], file_.line()).store());
+                block_.add(rules_[column].read(record[column], file_.line()));
             } catch (const std::invalid_argument& error) {
                 file_.fail(column, '"' + shortened(record[column].text) + "\": " + error.what());
             }
@@ -301,7 +284,7 @@ std::int64_t linesIn(const QDir& folder, const dao::TableDef& table) {
 
 }  // namespace
 
-void readTableFiles(const std::string& from, const std::string& target, const MakingWatch& watch) {
+void readTableFiles(const std::string& from, const std::string& target, const dao::RowWatch& watch) {
     const QDir folder(QString::fromStdString(from));
     if (!folder.exists()) {
         throw std::runtime_error("There is no folder '" + from + "'.");

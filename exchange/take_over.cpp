@@ -45,21 +45,6 @@ std::string amountText(std::uint64_t sum) {
 // what a damaged file holds.
 using Amounts = std::map<std::string, std::uint64_t>;
 
-void addCell(dao::RowBlock& rows, const Value& value) {
-    struct Adder {
-        dao::RowBlock& to;
-        void operator()(std::monostate) const { to.addNull(); }
-        void operator()(bool v) const { to.addInteger(v ? 1 : 0); }
-        void operator()(std::int32_t v) const { to.addInteger(v); }
-        void operator()(float v) const { to.addReal(v); }
-        void operator()(double v) const { to.addReal(v); }
-        void operator()(dao::Currency v) const { to.addInteger(v.scaled()); }
-        void operator()(dao::Date v) const { to.addReal(v.days); }
-        void operator()(const std::string& v) const { to.addText(v); }
-    };
-    std::visit(Adder{rows}, value.store());
-}
-
 void fill(NewShop& shop, const MendedTable& table) {
     std::vector<std::string_view> fields;
     std::vector<dao::Type> types;
@@ -72,7 +57,7 @@ void fill(NewShop& shop, const MendedTable& table) {
     for (std::size_t row = 0; row < table.rows.size(); ++row) {
         block.startRow();
         for (const Value& value : table.rows[row]) {
-            addCell(block, value);
+            block.add(value);
         }
         block.endRow();
         if (block.rows() == kRowsAtOnce || row + 1 == table.rows.size()) {
@@ -250,8 +235,8 @@ class List {
 
 // ----- taking over
 
-MakingWatch makingWatch(const TakingWatch& watch) {
-    return [&watch](const MakingState& state) {
+dao::RowWatch makingWatch(const TakingWatch& watch) {
+    return [&watch](const dao::RowState& state) {
         if (watch) {
             watch(state.comparing ? "comparing" : "writing", state.table, state.done, state.all);
         }

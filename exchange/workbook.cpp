@@ -151,8 +151,9 @@ class Workbook {
     int cut_ = 0;
 };
 
-void writeSheet(Workbook& book, dao::ShopReading& rows, const dao::TableDef& table, const RowWatch& watch) {
-    RowState state{table.Name(), 0, rows.rowsIn(table.Name())};
+void writeSheet(Workbook& book, dao::ShopReading& rows, const dao::TableDef& table,
+                const dao::RowWatch& watch) {
+    dao::RowState state{table.Name(), 0, rows.rowsIn(table.Name())};
     if (state.all > kMostRows) {
         throw std::runtime_error("The table " + table.Name() + " has " + std::to_string(state.all) +
                                  " rows, and a sheet takes " + std::to_string(kMostRows) +
@@ -169,7 +170,7 @@ void writeSheet(Workbook& book, dao::ShopReading& rows, const dao::TableDef& tab
 
 }  // namespace
 
-int writeWorkbook(StillShop& shop, const std::string& path, const RowWatch& watch) {
+int writeWorkbook(StillShop& shop, const std::string& path, const dao::RowWatch& watch) {
     Unfinished unfinished(path);
     int cut = 0;
     {

@@ -13,6 +13,6 @@ namespace exchange {
 // stands at `path`, where the disk refuses, and for a table of more rows than a sheet takes.
 //
 // The texts that were cut because a cell takes no more than 32,767 letters: how many.
-int writeWorkbook(StillShop& shop, const std::string& path, const RowWatch& watch);
+int writeWorkbook(StillShop& shop, const std::string& path, const dao::RowWatch& watch);
 
 }  // namespace exchange

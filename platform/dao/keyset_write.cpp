@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "platform/dao/failure.h"
 #include "platform/dao/keyset.h"
 #include "platform/dao/names.h"
@@ -8,11 +6,6 @@
 // The part of a keyset that writes.
 namespace dao {
 namespace {
-
-std::size_t characters(std::string_view text) {
-    return static_cast<std::size_t>(std::count_if(
-        text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
-}
 
 // A row that somebody is just editing is not taken away under his hands: deleting it waits as an Edit of it
 // would.
@@ -49,34 +42,17 @@ Value Keyset::converted(const sql::ResultColumn& column, Value&& value) {
     if (value.isNull()) {
         return column.type == Type::YesNo ? Value(false) : Value();
     }
-    switch (column.type) {
-        case Type::YesNo:
-            return Value(value.asBool());
-        case Type::Long:
-            return Value(value.asLong());
-        case Type::Single:
-            return Value(value.asSingle());
-        case Type::Double:
-            return Value(value.asDouble());
-        case Type::Currency:
-            return Value(value.asCurrency());
-        case Type::Date:
-            return Value(value.asDate());
-        case Type::Text: {
-            if (value.type() != Type::Text) {
-                value = Value(value.asText());
-            }
-            const std::string& text = value.textRef();
-            if (!alphabet::isSound(text)) {
-                fail(errTextNotSound);
-            }
-            if (column.size > 0 && characters(text) > static_cast<std::size_t>(column.size)) {
-                fail(errFieldTooSmall);
-            }
-            return std::move(value);
+    if (value.type() != column.type) {
+        value = value.as(column.type);
+    }
+    if (column.type == Type::Text) {
+        const std::string& text = value.textRef();
+        if (!alphabet::isSound(text)) {
+            fail(errTextNotSound);
         }
-        case Type::Null:
-            break;
+        if (column.size > 0 && alphabet::lettersIn(text) > static_cast<std::size_t>(column.size)) {
+            fail(errFieldTooSmall);
+        }
     }
     return std::move(value);
 }

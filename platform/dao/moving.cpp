@@ -30,7 +30,7 @@ class WriteScope {
     driver::Store& store_;
 };
 
-void carry(driver::Store& from, driver::Store& to, const TransferWatch& watch) {
+void carry(driver::Store& from, driver::Store& to, const RowWatch& watch) {
     const ReadScope reading(from);
     {
         const WriteScope writing(to);
@@ -43,7 +43,7 @@ void carry(driver::Store& from, driver::Store& to, const TransferWatch& watch) {
 
 // A whole copy at `target`, in the place of whatever stands there.
 void carryToNewFile(driver::Store& from, const std::string& target, const std::string& connect,
-                    const TransferWatch& watch) {
+                    const RowWatch& watch) {
     const UnfinishedFile fresh(target);  // no more than its name, and an end to it where this breaks off
     fileKind().create(fresh.path(), connect);
     followRights(fresh.path(), target);
@@ -63,7 +63,7 @@ std::string connectFor(const postgres::ServerPlace& place) {
 }  // namespace
 
 void moveToServer(const std::string& path, const std::string& connect, const std::string& server,
-                  const TransferWatch& watch) {
+                  const RowWatch& watch) {
     const postgres::Address address = postgres::placeFromText(server);
     const PlacePtr file = fileKind().examine(path, connect, false);
     const std::string kept = beforeServerOf(file->path());
@@ -83,7 +83,7 @@ void moveToServer(const std::string& path, const std::string& connect, const std
 }
 
 void moveHome(const std::string& path, const std::string& target, const std::string& connect,
-              const TransferWatch& watch) {
+              const RowWatch& watch) {
     if (fileExists(target)) {
         fail(errObjectExists, "Database '" + target + "' already exists.");
     }
@@ -101,7 +101,7 @@ ShopView::ShopView(const std::string& path) {
     store_ = std::move(store);
 }
 
-void ShopView::copyTo(const std::string& target, const TransferWatch& watch) {
+void ShopView::copyTo(const std::string& target, const RowWatch& watch) {
     carryToNewFile(*store_, targetFile(target), connect_, watch);
 }
 

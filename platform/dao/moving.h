@@ -15,13 +15,13 @@ namespace dao {
 // taken; a copy that an earlier try left unfinished is replaced. 3421 with the rows that hold texts which no
 // server keeps, before anything is changed.
 void moveToServer(const std::string& path, const std::string& connect, const std::string& server,
-                  const TransferWatch& watch = {});
+                  const RowWatch& watch = {});
 
 // Carries the shop that the signpost at `path` leads to into a new file at `target`, enciphered with the
 // password in `connect`. Alone on the server throughout; the server keeps its shop. 3012 where `target`
 // exists.
 void moveHome(const std::string& path, const std::string& target, const std::string& connect,
-              const TransferWatch& watch = {});
+              const RowWatch& watch = {});
 
 // The shop on the server that the signpost at `path` leads to, as it is when this is made: others go on
 // working meanwhile. It reads over a connection of its own, which keeps nobody out and counts as nobody's
@@ -35,7 +35,7 @@ class ShopView {
     const std::string& state() const { return state_; }
     // One consistent copy of it, in the place of whatever stands at `target`, enciphered with the password
     // that the shop was last opened with.
-    void copyTo(const std::string& target, const TransferWatch& watch = {});
+    void copyTo(const std::string& target, const RowWatch& watch = {});
 
  private:
     std::string connect_;  // lets into the copy

@@ -44,34 +44,22 @@ std::string_view RowBlock::textAt(std::uint64_t slot) const {
     return {texts_.data() + slot + sizeof size, size};
 }
 
-namespace {
-
-// A text in a column of another type: somebody has written into the file by other means than this engine.
-void convertText(Type type, Value& out) {
-    switch (type) {
-        case Type::YesNo:
-            out = Value(out.asBool());
-            break;
-        case Type::Long:
-            out = Value(out.asLong());
-            break;
-        case Type::Single:
-            out = Value(out.asSingle());
-            break;
-        case Type::Double:
-            out = Value(out.asDouble());
-            break;
-        case Type::Currency:
-            out = Value(out.asCurrency());
-            break;
-        case Type::Date:
-            out = Value(out.asDate());
-            break;
-        case Type::Text:
-        case Type::Null:
-            break;
-    }
+void RowBlock::add(const Value& value) {
+    struct Adder {
+        RowBlock& to;
+        void operator()(std::monostate) const { to.addNull(); }
+        void operator()(bool v) const { to.addInteger(v ? 1 : 0); }
+        void operator()(std::int32_t v) const { to.addInteger(v); }
+        void operator()(float v) const { to.addReal(v); }
+        void operator()(double v) const { to.addReal(v); }
+        void operator()(Currency v) const { to.addInteger(v.scaled()); }
+        void operator()(Date v) const { to.addReal(v.days); }
+        void operator()(const std::string& v) const { to.addText(v); }
+    };
+    std::visit(Adder{*this}, value.store());
 }
+
+namespace {
 
 bool isLong(std::int64_t number) {
     return number == static_cast<std::int32_t>(number);
@@ -161,7 +149,11 @@ void RowBlock::get(std::size_t row, std::size_t column, Value& out) const {
             } else {
                 store = std::string(textAt(slot));
             }
-            convertText(types_[column], out);
+            // In a column of another type: somebody has written into the file by other means than this
+            // engine.
+            if (types_[column] != Type::Text && types_[column] != Type::Null) {
+                out = out.as(types_[column]);
+            }
             break;
     }
 }

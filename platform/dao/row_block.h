@@ -37,6 +37,7 @@ class RowBlock {
     void addInteger(std::int64_t v) { put(Kind::Integer, static_cast<std::uint64_t>(v)); }
     void addReal(double v) { put(Kind::Real, std::bit_cast<std::uint64_t>(v)); }
     void addText(std::string_view v);
+    void add(const Value& value);
     void endRow() { ++rows_; }
 
     bool isNull(std::size_t row, std::size_t column) const { return kinds_[at(row, column)] == Kind::Null; }

@@ -50,7 +50,7 @@ std::vector<sql::TableInfo> inOrder(std::vector<sql::TableInfo> tables,
 }
 
 void copyRows(driver::Store& from, driver::Store& to, const FileCatalog& catalog, const sql::TableInfo& table,
-              TransferState& state, const TransferWatch& watch) {
+              RowState& state, const RowWatch& watch) {
     state.table = table.name;
     std::vector<std::string_view> fields;
     for (const sql::ColumnInfo& column : table.columns) {
@@ -59,7 +59,7 @@ void copyRows(driver::Store& from, driver::Store& to, const FileCatalog& catalog
     TableReader reader(from, catalog, table);
     while (reader.next()) {
         to.insertRows(table.name, fields, reader.block());
-        state.rows += static_cast<std::int64_t>(reader.block().rows());
+        state.done += static_cast<std::int64_t>(reader.block().rows());
         if (watch) {
             watch(state);
         }
@@ -139,7 +139,7 @@ void findUnsound(driver::Store& store, const FileCatalog& catalog, const sql::Ta
 
 }  // namespace
 
-void transfer(driver::Store& from, driver::Store& to, const TransferWatch& watch) {
+void transfer(driver::Store& from, driver::Store& to, const RowWatch& watch) {
     FileCatalog catalog(from);
     catalog.refresh();
     const std::vector<Relation> relations = from.relations();
@@ -150,8 +150,8 @@ void transfer(driver::Store& from, driver::Store& to, const TransferWatch& watch
     for (const Relation& relation : relations) {
         to.createRelation(relation);
     }
-    TransferState state;
-    state.allRows = watch ? rowsIn(from, tables) : 0;
+    RowState state;
+    state.all = watch ? rowsIn(from, tables) : 0;
     for (const sql::TableInfo& table : tables) {
         copyRows(from, to, catalog, table, state, watch);
     }
@@ -180,14 +180,14 @@ void needSoundTexts(driver::Store& store) {
     found.needNone();
 }
 
-void needSameRows(driver::Store& one, driver::Store& other, const TransferWatch& watch) {
+void needSameRows(driver::Store& one, driver::Store& other, const RowWatch& watch) {
     FileCatalog ours(one);
     FileCatalog theirs(other);
     ours.refresh();
     theirs.refresh();
-    TransferState state;
+    RowState state;
     state.comparing = true;
-    state.allRows = watch ? rowsIn(one, ours.tables()) : 0;
+    state.all = watch ? rowsIn(one, ours.tables()) : 0;
     for (const sql::TableInfo& table : ours.tables()) {
         const sql::TableInfo* twin = theirs.findTable(table.name);
         if (twin == nullptr) {
@@ -204,7 +204,7 @@ void needSameRows(driver::Store& one, driver::Store& other, const TransferWatch&
                 failDifferent("a row of the table '" + table.name + "'");
             }
             state.table = table.name;
-            state.rows += static_cast<std::int64_t>(a.block().rows());
+            state.done += static_cast<std::int64_t>(a.block().rows());
             if (watch) {
                 watch(state);
             }

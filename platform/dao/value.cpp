@@ -180,6 +180,28 @@ Date Value::asDate() const {
     return Date{asDouble()};
 }
 
+Value Value::as(Type type) const {
+    switch (type) {
+        case Type::YesNo:
+            return Value(asBool());
+        case Type::Long:
+            return Value(asLong());
+        case Type::Single:
+            return Value(asSingle());
+        case Type::Double:
+            return Value(asDouble());
+        case Type::Currency:
+            return Value(asCurrency());
+        case Type::Date:
+            return Value(asDate());
+        case Type::Text:
+            return Value(asText());
+        case Type::Null:
+            break;
+    }
+    return *this;
+}
+
 std::string Value::asText() const {
     struct ToText {
         std::string operator()(std::monostate) const { return {}; }

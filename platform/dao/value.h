@@ -39,6 +39,8 @@ class Value {
     Date asDate() const;
     // Null gives the empty text; a number its shortest text with a point; True "True".
     std::string asText() const;
+    // Of that type, as the conversions above make it; as it is where `type` is Null.
+    Value as(Type type) const;
     // The text itself, without a copy; the empty text where the value is Null or no text.
     const std::string& textRef() const;
 

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <iterator>
 
+#include "platform/text/utf8.h"
+
 namespace alphabet {
 namespace {
 
@@ -196,22 +198,11 @@ int sign(std::uint32_t a, std::uint32_t b) {
 // A character from U+0080 on as the bytes of a key: as UTF-8, whose bytes order as the characters do. What is
 // no text comes behind.
 void appendCharacter(std::string& key, char32_t code) {
-    const auto tail = [&key](char32_t part) { key.push_back(static_cast<char>(0x80U | (part & 0x3FU))); };
     if (code >= kNoText) {
         key.push_back(static_cast<char>(0xF8));
         key.push_back(static_cast<char>(code - kNoText));
-    } else if (code >= 0x10000) {
-        key.push_back(static_cast<char>(0xF0U | (code >> 18)));
-        tail(code >> 12);
-        tail(code >> 6);
-        tail(code);
-    } else if (code >= 0x800) {
-        key.push_back(static_cast<char>(0xE0U | (code >> 12)));
-        tail(code >> 6);
-        tail(code);
     } else {
-        key.push_back(static_cast<char>(0xC0U | (code >> 6)));
-        tail(code);
+        appendUtf8(key, code);
     }
 }
 

@@ -1,7 +1,6 @@
 #include "platform/text/utf8.h"
 
 #include <algorithm>
-#include <cstddef>
 
 namespace alphabet {
 namespace {
@@ -36,6 +35,11 @@ Shape shapeOf(unsigned char first) {
     return first > 0xF0 && first < 0xF4 ? Shape{4} : Shape{};
 }
 
+// The bytes of a letter behind its first one.
+bool goesOn(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
 // The letter of more than one byte that the text begins with; 0: there is none.
 std::size_t letterSize(std::string_view text) {
     const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
@@ -44,9 +48,7 @@ std::size_t letterSize(std::string_view text) {
         return 0;
     }
     const std::string_view rest = text.substr(2, shape.size - 2);
-    const bool goesOn = std::all_of(rest.begin(), rest.end(),
-                                    [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; });
-    return goesOn ? shape.size : 0;
+    return std::all_of(rest.begin(), rest.end(), goesOn) ? shape.size : 0;
 }
 
 }  // namespace
@@ -61,6 +63,37 @@ bool isSound(std::string_view text) {
         text.remove_prefix(size);
     }
     return true;
+}
+
+std::size_t lettersIn(std::string_view text) {
+    return text.size() - static_cast<std::size_t>(std::count_if(text.begin(), text.end(), goesOn));
+}
+
+std::size_t bytesOfLetters(std::string_view text, std::size_t letters) {
+    std::size_t at = 0;
+    while (at < text.size() && (goesOn(text[at]) || letters-- > 0)) {
+        ++at;
+    }
+    return at;
+}
+
+void appendUtf8(std::string& text, char32_t letter) {
+    const auto tail = [&text](char32_t part) { text.push_back(static_cast<char>(0x80U | (part & 0x3FU))); };
+    if (letter < 0x80) {
+        text.push_back(static_cast<char>(letter));
+        return;
+    }
+    if (letter < 0x800) {
+        text.push_back(static_cast<char>(0xC0U | (letter >> 6)));
+    } else if (letter < 0x10000) {
+        text.push_back(static_cast<char>(0xE0U | (letter >> 12)));
+        tail(letter >> 6);
+    } else {
+        text.push_back(static_cast<char>(0xF0U | (letter >> 18)));
+        tail(letter >> 12);
+        tail(letter >> 6);
+    }
+    tail(letter);
 }
 
 }  // namespace alphabet

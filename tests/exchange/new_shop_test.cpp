@@ -69,6 +69,12 @@ class NewShopTest : public DeliveredFixture {
         before_ = names();
     }
     std::string target() const { return path("Nova.mdb").toStdString(); }
+    std::string kept() const { return path("Nova.old.mdb").toStdString(); }
+    static std::string firstLine(const std::string& file) {
+        std::string line;
+        std::getline(std::ifstream(file), line);
+        return line;
+    }
     std::set<std::string> names() const {
         std::set<std::string> all;
         for (const auto& entry : std::filesystem::directory_iterator(path("").toStdString())) {
@@ -83,6 +89,19 @@ class NewShopTest : public DeliveredFixture {
         Rows("Grupe", {"ID", "Grupa"}).number(7, "MONITORI").number(3, "MIŠEVI").into(shop, "Grupe");
         Rows("DocNumber", {"PredracunBroj", "RacunBroj"}).numbers(41, 17).into(shop, "DocNumber");
         shop.keep();
+    }
+
+    // Of the file at target(), which holds "old".
+    void takePlace() {
+        {
+            NewShop shop(target());
+            fill(shop);
+            shop.replace(kept());
+        }
+        EXPECT_EQ(firstLine(kept()), "old");
+        dao::Database database = open(target());
+        EXPECT_EQ(database.OpenRecordset("Grupe").RecordCount(), 2);
+        database.Close();
     }
 
     std::set<std::string> before_;
@@ -131,24 +150,12 @@ TEST_F(NewShopTest, SparesAFileThatHasComeMeanwhile) {
     fill(shop);
     std::ofstream(target()) << "a letter";
     EXPECT_EQ(failureOf([&] { shop.appear(); }), dao::errObjectExists);
-    std::string text;
-    std::getline(std::ifstream(target()), text);
-    EXPECT_EQ(text, "a letter");
+    EXPECT_EQ(firstLine(target()), "a letter");
 }
 
 TEST_F(NewShopTest, TakesThePlaceOfAFileThatStaysBesideIt) {
     std::ofstream(target()) << "old";
-    {
-        NewShop shop(target());
-        fill(shop);
-        shop.replace(path("Nova.old.mdb").toStdString());
-    }
-    std::string text;
-    std::getline(std::ifstream(path("Nova.old.mdb").toStdString()), text);
-    EXPECT_EQ(text, "old");
-    dao::Database database = open(target());
-    EXPECT_EQ(database.OpenRecordset("Grupe").RecordCount(), 2);
-    database.Close();
+    takePlace();
 }
 
 TEST_F(NewShopTest, IsForThoseWhoCouldUseTheFileBefore) {
@@ -156,36 +163,24 @@ TEST_F(NewShopTest, IsForThoseWhoCouldUseTheFileBefore) {
     std::filesystem::permissions(target(), std::filesystem::perms(0660));
     NewShop shop(target());
     fill(shop);
-    shop.replace(path("Nova.old.mdb").toStdString());
+    shop.replace(kept());
     EXPECT_EQ(std::filesystem::status(target()).permissions(), std::filesystem::perms(0660));
 }
 
 // A kill between keeping the old file and putting the new one there.
 TEST_F(NewShopTest, TakesThePlaceOfAFileThatIsKeptAlready) {
     std::ofstream(target()) << "old";
-    std::filesystem::create_hard_link(target(), path("Nova.old.mdb").toStdString());
-    {
-        NewShop shop(target());
-        fill(shop);
-        shop.replace(path("Nova.old.mdb").toStdString());
-    }
-    std::string text;
-    std::getline(std::ifstream(path("Nova.old.mdb").toStdString()), text);
-    EXPECT_EQ(text, "old");
-    dao::Database database = open(target());
-    EXPECT_EQ(database.OpenRecordset("Grupe").RecordCount(), 2);
-    database.Close();
+    std::filesystem::create_hard_link(target(), kept());
+    takePlace();
 }
 
 TEST_F(NewShopTest, NeverReplacesWhatWasKeptBefore) {
     std::ofstream(target()) << "old";
-    std::ofstream(path("Nova.old.mdb").toStdString()) << "older";
+    std::ofstream(kept()) << "older";
     NewShop shop(target());
     fill(shop);
-    EXPECT_EQ(failureOf([&] { shop.replace(path("Nova.old.mdb").toStdString()); }), dao::errObjectExists);
-    std::string text;
-    std::getline(std::ifstream(target()), text);
-    EXPECT_EQ(text, "old");
+    EXPECT_EQ(failureOf([&] { shop.replace(kept()); }), dao::errObjectExists);
+    EXPECT_EQ(firstLine(target()), "old");
 }
 
 TEST_F(NewShopTest, RefusesARowWithoutTheOneItBelongsTo) {
@@ -208,7 +203,7 @@ TEST_F(NewShopTest, RefusesANumberTwice) {
 TEST_F(NewShopTest, TellsHowFarItIs) {
     NewShop shop(target());
     std::vector<std::string> told;
-    shop.watch(3, [&](const exchange::MakingState& state) {
+    shop.watch(3, [&](const dao::RowState& state) {
         told.push_back(state.table + (state.comparing ? " again " : " ") + std::to_string(state.done) + "/" +
                        std::to_string(state.all));
     });

@@ -19,9 +19,8 @@ struct Copy {
         // Let in before: the engine proves what it copies of a shop that it has the password of.
         dao::DBEngine::OpenDatabase(from, false, true, connect).Close();
         if (dao::DBEngine::IsOnServer(from)) {
-            dao::ShopView(from).copyTo(to, [&](const dao::TransferState& state) {
-                talk.progress(state.comparing ? "comparing" : "copying", state.table, state.rows,
-                              state.allRows);
+            dao::ShopView(from).copyTo(to, [&](const dao::RowState& state) {
+                talk.progress(state.comparing ? "comparing" : "copying", state.table, state.done, state.all);
             });
         } else {
             dao::DBEngine::CopyDatabase(from, to);

@@ -23,7 +23,7 @@ struct Export {
 
     void run(Talk& talk) const {
         exchange::needNothingAt(to);
-        const exchange::RowWatch watch = [&](const exchange::RowState& state) {
+        const dao::RowWatch watch = [&](const dao::RowState& state) {
             talk.progress("writing", state.table, state.done, state.all);
         };
         exchange::StillShop shop(from);

@@ -16,7 +16,7 @@ struct Import {
         if (!dao::DBEngine::IsOnServer(to)) {
             exchange::needNothingAt(to);
         }
-        exchange::readTableFiles(from, to, [&](const exchange::MakingState& state) {
+        exchange::readTableFiles(from, to, [&](const dao::RowState& state) {
             talk.progress(state.comparing ? "comparing" : "reading", state.table, state.done, state.all);
         });
         talk.say("'" + to + "' holds the shop of '" + from + "'.");

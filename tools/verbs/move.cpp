@@ -14,8 +14,8 @@ struct Move {
 
     void run(Talk& talk) const {
         const std::string connect = connectText().toStdString();
-        const dao::TransferWatch watch = [&](const dao::TransferState& state) {
-            talk.progress(state.comparing ? "comparing" : "copying", state.table, state.rows, state.allRows);
+        const dao::RowWatch watch = [&](const dao::RowState& state) {
+            talk.progress(state.comparing ? "comparing" : "copying", state.table, state.done, state.all);
         };
         if (dao::DBEngine::IsOnServer(from)) {
             dao::moveHome(from, to, connect, watch);

@@ -2,12 +2,9 @@
 
 #include <algorithm>
 
-namespace {
+#include "platform/text/utf8.h"
 
-std::size_t lettersIn(const std::string& text) {
-    return static_cast<std::size_t>(std::count_if(
-        text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
-}
+namespace {
 
 bool isNumber(const std::string& text) {
     return !text.empty() && text.find_first_not_of("0123456789.,-+") == std::string::npos;
@@ -18,7 +15,7 @@ std::vector<std::size_t> widthsOf(const std::vector<std::vector<std::string>>& r
     for (const std::vector<std::string>& row : rows) {
         widths.resize(std::max(widths.size(), row.size()));
         for (std::size_t i = 0; i < row.size(); ++i) {
-            widths[i] = std::max(widths[i], lettersIn(row[i]));
+            widths[i] = std::max(widths[i], alphabet::lettersIn(row[i]));
         }
     }
     return widths;
@@ -27,7 +24,7 @@ std::vector<std::size_t> widthsOf(const std::vector<std::vector<std::string>>& r
 std::string lineOf(const std::vector<std::string>& row, const std::vector<std::size_t>& widths) {
     std::string line;
     for (std::size_t i = 0; i < row.size(); ++i) {
-        const std::string blanks(widths[i] - lettersIn(row[i]), ' ');
+        const std::string blanks(widths[i] - alphabet::lettersIn(row[i]), ' ');
         line += (i > 0 ? "  " : "") + (isNumber(row[i]) ? blanks + row[i] : row[i] + blanks);
     }
     line.erase(line.find_last_not_of(' ') + 1);

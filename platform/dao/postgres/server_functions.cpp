@@ -4,23 +4,14 @@
 #include <vector>
 
 #include "platform/text/order.h"
+#include "platform/text/utf8.h"
 
 namespace dao::postgres {
 namespace {
 
 std::string utf8(char32_t code) {
     std::string text;
-    const auto tail = [&text](char32_t part) { text.push_back(static_cast<char>(0x80U | (part & 0x3FU))); };
-    if (code < 0x80) {
-        text.push_back(static_cast<char>(code));
-    } else if (code < 0x800) {
-        text.push_back(static_cast<char>(0xC0U | (code >> 6)));
-        tail(code);
-    } else {
-        text.push_back(static_cast<char>(0xE0U | (code >> 12)));
-        tail(code >> 6);
-        tail(code);
-    }
+    alphabet::appendUtf8(text, code);
     return text;
 }
 

@@ -34,3 +34,22 @@ TEST(SoundText, HasNoBytesThatAreNoLetter) {
         EXPECT_FALSE(isSound(std::string("a") + bytes + "b")) << bytes;
     }
 }
+
+TEST(Utf8, CountsLettersAndNotBytes) {
+    EXPECT_EQ(alphabet::lettersIn(""), 0U);
+    EXPECT_EQ(alphabet::lettersIn("Đorđe €"), 7U);
+    EXPECT_EQ(alphabet::bytesOfLetters("Đorđe", 0), 0U);
+    EXPECT_EQ(alphabet::bytesOfLetters("Đorđe", 1), 2U);
+    EXPECT_EQ(alphabet::bytesOfLetters("Đorđe", 4), 6U);
+    EXPECT_EQ(alphabet::bytesOfLetters("Đorđe", 9), 7U);
+}
+
+TEST(Utf8, WritesEachLetterInItsShortestForm) {
+    std::string text;
+    for (const char32_t letter :
+         {U'a', U'\x7F', U'\x80', U'š', U'\x7FF', U'\x800', U'€', U'\xFFFF', U'\x10000', U'\x10FFFF'}) {
+        alphabet::appendUtf8(text, letter);
+    }
+    EXPECT_EQ(text, "a\x7F\xC2\x80š\xDF\xBF\xE0\xA0\x80€\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF");
+    EXPECT_TRUE(isSound(text));
+}

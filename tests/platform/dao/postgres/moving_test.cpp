@@ -136,9 +136,9 @@ TEST_F(MovingTest, AShopComesHomeAsItIs) {
 
 TEST_F(MovingTest, WatchersAreToldHowFarItIs) {
     std::vector<std::int64_t> seen;
-    moveToServer(path, kConnect, server(), [&](const TransferState& state) {
-        EXPECT_LE(state.rows, state.allRows);
-        seen.push_back(state.rows);
+    moveToServer(path, kConnect, server(), [&](const RowState& state) {
+        EXPECT_LE(state.done, state.all);
+        seen.push_back(state.done);
     });
     ASSERT_FALSE(seen.empty());
     EXPECT_EQ(seen.back(), 25 * 4 + 2 + 2) << "at the end of the comparing all rows were seen again";
