@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <set>
 #include <unordered_map>
 #include <unordered_set>
@@ -109,6 +110,10 @@ const FieldDef* counterOf(const TableDef& table) {
     return nullptr;
 }
 
+void remark(MendedShop& shop, const std::string& table, const std::string& number, const std::string& what) {
+    shop.remarks.push_back(table + (number.empty() ? "" : " ") + number + ": " + what);
+}
+
 // A table on its way from the old shop, and the numbers that its rows have.
 struct Work {
     MendedTable table;
@@ -120,83 +125,74 @@ struct Work {
     std::int32_t collective = 0;  // the record for rows that name none
 };
 
-class Mending {
- public:
-    explicit Mending(const OldShop& old) : old_(old) {}
+using Works = std::vector<Work>;
 
-    MendedShop mend() {
-        needShop();
-        shop_.notOurs = old_.others;
-        works_.reserve(NewShop::tables().size());  // a table of many rows is not moved about
-        for (const TableDef& definition : NewShop::tables()) {
-            take(definition);
+// nullptr: no shop has such.
+Work* workOf(Works& works, std::string_view table) {
+    for (Work& one : works) {
+        if (dao::sameName(one.table.definition.Name(), table)) {
+            return &one;
         }
-        for (const dao::Relation& relation : data::shopSchema().relations) {
-            adopt(relation);
+    }
+    return nullptr;
+}
+
+const Value& keyOf(const Work& work, std::size_t row) {
+    return work.table.rows[row][static_cast<std::size_t>(work.key)];
+}
+
+std::string nameOf(const Work& work, std::size_t row) {
+    return work.key >= 0 ? keyOf(work, row).asText()
+                         : "(row " + std::to_string(work.table.places[row] + 1) + ")";
+}
+
+std::string wordsOf(const MendedTable& table, std::size_t row) {
+    std::string words;
+    for (std::size_t i = 0; i < table.rows[row].size(); ++i) {
+        words += (i == 0 ? "" : ", ") + table.definition.Fields()[i].Name + " " +
+                 (table.rows[row][i].isNull() ? "-" : table.rows[row][i].asText());
+    }
+    return words;
+}
+
+// The rows of one table, cell by cell.
+class RowTaking {
+ public:
+    RowTaking(const OldTable& from, Work& work, MendedShop& shop) : from_(from), work_(work), shop_(shop) {
+        findColumns();
+    }
+
+    void take() {
+        MendedTable& table = work_.table;
+        table.found = static_cast<std::int64_t>(from_.rows.rows());
+        if (from_.toldRows != table.found) {
+            remark(shop_, table.definition.Name(), {},
+                   "the old table tells of " + std::to_string(from_.toldRows) + " rows, and " +
+                       std::to_string(table.found) + " were found");
         }
-        tellNamesTwice();
-        dropProductsTwice();
-        for (Work& work : works_) {
-            shop_.tables.push_back(std::move(work.table));
+        for (std::size_t row = 0; row < from_.rows.rows(); ++row) {
+            if (const auto bad = from_.badRows.find(row); bad != from_.badRows.end()) {
+                leaveBadRow(row, bad->second);
+                continue;
+            }
+            std::vector<Value> values;
+            const std::string number = numberOf(row);
+            for (std::size_t field = 0; field < columns_.size(); ++field) {
+                values.push_back(cell(field, row, number));
+            }
+            table.rows.push_back(std::move(values));
+            table.places.push_back(static_cast<std::int64_t>(row));
         }
-        return std::move(shop_);
     }
 
  private:
-    void needShop() const {
-        for (const char* name : {"Customers", "Computers", "Services"}) {
-            if (old_.table(name) == nullptr) {
-                throw OldFileError(std::string("The old database has no table ") + name +
-                                   ": it is no shop's, or damaged. Nothing was taken over.");
-            }
-        }
-    }
-
-    void remark(const std::string& table, const std::string& number, const std::string& what) {
-        shop_.remarks.push_back(table + (number.empty() ? "" : " ") + number + ": " + what);
-    }
-
-    Work* work(std::string_view table) {
-        for (Work& one : works_) {
-            if (dao::sameName(one.table.definition.Name(), table)) {
-                return &one;
-            }
-        }
-        return nullptr;
-    }
-
-    // ----- rows and cells
-
-    void take(const TableDef& definition) {
-        const OldTable* from = old_.table(definition.Name());
-        const bool isNumbers = dao::sameName(definition.Name(), data::documentNumbers().Name());
-        if (from == nullptr && isNumbers) {
-            return;  // it comes with the first document
-        }
-        Work work;
-        work.table.definition = definition;
-        if (const FieldDef* counter = counterOf(definition)) {
-            work.key = work.table.indexOf(counter->Name);
-        }
-        if (from == nullptr) {
-            shop_.notThere.push_back("the table " + definition.Name() + "; it stays empty");
-        } else {
-            takeRows(work, *from);
-            giveNumbers(work);
-        }
-        if (isNumbers) {
-            keepOneRow(work);
-        }
-        works_.push_back(std::move(work));
-    }
-
     // Which column of the old table each field stands in; -1: none.
-    std::vector<int> columnsFor(const TableDef& definition, const OldTable& from) {
-        std::vector<int> columns;
+    void findColumns() {
+        const TableDef& definition = work_.table.definition;
         std::set<int> taken;
         for (const FieldDef& field : definition.Fields()) {
-            int column = from.indexOf(field.Name);
-            if (column >= 0 && from.columns[static_cast<std::size_t>(column)].type == dao::Type::Null) {
+            int column = from_.indexOf(field.Name);
+            if (column >= 0 && from_.columns[static_cast<std::size_t>(column)].type == dao::Type::Null) {
                 column = -1;
             }
             if (column < 0) {
@@ -204,47 +200,21 @@ class Mending {
                                          "; it gets what an empty entry gives");
             }
             taken.insert(column);
-            columns.push_back(column);
+            columns_.push_back(column);
         }
-        for (std::size_t i = 0; i < from.columns.size(); ++i) {
+        for (std::size_t i = 0; i < from_.columns.size(); ++i) {
             if (taken.count(static_cast<int>(i)) == 0) {
-                shop_.notOurs.push_back("the field " + from.name + "." + from.columns[i].name);
+                shop_.notOurs.push_back("the field " + from_.name + "." + from_.columns[i].name);
             }
-        }
-        return columns;
-    }
-
-    void takeRows(Work& work, const OldTable& from) {
-        MendedTable& table = work.table;
-        const std::vector<int> columns = columnsFor(table.definition, from);
-        table.found = static_cast<std::int64_t>(from.rows.rows());
-        if (from.toldRows != table.found) {
-            remark(table.definition.Name(), {},
-                   "the old table tells of " + std::to_string(from.toldRows) + " rows, and " +
-                       std::to_string(table.found) + " were found");
-        }
-        for (std::size_t row = 0; row < from.rows.rows(); ++row) {
-            if (const auto bad = from.badRows.find(row); bad != from.badRows.end()) {
-                leaveBadRow(work, row, bad->second);
-                continue;
-            }
-            std::vector<Value> values;
-            const std::string number = numberOf(work, from, columns, row);
-            for (std::size_t field = 0; field < columns.size(); ++field) {
-                values.push_back(cell(table.definition, field, from, row, columns[field], number));
-            }
-            table.rows.push_back(std::move(values));
-            table.places.push_back(static_cast<std::int64_t>(row));
         }
     }
 
     // How a remark calls a row: by its number, or by its place where it has none.
-    static std::string numberOf(const Work& work, const OldTable& from, const std::vector<int>& columns,
-                                std::size_t row) {
-        const int column = work.key < 0 ? -1 : columns[static_cast<std::size_t>(work.key)];
-        if (column >= 0 && !from.rows.isUnread(row, static_cast<std::size_t>(column))) {
+    std::string numberOf(std::size_t row) const {
+        const int column = work_.key < 0 ? -1 : columns_[static_cast<std::size_t>(work_.key)];
+        if (column >= 0 && !from_.rows.isUnread(row, static_cast<std::size_t>(column))) {
             Value value;
-            from.rows.get(row, static_cast<std::size_t>(column), value);
+            from_.rows.get(row, static_cast<std::size_t>(column), value);
             if (!value.isNull()) {
                 return value.asText();
             }
@@ -253,39 +223,41 @@ class Mending {
     }
 
     // Services count the kinds of work by their places: none may move up.
-    void leaveBadRow(Work& work, std::size_t row, const std::string& place) {
-        const std::string& name = work.table.definition.Name();
+    void leaveBadRow(std::size_t row, const std::string& place) {
+        const std::string& name = work_.table.definition.Name();
         const std::string number = "(row " + std::to_string(row + 1) + ")";
         if (name != "ServiceTypes") {
-            remark(name, number, "cannot be read (" + place + "); left out");
-            ++work.table.left;
+            remark(shop_, name, number, "cannot be read (" + place + "); left out");
+            ++work_.table.left;
             return;
         }
-        remark(name, number, "cannot be read (" + place + "); 'Preuzeto: necitljivo' stands in its place");
-        work.table.rows.push_back({Value("Preuzeto: necitljivo")});
-        work.table.places.push_back(-1);
-        ++work.table.left;
+        remark(shop_, name, number,
+               "cannot be read (" + place + "); 'Preuzeto: necitljivo' stands in its place");
+        work_.table.rows.push_back({Value("Preuzeto: necitljivo")});
+        work_.table.places.push_back(-1);
+        ++work_.table.left;
     }
 
-    Value cell(const TableDef& definition, std::size_t index, const OldTable& from, std::size_t row,
-               int column, const std::string& number) {
+    Value cell(std::size_t index, std::size_t row, const std::string& number) {
+        const TableDef& definition = work_.table.definition;
         const FieldDef& field = definition.Fields()[index];
+        const int column = columns_[index];
         if (column < 0) {
             return defaultOf(field);
         }
         const auto at = static_cast<std::size_t>(column);
         const auto tell = [&](const std::string& what) {
-            remark(definition.Name(), number, "the field " + field.Name + " " + what);
+            remark(shop_, definition.Name(), number, "the field " + field.Name + " " + what);
         };
-        if (from.rows.isUnread(row, at)) {
+        if (from_.rows.isUnread(row, at)) {
             tell("cannot be read; left empty");
             return {};
         }
-        if (from.unsoundTexts.count({row, at}) != 0) {
+        if (from_.unsoundTexts.count({row, at}) != 0) {
             tell("holds letters that are none; a mark stands in their place");
         }
         Value old;
-        from.rows.get(row, at, old);
+        from_.rows.get(row, at, old);
         if (old.isNull()) {
             return {};
         }
@@ -317,81 +289,97 @@ class Mending {
         return value;
     }
 
-    // ----- numbers
+    const OldTable& from_;
+    Work& work_;
+    MendedShop& shop_;
+    std::vector<int> columns_;
+};
 
-    static const Value& keyOf(const Work& work, std::size_t row) {
-        return work.table.rows[row][static_cast<std::size_t>(work.key)];
+// ----- numbers
+
+std::int32_t freshNumber(Work& work) {
+    if (work.highest == INT32_MAX) {
+        throw OldFileError("The old database has given all numbers of the table " +
+                           work.table.definition.Name() + ". Nothing was taken over.");
     }
+    work.numbers.insert(++work.highest);
+    return work.highest;
+}
 
-    void giveNumbers(Work& work) {
-        if (work.key < 0) {
-            return;
+void giveNumbers(Work& work, MendedShop& shop) {
+    if (work.key < 0) {
+        return;
+    }
+    for (std::size_t row = 0; row < work.table.rows.size(); ++row) {
+        const Value& key = keyOf(work, row);
+        work.highest = std::max(work.highest, key.isNull() ? 0 : key.asLong());
+    }
+    for (std::size_t row = 0; row < work.table.rows.size(); ++row) {
+        const Value key = keyOf(work, row);
+        const std::int32_t number = key.isNull() ? 0 : key.asLong();
+        if (number != 0 && work.numbers.insert(number).second) {
+            continue;
         }
-        for (std::size_t row = 0; row < work.table.rows.size(); ++row) {
-            const Value& key = keyOf(work, row);
-            work.highest = std::max(work.highest, key.isNull() ? 0 : key.asLong());
-        }
-        for (std::size_t row = 0; row < work.table.rows.size(); ++row) {
-            const Value key = keyOf(work, row);
-            const std::int32_t number = key.isNull() ? 0 : key.asLong();
-            if (number != 0 && work.numbers.insert(number).second) {
-                continue;
-            }
-            const std::int32_t fresh = freshNumber(work);
-            work.table.rows[row][static_cast<std::size_t>(work.key)] = Value(fresh);
-            const bool first = number == 0 && !key.isNull() && work.forZero == 0;
-            work.forZero = first ? fresh : work.forZero;
-            const char* what = key.isNull()  ? "has no number"
-                               : number == 0 ? "no number of a record"
-                                             : "stands twice";
-            remark(work.table.definition.Name(),
-                   key.isNull() ? "(row " + std::to_string(work.table.places[row] + 1) + ")"
-                                : std::to_string(number),
-                   std::string(what) + "; this one got the number " + std::to_string(fresh));
+        const std::int32_t fresh = freshNumber(work);
+        work.table.rows[row][static_cast<std::size_t>(work.key)] = Value(fresh);
+        const bool first = number == 0 && !key.isNull() && work.forZero == 0;
+        work.forZero = first ? fresh : work.forZero;
+        const char* what = key.isNull()  ? "has no number"
+                           : number == 0 ? "no number of a record"
+                                         : "stands twice";
+        remark(shop, work.table.definition.Name(),
+               key.isNull() ? "(row " + std::to_string(work.table.places[row] + 1) + ")"
+                            : std::to_string(number),
+               std::string(what) + "; this one got the number " + std::to_string(fresh));
+    }
+}
+
+void keepOneRow(Work& work, MendedShop& shop) {
+    MendedTable& table = work.table;
+    for (std::size_t row = 1; row < table.rows.size(); ++row) {
+        remark(shop, table.definition.Name(), "(row " + std::to_string(row + 1) + ")",
+               "one row tells the last numbers; left out: " + wordsOf(table, row));
+        ++table.left;
+    }
+    if (table.rows.size() > 1) {
+        table.rows.resize(1);
+        table.places.resize(1);
+    }
+    for (auto& row : table.rows) {
+        for (Value& value : row) {
+            value = value.isNull() ? Value(std::int32_t{0}) : value;
         }
     }
+}
 
-    static std::int32_t freshNumber(Work& work) {
-        if (work.highest == INT32_MAX) {
-            throw OldFileError("The old database has given all numbers of the table " +
-                               work.table.definition.Name() + ". Nothing was taken over.");
-        }
-        work.numbers.insert(++work.highest);
-        return work.highest;
-    }
+// ----- rows that belong to none
 
-    void keepOneRow(Work& work) {
-        MendedTable& table = work.table;
-        for (std::size_t row = 1; row < table.rows.size(); ++row) {
-            remark(table.definition.Name(), "(row " + std::to_string(row + 1) + ")",
-                   "one row tells the last numbers; left out: " + wordsOf(table, row));
-            ++table.left;
-        }
-        if (table.rows.size() > 1) {
-            table.rows.resize(1);
-            table.places.resize(1);
-        }
-        for (auto& row : table.rows) {
-            for (Value& value : row) {
-                value = value.isNull() ? Value(std::int32_t{0}) : value;
-            }
-        }
-    }
+const Adopter& adopterOf(const std::string& table) {
+    return *std::find_if(adopters().begin(), adopters().end(),
+                         [&](const Adopter& one) { return table == one.table; });
+}
 
-    static std::string wordsOf(const MendedTable& table, std::size_t row) {
-        std::string words;
-        for (std::size_t i = 0; i < table.rows[row].size(); ++i) {
-            words += (i == 0 ? "" : ", ") + table.definition.Fields()[i].Name + " " +
-                     (table.rows[row][i].isNull() ? "-" : table.rows[row][i].asText());
-        }
-        return words;
-    }
+std::string nameFor(const std::string& table, std::int32_t number) {
+    const std::string name = adopterOf(table).name;
+    return number == 0 ? name : name + " " + std::to_string(number);
+}
 
-    // ----- rows that belong to none
+std::string adoptionWords(const dao::Relation& relation, std::int32_t number, std::int32_t adopter) {
+    const std::string missing =
+        number == 0 ? "belongs to no record of " + relation.table
+                    : "its record " + std::to_string(number) + " of " + relation.table + " is gone";
+    return missing + "; put under '" + nameFor(relation.table, number) + "', " + relation.table + " " +
+           std::to_string(adopter);
+}
+
+// Puts rows whose owner is gone under one that is made for them.
+class Adoption {
+ public:
+    Adoption(Works& works, MendedShop& shop) : works_(works), shop_(shop) {}
 
     void adopt(const dao::Relation& relation) {
-        Work& parents = *work(relation.table);
-        Work& children = *work(relation.foreignTable);
+        Work& parents = *workOf(works_, relation.table);
+        Work& children = *workOf(works_, relation.foreignTable);
         const auto field = static_cast<std::size_t>(children.table.indexOf(relation.foreignField));
         for (std::size_t row = 0; row < children.table.rows.size(); ++row) {
             Value& link = children.table.rows[row][field];
@@ -401,37 +389,14 @@ class Mending {
             } else if (number == 0 || parents.numbers.count(number) == 0 ||
                        parents.adopters.count(number) != 0) {
                 const std::int32_t adopter = adopterFor(parents, number);
-                remark(relation.foreignTable, nameOf(children, row),
+                remark(shop_, relation.foreignTable, nameOf(children, row),
                        adoptionWords(relation, number, adopter));
                 link = Value(adopter);
             }
         }
     }
 
-    static std::string nameOf(const Work& work, std::size_t row) {
-        return work.key >= 0 ? keyOf(work, row).asText()
-                             : "(row " + std::to_string(work.table.places[row] + 1) + ")";
-    }
-
-    static std::string adoptionWords(const dao::Relation& relation, std::int32_t number,
-                                     std::int32_t adopter) {
-        const std::string missing =
-            number == 0 ? "belongs to no record of " + relation.table
-                        : "its record " + std::to_string(number) + " of " + relation.table + " is gone";
-        return missing + "; put under '" + nameFor(relation.table, number) + "', " + relation.table + " " +
-               std::to_string(adopter);
-    }
-
-    static const Adopter& adopterOf(const std::string& table) {
-        return *std::find_if(adopters().begin(), adopters().end(),
-                             [&](const Adopter& one) { return table == one.table; });
-    }
-
-    static std::string nameFor(const std::string& table, std::int32_t number) {
-        const std::string name = adopterOf(table).name;
-        return number == 0 ? name : name + " " + std::to_string(number);
-    }
-
+ private:
     // Made under the number that the rows name, so that those of one owner stay together; one for all that
     // name none.
     std::int32_t adopterFor(Work& parents, std::int32_t number) {
@@ -465,77 +430,147 @@ class Mending {
         for (const dao::Relation& relation : data::shopSchema().relations) {
             if (dao::sameName(relation.foreignTable, table.definition.Name())) {
                 row[static_cast<std::size_t>(table.indexOf(relation.foreignField))] =
-                    Value(adopterFor(*work(relation.table), 0));
+                    Value(adopterFor(*workOf(works_, relation.table), 0));
             }
         }
         table.rows.push_back(std::move(row));
         table.places.push_back(-1);
     }
 
-    // ----- what stands twice
+    Works& works_;
+    MendedShop& shop_;
+};
 
-    void tellNamesTwice() {
+// ----- what stands twice
+
+struct Sooner {
+    bool operator()(const std::string& a, const std::string& b) const { return alphabet::compare(a, b) < 0; }
+};
+
+void renameTwins(Work& work, std::size_t field, MendedShop& shop) {
+    std::set<std::string, Sooner> names;
+    for (const auto& row : work.table.rows) {
+        names.insert(row[field].asText());
+    }
+    std::set<std::string, Sooner> seen;
+    for (std::size_t row = 0; row < work.table.rows.size(); ++row) {
+        const std::string name = work.table.rows[row][field].asText();
+        if (seen.insert(name).second) {
+            continue;
+        }
+        std::string other;
+        for (int count = 2; other.empty() || !names.insert(other).second; ++count) {
+            const std::string ending = " (" + std::to_string(count) + ")";
+            const std::size_t room =
+                static_cast<std::size_t>(work.table.definition.Fields()[field].Size) - ending.size();
+            other = name.substr(0, alphabet::bytesOfLetters(name, room)) + ending;
+        }
+        work.table.rows[row][field] = Value(other);
+        remark(shop, work.table.definition.Name(), nameOf(work, row),
+               "the name '" + name + "' stands twice; this one is now '" + other + "'");
+    }
+}
+
+// Two products of one name are nothing that the program forbids: it asks, and does it. Both stay as they are,
+// and so do the requisitions that name them.
+void tellAlikeProducts(const Work& products, MendedShop& shop) {
+    const auto field = static_cast<std::size_t>(products.table.indexOf("Naziv"));
+    std::map<std::string, std::size_t, Sooner> seen;
+    for (std::size_t row = 0; row < products.table.rows.size(); ++row) {
+        const std::string name = products.table.rows[row][field].asText();
+        const auto [first, isNew] = seen.emplace(name, row);
+        if (!isNew && !name.empty()) {
+            shop.alike.push_back(products.table.definition.Name() + " " + nameOf(products, row) +
+                                 ": the name '" + name + "' is that of " + nameOf(products, first->second) +
+                                 ", too");
+        }
+    }
+}
+
+// A requisition shows a product once for a service.
+void dropProductsTwice(Work& drawn, MendedShop& shop) {
+    const auto service = static_cast<std::size_t>(drawn.table.indexOf("ServiceID"));
+    const auto product = static_cast<std::size_t>(drawn.table.indexOf("OpremaID"));
+    std::set<std::pair<std::int32_t, std::string>> seen;
+    MendedTable kept;
+    for (std::size_t row = 0; row < drawn.table.rows.size(); ++row) {
+        auto& values = drawn.table.rows[row];
+        if (!seen.emplace(values[service].asLong(), values[product].asText()).second) {
+            remark(shop, "InvoiceData", nameOf(drawn, row),
+                   "stands twice for one service and product; left out: " + wordsOf(drawn.table, row));
+            ++drawn.table.left;
+            continue;
+        }
+        kept.rows.push_back(std::move(values));
+        kept.places.push_back(drawn.table.places[row]);
+    }
+    drawn.table.rows = std::move(kept.rows);
+    drawn.table.places = std::move(kept.places);
+}
+
+class Mending {
+ public:
+    explicit Mending(const OldShop& old) : old_(old) {}
+
+    MendedShop mend() {
+        needShop();
+        shop_.notOurs = old_.others;
+        works_.reserve(NewShop::tables().size());  // a table of many rows is not moved about
+        for (const TableDef& definition : NewShop::tables()) {
+            take(definition);
+        }
+        Adoption adoption(works_, shop_);
+        for (const dao::Relation& relation : data::shopSchema().relations) {
+            adoption.adopt(relation);
+        }
         for (const auto& [name, field] : kUniqueNames) {
-            Work& table = *work(name);
-            renameTwins(table, static_cast<std::size_t>(table.table.indexOf(field)));
+            Work& named = *workOf(works_, name);
+            renameTwins(named, static_cast<std::size_t>(named.table.indexOf(field)), shop_);
+        }
+        tellAlikeProducts(*workOf(works_, "Oprema"), shop_);
+        dropProductsTwice(*workOf(works_, "InvoiceData"), shop_);
+        for (Work& work : works_) {
+            shop_.tables.push_back(std::move(work.table));
+        }
+        return std::move(shop_);
+    }
+
+ private:
+    void needShop() const {
+        for (const char* name : {"Customers", "Computers", "Services"}) {
+            if (old_.table(name) == nullptr) {
+                throw OldFileError(std::string("The old database has no table ") + name +
+                                   ": it is no shop's, or damaged. Nothing was taken over.");
+            }
         }
     }
 
-    struct Sooner {
-        bool operator()(const std::string& a, const std::string& b) const {
-            return alphabet::compare(a, b) < 0;
+    void take(const TableDef& definition) {
+        const OldTable* from = old_.table(definition.Name());
+        const bool isNumbers = dao::sameName(definition.Name(), data::documentNumbers().Name());
+        if (from == nullptr && isNumbers) {
+            return;  // it comes with the first document
         }
-    };
-
-    void renameTwins(Work& work, std::size_t field) {
-        std::set<std::string, Sooner> names;
-        for (const auto& row : work.table.rows) {
-            names.insert(row[field].asText());
+        Work work;
+        work.table.definition = definition;
+        if (const FieldDef* counter = counterOf(definition)) {
+            work.key = work.table.indexOf(counter->Name);
         }
-        std::set<std::string, Sooner> seen;
-        for (std::size_t row = 0; row < work.table.rows.size(); ++row) {
-            const std::string name = work.table.rows[row][field].asText();
-            if (seen.insert(name).second) {
-                continue;
-            }
-            std::string other;
-            for (int count = 2; other.empty() || !names.insert(other).second; ++count) {
-                const std::string ending = " (" + std::to_string(count) + ")";
-                const std::size_t room =
-                    static_cast<std::size_t>(work.table.definition.Fields()[field].Size) - ending.size();
-                other = name.substr(0, alphabet::bytesOfLetters(name, room)) + ending;
-            }
-            work.table.rows[row][field] = Value(other);
-            remark(work.table.definition.Name(), nameOf(work, row),
-                   "the name '" + name + "' stands twice; this one is now '" + other + "'");
+        if (from == nullptr) {
+            shop_.notThere.push_back("the table " + definition.Name() + "; it stays empty");
+        } else {
+            RowTaking(*from, work, shop_).take();
+            giveNumbers(work, shop_);
         }
-    }
-
-    // A requisition shows a product once for a service.
-    void dropProductsTwice() {
-        Work& drawn = *work("InvoiceData");
-        const auto service = static_cast<std::size_t>(drawn.table.indexOf("ServiceID"));
-        const auto product = static_cast<std::size_t>(drawn.table.indexOf("OpremaID"));
-        std::set<std::pair<std::int32_t, std::string>> seen;
-        MendedTable kept;
-        for (std::size_t row = 0; row < drawn.table.rows.size(); ++row) {
-            auto& values = drawn.table.rows[row];
-            if (!seen.emplace(values[service].asLong(), values[product].asText()).second) {
-                remark("InvoiceData", nameOf(drawn, row),
-                       "stands twice for one service and product; left out: " + wordsOf(drawn.table, row));
-                ++drawn.table.left;
-                continue;
-            }
-            kept.rows.push_back(std::move(values));
-            kept.places.push_back(drawn.table.places[row]);
+        if (isNumbers) {
+            keepOneRow(work, shop_);
         }
-        drawn.table.rows = std::move(kept.rows);
-        drawn.table.places = std::move(kept.places);
+        works_.push_back(std::move(work));
     }
 
     const OldShop& old_;
     MendedShop shop_;
-    std::vector<Work> works_;
+    Works works_;
 };
 
 }  // namespace

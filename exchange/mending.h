@@ -27,6 +27,7 @@ struct MendedTable {
 struct MendedShop {
     std::vector<MendedTable> tables;    // in the order in which they are to be filled
     std::vector<std::string> remarks;   // "Services 17: ...", what is not as it was, row by row
+    std::vector<std::string> alike;     // "Oprema 7: ...", products of one name; as they were
     std::vector<std::string> notOurs;   // tables, stored queries and fields that no shop has
     std::vector<std::string> notThere;  // tables and fields that the old file has not
 };

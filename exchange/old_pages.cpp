@@ -108,9 +108,83 @@ struct Part {
     std::size_t size = 0;
 };
 
+// Long texts: each stands in the row itself, in a page of such texts, or in a chain of them.
+class LongTexts {
+ public:
+    explicit LongTexts(MdbHandle* file) : file_(file) {}
+
+    // Throws Unreadable for what is not there, or not whole.
+    std::string read(const Part& part) const {
+        if (part.size == 0) {
+            return {};
+        }
+        if (part.size < kMemoHead) {
+            throw Unreadable("a text's head");
+        }
+        const auto head = numberAt<std::uint32_t>(part.bytes);
+        const std::size_t size = head & 0x3FFFFFFFU;
+        const auto place = numberAt<std::uint32_t>(part.bytes + 4);
+        if ((head & kMemoHere) != 0) {
+            if (size > part.size - kMemoHead) {
+                throw Unreadable("a text that is shorter than it says");
+            }
+            return {reinterpret_cast<const char*>(part.bytes) + kMemoHead, size};
+        }
+        if ((head & kMemoInOnePage) != 0) {
+            const std::string_view text = partAt(place);
+            if (text.size() < size) {
+                throw Unreadable("a text that is shorter than it says");
+            }
+            return std::string(text.substr(0, size));
+        }
+        return chained(place, size);
+    }
+
+ private:
+    std::string chained(std::uint32_t place, std::size_t size) const {
+        std::string text;
+        std::set<std::uint32_t> seen;
+        while (place != 0 && text.size() < size) {
+            if (!seen.insert(place).second) {
+                throw Unreadable("a text that comes to no end");
+            }
+            const std::string_view part = partAt(place);
+            if (part.size() < 4) {
+                throw Unreadable("a text that breaks off");
+            }
+            place = numberAt<std::uint32_t>(reinterpret_cast<const unsigned char*>(part.data()));
+            text.append(part.substr(4));
+        }
+        if (text.size() < size) {
+            throw Unreadable("a text that breaks off");
+        }
+        text.resize(size);
+        return text;
+    }
+
+    std::string_view partAt(std::uint32_t place) const {
+        void* page = nullptr;
+        int start = 0;
+        std::size_t size = 0;
+        if (mdb_find_pg_row(file_, static_cast<int>(place), &page, &start, &size) != 0) {
+            throw Unreadable("a text that is not there");
+        }
+        const auto* bytes = static_cast<const char*>(page);
+        start &= kOffsetBits;
+        if (bytes[0] != MDB_PAGE_DATA || std::memcmp(bytes + 4, "LVAL", 4) != 0 ||
+            start + static_cast<ssize_t>(size) > file_->fmt->pg_size) {
+            throw Unreadable("a text that is not there");
+        }
+        return {bytes + start, size};
+    }
+
+    MdbHandle* file_;
+};
+
 class Reader {
  public:
-    Reader(const std::string& path, std::FILE* out) : out_(out), file_(mdb_open(path.c_str(), MDB_NOFLAGS)) {
+    Reader(const std::string& path, std::FILE* out)
+        : out_(out), file_(mdb_open(path.c_str(), MDB_NOFLAGS)), longTexts_(file_) {
         if (file_ == nullptr) {
             throw Damage("its head cannot be read");
         }
@@ -410,7 +484,7 @@ class Reader {
     void addText(Message& told, const Part& part) {
         try {
             const std::string bytes = part.column->col_type == MDB_MEMO
-                                          ? memoOf(part)
+                                          ? longTexts_.read(part)
                                           : std::string(reinterpret_cast<const char*>(part.bytes), part.size);
             const OldText text =
                 file_->f->jet_version == MDB_VER_JET3 ? fromCodePage(bytes) : fromTwoBytes(bytes);
@@ -420,72 +494,9 @@ class Reader {
         }
     }
 
-    // A long text stands in the row itself, in a page of such texts, or in a chain of them.
-    std::string memoOf(const Part& part) {
-        if (part.size == 0) {
-            return {};
-        }
-        if (part.size < kMemoHead) {
-            throw Unreadable("a text's head");
-        }
-        const auto head = numberAt<std::uint32_t>(part.bytes);
-        const std::size_t size = head & 0x3FFFFFFFU;
-        const auto place = numberAt<std::uint32_t>(part.bytes + 4);
-        if ((head & kMemoHere) != 0) {
-            if (size > part.size - kMemoHead) {
-                throw Unreadable("a text that is shorter than it says");
-            }
-            return {reinterpret_cast<const char*>(part.bytes) + kMemoHead, size};
-        }
-        if ((head & kMemoInOnePage) != 0) {
-            const std::string_view text = longPart(place);
-            if (text.size() < size) {
-                throw Unreadable("a text that is shorter than it says");
-            }
-            return std::string(text.substr(0, size));
-        }
-        return chained(place, size);
-    }
-
-    std::string chained(std::uint32_t place, std::size_t size) {
-        std::string text;
-        std::set<std::uint32_t> seen;
-        while (place != 0 && text.size() < size) {
-            if (!seen.insert(place).second) {
-                throw Unreadable("a text that comes to no end");
-            }
-            const std::string_view part = longPart(place);
-            if (part.size() < 4) {
-                throw Unreadable("a text that breaks off");
-            }
-            place = numberAt<std::uint32_t>(reinterpret_cast<const unsigned char*>(part.data()));
-            text.append(part.substr(4));
-        }
-        if (text.size() < size) {
-            throw Unreadable("a text that breaks off");
-        }
-        text.resize(size);
-        return text;
-    }
-
-    std::string_view longPart(std::uint32_t place) {
-        void* page = nullptr;
-        int start = 0;
-        std::size_t size = 0;
-        if (mdb_find_pg_row(file_, static_cast<int>(place), &page, &start, &size) != 0) {
-            throw Unreadable("a text that is not there");
-        }
-        const auto* bytes = static_cast<const char*>(page);
-        start &= kOffsetBits;
-        if (bytes[0] != MDB_PAGE_DATA || std::memcmp(bytes + 4, "LVAL", 4) != 0 ||
-            start + static_cast<ssize_t>(size) > pageSize()) {
-            throw Unreadable("a text that is not there");
-        }
-        return {bytes + start, size};
-    }
-
     std::FILE* out_;
     MdbHandle* file_;  // for the life of the process
+    LongTexts longTexts_;
     std::vector<MdbTableDef*> tables_;
     std::set<std::string> told_;
     std::set<std::uint32_t> followed_;  // where rows were moved to

@@ -1,15 +1,16 @@
 #include "exchange/take_over.h"
 
-#include <array>
+#include <QFile>
 #include <filesystem>
-#include <fstream>
 #include <map>
+#include <sstream>
 
 #include "exchange/old_format.h"
 #include "exchange/old_rows.h"
 #include "platform/dao/dbengine.h"
 #include "platform/dao/error.h"
 #include "platform/dao/names.h"
+#include "platform/system/files.h"
 
 namespace exchange {
 
@@ -180,6 +181,7 @@ void writeList(std::ostream& out, const std::string& old, const TakenOver& taken
     }
     writeLines(out, "Amounts", taken.amounts);
     writeLines(out, "Not as it was, or left out", mended.remarks);
+    writeLines(out, "As it was, and worth a look", mended.alike);
     writeLines(out, "In the old file and in no shop; left out", mended.notOurs);
     writeLines(out, "Not in the old file", mended.notThere);
     if (mended.remarks.empty()) {
@@ -206,14 +208,14 @@ class List {
     void write(const std::string& old, const TakenOver& taken, const MendedShop& mended) {
         keepFormer();
         written_ = true;
-        std::ofstream out(path_);
-        writeList(out, old, taken, mended);
-        out.close();
-        if (!out) {
+        std::ostringstream text;
+        writeList(text, old, taken, mended);
+        QFile out(QString::fromStdString(path_.string()));
+        // It names clients: from its first byte on it is for its user alone.
+        if (!out.open(QIODevice::WriteOnly | QIODevice::NewOnly, platform::kForUserAlone) ||
+            out.write(QByteArray::fromStdString(text.str())) < 0 || !out.flush()) {
             throw OldFileError("'" + path_.string() + "' cannot be written. Nothing was taken over.");
         }
-        std::filesystem::permissions(
-            path_, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
     }
     void stay() { stays_ = true; }
 

@@ -6,6 +6,7 @@
 #include <QString>
 #include <charconv>
 #include <cmath>
+#include <optional>
 #include <stdexcept>
 
 #include "exchange/plain_values.h"
@@ -30,6 +31,29 @@ void need(lxw_error error) {
     }
 }
 
+// How a workbook shows what is no plain number or text.
+struct CellFormats {
+    explicit CellFormats(lxw_workbook* book)
+        : heading(workbook_add_format(book)),
+          day(numbered(book, "yyyy-mm-dd")),
+          moment(numbered(book, "yyyy-mm-dd hh:mm:ss")),
+          amount(numbered(book, "#,##0.00##")) {
+        format_set_bold(heading);
+    }
+
+    lxw_format* heading;
+    lxw_format* day;
+    lxw_format* moment;
+    lxw_format* amount;
+
+ private:
+    static lxw_format* numbered(lxw_workbook* book, const char* text) {
+        lxw_format* const made = workbook_add_format(book);
+        format_set_num_format(made, text);
+        return made;
+    }
+};
+
 class Workbook {
  public:
     Workbook(const std::string& path, const std::string& room) : path_(path), room_(room) {
@@ -41,11 +65,7 @@ class Workbook {
         if (book_ == nullptr) {
             throw std::runtime_error("The workbook cannot be written: there is no memory for it.");
         }
-        heading_ = workbook_add_format(book_);
-        format_set_bold(heading_);
-        day_ = format("yyyy-mm-dd");
-        moment_ = format("yyyy-mm-dd hh:mm:ss");
-        amount_ = format("#,##0.00##");
+        formats_.emplace(book_);
     }
     Workbook(const Workbook&) = delete;
     Workbook& operator=(const Workbook&) = delete;
@@ -65,7 +85,7 @@ class Workbook {
             const auto column = static_cast<lxw_col_t>(i);
             const dao::FieldDef& field = table.Fields()[i];
             need(worksheet_set_column(sheet_, column, column, widthOf(field.Type), nullptr));
-            need(worksheet_write_string(sheet_, 0, column, field.Name.c_str(), heading_));
+            need(worksheet_write_string(sheet_, 0, column, field.Name.c_str(), formats_->heading));
         }
         row_ = 1;
     }
@@ -92,12 +112,6 @@ class Workbook {
         constexpr double kText = 24;
         return type == dao::dbText || type == dao::dbMemo ? kText : kNumber;
     }
-    lxw_format* format(const char* text) {
-        lxw_format* const made = workbook_add_format(book_);
-        format_set_num_format(made, text);
-        return made;
-    }
-
     void write(std::monostate) {}
     void write(bool value) { need(worksheet_write_boolean(sheet_, row_, column_, value ? 1 : 0, nullptr)); }
     void write(std::int32_t value) { number(value, nullptr); }
@@ -111,7 +125,7 @@ class Workbook {
     void write(double value) { number(value, nullptr); }
     void write(dao::Currency value) {
         if (value.scaled() > -kMostDigits && value.scaled() < kMostDigits) {
-            number(value.toDouble(), amount_);
+            number(value.toDouble(), formats_->amount);
         } else {
             write(plainText(value));
         }
@@ -120,7 +134,7 @@ class Workbook {
         if (value.days < kFirstDay || value.days > kLastDay) {
             write(plainText(value));
         } else {
-            number(value.days, value.days == std::floor(value.days) ? day_ : moment_);
+            number(value.days, value.days == std::floor(value.days) ? formats_->day : formats_->moment);
         }
     }
     void write(const std::string& value) {
@@ -144,7 +158,7 @@ class Workbook {
 
     std::string path_, room_;
     lxw_workbook* book_ = nullptr;
-    lxw_format *heading_ = nullptr, *day_ = nullptr, *moment_ = nullptr, *amount_ = nullptr;
+    std::optional<CellFormats> formats_;
     lxw_worksheet* sheet_ = nullptr;
     lxw_row_t row_ = 0;
     lxw_col_t column_ = 0;

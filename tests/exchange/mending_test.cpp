@@ -247,6 +247,18 @@ TEST_F(MendingTest, RenamesWhatHasANameThatStandsTwice) {
                 ElementsAre("Grupe 3: the name 'MIŠEVI' stands twice; this one is now 'MIŠEVI (3)'"));
 }
 
+TEST_F(MendingTest, KeepsTwoProductsOfOneNameAndTellsOfThem) {
+    old.add("Grupe", {{"ID", 1}, {"Grupa", "Miševi"}})
+        .add("Proizvodjaci", {{"ID", 1}, {"Proizvodjac", "Genius"}});
+    for (const auto& [number, name] : {std::pair{4, "Miš"}, {7, "MIŠ"}, {8, ""}, {9, ""}}) {
+        old.add("Oprema", {{"ID", number}, {"IDGrupe", 1}, {"IDProizvodjaca", 1}, {"Naziv", name}});
+    }
+    const MendedShop shop = mend(old.shop);
+    EXPECT_EQ(cell(shop, "Oprema", 1, "Naziv"), "MIŠ");
+    EXPECT_THAT(shop.remarks, IsEmpty()) << "nothing was changed";
+    EXPECT_THAT(shop.alike, ElementsAre("Oprema 7: the name 'MIŠ' is that of 4, too"));
+}
+
 TEST_F(MendingTest, LeavesOutAProductThatWasDrawnTwiceForAServiceAndTellsAllOfIt) {
     old.client(1).computer(1, 1).service(1, 1);
     old.add("InvoiceData", {{"ServiceID", 1}, {"OpremaID", 2}, {"Naziv", "Kabl"}})

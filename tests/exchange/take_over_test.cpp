@@ -118,6 +118,13 @@ TEST_F(TakeOverTest, TellsHowFarItIs) {
     EXPECT_EQ(doings, (std::set<std::string>{"comparing", "reading", "writing"}));
 }
 
+TEST_F(TakeOverTest, TheListIsForItsUserAlone) {
+    exchange::takeOver(old(), target());
+    using std::filesystem::perms;
+    EXPECT_EQ(std::filesystem::status(in("take-over.txt")).permissions(),
+              perms::owner_read | perms::owner_write);
+}
+
 TEST_F(TakeOverTest, KeepsTheListOfAnEarlierTime) {
     std::ofstream(in("take-over.txt")) << "of an earlier time";
     exchange::takeOver(old(), target());
