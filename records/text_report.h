@@ -43,7 +43,7 @@ class TextReport {
 
     // How many clients are read at one time, with their computers and services where all are wanted; 0: each
     // client, his computers and each computer's services by a statement of their own. The report is the same.
-    std::size_t readAhead = 2000;
+    std::size_t readAhead = 500;
 
     // `clientSource`: the statement of the clients, without an order.
     Result write(const std::string& clientSource, const QString& path, const Proceed& proceed = {});
