@@ -32,8 +32,8 @@ class NameList {
     int size() const { return static_cast<int>(rows_.size()); }
     Name at(int place) const;
     QString text(int place) const;
-    // The first name, from the top, that begins with the text, without regard to case; -1: none does. An empty
-    // text is how every name begins.
+    // The first name, from the top, that begins with the text, without regard to case; -1: none does. An
+    // empty text is how every name begins.
     int findPrefix(const QString& text) const;
 
  private:

@@ -23,7 +23,7 @@ void KeyList::tellByFirst() {
                           keys_.size() - 1;
     if (!each) {
         first_ = keys_.front();
-        keys_ = {};
+        std::vector<std::int64_t>().swap(keys_);  // and its room
     }
 }
 

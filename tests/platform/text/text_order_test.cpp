@@ -32,8 +32,9 @@ std::vector<std::uint32_t> comparedOrder(const std::vector<std::string>& texts) 
 
 // Names that have much in common, so that they differ first at the first letter or far behind.
 std::vector<std::string> invented(std::size_t count, unsigned seed) {
-    const std::vector<std::string> parts = {"Jovanov", "ić",  "ic",  "IC",      ", ", "Ž",       "ž", "Petar",
-                                            "petar",   "Pét", " - ", "đorđe", "a",  "\xF0\x9F\x94\xA7", "\xFF"};
+    const std::vector<std::string> parts = {
+        "Jovanov",          "ić",  "ic", "IC", ", ", "Ž", "ž", "Petar", "petar", "Pét", " - ", "đorđe", "a",
+        "\xF0\x9F\x94\xA7", "\xFF"};
     std::mt19937 random(seed);
     std::vector<std::string> texts;
     while (texts.size() < count) {
