@@ -37,6 +37,7 @@ void KeyList::tellEach() {
 
 std::vector<std::int64_t> KeyList::at(std::size_t row) const {
     std::vector<std::int64_t> keys;
+    keys.reserve(stride_);
     for (int source = 0; source < stride(); ++source) {
         keys.push_back(key(row, source));
     }
