@@ -5,6 +5,7 @@
 
 #include "data/schema.h"
 #include "data/session.h"
+#include "platform/dao/breaking_off.h"
 #include "platform/dao/failure.h"
 #include "platform/dao/file_catalog.h"
 #include "platform/dao/names.h"
@@ -128,6 +129,7 @@ void NewShop::add(const std::string& name, std::span<const std::string_view> fie
     if (dao::sameName(name, data::documentNumbers().Name()) && added_.count(definition->Name()) == 0) {
         filling_.store().createTable(*definition);
     }
+    dao::needGoingOn();
     std::vector<std::size_t> places;
     for (const FieldDef& field : definition->Fields()) {
         const auto found = std::find_if(fields.begin(), fields.end(),

@@ -18,6 +18,7 @@
 
 #include "exchange/old_format.h"
 #include "exchange/old_pages.h"
+#include "platform/dao/breaking_off.h"
 #include "platform/dao/names.h"
 
 namespace exchange {
@@ -66,8 +67,12 @@ void silence(int stream) {
 [[noreturn]] void readAndTell(const std::string& path, const std::vector<std::string>& tables, int out,
                               std::uint64_t fileSize) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
-    for (const int signal : {SIGSEGV, SIGABRT, SIGBUS, SIGFPE, SIGILL, SIGPIPE, SIGTERM}) {
+    for (const int signal : {SIGSEGV, SIGABRT, SIGBUS, SIGFPE, SIGILL, SIGPIPE}) {
         std::signal(signal, SIG_DFL);
+    }
+    // Who is asked to end is the one that listens: it ends this process, too.
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        std::signal(signal, SIG_IGN);
     }
     const rlimit none{0, 0};
     setrlimit(RLIMIT_CORE, &none);
@@ -310,6 +315,7 @@ void listen(int in, Listener& listener, int patience) {
     Messages messages;
     Clock::time_point heard = Clock::now();
     while (!listener.isDone()) {
+        dao::needGoingOn();
         pollfd pipe{in, POLLIN, 0};
         const int ready = poll(&pipe, 1, kSlice);
         if (ready > 0) {

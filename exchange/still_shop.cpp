@@ -1,9 +1,13 @@
 #include "exchange/still_shop.h"
 
-#include <QTemporaryDir>
+#include <unistd.h>
+
+#include <filesystem>
 #include <stdexcept>
+#include <system_error>
 
 #include "data/session.h"
+#include "exchange/unfinished.h"
 #include "platform/dao/dao.h"
 
 namespace exchange {
@@ -14,6 +18,16 @@ void letIn(const std::string& path, const std::string& connect) {
     dao::DBEngine::OpenDatabase(path, false, true, connect).Close();
 }
 
+std::unique_ptr<MakingFolder> roomForCopy() {
+    try {
+        const std::filesystem::path folder = std::filesystem::temp_directory_path();
+        return std::make_unique<MakingFolder>(
+            (folder / ("tarvello-data-" + std::to_string(getuid()))).string());
+    } catch (const std::system_error& error) {
+        throw std::runtime_error("There is no room for a copy of the shop: " + error.code().message());
+    }
+}
+
 }  // namespace
 
 StillShop::StillShop(const std::string& path) {
@@ -21,12 +35,8 @@ StillShop::StillShop(const std::string& path) {
     std::string source = path;
     if (!dao::DBEngine::IsOnServer(path)) {
         letIn(path, connect);
-        folder_ = std::make_unique<QTemporaryDir>();
-        if (!folder_->isValid()) {
-            throw std::runtime_error("There is no room for a copy of the shop: " +
-                                     folder_->errorString().toStdString());
-        }
-        source = folder_->filePath(QStringLiteral("Shop.mdb")).toStdString();
+        folder_ = roomForCopy();
+        source = folder_->path() + "/Shop.mdb";
         dao::DBEngine::CopyDatabase(path, source);
     }
     rows_ = std::make_unique<dao::ShopReading>(source, connect);

@@ -5,9 +5,9 @@
 
 #include "platform/dao/shop_reading.h"
 
-class QTemporaryDir;
-
 namespace exchange {
+
+class MakingFolder;
 
 // A shop as it is at one moment, for a reading that takes its time while others go on working. Of a file a
 // copy is made for that, enciphered like the file, in the system's folder for temporary files; it is gone
@@ -23,7 +23,7 @@ class StillShop {
     dao::ShopReading& rows() { return *rows_; }
 
  private:
-    std::unique_ptr<QTemporaryDir> folder_;
+    std::unique_ptr<MakingFolder> folder_;
     std::unique_ptr<dao::ShopReading> rows_;
 };
 

@@ -6,9 +6,11 @@
 // 2 not understood.
 
 #include <CLI/CLI.hpp>
+#include <csignal>
 #include <iostream>
 
 #include "data/schema.h"
+#include "platform/dao/breaking_off.h"
 #include "platform/dao/dbengine.h"
 #include "tools/verbs/verbs.h"
 
@@ -35,10 +37,27 @@ int run(int argc, char** argv, Talk& talk) {
     }
 }
 
+// Ctrl+C, a shutdown, a closed terminal: what is half made goes, and then the program. Whoever asks a second
+// time ends it at once; the next run sweeps up then. What its starter has switched off, as nohup does, stays
+// so.
+void endWhenAsked() {
+    struct sigaction breaking {};
+    breaking.sa_handler = [](int) { dao::breakOff(); };
+    breaking.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction before {};
+        sigaction(signal, nullptr, &before);
+        if (before.sa_handler != SIG_IGN) {
+            sigaction(signal, &breaking, nullptr);
+        }
+    }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     Talk talk;
+    endWhenAsked();
     dao::DBEngine::setKnownForm(data::kShopForm);
     try {
         return run(argc, argv, talk);

@@ -87,6 +87,7 @@ class Filling::FileMaking final : public Filling::Making {
  public:
     FileMaking(const std::string& target, const std::string& connect)
         : target_(targetFile(target)), fresh_(target_) {
+        sweepUnfinished(target_);
         fileKind().create(fresh_.path(), connect);
         store_ = fileKind().examine(fresh_.path(), connect, false)->open();
         store_->beginWrite();

@@ -44,6 +44,9 @@ void carry(driver::Store& from, driver::Store& to, const RowWatch& watch) {
 // A whole copy at `target`, in the place of whatever stands there.
 void carryToNewFile(driver::Store& from, const std::string& target, const std::string& connect,
                     const RowWatch& watch) {
+    if (!fileExists(target)) {
+        sweepUnfinished(target);
+    }
     const UnfinishedFile fresh(target);  // no more than its name, and an end to it where this breaks off
     fileKind().create(fresh.path(), connect);
     followRights(fresh.path(), target);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/dao/breaking_off.h"
 #include "platform/dao/failure.h"
 #include "platform/sql/ast.h"
 #include "platform/sql/parser.h"
@@ -32,6 +33,7 @@ bool TableReader::next() {
     if (at_ >= keys_.size()) {
         return false;
     }
+    needGoingOn();
     const std::size_t last = std::min(at_ + kRowsAtOnce, keys_.size()) - 1;
     block_.clear();
     const auto statement = store_.cached(select_.fetchRange);

@@ -42,8 +42,8 @@ class CommandFixture : public OwnFolderFixture {
     const QString& path() const { return path_; }
     QString at(const char* name) const { return folder_.filePath(QLatin1String(name)); }
 
-    Answer run(const QStringList& words) const {
-        QProcess command;
+    static QString program() { return QString::fromUtf8(tests::kDeliveredFolder) + "/../tarvello-data"; }
+    void prepare(QProcess& command) const {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const char* const display : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
             environment.remove(QLatin1String(display));
@@ -51,10 +51,17 @@ class CommandFixture : public OwnFolderFixture {
         environment.insert("XDG_CONFIG_HOME", folder_.path());
         environment.insert("HOME", folder_.path());
         command.setProcessEnvironment(environment);
-        command.start(QString::fromUtf8(tests::kDeliveredFolder) + "/../tarvello-data", words);
-        EXPECT_TRUE(command.waitForFinished(120000));
+    }
+    static Answer answerOf(QProcess& command) {
         return {command.exitStatus() == QProcess::NormalExit ? command.exitCode() : -1,
                 command.readAllStandardOutput().toStdString(), command.readAllStandardError().toStdString()};
+    }
+    Answer run(const QStringList& words) const {
+        QProcess command;
+        prepare(command);
+        command.start(program(), words);
+        EXPECT_TRUE(command.waitForFinished(120000));
+        return answerOf(command);
     }
 
     dao::Database open(const QString& path) const {

@@ -22,6 +22,10 @@ std::string withExtension(const std::string& database, const char* extension) {
     return database.substr(0, extensionAt(database)) + extension;
 }
 
+std::string unfinishedBy(int process) {
+    return std::string(kUnfinished) + std::to_string(process);
+}
+
 }  // namespace
 
 std::string journalOf(const std::string& database) {
@@ -49,7 +53,7 @@ std::string damagedOf(const std::string& database) {
 }
 
 std::string unfinishedOf(const std::string& database) {
-    return database + std::string(kUnfinished) + std::to_string(getpid());
+    return database + unfinishedBy(getpid());
 }
 
 int writerOf(const std::string& database, std::string_view name) {
@@ -65,7 +69,11 @@ int writerOf(const std::string& database, std::string_view name) {
     name.remove_prefix(kUnfinished.size());
     int process = 0;
     const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), process);
-    const std::string_view rest = name.substr(static_cast<std::size_t>(end - name.data()));
+    std::string_view rest = name.substr(static_cast<std::size_t>(end - name.data()));
+    // A database that is filled under such a name is made under one more.
+    if (const std::string again = unfinishedBy(process); rest.starts_with(again)) {
+        rest.remove_prefix(again.size());
+    }
     return error == std::errc() && (rest.empty() || rest == kJournal) ? process : 0;
 }
 

@@ -13,6 +13,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/dao/breaking_off.h"
 #include "platform/dao/failure.h"
 #include "platform/dao/limits.h"
 #include "platform/dao/open_file.h"
@@ -88,6 +89,7 @@ class PageReader {
 
     // False behind the last.
     bool next() {
+        needGoingOn();
         at_ += static_cast<std::int64_t>(chunk_.size());
         const auto wanted = std::min<std::size_t>(buffer_.size(), static_cast<std::size_t>(end_ - at_));
         chunk_ = std::span(buffer_).first(store_.readFile(at_, std::span(buffer_).first(wanted)));
@@ -221,6 +223,7 @@ void copyPlain(const std::string& path, OutputFile& out) {
     const PlainReader reader(path);
     std::vector<char> buffer(kChunk);
     while (const std::size_t size = reader.read(buffer)) {
+        needGoingOn();
         out.write({buffer.data(), size});
     }
 }
@@ -339,6 +342,9 @@ void copy(const std::string& from, const std::string& to, const CopyWatch& watch
     const std::string target = targetFile(to);
     if (source == target) {
         fail(errInvalidOperation, "A file can't be copied onto itself.");
+    }
+    if (!fileExists(target)) {
+        sweepUnfinished(target);
     }
     UnfinishedFile fresh(target);
     {

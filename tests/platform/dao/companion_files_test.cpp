@@ -34,4 +34,15 @@ TEST(CompanionFiles, TwoProcessesDoNotWriteTheSameUnfinishedFile) {
     EXPECT_EQ(dao::unfinishedOf("/shop/Shop.mdb"), "/shop/Shop.mdb.part" + std::to_string(getpid()));
 }
 
+TEST(CompanionFiles, AnUnfinishedFileNamesItsWriter) {
+    for (const char* name : {"Shop.mdb.part17", "Shop.mdb.part17-journal", "Shop.mdb.part17.part17",
+                             "Shop.mdb.part17.part17-journal"}) {
+        EXPECT_EQ(dao::writerOf("/shop/Shop.mdb", name), 17) << name;
+    }
+    for (const char* name : {"Shop.mdb", "Shop.mdb.part", "Shop.mdb.part17.part18", "Shop.mdb.part17.txt",
+                             "Shop2.mdb.part17", "Shop.mdb.partition"}) {
+        EXPECT_EQ(dao::writerOf("/shop/Shop.mdb", name), 0) << name;
+    }
+}
+
 }  // namespace

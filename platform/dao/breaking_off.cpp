@@ -1,0 +1,25 @@
+#include "platform/dao/breaking_off.h"
+
+#include <atomic>
+
+#include "platform/dao/failure.h"
+
+namespace dao {
+namespace {
+
+std::atomic<bool> broken{false};
+static_assert(std::atomic<bool>::is_always_lock_free, "a signal's handler sets it");
+
+}  // namespace
+
+void breakOff() noexcept {
+    broken = true;
+}
+
+void needGoingOn() {
+    if (broken) {
+        fail(errCancelled);
+    }
+}
+
+}  // namespace dao
