@@ -106,6 +106,8 @@ class Dialect {
     virtual std::string sortKey(const Sql& sql) const = 0;
     virtual std::string orderTerm(const OrderTerm& term) const = 0;
     virtual std::string select(const SelectParts& parts) const = 0;
+    // The rows of one table between two keys, in the order of these, all of which are read.
+    virtual std::string range(const SelectParts& parts) const { return select(parts); }
 
  private:
     Facts facts_;

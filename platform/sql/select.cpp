@@ -535,7 +535,7 @@ std::string SelectWriter::fetchRangeText(const Body& whole) const {
     range.conditions.push_back(key + " BETWEEN " + dialect.keyParameter(number) + " AND " +
                                dialect.keyParameter(number + 1));
     range.order.push_back({range.columns.front().sql, false});
-    return dialect.select(range);
+    return dialect.range(range);
 }
 
 std::string SelectWriter::firstKeysText(const Body& whole) const {

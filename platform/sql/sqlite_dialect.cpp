@@ -147,6 +147,23 @@ class SqliteDialect : public Dialect {
         return selectText(*this, parts, (parts.distinct ? "SELECT DISTINCT " : "SELECT ") + listed(columns));
     }
 
+    // Handed over row by row as the store goes along the table, where a function of its takes as many
+    // columns. It goes by the keys alone: another index would give them another order.
+    std::string range(const SelectParts& parts) const override {
+        constexpr std::size_t kMostArguments = 100;
+        if (parts.columns.size() > kMostArguments) {
+            return select(parts);
+        }
+        std::vector<std::string> columns;
+        for (const SelectedColumn& column : parts.columns) {
+            columns.push_back(value(column.sql).text);
+        }
+        SelectParts gathered = parts;
+        gathered.from += " NOT INDEXED";
+        gathered.order.clear();
+        return selectText(*this, gathered, "SELECT dao_gather(" + listed(columns) + ")");
+    }
+
  private:
     static std::string whole(const std::string& number) { return "CAST(ROUND(" + number + ") AS INTEGER)"; }
 

@@ -19,8 +19,8 @@ class BreakingOff : public CommandFixture {
         }
         QProcess writer;
         writer.start("/usr/bin/python3",
-                     {QString::fromUtf8(tests::kSourceFolder) + "/exchange/write_old_shop.py", "4", at("Old.mdb"),
-                      "--services", "20000"});
+                     {QString::fromUtf8(tests::kSourceFolder) + "/exchange/write_old_shop.py", "4",
+                      at("Old.mdb"), "--services", "20000"});
         ASSERT_TRUE(writer.waitForFinished(120000));
         ASSERT_EQ(writer.exitCode(), 0);
         before_ = qgetenv("TMPDIR");
@@ -35,7 +35,8 @@ class BreakingOff : public CommandFixture {
         CommandFixture::TearDown();
     }
     QStringList namesIn(const char* folder) const {
-        return QDir(at(folder)).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+        return QDir(at(folder))
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     }
     // Sends the signal as soon as something stands in the folder for what is made.
     Answer breakOff(const QStringList& words, int signal) const {

@@ -24,8 +24,8 @@ class WrittenShops : public DeliveredFixture, public testing::WithParamInterface
         std::filesystem::create_directory(path("taken").toStdString());
         const QString script = QString::fromUtf8(tests::kSourceFolder) + "/exchange/write_old_shop.py";
         QProcess writer;
-        writer.start("/usr/bin/python3",
-                     QStringList{script} + QString(GetParam()).split(' ') + QStringList{path("taken/Old.mdb")});
+        writer.start("/usr/bin/python3", QStringList{script} + QString(GetParam()).split(' ') +
+                                             QStringList{path("taken/Old.mdb")});
         ASSERT_TRUE(writer.waitForFinished(120000));
         ASSERT_EQ(writer.exitCode(), 0) << writer.readAllStandardError().toStdString();
         taken = exchange::takeOver(path("taken/Old.mdb").toStdString(), target());
@@ -46,8 +46,7 @@ class WrittenShops : public DeliveredFixture, public testing::WithParamInterface
     }
     // The first field of the first row.
     dao::Value ask(const std::string& statement) {
-        dao::Database shop =
-            dao::DBEngine::OpenDatabase(target(), false, false, connectText().toStdString());
+        dao::Database shop = dao::DBEngine::OpenDatabase(target(), false, false, connectText().toStdString());
         dao::Recordset rows = shop.OpenRecordset(statement, dao::dbOpenSnapshot);
         dao::Value value = rows.EOF() ? dao::Value("(no row)") : rows.Fields(0).Value();
         rows.Close();
@@ -107,10 +106,10 @@ TEST_P(WrittenShops, KeepAmountsDatesAndQuantities) {
 }
 
 TEST_P(WrittenShops, TellWhatOneSideHasNot) {
-    for (const char* line :
-         {"the stored query Dugovi", "the table Zaposleni", "the field Customers.Slika", "the field Customers.Dodatak",
-          "the table JM; it stays empty", "the field Services.GST; it gets what an empty entry gives",
-          "Oprema 2: the name 'MIŠ 3.5\"' is that of 1, too"}) {
+    for (const char* line : {"the stored query Dugovi", "the table Zaposleni", "the field Customers.Slika",
+                             "the field Customers.Dodatak", "the table JM; it stays empty",
+                             "the field Services.GST; it gets what an empty entry gives",
+                             "Oprema 2: the name 'MIŠ 3.5\"' is that of 1, too"}) {
         EXPECT_THAT(list(), HasSubstr(std::string("\n  ") + line + "\n"));
     }
     EXPECT_EQ(ask("SELECT GST FROM Services WHERE ID=1").asSingle(), 0.0F);

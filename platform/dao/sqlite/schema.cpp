@@ -352,7 +352,9 @@ void SqliteStore::readAllKeys(const std::string& table, std::vector<std::int64_t
     if (inTransaction() && countKeys(*this, table, keys)) {
         return;
     }
-    cached("SELECT rowid FROM " + quotedName(table))->readKeys(keys, 1);
+    std::string text(RowGatherer::kHead);
+    text.append("rowid) FROM ").append(quotedName(table));
+    cached(text)->readKeys(keys, 1);
     if (!std::is_sorted(keys.begin(), keys.end())) {
         sortKeys(keys);
     }

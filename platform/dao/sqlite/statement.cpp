@@ -34,10 +34,76 @@ struct Binder {
     }
 };
 
+std::int64_t keyOf(sqlite3_value* value) {
+    const std::int64_t key = sqlite3_value_int64(value);
+    return key == 0 && sqlite3_value_type(value) == SQLITE_NULL ? kNoRow : key;
+}
+
+void addCell(RowBlock& block, sqlite3_value* value) {
+    switch (sqlite3_value_type(value)) {
+        case SQLITE_INTEGER:
+            block.addInteger(sqlite3_value_int64(value));
+            break;
+        case SQLITE_FLOAT:
+            block.addReal(sqlite3_value_double(value));
+            break;
+        case SQLITE_NULL:
+            block.addNull();
+            break;
+        default: {
+            // As it lies there: asked for as a text, it would be copied to have a zero put behind it.
+            const auto* text = static_cast<const char*>(sqlite3_value_blob(value));
+            block.addText({text, static_cast<std::size_t>(sqlite3_value_bytes(value))});
+            break;
+        }
+    }
+}
+
+// Puts rows into a block, as Statement::readRows is told to.
+class RowAdder {
+ public:
+    RowAdder(RowBlock& block, int skip, std::vector<std::int64_t>* keys, const std::vector<int>* places)
+        : block_(block), keys_(keys) {
+        for (int column = 0; column < static_cast<int>(block.columns()); ++column) {
+            const int place = places == nullptr ? column : (*places)[static_cast<std::size_t>(column)];
+            cells_.push_back(place < 0 ? -1 : place + skip);
+        }
+        needed_ = 1 + (cells_.empty() ? skip - 1 : std::ranges::max(cells_));
+    }
+
+    int needed() const { return needed_; }  // columns of the statement
+
+    // `value` gives the row's columns.
+    template <typename ValueOf>
+    void operator()(const ValueOf& value) const {
+        if (keys_ != nullptr) {
+            keys_->push_back(sqlite3_value_int64(value(0)));
+        }
+        block_.startRow();
+        for (const int cell : cells_) {
+            if (cell < 0) {
+                block_.addUnread();
+            } else {
+                addCell(block_, value(cell));
+            }
+        }
+        block_.endRow();
+    }
+
+ private:
+    RowBlock& block_;
+    std::vector<std::int64_t>* keys_;
+    std::vector<int> cells_;  // where a column of the block stands in the statement; -1: nowhere
+    int needed_ = 0;
+};
+
 }  // namespace
 
 SqliteStatement::SqliteStatement(SqliteStore* store, sqlite3_stmt* statement)
-    : store_(store), statement_(statement) {
+    : store_(store),
+      statement_(statement),
+      gathers_(statement != nullptr &&
+               std::string_view(sqlite3_sql(statement)).starts_with(RowGatherer::kHead)) {
     store_->live_.insert(this);
 }
 
@@ -113,17 +179,28 @@ std::int64_t SqliteStatement::run() {
     return sqlite3_changes(store_->handle());
 }
 
+void SqliteStatement::gather(const RowGatherer::Take& take) {
+    const int code = store_->gatherer_.run(statement_, take);
+    if (code != SQLITE_ROW && code != SQLITE_DONE) {
+        store_->failWith(code);
+    }
+}
+
 void SqliteStatement::readKeys(std::vector<std::int64_t>& out, int columns) {
     check();
     const ResetLater later(statement_);
+    if (gathers_) {
+        gather([&](sqlite3_value** row) {
+            for (int column = 0; column < columns; ++column) {
+                out.push_back(keyOf(row[column]));
+            }
+        });
+        return;
+    }
     int code = SQLITE_DONE;
     while ((code = sqlite3_step(statement_)) == SQLITE_ROW) {
         for (int column = 0; column < columns; ++column) {
-            std::int64_t key = sqlite3_column_int64(statement_, column);
-            if (key == 0 && sqlite3_column_type(statement_, column) == SQLITE_NULL) {
-                key = kNoRow;
-            }
-            out.push_back(key);
+            out.push_back(keyOf(sqlite3_column_value(statement_, column)));
         }
     }
     if (code != SQLITE_DONE) {
@@ -131,59 +208,27 @@ void SqliteStatement::readKeys(std::vector<std::int64_t>& out, int columns) {
     }
 }
 
-void SqliteStatement::addCell(RowBlock& block, int column) const {
-    sqlite3_value* const value = sqlite3_column_value(statement_, column);
-    switch (sqlite3_value_type(value)) {
-        case SQLITE_INTEGER:
-            block.addInteger(sqlite3_value_int64(value));
-            break;
-        case SQLITE_FLOAT:
-            block.addReal(sqlite3_value_double(value));
-            break;
-        case SQLITE_NULL:
-            block.addNull();
-            break;
-        default: {
-            const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
-            if (text == nullptr) {
-                throw std::bad_alloc();
-            }
-            block.addText({text, static_cast<std::size_t>(sqlite3_value_bytes(value))});
-            break;
-        }
-    }
-}
-
 std::size_t SqliteStatement::readRows(RowBlock& block, int skip, std::vector<std::int64_t>* keys,
                                       std::size_t limit, const std::vector<int>* places) {
     check();
     const ResetLater later(statement_);
-    const int columns = static_cast<int>(block.columns());
-    int needed = skip + columns;
-    if (places != nullptr) {
-        needed = skip + 1 + (columns == 0 ? -1 : *std::max_element(places->begin(), places->end()));
+    const std::size_t before = block.rows();
+    const RowAdder add(block, skip, keys, places);
+    if (gathers_) {
+        gather([&](sqlite3_value** row) {
+            if (block.rows() - before < limit) {
+                add([row](int column) { return row[column]; });
+            }
+        });
+        return block.rows() - before;
     }
-    std::size_t rows = 0;
-    while (rows < limit && step()) {
-        if (rows == 0 && sqlite3_column_count(statement_) < needed) {
+    while (block.rows() - before < limit && step()) {
+        if (block.rows() == before && sqlite3_column_count(statement_) < add.needed()) {
             fail(errInvalidOperation);
         }
-        if (keys != nullptr) {
-            keys->push_back(sqlite3_column_int64(statement_, 0));
-        }
-        block.startRow();
-        for (int column = 0; column < columns; ++column) {
-            const int place = places == nullptr ? column : (*places)[static_cast<std::size_t>(column)];
-            if (place < 0) {
-                block.addUnread();
-            } else {
-                addCell(block, place + skip);
-            }
-        }
-        block.endRow();
-        ++rows;
+        add([this](int column) { return sqlite3_column_value(statement_, column); });
     }
-    return rows;
+    return block.rows() - before;
 }
 
 }  // namespace dao::driver

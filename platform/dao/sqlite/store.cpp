@@ -148,6 +148,7 @@ void SqliteStore::open(const OpenRequest& request) {
 
 void SqliteStore::configure(const OpenRequest& request) {
     installFunctions(db_);
+    gatherer_.install(db_);
     installIdSets(db_, this);
     if (!request.path.empty()) {
         execute("PRAGMA key = \"x'" + request.key + "'\"");

@@ -9,6 +9,7 @@
 #include <unordered_set>
 
 #include "platform/dao/driver.h"
+#include "platform/dao/sqlite/row_gatherer.h"
 #include "platform/sql/sql_text.h"
 
 namespace dao::driver {
@@ -128,6 +129,7 @@ class SqliteStore final : public Store {
     std::string columnsDdl(const sql::TableInfo& table, const std::vector<Relation>& relations) const;
     void createForeignIndexes(const std::string& table, const std::vector<Relation>& relations);
 
+    RowGatherer gatherer_;
     sqlite3* db_ = nullptr;
     bool writable_ = true;
     std::string salt_;  // of the file's key, hexadecimal; empty in memory
@@ -159,10 +161,11 @@ class SqliteStatement final : public Statement {
     friend class SqliteStore;
     bool step();
     void check() const;
-    void addCell(RowBlock& block, int column) const;
+    void gather(const RowGatherer::Take& take);
 
     SqliteStore* store_;
     sqlite3_stmt* statement_;
+    bool gathers_;  // hands its rows to the store's gatherer
 };
 
 // For tests of a full disk and of a power failure: files are reached by the operating-system layer registered
