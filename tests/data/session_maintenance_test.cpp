@@ -60,6 +60,7 @@ TEST_F(MaintenanceTest, ABackupReplacesTheFormerOne) {
 
 // The former backup is saved first, the database copied, and the copy read again.
 TEST_F(MaintenanceTest, ABackupTellsHowFarItIs) {
+    dao::DBEngine::OpenDatabase(file(), false, false, connect()).Close();  // the program knows its password
     for (const bool hasFormer : {false, true}) {
         SCOPED_TRACE(hasFormer);
         std::vector<double> parts;
