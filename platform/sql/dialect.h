@@ -38,6 +38,7 @@ struct Facts {
     std::size_t chainLength;    // terms that one AND or OR may join
     std::size_t maxColumns;     // of a SELECT, and terms of an order
     bool joinNeedsCondition;    // INNER JOIN cannot stand without ON
+    bool followsLinks;          // Dialect::links is there
     bool setsInOrder;           // rows looked up by a set come in the order of its numbers
     std::string_view oneGroup;  // behind GROUP BY: all rows there are, and no group where there are none
     std::string_view dateDiff;  // the function of this name
@@ -63,6 +64,11 @@ class Dialect {
     virtual std::string keyParameter(int number) const = 0;
     // `key` is the parameter; one that may be Null also where both are.
     virtual std::string isKeyParameter(const std::string& key, int number, bool nullable) const = 0;
+
+    // A table as what stands behind FROM for its rows' numbers alone: the column `number` is its counter,
+    // `passed` the Long field of that name, Null where there is none. Rows of it are found by their numbers
+    // only, which has to be asked for in the same FROM.
+    virtual std::string links(const TableInfo&, const std::string&) const { return {}; }
 
     // Lists of row keys, one for each source from the parameter `first` on, as a source of rows "k" with the
     // keys k1, k2 ... and the place n in the list, from 1; and the condition that a source's `key` is the one

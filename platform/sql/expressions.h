@@ -54,4 +54,16 @@ class ExpressionWriter {
     const Dialect& dialect_;
 };
 
+// Calls `seen` with every name outside of counting functions.
+template <class Seen>
+void eachName(const Expression& e, const Seen& seen) {
+    if (e.kind == Expression::Kind::Name) {
+        seen(e);
+    } else if (!ExpressionWriter::isAggregate(e)) {
+        for (const ExpressionPtr& child : e.children) {
+            eachName(*child, seen);
+        }
+    }
+}
+
 }  // namespace sql::writing

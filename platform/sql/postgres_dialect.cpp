@@ -13,6 +13,7 @@ constexpr Facts kFacts = {
     .chainLength = 50,
     .maxColumns = 1600,
     .joinNeedsCondition = true,
+    .followsLinks = false,
     .setsInOrder = false,
     .oneGroup = "NULL::int",
     .dateDiff = "dao.datediff",

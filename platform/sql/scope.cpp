@@ -1,5 +1,7 @@
 #include "platform/sql/scope.h"
 
+#include <algorithm>
+
 namespace sql::writing {
 
 bool Scope::find(std::string_view qualifier, std::string_view field, const Expression& name,
@@ -70,19 +72,39 @@ void Context::countSource(std::size_t position) {
     }
 }
 
+namespace {
+
+void gatherConjuncts(const Expression& condition, std::vector<const Expression*>& conjuncts) {
+    if (condition.kind != Expression::Kind::And) {
+        conjuncts.push_back(&condition);
+        return;
+    }
+    for (const ExpressionPtr& child : condition.children) {
+        gatherConjuncts(*child, conjuncts);
+    }
+}
+
+// What it takes to ask for it in one row, in comparisons of a field.
+std::size_t effort(const Expression& condition) {
+    constexpr std::size_t kFunction = 16;
+    const bool called = condition.kind == Expression::Kind::Call ||
+                        condition.kind == Expression::Kind::Concat ||
+                        condition.kind == Expression::Kind::InSet;
+    std::size_t sum = called ? kFunction : 1;
+    for (const ExpressionPtr& child : condition.children) {
+        sum += effort(*child);
+    }
+    return sum;
+}
+
+}  // namespace
+
 std::vector<const Expression*> conjuncts(const ExpressionPtr& condition) {
     std::vector<const Expression*> result;
-    if (condition == nullptr) {
-        return result;
+    if (condition != nullptr) {
+        gatherConjuncts(*condition, result);
     }
-    if (condition->kind != Expression::Kind::And) {
-        result.push_back(condition.get());
-        return result;
-    }
-    for (const ExpressionPtr& child : condition->children) {
-        const auto inner = conjuncts(child);
-        result.insert(result.end(), inner.begin(), inner.end());
-    }
+    std::ranges::stable_sort(result, {}, [](const Expression* each) { return effort(*each); });
     return result;
 }
 

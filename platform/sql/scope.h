@@ -88,7 +88,8 @@ struct Context {
 // Sets up to this size are written out; larger ones are bound as a whole.
 inline constexpr std::size_t kInlineIds = 64;
 
-// The conjuncts of a condition; nullptr has none.
+// The conjuncts of a condition, those first that take little to ask for: a store asks in the order in which
+// they are written, and most rows of a filter fall at the first. nullptr has none.
 std::vector<const Expression*> conjuncts(const ExpressionPtr& condition);
 
 }  // namespace sql::writing

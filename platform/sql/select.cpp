@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/sql/links.h"
+
 namespace sql::writing {
 
 namespace {
@@ -304,22 +306,6 @@ class SelectWriter::CriterionNames : public NameResolver {
     const std::vector<Column>& columns_;
 };
 
-namespace {
-
-// Calls `seen` with every name outside of counting functions.
-template <class Seen>
-void eachName(const Expression& e, const Seen& seen) {
-    if (e.kind == Kind::Name) {
-        seen(e);
-    } else if (!ExpressionWriter::isAggregate(e)) {
-        for (const ExpressionPtr& child : e.children) {
-            eachName(*child, seen);
-        }
-    }
-}
-
-}  // namespace
-
 // Where rows are grouped, a field outside of a counting function has to be one the groups are made by.
 void SelectWriter::checkGrouped(const Expression& e, const Scope& scope) const {
     eachName(e, [&](const Expression& name) {
@@ -346,9 +332,20 @@ void SelectWriter::checkSize(const Body& body) const {
     }
 }
 
+// Rows that are found by their keys are few: nothing is gained by following their numbers in memory.
+FromText SelectWriter::from(bool fetch) const {
+    if (!fetch && hasKeys_ && context_.dialect.facts().followsLinks) {
+        const Links links(*join_, leaves_, unique_);
+        if (links.serve(statement_)) {
+            return links.write(context_);
+        }
+    }
+    return writeFrom(*join_, leaves_, context_, fetch);
+}
+
 SelectWriter::Body SelectWriter::body(bool fetch) {
     Body body;
-    body.from = writeFrom(*join_, leaves_, context_, fetch);
+    body.from = from(fetch);
     body.groupLeaves = grouped_ ? ofGroups(body.from.leaves) : body.from.leaves;
     body.columns = columns(body.from.leaves, body.groupLeaves);
     checkSize(body);

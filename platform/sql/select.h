@@ -46,6 +46,7 @@ class SelectWriter {
     void checkSize(const Body& body) const;
     void checkGrouped(const Expression& e, const Scope& scope) const;
     bool isColumn(const Expression& name, const std::vector<Column>& columns) const;
+    FromText from(bool fetch) const;
     Body body(bool fetch);
     std::vector<Leaf> ofGroups(std::vector<Leaf> leaves) const;
     std::vector<Column> columns(const std::vector<Leaf>& rows, const std::vector<Leaf>& leaves);

@@ -12,6 +12,7 @@ constexpr Facts kFacts = {
     .chainLength = 50,
     .maxColumns = 1900,
     .joinNeedsCondition = false,
+    .followsLinks = true,
     .setsInOrder = true,
     .oneGroup = "NULL",
     .dateDiff = "dao_datediff",
@@ -29,6 +30,10 @@ class SqliteDialect : public Dialect {
 
     std::string isKeyParameter(const std::string& key, int number, bool nullable) const override {
         return key + (nullable ? " IS " : " = ") + keyParameter(number);
+    }
+
+    std::string links(const TableInfo& table, const std::string& field) const override {
+        return "dao_links(" + quotedText(table.name) + ", " + quotedText(field) + ")";
     }
 
     std::string keyLists(int, std::size_t) const override { return {}; }

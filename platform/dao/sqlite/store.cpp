@@ -150,6 +150,7 @@ void SqliteStore::configure(const OpenRequest& request) {
     installFunctions(db_);
     gatherer_.install(db_);
     installIdSets(db_, this);
+    installLinks(db_);
     if (!request.path.empty()) {
         execute("PRAGMA key = \"x'" + request.key + "'\"");
         execute(cipherSettings("main"));

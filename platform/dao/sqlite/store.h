@@ -179,5 +179,6 @@ inline constexpr const char* kHiddenKey = "dao_row";  // the key of a table that
 
 void installFunctions(sqlite3* db);                   // functions.cpp
 void installIdSets(sqlite3* db, SqliteStore* store);  // idset.cpp
+void installLinks(sqlite3* db);                       // links.cpp
 
 }  // namespace dao::driver

@@ -253,8 +253,7 @@ TEST_F(WriterTest, TheOuterSideMayBeAbsent) {
 }
 
 TEST_F(WriterTest, AConditionOnTheOuterSideMakesAnInnerJoin) {
-    const std::string join =
-        "SELECT Oprema.ID FROM Grupe LEFT JOIN Oprema ON Grupe.ID = Oprema.IDGrupe WHERE ";
+    const std::string join = "SELECT Grupa FROM Grupe LEFT JOIN Oprema ON Grupe.ID = Oprema.IDGrupe WHERE ";
     for (const char* strict :
          {"Oprema.Stanje>0", "Oprema.ID IS NOT NULL", "NOT Oprema.ID=5", "Oprema.Cena*2+1>3",
           "Oprema.ID=1 OR Oprema.ID=2", "Oprema.ID=1 OR Oprema.Stanje=2", "Oprema.Stanje BETWEEN 1 AND 2",
@@ -270,6 +269,48 @@ TEST_F(WriterTest, AConditionOnTheOuterSideMakesAnInnerJoin) {
         EXPECT_TRUE(contains(written.rows, "LEFT JOIN")) << loose;
         EXPECT_TRUE(written.sources[1].nullable) << loose;
     }
+}
+
+TEST_F(WriterTest, NumbersAreFollowedInMemoryWhereNothingElseIsAskedFor) {
+    const std::string joins =
+        " FROM (Customers INNER JOIN Computers ON Customers.CustID = Computers.CustID) INNER JOIN Services "
+        "ON "
+        "Computers.MachineID = Services.MachineID";
+    const auto follows = [this](const std::string& text) {
+        return contains(select(text).rows, "CROSS JOIN dao_links(");
+    };
+    for (const std::string& numbers :
+         {"SELECT Customers.CustID, Services.ID" + joins + " WHERE Price>0",
+          "SELECT Computers.CustID, Services.Comments" + joins + " WHERE Price>0 AND Services.ID<9",
+          "SELECT Customers.CustID+Computers.MachineID AS Zbir" + joins + " WHERE Price>0"}) {
+        EXPECT_TRUE(follows(numbers)) << numbers;
+        EXPECT_FALSE(contains(select(numbers).fetch, "dao_links")) << numbers;
+    }
+    for (const std::string& other :
+         {"SELECT Customers.CustID, Services.ID" + joins,
+          "SELECT Surname, Services.ID" + joins + " WHERE Price>0", "SELECT *" + joins + " WHERE Price>0",
+          "SELECT Services.ID" + joins + " WHERE Price>0 AND Surname='x'",
+          "SELECT Services.ID" + joins + " WHERE Price>0 AND Customers.CustID<9",
+          "SELECT Services.ID" + joins + " WHERE Price>0 ORDER BY Surname",
+          "SELECT COUNT(Services.ID)" + joins + " WHERE Price>0",
+          "SELECT DISTINCT Services.ID" + joins + " WHERE Price>0",
+          std::string("SELECT Services.ID FROM Computers INNER JOIN Services ON Computers.MachineID < "
+                      "Services.MachineID WHERE Price>0"),
+          std::string("SELECT Services.ID FROM Computers LEFT JOIN Services ON Computers.MachineID = "
+                      "Services.MachineID WHERE Services.ID IS NULL"),
+          std::string("SELECT Oprema.ID FROM JM INNER JOIN Oprema ON JM.Naziv = Oprema.JM WHERE Stanje>0")}) {
+        EXPECT_FALSE(follows(other)) << other;
+    }
+    catalog.setQuery("Stari", "SELECT * FROM Computers WHERE CustID<100");
+    EXPECT_FALSE(follows(
+        "SELECT Services.ID FROM Stari INNER JOIN Services ON Stari.MachineID = Services.MachineID WHERE "
+        "Price>0"));
+}
+
+TEST_F(WriterTest, WhatTakesLittleIsAskedFirst) {
+    EXPECT_EQ(condition("Stanje*2+1>Cena AND Naziv & 'x'='yx' AND ID<5 AND Cena=3"),
+              "t0.\"ID\" < 5 AND t0.\"Cena\" = 3 AND t0.\"Stanje\" * 2 + 1 > t0.\"Cena\" AND "
+              "dao_text(t0.\"Naziv\") || 'x' = 'yx' COLLATE DAO_TEXT");
 }
 
 TEST_F(WriterTest, AStoredQueryOnTheOuterSideFiltersBeforeTheJoin) {
