@@ -18,6 +18,8 @@ class LinksTest : public daotest::ShopTest {
                {{"ThingID", dao::dbLong, 0, true}, {"OwnerID", dao::dbLong}, {"Name", dao::dbText, 20}});
         append("Jobs",
                {{"JobID", dao::dbLong, 0, true}, {"ThingID", dao::dbLong}, {"Price", dao::dbCurrency}});
+        db.CreateIndex("Things",
+                       "OwnerID");  // which lists the things in another order than that of their keys
     }
 
     void append(const std::string& name, const std::vector<dao::FieldDef>& fields) {
@@ -114,12 +116,12 @@ TEST_F(LinksTest, NumbersMayLieFarApart) {
     addOwner(1);
     addOwner(2'000'000'001);
     for (int thing = 1; thing <= kThings; ++thing) {
-        addThing(thing * kApart, thing % 2 == 0 ? "1" : "2000000001");
+        addThing(thing * kApart, thing % 2 == 0 ? "1" : thing < 90 ? "2000000001" : "5");
         addJob(std::to_string(thing * kApart), 5);
         addJob(std::to_string(thing * kApart - 1), 5);
     }
     const Rows all = joined("Jobs.Price>0");
-    EXPECT_EQ(all.size(), static_cast<std::size_t>(kThings));
+    EXPECT_EQ(all.size(), static_cast<std::size_t>(kThings - 5));
     EXPECT_EQ(followed("Jobs.Price>0"), all);
 }
 

@@ -282,7 +282,13 @@ TEST_F(WriterTest, NumbersAreFollowedInMemoryWhereNothingElseIsAskedFor) {
     for (const std::string& numbers :
          {"SELECT Customers.CustID, Services.ID" + joins + " WHERE Price>0",
           "SELECT Computers.CustID, Services.Comments" + joins + " WHERE Price>0 AND Services.ID<9",
-          "SELECT Customers.CustID+Computers.MachineID AS Zbir" + joins + " WHERE Price>0"}) {
+          "SELECT Customers.CustID+Computers.MachineID AS Zbir" + joins + " WHERE Price>0",
+          std::string("SELECT Proizvodjaci.ID FROM Grupe INNER JOIN Proizvodjaci ON Grupe.ID = "
+                      "Proizvodjaci.ID WHERE Grupa='x'"),
+          std::string("SELECT Grupe.ID FROM (Grupe INNER JOIN Oprema ON Grupe.ID = Oprema.IDGrupe) INNER "
+                      "JOIN Proizvodjaci ON Proizvodjaci.ID = Oprema.IDProizvodjaca WHERE Oprema.Naziv='x'"),
+          std::string("SELECT Grupe.ID FROM (Grupe INNER JOIN Oprema ON Grupe.ID = Oprema.IDGrupe) INNER "
+                      "JOIN InvoiceData ON Oprema.ID = InvoiceData.OpremaID WHERE InvoiceData.Naziv='x'")}) {
         EXPECT_TRUE(follows(numbers)) << numbers;
         EXPECT_FALSE(contains(select(numbers).fetch, "dao_links")) << numbers;
     }
@@ -298,13 +304,22 @@ TEST_F(WriterTest, NumbersAreFollowedInMemoryWhereNothingElseIsAskedFor) {
                       "Services.MachineID WHERE Price>0"),
           std::string("SELECT Services.ID FROM Computers LEFT JOIN Services ON Computers.MachineID = "
                       "Services.MachineID WHERE Services.ID IS NULL"),
-          std::string("SELECT Oprema.ID FROM JM INNER JOIN Oprema ON JM.Naziv = Oprema.JM WHERE Stanje>0")}) {
+          std::string("SELECT Oprema.ID FROM JM INNER JOIN Oprema ON JM.Naziv = Oprema.JM WHERE Stanje>0"),
+          std::string(
+              "SELECT Oprema.ID FROM Grupe INNER JOIN Oprema ON Grupe.ID = Oprema.Stanje WHERE Cena>0"),
+          // Of a product two numbers would have to be passed on.
+          std::string("SELECT InvoiceData.OpremaID FROM ((Grupe INNER JOIN Oprema ON Grupe.ID = "
+                      "Oprema.IDGrupe) INNER JOIN Proizvodjaci ON Proizvodjaci.ID = Oprema.IDProizvodjaca) "
+                      "INNER JOIN InvoiceData ON Oprema.ID = InvoiceData.OpremaID WHERE "
+                      "InvoiceData.Naziv='x'")}) {
         EXPECT_FALSE(follows(other)) << other;
     }
-    catalog.setQuery("Stari", "SELECT * FROM Computers WHERE CustID<100");
-    EXPECT_FALSE(follows(
-        "SELECT Services.ID FROM Stari INNER JOIN Services ON Stari.MachineID = Services.MachineID WHERE "
-        "Price>0"));
+    for (const std::string& narrowed : {std::string("CustID<100"), ids(1000)}) {
+        catalog.setQuery("Stari", "SELECT * FROM Customers WHERE " + narrowed);
+        EXPECT_FALSE(
+            follows("SELECT Computers.MachineID FROM Stari INNER JOIN Computers ON Stari.CustID = "
+                    "Computers.CustID WHERE MachineName='x'"));
+    }
 }
 
 TEST_F(WriterTest, WhatTakesLittleIsAskedFirst) {
