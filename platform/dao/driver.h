@@ -10,6 +10,7 @@
 
 #include "platform/dao/definitions.h"
 #include "platform/dao/row_block.h"
+#include "platform/dao/key_list.h"
 #include "platform/sql/types.h"
 #include "platform/sql/writer.h"
 
@@ -125,7 +126,7 @@ class Store {
     virtual std::vector<IndexRow> indexes() = 0;
 
     // The keys of all rows of a table, ascending, by whatever road is shortest.
-    virtual void readAllKeys(const std::string& table, std::vector<std::int64_t>& keys) = 0;
+    virtual KeyList readAllKeys(const std::string& table) = 0;
     // The next number of a table's counter, raised for all others too; never below `above` + 1.
     virtual std::int64_t raiseCounter(const std::string& table, std::int64_t above) = 0;
     // Whether a counter stands apart from transactions: raised, it stays raised whatever becomes of them.

@@ -67,7 +67,7 @@ class SqliteStore final : public Store {
     void createIndex(const std::string& table, const std::string& field, bool unique) override;
     std::vector<IndexRow> indexes() override;
 
-    void readAllKeys(const std::string& table, std::vector<std::int64_t>& keys) override;
+    KeyList readAllKeys(const std::string& table) override;
     std::int64_t raiseCounter(const std::string& table, std::int64_t above) override;
     bool countsApart() const override { return false; }
     std::int64_t highestNumber(const std::string& table) override;
