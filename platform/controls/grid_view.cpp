@@ -111,21 +111,6 @@ void GridView::select(int index) {
     }
 }
 
-void GridView::doItemsLayout() {
-    if (laysOut_) {
-        QTreeView::doItemsLayout();
-    } else {
-        scheduleDelayedItemsLayout();
-    }
-}
-
-void GridView::showEvent(QShowEvent* event) {
-    QTreeView::showEvent(event);
-    if (std::exchange(scrollDue_, false) && currentIndex().isValid()) {
-        scrollTo(currentIndex());
-    }
-}
-
 void GridView::ensureVisible(int index) {
     scrollTo(rowAt(index));
 }
@@ -271,6 +256,29 @@ void GridView::showSelectionWithoutFocus() {
     }
     if (colours != palette()) {  // setting it is a change of the palette, too
         setPalette(colours);
+    }
+}
+
+// What nobody sees is not laid out
+// -----------------------------------------------------------------------------------------------
+
+void GridView::doItemsLayout() {
+    if (laysOut_) {
+        QTreeView::doItemsLayout();
+    } else {
+        scheduleDelayedItemsLayout();
+    }
+}
+
+void GridView::updateGeometries() {
+    const QScopedValueRollback waiting(laysOut_, laysOut_ && isVisible());
+    QTreeView::updateGeometries();
+}
+
+void GridView::showEvent(QShowEvent* event) {
+    QTreeView::showEvent(event);
+    if (std::exchange(scrollDue_, false) && currentIndex().isValid()) {
+        scrollTo(currentIndex());
     }
 }
 

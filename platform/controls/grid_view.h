@@ -38,6 +38,7 @@ class GridView : public QTreeView {
     void contextMenuEvent(QContextMenuEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void updateGeometries() override;
     void changeEvent(QEvent* event) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
@@ -48,7 +49,7 @@ class GridView : public QTreeView {
     void askMenuAtSelection();
     void showSelectionWithoutFocus();
     bool quiet_ = false;
-    bool laysOut_ = true;     // not while a row is selected that nobody sees
+    bool laysOut_ = true;     // not in what needs the places of rows only where somebody sees them
     bool scrollDue_ = false;  // to the selected row, when the list is shown
     bool clicked_ = false;    // rowClicked has gone out for the press that is under way
 };
