@@ -10,8 +10,6 @@
 namespace dao {
 namespace {
 
-constexpr std::size_t kRowsAtOnce = 2000;
-
 std::vector<Type> typesOf(const sql::TableInfo& table) {
     std::vector<Type> types;
     for (const sql::ColumnInfo& column : table.columns) {
@@ -34,7 +32,7 @@ bool TableReader::next() {
         return false;
     }
     needGoingOn();
-    const std::size_t last = std::min(at_ + kRowsAtOnce, keys_.size()) - 1;
+    const std::size_t last = std::min(at_ + driver::kRowsAtOnce, keys_.size()) - 1;
     block_.clear();
     const auto statement = store_.cached(select_.fetchRange);
     const int first = driver::bindParameters(*statement, select_.parameters);

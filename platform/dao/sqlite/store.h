@@ -152,6 +152,7 @@ class SqliteStatement final : public Statement {
     void bindNumbers(int index, sql::IdSetPtr numbers) override;
     std::int64_t run() override;
     void readKeys(std::vector<std::int64_t>& out, int columns) override;
+    void readBlocks(RowBlock& block, const std::function<void()>& take) override;
     std::size_t readRows(RowBlock& block, int skip, std::vector<std::int64_t>* keys, std::size_t limit,
                          const std::vector<int>* places) override;
 
