@@ -7,8 +7,7 @@
 
 namespace dao {
 
-void walkRows(const Database& database, std::string statement,
-              const std::function<AtRow(const Recordset& rows)>& begin) {
+void walkRows(const Database& database, std::string statement, const BeginWalk& begin) {
     if (!database) {
         fail(errObjectClosed);
     }

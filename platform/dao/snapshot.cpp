@@ -5,6 +5,7 @@
 #include "platform/dao/failure.h"
 #include "platform/dao/memory_store.h"
 #include "platform/dao/names.h"
+#include "platform/dao/recordset.h"
 #include "platform/dao/table_definition.h"
 #include "platform/sql/parser.h"
 
@@ -98,7 +99,7 @@ std::shared_ptr<driver::Statement> Snapshot::prepared(const Compiled& compiled) 
 }
 
 void Snapshot::walk(const std::shared_ptr<DatabaseImpl>& database, std::string statement,
-                    const std::function<AtRow(const Recordset& rows)>& begin) {
+                    const BeginWalk& begin) {
     const std::shared_ptr<Snapshot> rows(new Snapshot(database, std::move(statement)));
     const ReadScope scope(database->file().store());
     const CompiledPtr compiled = rows->compileFor(rows->block_);

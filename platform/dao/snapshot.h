@@ -2,9 +2,9 @@
 
 #include <memory>
 
+#include "platform/dao/at_row.h"
 #include "platform/dao/database_impl.h"
 #include "platform/dao/recordset_impl.h"
-#include "platform/dao/row_walk.h"
 
 namespace dao {
 
@@ -15,7 +15,7 @@ class Snapshot final : public RecordsetImpl {
     ~Snapshot() override;
     // See walkRows. The record set is a snapshot of a few rows, and then of the next ones.
     static void walk(const std::shared_ptr<DatabaseImpl>& database, std::string statement,
-                     const std::function<AtRow(const Recordset& rows)>& begin);
+                     const BeginWalk& begin);
 
  protected:
     void open() override;
