@@ -5,8 +5,7 @@
 
 namespace dao {
 
-KeyList::KeyList(std::int64_t first, std::size_t rows)
-    : first_(rows == 0 ? std::nullopt : std::optional(first)), rows_(rows) {}
+KeyList::KeyList(std::int64_t first, std::size_t rows) : first_(first), rows_(rows) {}
 
 KeyList::KeyList(std::vector<std::int64_t> keys, int stride, int unique)
     : keys_(std::move(keys)),

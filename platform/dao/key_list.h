@@ -14,7 +14,7 @@ namespace dao {
 class KeyList {
  public:
     KeyList() = default;
-    // One key a row: `first` and those that follow it.
+    // One key a row: `first` and those that follow it. Without rows it does not matter which that is.
     KeyList(std::int64_t first, std::size_t rows);
     // `stride` keys a row; `unique`: which of them no two rows share, -1 where there is none.
     explicit KeyList(std::vector<std::int64_t> keys, int stride = 1, int unique = 0);
