@@ -1,5 +1,6 @@
 #include "records/stage_records.h"
 
+#include "platform/dao/row_walk.h"
 #include "platform/system/trap.h"
 
 using platform::NameList;
@@ -34,16 +35,15 @@ void StageRecords::find(qint32 number) {
 NameList StageRecords::names() const {
     Selection entries = data_->selection;
     entries.columns = QLatin1String(facts_.entryColumns);
-    dao::Recordset rows = data_->Database().OpenRecordset(entries.text().toStdString(), dao::dbOpenSnapshot);
     NameList names;
-    const dao::Field number = rows.Fields(0);
-    const NameWriter writeName = facts_.namesOfRows(rows);
-    for (std::string name; !rows.EOF(); rows.MoveNext()) {
-        name.clear();
-        writeName(name);
-        names.add({name, number.Value().asLong()});
-    }
-    rows.Close();
+    dao::walkRows(data_->Database(), entries.text().toStdString(), [&](const dao::Recordset& rows) {
+        return [&names, number = rows.Fields(0), writeName = facts_.namesOfRows(rows),
+                name = std::string()]() mutable {
+            name.clear();
+            writeName(name);
+            names.add({name, number.Value().asLong()});
+        };
+    });
     return names;
 }
 

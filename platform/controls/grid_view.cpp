@@ -10,6 +10,7 @@
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <algorithm>
+#include <utility>
 
 #include "platform/controls/cut_texts.h"
 #include "platform/controls/list_index.h"
@@ -97,11 +98,17 @@ int GridView::selectedIndex() const {
     return current.isValid() && selectionModel()->isSelected(current) ? current.row() + 1 : 0;
 }
 
+// The toolkit would know where each of a whole shop's rows lies before it selects one, in a list that mostly
+// is filled anew before anybody looks at it.
 void GridView::select(int index) {
     const QModelIndex row = rowAt(index);
     const auto quiet = quietly();
+    const QScopedValueRollback waiting(laysOut_, isVisible());
     selectionModel()->setCurrentIndex(row, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    scrollTo(row);
+    scrollDue_ = !isVisible();
+    if (!scrollDue_) {
+        scrollTo(row);
+    }
 }
 
 void GridView::ensureVisible(int index) {
@@ -249,6 +256,29 @@ void GridView::showSelectionWithoutFocus() {
     }
     if (colours != palette()) {  // setting it is a change of the palette, too
         setPalette(colours);
+    }
+}
+
+// What nobody sees is not laid out
+// -----------------------------------------------------------------------------------------------
+
+void GridView::doItemsLayout() {
+    if (laysOut_) {
+        QTreeView::doItemsLayout();
+    } else {
+        scheduleDelayedItemsLayout();
+    }
+}
+
+void GridView::updateGeometries() {
+    const QScopedValueRollback waiting(laysOut_, laysOut_ && isVisible());
+    QTreeView::updateGeometries();
+}
+
+void GridView::showEvent(QShowEvent* event) {
+    QTreeView::showEvent(event);
+    if (std::exchange(scrollDue_, false) && currentIndex().isValid()) {
+        scrollTo(currentIndex());
     }
 }
 

@@ -14,10 +14,12 @@ class GridView : public QTreeView {
     explicit GridView(QWidget* parent = nullptr);
 
     int selectedIndex() const;  // 0: nothing selected
-    void select(int index);     // shows it, too. No rowClicked.
+    // Brings it into sight too, once the list is shown. No rowClicked.
+    void select(int index);
     void ensureVisible(int index);
     // Moving to a row keeps the columns where they were scrolled to.
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+    void doItemsLayout() override;
 
  signals:
     // A row was chosen by mouse or keys (a person's doing, also by moving with the arrow keys).
@@ -35,6 +37,8 @@ class GridView : public QTreeView {
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void updateGeometries() override;
     void changeEvent(QEvent* event) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
@@ -45,7 +49,9 @@ class GridView : public QTreeView {
     void askMenuAtSelection();
     void showSelectionWithoutFocus();
     bool quiet_ = false;
-    bool clicked_ = false;  // rowClicked has gone out for the press that is under way
+    bool laysOut_ = true;     // not in what needs the places of rows only where somebody sees them
+    bool scrollDue_ = false;  // to the selected row, when the list is shown
+    bool clicked_ = false;    // rowClicked has gone out for the press that is under way
 };
 
 }  // namespace platform

@@ -8,19 +8,17 @@
 namespace platform {
 
 void ListRows::clear() {
-    rows_.clear();
-    made_.clear();
-    nextSerial_ = 1;
+    lastSerial_ = 0;
+    gone_.clear();
+    items_.clear();
+    serials_.clear();
     make_ = {};
     find_ = {};
 }
 
 void ListRows::setLazy(int count, Make make, Find find) {
     clear();
-    rows_.reserve(static_cast<size_t>(std::max(count, 0)));
-    for (; nextSerial_ <= count; ++nextSerial_) {
-        rows_.push_back({nextSerial_, nullptr});
-    }
+    lastSerial_ = std::max(count, 0);
     make_ = std::move(make);
     find_ = std::move(find);
 }
@@ -32,55 +30,62 @@ void ListRows::checkNewKey(const QString& key) const {
 }
 
 void ListRows::add(ListItem item) {
-    made_.insert(item.Key, nextSerial_);
-    rows_.push_back({nextSerial_++, std::make_unique<ListItem>(std::move(item))});
+    serials_.insert(item.Key, ++lastSerial_);
+    items_.emplace(lastSerial_, std::move(item));
 }
 
 void ListRows::change(int row, const std::function<void(ListItem&)>& change) {
     ListItem changed = item(row);
     const QString oldKey = changed.Key;
     change(changed);
-    const Row& place = rows_[static_cast<size_t>(row)];
+    const int serial = serialOf(row);
     if (changed.Key != oldKey) {
         checkNewKey(changed.Key);
-        made_.remove(oldKey);
-        made_.insert(changed.Key, place.serial);
+        serials_.remove(oldKey);
+        serials_.insert(changed.Key, serial);
     }
-    *place.item = std::move(changed);
+    items_[serial] = std::move(changed);
 }
 
 void ListRows::remove(int row) {
-    const auto place = rows_.begin() + row;
-    if (place->item) {
-        made_.remove(place->item->Key);
+    const int serial = serialOf(row);
+    if (const auto made = items_.find(serial); made != items_.end()) {
+        serials_.remove(made->second.Key);
+        items_.erase(made);
     }
-    rows_.erase(place);
+    gone_.insert(std::ranges::lower_bound(gone_, serial), serial);
 }
 
 const ListItem& ListRows::item(int row) const {
-    const Row& place = rows_[static_cast<size_t>(row)];
-    if (!place.item) {
-        ListItem made = make_(place.serial);
-        made_.insert(made.Key, place.serial);
-        place.item = std::make_unique<ListItem>(std::move(made));
+    const int serial = serialOf(row);
+    auto made = items_.find(serial);
+    if (made == items_.end()) {
+        made = items_.emplace(serial, make_(serial)).first;
+        serials_.insert(made->second.Key, serial);
     }
-    return *place.item;
+    return made->second;
+}
+
+// As many serials lie before the row's as rows, and those that were taken away between them.
+int ListRows::serialOf(int row) const {
+    const auto staysAbove = [&](const int& gone) { return gone - (&gone - gone_.data()) - 1 <= row; };
+    const auto behind = std::ranges::partition_point(gone_, staysAbove);
+    return row + 1 + static_cast<int>(behind - gone_.begin());
 }
 
 int ListRows::rowOfSerial(int serial) const {
-    const auto before = [](const Row& row, int wanted) { return row.serial < wanted; };
-    const auto found = std::lower_bound(rows_.begin(), rows_.end(), serial, before);
-    return found != rows_.end() && found->serial == serial ? static_cast<int>(found - rows_.begin()) : -1;
+    const auto place = std::ranges::lower_bound(gone_, serial);
+    const bool isThere = serial <= lastSerial_ && (place == gone_.end() || *place != serial);
+    return isThere ? serial - 1 - static_cast<int>(place - gone_.begin()) : -1;
 }
 
 int ListRows::rowOf(const QString& key) const {
-    if (const auto made = made_.constFind(key); made != made_.constEnd()) {
+    if (const auto made = serials_.constFind(key); made != serials_.constEnd()) {
         return rowOfSerial(*made);
     }
     const int serial = find_ ? find_(key) : 0;
-    const int row = serial > 0 ? rowOfSerial(serial) : -1;
     // A row that is made and not among the keys above goes by another key now.
-    return row >= 0 && !rows_[static_cast<size_t>(row)].item ? row : -1;
+    return serial > 0 && !items_.contains(serial) ? rowOfSerial(serial) : -1;
 }
 
 }  // namespace platform

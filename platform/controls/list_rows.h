@@ -3,7 +3,7 @@
 #include <QHash>
 #include <QString>
 #include <functional>
-#include <memory>
+#include <unordered_map>
 #include <vector>
 
 #include "platform/controls/list_item.h"
@@ -13,14 +13,14 @@ namespace platform {
 // The rows of a list, counted from 0, each found by its key. Each row has a serial number that only grows
 // from top to bottom: rows to be made on demand carry their own index, rows added later go on from there. So
 // a row is found by its serial, whatever has been taken away above it, and a list of a whole shop's services
-// costs a number a row until somebody looks.
+// costs nothing a row until somebody looks.
 class ListRows {
  public:
     using Make = std::function<ListItem(int)>;
     using Find = std::function<int(const QString&)>;
 
-    int count() const { return static_cast<int>(rows_.size()); }
-    int madeCount() const { return static_cast<int>(made_.size()); }
+    int count() const { return lastSerial_ - static_cast<int>(gone_.size()); }
+    int madeCount() const { return static_cast<int>(items_.size()); }
     bool allMade() const { return madeCount() == count(); }
     // The row, made now if it was not yet. Throws what `make` throws.
     const ListItem& item(int row) const;
@@ -35,15 +35,13 @@ class ListRows {
     void remove(int row);
 
  private:
-    struct Row {
-        int serial;
-        mutable std::unique_ptr<ListItem> item;
-    };
-    int rowOfSerial(int serial) const;
+    int serialOf(int row) const;
+    int rowOfSerial(int serial) const;  // -1: taken away, or never there
 
-    std::vector<Row> rows_;
-    mutable QHash<QString, int> made_;  // key to serial
-    int nextSerial_ = 1;
+    int lastSerial_ = 0;
+    std::vector<int> gone_;                            // the serials that were taken away, ascending
+    mutable std::unordered_map<int, ListItem> items_;  // the made rows, by their serials
+    mutable QHash<QString, int> serials_;              // of the made rows, by their keys
     Make make_;
     Find find_;
 };

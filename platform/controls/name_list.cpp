@@ -12,6 +12,8 @@
 namespace platform {
 namespace {
 
+constexpr std::size_t kAhead = 16;  // rows
+
 bool isAscii(char letter) {
     return (static_cast<unsigned char>(letter) & 0x80U) == 0;
 }
@@ -87,20 +89,34 @@ void NameList::add(Name name) {
     rows_.push_back({text, text, name.number});
 }
 
-// The texts are put in the order of their rows as well: whoever goes through them all reads on and on.
-void NameList::sort() {
+std::vector<std::uint32_t> NameList::order() const {
     alphabet::TextOrder names;
     names.expect(rows_.size());
     for (const Row& row : rows_) {
         names.add(textAt(row.key));
     }
-    NameList sorted;
-    sorted.texts_.reserve(texts_.size());
-    sorted.rows_.reserve(rows_.size());
-    for (const std::uint32_t place : names.order()) {
-        sorted.add({textAt(rows_[place].shown), rows_[place].number});
+    return names.order();
+}
+
+// The texts are put in the order of their rows as well: whoever goes through them all reads on and on.
+void NameList::sort() {
+    std::vector<Row> sorted;
+    sorted.reserve(rows_.size());
+    for (const std::uint32_t place : order()) {
+        sorted.push_back(rows_[place]);
     }
-    *this = std::move(sorted);
+    rows_ = std::move(sorted);
+    std::string texts;
+    texts.reserve(texts_.size());
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+        // Each text lies somewhere else, and waiting for the memory would take longer than all the rest.
+        __builtin_prefetch(texts_.data() + rows_[std::min(i + kAhead, rows_.size() - 1)].shown);
+        Row& row = rows_[i];
+        const std::uint32_t old = std::exchange(row.shown, static_cast<std::uint32_t>(texts.size()));
+        row.key = row.shown;
+        texts.append(texts_, old, sizeof old + textAt(old).size());
+    }
+    texts_ = std::move(texts);
 }
 
 int NameList::placeFor(std::string_view text) const {

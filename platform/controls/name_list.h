@@ -43,6 +43,7 @@ class NameList {
         qint32 number;
     };
 
+    std::vector<std::uint32_t> order() const;  // the places of the names, as they are to stand
     std::uint32_t keep(std::string_view text);
     std::string_view textAt(std::uint32_t place) const;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include "platform/dao/definitions.h"
+#include "platform/dao/key_list.h"
 #include "platform/dao/row_block.h"
 #include "platform/sql/types.h"
 #include "platform/sql/writer.h"
@@ -19,6 +21,9 @@ namespace dao::driver {
 
 // In a list of row keys: the outer side of a join has no row there.
 inline constexpr std::int64_t kNoRow = INT64_MIN;
+
+// Rows of a block, for whoever takes a great many of them one block after the other.
+inline constexpr std::size_t kRowsAtOnce = 2000;
 
 // A prepared statement. Every call that reads leaves it reset, so that no read lock outlives the call.
 class Statement {
@@ -44,6 +49,9 @@ class Statement {
     // rows read.
     virtual std::size_t readRows(RowBlock& block, int skip = 0, std::vector<std::int64_t>* keys = nullptr,
                                  std::size_t limit = SIZE_MAX, const std::vector<int>* places = nullptr) = 0;
+    // All rows, some at a time: `take` is called whenever there are some in the block, which is emptied then.
+    // It asks nothing of the store.
+    virtual void readBlocks(RowBlock& block, const std::function<void()>& take) = 0;
     // The first column of the first row; nothing where there is no row.
     std::optional<Value> scalar(Type type);
 };
@@ -125,7 +133,7 @@ class Store {
     virtual std::vector<IndexRow> indexes() = 0;
 
     // The keys of all rows of a table, ascending, by whatever road is shortest.
-    virtual void readAllKeys(const std::string& table, std::vector<std::int64_t>& keys) = 0;
+    virtual KeyList readAllKeys(const std::string& table) = 0;
     // The next number of a table's counter, raised for all others too; never below `above` + 1.
     virtual std::int64_t raiseCounter(const std::string& table, std::int64_t above) = 0;
     // Whether a counter stands apart from transactions: raised, it stays raised whatever becomes of them.

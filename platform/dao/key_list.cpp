@@ -5,15 +5,15 @@
 
 namespace dao {
 
-void KeyList::assign(std::vector<std::int64_t> keys, int stride, int unique) {
-    keys_ = std::move(keys);
-    stride_ = static_cast<std::size_t>(std::max(stride, 1));
-    rows_ = keys_.size() / stride_;
-    unique_ = unique;
-    ascending_ =
-        stride_ == 1 && std::adjacent_find(keys_.begin(), keys_.end(), std::greater_equal<>()) == keys_.end();
-    placesKnown_ = false;
-    first_.reset();
+KeyList::KeyList(std::int64_t first, std::size_t rows) : first_(first), rows_(rows) {}
+
+KeyList::KeyList(std::vector<std::int64_t> keys, int stride, int unique)
+    : keys_(std::move(keys)),
+      stride_(static_cast<std::size_t>(std::max(stride, 1))),
+      rows_(keys_.size() / stride_),
+      unique_(unique),
+      ascending_(stride_ == 1 &&
+                 std::adjacent_find(keys_.begin(), keys_.end(), std::greater_equal<>()) == keys_.end()) {
     tellByFirst();
 }
 

@@ -13,8 +13,11 @@ namespace dao {
 // ascending order is a bare vector that is searched by halves.
 class KeyList {
  public:
+    KeyList() = default;
+    // One key a row: `first` and those that follow it. Without rows it does not matter which that is.
+    KeyList(std::int64_t first, std::size_t rows);
     // `stride` keys a row; `unique`: which of them no two rows share, -1 where there is none.
-    void assign(std::vector<std::int64_t> keys, int stride, int unique);
+    explicit KeyList(std::vector<std::int64_t> keys, int stride = 1, int unique = 0);
 
     std::size_t size() const { return rows_; }
     int stride() const { return static_cast<int>(stride_); }

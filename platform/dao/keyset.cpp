@@ -80,22 +80,24 @@ void Keyset::open() {
     if (compiled->select.sources.empty()) {
         fail(errCannotUpdate);
     }
-    std::vector<std::int64_t> keys;
     compiled_ = std::move(compiled);
     generation_ = &in.generation();
-    const bool single = select().sources.size() == 1;
-    const sql::TableInfo* whole = single ? wholeTable(*compiled_->tree, 0) : nullptr;
-    if (whole != nullptr) {
-        in.store().readAllKeys(whole->name, keys);
-    } else {
-        readKeys(select(), keys);
-    }
-    keys_.assign(std::move(keys), static_cast<int>(select().sources.size()), single ? 0 : unique());
+    keys_ = allKeys();
     setColumns(select().columns);
     block_.reset(typesOf(columns_));
     projection_ = {};
     markCounters();
     dropBlock();
+}
+
+KeyList Keyset::allKeys() const {
+    const bool single = select().sources.size() == 1;
+    if (const sql::TableInfo* whole = single ? wholeTable(*compiled_->tree, 0) : nullptr) {
+        return file().store().readAllKeys(whole->name);
+    }
+    std::vector<std::int64_t> keys;
+    readKeys(select(), keys);
+    return KeyList(std::move(keys), static_cast<int>(select().sources.size()), single ? 0 : unique());
 }
 
 void Keyset::readKeys(const sql::WrittenSelect& from, std::vector<std::int64_t>& keys) const {
@@ -122,7 +124,7 @@ const sql::TableInfo* Keyset::wholeTable(const sql::Statement& tree, int depth) 
 void Keyset::release() noexcept {
     projection_ = {};
     compiled_.reset();
-    keys_.assign({}, 1, 0);
+    keys_ = {};
     block_.clear();
     blockRows_.clear();
 }

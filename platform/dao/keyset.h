@@ -51,6 +51,7 @@ class Keyset final : public RecordsetImpl {
     OpenFile& writableFile() const;
     const sql::WrittenSelect& select() const { return compiled_->select; }
     int unique() const { return select().uniqueSource; }
+    KeyList allKeys() const;
     void readKeys(const sql::WrittenSelect& from, std::vector<std::int64_t>& keys) const;
     // The table that the statement gives every row of, as they stand; nullptr where it does anything more.
     const sql::TableInfo* wholeTable(const sql::Statement& tree, int depth) const;

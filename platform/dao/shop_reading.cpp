@@ -30,9 +30,7 @@ std::vector<TableDef> ShopReading::tables() const {
 }
 
 std::int64_t ShopReading::rowsIn(const std::string& table) {
-    std::vector<std::int64_t> keys;
-    store_->readAllKeys(table, keys);
-    return static_cast<std::int64_t>(keys.size());
+    return static_cast<std::int64_t>(store_->readAllKeys(table).size());
 }
 
 std::int64_t ShopReading::highestNumber(const std::string& table) {

@@ -5,6 +5,7 @@
 #include "platform/dao/failure.h"
 #include "platform/dao/memory_store.h"
 #include "platform/dao/names.h"
+#include "platform/dao/recordset.h"
 #include "platform/dao/table_definition.h"
 #include "platform/sql/parser.h"
 
@@ -59,6 +60,9 @@ Snapshot::Snapshot(std::shared_ptr<DatabaseImpl> database, RecordsetType type, s
 
 Snapshot::~Snapshot() = default;
 
+Snapshot::Snapshot(std::shared_ptr<DatabaseImpl> database, std::string statement)
+    : RecordsetImpl(std::move(database), dbOpenSnapshot), statement_(std::move(statement)) {}
+
 Snapshot::Snapshot(const Snapshot& of) : RecordsetImpl(of.database_, of.type_), statement_(of.statement_) {
     setColumns(of.columns_);
     block_ = of.block_;
@@ -69,21 +73,45 @@ std::shared_ptr<RecordsetImpl> Snapshot::copy() const {
 }
 
 void Snapshot::open() {
-    OpenFile& file = database_->file();
-    const ReadScope scope(file.store());
-    const CompiledPtr compiled = file.compile(statement_);
+    const ReadScope scope(database_->file().store());
+    RowBlock rows;
+    const CompiledPtr compiled = compileFor(rows);
+    prepared(*compiled)->readRows(rows);
+    setColumns(compiled->select.columns);
+    block_ = std::move(rows);
+    searchable_.reset();
+}
+
+CompiledPtr Snapshot::compileFor(RowBlock& rows) const {
+    CompiledPtr compiled = database_->file().compile(statement_);
     std::vector<sql::Type> types;
     for (const sql::ResultColumn& column : compiled->select.columns) {
         types.push_back(column.type);
     }
-    RowBlock rows;
     rows.reset(std::move(types));
-    const auto statement = file.store().cached(compiled->select.rows);
-    driver::bindParameters(*statement, compiled->select.parameters);
-    statement->readRows(rows);
-    setColumns(compiled->select.columns);
-    block_ = std::move(rows);
-    searchable_.reset();
+    return compiled;
+}
+
+std::shared_ptr<driver::Statement> Snapshot::prepared(const Compiled& compiled) const {
+    std::shared_ptr<driver::Statement> statement = database_->file().store().cached(compiled.select.rows);
+    driver::bindParameters(*statement, compiled.select.parameters);
+    return statement;
+}
+
+void Snapshot::walk(const std::shared_ptr<DatabaseImpl>& database, std::string statement,
+                    const BeginWalk& begin) {
+    const std::shared_ptr<Snapshot> rows(new Snapshot(database, std::move(statement)));
+    const ReadScope scope(database->file().store());
+    const CompiledPtr compiled = rows->compileFor(rows->block_);
+    rows->setColumns(compiled->select.columns);
+    const Recordset given(rows);
+    const AtRow atRow = begin(given);
+    rows->prepared(*compiled)->readBlocks(rows->block_, [&] {
+        for (rows->start(); !rows->EOF(); rows->MoveNext()) {
+            atRow();
+        }
+    });
+    rows->Close();
 }
 
 void Snapshot::release() noexcept {

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "platform/dao/at_row.h"
 #include "platform/dao/database_impl.h"
 #include "platform/dao/recordset_impl.h"
 
@@ -12,6 +13,9 @@ class Snapshot final : public RecordsetImpl {
  public:
     Snapshot(std::shared_ptr<DatabaseImpl> database, RecordsetType type, std::string statement);
     ~Snapshot() override;
+    // See walkRows. The record set is a snapshot of a few rows, and then of the next ones.
+    static void walk(const std::shared_ptr<DatabaseImpl>& database, std::string statement,
+                     const BeginWalk& begin);
 
  protected:
     void open() override;
@@ -25,7 +29,10 @@ class Snapshot final : public RecordsetImpl {
 
  private:
     Snapshot(const Snapshot& of);
+    Snapshot(std::shared_ptr<DatabaseImpl> database, std::string statement);  // not opened
 
+    CompiledPtr compileFor(RowBlock& rows) const;  // whose columns are the statement's then
+    std::shared_ptr<driver::Statement> prepared(const Compiled& compiled) const;
     struct Searchable;  // the rows as a table of a store in memory
     void makeSearchable();
     std::optional<std::size_t> findNumber(std::size_t column, std::int64_t number) const;

@@ -10,8 +10,6 @@
 namespace dao {
 namespace {
 
-constexpr std::size_t kRowsAtOnce = 2000;
-
 std::vector<Type> typesOf(const sql::TableInfo& table) {
     std::vector<Type> types;
     for (const sql::ColumnInfo& column : table.columns) {
@@ -24,8 +22,8 @@ std::vector<Type> typesOf(const sql::TableInfo& table) {
 
 TableReader::TableReader(driver::Store& store, const FileCatalog& catalog, const sql::TableInfo& table)
     : store_(store),
-      select_(store.writer().select(*sql::parse("SELECT * FROM [" + table.name + "]"), catalog, 0)) {
-    store.readAllKeys(table.name, keys_);
+      select_(store.writer().select(*sql::parse("SELECT * FROM [" + table.name + "]"), catalog, 0)),
+      keys_(store.readAllKeys(table.name)) {
     block_.reset(typesOf(table));
 }
 
@@ -34,12 +32,12 @@ bool TableReader::next() {
         return false;
     }
     needGoingOn();
-    const std::size_t last = std::min(at_ + kRowsAtOnce, keys_.size()) - 1;
+    const std::size_t last = std::min(at_ + driver::kRowsAtOnce, keys_.size()) - 1;
     block_.clear();
     const auto statement = store_.cached(select_.fetchRange);
     const int first = driver::bindParameters(*statement, select_.parameters);
-    statement->bindInteger(first, keys_[at_]);
-    statement->bindInteger(first + 1, keys_[last]);
+    statement->bindInteger(first, keys_.key(at_, 0));
+    statement->bindInteger(first + 1, keys_.key(last, 0));
     std::vector<std::int64_t> found;
     if (statement->readRows(block_, 1, &found) != last - at_ + 1) {
         fail(errCannotOpen);

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
 
 #include "platform/dao/driver.h"
 #include "platform/dao/file_catalog.h"
+#include "platform/dao/key_list.h"
 #include "platform/dao/row_block.h"
 
 namespace dao {
@@ -18,7 +18,8 @@ class TableReader {
 
     std::size_t size() const { return keys_.size(); }  // of the whole table, in rows
     const RowBlock& block() const { return block_; }   // a column for each of the table's, in their order
-    std::int64_t key(std::size_t row) const { return keys_[at_ - block_.rows() + row]; }  // of the block's
+    // Of a row of the block.
+    std::int64_t key(std::size_t row) const { return keys_.key(at_ - block_.rows() + row, 0); }
 
     // The next rows are in the block; false where there are none. errCannotOpen where a row is not there that
     // the table's own list of keys names.
@@ -27,7 +28,7 @@ class TableReader {
  private:
     driver::Store& store_;
     sql::WrittenSelect select_;
-    std::vector<std::int64_t> keys_;
+    KeyList keys_;
     std::size_t at_ = 0;
     RowBlock block_;
 };

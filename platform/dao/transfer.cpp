@@ -17,9 +17,7 @@ namespace {
 std::int64_t rowsIn(driver::Store& store, const std::vector<sql::TableInfo>& tables) {
     std::int64_t rows = 0;
     for (const sql::TableInfo& table : tables) {
-        std::vector<std::int64_t> keys;
-        store.readAllKeys(table.name, keys);
-        rows += static_cast<std::int64_t>(keys.size());
+        rows += static_cast<std::int64_t>(store.readAllKeys(table.name).size());
     }
     return rows;
 }

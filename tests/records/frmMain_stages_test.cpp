@@ -1,5 +1,7 @@
 // The three stages: what the selectors and the tabs do, and which stage is read again when.
 
+#include <gmock/gmock.h>
+
 #include <QDateEdit>
 
 #include "narrowed_window.h"
@@ -73,6 +75,20 @@ TEST_F(Stages, AllComputersAndServicesAreThereUntilTheFirstChangeOfTab) {
     tab(2);
     EXPECT_EQ(entries(1), QStringList({"Desk", "Laptop"}));
     EXPECT_EQ(caption(2), "Desk");
+}
+
+// Hundreds of thousands of names, which the first change of tab would throw away.
+TEST_F(Stages, NamesOfAllComputersAreReadOnlyWhereSomebodyLooks) {
+    twoClients();
+    start();
+    QList<int> entriesRead;
+    for (const platform::Selector* selector : win().findChildren<platform::Selector*>()) {
+        entriesRead.append(selector->entryCount());
+    }
+    EXPECT_THAT(entriesRead, testing::UnorderedElementsAre(2, 0)) << "the clients' alone";
+    addComputer(peric, "Office");
+    EXPECT_EQ(entries(1), QStringList({"Desk", "Laptop", "Office"})) << "of the moment of looking";
+    EXPECT_EQ(chosen(1), "Desk");
 }
 
 TEST_F(Stages, ChoosingAClientShowsHimAndForgetsTheComputer) {

@@ -120,6 +120,14 @@ void addCell(RowBlock& block, const Result& answer, int row, const Cells& from) 
     }
 }
 
+void addRow(RowBlock& block, const Result& answer, int row, const std::vector<Cells>& cells) {
+    block.startRow();
+    for (const Cells& each : cells) {
+        addCell(block, answer, row, each);
+    }
+    block.endRow();
+}
+
 }  // namespace
 
 void bindValue(Parameters& parameters, const Value& value, dao::Type type) {
@@ -203,13 +211,21 @@ std::size_t ServerStatement::readRows(RowBlock& block, int skip, std::vector<std
         if (keys != nullptr) {
             keys->push_back(answer.key(at, 0));
         }
-        block.startRow();
-        for (const Cells& each : cells) {
-            addCell(block, answer, at, each);
-        }
-        block.endRow();
+        addRow(block, answer, at, cells);
     }
     return rows;
+}
+
+void ServerStatement::readBlocks(RowBlock& block, const std::function<void()>& take) {
+    const Result answer = ask(text_);
+    const std::vector<Cells> cells = cellsOf(answer, block.columns(), 0, nullptr);
+    for (int row = 0; row < answer.rows(); ++row) {
+        addRow(block, answer, row, cells);
+        if (block.rows() == driver::kRowsAtOnce || row + 1 == answer.rows()) {
+            take();
+            block.clear();
+        }
+    }
 }
 
 }  // namespace dao::postgres

@@ -23,6 +23,7 @@ class ServerStatement final : public driver::Statement {
     void readKeys(std::vector<std::int64_t>& out, int columns) override;
     std::size_t readRows(RowBlock& block, int skip, std::vector<std::int64_t>* keys, std::size_t limit,
                          const std::vector<int>* places) override;
+    void readBlocks(RowBlock& block, const std::function<void()>& take) override;
 
  private:
     using Bound = std::variant<std::monostate, Value, std::int64_t, sql::IdSetPtr>;

@@ -64,7 +64,7 @@ class ServerStore final : public driver::Store, public StatementRunner {
     void createIndex(const std::string& table, const std::string& field, bool unique) override;
     std::vector<driver::IndexRow> indexes() override;
 
-    void readAllKeys(const std::string& table, std::vector<std::int64_t>& keys) override;
+    KeyList readAllKeys(const std::string& table) override;
     std::int64_t raiseCounter(const std::string& table, std::int64_t above) override;
     bool countsApart() const override { return true; }
     std::int64_t highestNumber(const std::string& table) override;

@@ -4,13 +4,13 @@
 #include <map>
 #include <utility>
 
-#include <openssl/evp.h>
 #include <openssl/rand.h>
 #include <openssl/sha.h>
 
 #include "platform/dao/failure.h"
 #include "platform/dao/names.h"
 #include "platform/dao/sqlite/hex.h"
+#include "platform/dao/sqlite/pbkdf2.h"
 
 namespace dao {
 namespace {
@@ -23,13 +23,7 @@ constexpr std::string_view kMark = "engine file, form 1";
 using Bytes = std::string;
 
 Bytes derive(const std::string& password, const unsigned char* salt, std::size_t saltSize, std::size_t size) {
-    Bytes out(size, '\0');
-    if (PKCS5_PBKDF2_HMAC_SHA1(password.data(), static_cast<int>(password.size()), salt,
-                               static_cast<int>(saltSize), kIterations, static_cast<int>(size),
-                               reinterpret_cast<unsigned char*>(out.data())) != 1) {
-        fail(errInvalidOperation);
-    }
-    return out;
+    return pbkdf2(password, {reinterpret_cast<const char*>(salt), saltSize}, kIterations, size);
 }
 
 void mark(Salt& salt) {

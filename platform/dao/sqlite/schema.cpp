@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <bit>
 #include <limits>
-#include <numeric>
 
 #include "platform/dao/failure.h"
 #include "platform/dao/names.h"
@@ -108,23 +107,24 @@ std::vector<Value> textColumn(Statement& statement) {
     return texts;
 }
 
-// Where no number is missing, the first, the last and how many there are tell them all, and counting goes
-// from page to page and not from row to row. The three have to be asked for in one state of the file.
-bool countKeys(SqliteStore& store, const std::string& table, std::vector<std::int64_t>& keys) {
+// What a table's keys are where no number is missing: counting goes from page to page and not from row to
+// row. One statement, so that the three are of one state of the file.
+struct KeyRange {
+    std::int64_t first, last;
+    std::uint64_t rows;
+    bool hasAll() const {
+        return rows == 0 || static_cast<std::uint64_t>(last) - static_cast<std::uint64_t>(first) == rows - 1;
+    }
+};
+
+KeyRange keyRange(SqliteStore& store, const std::string& table) {
+    const std::string from = " FROM " + quotedName(table) + ')';
     std::vector<std::int64_t> told;
-    for (const char* what : {"count(*)", "min(rowid)", "max(rowid)"}) {
-        std::string text = "SELECT ";
-        text.append(what).append(" FROM ").append(quotedName(table));
-        store.cached(text)->readKeys(told, 1);
-    }
-    const auto rows = static_cast<std::uint64_t>(told[0]);
-    if (rows > 0 && static_cast<std::uint64_t>(told[2]) - static_cast<std::uint64_t>(told[1]) != rows - 1) {
-        return false;
-    }
-    const std::size_t before = keys.size();
-    keys.resize(before + rows);
-    std::iota(keys.begin() + static_cast<std::ptrdiff_t>(before), keys.end(), told[1]);
-    return true;
+    store
+        .cached("SELECT (SELECT min(rowid)" + from + ",(SELECT max(rowid)" + from + ",(SELECT count(*)" +
+                from)
+        ->readKeys(told, 3);
+    return {told[0], told[1], static_cast<std::uint64_t>(told[2])};
 }
 
 }  // namespace
@@ -348,16 +348,20 @@ void SqliteStore::copyTables() {
 
 // An index on some other field lists all rows, too, in a tenth of the pages; the price is that its order is
 // another.
-void SqliteStore::readAllKeys(const std::string& table, std::vector<std::int64_t>& keys) {
-    if (inTransaction() && countKeys(*this, table, keys)) {
-        return;
+KeyList SqliteStore::readAllKeys(const std::string& table) {
+    const KeyRange range = keyRange(*this, table);
+    if (range.hasAll()) {
+        return {range.first, range.rows};
     }
     std::string text(RowGatherer::kHead);
     text.append("rowid) FROM ").append(quotedName(table));
+    std::vector<std::int64_t> keys;
+    keys.reserve(range.rows);
     cached(text)->readKeys(keys, 1);
     if (!std::is_sorted(keys.begin(), keys.end())) {
         sortKeys(keys);
     }
+    return KeyList(std::move(keys));
 }
 
 std::int64_t SqliteStore::raiseCounter(const std::string& table, std::int64_t above) {

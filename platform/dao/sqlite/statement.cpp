@@ -231,4 +231,27 @@ std::size_t SqliteStatement::readRows(RowBlock& block, int skip, std::vector<std
     return block.rows() - before;
 }
 
+void SqliteStatement::readBlocks(RowBlock& block, const std::function<void()>& take) {
+    check();
+    const ResetLater later(statement_);
+    const RowAdder add(block, 0, nullptr, nullptr);
+    const auto handOver = [&](std::size_t from) {
+        if (block.rows() >= from) {
+            take();
+            block.clear();
+        }
+    };
+    if (gathers_) {
+        gather([&](sqlite3_value** row) {
+            add([row](int column) { return row[column]; });
+            handOver(kRowsAtOnce);
+        });
+    }
+    while (!gathers_ && step()) {
+        add([this](int column) { return sqlite3_column_value(statement_, column); });
+        handOver(kRowsAtOnce);
+    }
+    handOver(1);
+}
+
 }  // namespace dao::driver

@@ -67,7 +67,7 @@ class SqliteStore final : public Store {
     void createIndex(const std::string& table, const std::string& field, bool unique) override;
     std::vector<IndexRow> indexes() override;
 
-    void readAllKeys(const std::string& table, std::vector<std::int64_t>& keys) override;
+    KeyList readAllKeys(const std::string& table) override;
     std::int64_t raiseCounter(const std::string& table, std::int64_t above) override;
     bool countsApart() const override { return false; }
     std::int64_t highestNumber(const std::string& table) override;
@@ -152,6 +152,7 @@ class SqliteStatement final : public Statement {
     void bindNumbers(int index, sql::IdSetPtr numbers) override;
     std::int64_t run() override;
     void readKeys(std::vector<std::int64_t>& out, int columns) override;
+    void readBlocks(RowBlock& block, const std::function<void()>& take) override;
     std::size_t readRows(RowBlock& block, int skip, std::vector<std::int64_t>* keys, std::size_t limit,
                          const std::vector<int>* places) override;
 

@@ -740,6 +740,47 @@ TEST_F(ListViewTest, RowsAreRemovedAndAddedOnTopOfThoseToBeMade) {
     EXPECT_EQ(view.indexOf("K1000"), 997);
 }
 
+// Any rows may go, made ones and others, and each of those that stay is found where it is then.
+TEST_F(ListViewTest, RowsThatAreTakenAwayLeaveTheOthersInTheirPlaces) {
+    makeLazily(40);
+    QList<int> left(40);
+    std::iota(left.begin(), left.end(), 1);
+    for (const int place : {40, 1, 5, 5, 5, 20, 19, 1, 30, 10, 11, 9}) {
+        view.item(view.count() / 2);
+        view.removeItem(place);
+        left.removeAt(place - 1);
+        ASSERT_EQ(view.count(), left.size());
+        for (int number = 1; number <= 41; ++number) {
+            EXPECT_EQ(view.indexOf(row(number).Key), left.indexOf(number) + 1)
+                << number << " after " << place;
+        }
+    }
+    view.addItem(row(50));
+    left.append(50);
+    for (int index = 1; index <= view.count(); ++index) {
+        EXPECT_EQ(view.item(index).Key, row(left[index - 1]).Key);
+    }
+}
+
+TEST_F(ListViewTest, AListThatNobodySeesIsLaidOutWhenItIsShown) {
+    makeLazily(1000);
+    QScrollBar* const bar = view.verticalScrollBar();
+    view.select(1);
+    view.select(600);
+    EXPECT_EQ(view.selectedItem()->Key, "K600");
+    view.columns().setWidth(1, 2000);
+    QTest::qWait(0);
+    EXPECT_EQ(bar->maximum(), 0) << "the lines are counted where they are laid out";
+    show();
+    EXPECT_GT(bar->maximum(), 900);
+    EXPECT_TRUE(view.viewport()->rect().contains(rectOf(600)));
+    bar->setValue(0);
+    view.hide();
+    view.select(600);
+    show();
+    EXPECT_TRUE(view.viewport()->rect().contains(rectOf(600))) << "selected again, and in sight again";
+}
+
 TEST_F(ListViewTest, AChangeMakesTheRowAndStays) {
     makeLazily(1000);
     view.changeItem("K800", [](ListItem& item) { item.Text = "changed"; });

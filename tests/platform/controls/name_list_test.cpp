@@ -24,8 +24,22 @@ TEST(NameList, SortsOnceAndKeepsTheNumbers) {
     EXPECT_EQ(list.at(2).number, 7);
 }
 
+TEST(NameList, ManyNamesThatCameFromTheLastToTheFirstStandTheOtherWayRound) {
+    NameList list;
+    for (int number = 99; number >= 10; --number) {
+        list.add({std::to_string(number), number});
+    }
+    list.sort();
+    ASSERT_EQ(list.size(), 90);
+    for (int place = 0; place < 90; ++place) {
+        EXPECT_EQ(list.at(place).text, std::to_string(place + 10));
+        EXPECT_EQ(list.at(place).number, place + 10);
+        EXPECT_EQ(list.placeFor(list.at(place).text), place + 1);
+    }
+}
+
 TEST(NameList, APlaceInTheOrderIsBehindTheNamesakes) {
-    NameList list = listOf({{"Babić", 1}, {"BABIĆ", 2}, {"Cvetić", 3}});
+    NameList list = listOf({{"Cvetić", 3}, {"Babić", 1}, {"BABIĆ", 2}});
     EXPECT_EQ(list.placeFor("babić"), 2);
     EXPECT_EQ(list.placeFor("Aa"), 0);
     EXPECT_EQ(list.placeFor("Žika"), 3);

@@ -7,12 +7,6 @@ namespace {
 using dao::KeyList;
 using Keys = std::vector<std::int64_t>;
 
-KeyList listOf(Keys keys, int stride = 1) {
-    KeyList list;
-    list.assign(std::move(keys), stride, 0);
-    return list;
-}
-
 Keys keysOf(const KeyList& list) {
     Keys keys;
     for (std::size_t row = 0; row < list.size(); ++row) {
@@ -36,17 +30,36 @@ void expectFound(const KeyList& list) {
 
 TEST(KeyListTest, HoldsWhatItWasGiven) {
     for (const Keys& keys : {Keys{}, Keys{7}, Keys{5, 6, 7, 8}, Keys{5, 6, 8}, Keys{8, 5, 6}}) {
-        const KeyList list = listOf(keys);
+        const KeyList list(keys);
         EXPECT_EQ(keysOf(list), keys);
         expectFound(list);
     }
-    EXPECT_EQ(keysOf(listOf({1, 2, 3, 4}, 2)), Keys({1, 2, 3, 4}));
-    EXPECT_EQ(listOf({1, 2, 3, 4}, 2).size(), 2U);
+    EXPECT_EQ(keysOf(KeyList({1, 2, 3, 4}, 2)), Keys({1, 2, 3, 4}));
+    EXPECT_EQ(KeyList({1, 2, 3, 4}, 2).size(), 2U);
+}
+
+TEST(KeyListTest, ARangeIsAsItsKeysOneByOne) {
+    for (const Keys& keys : {Keys{5}, Keys{5, 6, 7, 8}}) {
+        const KeyList list(5, keys.size());
+        EXPECT_EQ(keysOf(list), keys);
+        EXPECT_TRUE(list.isAscending());
+        expectFound(list);
+    }
+}
+
+TEST(KeyListTest, ARangeOfNoRowsGrowsAsAnyListDoes) {
+    for (const std::int64_t only : {4, 5}) {
+        KeyList list(5, 0);
+        EXPECT_EQ(list.findKey(5, 0), std::nullopt);
+        list.append({&only, 1});
+        EXPECT_EQ(keysOf(list), Keys{only});
+        expectFound(list);
+    }
 }
 
 TEST(KeyListTest, GrowsAtItsEnd) {
     for (const std::int64_t next : {9, 20, 2}) {
-        KeyList list = listOf({5, 6, 7, 8});
+        KeyList list(Keys{5, 6, 7, 8});
         list.append({&next, 1});
         EXPECT_EQ(keysOf(list), Keys({5, 6, 7, 8, next}));
         EXPECT_EQ(list.isAscending(), next > 8);
@@ -61,7 +74,7 @@ TEST(KeyListTest, GrowsAtItsEnd) {
 TEST(KeyListTest, LosesAnyRow) {
     for (std::size_t row = 0; row < 4; ++row) {
         Keys keys = {5, 6, 7, 8};
-        KeyList list = listOf(keys);
+        KeyList list(keys);
         list.erase(row);
         keys.erase(keys.begin() + static_cast<std::ptrdiff_t>(row));
         EXPECT_EQ(keysOf(list), keys);
@@ -71,7 +84,7 @@ TEST(KeyListTest, LosesAnyRow) {
 }
 
 TEST(KeyListTest, ARowMayTakeAnotherKey) {
-    KeyList list = listOf({5, 6, 7});
+    KeyList list(Keys{5, 6, 7});
     const std::int64_t other = 40;
     list.replace(1, {&other, 1});
     EXPECT_EQ(keysOf(list), Keys({5, 40, 7}));
@@ -79,11 +92,11 @@ TEST(KeyListTest, ARowMayTakeAnotherKey) {
 }
 
 TEST(KeyListTest, IsAsNewWhenItIsGivenOthers) {
-    KeyList list = listOf({5, 6, 7});
-    list.assign({3, 9}, 1, 0);
+    KeyList list(Keys{5, 6, 7});
+    list = KeyList(Keys{3, 9});
     EXPECT_EQ(keysOf(list), Keys({3, 9}));
     expectFound(list);
-    list.assign({}, 1, 0);
+    list = {};
     EXPECT_EQ(list.size(), 0U);
     expectFound(list);
 }

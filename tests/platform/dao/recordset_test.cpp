@@ -418,6 +418,26 @@ TEST_F(RecordsetTest, ATableComesInItsOwnOrder) {
     EXPECT_EQ(errorOf([&] { db.OpenRecordset("Nowhere", dbOpenTable); }), errUnknownObject);
 }
 
+// Where a number is missing, the others are counted in another way.
+TEST_F(RecordsetTest, AWholeTableIsInOrderWhateverNumbersAreMissing) {
+    fill(9);
+    std::vector<int> there = {1, 2, 3, 4, 5, 6, 7, 8, 9};
+    EXPECT_EQ(numbers(db.OpenRecordset("Services"), "ID"), there);
+    for (const int gone : {9, 1, 5, 6, 3}) {
+        db.Execute("UPDATE Services SET MachineID=9 WHERE ID=2");  // whose index has another order then
+        db.Execute("DELETE * FROM Services WHERE ID=" + std::to_string(gone));
+        std::erase(there, gone);
+        Recordset rows = db.OpenRecordset("Services");
+        EXPECT_EQ(numbers(rows, "ID"), there);
+        rows.FindFirst("ID=" + std::to_string(gone));
+        EXPECT_TRUE(rows.NoMatch());
+        rows.FindFirst("ID=7");
+        EXPECT_EQ(rows["ID"].asLong(), 7);
+    }
+    db.Execute("DELETE * FROM Services");
+    EXPECT_EQ(numbers(db.OpenRecordset("Services"), "ID"), std::vector<int>());
+}
+
 TEST_F(RecordsetTest, ARowThatComesBackUnderTheSameContentIsAnotherRow) {
     fill(1);
     Recordset set = db.OpenRecordset("InvoiceData");
