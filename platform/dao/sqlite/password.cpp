@@ -4,13 +4,13 @@
 #include <map>
 #include <utility>
 
+#include <nettle/pbkdf2.h>
 #include <openssl/rand.h>
 #include <openssl/sha.h>
 
 #include "platform/dao/failure.h"
 #include "platform/dao/names.h"
 #include "platform/dao/sqlite/hex.h"
-#include "platform/dao/sqlite/pbkdf2.h"
 
 namespace dao {
 namespace {
@@ -22,8 +22,13 @@ constexpr std::string_view kMark = "engine file, form 1";
 
 using Bytes = std::string;
 
+// Every opening of a shop waits for this: the other crypto library at hand takes memory for each of nearly
+// two hundred thousand rounds, and twice as long.
 Bytes derive(const std::string& password, const unsigned char* salt, std::size_t saltSize, std::size_t size) {
-    return pbkdf2(password, {reinterpret_cast<const char*>(salt), saltSize}, kIterations, size);
+    Bytes out(size, '\0');
+    pbkdf2_hmac_sha1(password.size(), reinterpret_cast<const std::uint8_t*>(password.data()), kIterations,
+                     saltSize, salt, size, reinterpret_cast<std::uint8_t*>(out.data()));
+    return out;
 }
 
 void mark(Salt& salt) {
