@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/system/trap.h"
-
 namespace platform {
 
 void ListRows::clear() {
@@ -27,12 +25,12 @@ void ListRows::setLazy(int count, Make make, Find find) {
 
 void ListRows::checkNewKey(const QString& key) const {
     if (key.isEmpty() || rowOf(key) >= 0) {
-        throw RunError(35602, QStringLiteral("Key is not unique in collection: %1").arg(key));
+        refuseKey(key);
     }
 }
 
 void ListRows::add(ListItem item) {
-    made_.insert(item.Key, nextSerial_);
+    made_.put(item.Key, nextSerial_);
     rows_.push_back({nextSerial_++, std::make_unique<ListItem>(std::move(item))});
 }
 
@@ -44,7 +42,7 @@ void ListRows::change(int row, const std::function<void(ListItem&)>& change) {
     if (changed.Key != oldKey) {
         checkNewKey(changed.Key);
         made_.remove(oldKey);
-        made_.insert(changed.Key, place.serial);
+        made_.put(changed.Key, place.serial);
     }
     *place.item = std::move(changed);
 }
@@ -61,7 +59,7 @@ const ListItem& ListRows::item(int row) const {
     const Row& place = rows_[static_cast<size_t>(row)];
     if (!place.item) {
         ListItem made = make_(place.serial);
-        made_.insert(made.Key, place.serial);
+        made_.put(made.Key, place.serial);
         place.item = std::make_unique<ListItem>(std::move(made));
     }
     return *place.item;
@@ -74,8 +72,8 @@ int ListRows::rowOfSerial(int serial) const {
 }
 
 int ListRows::rowOf(const QString& key) const {
-    if (const auto made = made_.constFind(key); made != made_.constEnd()) {
-        return rowOfSerial(*made);
+    if (const int made = made_.find(key); made > 0) {
+        return rowOfSerial(made);
     }
     const int serial = find_ ? find_(key) : 0;
     const int row = serial > 0 ? rowOfSerial(serial) : -1;

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QHash>
 #include <QString>
 #include <functional>
 #include <memory>
 #include <vector>
 
 #include "platform/controls/list_item.h"
+#include "platform/controls/row_keys.h"
 
 namespace platform {
 
@@ -20,7 +20,7 @@ class ListRows {
     using Find = std::function<int(const QString&)>;
 
     int count() const { return static_cast<int>(rows_.size()); }
-    int madeCount() const { return static_cast<int>(made_.size()); }
+    int madeCount() const { return made_.count(); }
     bool allMade() const { return madeCount() == count(); }
     // The row, made now if it was not yet. Throws what `make` throws.
     const ListItem& item(int row) const;
@@ -42,7 +42,7 @@ class ListRows {
     int rowOfSerial(int serial) const;
 
     std::vector<Row> rows_;
-    mutable QHash<QString, int> made_;  // key to serial
+    mutable RowKeys<QString> made_;  // to their serials
     int nextSerial_ = 1;
     Make make_;
     Find find_;
