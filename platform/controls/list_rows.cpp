@@ -8,6 +8,7 @@ namespace platform {
 void ListRows::clear() {
     rows_.clear();
     made_.clear();
+    toEnter_.clear();
     nextSerial_ = 1;
     make_ = {};
     find_ = {};
@@ -50,6 +51,7 @@ void ListRows::change(int row, const std::function<void(ListItem&)>& change) {
 void ListRows::remove(int row) {
     const auto place = rows_.begin() + row;
     if (place->item) {
+        madeKeys();
         made_.remove(place->item->Key);
     }
     rows_.erase(place);
@@ -58,11 +60,18 @@ void ListRows::remove(int row) {
 const ListItem& ListRows::item(int row) const {
     const Row& place = rows_[static_cast<size_t>(row)];
     if (!place.item) {
-        ListItem made = make_(place.serial);
-        made_.put(made.Key, place.serial);
-        place.item = std::make_unique<ListItem>(std::move(made));
+        place.item = std::make_unique<ListItem>(make_(place.serial));
+        toEnter_.push_back(place.serial);
     }
     return *place.item;
+}
+
+const RowKeys<QString>& ListRows::madeKeys() const {
+    for (const int serial : toEnter_) {
+        made_.put(rows_[static_cast<std::size_t>(rowOfSerial(serial))].item->Key, serial);
+    }
+    toEnter_.clear();
+    return made_;
 }
 
 int ListRows::rowOfSerial(int serial) const {
@@ -72,7 +81,7 @@ int ListRows::rowOfSerial(int serial) const {
 }
 
 int ListRows::rowOf(const QString& key) const {
-    if (const int made = made_.find(key); made > 0) {
+    if (const int made = madeKeys().find(key); made > 0) {
         return rowOfSerial(made);
     }
     const int serial = find_ ? find_(key) : 0;

@@ -20,7 +20,7 @@ class ListRows {
     using Find = std::function<int(const QString&)>;
 
     int count() const { return static_cast<int>(rows_.size()); }
-    int madeCount() const { return made_.count(); }
+    int madeCount() const { return made_.count() + static_cast<int>(toEnter_.size()); }
     bool allMade() const { return madeCount() == count(); }
     // The row, made now if it was not yet. Throws what `make` throws.
     const ListItem& item(int row) const;
@@ -40,9 +40,12 @@ class ListRows {
         mutable std::unique_ptr<ListItem> item;
     };
     int rowOfSerial(int serial) const;
+    const RowKeys<QString>& madeKeys() const;
 
     std::vector<Row> rows_;
-    mutable RowKeys<QString> made_;  // to their serials
+    // To their serials. Rows that were made since anybody looked for a key are still to be entered.
+    mutable RowKeys<QString> made_;
+    mutable std::vector<int> toEnter_;
     int nextSerial_ = 1;
     Make make_;
     Find find_;

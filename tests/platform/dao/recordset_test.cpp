@@ -546,6 +546,23 @@ TEST_F(RecordsetTest, ABookmarkOfARowThatIsGoneIsRefused) {
     EXPECT_EQ(errorOf([&] { set.setBookmark({}); }), errRecordDeleted);
 }
 
+// Rows of a set that stands in another order than its keys are read by lists of keys.
+TEST_F(RecordsetTest, AWalkInAnotherOrderMeetsEachRowAtItsPlace) {
+    fill(100);
+    Recordset set = db.OpenRecordset("SELECT * FROM Customers ORDER BY CustID DESC");
+    db.Execute("DELETE * FROM Customers WHERE CustID=50 OR CustID=93");
+    db.Execute("UPDATE Customers SET City='Zemun' WHERE CustID=20");
+    for (int number = 100; number > 0; --number, set.MoveNext()) {
+        if (number == 50 || number == 93) {
+            EXPECT_EQ(errorOf([&] { set["CustID"]; }), errRecordDeleted) << number;
+        } else {
+            EXPECT_EQ(set["CustID"].asLong(), number);
+            EXPECT_EQ(set["City"].asText(), number == 20 ? "Zemun" : "Beograd") << number;
+        }
+    }
+    EXPECT_TRUE(set.EOF());
+}
+
 TEST_F(RecordsetTest, ARowDeletedByAnotherIsMetOnlyWhenTouched) {
     fill(3);
     Recordset set = db.OpenRecordset("Customers");
