@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
+#include <algorithm>
 
 #include "catalogue/catalogue_switch.h"
 #include "common/modMain.h"
@@ -16,6 +17,7 @@ namespace {
 constexpr CatalogueSwitch::Facts kSwitches[] = {{10502, 10504, 10506, "stanjenula", "MarkOne"},
                                                 {10503, 10505, 10507, "allmft", "MarkTwo"}};
 constexpr int kMargin = 4, kIconSize = 16;  // logical pixels
+constexpr int kParts = 250;                 // that the eye can tell of the progress bar
 constexpr int kPaintPause = 30;             // ms between two pictures of the progress bar
 constexpr int kCaption = 5;                 // its number among the pictures
 
@@ -104,15 +106,18 @@ void CatalogueStatus::beginProgress(qint64 count) {
     caption_->hide();
     progress_->setMaximum(static_cast<int>(count));
     progress_->setValue(0);
+    done_ = 0;
     bar_->coverPanel(captionPanel(), progress_);
     progress_->setUpdatesEnabled(false);
     painted_.start();
     showText(GetResString(10508), false);
 }
 
-// Drawing the bar for each of thousands of records would take longer than reading them.
+// Moving and drawing the bar for each of thousands of records would take longer than reading them.
 void CatalogueStatus::stepProgress() {
-    progress_->setValue(progress_->value() + 1);
+    if (++done_ % std::max(1, progress_->maximum() / kParts) == 0) {
+        progress_->setValue(done_);
+    }
     if (painted_.elapsed() < kPaintPause) {
         return;
     }

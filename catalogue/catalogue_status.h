@@ -47,6 +47,7 @@ class CatalogueStatus : public QObject {
     QLabel* captionText_ = nullptr;
     QLabel* captionIcon_ = nullptr;
     QProgressBar* progress_ = nullptr;
+    int done_ = 0;           // records, since the bar came
     QElapsedTimer painted_;  // since the progress bar was drawn last
     QString standingText_;
 };

@@ -2,7 +2,6 @@
 
 #include "catalogue/product_columns.h"
 #include "platform/system/numbers.h"
-#include "platform/system/trap.h"
 
 namespace {
 
@@ -21,6 +20,7 @@ ProductFields::ProductFields(const dao::Recordset& rows)
 void ProductRows::take(const ProductFields& fields) {
     Row row;
     row.id = fields.id.Value().asLong();
+    keys_.needNew(row.id, productKey);
     row.firstText = texts_.count();
     if (const dao::Value& price = fields.price.Value(); !price.isNull()) {
         row.price = price.asDouble();
@@ -31,12 +31,8 @@ void ProductRows::take(const ProductFields& fields) {
     for (const dao::Field& text : fields.texts) {
         texts_.add(text.Value().textRef());
     }
-    if (indexes_.contains(row.id)) {
-        throw platform::RunError(
-            35602, QStringLiteral("Key is not unique in collection: %1").arg(productKey(row.id)));
-    }
     rows_.push_back(row);
-    indexes_.insert(row.id, count());
+    keys_.put(row.id, count());
 }
 
 platform::ListItem ProductRows::row(int index) const {
@@ -54,5 +50,5 @@ platform::ListItem ProductRows::row(int index) const {
 
 int ProductRows::find(const QString& key) const {
     const qint32 id = productId(key);
-    return productKey(id) == key ? indexes_.value(id) : 0;
+    return productKey(id) == key ? keys_.find(id) : 0;
 }

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QHash>
 #include <optional>
 #include <vector>
 
 #include "common/row_texts.h"
 #include "platform/controls/list_item.h"
+#include "platform/controls/row_keys.h"
 #include "platform/dao/recordset.h"
 
 // The fields of a product's row, looked up once for the whole list. Throws dao::Error 3265 for a field that
@@ -39,5 +39,5 @@ class ProductRows {
 
     std::vector<Row> rows_;
     RowTexts texts_;
-    QHash<qint32, int> indexes_;
+    platform::RowKeys<qint32> keys_;
 };

@@ -28,7 +28,7 @@ SourceFields::SourceFields(const dao::Recordset& rows)
 
 DrawnRows::DrawnRows(qint64 expected) {
     rows_.reserve(static_cast<std::size_t>(std::max<qint64>(expected, 0)));
-    indexes_.reserve(expected);
+    keys_.reserve(expected);
 }
 
 // Price and quantity each by itself: what was drawn without a price still shows how much was drawn, and goes
@@ -52,13 +52,10 @@ float DrawnRows::take(const SourceFields& fields, platform::Trap& step) {
 }
 
 void DrawnRows::add(const Row& row) {
-    int& index = indexes_[row.product ? *row.product : kNoProduct];
-    if (index != 0) {
-        throw platform::RunError(35602,
-                                 QStringLiteral("Key is not unique in collection: %1").arg(keyOf(row)));
-    }
+    const qint64 key = row.product ? *row.product : kNoProduct;
+    keys_.needNew(key, [&](qint64) { return keyOf(row); });
     rows_.push_back(row);
-    index = count();
+    keys_.put(key, count());
 }
 
 QString DrawnRows::keyOf(const Row& row) {
@@ -87,7 +84,7 @@ platform::ListItem DrawnRows::row(int index) const {
 int DrawnRows::find(const QString& key) const {
     bool isNumber = false;
     const qint64 product = QStringView(key).mid(1).toLongLong(&isNumber);
-    const int index = indexes_.value(isNumber ? product : kNoProduct);
+    const int index = keys_.find(isNumber ? product : kNoProduct);
     return index != 0 && keyOf(rows_[static_cast<std::size_t>(index) - 1]) == key ? index : 0;
 }
 

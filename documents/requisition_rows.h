@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QHash>
 #include <QString>
 #include <cstddef>
 #include <cstdint>
@@ -9,6 +8,7 @@
 
 #include "common/row_texts.h"
 #include "documents/requisition_columns.h"
+#include "platform/controls/row_keys.h"
 #include "platform/dao/recordset.h"
 
 namespace platform {
@@ -55,7 +55,7 @@ class DrawnRows {
 
     std::vector<Row> rows_;
     RowTexts texts_;
-    QHash<qint64, int> indexes_;
+    platform::RowKeys<qint64> keys_;
 };
 
 }  // namespace requisition

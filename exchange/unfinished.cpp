@@ -98,7 +98,11 @@ void needNothingAt(const std::string& path) {
 MakingFolder::MakingFolder(const std::string& stem) {
     sweepLeft(stem);
     // Another process may sweep it away between its making and its holding, but not again and again.
-    for (int tries = 3; tries > 0 && !makeAndHold(stem); --tries) {
+    for (int tries = 3; !makeAndHold(stem); --tries) {
+        if (tries == 1) {
+            throw std::runtime_error("'" + path_ +
+                                     "' was taken away as soon as it was made, three times running.");
+        }
     }
 }
 
@@ -108,11 +112,16 @@ bool MakingFolder::makeAndHold(const std::string& stem) {
         throw std::system_error(errno, std::generic_category());
     }
     held_ = openFolder(path_);
+    const int failed = held_ < 0 ? errno : 0;
     flock(held_, LOCK_EX);
     if (isThere(held_, path_)) {
         return true;
     }
     letGo();
+    if (failed != 0 && failed != ENOENT) {
+        rmdir(path_.c_str());
+        throw std::system_error(failed, std::generic_category());
+    }
     return false;
 }
 

@@ -12,7 +12,8 @@ void needNothingAt(const std::string& path);
 // processes have left under the same name go when the next one is made.
 class MakingFolder {
  public:
-    // At the path `stem`, with "-" and six letters behind it. Throws std::system_error.
+    // At the path `stem`, with "-" and six letters behind it. Throws std::system_error, and with a sentence
+    // where somebody takes away each one that is made.
     explicit MakingFolder(const std::string& stem);
     ~MakingFolder();
     MakingFolder(const MakingFolder&) = delete;

@@ -1,6 +1,29 @@
 #include "records/made_services.h"
 
+#include <type_traits>
 #include <utility>
+
+namespace {
+
+// Of any two values that are not the same the bytes are not either.
+void append(std::string& bytes, const dao::Value& value) {
+    const auto raw = [&](const auto& number) {
+        bytes.append(reinterpret_cast<const char*>(&number), sizeof number);
+    };
+    raw(value.store().index());
+    std::visit(
+        [&](const auto& content) {
+            if constexpr (std::is_same_v<std::decay_t<decltype(content)>, std::string>) {
+                raw(content.size());
+                bytes += content;
+            } else {
+                raw(content);
+            }
+        },
+        value.store());
+}
+
+}  // namespace
 
 void MadeServices::beginFilling(const service_row::ScreenUnit& unit) {
     before_ = std::exchange(now_, {});
@@ -13,6 +36,10 @@ void MadeServices::beginFilling(const service_row::ScreenUnit& unit) {
 }
 
 const platform::ListItem* MadeServices::find(qint32 id, const Fields& fields) {
+    asked_.clear();
+    for (const ServiceField& field : serviceFields()) {
+        append(asked_, fields[field.name]->Value());
+    }
     auto made = now_.find(id);
     if (made == now_.end()) {
         Rows::node_type earlier = before_.extract(id);
@@ -21,27 +48,14 @@ const platform::ListItem* MadeServices::find(qint32 id, const Fields& fields) {
         }
         made = now_.insert(std::move(earlier)).position;
     }
-    return isMadeOf(made->second, fields) ? &made->second.row : nullptr;
+    return made->second.stored == asked_ ? &made->second.row : nullptr;
 }
 
-void MadeServices::keep(qint32 id, const Fields& fields, const platform::ListItem& row) {
-    Made& made = now_[id];
-    for (const ServiceField& field : serviceFields()) {
-        made.stored[field.name] = fields[field.name]->Value();
-    }
-    made.row = row;
+void MadeServices::keep(qint32 id, const platform::ListItem& row) {
+    now_[id] = {asked_, row};
 }
 
 void MadeServices::clear() {
     now_.clear();
     before_.clear();
-}
-
-bool MadeServices::isMadeOf(const Made& made, const Fields& fields) {
-    for (const ServiceField& field : serviceFields()) {
-        if (made.stored[field.name] != fields[field.name]->Value()) {
-            return false;
-        }
-    }
-    return true;
 }

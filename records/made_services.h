@@ -2,6 +2,7 @@
 
 #include <QLocale>
 #include <optional>
+#include <string>
 #include <unordered_map>
 
 #include "platform/controls/list_item.h"
@@ -21,19 +22,19 @@ class MadeServices {
     // The row of that service; nullptr where there is none made of the values that the fields have. Throws
     // what reading them throws.
     const platform::ListItem* find(qint32 id, const Fields& fields);
-    // A row that was made of the fields alone.
-    void keep(qint32 id, const Fields& fields, const platform::ListItem& row);
+    // A row that was made of nothing but the values that the last find() has asked for.
+    void keep(qint32 id, const platform::ListItem& row);
     void clear();
 
  private:
     struct Made {
-        ServiceValues stored;
+        std::string stored;  // the values, end to end
         platform::ListItem row;
     };
     using Rows = std::unordered_map<qint32, Made>;
-    static bool isMadeOf(const Made& made, const Fields& fields);
 
     Rows now_, before_;  // looked at in this filling; only in the one before
+    std::string asked_;
     service_row::ScreenUnit unit_;
     QLocale locale_;
 };

@@ -28,7 +28,8 @@ dao::Currency ScreenUnit::toStored(float shown) const {
 }
 
 double decimalOf(float value) {
-    if (!std::isfinite(value)) {
+    constexpr float kExact = 1 << 24;  // up to here every whole number is a Single
+    if (!std::isfinite(value) || (std::fabs(value) < kExact && value == std::trunc(value))) {
         return value;
     }
     char text[64];
@@ -88,7 +89,9 @@ QString repricedState(const QString& presentState, dao::Currency remainder, floa
 }
 
 QString keyOf(qint32 id) {
-    return QLatin1Char('K') + QString::number(id);
+    char text[16] = "K";
+    const auto written = std::to_chars(text + 1, text + sizeof text, id);
+    return QString::fromLatin1(text, written.ptr - text);
 }
 
 qint32 idOfKey(const QString& key) {

@@ -56,7 +56,7 @@ platform::ListItem ServiceRows::makeCurrent(int index, qint32 id) {
         return itemOf(service);
     }
     platform::ListItem row = itemOf(service);
-    made_->keep(id, fields_, row);
+    made_->keep(id, row);
     return row;
 }
 

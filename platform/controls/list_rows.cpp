@@ -3,15 +3,14 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/system/trap.h"
-
 namespace platform {
 
 void ListRows::clear() {
     lastSerial_ = 0;
     gone_.clear();
     items_.clear();
-    serials_.clear();
+    keys_.clear();
+    toEnter_.clear();
     make_ = {};
     find_ = {};
 }
@@ -25,12 +24,12 @@ void ListRows::setLazy(int count, Make make, Find find) {
 
 void ListRows::checkNewKey(const QString& key) const {
     if (key.isEmpty() || rowOf(key) >= 0) {
-        throw RunError(35602, QStringLiteral("Key is not unique in collection: %1").arg(key));
+        refuseKey(key);
     }
 }
 
 void ListRows::add(ListItem item) {
-    serials_.insert(item.Key, ++lastSerial_);
+    keys_.put(item.Key, ++lastSerial_);
     items_.emplace(lastSerial_, std::move(item));
 }
 
@@ -41,8 +40,8 @@ void ListRows::change(int row, const std::function<void(ListItem&)>& change) {
     const int serial = serialOf(row);
     if (changed.Key != oldKey) {
         checkNewKey(changed.Key);
-        serials_.remove(oldKey);
-        serials_.insert(changed.Key, serial);
+        keys_.remove(oldKey);
+        keys_.put(changed.Key, serial);
     }
     items_[serial] = std::move(changed);
 }
@@ -50,7 +49,8 @@ void ListRows::change(int row, const std::function<void(ListItem&)>& change) {
 void ListRows::remove(int row) {
     const int serial = serialOf(row);
     if (const auto made = items_.find(serial); made != items_.end()) {
-        serials_.remove(made->second.Key);
+        madeKeys();
+        keys_.remove(made->second.Key);
         items_.erase(made);
     }
     gone_.insert(std::ranges::lower_bound(gone_, serial), serial);
@@ -61,7 +61,7 @@ const ListItem& ListRows::item(int row) const {
     auto made = items_.find(serial);
     if (made == items_.end()) {
         made = items_.emplace(serial, make_(serial)).first;
-        serials_.insert(made->second.Key, serial);
+        toEnter_.push_back(serial);
     }
     return made->second;
 }
@@ -73,6 +73,14 @@ int ListRows::serialOf(int row) const {
     return row + 1 + static_cast<int>(behind - gone_.begin());
 }
 
+const RowKeys<QString>& ListRows::madeKeys() const {
+    for (const int serial : toEnter_) {
+        keys_.put(items_.at(serial).Key, serial);
+    }
+    toEnter_.clear();
+    return keys_;
+}
+
 int ListRows::rowOfSerial(int serial) const {
     const auto place = std::ranges::lower_bound(gone_, serial);
     const bool isThere = serial <= lastSerial_ && (place == gone_.end() || *place != serial);
@@ -80,8 +88,8 @@ int ListRows::rowOfSerial(int serial) const {
 }
 
 int ListRows::rowOf(const QString& key) const {
-    if (const auto made = serials_.constFind(key); made != serials_.constEnd()) {
-        return rowOfSerial(*made);
+    if (const int made = madeKeys().find(key); made > 0) {
+        return rowOfSerial(made);
     }
     const int serial = find_ ? find_(key) : 0;
     // A row that is made and not among the keys above goes by another key now.

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QHash>
 #include <QString>
 #include <functional>
 #include <unordered_map>
 #include <vector>
 
 #include "platform/controls/list_item.h"
+#include "platform/controls/row_keys.h"
 
 namespace platform {
 
@@ -37,11 +37,14 @@ class ListRows {
  private:
     int serialOf(int row) const;
     int rowOfSerial(int serial) const;  // -1: taken away, or never there
+    const RowKeys<QString>& madeKeys() const;
 
     int lastSerial_ = 0;
     std::vector<int> gone_;                            // the serials that were taken away, ascending
     mutable std::unordered_map<int, ListItem> items_;  // the made rows, by their serials
-    mutable QHash<QString, int> serials_;              // of the made rows, by their keys
+    // The keys of these. Rows that were made since anybody looked for a key are still to be entered.
+    mutable RowKeys<QString> keys_;
+    mutable std::vector<int> toEnter_;
     Make make_;
     Find find_;
 };

@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "platform/text/ascii.h"
 #include "platform/text/order.h"
 #include "platform/text/text_order.h"
 
@@ -18,10 +19,6 @@ bool isAscii(char letter) {
     return (static_cast<unsigned char>(letter) & 0x80U) == 0;
 }
 
-char lowerAscii(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
-}
-
 // A beginning that names are looked through for. As long as both are plain letters no name is taken apart.
 class Beginning {
  public:
@@ -30,7 +27,7 @@ class Beginning {
             if (letter.unicode() >= 0x80) {
                 break;
             }
-            plain_.push_back(lowerAscii(letter.toLatin1()));
+            plain_.push_back(alphabet::lowerAscii(letter.toLatin1()));
         }
     }
 
@@ -42,7 +39,7 @@ class Beginning {
             if (!isAscii(name[i])) {
                 return isOfAnyLetters(name);
             }
-            if (lowerAscii(name[i]) != plain_[i]) {
+            if (alphabet::lowerAscii(name[i]) != plain_[i]) {
                 return false;
             }
         }

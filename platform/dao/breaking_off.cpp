@@ -16,8 +16,12 @@ void breakOff() noexcept {
     broken = true;
 }
 
+bool isGoingOn() noexcept {
+    return !broken;
+}
+
 void needGoingOn() {
-    if (broken) {
+    if (!isGoingOn()) {
         fail(errCancelled);
     }
 }

@@ -7,7 +7,9 @@ namespace dao {
 // failure. There is no way back: the process is about to end. Safe within a signal's handler.
 void breakOff() noexcept;
 
-// Throws errCancelled after breakOff().
+// False after breakOff().
+bool isGoingOn() noexcept;
+// Throws errCancelled then.
 void needGoingOn();
 
 }  // namespace dao

@@ -114,6 +114,8 @@ class Dialect {
     virtual std::string select(const SelectParts& parts) const = 0;
     // The rows of one table between two keys, in the order of these, all of which are read.
     virtual std::string range(const SelectParts& parts) const { return select(parts); }
+    // Rows by lists of their keys; in what order they come does not matter.
+    virtual std::string rowsOfLists(const SelectParts& parts) const { return select(parts); }
 
  private:
     Facts facts_;

@@ -516,8 +516,9 @@ std::string SelectWriter::fetchListText() {
     place.sql.text = "k.n";
     place.sql.type = Type::Long;
     list.columns.insert(list.columns.begin(), std::move(place));
-    list.from += ", " + lists;
-    return context_.dialect.select(list);
+    // In front, and not behind an outer join, whose rows a store would go through for each of the list.
+    list.from = lists + ", " + list.from;
+    return context_.dialect.rowsOfLists(list);
 }
 
 std::string SelectWriter::fetchRangeText(const Body& whole) const {

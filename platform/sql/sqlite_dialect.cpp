@@ -36,8 +36,13 @@ class SqliteDialect : public Dialect {
         return "dao_links(" + quotedText(table.name) + ", " + quotedText(field) + ")";
     }
 
-    std::string keyLists(int, std::size_t) const override { return {}; }
-    std::string isListedKey(const std::string&, std::size_t, bool) const override { return {}; }
+    // Of a join the rows are fetched one by one.
+    std::string keyLists(int first, std::size_t sources) const override {
+        return sources == 1 ? "idlist(" + keyParameter(first) + ") AS k" : std::string();
+    }
+    std::string isListedKey(const std::string& key, std::size_t, bool) const override {
+        return key + " = k.value";
+    }
 
     int addSet(Numbers& numbers, const IdSetPtr& ids) const override { return numbers.addIdSet(ids); }
 
@@ -152,24 +157,32 @@ class SqliteDialect : public Dialect {
         return selectText(*this, parts, (parts.distinct ? "SELECT DISTINCT " : "SELECT ") + listed(columns));
     }
 
-    // Handed over row by row as the store goes along the table, where a function of its takes as many
-    // columns. It goes by the keys alone: another index would give them another order.
+    // It goes by the keys alone: another index would give them another order.
     std::string range(const SelectParts& parts) const override {
-        constexpr std::size_t kMostArguments = 100;
         if (parts.columns.size() > kMostArguments) {
             return select(parts);
         }
+        SelectParts along = parts;
+        along.from += " NOT INDEXED";
+        along.order.clear();
+        return gathered(along);
+    }
+
+    std::string rowsOfLists(const SelectParts& parts) const override {
+        return parts.columns.size() > kMostArguments ? select(parts) : gathered(parts);
+    }
+
+ private:
+    // Handed over row by row as the store comes upon them, where a function of its takes as many columns.
+    static constexpr std::size_t kMostArguments = 100;
+    std::string gathered(const SelectParts& parts) const {
         std::vector<std::string> columns;
         for (const SelectedColumn& column : parts.columns) {
             columns.push_back(value(column.sql).text);
         }
-        SelectParts gathered = parts;
-        gathered.from += " NOT INDEXED";
-        gathered.order.clear();
-        return selectText(*this, gathered, "SELECT dao_gather(" + listed(columns) + ")");
+        return selectText(*this, parts, "SELECT dao_gather(" + listed(columns) + ")");
     }
 
- private:
     static std::string whole(const std::string& number) { return "CAST(ROUND(" + number + ") AS INTEGER)"; }
 
     Sql division(const Expression& e, const Sql& left, const Sql& right) const {

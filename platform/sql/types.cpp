@@ -1,21 +1,15 @@
 #include "platform/sql/types.h"
 
+#include "platform/text/ascii.h"
+
 namespace sql {
-
-namespace {
-
-char folded(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-}  // namespace
 
 bool sameName(std::string_view a, std::string_view b) {
     if (a.size() != b.size()) {
         return false;
     }
     for (std::size_t i = 0; i < a.size(); ++i) {
-        if (folded(a[i]) != folded(b[i])) {
+        if (alphabet::lowerAscii(a[i]) != alphabet::lowerAscii(b[i])) {
             return false;
         }
     }

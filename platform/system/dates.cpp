@@ -1,6 +1,7 @@
 #include "platform/system/dates.h"
 
 #include <cmath>
+#include <vector>
 
 #include "platform/system/locale_facts.h"
 
@@ -125,6 +126,27 @@ QString formatShortDate(const QDate& date) {
     return text.text();
 }
 
+namespace {
+
+// What one day is written as. A list of services shows the days of a few years over and over.
+QString textOfDay(qint64 day) {
+    constexpr std::size_t kDays = 4096;
+    struct Known {
+        qint64 day = 0;
+        int reading = 0;  // of the locale's facts; 0: nothing is known
+        QString text;
+    };
+    static thread_local std::vector<Known> known(kDays);
+    Known& place = known[static_cast<std::size_t>(day) % kDays];
+    const int reading = localeFacts().reading;
+    if (place.reading != reading || place.day != day) {
+        place = {day, reading, formatShortDate(kDayZero.addDays(day))};
+    }
+    return place.text;
+}
+
+}  // namespace
+
 QString textOfDate(dao::Date date) {
     std::optional<DayAndTime> when = parts(date);
     if (!when) {
@@ -140,7 +162,7 @@ QString textOfDate(dao::Date date) {
     if (when->day == 0) {
         return timeText(when->milliseconds);
     }
-    const QString day = formatShortDate(kDayZero.addDays(when->day));
+    const QString day = textOfDay(when->day);
     return when->milliseconds == 0 ? day : day + QLatin1Char(' ') + timeText(when->milliseconds);
 }
 

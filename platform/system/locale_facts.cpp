@@ -199,7 +199,9 @@ const LocaleFacts& localeFacts() {
     static thread_local std::optional<LocaleFacts> known;
     const QLocale now;
     if (!known || known->locale != now) {
+        const int readings = known ? known->reading : 0;
         known = factsOf(now);
+        known->reading = readings + 1;
     }
     return *known;
 }

@@ -23,6 +23,7 @@ struct LocaleFacts {
         int month = 0;
     };
 
+    int reading = 0;  // how often they have been read so far: whoever keeps texts sees that they are old
     QLocale locale;
     QLocale words;  // for the names of months and days: the program speaks Serbian in Latin letters only
 

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <iterator>
 
+#include "platform/text/ascii.h"
 #include "platform/text/utf8.h"
 
 namespace alphabet {
@@ -118,10 +119,6 @@ constexpr auto kTable = [] {
     return table;
 }();
 
-constexpr unsigned char lowerAscii(unsigned char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<unsigned char>(letter + ('a' - 'A')) : letter;
-}
-
 // A letter's place in the alphabet, and what its mark adds where two texts are otherwise the same.
 struct Place {
     std::uint32_t letter = 0;
@@ -148,7 +145,7 @@ constexpr std::uint32_t ownPlace(char32_t lower) {
 
 constexpr Place placeOf(char32_t code) {
     if (code < 0x80) {
-        return {static_cast<std::uint32_t>(lowerAscii(static_cast<unsigned char>(code))) << 8, 0};
+        return {static_cast<std::uint32_t>(lowerAscii(static_cast<char>(code))) << 8, 0};
     }
     const Letter letter = code < kTableEnd ? kTable[code]
                                            : Letter{static_cast<std::uint16_t>(lowerOf(code & 0xFFFFU)),
@@ -251,9 +248,7 @@ int compare(std::string_view a, std::string_view b) {
 // Most names are plain letters from their first to their last.
 void appendOrderKey(std::string& key, std::string_view text) {
     const auto marked = std::find_if(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; });
-    std::transform(text.begin(), marked, std::back_inserter(key), [](char letter) {
-        return static_cast<char>(lowerAscii(static_cast<unsigned char>(letter)));
-    });
+    std::transform(text.begin(), marked, std::back_inserter(key), lowerAscii);
     auto plain = static_cast<std::size_t>(marked - text.begin());  // letters since the last mark
     text.remove_prefix(plain);
     std::string marks;

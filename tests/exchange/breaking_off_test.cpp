@@ -1,9 +1,12 @@
 #include <gmock/gmock.h>
 
 #include <QDir>
+#include <QFile>
 #include <csignal>
+#include <functional>
 
 #include "exchange/command.h"
+#include "platform/dao/postgres/connection.h"
 
 namespace {
 
@@ -38,8 +41,16 @@ class BreakingOff : public CommandFixture {
         return QDir(at(folder))
             .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     }
-    // Sends the signal as soon as something stands in the folder for what is made.
+    // Sends the signal as soon as the command has begun: unless told otherwise, as soon as something new
+    // stands in the folder for what is made.
+    using Begun = std::function<bool()>;
+    Begun somethingNewIn(const char* folder) const {
+        return [this, folder, before = namesIn(folder)] { return namesIn(folder) != before; };
+    }
     Answer breakOff(const QStringList& words, int signal) const {
+        return breakOff(words, signal, somethingNewIn("made"));
+    }
+    Answer breakOff(const QStringList& words, int signal, const Begun& begun) const {
         QProcess command;
         prepare(command);
         // Whoever runs the tests in the background has switched some of them off.
@@ -50,22 +61,40 @@ class BreakingOff : public CommandFixture {
         });
         command.start(program(), words);
         EXPECT_TRUE(command.waitForStarted());
-        while (namesIn("made").isEmpty() && command.state() != QProcess::NotRunning) {
+        while (!begun() && command.state() != QProcess::NotRunning) {
             command.waitForFinished(1);
         }
-        ::kill(static_cast<pid_t>(command.processId()), signal);
-        EXPECT_TRUE(command.waitForFinished(120000));
+        if (const auto process = static_cast<pid_t>(command.processId()); process > 0) {
+            ::kill(process, signal);
+            EXPECT_TRUE(command.waitForFinished(120000));
+        }
         return answerOf(command);
     }
-    void expectNothingLeft(const QStringList& words) const {
+    static void expectBrokenOff(const Answer& answer) {
+        EXPECT_EQ(answer.status, 1) << answer.out;
+        EXPECT_THAT(answer.errors, HasSubstr("Operation canceled by user."));
+    }
+    void expectNothingLeft(const QStringList& words, const char* folder = "made") const {
+        const QStringList before = namesIn("made");
         for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-            const Answer answer = breakOff(words, signal);
-            EXPECT_EQ(answer.status, 1) << answer.out;
-            EXPECT_THAT(answer.errors, HasSubstr("Operation canceled by user."));
-            EXPECT_EQ(namesIn("made"), QStringList());
+            expectBrokenOff(breakOff(words, signal, somethingNewIn(folder)));
+            EXPECT_EQ(namesIn("made"), before);
             EXPECT_EQ(namesIn("temp"), QStringList());
         }
     }
+    // A large shop where the tests look for what is new.
+    QString largeShop() const {
+        const QString shop = at("made/Shop.mdb");
+        EXPECT_EQ(run({"take-over", at("Old.mdb"), shop}).status, 0);
+        QFile::remove(at("made/take-over.txt"));
+        return shop;
+    }
+    static QByteArray bytesOf(const QString& path) {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
+    }
+    bool isMaking() const { return !QDir(at("made")).entryList({"*.part*"}).isEmpty(); }
     // What the killed one has left is gone after the next run.
     void expectSweptByTheNextRun(const QStringList& words, const QStringList& made) const {
         EXPECT_EQ(breakOff(words, SIGKILL).status, -1);
@@ -96,6 +125,70 @@ TEST_F(BreakingOff, ExportAndImportLeaveNothing) {
     const QStringList in{"import", at("made/New.mdb"), at("out")};
     expectNothingLeft(in);
     expectSweptByTheNextRun(in, {"New.mdb"});
+}
+
+TEST_F(BreakingOff, CheckLeavesNothing) {
+    const QString shop = largeShop();
+    const QByteArray before = bytesOf(shop);
+    expectNothingLeft({"check", shop}, "temp");
+    EXPECT_EQ(bytesOf(shop), before);
+    EXPECT_EQ(run({"check", shop}).status, 0);
+}
+
+TEST_F(BreakingOff, CompactLeavesTheFileAsItWas) {
+    const QString shop = largeShop();
+    const QByteArray before = bytesOf(shop);
+    expectNothingLeft({"compact", shop});
+    expectBrokenOff(breakOff({"compact", shop}, SIGINT, [this] { return isMaking(); }));
+    EXPECT_EQ(namesIn("made"), QStringList("Shop.mdb"));
+    EXPECT_EQ(bytesOf(shop), before);
+    EXPECT_EQ(run({"compact", shop}).status, 0);
+}
+
+TEST_F(BreakingOff, RepairLeavesASoundFileAsItWas) {
+    const QString shop = largeShop();
+    const QByteArray before = bytesOf(shop);
+    expectNothingLeft({"repair", shop});
+    EXPECT_EQ(bytesOf(shop), before);
+    EXPECT_EQ(run({"repair", shop}).status, 0);
+}
+
+TEST_F(BreakingOff, RepairLeavesADamagedFileAsItWas) {
+    constexpr qint64 kPage = 4096;
+    const QString shop = largeShop();
+    {
+        QFile file(shop);
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        ASSERT_TRUE(file.seek(file.size() / kPage / 2 * kPage));
+        ASSERT_EQ(file.write(QByteArray(kPage, 'x')), kPage);
+    }
+    const QByteArray before = bytesOf(shop);
+    expectBrokenOff(breakOff({"repair", shop}, SIGINT, [this] { return isMaking(); }));
+    EXPECT_EQ(namesIn("made"), QStringList("Shop.mdb"));
+    EXPECT_EQ(bytesOf(shop), before);
+    EXPECT_EQ(run({"repair", shop}).status, 0);
+    EXPECT_EQ(namesIn("made"), QStringList({"Shop.damaged.mdb", "Shop.mdb"}));
+}
+
+// The server works for the command there, and waits for a table that somebody holds.
+TEST_F(BreakingOff, CompactAndRepairStopTheServer) {
+    deliverOnServer();
+    dao::postgres::Connection colleague(database().place());
+    colleague.execute("BEGIN; LOCK TABLE shop.\"Customers\" IN ROW EXCLUSIVE MODE");
+    dao::postgres::Connection keeper(database().place());
+    const auto waits = [&] {
+        return keeper
+                   .run(
+                       "SELECT count(*) FROM pg_stat_activity"
+                       " WHERE datname = current_database() AND wait_event_type = 'Lock'")
+                   .integer(0, 0) > 0;
+    };
+    for (const char* const verb : {"compact", "repair"}) {
+        expectBrokenOff(breakOff({verb, path()}, SIGINT, waits));
+        EXPECT_FALSE(waits()) << verb;
+    }
+    colleague.execute("ROLLBACK");
+    EXPECT_EQ(run({"repair", path()}).status, 0);
 }
 
 }  // namespace

@@ -39,6 +39,7 @@ class CommandFixture : public OwnFolderFixture {
         ASSERT_EQ(moved.status, 0) << moved.errors;
     }
 
+    const tests::ServerDatabase& database() const { return *database_; }
     const QString& path() const { return path_; }
     QString at(const char* name) const { return folder_.filePath(QLatin1String(name)); }
 

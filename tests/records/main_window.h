@@ -74,6 +74,26 @@ class MainWindow : public DeliveredFixture {
         });
         watch.start(0);
     }
+    // A day's end whose backup takes long enough for its bar to come; `look` sees that at each turn.
+    void expectBackupShown(const std::function<void(const QProgressBar&)>& look) {
+        start();
+        win().shop.session.BackupPatience = 0;
+        int turns = 0;
+        QTimer watch;
+        whileProgressIsShown(watch, [&](const QProgressBar& bar) {
+            ++turns;
+            EXPECT_TRUE(bar.isVisible());
+            EXPECT_EQ(bar.accessibleName(), "Backup");
+            look(bar);
+        });
+        win().close();
+        watch.stop();
+        EXPECT_GT(turns, 0);
+        EXPECT_EQ(win().findChild<QProgressBar*>("ProgressBar1"), nullptr);
+        EXPECT_TRUE(win().isUnloaded());
+        EXPECT_TRUE(QFile::exists(path("Tarvello.bkp")));
+        EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.lastText().toStdString();
+    }
 
     QWidget* face(const QString& key) {
         return win().controls.Toolbar1->widgetForAction(win().bars.toolbar.button(key));

@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "platform/dao/breaking_off.h"
 #include "platform/dao/failure.h"
 #include "platform/dao/postgres/quoting.h"
 #include "platform/dao/postgres/server_place.h"
@@ -15,7 +16,7 @@ namespace {
 using postgres::ServerPlace;
 
 postgres::Patience asLongAsItTakes() {
-    return postgres::Patience::whileTrue([] { return true; });
+    return postgres::Patience::whileTrue(isGoingOn);
 }
 
 // The password that was last given for a shop: whoever may work there knows it, and a backup made later

@@ -4,11 +4,14 @@
 
 // idset(N): the numbers that a narrowed view of the shop's services was made of, as a table of one column.
 // They stay where the writer put them; nothing is copied into the file.
+//
+// idlist(N): numbers in any order, each with its place n in the list, from 1.
 namespace dao::driver {
 namespace {
 
 constexpr int kValueColumn = 0;
 constexpr int kNumberColumn = 1;  // hidden: the argument
+constexpr int kPlaceColumn = 2;   // hidden
 enum Plan { kAll = 1, kOne = 2 };
 
 struct Table : sqlite3_vtab {
@@ -22,7 +25,7 @@ struct Cursor : sqlite3_vtab_cursor {
 };
 
 int connect(sqlite3* db, void* store, int, const char* const*, sqlite3_vtab** out, char**) {
-    const int code = sqlite3_declare_vtab(db, "CREATE TABLE x(value INTEGER, number HIDDEN)");
+    const int code = sqlite3_declare_vtab(db, "CREATE TABLE x(value INTEGER, number HIDDEN, n HIDDEN)");
     if (code != SQLITE_OK) {
         return code;
     }
@@ -68,6 +71,23 @@ int bestIndex(sqlite3_vtab*, sqlite3_index_info* info) {
     }
     if (info->nOrderBy == 1 && info->aOrderBy[0].iColumn <= kValueColumn && info->aOrderBy[0].desc == 0) {
         info->orderByConsumed = 1;
+    }
+    return SQLITE_OK;
+}
+
+// A list is gone through from its first number to its last: it stands in no order to be searched by.
+int bestIndexOfList(sqlite3_vtab*, sqlite3_index_info* info) {
+    info->estimatedCost = 1e99;
+    for (int i = 0; i < info->nConstraint; ++i) {
+        const auto& constraint = info->aConstraint[i];
+        if (constraint.usable != 0 && constraint.op == SQLITE_INDEX_CONSTRAINT_EQ &&
+            constraint.iColumn == kNumberColumn) {
+            info->idxNum = kAll;
+            info->aConstraintUsage[i].argvIndex = 1;
+            info->aConstraintUsage[i].omit = 1;
+            info->estimatedCost = 1;
+            info->estimatedRows = 1;
+        }
     }
     return SQLITE_OK;
 }
@@ -123,6 +143,8 @@ int column(sqlite3_vtab_cursor* base, sqlite3_context* context, int index) {
     const auto* cursor = static_cast<Cursor*>(base);
     if (index == kValueColumn) {
         sqlite3_result_int64(context, (*cursor->set)[cursor->at]);
+    } else if (index == kPlaceColumn) {
+        sqlite3_result_int64(context, static_cast<sqlite3_int64>(cursor->at) + 1);
     }
     return SQLITE_OK;
 }
@@ -133,11 +155,13 @@ int rowid(sqlite3_vtab_cursor* base, sqlite3_int64* out) {
     return SQLITE_OK;
 }
 
-sqlite3_module makeModule() {
+using BestIndex = int (*)(sqlite3_vtab*, sqlite3_index_info*);
+
+sqlite3_module makeModule(BestIndex best) {
     sqlite3_module module{};
     module.xConnect = &connect;
     module.xDisconnect = &disconnect;
-    module.xBestIndex = &bestIndex;
+    module.xBestIndex = best;
     module.xOpen = &open;
     module.xClose = &close;
     module.xFilter = &filter;
@@ -151,8 +175,10 @@ sqlite3_module makeModule() {
 }  // namespace
 
 void installIdSets(sqlite3* db, SqliteStore* store) {
-    static const sqlite3_module kModule = makeModule();
-    sqlite3_create_module_v2(db, "idset", &kModule, store, nullptr);
+    static const sqlite3_module kSets = makeModule(&bestIndex);
+    static const sqlite3_module kLists = makeModule(&bestIndexOfList);
+    sqlite3_create_module_v2(db, "idset", &kSets, store, nullptr);
+    sqlite3_create_module_v2(db, "idlist", &kLists, store, nullptr);
 }
 
 }  // namespace dao::driver

@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/dao/breaking_off.h"
 #include "platform/dao/failure.h"
 #include "platform/dao/sqlite/file_paths.h"
 
@@ -70,6 +71,7 @@ PageFile::PageFile(std::unique_ptr<PageSource> source, const std::string& key)
 PageFile::~PageFile() = default;
 
 bool PageFile::isWhole(PageNumber number) {
+    needGoingOn();
     return number != 0 && number <= size_ &&
            (isLockPage(number) || (source_->read(number, raw_) && seal_.isWhole(number, raw_)));
 }

@@ -28,7 +28,7 @@ std::unique_ptr<PageSource> pagesOfClosed(const std::string& path);
 std::int64_t placeOf(PageNumber number);  // its first byte in the file
 
 // The pages of an enciphered file, each for itself, without the store: a page that the store stumbles over
-// must not keep the others from being read.
+// must not keep the others from being read. Each page is read only until breakOff(): errCancelled then.
 class PageFile {
  public:
     // `key`: as in OpenRequest.

@@ -10,6 +10,7 @@
 #include "platform/dao/open_file.h"
 #include "platform/dao/sqlite/btree.h"
 #include "platform/dao/sqlite/layout.h"
+#include "platform/dao/sqlite/long_statements.h"
 #include "platform/dao/sqlite/store.h"
 #include "platform/dao/sqlite/store_pages.h"
 
@@ -107,6 +108,7 @@ class Salvage {
         fresh_.execute("PRAGMA foreign_keys = OFF; PRAGMA cache_spill = ON");
         fresh_.beginWrite();
         try {
+            const LongStatements longOnes(fresh_.handle());
             reader_.markFreePages();
             for (LayoutEntry& entry : schema_) {
                 if (entry.type == LayoutEntry::kTable && entry.number != 0) {
@@ -453,6 +455,7 @@ void Salvage::countOrphans() {
 }
 
 bool areTreesInOrder(SqliteStore& store) {
+    const LongStatements longOnes(store.handle());
     try {
         const std::optional<Value> verdict = store.prepare("PRAGMA integrity_check(1)")->scalar(Type::Text);
         return verdict && verdict->textRef() == "ok" && store.queryVersion("") == 0;

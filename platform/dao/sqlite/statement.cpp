@@ -151,9 +151,10 @@ void SqliteStatement::bindRowKey(int index, std::int64_t key) {
     }
 }
 
-// Sets are tables here, known by their numbers.
-void SqliteStatement::bindNumbers(int, sql::IdSetPtr) {
-    fail(errInvalidOperation);
+// Lists are tables here, known by their numbers: below zero, where no set is. The next one takes its place.
+void SqliteStatement::bindNumbers(int index, sql::IdSetPtr numbers) {
+    store_->setIdSet(-index, std::move(numbers));
+    bindInteger(index, -index);
 }
 
 bool SqliteStatement::step() {

@@ -10,6 +10,7 @@
 #include "platform/dao/limits.h"
 #include "platform/dao/memory_store.h"
 #include "platform/dao/sqlite/layout.h"
+#include "platform/dao/sqlite/long_statements.h"
 #include "platform/dao/sqlite/page_guard.h"
 #include "platform/text/order.h"
 
@@ -84,7 +85,7 @@ constexpr CodeNumber kPrimary[] = {
     {SQLITE_BUSY, errLocked},       {SQLITE_LOCKED, errLocked},         {SQLITE_FULL, errNotEnoughSpace},
     {SQLITE_READONLY, errReadOnly}, {SQLITE_CORRUPT, errCannotOpen},    {SQLITE_NOTADB, errCannotOpen},
     {SQLITE_PERM, errReadOnly},     {SQLITE_CANTOPEN, errDiskIo},       {SQLITE_IOERR, errDiskIo},
-    {SQLITE_TOOBIG, errOverflow},   {SQLITE_MISMATCH, errTypeMismatch},
+    {SQLITE_TOOBIG, errOverflow},   {SQLITE_MISMATCH, errTypeMismatch}, {SQLITE_INTERRUPT, errCancelled},
 };
 
 bool isFullDisk(int systemError) {
@@ -389,6 +390,7 @@ void SqliteStore::copyInto(const OpenRequest& target) {
     execute("PRAGMA foreign_keys = OFF; PRAGMA target.synchronous = FULL; PRAGMA cache_spill = ON");
     beginWrite();
     try {
+        const LongStatements longOnes(db_);
         copyTables();
         execute(assigned("PRAGMA target.application_id", alphabet::kOrderVersion));
         execute(assigned("PRAGMA target.user_version", form()));

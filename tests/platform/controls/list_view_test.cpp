@@ -781,6 +781,16 @@ TEST_F(ListViewTest, AListThatNobodySeesIsLaidOutWhenItIsShown) {
     EXPECT_TRUE(view.viewport()->rect().contains(rectOf(600))) << "selected again, and in sight again";
 }
 
+TEST_F(ListViewTest, ARowThatIsMadeAndRemovedBeforeAnybodyLooksForItIsGone) {
+    makeLazily(1000);
+    EXPECT_EQ(view.item(10).Key, "K10");
+    EXPECT_EQ(view.item(20).Key, "K20");
+    view.removeItem(10);
+    EXPECT_EQ(view.madeCount(), 1);
+    EXPECT_EQ(view.indexOf("K10"), 0);
+    EXPECT_EQ(view.indexOf("K20"), 19);
+}
+
 TEST_F(ListViewTest, AChangeMakesTheRowAndStays) {
     makeLazily(1000);
     view.changeItem("K800", [](ListItem& item) { item.Text = "changed"; });

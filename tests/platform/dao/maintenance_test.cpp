@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/dao/breaking_off.h"
 #include "platform/dao/dao_shop.h"
 
 using namespace dao;
@@ -32,6 +33,20 @@ class MaintenanceTest : public daotest::ShopTest {
         setrlimit(RLIMIT_FSIZE, &limit);
     }
 };
+
+// By itself: a program that was asked to end does not work on.
+TEST_F(MaintenanceTest, CompactingIsBrokenOffAndLeavesNothing) {
+    fill(500);
+    db.Close();
+    const std::vector<std::string> before = names();
+    Child child([&](Child&) {
+        breakOff();
+        const int error =
+            errorOf([&] { DBEngine::CompactDatabase(path, folder.file("Dense.mdb"), daotest::kConnect); });
+        return error == errCancelled && names() == before ? 0 : 1;
+    });
+    EXPECT_EQ(child.wait(), 0);
+}
 
 TEST_F(MaintenanceTest, ACompactedCopyHoldsTheSameAndIsSmaller) {
     fill(500);

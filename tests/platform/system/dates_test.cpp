@@ -84,6 +84,14 @@ TEST(TextOfDate, RoundsToWholeSecondsAlsoOverMidnight) {
     EXPECT_EQ(text(textOfDate({32874.9999999})), "2.1.1990.");
 }
 
+TEST(TextOfDate, OfADayThatWasWrittenBeforeFollowsTheLocale) {
+    for (const auto& [name, shown] :
+         {std::pair{"en_US", "7/5/2005"}, {"de_DE", "05.07.2005"}, {"en_US", "7/5/2005"}}) {
+        const LocaleScope locale(name);
+        EXPECT_EQ(text(textOfDate(fromQDate(QDate(2005, 7, 5)))), shown) << name;
+    }
+}
+
 TEST(TextOfDate, ReadsBack) {
     for (const char* name : {"en_US", "sr_Latn_RS", "de_DE", "hu_HU", "da_DK", "fi_FI", "en_GB", "C"}) {
         const LocaleScope locale(name);
