@@ -4,8 +4,18 @@
 #include <numeric>
 
 namespace dao {
+namespace {
 
-KeyList::KeyList(std::int64_t first, std::size_t rows) : first_(first), rows_(rows) {}
+constexpr std::size_t kRowsOfARun =
+    8;  // in the mean, at the least: a run has the room of two, and is searched for
+
+}  // namespace
+
+KeyList::KeyList(std::int64_t first, std::size_t rows) : rows_(rows) {
+    if (rows > 0) {
+        runs_.push_back({first, 0});
+    }
+}
 
 KeyList::KeyList(std::vector<std::int64_t> keys, int stride, int unique)
     : keys_(std::move(keys)),
@@ -14,25 +24,54 @@ KeyList::KeyList(std::vector<std::int64_t> keys, int stride, int unique)
       unique_(unique),
       ascending_(stride_ == 1 &&
                  std::adjacent_find(keys_.begin(), keys_.end(), std::greater_equal<>()) == keys_.end()) {
-    tellByFirst();
+    tellByRuns();
 }
 
-void KeyList::tellByFirst() {
-    const bool each = !ascending_ || keys_.empty() ||
-                      static_cast<std::uint64_t>(keys_.back()) - static_cast<std::uint64_t>(keys_.front()) !=
-                          keys_.size() - 1;
-    if (!each) {
-        first_ = keys_.front();
-        std::vector<std::int64_t>().swap(keys_);  // and its room
+void KeyList::tellByRuns() {
+    if (!ascending_) {
+        return;
     }
+    std::vector<Run> runs;
+    for (std::size_t row = 0; row < rows_; ++row) {
+        if (row > 0 && keys_[row] == keys_[row - 1] + 1) {
+            continue;
+        }
+        if (runs.size() > rows_ / kRowsOfARun) {
+            return;
+        }
+        runs.push_back({keys_[row], row});
+    }
+    runs_ = std::move(runs);
+    std::vector<std::int64_t>().swap(keys_);  // and its room
 }
 
 void KeyList::tellEach() {
-    if (first_) {
-        keys_.resize(rows_);
-        std::iota(keys_.begin(), keys_.end(), *first_);
-        first_.reset();
+    for (std::size_t run = 0; run < runs_.size(); ++run) {
+        keys_.resize(endOf(run));
+        std::iota(keys_.begin() + static_cast<std::ptrdiff_t>(runs_[run].row), keys_.end(), runs_[run].first);
     }
+    runs_.clear();
+}
+
+std::size_t KeyList::runOf(std::size_t row) const {
+    const auto behind = std::ranges::upper_bound(runs_, row, {}, &Run::row);
+    return static_cast<std::size_t>(behind - runs_.begin()) - 1;
+}
+
+std::int64_t KeyList::keyInRuns(std::size_t row) const {
+    const Run& run = runs_[runOf(row)];
+    return run.first + static_cast<std::int64_t>(row - run.row);
+}
+
+std::optional<std::size_t> KeyList::findInRuns(std::int64_t wanted) const {
+    const auto behind = std::ranges::upper_bound(runs_, wanted, {}, &Run::first);
+    if (behind == runs_.begin()) {
+        return std::nullopt;
+    }
+    const auto run = static_cast<std::size_t>(behind - runs_.begin()) - 1;
+    const std::uint64_t place =
+        static_cast<std::uint64_t>(wanted) - static_cast<std::uint64_t>(runs_[run].first);
+    return place < endOf(run) - runs_[run].row ? std::optional(runs_[run].row + place) : std::nullopt;
 }
 
 std::vector<std::int64_t> KeyList::at(std::size_t row) const {
@@ -63,9 +102,8 @@ void KeyList::buildPlaces() const {
 }
 
 std::optional<std::size_t> KeyList::findKey(std::int64_t wanted, int source) const {
-    if (first_) {
-        const std::uint64_t row = static_cast<std::uint64_t>(wanted) - static_cast<std::uint64_t>(*first_);
-        return row < rows_ ? std::optional(static_cast<std::size_t>(row)) : std::nullopt;
+    if (!runs_.empty()) {
+        return findInRuns(wanted);
     }
     if (ascending_) {
         const auto found = std::lower_bound(keys_.begin(), keys_.end(), wanted);
@@ -106,7 +144,10 @@ std::optional<std::size_t> KeyList::find(std::span<const std::int64_t> wanted) c
 }
 
 void KeyList::append(std::span<const std::int64_t> row) {
-    if (first_ && row.front() == *first_ + static_cast<std::int64_t>(rows_)) {
+    if (!runs_.empty() && row.front() > keyInRuns(rows_ - 1)) {
+        if (row.front() != keyInRuns(rows_ - 1) + 1) {
+            runs_.push_back({row.front(), rows_});
+        }
         ++rows_;
         return;
     }
@@ -127,11 +168,30 @@ void KeyList::replace(std::size_t row, std::span<const std::int64_t> keys) {
 }
 
 void KeyList::erase(std::size_t row) {
-    tellEach();
-    const auto first = keys_.begin() + static_cast<std::ptrdiff_t>(row * stride_);
-    keys_.erase(first, first + static_cast<std::ptrdiff_t>(stride_));
+    if (!runs_.empty()) {
+        eraseFromRuns(row);
+    } else {
+        const auto first = keys_.begin() + static_cast<std::ptrdiff_t>(row * stride_);
+        keys_.erase(first, first + static_cast<std::ptrdiff_t>(stride_));
+        placesKnown_ = false;
+    }
     --rows_;
-    placesKnown_ = false;
+}
+
+// Those before the row and those behind it are a run each, where there are any.
+void KeyList::eraseFromRuns(std::size_t row) {
+    const std::size_t at = runOf(row);
+    const Run before = runs_[at];
+    const Run behind = {keyInRuns(row) + 1, row + 1};
+    const bool hasBehind = behind.row < endOf(at);
+    auto run = runs_.erase(runs_.begin() + static_cast<std::ptrdiff_t>(at));
+    if (hasBehind) {
+        run = runs_.insert(run, behind);
+    }
+    if (before.row < row) {
+        run = runs_.insert(run, before) + 1;
+    }
+    std::for_each(run, runs_.end(), [](Run& later) { --later.row; });
 }
 
 }  // namespace dao

@@ -8,9 +8,9 @@
 
 namespace dao {
 
-// The rows of a dynaset, by number: one key for each table that takes part. One table that misses no number
-// is told by its first one, which for the services of twenty years spares the room of millions; one in
-// ascending order is a bare vector that is searched by halves.
+// The rows of a dynaset, by number: one key for each table that takes part. One table of which few numbers
+// are missing is told by the runs between these, which for the services of twenty years spares the room of
+// millions; one in ascending order is a bare vector that is searched by halves.
 class KeyList {
  public:
     KeyList() = default;
@@ -23,8 +23,7 @@ class KeyList {
     int stride() const { return static_cast<int>(stride_); }
     std::vector<std::int64_t> at(std::size_t row) const;
     std::int64_t key(std::size_t row, int source) const {
-        return first_ ? *first_ + static_cast<std::int64_t>(row)
-                      : keys_[row * stride_ + static_cast<std::size_t>(source)];
+        return runs_.empty() ? keys_[row * stride_ + static_cast<std::size_t>(source)] : keyInRuns(row);
     }
     bool isAscending() const { return ascending_; }
 
@@ -39,10 +38,20 @@ class KeyList {
  private:
     bool isAt(std::size_t row, std::span<const std::int64_t> keys) const;
     void buildPlaces() const;
-    void tellByFirst();
+    // Keys that follow one by one, from `first` in `row` to the next run.
+    struct Run {
+        std::int64_t first;
+        std::size_t row;
+    };
+    std::size_t runOf(std::size_t row) const;
+    std::size_t endOf(std::size_t run) const { return run + 1 < runs_.size() ? runs_[run + 1].row : rows_; }
+    std::int64_t keyInRuns(std::size_t row) const;
+    std::optional<std::size_t> findInRuns(std::int64_t wanted) const;
+    void tellByRuns();
     void tellEach();
+    void eraseFromRuns(std::size_t row);
 
-    std::optional<std::int64_t> first_;  // its key, where all others follow one by one; keys_ is empty then
+    std::vector<Run> runs_;  // keys_ is empty where there are any
     std::vector<std::int64_t> keys_;
     std::size_t stride_ = 1;
     std::size_t rows_ = 0;

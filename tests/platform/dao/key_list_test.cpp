@@ -57,6 +57,48 @@ TEST(KeyListTest, ARangeOfNoRowsGrowsAsAnyListDoes) {
     }
 }
 
+// Fifty numbers of which four are missing, and others on both sides of a gap come and go.
+TEST(KeyListTest, FewGapsAreAsGoodAsNone) {
+    Keys keys;
+    for (std::int64_t key = 2; key <= 51; ++key) {
+        if (key != 3 && key != 20 && key != 21 && key != 40) {
+            keys.push_back(key);
+        }
+    }
+    KeyList list(keys);
+    EXPECT_EQ(keysOf(list), keys);
+    EXPECT_TRUE(list.isAscending());
+    expectFound(list);
+    for (const std::int64_t gone : {1, 3, 20, 21, 40, 52}) {
+        EXPECT_EQ(list.findKey(gone, 0), std::nullopt) << gone;
+    }
+    for (const std::size_t row : {45, 0, 0, 16, 15, 30, 7, 8, 0}) {
+        list.erase(row);
+        keys.erase(keys.begin() + static_cast<std::ptrdiff_t>(row));
+        EXPECT_EQ(keysOf(list), keys) << row;
+        expectFound(list);
+    }
+    for (const std::int64_t more : {53, 54, 80, 81, 79}) {
+        list.append({&more, 1});
+        keys.push_back(more);
+        EXPECT_EQ(keysOf(list), keys);
+        EXPECT_EQ(list.isAscending(), more != 79);
+        expectFound(list);
+    }
+}
+
+TEST(KeyListTest, ARunThatIsTakenAwayRowByRowLeavesNothing) {
+    KeyList list(Keys{5, 6, 7});
+    for (const std::size_t row : {1, 0, 0}) {
+        list.erase(row);
+    }
+    EXPECT_EQ(list.size(), 0U);
+    const std::int64_t next = 9;
+    list.append({&next, 1});
+    EXPECT_EQ(keysOf(list), Keys{9});
+    expectFound(list);
+}
+
 TEST(KeyListTest, GrowsAtItsEnd) {
     for (const std::int64_t next : {9, 20, 2}) {
         KeyList list(Keys{5, 6, 7, 8});
