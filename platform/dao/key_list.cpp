@@ -6,8 +6,8 @@
 namespace dao {
 namespace {
 
-constexpr std::size_t kRowsOfARun =
-    8;  // in the mean, at the least: a run has the room of two, and is searched for
+// In the mean, at the least: a run takes the room of two rows, and has to be searched for.
+constexpr std::size_t kRowsOfARun = 8;
 
 }  // namespace
 
