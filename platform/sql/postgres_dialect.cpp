@@ -14,6 +14,7 @@ constexpr Facts kFacts = {
     .maxColumns = 1600,
     .joinNeedsCondition = true,
     .setsInOrder = false,
+    .listsAbsentRows = true,
     .oneGroup = "NULL::int",
     .dateDiff = "dao.datediff",
 };
