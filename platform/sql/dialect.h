@@ -40,6 +40,7 @@ struct Facts {
     bool joinNeedsCondition;    // INNER JOIN cannot stand without ON
     bool followsLinks;          // Dialect::links is there
     bool setsInOrder;           // rows looked up by a set come in the order of its numbers
+    bool listsAbsentRows;       // a list of keys may also stand for rows that an outer join has none of
     std::string_view oneGroup;  // behind GROUP BY: all rows there are, and no group where there are none
     std::string_view dateDiff;  // the function of this name
 };
@@ -72,7 +73,7 @@ class Dialect {
 
     // Lists of row keys, one for each source from the parameter `first` on, as a source of rows "k" with the
     // keys k1, k2 ... and the place n in the list, from 1; and the condition that a source's `key` is the one
-    // of its list. Empty where the store fetches rows one by one.
+    // of its list.
     virtual std::string keyLists(int first, std::size_t sources) const = 0;
     virtual std::string isListedKey(const std::string& key, std::size_t source, bool nullable) const = 0;
 

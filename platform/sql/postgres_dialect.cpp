@@ -15,6 +15,7 @@ constexpr Facts kFacts = {
     .joinNeedsCondition = true,
     .followsLinks = false,
     .setsInOrder = false,
+    .listsAbsentRows = true,
     .oneGroup = "NULL::int",
     .dateDiff = "dao.datediff",
 };

@@ -503,8 +503,8 @@ std::string SelectWriter::fetchText() {
 std::string SelectWriter::fetchListText() {
     Body fetched = body(true);
     const std::vector<SelectedColumn> keys = keysOf(fetched);
-    const std::string lists = context_.dialect.keyLists(context_.numbers.firstKey(), keys.size());
-    if (lists.empty()) {
+    const bool all = std::all_of(keys.begin(), keys.end(), [](const auto& key) { return key.sql.notNull; });
+    if (!all && !context_.dialect.facts().listsAbsentRows) {
         return {};
     }
     for (std::size_t source = 0; source < keys.size(); ++source) {
@@ -517,7 +517,7 @@ std::string SelectWriter::fetchListText() {
     place.sql.type = Type::Long;
     list.columns.insert(list.columns.begin(), std::move(place));
     // In front, and not behind an outer join, whose rows a store would go through for each of the list.
-    list.from = lists + ", " + list.from;
+    list.from = context_.dialect.keyLists(context_.numbers.firstKey(), keys.size()) + ", " + list.from;
     return context_.dialect.rowsOfLists(list);
 }
 

@@ -14,6 +14,7 @@ constexpr Facts kFacts = {
     .joinNeedsCondition = false,
     .followsLinks = true,
     .setsInOrder = true,
+    .listsAbsentRows = false,
     .oneGroup = "NULL",
     .dateDiff = "dao_datediff",
 };
@@ -36,12 +37,18 @@ class SqliteDialect : public Dialect {
         return "dao_links(" + quotedText(table.name) + ", " + quotedText(field) + ")";
     }
 
-    // Of a join the rows are fetched one by one.
+    // The first list leads: of the others only what stands at its place is looked up. Of joins made by CROSS
+    // the store keeps the order.
     std::string keyLists(int first, std::size_t sources) const override {
-        return sources == 1 ? "idlist(" + keyParameter(first) + ") AS k" : std::string();
+        std::string lists = "idlist(" + keyParameter(first) + ") AS k";
+        for (std::size_t source = 1; source < sources; ++source) {
+            lists += " CROSS JOIN idlist(" + keyParameter(first + static_cast<int>(source)) + ", k.n) AS " +
+                     listName(source);
+        }
+        return lists;
     }
-    std::string isListedKey(const std::string& key, std::size_t, bool) const override {
-        return key + " = k.value";
+    std::string isListedKey(const std::string& key, std::size_t source, bool) const override {
+        return key + " = " + listName(source) + ".value";
     }
 
     int addSet(Numbers& numbers, const IdSetPtr& ids) const override { return numbers.addIdSet(ids); }
@@ -173,6 +180,10 @@ class SqliteDialect : public Dialect {
     }
 
  private:
+    static std::string listName(std::size_t source) {
+        return source == 0 ? "k" : "k" + std::to_string(source);
+    }
+
     // Handed over row by row as the store comes upon them, where a function of its takes as many columns.
     static constexpr std::size_t kMostArguments = 100;
     std::string gathered(const SelectParts& parts) const {

@@ -5,14 +5,14 @@
 // idset(N): the numbers that a narrowed view of the shop's services was made of, as a table of one column.
 // They stay where the writer put them; nothing is copied into the file.
 //
-// idlist(N): numbers in any order, each with its place n in the list, from 1.
+// idlist(N): numbers in any order, each with its place n in the list, from 1. idlist(N, n): the one there.
 namespace dao::driver {
 namespace {
 
 constexpr int kValueColumn = 0;
 constexpr int kNumberColumn = 1;  // hidden: the argument
 constexpr int kPlaceColumn = 2;   // hidden
-enum Plan { kAll = 1, kOne = 2 };
+enum Plan { kAll = 1, kOne = 2, kAtPlace = 4 };
 
 struct Table : sqlite3_vtab {
     SqliteStore* store;
@@ -75,19 +75,35 @@ int bestIndex(sqlite3_vtab*, sqlite3_index_info* info) {
     return SQLITE_OK;
 }
 
-// A list is gone through from its first number to its last: it stands in no order to be searched by.
-int bestIndexOfList(sqlite3_vtab*, sqlite3_index_info* info) {
-    info->estimatedCost = 1e99;
+int equalTo(const sqlite3_index_info* info, int column) {
     for (int i = 0; i < info->nConstraint; ++i) {
         const auto& constraint = info->aConstraint[i];
         if (constraint.usable != 0 && constraint.op == SQLITE_INDEX_CONSTRAINT_EQ &&
-            constraint.iColumn == kNumberColumn) {
-            info->idxNum = kAll;
-            info->aConstraintUsage[i].argvIndex = 1;
-            info->aConstraintUsage[i].omit = 1;
-            info->estimatedCost = 1;
-            info->estimatedRows = 1;
+            constraint.iColumn == column) {
+            return i;
         }
+    }
+    return -1;
+}
+
+void use(sqlite3_index_info* info, int constraint, int argument) {
+    info->aConstraintUsage[constraint].argvIndex = argument;
+    info->aConstraintUsage[constraint].omit = 1;
+}
+
+// A list is gone through from its first number to its last: it stands in no order to be searched by.
+int bestIndexOfList(sqlite3_vtab*, sqlite3_index_info* info) {
+    const int number = equalTo(info, kNumberColumn);
+    const int place = equalTo(info, kPlaceColumn);
+    info->estimatedCost = number < 0 ? 1e99 : 1;
+    info->estimatedRows = 1;
+    if (number >= 0) {
+        info->idxNum = kAll;
+        use(info, number, 1);
+    }
+    if (number >= 0 && place >= 0) {
+        info->idxNum = kAll | kAtPlace;
+        use(info, place, 2);
     }
     return SQLITE_OK;
 }
@@ -125,6 +141,10 @@ int filter(sqlite3_vtab_cursor* base, int plan, const char*, int count, sqlite3_
         const auto at = std::lower_bound(cursor->set->begin(), cursor->set->end(), wanted);
         cursor->at = static_cast<std::size_t>(at - cursor->set->begin());
         cursor->end = at != cursor->set->end() && *at == wanted ? cursor->at + 1 : cursor->at;
+    }
+    if ((plan & kAtPlace) != 0 && count > 1) {
+        cursor->at = static_cast<std::size_t>(sqlite3_value_int64(values[1]) - 1);
+        cursor->end = std::min(cursor->at + 1, cursor->set->size());
     }
     return SQLITE_OK;
 }

@@ -583,6 +583,23 @@ TEST_F(RecordsetTest, AWalkInAnotherOrderMeetsEachRowAtItsPlace) {
     EXPECT_TRUE(set.EOF());
 }
 
+TEST_F(RecordsetTest, AWalkThroughAJoinMeetsEachPairAtItsPlace) {
+    fill(100);
+    Recordset set = db.OpenRecordset(
+        "SELECT Customers.Surname, Computers.MachineID FROM Customers INNER JOIN Computers "
+        "ON Customers.CustID = Computers.CustID ORDER BY Computers.MachineID DESC");
+    db.Execute("DELETE * FROM Computers WHERE MachineID=50");
+    for (int number = 100; number > 0; --number, set.MoveNext()) {
+        if (number == 50) {
+            EXPECT_EQ(errorOf([&] { set["MachineID"]; }), errRecordDeleted);
+        } else {
+            EXPECT_EQ(set["MachineID"].asLong(), number);
+            EXPECT_EQ(set["Surname"].asText(), "Klijent " + std::to_string(number));
+        }
+    }
+    EXPECT_TRUE(set.EOF());
+}
+
 TEST_F(RecordsetTest, ARowDeletedByAnotherIsMetOnlyWhenTouched) {
     fill(3);
     Recordset set = db.OpenRecordset("Customers");
