@@ -1,5 +1,6 @@
 #include "records/made_services.h"
 
+#include <algorithm>
 #include <type_traits>
 #include <utility>
 
@@ -25,12 +26,14 @@ void append(std::string& bytes, const dao::Value& value) {
 
 }  // namespace
 
-void MadeServices::beginFilling(const service_row::ScreenUnit& unit) {
+void MadeServices::beginFilling(const service_row::ScreenUnit& unit, int rows) {
+    constexpr int kMostAtOnce = 4096;  // of a whole shop's a few are looked at
     before_ = std::exchange(now_, {});
     const QLocale locale;
     if (unit.dinars != unit_.dinars || unit.rate != unit_.rate || locale != locale_) {
         clear();
     }
+    now_.reserve(static_cast<std::size_t>(std::min(rows, kMostAtOnce)));
     unit_ = unit;
     locale_ = locale;
 }
@@ -52,7 +55,9 @@ const platform::ListItem* MadeServices::find(qint32 id, const Fields& fields) {
 }
 
 void MadeServices::keep(qint32 id, const platform::ListItem& row) {
-    now_[id] = {asked_, row};
+    Made& made = now_[id];
+    made.stored = asked_;
+    made.row = row;
 }
 
 void MadeServices::clear() {

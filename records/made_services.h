@@ -16,9 +16,9 @@ class MadeServices {
  public:
     using Fields = PerServiceColumn<std::optional<dao::Field>>;  // of the current record
 
-    // The list is about to be filled. What the filling before this one did not look at is forgotten, and
-    // everything where cells are written in another way now.
-    void beginFilling(const service_row::ScreenUnit& unit);
+    // The list is about to be filled, with so many rows. What the filling before this one did not look at is
+    // forgotten, and everything where cells are written in another way now.
+    void beginFilling(const service_row::ScreenUnit& unit, int rows);
     // The row of that service; nullptr where there is none made of the values that the fields have. Throws
     // what reading them throws.
     const platform::ListItem* find(qint32 id, const Fields& fields);

@@ -66,7 +66,7 @@ platform::ListItem itemOf(const StoredService& service) {
     platform::ListItem item;
     item.Key = service_row::keyOf(service.id);
     item.SmallIcon = stateOf(values);
-    item.subItems.reserve(static_cast<qsizetype>(kColumns.size()) - 1);
+    item.subItems.resize(static_cast<qsizetype>(kColumns.size()) - 1);
     for (const ServiceField& field : serviceFields()) {
         if (isListed(field.name)) {
             setCell(item, field.name, cellOfValue(field.kind, values[field.name]));

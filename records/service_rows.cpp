@@ -9,11 +9,11 @@
 ServiceRows::ServiceRows(const dao::Recordset& source, service_row::ScreenUnit unit,
                          std::shared_ptr<MadeServices> made)
     : rows_(source.Clone()), unit_(unit), id_(rows_.Fields("ID")), made_(std::move(made)) {
-    made_->beginFilling(unit_);
     for (const ServiceField& field : serviceFields()) {
         fields_[field.name].emplace(rows_.Fields(field.list.field));
     }
     count_ = static_cast<int>(std::min<std::int64_t>(rows_.RecordCount(), std::numeric_limits<int>::max()));
+    made_->beginFilling(unit_, count_);
 }
 
 void ServiceRows::readInto(ServiceValues& values, bool fromRowAbove) const {
@@ -74,7 +74,7 @@ std::optional<platform::ListItem> ServiceRows::read(int index) {
 
 platform::ListItem ServiceRows::make(int index) {
     if (std::optional<platform::ListItem> item = read(index)) {
-        return *item;
+        return std::move(*item);
     }
     platform::ListItem gone;
     gone.Key = service_row::keyOf(-index);
