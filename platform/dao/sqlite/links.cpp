@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "platform/dao/sqlite/store.h"
+#include "platform/dao/sqlite/table_function.h"
 
 // dao_links(TABLE, FIELD): the numbers of a table's rows, each with the number that it passes on: of each
 // computer the client. A filter that finds a tenth of the shop's services asks for a hundred thousand of
@@ -66,26 +67,26 @@ std::int64_t PassedOn::find(std::int64_t number) const {
     return found == far_.end() ? kNoSuchRow : found->second;
 }
 
-struct Table : sqlite3_vtab {
-    sqlite3* db;
-};
-
-// All functions that can fail return a result code of the library.
-class Cursor : public sqlite3_vtab_cursor {
+class LinksCursor {
  public:
-    explicit Cursor(sqlite3* db) : sqlite3_vtab_cursor{}, db_(db) {}
-    ~Cursor() { sqlite3_finalize(one_); }
-    Cursor(const Cursor&) = delete;
-    Cursor& operator=(const Cursor&) = delete;
+    using Context = sqlite3;
+    static constexpr const char* kColumns =
+        "CREATE TABLE x(number INTEGER, passed INTEGER, \"table\" HIDDEN, field HIDDEN)";
 
-    // The same table and field for as long as the cursor is open.
-    int find(sqlite3_value* table, sqlite3_value* field, std::int64_t number);
-    void leave() { passed_ = kNoSuchRow; }  // on no row
+    explicit LinksCursor(sqlite3* db) : db_(db) {}
+    ~LinksCursor() { sqlite3_finalize(one_); }
+    LinksCursor(const LinksCursor&) = delete;
+    LinksCursor& operator=(const LinksCursor&) = delete;
+
+    static int bestIndex(sqlite3_index_info* info);
+    int filter(int plan, std::span<sqlite3_value*> values);
+    void next() { passed_ = kNoSuchRow; }  // on no row
     bool isAtEnd() const { return passed_ == kNoSuchRow; }
-    std::int64_t number() const { return number_; }
-    std::int64_t passed() const { return passed_; }
+    void column(sqlite3_context* context, int index) const;
+    std::int64_t rowid() const { return number_; }
 
  private:
+    int find(std::int64_t number);
     int lookUp();
     int readAll();
 
@@ -104,12 +105,38 @@ std::string textOf(sqlite3_value* value) {
     return text == nullptr ? std::string() : text;
 }
 
-int Cursor::find(sqlite3_value* table, sqlite3_value* field, std::int64_t number) {
-    if (select_.empty()) {
-        const std::string passed = textOf(field);
-        select_ = "SELECT rowid, " + (passed.empty() ? "NULL" : quotedName(passed)) + " FROM " +
-                  quotedName(textOf(table));
+// Rows are found by table, field and number, in this order of arguments, or not at all.
+int LinksCursor::bestIndex(sqlite3_index_info* info) {
+    int argument = 0;
+    for (const Column column : {kTable, kField, kNumber}) {
+        const int constraint = equalTo(info, column);
+        if (constraint < 0) {
+            return SQLITE_CONSTRAINT;
+        }
+        use(info, constraint, ++argument);
+        info->aConstraintUsage[constraint].omit = column == kNumber ? 0 : 1;
     }
+    info->estimatedCost = 1;
+    info->estimatedRows = 1;
+    info->idxFlags = SQLITE_INDEX_SCAN_UNIQUE;
+    return SQLITE_OK;
+}
+
+// The same table and field for as long as the cursor is open.
+int LinksCursor::filter(int, std::span<sqlite3_value*> values) {
+    if (select_.empty()) {
+        const std::string passed = textOf(values[1]);
+        select_ = "SELECT rowid, " + (passed.empty() ? "NULL" : quotedName(passed)) + " FROM " +
+                  quotedName(textOf(values[0]));
+    }
+    if (sqlite3_value_numeric_type(values[2]) != SQLITE_INTEGER) {
+        next();
+        return SQLITE_OK;
+    }
+    return find(sqlite3_value_int64(values[2]));
+}
+
+int LinksCursor::find(std::int64_t number) {
     number_ = number;
     if (!hasAll_ && ++asked_ <= kFew) {
         return lookUp();
@@ -119,7 +146,7 @@ int Cursor::find(sqlite3_value* table, sqlite3_value* field, std::int64_t number
     return code;
 }
 
-int Cursor::lookUp() {
+int LinksCursor::lookUp() {
     if (one_ == nullptr) {
         const int code = sqlite3_prepare_v2(db_, (select_ + " WHERE rowid = ?1").c_str(), -1, &one_, nullptr);
         if (code != SQLITE_OK) {
@@ -131,7 +158,7 @@ int Cursor::lookUp() {
     return sqlite3_reset(one_);
 }
 
-int Cursor::readAll() {
+int LinksCursor::readAll() {
     sqlite3_stmt* all = nullptr;
     const int code = sqlite3_prepare_v2(db_, select_.c_str(), -1, &all, nullptr);
     if (code != SQLITE_OK) {
@@ -150,122 +177,18 @@ int Cursor::readAll() {
     return ended;
 }
 
-// No exception may pass through the library.
-template <typename Body>
-int guarded(Body&& body) {
-    try {
-        return body();
-    } catch (const std::bad_alloc&) {
-        return SQLITE_NOMEM;
-    }
-}
-
-int connect(sqlite3* db, void*, int, const char* const*, sqlite3_vtab** out, char**) {
-    const int code = sqlite3_declare_vtab(
-        db, "CREATE TABLE x(number INTEGER, passed INTEGER, \"table\" HIDDEN, field HIDDEN)");
-    if (code != SQLITE_OK) {
-        return code;
-    }
-    return guarded([&] {
-        *out = new Table{{}, db};
-        return SQLITE_OK;
-    });
-}
-
-int disconnect(sqlite3_vtab* table) {
-    delete static_cast<Table*>(table);
-    return SQLITE_OK;
-}
-
-// Rows are found by table, field and number, in this order of arguments, or not at all.
-int bestIndex(sqlite3_vtab*, sqlite3_index_info* info) {
-    constexpr Column kAsked[] = {kTable, kField, kNumber};
-    int argument = 0;
-    for (const Column column : kAsked) {
-        for (int i = 0; i < info->nConstraint; ++i) {
-            const auto& constraint = info->aConstraint[i];
-            if (constraint.usable != 0 && constraint.op == SQLITE_INDEX_CONSTRAINT_EQ &&
-                constraint.iColumn == column) {
-                info->aConstraintUsage[i].argvIndex = ++argument;
-                info->aConstraintUsage[i].omit = column == kNumber ? 0 : 1;
-                break;
-            }
-        }
-    }
-    if (argument != static_cast<int>(std::size(kAsked))) {
-        return SQLITE_CONSTRAINT;
-    }
-    info->estimatedCost = 1;
-    info->estimatedRows = 1;
-    info->idxFlags = SQLITE_INDEX_SCAN_UNIQUE;
-    return SQLITE_OK;
-}
-
-int open(sqlite3_vtab* table, sqlite3_vtab_cursor** out) {
-    return guarded([&] {
-        *out = new Cursor(static_cast<Table*>(table)->db);
-        return SQLITE_OK;
-    });
-}
-
-int close(sqlite3_vtab_cursor* cursor) {
-    delete static_cast<Cursor*>(cursor);
-    return SQLITE_OK;
-}
-
-int filter(sqlite3_vtab_cursor* base, int, const char*, int, sqlite3_value** values) {
-    auto* cursor = static_cast<Cursor*>(base);
-    if (sqlite3_value_numeric_type(values[2]) != SQLITE_INTEGER) {
-        cursor->leave();
-        return SQLITE_OK;
-    }
-    return guarded([&] { return cursor->find(values[0], values[1], sqlite3_value_int64(values[2])); });
-}
-
-int next(sqlite3_vtab_cursor* cursor) {
-    static_cast<Cursor*>(cursor)->leave();
-    return SQLITE_OK;
-}
-
-int eof(sqlite3_vtab_cursor* cursor) {
-    return static_cast<Cursor*>(cursor)->isAtEnd() ? 1 : 0;
-}
-
-int column(sqlite3_vtab_cursor* base, sqlite3_context* context, int index) {
-    const auto* cursor = static_cast<Cursor*>(base);
+void LinksCursor::column(sqlite3_context* context, int index) const {
     if (index == kNumber) {
-        sqlite3_result_int64(context, cursor->number());
-    } else if (index == kPassed && cursor->passed() != kNothing) {
-        sqlite3_result_int64(context, cursor->passed());
+        sqlite3_result_int64(context, number_);
+    } else if (index == kPassed && passed_ != kNothing) {
+        sqlite3_result_int64(context, passed_);
     }
-    return SQLITE_OK;
-}
-
-int rowid(sqlite3_vtab_cursor* cursor, sqlite3_int64* out) {
-    *out = static_cast<Cursor*>(cursor)->number();
-    return SQLITE_OK;
-}
-
-sqlite3_module makeModule() {
-    sqlite3_module module{};
-    module.xConnect = &connect;
-    module.xDisconnect = &disconnect;
-    module.xBestIndex = &bestIndex;
-    module.xOpen = &open;
-    module.xClose = &close;
-    module.xFilter = &filter;
-    module.xNext = &next;
-    module.xEof = &eof;
-    module.xColumn = &column;
-    module.xRowid = &rowid;
-    return module;
 }
 
 }  // namespace
 
 void installLinks(sqlite3* db) {
-    static const sqlite3_module kModule = makeModule();
-    sqlite3_create_module_v2(db, "dao_links", &kModule, nullptr, nullptr);
+    TableFunction<LinksCursor>::install(db, "dao_links", db);
 }
 
 }  // namespace dao::driver
