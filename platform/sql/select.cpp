@@ -333,24 +333,25 @@ void SelectWriter::checkSize(const Body& body) const {
 }
 
 // Rows that are found by their keys are few: nothing is gained by following their numbers in memory.
-FromText SelectWriter::from(bool fetch) const {
-    if (!fetch && hasKeys_ && context_.dialect.facts().followsLinks) {
+FromText SelectWriter::from(Purpose purpose) const {
+    const std::size_t columns = statement_.items.size() + leaves_.size();
+    if (purpose == Purpose::All && hasKeys_ && columns <= context_.dialect.facts().linkedColumns) {
         const Links links(*join_, leaves_, unique_);
         if (links.serve(statement_)) {
             return links.write(context_);
         }
     }
-    return writeFrom(*join_, leaves_, context_, fetch);
+    return writeFrom(*join_, leaves_, context_, purpose == Purpose::Fetch);
 }
 
-SelectWriter::Body SelectWriter::body(bool fetch) {
+SelectWriter::Body SelectWriter::body(Purpose purpose) {
     Body body;
-    body.from = from(fetch);
+    body.from = from(purpose);
     body.groupLeaves = grouped_ ? ofGroups(body.from.leaves) : body.from.leaves;
     body.columns = columns(body.from.leaves, body.groupLeaves);
     checkSize(body);
     body.conditions = body.from.conditions;
-    if (!fetch) {
+    if (purpose != Purpose::Fetch) {
         addWhere(body);
         addGroups(body);
         addOrder(body);
@@ -444,6 +445,9 @@ SelectParts SelectWriter::parts(const Body& body, std::vector<SelectedColumn> co
 }
 
 std::string SelectWriter::ordered(const Body& body, std::vector<SelectedColumn> columns) const {
+    if (body.from.linked) {
+        return linked(body, columns);
+    }
     SelectParts result = parts(body, std::move(columns));
     result.order = body.order;
     // Rows that the statement does not order, or orders alike, always come in the same order: that of their
@@ -456,6 +460,24 @@ std::string SelectWriter::ordered(const Body& body, std::vector<SelectedColumn> 
         }
     }
     return context_.dialect.select(result);
+}
+
+// Each key and each other column once.
+std::string SelectWriter::linked(const Body& body, const std::vector<SelectedColumn>& columns) const {
+    SelectParts rows = parts(body, keysOf(body));
+    const std::size_t keys = rows.columns.size();
+    std::vector<std::size_t> shown;
+    for (const SelectedColumn& column : columns) {
+        const auto key =
+            std::find_if(rows.columns.begin(), rows.columns.begin() + static_cast<std::ptrdiff_t>(keys),
+                         [&](const SelectedColumn& each) { return each.sql.text == column.sql.text; });
+        shown.push_back(static_cast<std::size_t>(key - rows.columns.begin()));
+        if (shown.back() == keys) {
+            shown.back() = rows.columns.size();
+            rows.columns.push_back(column);
+        }
+    }
+    return context_.dialect.rowsByKeys(rows, keys, shown);
 }
 
 std::vector<SelectedColumn> SelectWriter::listOf(const Body& body) {
@@ -491,7 +513,7 @@ void SelectWriter::fillSources(WrittenSelect& result) const {
 }
 
 std::string SelectWriter::fetchText() {
-    Body fetched = body(true);
+    Body fetched = body(Purpose::Fetch);
     int number = context_.numbers.firstKey();
     for (const SelectedColumn& key : keysOf(fetched)) {
         fetched.conditions.push_back(
@@ -501,7 +523,7 @@ std::string SelectWriter::fetchText() {
 }
 
 std::string SelectWriter::fetchListText() {
-    Body fetched = body(true);
+    Body fetched = body(Purpose::Fetch);
     const std::vector<SelectedColumn> keys = keysOf(fetched);
     const bool all = std::all_of(keys.begin(), keys.end(), [](const auto& key) { return key.sql.notNull; });
     if (!all && !context_.dialect.facts().listsAbsentRows) {
@@ -548,7 +570,7 @@ std::string SelectWriter::firstKeysText(const Body& whole) const {
 
 WrittenSelect SelectWriter::write() {
     WrittenSelect result;
-    const Body whole = body(false);
+    const Body whole = body(Purpose::All);
     result.rows = ordered(whole, listOf(whole));
     fillSources(result);
     for (const Column& column : whole.columns) {
@@ -576,7 +598,7 @@ WrittenSelect SelectWriter::find(const Expression& criterion) {
                           criterion.position);
     }
     WrittenSelect result;
-    Body whole = body(false);
+    Body whole = body(Purpose::All);
     const CriterionNames names(whole.columns);
     ExpressionWriter writer(names, context_);
     int nesting = 0;
@@ -637,7 +659,7 @@ Leaf SelectWriter::nested(std::string name) {
     Leaf leaf;
     leaf.name = std::move(name);
     const std::string alias = context_.newAlias();
-    const Body inner = body(false);
+    const Body inner = body(Purpose::Part);
     std::vector<SelectedColumn> selected;
     // Selects `sql` under a name of its own and calls it by that from then on.
     const auto carryOut = [&](Sql& sql, char kind, std::size_t number) {

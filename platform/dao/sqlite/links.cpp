@@ -4,20 +4,18 @@
 #include <vector>
 
 #include "platform/dao/sqlite/store.h"
-#include "platform/dao/sqlite/table_function.h"
 
-// dao_links(TABLE, FIELD): the numbers of a table's rows, each with the number that it passes on: of each
-// computer the client. A filter that finds a tenth of the shop's services asks for a hundred thousand of
-// them; the first few are looked for in the file, and then all are read, which takes less.
+// dao_link(TABLE, FIELD, NUMBER): what the row of that number holds in a field: of a computer the client; or,
+// where the field is '', the number itself. Null where there is no such row. A filter that finds a tenth of
+// the shop's services asks for a hundred thousand of them; the first few are looked for in the file, and then
+// all are read, which takes less.
 namespace dao::driver {
 namespace {
 
-enum Column { kNumber, kPassed, kTable, kField };
 constexpr int kFew = 64;
 
-// What a row passes on where it passes on nothing, and where there is no such row.
+// What a row passes on where it passes on nothing, or where there is no such row.
 constexpr std::int64_t kNothing = INT64_MIN;
-constexpr std::int64_t kNoSuchRow = INT64_MIN + 1;
 
 // A whole number as a row holds it. What is none links to nothing.
 std::int64_t wholeOf(sqlite3_stmt* row, int column) {
@@ -47,7 +45,7 @@ void PassedOn::assign(const std::vector<std::int64_t>& pairs) {
     }
     const std::uint64_t span = static_cast<std::uint64_t>(last) - static_cast<std::uint64_t>(first_);
     if (span / kSparse <= pairs.size()) {
-        near_.assign(span + 1, kNoSuchRow);
+        near_.assign(span + 1, kNothing);
     }
     for (std::size_t at = 0; at < pairs.size(); at += 2) {
         if (near_.empty()) {
@@ -61,104 +59,60 @@ void PassedOn::assign(const std::vector<std::int64_t>& pairs) {
 std::int64_t PassedOn::find(std::int64_t number) const {
     const std::uint64_t place = static_cast<std::uint64_t>(number) - static_cast<std::uint64_t>(first_);
     if (!near_.empty()) {
-        return place < near_.size() ? near_[place] : kNoSuchRow;
+        return place < near_.size() ? near_[place] : kNothing;
     }
     const auto found = far_.find(number);
-    return found == far_.end() ? kNoSuchRow : found->second;
+    return found == far_.end() ? kNothing : found->second;
 }
 
-class LinksCursor {
+// What one place of a statement asks for, as long as the statement runs. Functions that can fail return a
+// result code of the library.
+class Links {
  public:
-    using Context = sqlite3;
-    static constexpr const char* kColumns =
-        "CREATE TABLE x(number INTEGER, passed INTEGER, \"table\" HIDDEN, field HIDDEN)";
+    Links(sqlite3* db, const std::string& table, const std::string& field)
+        : db_(db),
+          select_("SELECT rowid, " + (field.empty() ? "rowid" : quotedName(field)) + " FROM " +
+                  quotedName(table)) {}
+    ~Links() { sqlite3_finalize(one_); }
+    Links(const Links&) = delete;
+    Links& operator=(const Links&) = delete;
 
-    explicit LinksCursor(sqlite3* db) : db_(db) {}
-    ~LinksCursor() { sqlite3_finalize(one_); }
-    LinksCursor(const LinksCursor&) = delete;
-    LinksCursor& operator=(const LinksCursor&) = delete;
-
-    static int bestIndex(sqlite3_index_info* info);
-    int filter(int plan, std::span<sqlite3_value*> values);
-    void next() { passed_ = kNoSuchRow; }  // on no row
-    bool isAtEnd() const { return passed_ == kNoSuchRow; }
-    void column(sqlite3_context* context, int index) const;
-    std::int64_t rowid() const { return number_; }
+    int find(std::int64_t number, std::int64_t& passed);
 
  private:
-    int find(std::int64_t number);
-    int lookUp();
+    int lookUp(std::int64_t number, std::int64_t& passed);
     int readAll();
 
     sqlite3* db_;
-    std::string select_;  // what is passed on, and the number, of all rows
+    std::string select_;  // the number, and what is passed on, of all rows
     sqlite3_stmt* one_ = nullptr;
     int asked_ = 0;
     bool hasAll_ = false;
     PassedOn all_;
-    std::int64_t number_ = 0;
-    std::int64_t passed_ = kNoSuchRow;
 };
 
-std::string textOf(sqlite3_value* value) {
-    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
-    return text == nullptr ? std::string() : text;
-}
-
-// Rows are found by table, field and number, in this order of arguments, or not at all.
-int LinksCursor::bestIndex(sqlite3_index_info* info) {
-    int argument = 0;
-    for (const Column column : {kTable, kField, kNumber}) {
-        const int constraint = equalTo(info, column);
-        if (constraint < 0) {
-            return SQLITE_CONSTRAINT;
-        }
-        use(info, constraint, ++argument);
-        info->aConstraintUsage[constraint].omit = column == kNumber ? 0 : 1;
-    }
-    info->estimatedCost = 1;
-    info->estimatedRows = 1;
-    info->idxFlags = SQLITE_INDEX_SCAN_UNIQUE;
-    return SQLITE_OK;
-}
-
-// The same table and field for as long as the cursor is open.
-int LinksCursor::filter(int, std::span<sqlite3_value*> values) {
-    if (select_.empty()) {
-        const std::string passed = textOf(values[1]);
-        select_ = "SELECT rowid, " + (passed.empty() ? "NULL" : quotedName(passed)) + " FROM " +
-                  quotedName(textOf(values[0]));
-    }
-    if (sqlite3_value_numeric_type(values[2]) != SQLITE_INTEGER) {
-        next();
-        return SQLITE_OK;
-    }
-    return find(sqlite3_value_int64(values[2]));
-}
-
-int LinksCursor::find(std::int64_t number) {
-    number_ = number;
+int Links::find(std::int64_t number, std::int64_t& passed) {
     if (!hasAll_ && ++asked_ <= kFew) {
-        return lookUp();
+        return lookUp(number, passed);
     }
     const int code = hasAll_ ? SQLITE_OK : readAll();
-    passed_ = all_.find(number);
+    passed = all_.find(number);
     return code;
 }
 
-int LinksCursor::lookUp() {
+int Links::lookUp(std::int64_t number, std::int64_t& passed) {
     if (one_ == nullptr) {
         const int code = sqlite3_prepare_v2(db_, (select_ + " WHERE rowid = ?1").c_str(), -1, &one_, nullptr);
         if (code != SQLITE_OK) {
             return code;
         }
     }
-    sqlite3_bind_int64(one_, 1, number_);
-    passed_ = sqlite3_step(one_) == SQLITE_ROW ? wholeOf(one_, 1) : kNoSuchRow;
+    sqlite3_bind_int64(one_, 1, number);
+    passed = sqlite3_step(one_) == SQLITE_ROW ? wholeOf(one_, 1) : kNothing;
     return sqlite3_reset(one_);
 }
 
-int LinksCursor::readAll() {
+int Links::readAll() {
     sqlite3_stmt* all = nullptr;
     const int code = sqlite3_prepare_v2(db_, select_.c_str(), -1, &all, nullptr);
     if (code != SQLITE_OK) {
@@ -177,18 +131,54 @@ int LinksCursor::readAll() {
     return ended;
 }
 
-void LinksCursor::column(sqlite3_context* context, int index) const {
-    if (index == kNumber) {
-        sqlite3_result_int64(context, number_);
-    } else if (index == kPassed && passed_ != kNothing) {
-        sqlite3_result_int64(context, passed_);
+std::string textOf(sqlite3_value* value) {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+    return text == nullptr ? std::string() : text;
+}
+
+// The statement's own, made at its first row.
+Links* linksOf(sqlite3_context* context, sqlite3_value** values) {
+    if (auto* made = static_cast<Links*>(sqlite3_get_auxdata(context, 0))) {
+        return made;
+    }
+    auto* links = new Links(sqlite3_context_db_handle(context), textOf(values[0]), textOf(values[1]));
+    sqlite3_set_auxdata(context, 0, links, [](void* done) { delete static_cast<Links*>(done); });
+    return static_cast<Links*>(sqlite3_get_auxdata(context, 0));
+}
+
+int answer(sqlite3_context* context, sqlite3_value** values) {
+    Links* links = linksOf(context, values);
+    if (links == nullptr) {
+        return SQLITE_NOMEM;
+    }
+    std::int64_t passed = kNothing;
+    const int code = links->find(sqlite3_value_int64(values[2]), passed);
+    if (code == SQLITE_OK && passed != kNothing) {
+        sqlite3_result_int64(context, passed);
+    }
+    return code;
+}
+
+// No exception may pass through the library.
+void link(sqlite3_context* context, int, sqlite3_value** values) {
+    if (sqlite3_value_numeric_type(values[2]) != SQLITE_INTEGER) {
+        return;
+    }
+    int code = SQLITE_NOMEM;
+    try {
+        code = answer(context, values);
+    } catch (const std::bad_alloc&) {
+        code = SQLITE_NOMEM;
+    }
+    if (code != SQLITE_OK) {
+        sqlite3_result_error_code(context, code);
     }
 }
 
 }  // namespace
 
 void installLinks(sqlite3* db) {
-    TableFunction<LinksCursor>::install(db, "dao_links", db);
+    sqlite3_create_function_v2(db, "dao_link", 3, SQLITE_UTF8, nullptr, &link, nullptr, nullptr, nullptr);
 }
 
 }  // namespace dao::driver

@@ -9,6 +9,7 @@
 #include <unordered_set>
 
 #include "platform/dao/driver.h"
+#include "platform/dao/sqlite/key_order.h"
 #include "platform/dao/sqlite/row_gatherer.h"
 #include "platform/sql/sql_text.h"
 
@@ -162,11 +163,16 @@ class SqliteStatement final : public Statement {
     friend class SqliteStore;
     bool step();
     void check() const;
+    bool handsOver() const { return gathers_ || sorted_.keys > 0; }
     void gather(const RowGatherer::Take& take);
+    KeyOrder gatherSorted(const RowGatherer::Take& take);
+    void readSortedKeys(std::vector<std::int64_t>& out, int columns);
+    void readSortedRows(RowBlock& block);
 
     SqliteStore* store_;
     sqlite3_stmt* statement_;
     bool gathers_;  // hands its rows to the store's gatherer
+    SortedColumns sorted_;
 };
 
 // For tests of a full disk and of a power failure: files are reached by the operating-system layer registered
