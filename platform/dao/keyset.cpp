@@ -16,15 +16,6 @@ constexpr std::size_t kSmallBlock = 32;
 constexpr std::size_t kMoreMatches = 64;  // as many times more when a search has to go on
 constexpr std::int64_t kSparse = 4;  // a range with more strangers than this for each row is read row by row
 
-std::vector<Type> typesOf(const std::vector<sql::ResultColumn>& columns) {
-    std::vector<Type> types;
-    types.reserve(columns.size());
-    for (const sql::ResultColumn& column : columns) {
-        types.push_back(column.type);
-    }
-    return types;
-}
-
 // A set that stands in the order of its keys: the first match that belongs to it is the one. Others that come
 // before it were added since, or deleted from the set; the more of them there are, the more are read at once.
 std::vector<std::int64_t> firstAmong(const KeyList& rows, const sql::WrittenSelect& find,
@@ -136,10 +127,13 @@ void Keyset::dropBlock() {
 }
 
 void Keyset::distrust() {
-    if (!blockRows_.empty() && !blockVersion_) {
+    if (blockRows_.empty()) {
+        return;
+    }
+    if (!blockVersion_) {
         dropBlock();
         forgetRow();
-    } else if (!blockRows_.empty() && *blockVersion_ != file().store().dataVersion()) {
+    } else if (blockVersion_ != file().store().dataVersion()) {
         dropBlock();
         file().touch();
     }
