@@ -230,8 +230,8 @@ class RequisitionPlain : public Side {
 std::vector<Measure> catalogueMeasures() {
     return {
         {"list the 5,000 products of a group", 3, side<ProductsOurs>(), side<ProductsPlain>(), 15},
-        {"draw a product, both writes", 1.5, side<DrawOurs>(), side<DrawPlain>(), 15, 100},
-        {"fill a requisition of 5,000 rows", 3, side<RequisitionOurs>(), side<RequisitionPlain>(), 15},
+        {"draw a product, both writes", 1.2, side<DrawOurs>(), side<DrawPlain>(), 15, 100},
+        {"fill a requisition of 5,000 rows", 1.5, side<RequisitionOurs>(), side<RequisitionPlain>(), 15},
         {"one letter typed ahead in 5,000 manufacturers", 0, side<TypeAhead>(), {}, 9, 100},
     };
 }

@@ -231,7 +231,7 @@ constexpr std::array<const char*, 5> kNames = {
 std::vector<Measure> filterMeasures() {
     std::vector<Measure> measures;
     for (int number = 0; number < static_cast<int>(kNames.size()); ++number) {
-        measures.push_back({kNames[static_cast<std::size_t>(number)], 2, side<FilterOurs>(number),
+        measures.push_back({kNames[static_cast<std::size_t>(number)], 1.5, side<FilterOurs>(number),
                             side<FilterPlain<PlainShop>>(number), 15});
     }
     return measures;

@@ -14,6 +14,7 @@
 #include "data/demo_words.h"
 #include "platform/dao/dbengine.h"
 #include "platform/dao/recordset.h"
+#include "platform/text/ascii.h"
 
 namespace data {
 namespace {
@@ -58,11 +59,10 @@ std::string join(std::initializer_list<std::string> parts) {
 
 std::string smallLetters(const std::string& text) {
     std::string result;
-    for (const char c : text) {
-        if (c >= 'A' && c <= 'Z') {
-            result += static_cast<char>(c - 'A' + 'a');
-        } else if ((c >= 'a' && c <= 'z') || (c >= '0' && c <= '9')) {
-            result += c;
+    for (const char each : text) {
+        const char letter = alphabet::lowerAscii(each);
+        if ((letter >= 'a' && letter <= 'z') || (letter >= '0' && letter <= '9')) {
+            result += letter;
         }
     }
     return result;

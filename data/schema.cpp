@@ -2,7 +2,6 @@
 
 #include <QFile>
 #include <algorithm>
-#include <cctype>
 #include <charconv>
 #include <istream>
 #include <map>
@@ -10,6 +9,7 @@
 #include <tuple>
 
 #include "platform/dao/dbengine.h"
+#include "platform/dao/names.h"
 
 // See common/string_table.cpp.
 static void keepSchemaLinked() {
@@ -47,14 +47,9 @@ Line splitLine(const std::string& raw, int number) {
     return line;
 }
 
-bool sameName(const std::string& a, const std::string& b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
-}
-
 const dao::FieldDef* fieldOf(const dao::TableDef& table, const std::string& name) {
     for (const dao::FieldDef& field : table.Fields()) {
-        if (sameName(field.Name, name)) {
+        if (dao::sameName(field.Name, name)) {
             return &field;
         }
     }
@@ -96,15 +91,16 @@ class SchemaReader {
     void readHead() {
         const std::string& word = line_.words[0];
         if (word == "table" && line_.words.size() == 2) {
-            if (std::any_of(schema_.tables.begin(), schema_.tables.end(),
-                            [&](const dao::TableDef& t) { return sameName(t.Name(), line_.words[1]); })) {
+            if (std::any_of(schema_.tables.begin(), schema_.tables.end(), [&](const dao::TableDef& t) {
+                    return dao::sameName(t.Name(), line_.words[1]);
+                })) {
                 fail("table " + line_.words[1] + " stands here twice");
             }
             schema_.tables.emplace_back(line_.words[1]);
             open(Section::Table);
         } else if (word == "query" && line_.words.size() == 2) {
             if (std::any_of(schema_.queries.begin(), schema_.queries.end(),
-                            [&](const auto& q) { return sameName(q.first, line_.words[1]); })) {
+                            [&](const auto& q) { return dao::sameName(q.first, line_.words[1]); })) {
                 fail("query " + line_.words[1] + " stands here twice");
             }
             schema_.queries.emplace_back(line_.words[1], std::string());
@@ -210,8 +206,9 @@ class SchemaReader {
     }
 
     void checkEnd(const std::string& table, const std::string& field, int line) const {
-        const auto found = std::find_if(schema_.tables.begin(), schema_.tables.end(),
-                                        [&](const dao::TableDef& t) { return sameName(t.Name(), table); });
+        const auto found =
+            std::find_if(schema_.tables.begin(), schema_.tables.end(),
+                         [&](const dao::TableDef& t) { return dao::sameName(t.Name(), table); });
         if (found == schema_.tables.end()) {
             failAt(line, "there is no table " + table);
         }

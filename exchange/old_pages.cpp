@@ -12,6 +12,7 @@
 #include "exchange/old_text.h"
 #include "platform/dao/names.h"
 #include "platform/sql/types.h"
+#include "platform/text/ascii.h"
 
 namespace exchange {
 namespace {
@@ -96,7 +97,7 @@ Type typeOf(int kind) {
 }
 
 std::string folded(std::string name) {
-    std::transform(name.begin(), name.end(), name.begin(), dao::lowerLetter);
+    std::transform(name.begin(), name.end(), name.begin(), alphabet::lowerAscii);
     return name;
 }
 

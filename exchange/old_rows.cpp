@@ -206,15 +206,13 @@ class Listener {
         table.name = reader.text();
         table.toldRows = reader.number<std::int64_t>();
         all_ += table.toldRows;
-        std::vector<dao::Type> types;
         for (auto left = reader.number<std::uint32_t>(); left > 0; --left) {
             OldColumn column;
             column.name = reader.text();
             column.type = static_cast<dao::Type>(reader.number<std::int32_t>());
-            types.push_back(column.type);
             table.columns.push_back(std::move(column));
         }
-        table.rows.reset(std::move(types));
+        table.rows.reset(dao::typesOf(table.columns));
         shop_.tables.push_back(std::move(table));
     }
 

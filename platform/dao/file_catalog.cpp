@@ -4,6 +4,7 @@
 
 #include "platform/dao/names.h"
 #include "platform/sql/parser.h"
+#include "platform/text/ascii.h"
 
 namespace dao {
 namespace {
@@ -12,7 +13,7 @@ constexpr std::size_t kKeptQueries = 64;
 
 std::string folded(std::string_view name) {
     std::string text(name);
-    std::transform(text.begin(), text.end(), text.begin(), &lowerLetter);
+    std::transform(text.begin(), text.end(), text.begin(), &alphabet::lowerAscii);
     return text;
 }
 

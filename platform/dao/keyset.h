@@ -2,8 +2,9 @@
 
 #include <optional>
 
-#include "platform/dao/database_impl.h"
-#include "platform/dao/key_list.h"
+#include "platform/dao/added_row.h"
+#include "platform/dao/edited_row.h"
+#include "platform/dao/keyset_search.h"
 #include "platform/dao/recordset_impl.h"
 
 namespace dao {
@@ -30,21 +31,14 @@ class Keyset final : public RecordsetImpl {
     void fetch(std::size_t row) override;
     void fetchUnread() override;
     void distrust() override;
-    std::optional<std::size_t> findRow(std::string_view criterion) override;
-    dao::Bookmark bookmarkOf(std::size_t row) const override;
+    std::optional<std::size_t> findRow(std::string_view criterion) override {
+        return search_.find(criterion);
+    }
+    dao::Bookmark bookmarkOf(std::size_t row) const override { return keys_.at(row); }
     std::optional<std::size_t> rowOf(const dao::Bookmark& place) const override { return keys_.find(place); }
     void dropPending() noexcept override;
 
  private:
-    // The statement cut down to the fields that have been looked at, for a long walk.
-    struct Projection {
-        std::vector<char> asked;
-        CompiledPtr compiled;
-        std::vector<int> places;  // as readRows takes them
-    };
-
-    static constexpr std::size_t kMissing = static_cast<std::size_t>(-1);
-
     Keyset(const Keyset& of);
 
     OpenFile& file() const { return database_->file(); }
@@ -55,55 +49,24 @@ class Keyset final : public RecordsetImpl {
     void readKeys(const sql::WrittenSelect& from, std::vector<std::int64_t>& keys) const;
     // The table that the statement gives every row of, as they stand; nullptr where it does anything more.
     const sql::TableInfo* wholeTable(const sql::Statement& tree, int depth) const;
-
-    void dropBlock();
-    bool inBlock(std::size_t row) const { return row - blockStart_ < blockRows_.size(); }
-    std::size_t nextBlock() const;
-    void loadBlock(std::size_t first, std::size_t rows);
-    void loadRows(std::size_t first, std::size_t rows);
-    void loadRange(std::size_t first, std::size_t rows);
-    void loadList(std::size_t first, std::size_t rows);
-    const Projection& projection();
-    void loadSingly(std::size_t first, std::size_t rows);
-    std::optional<std::size_t> findByKey(const sql::Expression& criterion, bool& isKey);
-    std::optional<std::size_t> findByStatement(const sql::Expression& criterion);
-    // Nothing: the tables have changed, or it failed.
-    std::optional<std::vector<std::int64_t>> keysAsTablesStood(const sql::Expression& criterion);
-    std::vector<std::int64_t> keysThatMeet(const sql::Expression& criterion);
-    std::optional<std::size_t> loadFirstOf(const std::vector<std::int64_t>& keys);
-
-    const sql::ColumnInfo* counterOf(int source) const;
     void markCounters();
-    bool changeAtOnce(OpenFile& to);
-    std::vector<driver::FieldValue> changedFields(int source) const;
-    static Value converted(const sql::ResultColumn& column, Value&& value);
-    EditedRows rowsOf(std::size_t row, bool written) const;
-    bool isChanged(int source) const;
+
     void updateEdited();
     void updateAdded();
-    void writeChanged(std::size_t row);
-    void checkUnchanged();
     void followJoin(std::size_t row);
-    void joinAdded(std::int64_t key);
+    // The keys of the row that this one stands in now; none: it stands in no row of the set.
+    std::vector<std::int64_t> joinedAnew(std::int64_t key) const;
 
     std::string statement_;
     CompiledPtr compiled_;
     KeyList keys_;
-
-    std::size_t blockStart_ = 0;
-    std::vector<std::size_t> blockRows_;  // where in block_ a row lies; kMissing: deleted
-    std::int64_t blockGeneration_ = -1;
-    std::optional<std::int64_t> blockVersion_;  // nothing: nobody has asked
-    std::size_t lastFetched_ = kMissing;
-
-    Projection projection_;
     std::vector<char> isCounter_;  // of each column
 
-    std::size_t editedRow_ = 0;
-    EditedRows editedRows_;  // that are locked for it
-    std::int64_t editEpoch_ = 0;
-    std::int64_t addedNumber_ = 0;
-    std::vector<Value> original_;  // the row as Edit read it
+    const KeysetView view_{database_, compiled_, keys_, columns_, isCounter_};
+    KeyedBlock rows_{view_, block_, asked_};
+    KeysetSearch search_{view_, rows_};
+    EditedRow edited_{view_, rows_, pending_};
+    AddedRow added_{view_, pending_};
 };
 
 }  // namespace dao

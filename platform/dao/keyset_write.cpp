@@ -1,7 +1,5 @@
 #include "platform/dao/failure.h"
 #include "platform/dao/keyset.h"
-#include "platform/dao/names.h"
-#include "platform/text/utf8.h"
 
 // The part of a keyset that writes.
 namespace dao {
@@ -38,25 +36,6 @@ OpenFile& Keyset::writableFile() const {
     return database_->writableFile();
 }
 
-Value Keyset::converted(const sql::ResultColumn& column, Value&& value) {
-    if (value.isNull()) {
-        return column.type == Type::YesNo ? Value(false) : Value();
-    }
-    if (value.type() != column.type) {
-        value = value.as(column.type);
-    }
-    if (column.type == Type::Text) {
-        const std::string& text = value.textRef();
-        if (!alphabet::isSound(text)) {
-            fail(errTextNotSound);
-        }
-        if (column.size > 0 && alphabet::lettersIn(text) > static_cast<std::size_t>(column.size)) {
-            fail(errFieldTooSmall);
-        }
-    }
-    return std::move(value);
-}
-
 void Keyset::setValue(int index, Value&& value) {
     checkIndex(index);
     if (editMode_ == EditModeKind::None) {
@@ -69,14 +48,12 @@ void Keyset::setValue(int index, Value&& value) {
     if (isCounter_[static_cast<std::size_t>(index)] != 0) {
         fail(errFieldNotUpdatable);
     }
-    Cell& cell = pending_[static_cast<std::size_t>(index)];
-    cell.value = converted(to, std::move(value));
-    cell.changed = true;
+    pending_[static_cast<std::size_t>(index)].set(to, std::move(value));
 }
 
 void Keyset::dropPending() noexcept {
     if (editMode_ == EditModeKind::InProgress) {
-        file().unlockEdit(editedRows_);
+        edited_.unlock();
     }
     editMode_ = EditModeKind::None;
 }
@@ -87,67 +64,24 @@ void Keyset::AddNew() {
     if (unique() < 0) {
         fail(errCannotUpdate);
     }
-    const sql::ColumnInfo* counter = counterOf(unique());
-    const std::string counterName = counter == nullptr ? std::string() : counter->name;
-    addedNumber_ =
-        counter == nullptr ? 0 : to.nextNumber(select().sources[static_cast<std::size_t>(unique())].table);
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-        const sql::ResultColumn& each = columns_[i];
-        pending_[i].changed = false;
-        pending_[i].value = each.type == Type::YesNo && each.source == unique() ? Value(false) : Value();
-        if (addedNumber_ != 0 && each.source == unique() && sameName(each.field, counterName)) {
-            pending_[i].value = Value(static_cast<std::int32_t>(addedNumber_));
-        }
-    }
+    added_.begin(to);
     editMode_ = EditModeKind::Add;
-}
-
-// Whoever changes a product must not keep others from the products of the same group: the row that stands in
-// one row of the set at most is locked, and those joined to it only while something of them is written.
-EditedRows Keyset::rowsOf(std::size_t row, bool written) const {
-    EditedRows rows;
-    for (int source = 0; source < keys_.stride(); ++source) {
-        const std::int64_t key = keys_.key(row, source);
-        const bool wanted = unique() < 0 || source == unique() || (written && isChanged(source));
-        if (wanted && key != driver::kNoRow) {
-            rows.push_back({select().sources[static_cast<std::size_t>(source)].table, key});
-        }
-    }
-    return rows;
-}
-
-bool Keyset::isChanged(int source) const {
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-        if (columns_[i].source == source && pending_[i].changed) {
-            return true;
-        }
-    }
-    return false;
 }
 
 void Keyset::Edit() {
     OpenFile& in = writableFile();
     leave();
     const std::size_t row = currentRow();
-    EditedRows rows = rowsOf(row, false);
-    in.lockForEdit(rows);
+    edited_.lock(row);
     try {
         in.touch();  // the row as it is now that nobody else can change it
-        loadBlock(row, 1);
+        rows_.fetchAlone(row);
         needRow();
-        original_.resize(columns_.size());
-        for (std::size_t i = 0; i < columns_.size(); ++i) {
-            block_.get(current_, i, original_[i]);  // of one row all fields are there
-            pending_[i].value = original_[i];
-            pending_[i].changed = false;
-        }
+        edited_.begin(current_);
     } catch (...) {
-        in.unlockEdit(rows);
+        edited_.unlock();
         throw;
     }
-    editedRow_ = row;
-    editedRows_ = std::move(rows);
-    editEpoch_ = in.lockEpoch();
     editMode_ = EditModeKind::InProgress;
 }
 
@@ -166,142 +100,49 @@ void Keyset::Update() {
 }
 
 void Keyset::updateEdited() {
-    OpenFile& to = writableFile();
-    if (!changeAtOnce(to)) {
-        to.write(
-            [&] {
-                if (to.mayHaveChanged(rowsOf(editedRow_, true), editEpoch_)) {
-                    checkUnchanged();
-                }
-                writeChanged(editedRow_);
-            },
-            &editedRows_);
-    }
+    edited_.write(writableFile());
     editMode_ = EditModeKind::None;
+    const std::size_t row = edited_.row();
     if (keys_.stride() > 1) {
-        followJoin(editedRow_);
+        followJoin(row);
     }
-    lastModified_ = bookmarkOf(editedRow_);
-}
-
-// A row of one table that nobody has changed, which is what Edit and Update mostly find.
-bool Keyset::changeAtOnce(OpenFile& to) {
-    if (keys_.stride() != 1 || !to.store().isFar()) {
-        return false;
-    }
-    driver::RowChange change{select().sources.front().table, keys_.key(editedRow_, 0), {}, changedFields(0)};
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-        if (columns_[i].source == 0) {
-            change.was.push_back({columns_[i].field, &original_[i]});
-        }
-    }
-    return !change.fields.empty() && to.changeAtOnce(change, editedRows_);
-}
-
-std::vector<driver::FieldValue> Keyset::changedFields(int source) const {
-    std::vector<driver::FieldValue> fields;
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-        const Cell& cell = pending_[i];
-        if (columns_[i].source == source && cell.changed && !(cell.value == original_[i])) {
-            fields.push_back({columns_[i].field, &cell.value});
-        }
-    }
-    return fields;
-}
-
-// The lock was let go between Edit and Update, by another write of this process or by an error: whoever wrote
-// in that time must not be overwritten unseen.
-void Keyset::checkUnchanged() {
-    file().touch();
-    dropBlock();
-    fetch(editedRow_);
-    Value now;
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-        block_.get(current_, i, now);
-        if (!(now == original_[i])) {
-            fail(errDataChanged);
-        }
-    }
-}
-
-void Keyset::writeChanged(std::size_t row) {
-    driver::Store& store = file().store();
-    for (std::size_t source = 0; source < select().sources.size(); ++source) {
-        const std::vector<driver::FieldValue> fields = changedFields(static_cast<int>(source));
-        const std::int64_t key = keys_.key(row, static_cast<int>(source));
-        if (fields.empty()) {
-            continue;
-        }
-        if (key == driver::kNoRow) {
-            fail(errFieldNotUpdatable);
-        }
-        if (!store.updateRow(select().sources[source].table, key, fields)) {
-            fail(errRecordDeleted);
-        }
-    }
+    lastModified_ = bookmarkOf(row);
 }
 
 // A product moved into another group still is the same product, but its row is now joined to another group's.
 void Keyset::followJoin(std::size_t row) {
-    loadBlock(row, 1);
-    if (blockRows_.front() != kMissing || unique() < 0) {
+    if (rows_.fetchAlone(row) || unique() < 0) {
         return;
     }
-    std::vector<std::int64_t> keys;
-    readKeys(select(), keys);
-    const auto stride = static_cast<std::size_t>(keys_.stride());
-    const auto source = static_cast<std::size_t>(unique());
-    const std::int64_t wanted = keys_.key(row, unique());
-    for (std::size_t at = 0; at + stride <= keys.size(); at += stride) {
-        if (keys[at + source] == wanted) {
-            keys_.replace(row, {keys.data() + at, stride});
-            dropBlock();
-            return;
-        }
+    const std::vector<std::int64_t> keys = joinedAnew(keys_.key(row, unique()));
+    if (!keys.empty()) {
+        keys_.replace(row, keys);
+        rows_.drop();
     }
 }
 
 void Keyset::updateAdded() {
-    OpenFile& to = writableFile();
-    const std::string& table = select().sources[static_cast<std::size_t>(unique())].table;
-    const sql::ColumnInfo* counter = counterOf(unique());
-    const Value number(static_cast<std::int32_t>(addedNumber_));
-    std::vector<driver::FieldValue> fields;
-    if (counter != nullptr) {
-        fields.push_back({counter->name, &number});
-    }
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-        const bool isCounter = counter != nullptr && sameName(counter->name, columns_[i].field);
-        if (columns_[i].source == unique() && pending_[i].changed && !isCounter) {
-            fields.push_back({columns_[i].field, &pending_[i].value});
-        }
-    }
-    std::int64_t key = 0;
-    to.write([&] { key = to.store().insertRow(table, fields); });
+    const std::int64_t key = added_.insert(writableFile());
     editMode_ = EditModeKind::None;
-    if (keys_.stride() > 1) {
-        joinAdded(key);
+    std::vector<std::int64_t> keys = keys_.stride() > 1 ? joinedAnew(key) : std::vector{key};
+    if (keys.empty()) {
         return;
     }
-    keys_.append({&key, 1});
+    keys_.append(keys);
     rowAppended();
-    lastModified_ = {key};
+    lastModified_ = std::move(keys);
 }
 
-void Keyset::joinAdded(std::int64_t key) {
+std::vector<std::int64_t> Keyset::joinedAnew(std::int64_t key) const {
     std::vector<std::int64_t> keys;
     readKeys(select(), keys);
-    const auto stride = static_cast<std::size_t>(keys_.stride());
-    for (std::size_t at = 0; at + stride <= keys.size(); at += stride) {
-        if (keys[at + static_cast<std::size_t>(unique())] != key) {
-            continue;
+    const auto stride = static_cast<std::ptrdiff_t>(keys_.stride());
+    for (auto row = keys.cbegin(); keys.cend() - row >= stride; row += stride) {
+        if (row[unique()] == key) {
+            return {row, row + stride};
         }
-        keys_.append({keys.data() + at, stride});
-        rowAppended();
-        lastModified_ = {keys.begin() + static_cast<std::ptrdiff_t>(at),
-                         keys.begin() + static_cast<std::ptrdiff_t>(at + stride)};
-        return;
     }
+    return {};
 }
 
 void Keyset::Delete() {
@@ -315,10 +156,10 @@ void Keyset::Delete() {
     if (key == driver::kNoRow) {
         fail(errCannotUpdate);
     }
-    deleteRow(in, {select().sources[static_cast<std::size_t>(unique())].table, key});
+    deleteRow(in, {view_.table(unique()), key});
     keys_.erase(row);
-    dropBlock();
-    lastFetched_ = kMissing;
+    rows_.drop();
+    rows_.endWalk();
     leaveGap();
 }
 

@@ -64,7 +64,7 @@ void RecordsetImpl::setColumns(std::vector<sql::ResultColumn> columns) {
     columns_ = std::move(columns);
     cells_.assign(columns_.size(), Cell{});
     asked_.assign(columns_.size(), 0);
-    pending_.assign(columns_.size(), Cell{});
+    pending_.assign(columns_.size(), PendingField{});
     slots_.fill(-1);
     // The first of two fields of one name is the one that is meant by it. Half of the places stay free.
     for (std::size_t i = 0; i < std::min(columns_.size(), kNameSlots / 2); ++i) {

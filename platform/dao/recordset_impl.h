@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/dao/database_impl.h"
+#include "platform/dao/pending_field.h"
 #include "platform/dao/recordset_kinds.h"
 #include "platform/dao/row_block.h"
 #include "platform/sql/types.h"
@@ -89,21 +90,15 @@ class RecordsetImpl : public Dependent {
     void leaveGap();                     // the current row is no longer among the rows
     void rowAppended();  // count() has grown by one at the end; the current row stays what it was
 
-    struct Cell {
-        Value value;
-        std::uint64_t stamp = 0;
-        bool changed = false;  // set since Edit or AddNew
-    };
-
     std::shared_ptr<DatabaseImpl> database_;
     RecordsetType type_;
     std::vector<sql::ResultColumn> columns_;
     // Counts up once rows read earlier may no longer be as they were; a snapshot's never does.
     const std::int64_t* generation_ = &kNeverOld;
-    RowBlock block_;             // rows that have been read
-    std::size_t current_ = 0;    // the fetched row's place in block_
-    std::vector<char> asked_;    // the fields that have been looked at: a long walk reads no others
-    std::vector<Cell> pending_;  // the row being edited or added
+    RowBlock block_;                     // rows that have been read
+    std::size_t current_ = 0;            // the fetched row's place in block_
+    std::vector<char> asked_;            // the fields that have been looked at: a long walk reads no others
+    std::vector<PendingField> pending_;  // the row being edited or added
     EditModeKind editMode_ = EditModeKind::None;
     dao::Bookmark lastModified_;
 
@@ -111,6 +106,11 @@ class RecordsetImpl : public Dependent {
     static constexpr std::int64_t kNeverOld = 0;
     static constexpr std::size_t kNameSlots = 128;
     static std::size_t slotOf(std::string_view name);
+
+    struct Cell {
+        Value value;
+        std::uint64_t stamp = 0;
+    };
 
     std::vector<Cell> cells_;  // the current row, as far as it has been read
     std::array<std::int16_t, kNameSlots> slots_{};

@@ -68,4 +68,15 @@ class RowBlock {
     std::size_t next_ = 0;  // the cell that is filled next
 };
 
+// What each of them holds, as RowBlock::reset takes it: columns of a result, of a table, of whatever else.
+template <typename Column>
+std::vector<Type> typesOf(const std::vector<Column>& columns) {
+    std::vector<Type> types;
+    types.reserve(columns.size());
+    for (const Column& column : columns) {
+        types.push_back(column.type);
+    }
+    return types;
+}
+
 }  // namespace dao

@@ -84,11 +84,7 @@ void Snapshot::open() {
 
 CompiledPtr Snapshot::compileFor(RowBlock& rows) const {
     CompiledPtr compiled = database_->file().compile(statement_);
-    std::vector<sql::Type> types;
-    for (const sql::ResultColumn& column : compiled->select.columns) {
-        types.push_back(column.type);
-    }
-    rows.reset(std::move(types));
+    rows.reset(typesOf(compiled->select.columns));
     return compiled;
 }
 

@@ -8,23 +8,11 @@
 #include "platform/sql/parser.h"
 
 namespace dao {
-namespace {
-
-std::vector<Type> typesOf(const sql::TableInfo& table) {
-    std::vector<Type> types;
-    for (const sql::ColumnInfo& column : table.columns) {
-        types.push_back(column.type);
-    }
-    return types;
-}
-
-}  // namespace
-
 TableReader::TableReader(driver::Store& store, const FileCatalog& catalog, const sql::TableInfo& table)
     : store_(store),
       select_(store.writer().select(*sql::parse("SELECT * FROM [" + table.name + "]"), catalog, 0)),
       keys_(store.readAllKeys(table.name)) {
-    block_.reset(typesOf(table));
+    block_.reset(typesOf(table.columns));
 }
 
 bool TableReader::next() {

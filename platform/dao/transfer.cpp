@@ -51,6 +51,7 @@ void copyRows(driver::Store& from, driver::Store& to, const FileCatalog& catalog
               RowState& state, const RowWatch& watch) {
     state.table = table.name;
     std::vector<std::string_view> fields;
+    fields.reserve(table.columns.size());
     for (const sql::ColumnInfo& column : table.columns) {
         fields.push_back(column.name);
     }

@@ -9,6 +9,7 @@
 
 #include "platform/dao/calendar.h"
 #include "platform/dao/failure.h"
+#include "platform/text/ascii.h"
 
 namespace dao {
 namespace {
@@ -114,7 +115,7 @@ struct ToDouble {
 
 bool isWord(std::string_view text, std::string_view lowerWord) {
     return std::equal(text.begin(), text.end(), lowerWord.begin(), lowerWord.end(),
-                      [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a + 32 : a) == b; });
+                      [](char a, char b) { return alphabet::lowerAscii(a) == b; });
 }
 
 }  // namespace

@@ -104,6 +104,19 @@ class BreakingOff : public CommandFixture {
         EXPECT_EQ(namesIn("made"), made);
         EXPECT_EQ(namesIn("temp"), QStringList());
     }
+    // However the verb is broken off, the shop is what it was before, and the verb can still be done.
+    using Break = std::function<void(const QStringList& words)>;
+    void expectShopAsItWas(const char* verb, const QString& shop, const Break& breakIt) const {
+        const QStringList words{verb, shop};
+        const QByteArray before = bytesOf(shop);
+        breakIt(words);
+        EXPECT_EQ(namesIn("made"), QStringList("Shop.mdb"));
+        EXPECT_EQ(bytesOf(shop), before);
+        EXPECT_EQ(run(words).status, 0);
+    }
+    void breakOffAmidMaking(const QStringList& words) const {
+        expectBrokenOff(breakOff(words, SIGINT, [this] { return isMaking(); }));
+    }
 
  private:
     QByteArray before_;
@@ -128,29 +141,19 @@ TEST_F(BreakingOff, ExportAndImportLeaveNothing) {
 }
 
 TEST_F(BreakingOff, CheckLeavesNothing) {
-    const QString shop = largeShop();
-    const QByteArray before = bytesOf(shop);
-    expectNothingLeft({"check", shop}, "temp");
-    EXPECT_EQ(bytesOf(shop), before);
-    EXPECT_EQ(run({"check", shop}).status, 0);
+    expectShopAsItWas("check", largeShop(),
+                      [this](const QStringList& words) { expectNothingLeft(words, "temp"); });
 }
 
 TEST_F(BreakingOff, CompactLeavesTheFileAsItWas) {
-    const QString shop = largeShop();
-    const QByteArray before = bytesOf(shop);
-    expectNothingLeft({"compact", shop});
-    expectBrokenOff(breakOff({"compact", shop}, SIGINT, [this] { return isMaking(); }));
-    EXPECT_EQ(namesIn("made"), QStringList("Shop.mdb"));
-    EXPECT_EQ(bytesOf(shop), before);
-    EXPECT_EQ(run({"compact", shop}).status, 0);
+    expectShopAsItWas("compact", largeShop(), [this](const QStringList& words) {
+        expectNothingLeft(words);
+        breakOffAmidMaking(words);
+    });
 }
 
 TEST_F(BreakingOff, RepairLeavesASoundFileAsItWas) {
-    const QString shop = largeShop();
-    const QByteArray before = bytesOf(shop);
-    expectNothingLeft({"repair", shop});
-    EXPECT_EQ(bytesOf(shop), before);
-    EXPECT_EQ(run({"repair", shop}).status, 0);
+    expectShopAsItWas("repair", largeShop(), [this](const QStringList& words) { expectNothingLeft(words); });
 }
 
 TEST_F(BreakingOff, RepairLeavesADamagedFileAsItWas) {
@@ -162,11 +165,7 @@ TEST_F(BreakingOff, RepairLeavesADamagedFileAsItWas) {
         ASSERT_TRUE(file.seek(file.size() / kPage / 2 * kPage));
         ASSERT_EQ(file.write(QByteArray(kPage, 'x')), kPage);
     }
-    const QByteArray before = bytesOf(shop);
-    expectBrokenOff(breakOff({"repair", shop}, SIGINT, [this] { return isMaking(); }));
-    EXPECT_EQ(namesIn("made"), QStringList("Shop.mdb"));
-    EXPECT_EQ(bytesOf(shop), before);
-    EXPECT_EQ(run({"repair", shop}).status, 0);
+    expectShopAsItWas("repair", shop, [this](const QStringList& words) { breakOffAmidMaking(words); });
     EXPECT_EQ(namesIn("made"), QStringList({"Shop.damaged.mdb", "Shop.mdb"}));
 }
 

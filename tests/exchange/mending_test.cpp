@@ -32,16 +32,9 @@ class OldShopText {
             for (const dao::FieldDef& field : exchange::NewShop::table(name)->Fields()) {
                 table.columns.push_back({field.Name, exchange::NewShop::typeOf(field)});
             }
-            table.rows.reset(typesOf(table));
+            table.rows.reset(dao::typesOf(table.columns));
             shop.tables.push_back(std::move(table));
         }
-    }
-    static std::vector<Type> typesOf(const OldTable& table) {
-        std::vector<Type> types;
-        for (const exchange::OldColumn& column : table.columns) {
-            types.push_back(column.type);
-        }
-        return types;
     }
     OldTable& table(const std::string& name) {
         for (OldTable& one : shop.tables) {

@@ -5,6 +5,7 @@
 #include "exchange/still_shop.h"
 #include "exchange/unfinished.h"
 #include "exchange/workbook.h"
+#include "platform/text/ascii.h"
 #include "tools/verbs/table_lines.h"
 #include "tools/verbs/verbs.h"
 
@@ -14,7 +15,7 @@ bool isWorkbook(const std::string& name) {
     constexpr std::string_view kEnd = ".xlsx";
     return name.size() > kEnd.size() &&
            std::equal(kEnd.rbegin(), kEnd.rend(), name.rbegin(),
-                      [](char a, char b) { return a == (b >= 'A' && b <= 'Z' ? b + 32 : b); });
+                      [](char a, char b) { return a == alphabet::lowerAscii(b); });
 }
 
 struct Export {

@@ -346,6 +346,36 @@ TEST_F(SharingTest, OthersChangesShowAfterIdle) {
     EXPECT_EQ(set["Surname"].asText(), "Klijent 3");
 }
 
+// A long walk reads no more than what is looked at; the rest of a row is asked for when somebody does.
+TEST_F(SharingTest, ARowThatOthersDeleteStaysDeletedWhenTheRestOfItIsAskedFor) {
+    {
+        Database more = openShop(path);
+        Recordset clients = more.OpenRecordset("Customers");
+        for (int i = 0; i < 100; ++i) {
+            clients.AddNew();
+            clients.Update();
+        }
+    }
+    Child other([this](Child& child) {
+        Database here = openShop(path);
+        child.hear();
+        here.Execute("DELETE * FROM Customers WHERE CustID=50");
+        child.tell("done");
+        return 0;
+    });
+    Database here = openShop(path);
+    Recordset set = here.OpenRecordset("Customers");
+    while (set["CustID"].asLong() < 50) {
+        set.MoveNext();
+    }
+    other.tell("go");
+    ASSERT_EQ(other.hear(), "done");
+    EXPECT_EQ(errorOf([&] { set["City"]; }), errRecordDeleted);
+    EXPECT_EQ(errorOf([&] { set["City"]; }), errRecordDeleted);
+    set.MoveNext();
+    EXPECT_EQ(set["CustID"].asLong(), 51);
+}
+
 TEST_F(SharingTest, FindFirstAsksTheFileAsItIsNow) {
     Child other([this](Child& child) {
         Database here = openShop(path);

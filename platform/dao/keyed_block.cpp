@@ -1,0 +1,100 @@
+#include "platform/dao/keyed_block.h"
+
+#include <algorithm>
+
+namespace dao {
+namespace {
+
+constexpr std::size_t kBlockRows = 512;
+constexpr std::size_t kFarBlockRows = 8192;  // of a long walk where each block takes its time on the way
+constexpr std::size_t kSmallBlock = KeyedReader::kWholeRows;
+
+}  // namespace
+
+void KeyedBlock::restart() {
+    rows_.reset(typesOf(set_.columns));
+    reader_.forget();
+    drop();
+}
+
+void KeyedBlock::release() noexcept {
+    reader_.forget();
+    drop();
+}
+
+void KeyedBlock::drop() noexcept {
+    rows_.clear();
+    places_.clear();
+    first_ = 0;
+}
+
+bool KeyedBlock::distrust() {
+    if (places_.empty()) {
+        return false;
+    }
+    if (!version_) {
+        drop();
+        return true;
+    }
+    if (version_ != set_.file().store().dataVersion()) {
+        drop();
+        set_.file().touch();
+    }
+    return false;
+}
+
+std::optional<std::size_t> KeyedBlock::fetch(std::size_t row) {
+    if (generation_ != set_.file().generation()) {
+        drop();
+    }
+    if (!holds(row)) {
+        load(ahead(row));
+    }
+    lastFetched_ = row;
+    const std::size_t place = places_[row - first_];
+    return place == KeyedReader::kMissing ? std::nullopt : std::optional(place);
+}
+
+bool KeyedBlock::fetchAlone(std::size_t row) {
+    load({row, 1});
+    return places_.front() != KeyedReader::kMissing;
+}
+
+RowRun KeyedBlock::ahead(std::size_t row) const {
+    const bool onwards = lastFetched_ != kNowhere && row == lastFetched_ + 1;
+    const bool backwards = lastFetched_ != kNowhere && row + 1 == lastFetched_;
+    const std::size_t wanted = onwards || backwards ? nextBlock() : 1;
+    const std::size_t first = backwards ? row - std::min(row, wanted - 1) : row;
+    return {first, std::min(wanted, set_.keys.size() - first)};
+}
+
+// The longer a walk has become, the more rows are fetched ahead of it.
+std::size_t KeyedBlock::nextBlock() const {
+    if (places_.size() >= kBlockRows && set_.file().store().isFar()) {
+        return kFarBlockRows;
+    }
+    return places_.size() >= kSmallBlock ? kBlockRows : kSmallBlock;
+}
+
+// One row is one statement, which sees one state by itself. Where asking takes its time its version is not
+// asked for either: whoever distrusts it fetches it again.
+void KeyedBlock::load(const RowRun& run) {
+    OpenFile& from = set_.file();
+    drop();
+    const bool alone = run.rows == 1 && from.store().isFar();
+    std::optional<ReadScope> scope;
+    if (!alone) {
+        scope.emplace(from.store());
+    }
+    generation_ = from.generation();
+    try {
+        reader_.read(run, rows_, places_);
+        version_ = alone ? std::nullopt : std::optional(from.store().dataVersion());
+    } catch (...) {
+        drop();
+        throw;
+    }
+    first_ = run.first;
+}
+
+}  // namespace dao

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "platform/dao/keyed_reader.h"
+
+namespace dao {
+
+// The rows of a keyset that are in hand: a block ahead of whoever walks, dropped where others may have written.
+class KeyedBlock {
+ public:
+    KeyedBlock(const KeysetView& set, RowBlock& rows, const std::vector<char>& asked)
+        : set_(set), reader_(set, asked), rows_(rows) {}
+
+    const RowBlock& rows() const { return rows_; }
+    void restart();            // for another statement, or the same with its keys anew
+    void release() noexcept;
+    void drop() noexcept;      // the next fetch reads
+    void endWalk() { lastFetched_ = kNowhere; }  // the row that is fetched next is no step of one
+    // True: whether others have written is not known, and the current row is to be fetched again.
+    bool distrust();
+
+    // Where it lies among rows(); nothing: somebody has deleted it.
+    std::optional<std::size_t> fetch(std::size_t row);
+    // The row as it is now, with all its fields and without any other. False: somebody has deleted it.
+    bool fetchAlone(std::size_t row);
+
+ private:
+    static constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
+
+    bool holds(std::size_t row) const { return row - first_ < places_.size(); }
+    RowRun ahead(std::size_t row) const;
+    std::size_t nextBlock() const;
+    void load(const RowRun& run);
+
+    const KeysetView& set_;
+    KeyedReader reader_;
+    RowBlock& rows_;
+    std::vector<std::size_t> places_;  // where among them the rows from first_ on lie
+    std::size_t first_ = 0;
+    std::int64_t generation_ = -1;
+    std::optional<std::int64_t> version_;  // nothing: nobody has asked
+    std::size_t lastFetched_ = kNowhere;
+};
+
+}  // namespace dao

@@ -1,0 +1,127 @@
+#include "platform/dao/keyset_search.h"
+
+#include "platform/dao/failure.h"
+#include "platform/dao/names.h"
+#include "platform/sql/parser.h"
+
+namespace dao {
+namespace {
+
+constexpr std::size_t kMoreMatches = 64;  // as many times more when a search has to go on
+
+// A set that stands in the order of its keys: the first match that belongs to it is the one. Others that come
+// before it were added since, or deleted from the set; the more of them there are, the more are read at once.
+std::vector<std::int64_t> firstAmong(const KeyList& rows, const sql::WrittenSelect& find,
+                                     driver::Store& store) {
+    const auto statement = store.prepare(find.firstKeys);
+    const int firstKey = driver::bindParameters(*statement, find.parameters);
+    std::int64_t behind = driver::kNoRow + 1;  // below every key
+    for (std::size_t wanted = 1;; wanted *= kMoreMatches) {
+        statement->bindInteger(firstKey, behind);
+        statement->bindInteger(firstKey + 1, static_cast<std::int64_t>(wanted));
+        std::vector<std::int64_t> keys;
+        statement->readKeys(keys, 1);
+        for (const std::int64_t key : keys) {
+            if (rows.find({&key, 1})) {
+                return {key};
+            }
+        }
+        if (keys.size() < wanted) {
+            return {};
+        }
+        behind = keys.back();
+    }
+}
+
+}  // namespace
+
+std::optional<std::size_t> KeysetSearch::find(std::string_view criterion) {
+    const sql::ExpressionPtr tree = translated([&] { return sql::parseCriterion(criterion); });
+    const std::optional<Key> key = keyIn(*tree);
+    return key ? findByKey(*key) : findByStatement(*tree);
+}
+
+std::optional<KeysetSearch::Key> KeysetSearch::keyIn(const sql::Expression& criterion) const {
+    sql::KeyCriterion wanted;
+    if (!sql::isKeyCriterion(criterion, wanted)) {
+        return std::nullopt;
+    }
+    for (std::size_t i = 0; i < set_.columns.size(); ++i) {
+        const sql::ResultColumn& column = set_.columns[i];
+        if (sameName(column.name, wanted.field)) {
+            return set_.isCounter[i] == 0 ? std::nullopt : std::optional(Key{wanted.number, column.source});
+        }
+    }
+    return std::nullopt;
+}
+
+// Searches for one row's own number are what the windows do all day: the list knows where it is, and one look
+// into the file tells whether it is still there.
+std::optional<std::size_t> KeysetSearch::findByKey(const Key& key) {
+    const std::optional<std::size_t> row = set_.keys.findKey(key.number, key.source);
+    return row && rows_.fetchAlone(*row) ? row : std::nullopt;
+}
+
+// Where asking takes its time the tables are taken to be as they were when they were last looked at: whether
+// they are comes with the answer. Where they are not, or anything fails, it is done again after a look at
+// them.
+std::optional<std::size_t> KeysetSearch::findByStatement(const sql::Expression& criterion) {
+    driver::Store& store = set_.file().store();
+    if (store.isFar() && !store.inTransaction()) {
+        const ReadScope scope(store);
+        if (const auto keys = keysAsTablesStood(criterion)) {
+            return fetchFirstOf(*keys);
+        }
+    }
+    const ReadScope scope(store);
+    set_.file().catalog();
+    return fetchFirstOf(keysThatMeet(criterion));
+}
+
+std::optional<KeysetSearch::Keys> KeysetSearch::keysAsTablesStood(const sql::Expression& criterion) const {
+    std::optional<Error> waited;
+    {
+        const QuietErrors quiet;
+        try {
+            Keys keys = keysThatMeet(criterion);
+            return set_.file().standsAsRead() ? std::optional(std::move(keys)) : std::nullopt;
+        } catch (const Error& error) {
+            if (error.Number() != errLocked) {
+                return std::nullopt;  // told by the second try
+            }
+            waited = error;
+        }
+    }
+    fail(waited->Number(), waited->Description());  // nobody waits for it twice
+}
+
+// All of them, or as many as it takes to know the first in the order of the set.
+KeysetSearch::Keys KeysetSearch::keysThatMeet(const sql::Expression& criterion) const {
+    driver::Store& store = set_.file().store();
+    const CompiledPtr find = set_.file().compileFind(*set_.compiled, criterion);
+    if (set_.keys.isAscending() && !find->select.firstKeys.empty()) {
+        return firstAmong(set_.keys, find->select, store);
+    }
+    Keys keys;
+    const auto statement = store.prepare(find->select.keys);
+    driver::bindParameters(*statement, find->select.parameters);
+    statement->readKeys(keys, set_.keys.stride());
+    return keys;
+}
+
+std::optional<std::size_t> KeysetSearch::fetchFirstOf(const Keys& keys) {
+    std::optional<std::size_t> first;
+    const auto stride = static_cast<std::size_t>(set_.keys.stride());
+    for (std::size_t at = 0; at + stride <= keys.size(); at += stride) {
+        const std::optional<std::size_t> row = set_.keys.find({keys.data() + at, stride});
+        if (row && (!first || *row < *first)) {
+            first = row;
+        }
+    }
+    if (first) {
+        rows_.fetchAlone(*first);
+    }
+    return first;
+}
+
+}  // namespace dao
