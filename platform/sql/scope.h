@@ -35,6 +35,7 @@ struct Leaf {
     std::vector<OrderTerm> order;
     // A set of numbers that the rows are best looked up by.
     int idSet = -1;
+    IdSetPtr ids;
     Sql idField;
 };
 

@@ -104,6 +104,7 @@ void SelectWriter::findIdSet(const Scope& scope) {
         if (field.counter) {
             driver_ = condition;
             only.idSet = context_.dialect.addSet(context_.numbers, condition->ids);
+            only.ids = condition->ids;
             only.idField = field.sql;
             return;
         }
@@ -452,14 +453,21 @@ std::string SelectWriter::ordered(const Body& body, std::vector<SelectedColumn> 
     result.order = body.order;
     // Rows that the statement does not order, or orders alike, always come in the same order: that of their
     // keys. Rows looked up by a set of numbers come in the order of the numbers, which is as good.
-    const bool bySet = context_.dialect.facts().setsInOrder && body.order.empty() &&
-                       body.from.leaves.size() == 1 && body.from.leaves.front().idSet >= 0;
-    if (hasKeys_ && !bySet) {
+    if (hasKeys_ && !(context_.dialect.facts().setsInOrder && isBySet(body))) {
         for (const SelectedColumn& key : keysOf(body)) {
             result.order.push_back({key.sql, false});
         }
     }
     return context_.dialect.select(result);
+}
+
+bool SelectWriter::isBySet(const Body& body) {
+    return body.order.empty() && body.from.leaves.size() == 1 && body.from.leaves.front().idSet >= 0;
+}
+
+// The set by itself stands among the conditions.
+IdSetPtr SelectWriter::keySetOf(const Body& body) {
+    return isBySet(body) && body.conditions.size() == 1 ? body.from.leaves.front().ids : nullptr;
 }
 
 // Each key and each other column once.
@@ -581,6 +589,7 @@ WrittenSelect SelectWriter::write() {
     }
     if (hasKeys_) {
         result.keys = ordered(whole, keysOf(whole));
+        result.keySet = keySetOf(whole);
         result.fetch = fetchText();
         result.fetchList = fetchListText();
     }

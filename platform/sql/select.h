@@ -60,6 +60,8 @@ class SelectWriter {
     void addOrder(Body& body);
     SelectParts parts(const Body& body, std::vector<SelectedColumn> columns) const;
     std::string ordered(const Body& body, std::vector<SelectedColumn> columns) const;
+    static bool isBySet(const Body& body);  // by a set of keys of its only table, and in no other order
+    static IdSetPtr keySetOf(const Body& body);
     std::string linked(const Body& body, const std::vector<SelectedColumn>& columns) const;
     static std::vector<SelectedColumn> listOf(const Body& body);
     std::vector<SelectedColumn> keysOf(const Body& body) const;

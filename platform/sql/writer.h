@@ -57,6 +57,9 @@ struct WrittenSelect {
     // What a search through one table goes by, else empty: the row keys above the first parameter behind
     // `parameters`, ascending, no more of them than the second one says.
     std::string firstKeys;
+    // Where the statement gives every row of its one source whose row key is in a set, in the order of these,
+    // and asks for nothing else; nullptr: it does not.
+    IdSetPtr keySet;
     std::vector<ResultColumn> columns;
     std::vector<ResultSource> sources;  // empty: not updatable (DISTINCT, grouping, ...): read as a snapshot
     // The source whose row stands in one row of the result at most: the one that Delete removes from and

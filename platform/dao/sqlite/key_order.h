@@ -8,9 +8,10 @@
 
 namespace dao::driver {
 
-// A statement for rows in the order of their keys reads "SELECT dao_sorted(N, 'P P ...', A, B, ...) FROM ...":
-// its first N columns are the keys, those at the places P, from 0, are what is asked for. It hands its rows to
-// the gatherer, behind N and the places. The store would sort whole records, each made up and read again.
+// A statement for rows in the order of their keys reads "SELECT dao_sorted(N, 'P P ...', A, B, ...) FROM
+// ...": its first N columns are the keys, those at the places P, from 0, are what is asked for. It hands its
+// rows to the gatherer, behind N and the places. The store would sort whole records, each made up and read
+// again.
 struct SortedColumns {
     static constexpr std::string_view kHead = "SELECT dao_sorted(";
     static constexpr int kBefore = 2;  // N and the places

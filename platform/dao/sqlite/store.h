@@ -69,6 +69,7 @@ class SqliteStore final : public Store {
     std::vector<IndexRow> indexes() override;
 
     KeyList readAllKeys(const std::string& table) override;
+    std::optional<KeyList> readKeysAmong(const std::string& table, const sql::IdSet& numbers) override;
     std::int64_t raiseCounter(const std::string& table, std::int64_t above) override;
     bool countsApart() const override { return false; }
     std::int64_t highestNumber(const std::string& table) override;
