@@ -81,6 +81,10 @@ class Dialect {
     virtual int addSet(Numbers& numbers, const IdSetPtr& ids) const = 0;
     virtual std::string setSource(int number) const = 0;
     virtual std::string inSet(const Sql& field, const std::string& text, int number) const = 0;
+    // The same where few rows are asked.
+    virtual std::string isInSet(const Sql& field, const std::string& text, int number) const {
+        return inSet(field, text, number);
+    }
 
     // A value of the engine: Yes/No as 0 and -1. And a Yes/No or Null as what can stand behind WHERE.
     virtual Sql value(Sql sql) const = 0;

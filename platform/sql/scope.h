@@ -37,6 +37,8 @@ struct Leaf {
     int idSet = -1;
     IdSetPtr ids;
     Sql idField;
+    bool pinned =
+        false;  // a field is asked to have one value: its rows are looked up by that, and be in the set
 };
 
 // Finds what a name in an expression means.

@@ -87,6 +87,22 @@ SelectWriter::SelectWriter(const Statement& statement, Context& context)
     reduceOuterJoins(*join_, needed, scope);
     straighten(join_, scope);
     findIdSet(scope);
+    if (leaves_.size() == 1) {
+        Leaf& only = leaves_.front();
+        only.pinned = only.pinned || isPinned(scope);
+    }
+}
+
+// The computers of one client: they are few, whatever set they are also asked to be in.
+bool SelectWriter::isPinned(const Scope& scope) const {
+    const auto conditions = conjuncts(statement_.where);
+    return std::any_of(conditions.begin(), conditions.end(), [&](const Expression* condition) {
+        const bool equal = condition->kind == Kind::Compare && condition->op == Expression::Op::Equal;
+        const auto isField = [](const Expression& e) { return e.kind == Kind::Name; };
+        const auto isOneValue = [&](const Expression& e) { return leavesOf(e, scope) == 0; };
+        return equal && ((isField(*condition->children[0]) && isOneValue(*condition->children[1])) ||
+                         (isField(*condition->children[1]) && isOneValue(*condition->children[0])));
+    });
 }
 
 // A large set of numbers of the only table's key: its rows are looked up by them instead of being searched
@@ -462,7 +478,8 @@ std::string SelectWriter::ordered(const Body& body, std::vector<SelectedColumn> 
 }
 
 bool SelectWriter::isBySet(const Body& body) {
-    return body.order.empty() && body.from.leaves.size() == 1 && body.from.leaves.front().idSet >= 0;
+    const Leaf& first = body.from.leaves.front();
+    return body.order.empty() && body.from.leaves.size() == 1 && first.idSet >= 0 && !first.pinned;
 }
 
 // The set by itself stands among the conditions.

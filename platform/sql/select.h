@@ -45,6 +45,7 @@ class SelectWriter {
     JoinNodePtr bindFrom(const FromNode& node);
     void bindSource(const FromNode& node);
     void findIdSet(const Scope& scope);
+    bool isPinned(const Scope& scope) const;
     void checkSize(const Body& body) const;
     void checkGrouped(const Expression& e, const Scope& scope) const;
     bool isColumn(const Expression& name, const std::vector<Column>& columns) const;

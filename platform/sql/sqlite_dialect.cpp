@@ -63,6 +63,11 @@ class SqliteDialect : public Dialect {
         return text + " IN (SELECT value FROM idset(" + std::to_string(number) + "))";
     }
 
+    // Behind IN all numbers would be put into a table first.
+    std::string isInSet(const Sql&, const std::string& text, int number) const override {
+        return "EXISTS (SELECT 1 FROM idset(" + std::to_string(number) + ") WHERE value = " + text + ")";
+    }
+
     Sql value(Sql sql) const override {
         if (sql.truth) {
             sql.text = "-(" + sql.text + ")";
