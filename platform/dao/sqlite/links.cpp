@@ -27,12 +27,15 @@ std::int64_t wholeOf(sqlite3_stmt* row, int column) {
 class PassedOn {
  public:
     void assign(const std::vector<std::int64_t>& pairs);  // number and what it passes on, end to end
+    // Each of so many numbers from `first` on passes on itself.
+    void assignThemselves(std::int64_t first, std::uint64_t count);
     std::int64_t find(std::int64_t number) const;
 
  private:
     static constexpr std::uint64_t kSparse = 4;  // places for each row
 
     std::int64_t first_ = 0;
+    std::uint64_t themselves_ = 0;
     std::vector<std::int64_t> near_;
     std::unordered_map<std::int64_t, std::int64_t> far_;
 };
@@ -56,8 +59,16 @@ void PassedOn::assign(const std::vector<std::int64_t>& pairs) {
     }
 }
 
+void PassedOn::assignThemselves(std::int64_t first, std::uint64_t count) {
+    first_ = first;
+    themselves_ = count;
+}
+
 std::int64_t PassedOn::find(std::int64_t number) const {
     const std::uint64_t place = static_cast<std::uint64_t>(number) - static_cast<std::uint64_t>(first_);
+    if (place < themselves_) {
+        return number;
+    }
     if (!near_.empty()) {
         return place < near_.size() ? near_[place] : kNothing;
     }
@@ -71,8 +82,9 @@ class Links {
  public:
     Links(sqlite3* db, const std::string& table, const std::string& field)
         : db_(db),
-          select_("SELECT rowid, " + (field.empty() ? "rowid" : quotedName(field)) + " FROM " +
-                  quotedName(table)) {}
+          table_(quotedName(table)),
+          select_("SELECT rowid, " + (field.empty() ? "rowid" : quotedName(field)) + " FROM " + table_),
+          themselves_(field.empty()) {}
     ~Links() { sqlite3_finalize(one_); }
     Links(const Links&) = delete;
     Links& operator=(const Links&) = delete;
@@ -81,10 +93,13 @@ class Links {
 
  private:
     int lookUp(std::int64_t number, std::int64_t& passed);
+    int countAll();
     int readAll();
 
     sqlite3* db_;
+    std::string table_;
     std::string select_;  // the number, and what is passed on, of all rows
+    bool themselves_;     // passed on are the numbers
     sqlite3_stmt* one_ = nullptr;
     int asked_ = 0;
     bool hasAll_ = false;
@@ -95,7 +110,10 @@ int Links::find(std::int64_t number, std::int64_t& passed) {
     if (!hasAll_ && ++asked_ <= kFew) {
         return lookUp(number, passed);
     }
-    const int code = hasAll_ ? SQLITE_OK : readAll();
+    int code = hasAll_ || !themselves_ ? SQLITE_OK : countAll();
+    if (code == SQLITE_OK && !hasAll_) {
+        code = readAll();
+    }
     passed = all_.find(number);
     return code;
 }
@@ -110,6 +128,30 @@ int Links::lookUp(std::int64_t number, std::int64_t& passed) {
     sqlite3_bind_int64(one_, 1, number);
     passed = sqlite3_step(one_) == SQLITE_ROW ? wholeOf(one_, 1) : kNothing;
     return sqlite3_reset(one_);
+}
+
+// Where no number is missing, nothing has to be read: counting goes from page to page and not from row to
+// row.
+int Links::countAll() {
+    const std::string from = " FROM " + table_ + ')';
+    const std::string text =
+        "SELECT (SELECT min(rowid)" + from + ",(SELECT max(rowid)" + from + ",(SELECT count(*)" + from;
+    sqlite3_stmt* range = nullptr;
+    const int code = sqlite3_prepare_v2(db_, text.c_str(), -1, &range, nullptr);
+    if (code != SQLITE_OK) {
+        return code;
+    }
+    if (sqlite3_step(range) == SQLITE_ROW) {
+        const auto first = sqlite3_column_int64(range, 0);
+        const auto rows = static_cast<std::uint64_t>(sqlite3_column_int64(range, 2));
+        hasAll_ =
+            static_cast<std::uint64_t>(sqlite3_column_int64(range, 1)) - static_cast<std::uint64_t>(first) ==
+            rows - 1;
+        if (hasAll_) {
+            all_.assignThemselves(first, rows);
+        }
+    }
+    return sqlite3_finalize(range);
 }
 
 int Links::readAll() {

@@ -36,7 +36,8 @@ class NumberSetTest : public daotest::ShopTest {
     std::vector<int> customers() { return keysOf("SELECT * FROM Chosen", "CustID"); }
     // As a snapshot gives them, by a condition that no set stands in.
     std::vector<int> customersAmong(int first, int last, int step) {
-        std::vector<int> all = numbers(db.OpenRecordset("SELECT * FROM Customers", dao::dbOpenSnapshot), "CustID");
+        std::vector<int> all =
+            numbers(db.OpenRecordset("SELECT * FROM Customers", dao::dbOpenSnapshot), "CustID");
         std::erase_if(all, [&](int id) { return id < first || id > last || (last - id) % step != 0; });
         return all;
     }
