@@ -98,6 +98,25 @@ int jitter() {
     return std::uniform_int_distribution<int>(1000, 8000)(random);
 }
 
+// The library makes its ciphers ready for the first connection that has a key, without looking whether there
+// is memory for that, and takes them away behind the last. One connection that nobody uses keeps them for as
+// long as the process runs, or each opening of the shop could be its end.
+void keepCiphersReady() {
+    using Keeper = std::unique_ptr<sqlite3, decltype(&sqlite3_close_v2)>;
+    static const Keeper kept = [] {
+        sqlite3* db = nullptr;
+        int code = sqlite3_open_v2(":memory:", &db, SQLITE_OPEN_READWRITE, nullptr);
+        Keeper keeper(db, &sqlite3_close_v2);
+        if (code == SQLITE_OK) {
+            code = sqlite3_exec(db, "PRAGMA key = 'none'", nullptr, nullptr, nullptr);
+        }
+        if (code != SQLITE_OK) {
+            throw std::bad_alloc();
+        }
+        return keeper;
+    }();
+}
+
 }  // namespace
 
 std::string saltText(const std::string& key) {
@@ -119,6 +138,11 @@ SqliteStore::SqliteStore(const OpenRequest& request, bool withSystemTables) {
         if (request.create && withSystemTables) {
             createSystemTables();
         }
+    } catch (const std::bad_alloc&) {
+        // Closed after its key had no room, the library gives parts of it back twice. A little that is never
+        // given back does no harm.
+        db_ = nullptr;
+        throw;
     } catch (...) {
         close();
         throw;
@@ -153,6 +177,7 @@ void SqliteStore::configure(const OpenRequest& request) {
     installIdSets(db_, this);
     installLinks(db_);
     if (!request.path.empty()) {
+        keepCiphersReady();
         execute("PRAGMA key = \"x'" + request.key + "'\"");
         execute(cipherSettings("main"));
     }
