@@ -6,6 +6,7 @@
 
 #include <unistd.h>
 
+#include "platform/dao/breaking_off.h"
 #include "platform/dao/failure.h"
 #include "platform/dao/limits.h"
 #include "platform/dao/memory_store.h"
@@ -152,6 +153,7 @@ void SqliteStore::configure(const OpenRequest& request) {
     gatherer_.install(db_);
     installIdSets(db_, this);
     installLinks(db_);
+    letLeave(db_);
     if (!request.path.empty()) {
         execute("PRAGMA key = \"x'" + request.key + "'\"");
         execute(cipherSettings("main"));
@@ -279,6 +281,7 @@ void SqliteStore::commit() {
     if (layoutChanged_ && !salt_.empty()) {
         writeLayout(*this, salt_, order());
     }
+    const Unleavable whole;
     cached("COMMIT")->run();
     layoutChanged_ = false;
 }
@@ -288,6 +291,7 @@ void SqliteStore::rollback() noexcept {
     if (!inTransaction()) {
         return;
     }
+    const Unleavable whole;
     try {
         cached("ROLLBACK")->run();
     } catch (const std::exception&) {
@@ -307,6 +311,7 @@ void SqliteStore::rollbackTo(int level) noexcept {
     if (!inTransaction()) {
         return;
     }
+    const Unleavable whole;
     const std::string name = "dao_level" + std::to_string(level);
     sqlite3_exec(db_, ("ROLLBACK TO " + name + ";RELEASE " + name).c_str(), nullptr, nullptr, nullptr);
 }
