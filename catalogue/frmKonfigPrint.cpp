@@ -18,6 +18,7 @@
 #include "data/session.h"
 #include "platform/controls/data_control.h"
 #include "platform/controls/keys.h"
+#include "platform/controls/long_wait.h"
 #include "platform/controls/pictures.h"
 #include "platform/controls/wait_pointer.h"
 #include "platform/system/trap.h"
@@ -141,19 +142,23 @@ bool frmKonfigPrint::DoPrintDataReport(QString& errorText) {
     PriceListSteps step(errorText);
     QString footer;
     step([&] { footer = BuildFooterText(); });
-    readProducts(step);
-    if (!step.failed()) {
+    const bool left = !readProducts(step);
+    if (left) {
+        errorText.clear();
+    } else if (!step.failed()) {
         step([&] { showList(footer); });
     }
     data_->Close();  // the colleagues' exclusive use of the file must not wait for the next list
     if (errorText.endsWith(QLatin1Char('\n'))) {
         errorText.chop(1);
     }
-    return !step.failed();
+    return left || !step.failed();
 }
 
-void frmKonfigPrint::readProducts(PriceListSteps& step) {
-    const platform::WaitPointer wait;
+// False where the person who waits has left it.
+bool frmKonfigPrint::readProducts(PriceListSteps& step) {
+    const platform::WaitPointer pointer;
+    const platform::LongWait wait(QStringLiteral("Popunjavanje podacima je u toku... Molim sacekajte..."));
     step([&] { data_->DatabaseName = databasePath(); });
     step([&] {
         const QString password = BuildDatabasePassword();
@@ -163,6 +168,7 @@ void frmKonfigPrint::readProducts(PriceListSteps& step) {
     });
     step([&] { data_->selection = platform::Selection::statement(PriceListQuery()); });
     step([&] { data_->Refresh(); });
+    return !wait.isLeft();
 }
 
 void frmKonfigPrint::showList(const QString& footer) {

@@ -32,7 +32,7 @@ class frmKonfigPrint : public QDialog {
 
     QString PriceListQuery() const;
     QString BuildFooterText() const;
-    // Shows the list, where there are products for it. False: some steps failed, and `errorText` has a line
+    // Shows the list, where there are products for it and nobody has left it. False: some steps failed, and `errorText` has a line
     // for each.
     bool DoPrintDataReport(QString& errorText);
 
@@ -47,7 +47,7 @@ class frmKonfigPrint : public QDialog {
     QWidget* buildButtons();
     void load();
     void print();
-    void readProducts(PriceListSteps& step);
+    bool readProducts(PriceListSteps& step);
     void showList(const QString& footer);
 
     platform::DataControl* data_;

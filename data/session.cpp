@@ -14,6 +14,8 @@
 #include "data/backup_note.h"
 #include "data/schema.h"
 #include "platform/controls/boxes.h"
+#include "platform/controls/long_wait.h"
+#include "platform/dao/breaking_off.h"
 #include "platform/dao/copy_watch.h"
 #include "platform/dao/dao.h"
 #include "platform/dao/moving.h"
@@ -27,6 +29,7 @@ namespace {
 using platform::BoxAnswer;
 using platform::BoxButtons;
 using platform::BoxIcon;
+using platform::LongWait;
 using platform::Trap;
 
 constexpr char kDatabaseName[] = "Tarvello.mdb";
@@ -198,6 +201,9 @@ bool proveDatabase(const QString& path, QString& errorText) {
         if (RepairAndCompactDatabase(reason, true)) {
             return true;
         }
+        if (reason.isEmpty()) {
+            return fail(errorText, GetResString(1013));
+        }
         if (!askYesNo(GetResString(1015, {{QStringLiteral("%1"), reason}}))) {
             return fail(errorText, GetResString(1013));
         }
@@ -207,16 +213,36 @@ bool proveDatabase(const QString& path, QString& errorText) {
     }
 }
 
+// ----- repairing
+
+const QString kRepairing = QStringLiteral("Repairing & Compacting database... Please wait...");
+
+// `mended`: the file was damaged, and a sound one stands in its place. Nobody can leave then what is still to
+// be done.
+void repairAndCompact(const std::string& from, const std::string& to, const std::string& connect, bool& mended) {
+    dao::DBEngine::RepairDatabase(from, connect, backupPath().toStdString());
+    mended = dao::DBEngine::LastRepair().damaged;
+    std::optional<dao::Unleavable> whole;
+    if (mended) {
+        whole.emplace();
+    }
+    dao::DBEngine::CompactDatabase(from, to, connect);
+}
+
 // ----- on a server
 
 // The server keeps its shop in its place throughout: there is no file to exchange.
 bool renewOnServer(const QString& path, QString& errorText) {
     const std::string shop = path.toStdString();
     const std::string connect = connectText().toStdString();
+    const LongWait wait(kRepairing);
     Trap engine;
-    engine([&] { dao::DBEngine::RepairDatabase(shop, connect); });
+    engine([&] { LongWait::run([&] { dao::DBEngine::RepairDatabase(shop, connect); }); });
     if (!engine.failed()) {
-        engine([&] { dao::DBEngine::CompactDatabase(shop, {}, connect); });
+        engine([&] { LongWait::run([&] { dao::DBEngine::CompactDatabase(shop, {}, connect); }); });
+    }
+    if (engine.failed() && wait.isLeft()) {
+        return fail(errorText, {});
     }
     return engine.failed() ? fail(errorText, lines(GetResString(1027), GetDAOErrors())) : true;
 }
@@ -390,14 +416,21 @@ bool RepairAndCompactDatabase(QString& errorText, bool withPassword) {
 
     const std::string from = path.toStdString();
     const std::string connect = withPassword ? connectText().toStdString() : std::string();
+    const LongWait wait(kRepairing);
     // Nobody may come in between the copy and the exchange: what he wrote would be gone.
     std::optional<dao::SoleUse> sole;
+    bool mended = false;
     Trap engine;
     engine([&] {
-        sole.emplace(path.toStdString());
-        dao::DBEngine::RepairDatabase(from, connect, backupPath().toStdString());
-        dao::DBEngine::CompactDatabase(from, temporary.toStdString(), connect);
+        LongWait::run([&] {
+            sole.emplace(path.toStdString());
+            repairAndCompact(from, temporary.toStdString(), connect, mended);
+        });
     });
+    if (wait.isLeft() && !mended) {
+        dao::DBEngine::DiscardDatabase(temporary.toStdString());
+        return fail(errorText, {});
+    }
     if (engine.failed()) {
         return fail(errorText, lines(GetResString(1027), GetDAOErrors()));
     }
@@ -405,7 +438,7 @@ bool RepairAndCompactDatabase(QString& errorText, bool withPassword) {
     // The fresh file takes the old one's name when it lies beside it, whole: a server that goes away or fills
     // up in the middle leaves the shop with the file it had.
     Trap files;
-    files([&] { dao::DBEngine::CopyDatabase(temporary.toStdString(), from); });
+    files([&] { LongWait::finish([&] { dao::DBEngine::CopyDatabase(temporary.toStdString(), from); }); });
     dao::DBEngine::DiscardDatabase(temporary.toStdString());
     if (files.failed()) {
         return fail(errorText, lines(GetResString(1026), files.line()));

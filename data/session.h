@@ -24,6 +24,8 @@ using OldFileTaker = std::function<OldFile(const QString& path, QString& errorTe
 void setOldFileTaker(OldFileTaker taker);
 // What is said of a file whose opening fails with dao::errNewerForm: nothing about it is to be repaired.
 QString newerDatabaseText();
+// Takes its time, and can be left by the person who waits for it: false without a reason then, and the file
+// is as it was. A damaged one that has been mended cannot be left any more.
 bool RepairAndCompactDatabase(QString& errorText, bool withPassword);
 bool UseBackupDatabase(QString& errorText, bool silent);
 // Of what is copied and compared; told now and then while it goes on.

@@ -45,6 +45,7 @@ void FilterMenu::drop() {
     if (filter_.ActiveFilter != ShopFilter::kNone) {
         filter_.RemoveFilters();
     }
+    bars_.toolbar.setEnabled(Command::DropFilter, filter_.ActiveFilter != ShopFilter::kNone);
 }
 
 void FilterMenu::showNoFilter() {

@@ -4,10 +4,14 @@
 #include <utility>
 
 #include "common/window_helpers.h"
+#include "platform/controls/long_wait.h"
 
 MainCommands::MainCommands(CommandTargets targets) : targets_(std::move(targets)) {}
 
 void MainCommands::give(Command command) {
+    if (platform::LongWait::isAway()) {
+        return;
+    }
     const CommandRow* row = commandOf(commandTable(), command);
     if (row != nullptr && row->action != nullptr) {
         row->action(targets_);

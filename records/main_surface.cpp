@@ -66,6 +66,10 @@ void MainSurface::FillServiceList(const QString& selectKey) {
     services_.list.fill(selectKey);
 }
 
+QString MainSurface::shownService() const {
+    return services_.list.shownKey();
+}
+
 void MainSurface::CloseServiceRows() {
     services_.list.closeRows();
 }

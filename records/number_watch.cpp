@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "data/session.h"
+#include "platform/controls/long_wait.h"
 
 namespace {
 
@@ -29,7 +30,7 @@ void NumberWatch::start() {
 }
 
 void NumberWatch::look() {
-    if (!WorkNumberLost() || isPersonBusy()) {
+    if (platform::LongWait::isAway() || !WorkNumberLost() || isPersonBusy()) {
         return;
     }
     const QPointer<NumberWatch> watch = this;

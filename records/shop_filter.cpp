@@ -1,17 +1,21 @@
 #include "records/shop_filter.h"
 
+#include <optional>
 #include <utility>
 
 #include "common/window_helpers.h"
+#include "platform/controls/long_wait.h"
 #include "platform/system/trap.h"
 #include "records/main_view.h"
 #include "records/quick_filters.h"
 #include "records/record_editing.h"
 #include "records/stage_reading.h"
 #include "records/stages.h"
+#include "records/stages_before.h"
 #include "records/typed_entry.h"
 
 using platform::BoxIcon;
+using platform::LongWait;
 using platform::Trap;
 
 namespace {
@@ -19,7 +23,7 @@ namespace {
 // The window says that it is at work, until the object goes.
 class AtWork {
  public:
-    AtWork(MainView& window, const QString& text) : window_(window) {
+    AtWork(MainView& window, const QString& text) : window_(window), wait_(text) {
         window_.setWaiting(true);
         window_.SetStatusText(text);
     }
@@ -30,15 +34,21 @@ class AtWork {
     AtWork(const AtWork&) = delete;
     AtWork& operator=(const AtWork&) = delete;
 
+    bool isLeft() const { return wait_.isLeft(); }
+
  private:
     MainView& window_;
+    const LongWait wait_;
 };
 
 quick_filters::Found findServices(dao::Database& database, const QString& statement) {
-    dao::Recordset rows = database.OpenRecordset(statement.toStdString(), dao::dbOpenSnapshot);
-    refreshCache();
-    quick_filters::Found found = quick_filters::collect(rows);
-    rows.Close();
+    quick_filters::Found found;
+    LongWait::run([&] {
+        dao::Recordset rows = database.OpenRecordset(statement.toStdString(), dao::dbOpenSnapshot);
+        refreshCache();
+        found = quick_filters::collect(rows);
+        rows.Close();
+    });
     return found;
 }
 
@@ -70,16 +80,11 @@ void ShopFilter::ApplyQuickFilter(int number, bool& ok) {
         return;
     }
     quick_filters::Found found;
-    {
-        const AtWork working(window_, QStringLiteral("Filtering data... Please wait..."));
-        found = findServices(stages_.database(), statement);
-        ok = !found.isEmpty();
-        if (ok) {
-            narrow(found);
-            ActiveFilter = number;
-            window_.showFilter(number);
-        }
+    if (!findAndNarrow(number, statement, found)) {
+        ok = false;
+        return;
     }
+    ok = !found.isEmpty();
     if (!ok) {
         window_.box(QStringLiteral("Quick filtering didn't result with any data."), BoxIcon::Information);
     } else if (choices_.ShowMsgBoxFilterResults) {
@@ -87,30 +92,67 @@ void ShopFilter::ApplyQuickFilter(int number, bool& ok) {
     }
 }
 
-// The stages read the stored queries of this copy.
-void ShopFilter::setWorkQuery(int stageIndex, const std::string& statement) {
-    stages_.database().QueryDefs()[stages_.query(stageIndex).toStdString()].setSQL(statement);
+// False where it was left.
+bool ShopFilter::findAndNarrow(int number, const QString& statement, quick_filters::Found& found) {
+    const AtWork working(window_, QStringLiteral("Filtering data... Please wait..."));
+    try {
+        found = findServices(stages_.database(), statement);
+        if (!found.isEmpty()) {
+            narrow(found);
+            ActiveFilter = number;
+            window_.showFilter(number);
+        }
+    } catch (const dao::Error&) {
+        if (!working.isLeft()) {
+            throw;
+        }
+        return false;
+    }
+    return true;
 }
 
 // A window that shows a part of the shop and does not say so would hide clients from the people at the desk:
-// narrowing that fails half-way ends with the whole shop in view.
+// narrowing that fails half-way ends with the whole shop in view, and one that is left with what was there.
 void ShopFilter::narrow(const quick_filters::Found& found) {
-    const quick_filters::IdList* const lists[] = {&found.clients, &found.computers, &found.services};
+    StagesBefore before(stages_, ActiveFilter != kNone);
     bool begun = false;
     try {
-        for (const Stage& stage : stages_) {
-            setWorkQuery(stage.index(), lists[stage.index()]->selection(stage.facts().table));
-            begun = true;
-        }
-        for (const Stage& stage : stages_) {
-            stage.data().selection = stages_.all(stage.index());
-        }
-        reading_.reload([](const std::function<void()>& deed) { deed(); }, {-1, -1}, false);
+        writeQueries(found, begun);
+        reading_.reload(
+            [](const std::function<void()>& deed) {
+                LongWait::needStay();
+                deed();
+            },
+            {-1, -1}, false);
     } catch (...) {  // passed on
-        if (begun) {
-            showWholeShop({stages_[kClients].chosen(), stages_[kComputers].chosen()}, false);
+        if (LongWait::wasLeft() || !begun || !showsWholeShopInstead()) {
+            putBack(before);
         }
         throw;
+    }
+}
+
+// False where it was left.
+bool ShopFilter::showsWholeShopInstead() {
+    try {
+        showWholeShop({stages_[kClients].chosen(), stages_[kComputers].chosen()}, false);
+    } catch (const dao::Error&) {
+        return false;
+    }
+    return true;
+}
+
+// The stages read the stored queries of this copy.
+void ShopFilter::writeQueries(const quick_filters::Found& found, bool& begun) {
+    const quick_filters::IdList* const lists[] = {&found.clients, &found.computers, &found.services};
+    for (const Stage& stage : stages_) {
+        LongWait::finish([&] {
+            setWorkQuery(stages_, stage.index(), lists[stage.index()]->selection(stage.facts().table));
+        });
+        begun = true;
+    }
+    for (const Stage& stage : stages_) {
+        stage.data().selection = stages_.all(stage.index());
     }
 }
 
@@ -132,7 +174,7 @@ void ShopFilter::reloadWholeShop(const QString& status, bool unitToo) {
                                takeFrom(kComputers, addingStage == kComputers)};
     {
         const AtWork working(window_, status);
-        showWholeShop({before[0].chosen, before[1].chosen}, unitToo);
+        readWholeShop({before[0].chosen, before[1].chosen}, unitToo);
     }
     if (addingStage >= 0) {
         resumeAdd(before, addingStage);
@@ -140,16 +182,43 @@ void ShopFilter::reloadWholeShop(const QString& status, bool unitToo) {
     putBackTyped(before, addingStage);
 }
 
+// What is left keeps what was shown, but for the unit: the amounts must not be those of another.
+void ShopFilter::readWholeShop(const std::array<qint32, 2>& keep, bool unitToo) {
+    std::optional<StagesBefore> before;
+    Trap keeping;
+    keeping([&] { before.emplace(stages_, ActiveFilter != kNone); });
+    try {
+        showWholeShop(keep, unitToo);
+    } catch (const dao::Error&) {
+        if (before) {
+            putBack(*before);
+        }
+        if (unitToo) {
+            window_.showUnit();
+            window_.FillServiceList(window_.shownService());
+        }
+    }
+}
+
 void ShopFilter::showWholeShop(const std::array<qint32, 2>& keep, bool unitToo) {
     Trap trap;
-    const StageReading::StepRunner step = [&trap](const std::function<void()>& deed) { trap(deed); };
+    const StageReading::StepRunner step = [&trap](const std::function<void()>& deed) {
+        LongWait::needStay();
+        trap(deed);
+    };
     for (const Stage& stage : stages_) {
-        step([&] { setWorkQuery(stage.index(), std::string("SELECT * FROM ") + stage.facts().table); });
+        step([&] { LongWait::finish([&] { setWorkQuery(stages_, stage.index(), wholeTable(stage)); }); });
         step([&] { stage.data().selection = stages_.all(stage.index()); });
         step([] { refreshCache(); });
     }
     reading_.reload(step, keep, unitToo);
     forget();
+}
+
+void ShopFilter::putBack(StagesBefore& before) {
+    before.putBack();
+    window_.UpdateToolbarState();
+    window_.UpdateServiceButtons();
 }
 
 void ShopFilter::forget() {

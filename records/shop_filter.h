@@ -10,6 +10,7 @@ class MainView;
 class RecordEditing;
 class Stages;
 class StageReading;
+class StagesBefore;
 namespace quick_filters {
 struct Found;
 }
@@ -21,7 +22,8 @@ struct FilterChoices {
 };
 
 // Narrows all stages to the services in one state of payment, and goes back to the whole shop. Both read the
-// stages afresh and take the record on show away from under its fields.
+// stages afresh and take the record on show away from under its fields. Both can be left by the person who
+// waits for them: all stands then as it stood before, and nothing is said.
 class ShopFilter {
  public:
     static constexpr int kNone = -1;
@@ -32,7 +34,7 @@ class ShopFilter {
 
     int ActiveFilter = kNone;  // the number of the filter in force
 
-    // `ok` is false where it found nothing, or the record on show could not be saved first: all stands as it
+    // `ok` is false where it found nothing, or was left, or the record on show could not be saved first: all stands as it
     // stood then. Throws dao::Error where the database could not be asked; a narrowing that fails half-way
     // shows the whole shop. A number that is no filter does nothing.
     void ApplyQuickFilter(int number, bool& ok);
@@ -47,9 +49,13 @@ class ShopFilter {
     struct Before;
     using BothBefore = std::array<Before, kSelectorCount>;
 
-    void setWorkQuery(int stageIndex, const std::string& statement);
+    bool findAndNarrow(int number, const QString& statement, quick_filters::Found& found);
     void narrow(const quick_filters::Found& found);
+    void writeQueries(const quick_filters::Found& found, bool& begun);
     void reloadWholeShop(const QString& status, bool unitToo);
+    void readWholeShop(const std::array<qint32, 2>& keep, bool unitToo);
+    bool showsWholeShopInstead();
+    void putBack(StagesBefore& before);
     void showWholeShop(const std::array<qint32, 2>& keep, bool unitToo);
     Before takeFrom(int stageIndex, bool adding);
     void putBackTyped(const BothBefore& before, int addingStage);

@@ -94,6 +94,10 @@ bool ShopSession::recover(QString& errorText, bool& repaired) {
         repaired = true;
         return true;
     }
+    if (reason.isEmpty()) {
+        errorText = GetResString(1013);
+        return false;
+    }
     const QString question = GetResString(1015, {{QStringLiteral("%1"), reason}});
     if (window_.box(question, BoxIcon::Exclamation, BoxButtons::YesNo) != BoxAnswer::Yes) {
         errorText = GetResString(1013);
@@ -230,7 +234,7 @@ void ShopSession::reopen(bool compacting, QString& errorText, bool& ok) {
     QString reason;
     if (compacting) {
         window_.SetStatusText(QStringLiteral("Repairing & Compacting database... Please wait..."));
-        ok = RepairAndCompactDatabase(reason, true);
+        ok = RepairAndCompactDatabase(reason, true) || reason.isEmpty();  // left: the file is as it was
     }
     if (ok) {
         window_.SetStatusText(GetResString(1046));

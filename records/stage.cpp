@@ -101,11 +101,11 @@ void Stage::fill() {
 }
 
 bool Stage::readEntries() {
-    selector_->clearEntries();
     platform::NameList names;
     Trap step;
     step([&] { names = records.names(); });
     if (names.size() == 0) {
+        selector_->clearEntries();
         showUsualCaption();
         pane.setLocked(true);
         return false;
@@ -127,5 +127,32 @@ void Stage::fillWhenSeen() {
     putOff_ = {pane.name(), records.key()};
     if (!chosenName().isEmpty()) {
         showCaption(chosenName());
+    }
+}
+
+// --- A reading that was left.
+
+Stage::Kept Stage::keep() {
+    Kept kept{data().takeOut(), {}, putOff_, remembered, dirty, pane.isLocked()};
+    if (selector_ != nullptr) {
+        kept.entries = selector_->keep();
+    }
+    return kept;
+}
+
+void Stage::putBack(Kept kept) {
+    data().putBack(std::move(kept.reading));
+    putOff_ = std::move(kept.putOff);
+    remembered = kept.remembered;
+    dirty = kept.dirty;
+    if (selector_ == nullptr) {
+        return;
+    }
+    pane.setLocked(kept.locked);
+    selector_->putBack(kept.entries);
+    if (const QString name = chosenName(); !name.isEmpty()) {
+        showCaption(name);
+    } else {
+        showUsualCaption();
     }
 }

@@ -47,13 +47,25 @@ class Stage {
     // stage nobody sees is mostly filled anew before anybody does.
     void fillWhenSeen();
 
- private:
-    // The entry of the first record, which is the one on show until then.
+    // The entry of the first record, which is the one on show until the selector is filled.
     struct PutOff {
         QString name;
         qint32 number;
     };
+    // All that is read afresh, and what depends on it: taken before a reading that may be left, put back
+    // where it was. What was typed is not part of it (TypedEntry).
+    struct Kept {
+        platform::DataControl::Reading reading;
+        platform::Selector::Kept entries;
+        std::optional<PutOff> putOff;
+        int remembered;
+        bool dirty;
+        bool locked;
+    };
+    Kept keep();
+    void putBack(Kept kept);
 
+ private:
     bool readEntries();  // whether there are any
 
     int index_;

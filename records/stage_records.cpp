@@ -1,5 +1,6 @@
 #include "records/stage_records.h"
 
+#include "platform/controls/long_wait.h"
 #include "platform/dao/row_walk.h"
 #include "platform/system/trap.h"
 
@@ -36,13 +37,17 @@ NameList StageRecords::names() const {
     Selection entries = data_->selection;
     entries.columns = QLatin1String(facts_.entryColumns);
     NameList names;
-    dao::walkRows(data_->Database(), entries.text().toStdString(), [&](const dao::Recordset& rows) {
+    const dao::BeginWalk begin = [&](const dao::Recordset& rows) {
         return [&names, number = rows.Fields(0), writeName = facts_.namesOfRows(rows),
                 name = std::string()]() mutable {
             name.clear();
             writeName(name);
             names.add({name, number.Value().asLong()});
         };
+    };
+    platform::LongWait::run([&] {
+        dao::walkRows(data_->Database(), entries.text().toStdString(), begin);
+        names.sort();
     });
     return names;
 }

@@ -17,7 +17,7 @@ class StageRecords {
     qint32 key() const;        // of the current row; -1 where there is none
     QString name() const;      // of the current row; throws dao::Error
     void find(qint32 number);  // throws as DataControl::FindFirst
-    // With their numbers, in the order of the selection; throws dao::Error.
+    // With their numbers, sorted; throws dao::Error.
     platform::NameList names() const;
 
     bool isStale(const platform::Selection& selection) const;

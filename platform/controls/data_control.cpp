@@ -1,5 +1,8 @@
 #include "platform/controls/data_control.h"
 
+#include <utility>
+
+#include "platform/controls/long_wait.h"
 #include "platform/dao/dbengine.h"
 
 namespace platform {
@@ -12,13 +15,8 @@ void DataControl::Refresh() {
     recordset_.Close();
     recordset_ = {};
     try {
-        if (!database_ || database_.Name() != DatabaseName.toStdString()) {
-            database_.Close();
-            database_ =
-                dao::DBEngine::OpenDatabase(DatabaseName.toStdString(), false, false, Connect.toStdString());
-        }
-        if (const QString statement = RecordSource(); !statement.isEmpty()) {
-            recordset_ = database_.OpenRecordset(statement.toStdString(), dao::dbOpenDynaset);
+        LongWait::run([this] { read(); });
+        if (recordset_) {
             fields_.limitLengths();
         }
         fields_.showRow();
@@ -27,6 +25,28 @@ void DataControl::Refresh() {
         fields_.showEmpty();
         throw;
     }
+}
+
+void DataControl::read() {
+    if (!database_ || database_.Name() != DatabaseName.toStdString()) {
+        database_.Close();
+        database_ =
+            dao::DBEngine::OpenDatabase(DatabaseName.toStdString(), false, false, Connect.toStdString());
+    }
+    if (const QString statement = RecordSource(); !statement.isEmpty()) {
+        recordset_ = database_.OpenRecordset(statement.toStdString(), dao::dbOpenDynaset);
+    }
+}
+
+DataControl::Reading DataControl::takeOut() {
+    return {std::exchange(recordset_, {}), selection};
+}
+
+void DataControl::putBack(Reading reading) {
+    recordset_.Close();
+    recordset_ = std::move(reading.rows);
+    selection = std::move(reading.selection);
+    fields_.showRow();
 }
 
 void DataControl::Close() {

@@ -24,12 +24,19 @@ class DataControl : public QObject {
 
     // Opens the file if it is not open (or DatabaseName changed), runs the selection as a dynaset and shows
     // its first row. Throws dao::Error and then has no record set. With an empty selection only the file is
-    // opened.
+    // opened. Within a LongWait it can be left.
     void Refresh();
     dao::Database& Database() { return database_; }
     // The record set itself, for reading. Move it through the forwards below, so that the fields follow.
     dao::Recordset& Recordset() { return recordset_; }
     bool isOpen() const { return static_cast<bool>(recordset_); }
+    // What the last Refresh has read, for who may have to put it back: without it the next one would close it.
+    struct Reading {
+        dao::Recordset rows;
+        Selection selection;
+    };
+    Reading takeOut();  // the fields go on showing its row
+    void putBack(Reading reading);
     void Close();  // record set and database; fields are emptied
 
     // The record set's operations, each followed by showing the row. All throw as the record set does.
@@ -56,6 +63,8 @@ class DataControl : public QObject {
     void repositioned();  // another row (or none) is shown
 
  private:
+    void read();
+
     dao::Database database_;
     dao::Recordset recordset_;
     BoundFields fields_;

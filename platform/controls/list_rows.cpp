@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/controls/long_wait.h"
+
 namespace platform {
 
 void ListRows::clear() {
@@ -60,6 +62,10 @@ const ListItem& ListRows::item(int row) const {
     const int serial = serialOf(row);
     auto made = items_.find(serial);
     if (made == items_.end()) {
+        if (LongWait::isAway()) {
+            static const ListItem unread;
+            return unread;
+        }
         made = items_.emplace(serial, make_(serial)).first;
         toEnter_.push_back(serial);
     }

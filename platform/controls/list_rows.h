@@ -22,7 +22,8 @@ class ListRows {
     int count() const { return lastSerial_ - static_cast<int>(gone_.size()); }
     int madeCount() const { return static_cast<int>(items_.size()); }
     bool allMade() const { return madeCount() == count(); }
-    // The row, made now if it was not yet. Throws what `make` throws.
+    // The row, made now if it was not yet. Throws what `make` throws. Where the engine is at work for a
+    // LongWait, a row that was not made is empty until it is looked at again.
     const ListItem& item(int row) const;
     int rowOf(const QString& key) const;  // -1: none
 

@@ -3,6 +3,7 @@
 #include <QAbstractListModel>
 #include <QListView>
 #include <QSignalBlocker>
+#include <memory>
 #include <utility>
 
 #include "platform/controls/cut_texts.h"
@@ -36,43 +37,43 @@ class Selector::Model : public QAbstractListModel {
     using QAbstractListModel::QAbstractListModel;
 
     int rowCount(const QModelIndex& parent = {}) const override {
-        return parent.isValid() ? 0 : names.size();
+        return parent.isValid() ? 0 : names->size();
     }
     QVariant data(const QModelIndex& index, int role) const override {
         if (!index.isValid() || !has(index.row())) {
             return {};
         }
         if (role == Qt::DisplayRole || role == Qt::EditRole) {
-            return names.text(index.row());
+            return names->text(index.row());
         }
-        return role == Qt::UserRole ? QVariant(names.at(index.row()).number) : QVariant();
+        return role == Qt::UserRole ? QVariant(names->at(index.row()).number) : QVariant();
     }
 
-    bool has(int index) const { return index >= 0 && index < names.size(); }
+    bool has(int index) const { return index >= 0 && index < names->size(); }
 
-    void setAll(NameList sorted) {
+    void setAll(std::shared_ptr<NameList> sorted) {
         beginResetModel();
         names = std::move(sorted);
         endResetModel();
     }
     int insert(NameList::Name name) {
-        const int index = names.placeFor(name.text);
+        const int index = names->placeFor(name.text);
         beginInsertRows({}, index, index);
-        names.insert(index, name);
+        names->insert(index, name);
         endInsertRows();
         return index;
     }
     void remove(int index) {
         beginRemoveRows({}, index, index);
-        names.remove(index);
+        names->remove(index);
         endRemoveRows();
     }
     void replace(int index, const QString& text) {
-        names.replace(index, text.toStdString());
+        names->replace(index, text.toStdString());
         emit dataChanged(this->index(index), this->index(index));
     }
 
-    NameList names;
+    std::shared_ptr<NameList> names = std::make_shared<NameList>();
 };
 
 Selector::Selector(QWidget* parent) : QComboBox(parent), model_(new Model(this)) {
@@ -101,14 +102,22 @@ void Selector::setEntries(const QList<Entry>& entries) {
     for (const Entry& entry : entries) {
         names.add(nameOf(entry.text.toUtf8(), entry.data));
     }
+    names.sort();
     setEntries(std::move(names));
 }
 
-void Selector::setEntries(NameList names) {
-    names.sort();
+void Selector::setEntries(NameList sorted) {
+    putBack({std::make_shared<NameList>(std::move(sorted)), -1});
+}
+
+Selector::Kept Selector::keep() const {
+    return {model_->names, currentIndex()};
+}
+
+void Selector::putBack(const Kept& kept) {
     const QSignalBlocker quiet(this);
-    model_->setAll(std::move(names));
-    setCurrentIndex(-1);
+    model_->setAll(kept.names);
+    setCurrentIndex(kept.index);
 }
 
 int Selector::addEntry(const QString& text, qint32 number) {
@@ -150,15 +159,15 @@ int Selector::entryCount() const {
 }
 
 QString Selector::entryText(int index) const {
-    return model_->has(index) ? model_->names.text(index) : QString();
+    return model_->has(index) ? model_->names->text(index) : QString();
 }
 
 qint32 Selector::entryData(int index) const {
-    return model_->has(index) ? model_->names.at(index).number : -1;
+    return model_->has(index) ? model_->names->at(index).number : -1;
 }
 
 int Selector::findPrefix(const QString& text) const {
-    return model_->names.findPrefix(text);
+    return model_->names->findPrefix(text);
 }
 
 }  // namespace platform

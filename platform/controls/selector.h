@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QList>
 #include <QString>
+#include <memory>
 
 #include "platform/controls/name_list.h"
 
@@ -22,7 +23,15 @@ class Selector : public QComboBox {
     void clearEntries();
     // Many at once, in any order: sorted once. The selection goes to -1. No change signal.
     void setEntries(const QList<Entry>& entries);
-    void setEntries(NameList names);  // added, not sorted yet
+    void setEntries(NameList sorted);
+    // What it lists and what of that is selected, good until the next change but a setEntries; and that again
+    // after it. No change signal.
+    struct Kept {
+        std::shared_ptr<NameList> names;
+        int index;
+    };
+    Kept keep() const;
+    void putBack(const Kept& kept);
     int addEntry(const QString& text,
                  qint32 number);  // its place in the order; the selection stays on its entry
     void removeEntry(int index);  // of the selected entry: the selection goes to -1

@@ -1,6 +1,6 @@
 #include "platform/dao/breaking_off.h"
 
-#include <atomic>
+#include <utility>
 
 #include "platform/dao/failure.h"
 
@@ -10,6 +10,11 @@ namespace {
 std::atomic<bool> broken{false};
 static_assert(std::atomic<bool>::is_always_lock_free, "a signal's handler sets it");
 
+const std::atomic<bool>*& leftHere() noexcept {
+    static thread_local const std::atomic<bool>* left = nullptr;
+    return left;
+}
+
 }  // namespace
 
 void breakOff() noexcept {
@@ -17,13 +22,29 @@ void breakOff() noexcept {
 }
 
 bool isGoingOn() noexcept {
-    return !broken;
+    return !broken && !isLeft();
 }
 
 void needGoingOn() {
     if (!isGoingOn()) {
         fail(errCancelled);
     }
+}
+
+Leavable::Leavable(const std::atomic<bool>& left) : around_(std::exchange(leftHere(), &left)) {}
+
+Leavable::~Leavable() {
+    leftHere() = around_;
+}
+
+bool isLeft() noexcept {
+    return leftHere() != nullptr && *leftHere();
+}
+
+Unleavable::Unleavable() noexcept : around_(std::exchange(leftHere(), nullptr)) {}
+
+Unleavable::~Unleavable() {
+    leftHere() = around_;
 }
 
 }  // namespace dao

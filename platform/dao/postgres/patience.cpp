@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/dao/breaking_off.h"
 #include "platform/dao/limits.h"
 
 namespace dao::postgres {
@@ -11,7 +12,9 @@ constexpr std::chrono::milliseconds kAfterServer{500};
 
 }  // namespace
 
-Patience::Patience() : Patience(std::chrono::milliseconds(driver::lockTimeout()) + kAfterServer) {}
+Patience::Patience() : Patience(std::chrono::milliseconds(driver::lockTimeout()) + kAfterServer) {
+    goOn_ = [] { return !isLeft(); };
+}
 
 Patience Patience::whileTrue(std::function<bool()> goOn) {
     Patience patience;

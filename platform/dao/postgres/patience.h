@@ -11,7 +11,7 @@ using Clock = std::chrono::steady_clock;
 class Patience {
  public:
     // As long as the engine waits for a lock, and half a second: the server is the first to end the waiting
-    // for a lock, since it can say that it was one.
+    // for a lock, since it can say that it was one. What is left (dao::Leavable) is given up before.
     Patience();
     explicit Patience(std::chrono::milliseconds time) : until_(Clock::now() + time) {}
 

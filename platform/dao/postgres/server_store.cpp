@@ -4,6 +4,7 @@
 #include <thread>
 #include <utility>
 
+#include "platform/dao/breaking_off.h"
 #include "platform/dao/failure.h"
 #include "platform/dao/limits.h"
 #include "platform/dao/postgres/loss.h"
@@ -232,6 +233,7 @@ void ServerStore::commit() {
     }
     steps.push_back({"COMMIT", {}, false});
     std::size_t done = 0;
+    const Unleavable whole;
     if (!withoutLoss([&] { connection().runAll(steps, done); })) {
         needCommitted();
     } else if (written_ != Written::kNothing) {
@@ -267,6 +269,7 @@ void ServerStore::needCommitted() {
 }
 
 void ServerStore::rollback() noexcept {
+    const Unleavable whole;
     const bool open = !std::exchange(beginAhead_, false) && inTransaction();
     if (open) {
         const QuietErrors quiet;
@@ -310,6 +313,7 @@ void ServerStore::rollbackTo(int level) noexcept {
     if (!inTransaction()) {
         return;
     }
+    const Unleavable whole;
     const QuietErrors quiet;
     try {
         const std::string name = levelName(level);

@@ -9,15 +9,24 @@ namespace {
 
 constexpr int kStepsBetweenQuestions = 1000;  // some hundred rows
 
+void ask(sqlite3* db, bool (*mustEnd)()) {
+    sqlite3_progress_handler(
+        db, kStepsBetweenQuestions, [](void* asked) { return reinterpret_cast<bool (*)()>(asked)() ? 1 : 0; },
+        reinterpret_cast<void*>(mustEnd));
+}
+
 }  // namespace
 
+void letLeave(sqlite3* db) {
+    ask(db, [] { return isLeft(); });
+}
+
 LongStatements::LongStatements(sqlite3* db) : db_(db) {
-    sqlite3_progress_handler(
-        db_, kStepsBetweenQuestions, [](void*) { return isGoingOn() ? 0 : 1; }, nullptr);
+    ask(db_, [] { return !isGoingOn(); });
 }
 
 LongStatements::~LongStatements() {
-    sqlite3_progress_handler(db_, 0, nullptr, nullptr);
+    letLeave(db_);
 }
 
 }  // namespace dao::driver

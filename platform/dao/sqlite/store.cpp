@@ -6,6 +6,7 @@
 
 #include <unistd.h>
 
+#include "platform/dao/breaking_off.h"
 #include "platform/dao/failure.h"
 #include "platform/dao/limits.h"
 #include "platform/dao/memory_store.h"
@@ -176,6 +177,7 @@ void SqliteStore::configure(const OpenRequest& request) {
     gatherer_.install(db_);
     installIdSets(db_, this);
     installLinks(db_);
+    letLeave(db_);
     if (!request.path.empty()) {
         keepCiphersReady();
         execute("PRAGMA key = \"x'" + request.key + "'\"");
@@ -304,6 +306,7 @@ void SqliteStore::commit() {
     if (layoutChanged_ && !salt_.empty()) {
         writeLayout(*this, salt_, order());
     }
+    const Unleavable whole;
     cached("COMMIT")->run();
     layoutChanged_ = false;
 }
@@ -313,6 +316,7 @@ void SqliteStore::rollback() noexcept {
     if (!inTransaction()) {
         return;
     }
+    const Unleavable whole;
     try {
         cached("ROLLBACK")->run();
     } catch (const std::exception&) {
@@ -332,6 +336,7 @@ void SqliteStore::rollbackTo(int level) noexcept {
     if (!inTransaction()) {
         return;
     }
+    const Unleavable whole;
     const std::string name = "dao_level" + std::to_string(level);
     sqlite3_exec(db_, ("ROLLBACK TO " + name + ";RELEASE " + name).c_str(), nullptr, nullptr, nullptr);
 }

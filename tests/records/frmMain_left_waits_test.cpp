@@ -1,0 +1,142 @@
+// A filter, its removal and a refresh that the person who waits for them leaves: all stands as it stood.
+#include <QDialog>
+
+#include "narrowed_window.h"
+#include "platform/controls/long_wait.h"
+#include "records/quick_filters.h"
+
+namespace {
+
+// Leaves the next wait at one of its pieces of work, counted from 1.
+class Leaver : public QObject {
+ public:
+    explicit Leaver(int piece) : before_(platform::waitTimes()) {
+        platform::waitTimes() = {0, 0, [this, piece] {
+                                     if (++pieces >= piece) {
+                                         leave();
+                                     }
+                                 }};
+    }
+    ~Leaver() override { platform::waitTimes() = before_; }
+
+    int pieces = 0;
+    bool left = false;
+
+ private:
+    void leave() {
+        if (auto* sign = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            sign != nullptr && sign->objectName() == QLatin1String("WaitSign")) {
+            sign->reject();
+            left = true;
+        }
+    }
+
+    platform::WaitTimes before_;
+};
+
+class LeftWaits : public NarrowedWindow {
+ protected:
+    void SetUp() override {
+        NarrowedWindow::SetUp();
+        anic = addClient("Anic", "Vesna");
+        babic = addClient("Babic", "Bo");
+        desk = addComputer(anic, "Desk");
+        tower = addComputer(babic, "Tower");
+        addComputer(babic, "Mill");
+        addService(desk, {{"Paid", money(100)}});
+        owed = addService(tower);
+        paid = addService(tower, {{"Paid", money(100)}});
+    }
+    // What a person sees of the stages.
+    struct Seen {
+        QStringList clients, computers, names, captions, typed;
+        QList<int> listed;
+        int selected = 0, filter = 0;
+        QList<bool> tools;
+        std::string queries;
+    };
+    Seen seen() {
+        Seen all;
+        all.clients = entries(0);
+        all.computers = entries(1);
+        all.names = {chosen(0), chosen(1)};
+        all.captions = {caption(1), caption(2)};
+        all.typed = {text(0), text(1), text(2)};
+        all.listed = listed();
+        all.selected = win().controls.ListView1->selectedIndex();
+        all.filter = win().shop.filter.ActiveFilter;
+        all.tools = {canUse("RemoveFilter"), canUse("Refresh"), canUse("EditRecord")};
+        all.queries = queryText("QDCustomers0") + queryText("QDComputers0") + queryText("QDServices0");
+        return all;
+    }
+    static void expectSame(const Seen& now, const Seen& before, int piece) {
+        EXPECT_EQ(now.clients, before.clients) << piece;
+        EXPECT_EQ(now.computers, before.computers) << piece;
+        EXPECT_EQ(now.names, before.names) << piece;
+        EXPECT_EQ(now.captions, before.captions) << piece;
+        EXPECT_EQ(now.typed, before.typed) << piece;
+        EXPECT_EQ(now.listed, before.listed) << piece;
+        EXPECT_EQ(now.selected, before.selected) << piece;
+        EXPECT_EQ(now.filter, before.filter) << piece;
+        EXPECT_EQ(now.tools, before.tools) << piece;
+        EXPECT_EQ(now.queries, before.queries) << piece;
+    }
+    // Leaves the deed at each of its pieces of work in turn, until there are no more.
+    void expectLeft(const std::function<void()>& deed) {
+        const Seen before = seen();
+        int leavable = 0;
+        for (int piece = 1; piece < 100; ++piece) {
+            Leaver leaver(piece);
+            deed();
+            if (leaver.pieces < piece) {
+                break;
+            }
+            ASSERT_TRUE(leaver.left);
+            expectSame(seen(), before, piece);
+            EXPECT_TRUE(boxes.asked.isEmpty()) << piece;
+            ++leavable;
+        }
+        EXPECT_GT(leavable, 3);
+    }
+    int anic = 0, babic = 0, desk = 0, tower = 0, owed = 0, paid = 0;
+};
+
+TEST_F(LeftWaits, AFilterThatIsLeftLeavesTheWholeShop) {
+    start();
+    choose(0, "Babic, Bo");
+    tab(3);
+    win().controls.ListView1->select(2);
+    expectLeft([this] { filter(Command::FilterNotFinishedNotPaid); });
+}
+
+TEST_F(LeftWaits, AFilterThatIsLeftLeavesTheFilterBefore) {
+    start();
+    filter(Command::FilterNotFinishedPaid);
+    ASSERT_EQ(win().shop.filter.ActiveFilter, 2);
+    boxes.asked.clear();
+    expectLeft([this] { filter(Command::FilterNotFinishedNotPaid); });
+}
+
+TEST_F(LeftWaits, ARemovalThatIsLeftLeavesTheFilter) {
+    start();
+    filter(Command::FilterNotFinishedNotPaid);
+    ASSERT_EQ(win().shop.filter.ActiveFilter, 1);
+    boxes.asked.clear();
+    expectLeft([this] { tool("RemoveFilter"); });
+}
+
+TEST_F(LeftWaits, ARefreshThatIsLeftKeepsWhatWasShownAndTyped) {
+    start();
+    choose(0, "Babic, Bo");
+    tab(3);
+    win().controls.ListView1->select(2);
+    tab(1);
+    type(0, "Babovic");
+    expectLeft([this] {
+        give(Command::Refresh);
+        EXPECT_EQ(text(0), "Babovic");
+        EXPECT_TRUE(win().controls.StageDirty[0]);
+    });
+}
+
+}  // namespace
