@@ -13,6 +13,7 @@ namespace {
 constexpr std::size_t kBlockRows = 512;
 constexpr std::size_t kFarBlockRows = 8192;  // of a long walk where each block takes its time on the way
 constexpr std::size_t kSmallBlock = 32;
+constexpr std::size_t kBetweenLooks = 512;  // rows, whether more of the block ahead has come in
 constexpr std::size_t kMoreMatches = 64;  // as many times more when a search has to go on
 constexpr std::int64_t kSparse = 4;  // a range with more strangers than this for each row is read row by row
 
@@ -87,6 +88,7 @@ void Keyset::open() {
     block_.reset(typesOf(columns_));
     projection_ = {};
     markCounters();
+    ahead_.drop();
     dropBlock();
 }
 
@@ -122,6 +124,7 @@ const sql::TableInfo* Keyset::wholeTable(const sql::Statement& tree, int depth) 
 }
 
 void Keyset::release() noexcept {
+    ahead_.drop();
     projection_ = {};
     compiled_.reset();
     keys_ = {};
@@ -154,7 +157,14 @@ void Keyset::fetch(std::size_t row) {
         const bool backwards = lastFetched_ != kMissing && row + 1 == lastFetched_;
         const std::size_t wanted = onwards || backwards ? nextBlock() : 1;
         const std::size_t first = backwards ? row - std::min(row, wanted - 1) : row;
+        const bool undisturbed = onwards && askedUpTo_ == file().store().roundTrips();
         loadBlock(first, std::min(wanted, count() - first));
+        if (undisturbed && wanted == kFarBlockRows) {
+            askAhead(first + blockRows_.size());
+        }
+        askedUpTo_ = file().store().roundTrips();
+    } else if (row % kBetweenLooks == 0) {
+        ahead_.takeIn();
     }
     lastFetched_ = row;
     current_ = blockRows_[row - blockStart_];
@@ -192,11 +202,13 @@ void Keyset::loadBlock(std::size_t first, std::size_t rows) {
     blockStart_ = first;
 }
 
+bool Keyset::isDense(std::size_t first, std::size_t rows) const {
+    return keys_.isAscending() && rows > 1 && !select().fetchRange.empty() &&
+           keys_.key(first + rows - 1, 0) - keys_.key(first, 0) < kSparse * static_cast<std::int64_t>(rows);
+}
+
 void Keyset::loadRows(std::size_t first, std::size_t rows) {
-    const bool dense =
-        keys_.isAscending() && rows > 1 && !select().fetchRange.empty() &&
-        keys_.key(first + rows - 1, 0) - keys_.key(first, 0) < kSparse * static_cast<std::int64_t>(rows);
-    if (dense) {
+    if (isDense(first, rows)) {
         loadRange(first, rows);
     } else if (rows > 1 && !select().fetchList.empty()) {
         loadList(first, rows);
@@ -205,13 +217,33 @@ void Keyset::loadRows(std::size_t first, std::size_t rows) {
     }
 }
 
-void Keyset::loadRange(std::size_t first, std::size_t rows) {
-    const Projection* part = rows > kSmallBlock ? &projection() : nullptr;
-    const sql::WrittenSelect& from = part != nullptr ? part->compiled->select : select();
-    const auto statement = file().store().cached(from.fetchRange);
+std::shared_ptr<driver::Statement> Keyset::rangeStatement(std::size_t first, std::size_t rows) {
+    const sql::WrittenSelect& from = rows > kSmallBlock ? projection().compiled->select : select();
+    std::shared_ptr<driver::Statement> statement = file().store().cached(from.fetchRange);
     const int firstKey = driver::bindParameters(*statement, from.parameters);
     statement->bindInteger(firstKey, keys_.key(first, 0));
     statement->bindInteger(firstKey + 1, keys_.key(first + rows - 1, 0));
+    return statement;
+}
+
+BlockAhead::Rows Keyset::rowsToRead(std::size_t first, std::size_t rows) const {
+    return {first, rows, file().generation(), asked_};
+}
+
+// Whoever asked nothing else on the way through a block will hardly do so on the way through the next one.
+void Keyset::askAhead(std::size_t first) {
+    const std::size_t rows = std::min(kFarBlockRows, count() - first);
+    if (rows > kSmallBlock && isDense(first, rows)) {
+        ahead_.ask(rowsToRead(first, rows), rangeStatement(first, rows));
+    }
+}
+
+void Keyset::loadRange(std::size_t first, std::size_t rows) {
+    std::shared_ptr<driver::Statement> statement = ahead_.take(rowsToRead(first, rows));
+    if (statement == nullptr) {
+        statement = rangeStatement(first, rows);
+    }
+    const Projection* part = rows > kSmallBlock ? &projection() : nullptr;
     std::vector<std::int64_t> found;
     statement->readRows(block_, 1, &found, SIZE_MAX, part != nullptr ? &part->places : nullptr);
     std::size_t at = 0;

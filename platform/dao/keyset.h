@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "platform/dao/block_ahead.h"
 #include "platform/dao/database_impl.h"
 #include "platform/dao/key_list.h"
 #include "platform/dao/recordset_impl.h"
@@ -62,6 +63,10 @@ class Keyset final : public RecordsetImpl {
     void loadBlock(std::size_t first, std::size_t rows);
     void loadRows(std::size_t first, std::size_t rows);
     void loadRange(std::size_t first, std::size_t rows);
+    bool isDense(std::size_t first, std::size_t rows) const;
+    std::shared_ptr<driver::Statement> rangeStatement(std::size_t first, std::size_t rows);
+    BlockAhead::Rows rowsToRead(std::size_t first, std::size_t rows) const;
+    void askAhead(std::size_t first);
     void loadList(std::size_t first, std::size_t rows);
     const Projection& projection();
     void loadSingly(std::size_t first, std::size_t rows);
@@ -95,6 +100,9 @@ class Keyset final : public RecordsetImpl {
     std::int64_t blockGeneration_ = -1;
     std::optional<std::int64_t> blockVersion_;  // nothing: nobody has asked
     std::size_t lastFetched_ = kMissing;
+
+    BlockAhead ahead_;
+    std::int64_t askedUpTo_ = -1;  // how often the store had been asked when the block was there
 
     Projection projection_;
     std::vector<char> isCounter_;  // of each column
