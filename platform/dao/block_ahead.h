@@ -13,7 +13,8 @@ namespace dao {
 // through: one block, whatever the length of the walk.
 class BlockAhead {
  public:
-    // Which rows, and what decides how they are read: the fields that were looked at, and how old rows may be.
+    // Which rows, and what decides how they are read: the fields that were looked at, and how old rows may
+    // be.
     struct Rows {
         std::size_t first = 0;
         std::size_t count = 0;

@@ -14,7 +14,7 @@ constexpr std::size_t kBlockRows = 512;
 constexpr std::size_t kFarBlockRows = 8192;  // of a long walk where each block takes its time on the way
 constexpr std::size_t kSmallBlock = 32;
 constexpr std::size_t kBetweenLooks = 512;  // rows, whether more of the block ahead has come in
-constexpr std::size_t kMoreMatches = 64;  // as many times more when a search has to go on
+constexpr std::size_t kMoreMatches = 64;    // as many times more when a search has to go on
 constexpr std::int64_t kSparse = 4;  // a range with more strangers than this for each row is read row by row
 
 std::vector<Type> typesOf(const std::vector<sql::ResultColumn>& columns) {

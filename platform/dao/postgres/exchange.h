@@ -49,8 +49,8 @@ class Exchange {
     // Its next answer, or the error in its place; neither where there is no more of it. Fails as ask does.
     Answer next(std::int64_t question, const Patience& patience);
     void drop(std::int64_t question);
-    // Takes what has arrived from the socket, so that the server can go on sending. Asks nothing, and leaves a
-    // loss to be told by whoever asks next.
+    // Takes what has arrived from the socket, so that the server can go on sending. Asks nothing, and leaves
+    // a loss to be told by whoever asks next.
     void takeInArrived();
 
     // Looks whether the other end has hung up: then the connection counts as lost from here on.
@@ -71,7 +71,7 @@ class Exchange {
         Answer answer;
         bool pipeline = false;
         bool complete = false;
-        bool ended = false;  // the last thing that came in was the end of an answer
+        bool ended = false;                 // the last thing that came in was the end of an answer
         std::int64_t question = kUnwanted;  // that one answer is taken of
     };
     enum class Stop { kNone, kTime, kGivenUp, kFailed };

@@ -165,7 +165,7 @@ class ServerStore final : public driver::Store, public StatementRunner {
                                                        -1};  // both, as they were when described_ was read
     std::map<std::string, sql::TableInfo> described_;
     Versions queriesIn_{0, 0, -1, -1};
-    std::set<std::string> longOnes_;  // statements that gave many rows the last time
+    std::set<std::string> longOnes_;             // statements that gave many rows the last time
     std::map<std::string, KnownQuery> queries_;  // by the bytes that their names compare by
 };
 
