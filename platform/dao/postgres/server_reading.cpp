@@ -77,10 +77,11 @@ void ServerStore::noteLength(const std::string& text, int rows) {
 }
 
 std::optional<std::int64_t> ServerStore::beginPieces(const std::string& text, const Parameters& parameters) {
-    if (!beginAhead_ || !locks_.wanted.empty() || !longOnes_.contains(text)) {
+    if (!reading_ || !inTransaction() || !locks_.wanted.empty() || !longOnes_.contains(text)) {
         return std::nullopt;
     }
     std::vector<Step> steps = stepsBefore();
+    steps.push_back({"CLOSE ALL", {}, false});
     steps.push_back({"DECLARE dao_rows NO SCROLL CURSOR FOR " + text, parameters, false});
     for (Step& step : fetches()) {
         steps.push_back(std::move(step));
@@ -88,14 +89,18 @@ std::optional<std::int64_t> ServerStore::beginPieces(const std::string& text, co
     return connection().begin(steps, TransactionState::kOpen);
 }
 
-// The transaction has begun with it, whatever becomes of the rest.
+// Where the transaction is to begin with it, it has begun once that is answered, whatever becomes of the
+// rest.
 Result ServerStore::firstPiece(std::int64_t question, const std::string& text) {
     Connection& server = connection();
     std::size_t done = 0;
     try {
-        server.next(question, text);
-        done = 2;
-        keepVersions(server.next(question, text).value());
+        if (beginAhead_) {
+            server.next(question, text);
+            keepVersions(server.next(question, text).value());
+            done = 2;
+        }
+        server.next(question, text);  // of the cursors before, and of this one
         server.next(question, text);
         Result piece = server.next(question, text).value();
         noteDone(done);
