@@ -49,6 +49,11 @@ class Statement {
     // rows read.
     virtual std::size_t readRows(RowBlock& block, int skip = 0, std::vector<std::int64_t>* keys = nullptr,
                                  std::size_t limit = SIZE_MAX, const std::vector<int>* places = nullptr) = 0;
+    // Has a store that is far begin to answer the readRows that comes next, for what is bound now. Not within
+    // a transaction. Whatever else is asked of the store before takes it back: then readRows asks anew.
+    virtual void askAhead() {}
+    // Takes in what has come of that by now, so that the store can go on sending.
+    virtual void takeIn() {}
     // All rows, some at a time: `take` is called whenever there are some in the block, which is emptied then.
     // It asks nothing of the store.
     virtual void readBlocks(RowBlock& block, const std::function<void()>& take) = 0;

@@ -7,6 +7,7 @@ namespace {
 
 constexpr std::size_t kBlockRows = 512;
 constexpr std::size_t kFarBlockRows = 8192;  // of a long walk where each block takes its time on the way
+constexpr std::size_t kBetweenLooks = 512;   // rows, whether more of the block ahead has come in
 constexpr std::size_t kSmallBlock = KeyedReader::kWholeRows;
 
 }  // namespace
@@ -48,11 +49,27 @@ std::optional<std::size_t> KeyedBlock::fetch(std::size_t row) {
         drop();
     }
     if (!holds(row)) {
-        load(ahead(row));
+        loadOnTheWay(row);
+    } else if (row % kBetweenLooks == 0) {
+        reader_.takeIn();
     }
     lastFetched_ = row;
     const std::size_t place = places_[row - first_];
     return place == KeyedReader::kMissing ? std::nullopt : std::optional(place);
+}
+
+// Whoever asked nothing else on the way through a block will hardly do so on the way through the next one.
+void KeyedBlock::loadOnTheWay(std::size_t row) {
+    const driver::Store& store = set_.file().store();
+    const bool onwards = lastFetched_ != kNowhere && row == lastFetched_ + 1;
+    const bool undisturbed = onwards && askedUpTo_ == store.roundTrips();
+    const RowRun run = ahead(row);
+    load(run);
+    if (undisturbed && run.rows == kFarBlockRows) {
+        const std::size_t next = run.first + run.rows;
+        reader_.askAhead({next, std::min(kFarBlockRows, set_.keys.size() - next)});
+    }
+    askedUpTo_ = store.roundTrips();
 }
 
 bool KeyedBlock::fetchAlone(std::size_t row) {

@@ -33,6 +33,7 @@ class KeyedBlock {
     bool holds(std::size_t row) const { return row - first_ < places_.size(); }
     RowRun ahead(std::size_t row) const;
     std::size_t nextBlock() const;
+    void loadOnTheWay(std::size_t row);
     void load(const RowRun& run);
 
     const KeysetView& set_;
@@ -43,6 +44,7 @@ class KeyedBlock {
     std::int64_t generation_ = -1;
     std::optional<std::int64_t> version_;  // nothing: nobody has asked
     std::size_t lastFetched_ = kNowhere;
+    std::int64_t askedUpTo_ = -1;  // how often the store had been asked when the block was there
 };
 
 }  // namespace dao

@@ -37,14 +37,32 @@ bool KeyedReader::isDense(const RowRun& run) const {
                kSparse * static_cast<std::int64_t>(run.rows);
 }
 
+std::shared_ptr<driver::Statement> KeyedReader::rangeStatement(const RowRun& run) {
+    const sql::WrittenSelect& from = run.rows > kWholeRows ? projection().compiled->select : set_.select();
+    std::shared_ptr<driver::Statement> statement = set_.file().store().cached(from.fetchRange);
+    const int firstKey = driver::bindParameters(*statement, from.parameters);
+    statement->bindInteger(firstKey, set_.keys.key(run.first, 0));
+    statement->bindInteger(firstKey + 1, set_.keys.key(run.first + run.rows - 1, 0));
+    return statement;
+}
+
+BlockAhead::Rows KeyedReader::rowsToRead(const RowRun& run) const {
+    return {run.first, run.rows, set_.file().generation(), asked_};
+}
+
+void KeyedReader::askAhead(const RowRun& run) {
+    if (run.rows > kWholeRows && isDense(run)) {
+        ahead_.ask(rowsToRead(run), rangeStatement(run));
+    }
+}
+
 void KeyedReader::readRange(const RowRun& run, RowBlock& block, std::vector<std::size_t>& places) {
     const KeyList& keys = set_.keys;
+    std::shared_ptr<driver::Statement> statement = ahead_.take(rowsToRead(run));
+    if (statement == nullptr) {
+        statement = rangeStatement(run);
+    }
     const Projection* const part = run.rows > kWholeRows ? &projection() : nullptr;
-    const sql::WrittenSelect& from = part != nullptr ? part->compiled->select : set_.select();
-    const auto statement = set_.file().store().cached(from.fetchRange);
-    const int firstKey = driver::bindParameters(*statement, from.parameters);
-    statement->bindInteger(firstKey, keys.key(run.first, 0));
-    statement->bindInteger(firstKey + 1, keys.key(run.first + run.rows - 1, 0));
     std::vector<std::int64_t> found;
     statement->readRows(block, 1, &found, SIZE_MAX, part != nullptr ? &part->places : nullptr);
     std::size_t at = 0;

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "platform/dao/block_ahead.h"
 #include "platform/dao/keyset_view.h"
 #include "platform/dao/row_block.h"
 
@@ -26,7 +27,14 @@ class KeyedReader {
     // Adds the rows to the block; `places` tells for each of the run where it lies there, kMissing where it
     // has been deleted.
     void read(const RowRun& run, RowBlock& block, std::vector<std::size_t>& places);
-    void forget() { projection_ = {}; }  // the statement is another one
+    // Has a store that is far get rows of one range ready that will be read next. Not within a transaction.
+    void askAhead(const RowRun& run);
+    // Called now and then until they are read: the store goes on sending.
+    void takeIn() const { ahead_.takeIn(); }
+    void forget() {  // the statement is another one
+        ahead_.drop();
+        projection_ = {};
+    }
 
  private:
     // The statement cut down to the fields that have been looked at.
@@ -37,6 +45,8 @@ class KeyedReader {
     };
 
     bool isDense(const RowRun& run) const;
+    std::shared_ptr<driver::Statement> rangeStatement(const RowRun& run);
+    BlockAhead::Rows rowsToRead(const RowRun& run) const;
     void readRange(const RowRun& run, RowBlock& block, std::vector<std::size_t>& places);
     void readList(const RowRun& run, RowBlock& block, std::vector<std::size_t>& places) const;
     void readSingly(const RowRun& run, RowBlock& block, std::vector<std::size_t>& places) const;
@@ -46,6 +56,7 @@ class KeyedReader {
     const KeysetView& set_;
     const std::vector<char>& asked_;
     Projection projection_;
+    BlockAhead ahead_;
 };
 
 }  // namespace dao

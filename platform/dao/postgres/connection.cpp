@@ -23,6 +23,7 @@ constexpr const char* kSessionSettings =
     "SET standard_conforming_strings = on;"
     "SET client_min_messages = warning;"
     "SET statement_timeout = 0;"
+    "SET cursor_tuple_fraction = 1;"  // all rows of each are wanted
     "SET default_transaction_isolation = 'read committed';"
     "SET tcp_keepalives_idle = 20;"
     "SET tcp_keepalives_interval = 10;"
@@ -111,6 +112,28 @@ std::vector<Result> Connection::runAll(const std::vector<Step>& steps, std::size
 void Connection::tell(const Step& step, TransactionState after) {
     exchange_.tell([&](pg_conn* connection) { return sendUnnamed(connection, step); });
     told_ = after;
+}
+
+std::optional<std::int64_t> Connection::begin(const std::vector<Step>& steps, TransactionState after) {
+    const std::vector<Sending> sendings = sendingsOf(steps);
+    const auto isNew = [](const Sending& each) { return each.isNew; };
+    if (std::any_of(sendings.begin(), sendings.end(), isNew)) {
+        return std::nullopt;
+    }
+    const std::int64_t question =
+        exchange_.begin([&](pg_conn* connection) { return sendAll(connection, sendings); });
+    told_ = after;
+    return question;
+}
+
+std::optional<Result> Connection::next(std::int64_t question, const std::string& text,
+                                       const Patience& patience) {
+    Answer answer = exchange_.next(question, patience);
+    if (answer.error.has_value()) {
+        exchange_.drop(question);
+        refuse(answer, text);
+    }
+    return answer.results.empty() ? std::nullopt : std::optional(answer.last());
 }
 
 void Connection::execute(const std::string& text, const Patience& patience) {
@@ -213,18 +236,20 @@ std::vector<Connection::Sending> Connection::sendingsOf(const std::vector<Step>&
     return sendings;
 }
 
+bool Connection::sendAll(pg_conn* connection, const std::vector<Sending>& sendings) {
+    return std::all_of(sendings.begin(), sendings.end(), [&](const Sending& each) {
+        if (!each.step->isPrepared) {
+            return sendUnnamed(connection, *each.step) != 0;
+        }
+        return (!each.isNew || sendPrepare(connection, each.name, *each.step)) &&
+               sendPrepared(connection, each.name, *each.step);
+    });
+}
+
 Answer Connection::askAll(const std::vector<Step>& steps, std::size_t& done, const Patience& patience) {
     dropLeftStatements();
     const std::vector<Sending> sendings = sendingsOf(steps);
-    const auto send = [&](pg_conn* connection) {
-        return std::all_of(sendings.begin(), sendings.end(), [&](const Sending& each) {
-            if (!each.step->isPrepared) {
-                return sendUnnamed(connection, *each.step) != 0;
-            }
-            return (!each.isNew || sendPrepare(connection, each.name, *each.step)) &&
-                   sendPrepared(connection, each.name, *each.step);
-        });
-    };
+    const auto send = [&](pg_conn* connection) { return sendAll(connection, sendings); };
     try {
         Answer answer = exchange_.askPipeline(send, patience);
         done = keepPrepared(sendings, exchange_.answered(), &answer.results);

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -57,6 +58,15 @@ class Connection {
                                const Patience& patience = {});
     // One whose answer nobody waits for. `after`: how the transaction stands behind it.
     void tell(const Step& step, TransactionState after);
+    // Several in one breath, without waiting: see Exchange::begin. `after`: how the transaction stands behind
+    // them. Nothing, and nothing is begun, where the server has yet to prepare one of them.
+    std::optional<std::int64_t> begin(const std::vector<Step>& steps, TransactionState after);
+    // Its next answer; nothing where there is no more of it, or something else was asked between. `text`: the
+    // statement that a refusal is about.
+    std::optional<Result> next(std::int64_t question, const std::string& text, const Patience& patience = {});
+    void drop(std::int64_t question) { exchange_.drop(question); }
+    // Takes in what has arrived, without waiting.
+    void takeIn() { exchange_.takeInArrived(); }
     // Statements without parameters, one or several; those that are several stand or fall together.
     void execute(const std::string& text, const Patience& patience = {});
 
@@ -82,6 +92,7 @@ class Connection {
     };
     Sending sendingOf(const Step& step);
     std::vector<Sending> sendingsOf(const std::vector<Step>& steps);
+    static bool sendAll(pg_conn* connection, const std::vector<Sending>& sendings);
     Answer askAll(const std::vector<Step>& steps, std::size_t& done, const Patience& patience);
     std::size_t keepPrepared(const std::vector<Sending>& sendings, std::size_t answered,
                              std::vector<Result>* answers);

@@ -58,6 +58,7 @@ Answer Exchange::ask(const Send& send, const Patience& patience) {
 
 Answer Exchange::askPipeline(const Send& send, const Patience& patience) {
     needConnection();
+    dropAll();
     ++roundTrips_;
     answered_ = 0;
     startSending(send, true);
@@ -67,10 +68,51 @@ Answer Exchange::askPipeline(const Send& send, const Patience& patience) {
 void Exchange::tell(const Send& send) {
     needConnection();
     startSending(send, true);
-    ++told_;
+    pending_.push_back(kUnwanted);
     if (PQflush(handle_.get()) < 0) {
         loseWithMessage();
     }
+}
+
+std::int64_t Exchange::begin(const Send& send) {
+    tell(send);
+    ++roundTrips_;
+    return pending_.back() = ++begun_;
+}
+
+bool Exchange::isAsked(std::int64_t question) const {
+    return handle_ != nullptr && std::find(pending_.begin(), pending_.end(), question) != pending_.end();
+}
+
+Answer Exchange::next(std::int64_t question, const Patience& patience) {
+    if (!isAsked(question)) {
+        return {};
+    }
+    Answers answers;
+    answers.pipeline = true;
+    answers.question = question;
+    const Stop why = await(answers, patience);
+    if (why == Stop::kNone) {
+        return settled(std::move(answers), why);
+    }
+    dropAll();
+    stop(answers);
+    settled(std::move(answers), why);
+    fail(why == Stop::kTime ? errLocked : errCancelled);
+}
+
+void Exchange::drop(std::int64_t question) {
+    std::replace(pending_.begin(), pending_.end(), question, kUnwanted);
+}
+
+void Exchange::takeInArrived() {
+    if (handle_ != nullptr && waitForSocket(PQsocket(handle_.get()), true, false, Clock::now())) {
+        PQconsumeInput(handle_.get());
+    }
+}
+
+void Exchange::dropAll() {
+    std::fill(pending_.begin(), pending_.end(), kUnwanted);
 }
 
 // What it said last comes first, and then the end.
@@ -87,8 +129,9 @@ void Exchange::noticeLoss() {
 }
 
 void Exchange::settle(const Patience& patience) {
-    if (told_ > 0) {
-        --told_;
+    dropAll();
+    if (!pending_.empty()) {
+        pending_.pop_back();
         answerOf(true, patience);
     }
     if (PQpipelineStatus(handle_.get()) != PQ_PIPELINE_OFF && PQexitPipelineMode(handle_.get()) == 0) {
@@ -127,16 +170,17 @@ void Exchange::startSending(const Send& send, bool pipeline) {
     fail(errInvalidOperation, "Invalid operation: " + refusal + ".");
 }
 
+// An answer taken one by one may have come in with the one before it.
 Exchange::Stop Exchange::await(Answers& answers, const Patience& patience) {
-    while (true) {
+    takeIn(answers);
+    while (!answers.complete) {
         takeInUntil(answers, std::min(patience.until(), Clock::now() + kBetweenQuestions));
-        if (answers.complete) {
-            return Stop::kNone;
-        }
-        if (const Stop why = whetherToStop(patience); why != Stop::kNone) {
+        const Stop why = answers.complete ? Stop::kNone : whetherToStop(patience);
+        if (why != Stop::kNone) {
             return why;
         }
     }
+    return Stop::kNone;
 }
 
 Exchange::Stop Exchange::whetherToStop(const Patience& patience) {
@@ -197,6 +241,7 @@ void Exchange::keep(Answers& answers, Result&& result, pg_result* answer) {
             if (!answers.answer.error.has_value()) {
                 answers.answer.error = errorOf(answer);
             }
+            answers.complete = isTurnOf(answers.question);
             break;
         case PGRES_COPY_IN:
         case PGRES_COPY_OUT:
@@ -205,19 +250,38 @@ void Exchange::keep(Answers& answers, Result&& result, pg_result* answer) {
         case PGRES_PIPELINE_ABORTED:
             break;
         case PGRES_PIPELINE_SYNC:
-            if (told_ > 0) {  // so far it was the answer to what was merely told
-                --told_;
-                answers.answer = {};
-            } else {
-                answers.complete = true;
-            }
+            keepSync(answers);
             break;
         default:
-            answers.answer.results.push_back(std::move(result));
+            keepAnswer(answers, std::move(result));
     }
     if (PQstatus(handle_.get()) == CONNECTION_BAD && !answers.answer.error.has_value()) {
         loseWithMessage();
     }
+}
+
+bool Exchange::isTurnOf(std::int64_t question) const {
+    return question != kUnwanted && !pending_.empty() && pending_.front() == question;
+}
+
+// What nobody wants is let go as it comes in.
+void Exchange::keepAnswer(Answers& answers, Result&& result) {
+    const bool isWanted = isTurnOf(answers.question);
+    if (isWanted || pending_.empty()) {
+        answers.answer.results.push_back(std::move(result));
+    }
+    answers.complete = isWanted;
+}
+
+void Exchange::keepSync(Answers& answers) {
+    if (pending_.empty()) {
+        answers.complete = true;
+        return;
+    }
+    const bool wasLast = isTurnOf(answers.question);  // of the answers that are taken one by one
+    pending_.pop_front();
+    answers.answer = {};  // so far it was the answer to what was merely told
+    answers.complete = wasLast || (answers.question != kUnwanted && pending_.empty());
 }
 
 std::future<void> Exchange::startCancel() {

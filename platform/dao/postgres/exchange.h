@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <exception>
 #include <functional>
 #include <future>
@@ -39,24 +40,39 @@ class Exchange {
     Answer askPipeline(const Send& send, const Patience& patience);
     void tell(const Send& send);
 
+    // Asks without waiting: the answers are taken one by one, the first of them while the others are still on
+    // their way. The number of the question. Whatever else is asked before all are taken ends it, and what is
+    // left of it is dropped as it comes in; what is begun or told behind it waits for its turn.
+    std::int64_t begin(const Send& send);
+    // Whether there may be more of it.
+    bool isAsked(std::int64_t question) const;
+    // Its next answer, or the error in its place; neither where there is no more of it. Fails as ask does.
+    Answer next(std::int64_t question, const Patience& patience);
+    void drop(std::int64_t question);
+    // Takes what has arrived from the socket, so that the server can go on sending. Asks nothing, and leaves
+    // a loss to be told by whoever asks next.
+    void takeInArrived();
+
     // Looks whether the other end has hung up: then the connection counts as lost from here on.
     void noticeLoss();
 
     pg_conn* handle() const { return handle_.get(); }  // nullptr: lost
     const Address& place() const { return place_; }
     std::int64_t roundTrips() const { return roundTrips_; }
-    // Whether something was told whose answer has not been taken in.
-    bool hasTold() const { return told_ > 0; }
+    // Whether something was told or begun whose answers have not been taken in.
+    bool hasTold() const { return !pending_.empty(); }
     // How many answers the last question got, also where it failed.
     std::size_t answered() const { return answered_; }
 
  private:
     // The answers as they come in; complete when the server is ready for the next question.
+    static constexpr std::int64_t kUnwanted = 0;
     struct Answers {
         Answer answer;
         bool pipeline = false;
         bool complete = false;
-        bool ended = false;  // the last thing that came in was the end of an answer
+        bool ended = false;                 // the last thing that came in was the end of an answer
+        std::int64_t question = kUnwanted;  // that one answer is taken of
     };
     enum class Stop { kNone, kTime, kGivenUp, kFailed };
 
@@ -69,7 +85,11 @@ class Exchange {
     void takeInUntil(Answers& answers, Clock::time_point until);
     void takeIn(Answers& answers);
     void keep(Answers& answers, Result&& result, pg_result* answer);
+    void keepAnswer(Answers& answers, Result&& result);
     void keepEnd(Answers& answers);
+    void keepSync(Answers& answers);
+    bool isTurnOf(std::int64_t question) const;
+    void dropAll();
     std::future<void> startCancel();
     void stop(Answers& answers);
     Answer settled(Answers&& answers, Stop stop);
@@ -80,7 +100,9 @@ class Exchange {
     Address place_;
     std::int64_t roundTrips_ = 0;
     std::size_t answered_ = 0;
-    int told_ = 0;  // pipelines whose answers nobody has taken in yet
+    // Pipelines whose answers nobody has taken in yet: the question's number, or that nobody wants them.
+    std::deque<std::int64_t> pending_;
+    std::int64_t begun_ = kUnwanted;  // the last one that was begun
     std::exception_ptr whileWaiting_;
 };
 

@@ -35,6 +35,8 @@ class Link final : private ConnectionSource {
     Connection& soundConnection();
     // Whether there is a connection now: without one there is no transaction and no lock either.
     bool isConnected() const override { return connection_ != nullptr && !connection_->lost(); }
+    // The one that there is now: isConnected() comes first.
+    Connection& heldConnection() { return *connection_; }
     // Counts the connections that there have been.
     std::int64_t session() const { return session_; }
     // Of all those connections.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <utility>
 
 #include "platform/dao/failure.h"
 #include "platform/dao/postgres/network_order.h"
@@ -156,10 +157,14 @@ void ServerStatement::bindNumbers(int index, sql::IdSetPtr numbers) {
     at(index) = std::move(numbers);
 }
 
-Result ServerStatement::ask(const std::string& text) {
+StatementRunner& ServerStatement::store() const {
     if (*store_ == nullptr) {
         fail(errObjectClosed);
     }
+    return **store_;
+}
+
+Parameters ServerStatement::parameters() const {
     Parameters parameters;
     for (const Bound& each : bound_) {
         if (const auto* numbers = std::get_if<sql::IdSetPtr>(&each)) {
@@ -173,13 +178,44 @@ Result ServerStatement::ask(const std::string& text) {
             parameters.null(Type::kInteger8);
         }
     }
-    return (*store_)->run(text, parameters);
+    return parameters;
+}
+
+Result ServerStatement::ask(const std::string& text) {
+    return store().run(text, parameters());
+}
+
+void ServerStatement::askAhead() {
+    dropAhead();
+    ahead_ = store().askAhead(text_, parameters());
+}
+
+void ServerStatement::takeIn() {
+    if (ahead_) {
+        store().takeIn();
+    }
+}
+
+Result ServerStatement::takeAnswer() {
+    if (const std::optional<AskedAhead> asked = std::exchange(ahead_, std::nullopt)) {
+        if (std::optional<Result> answer = store().takeAhead(*asked)) {
+            return std::move(*answer);
+        }
+    }
+    return ask(text_);
+}
+
+void ServerStatement::dropAhead() noexcept {
+    if (ahead_ && *store_ != nullptr) {
+        (*store_)->dropAhead(*ahead_);
+    }
+    ahead_.reset();
 }
 
 std::int64_t ServerStatement::run() {
     const std::int64_t affected = ask(text_).affected();
     if (affected > 0) {
-        (*store_)->noteWritten();
+        store().noteWritten();
     }
     return affected;
 }
@@ -202,7 +238,7 @@ void ServerStatement::readKeys(std::vector<std::int64_t>& out, int columns) {
 
 std::size_t ServerStatement::readRows(RowBlock& block, int skip, std::vector<std::int64_t>* keys,
                                       std::size_t limit, const std::vector<int>* places) {
-    const Result answer = ask(text_);
+    const Result answer = takeAnswer();
     const std::vector<Cells> cells = cellsOf(answer, block.columns(), skip, places);
     const std::size_t rows = std::min(limit, static_cast<std::size_t>(answer.rows()));
     block.expect(rows);
@@ -217,15 +253,16 @@ std::size_t ServerStatement::readRows(RowBlock& block, int skip, std::vector<std
 }
 
 void ServerStatement::readBlocks(RowBlock& block, const std::function<void()>& take) {
-    const Result answer = ask(text_);
-    const std::vector<Cells> cells = cellsOf(answer, block.columns(), 0, nullptr);
-    for (int row = 0; row < answer.rows(); ++row) {
-        addRow(block, answer, row, cells);
-        if (block.rows() == driver::kRowsAtOnce || row + 1 == answer.rows()) {
-            take();
-            block.clear();
+    store().runInPieces(text_, parameters(), [&](const Result& answer) {
+        const std::vector<Cells> cells = cellsOf(answer, block.columns(), 0, nullptr);
+        for (int row = 0; row < answer.rows(); ++row) {
+            addRow(block, answer, row, cells);
+            if (block.rows() == driver::kRowsAtOnce || row + 1 == answer.rows()) {
+                take();
+                block.clear();
+            }
         }
-    }
+    });
 }
 
 }  // namespace dao::postgres

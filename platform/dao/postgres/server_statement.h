@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -14,6 +15,7 @@ class ServerStatement final : public driver::Statement {
  public:
     // The store outlives its statements' use, not them: one that is gone fails with errObjectClosed.
     ServerStatement(std::shared_ptr<StatementRunner*> store, std::string text);
+    ~ServerStatement() override { dropAhead(); }
 
     void bind(int index, const Value& value) override;
     void bindInteger(int index, std::int64_t value) override;
@@ -23,16 +25,23 @@ class ServerStatement final : public driver::Statement {
     void readKeys(std::vector<std::int64_t>& out, int columns) override;
     std::size_t readRows(RowBlock& block, int skip, std::vector<std::int64_t>* keys, std::size_t limit,
                          const std::vector<int>* places) override;
+    void askAhead() override;
+    void takeIn() override;
     void readBlocks(RowBlock& block, const std::function<void()>& take) override;
 
  private:
     using Bound = std::variant<std::monostate, Value, std::int64_t, sql::IdSetPtr>;
     Bound& at(int index);
+    StatementRunner& store() const;
+    Parameters parameters() const;
     Result ask(const std::string& text);
+    Result takeAnswer();
+    void dropAhead() noexcept;
 
     std::shared_ptr<StatementRunner*> store_;
     std::string text_;
     std::vector<Bound> bound_;
+    std::optional<AskedAhead> ahead_;
 };
 
 // A value as a column of that type keeps it.

@@ -9,6 +9,7 @@
 #include "platform/dao/limits.h"
 #include "platform/dao/postgres/loss.h"
 #include "platform/dao/postgres/quoting.h"
+#include "platform/dao/postgres/read_steps.h"
 #include "platform/dao/postgres/server_statement.h"
 #include "platform/text/order.h"
 
@@ -20,13 +21,7 @@ namespace {
 constexpr std::chrono::seconds kToLearn{60};
 constexpr std::chrono::milliseconds kNap{100};
 
-constexpr const char* kBeginRead = "BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY";
 constexpr const char* kLockRow = "SELECT pg_advisory_lock($1)";
-constexpr const char* kVersions =
-    "SELECT s.schema_version,"
-    " (SELECT coalesce(sum(version), 0)::bigint FROM dao.writers WHERE number <> $1),"
-    " (SELECT count(*) FROM dao.queries), (SELECT coalesce(max(version), 0) FROM dao.queries)"
-    " FROM dao.shop AS s";
 
 // Where a transaction goes back to when a statement in it is refused.
 constexpr const char* kSound = "SAVEPOINT dao_sound";
@@ -97,7 +92,7 @@ Result ServerStore::run(const std::string& text, const Parameters& parameters) {
     Result answer{nullptr};
     const bool mayRepeat = beginAhead_ || (!begunIn_ && text.starts_with("SELECT"));
     const auto ask = [&] {
-        std::vector<Step> steps = takeAhead();
+        std::vector<Step> steps = stepsBefore();
         steps.push_back({text, parameters});
         answer = runAll(steps);
     };
@@ -108,13 +103,12 @@ Result ServerStore::run(const std::string& text, const Parameters& parameters) {
 }
 
 // What goes to the server in one breath with the next statement: nobody has to wait for it alone.
-std::vector<Step> ServerStore::takeAhead() {
+std::vector<Step> ServerStore::stepsBefore() {
     std::vector<Step> steps;
     if (beginAhead_) {
         begunIn_.reset();
         const int writer = link_->writer().number(connection());
-        steps.push_back({kBeginRead, {}, false});
-        steps.push_back({kVersions, Parameters().integer4(writer)});
+        steps = beginningOfRead(writer);
     }
     for (const std::int64_t number : locks_.wanted) {
         steps.push_back({kLockRow, Parameters().integer8(number)});
@@ -141,7 +135,7 @@ Result ServerStore::runAll(const std::vector<Step>& steps) {
     }
 }
 
-// The first `done` of the steps that takeAhead gave, and of whatever came behind them.
+// The first `done` of the steps that stepsBefore gave, and of whatever came behind them.
 void ServerStore::noteDone(std::size_t done) {
     if (done > 0 && std::exchange(beginAhead_, false)) {
         begunIn_ = link_->session();
@@ -372,13 +366,14 @@ ServerStore::Versions ServerStore::versions() {
         return *seen_;
     }
     if (beginAhead_) {  // they come with what begins the transaction
-        const auto ask = [&] { runAll(takeAhead()); };
+        const auto ask = [&] { runAll(stepsBefore()); };
         if (!withoutLoss(ask)) {
             ask();
         }
         return *seen_;
     }
-    return keepVersions(run(kVersions, Parameters().integer4(link_->writer().number(connection()))));
+    const Step versions = versionsStep(link_->writer().number(connection()));
+    return keepVersions(run(versions.text, versions.parameters));
 }
 
 ServerStore::Versions ServerStore::keepVersions(const Result& found) {

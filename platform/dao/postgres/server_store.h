@@ -96,6 +96,12 @@ class ServerStore final : public driver::Store, public StatementRunner {
     void empty();
     // A statement of this store's own.
     Result run(const std::string& text, const Parameters& parameters = {}) override;
+    void runInPieces(const std::string& text, const Parameters& parameters,
+                     const std::function<void(const Result&)>& take) override;
+    std::optional<AskedAhead> askAhead(const std::string& text, const Parameters& parameters) override;
+    std::optional<Result> takeAhead(const AskedAhead& asked) override;
+    void takeIn() override;
+    void dropAhead(const AskedAhead& asked) noexcept override;
     void noteWritten() override;
 
  private:
@@ -112,7 +118,11 @@ class ServerStore final : public driver::Store, public StatementRunner {
     };
 
     void begin(const std::string& text);
-    std::vector<Step> takeAhead();
+    std::vector<Step> stepsBefore();
+    std::optional<std::int64_t> beginPieces(const std::string& text, const Parameters& parameters);
+    Result firstPiece(std::int64_t question, const std::string& text);
+    std::optional<Result> answerAhead(Connection& server, std::int64_t question);
+    void noteLength(const std::string& text, int rows);
     Result runAll(const std::vector<Step>& steps);
     void noteDone(std::size_t done);
     Versions keepVersions(const Result& answer);
@@ -156,6 +166,7 @@ class ServerStore final : public driver::Store, public StatementRunner {
                                                        -1};  // both, as they were when described_ was read
     std::map<std::string, sql::TableInfo> described_;
     Versions queriesIn_{0, 0, -1, -1};
+    std::set<std::string> longOnes_;             // statements that gave many rows the last time
     std::map<std::string, KnownQuery> queries_;  // by the bytes that their names compare by
 };
 

@@ -1,0 +1,177 @@
+// The part of a server's store that reads while the server is still answering.
+#include <utility>
+
+#include "platform/dao/failure.h"
+#include "platform/dao/postgres/loss.h"
+#include "platform/dao/postgres/read_steps.h"
+#include "platform/dao/postgres/server_store.h"
+
+namespace dao::postgres {
+namespace {
+
+constexpr int kPieces = 24;  // of a long answer; what comes behind them is one more
+constexpr std::size_t kLongOnes = 16;
+
+bool isWholePiece(const Result& piece) {
+    return piece.rows() == static_cast<int>(driver::kRowsAtOnce);
+}
+
+std::vector<Step> fetches() {
+    const std::string from = " FROM dao_rows";
+    std::vector<Step> steps(kPieces, {"FETCH " + std::to_string(driver::kRowsAtOnce) + from, {}, false});
+    steps.push_back({"FETCH ALL" + from, {}, false});
+    return steps;
+}
+
+// What is left of a question is not wanted any more once nobody goes on taking its answers.
+class Taking {
+ public:
+    Taking(const std::shared_ptr<Link>& link, std::int64_t question) : link_(link), question_(question) {}
+    ~Taking() {
+        if (link_->isConnected()) {
+            link_->heldConnection().drop(question_);
+        }
+    }
+    Taking(const Taking&) = delete;
+    Taking& operator=(const Taking&) = delete;
+
+ private:
+    const std::shared_ptr<Link>& link_;
+    std::int64_t question_;
+};
+
+}  // namespace
+
+// A short answer is not worth more than one statement, and whether it is short shows the first time.
+void ServerStore::runInPieces(const std::string& text, const Parameters& parameters,
+                              const std::function<void(const Result&)>& take) {
+    std::optional<std::int64_t> question;
+    std::optional<Result> piece;
+    const auto ask = [&] {
+        question = beginPieces(text, parameters);
+        piece = question ? firstPiece(*question, text) : run(text, parameters);
+    };
+    if (!beginAhead_ || !withoutLoss(ask)) {
+        ask();
+    }
+    if (!question) {
+        noteLength(text, piece->rows());
+        take(*piece);
+        return;
+    }
+    const Taking taking(link_, *question);
+    while (piece && piece->rows() > 0) {
+        take(*piece);
+        piece = isWholePiece(*piece) ? connection().next(*question, text) : std::nullopt;
+    }
+}
+
+void ServerStore::noteLength(const std::string& text, int rows) {
+    if (rows <= static_cast<int>(driver::kRowsAtOnce)) {
+        return;
+    }
+    if (longOnes_.size() == kLongOnes) {
+        longOnes_.clear();
+    }
+    longOnes_.insert(text);
+}
+
+std::optional<std::int64_t> ServerStore::beginPieces(const std::string& text, const Parameters& parameters) {
+    if (!reading_ || !inTransaction() || !locks_.wanted.empty() || !longOnes_.contains(text)) {
+        return std::nullopt;
+    }
+    std::vector<Step> steps = stepsBefore();
+    steps.push_back({"CLOSE ALL", {}, false});
+    steps.push_back({"DECLARE dao_rows NO SCROLL CURSOR FOR " + text, parameters, false});
+    for (Step& step : fetches()) {
+        steps.push_back(std::move(step));
+    }
+    return connection().begin(steps, TransactionState::kOpen);
+}
+
+// Where the transaction is to begin with it, it has begun once that is answered, whatever becomes of the
+// rest.
+Result ServerStore::firstPiece(std::int64_t question, const std::string& text) {
+    Connection& server = connection();
+    std::size_t done = 0;
+    try {
+        if (beginAhead_) {
+            server.next(question, text);
+            keepVersions(server.next(question, text).value());
+            done = 2;
+        }
+        server.next(question, text);  // of the cursors before, and of this one
+        server.next(question, text);
+        Result piece = server.next(question, text).value();
+        noteDone(done);
+        return piece;
+    } catch (const ConnectionLost&) {
+        throw;
+    } catch (const Error&) {
+        noteDone(done);
+        throw;
+    }
+}
+
+// It is a transaction of its own, which ends with it: whoever never comes for the answer leaves nothing open.
+std::optional<AskedAhead> ServerStore::askAhead(const std::string& text, const Parameters& parameters) {
+    if (inTransaction() || !link_->isConnected()) {
+        return std::nullopt;
+    }
+    const QuietErrors quiet;
+    try {
+        Connection& server = connection();
+        std::vector<Step> steps = beginningOfRead(link_->writer().number(server));
+        steps.push_back({text, parameters});
+        const std::optional<std::int64_t> question = server.begin(steps, TransactionState::kNone);
+        if (!question) {
+            return std::nullopt;
+        }
+        server.tell({"ROLLBACK", {}}, TransactionState::kNone);
+        return AskedAhead{link_->session(), *question};
+    } catch (const Error&) {
+        return std::nullopt;  // told when the answer is wanted
+    }
+}
+
+// Whatever fails ahead is asked once more, and fails where it belongs; a lock that was waited for is not
+// waited for twice.
+std::optional<Result> ServerStore::takeAhead(const AskedAhead& asked) {
+    if (!beginAhead_ || !link_->isConnected() || asked.session != link_->session()) {
+        return std::nullopt;
+    }
+    std::optional<QuietErrors> quiet(std::in_place);
+    try {
+        return answerAhead(connection(), asked.question);
+    } catch (const Error& error) {
+        if (error.Number() != errLocked) {
+            return std::nullopt;
+        }
+        quiet.reset();
+        fail(error.Number(), error.Description());
+    }
+}
+
+std::optional<Result> ServerStore::answerAhead(Connection& server, std::int64_t question) {
+    server.next(question, {});
+    const std::optional<Result> versions = server.next(question, {});
+    std::optional<Result> answer = server.next(question, {});
+    if (answer) {
+        keepVersions(*versions);
+    }
+    return answer;
+}
+
+void ServerStore::takeIn() {
+    if (link_->isConnected()) {
+        link_->heldConnection().takeIn();
+    }
+}
+
+void ServerStore::dropAhead(const AskedAhead& asked) noexcept {
+    if (link_->isConnected() && asked.session == link_->session()) {
+        link_->heldConnection().drop(asked.question);
+    }
+}
+
+}  // namespace dao::postgres
