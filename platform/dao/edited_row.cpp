@@ -44,8 +44,7 @@ EditedRows EditedRow::standsIn(bool written) const {
     EditedRows rows;
     for (int source = 0; source < set_.keys.stride(); ++source) {
         const std::int64_t key = set_.keys.key(row_, source);
-        const bool wanted =
-            set_.unique() < 0 || source == set_.unique() || (written && isChanged(source));
+        const bool wanted = set_.unique() < 0 || source == set_.unique() || (written && isChanged(source));
         if (wanted && key != driver::kNoRow) {
             rows.push_back({set_.table(source), key});
         }

@@ -7,16 +7,17 @@
 
 namespace dao {
 
-// The rows of a keyset that are in hand: a block ahead of whoever walks, dropped where others may have written.
+// The rows of a keyset that are in hand: a block ahead of whoever walks, dropped where others may have
+// written.
 class KeyedBlock {
  public:
     KeyedBlock(const KeysetView& set, RowBlock& rows, const std::vector<char>& asked)
         : set_(set), reader_(set, asked), rows_(rows) {}
 
     const RowBlock& rows() const { return rows_; }
-    void restart();            // for another statement, or the same with its keys anew
+    void restart();  // for another statement, or the same with its keys anew
     void release() noexcept;
-    void drop() noexcept;      // the next fetch reads
+    void drop() noexcept;                        // the next fetch reads
     void endWalk() { lastFetched_ = kNowhere; }  // the row that is fetched next is no step of one
     // True: whether others have written is not known, and the current row is to be fetched again.
     bool distrust();

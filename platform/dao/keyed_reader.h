@@ -17,7 +17,8 @@ struct RowRun {
 class KeyedReader {
  public:
     static constexpr std::size_t kMissing = static_cast<std::size_t>(-1);
-    static constexpr std::size_t kWholeRows = 32;  // more of them at once are read with the asked fields alone
+    static constexpr std::size_t kWholeRows =
+        32;  // more of them at once are read with the asked fields alone
 
     // `asked`: of each column, whether it has been looked at.
     KeyedReader(const KeysetView& set, const std::vector<char>& asked) : set_(set), asked_(asked) {}
