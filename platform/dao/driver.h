@@ -134,6 +134,9 @@ class Store {
 
     // The keys of all rows of a table, ascending, by whatever road is shortest.
     virtual KeyList readAllKeys(const std::string& table) = 0;
+    // Those of `numbers`, which ascend, that the table has rows with the keys of, ascending; nothing where
+    // asking for each of them is the shortest road.
+    virtual std::optional<KeyList> readKeysAmong(const std::string& table, const sql::IdSet& numbers) = 0;
     // The next number of a table's counter, raised for all others too; never below `above` + 1.
     virtual std::int64_t raiseCounter(const std::string& table, std::int64_t above) = 0;
     // Whether a counter stands apart from transactions: raised, it stays raised whatever becomes of them.

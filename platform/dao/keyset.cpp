@@ -49,6 +49,11 @@ KeyList Keyset::allKeys() const {
     if (const sql::TableInfo* whole = single ? wholeTable(*compiled_->tree, 0) : nullptr) {
         return file().store().readAllKeys(whole->name);
     }
+    if (select().keySet != nullptr) {
+        if (auto keys = file().store().readKeysAmong(select().sources.front().table, *select().keySet)) {
+            return std::move(*keys);
+        }
+    }
     std::vector<std::int64_t> keys;
     readKeys(select(), keys);
     return KeyList(std::move(keys), static_cast<int>(select().sources.size()), single ? 0 : unique());

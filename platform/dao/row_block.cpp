@@ -1,5 +1,6 @@
 #include "platform/dao/row_block.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstring>
@@ -36,6 +37,18 @@ void RowBlock::addText(std::string_view v) {
     std::memcpy(head, &size, sizeof size);
     texts_.append(head, sizeof size);
     texts_.append(v);
+}
+
+void RowBlock::reorder(std::size_t first, std::span<const std::uint32_t> order) {
+    const auto reordered = [&](auto& cells) {
+        auto before = cells;
+        for (std::size_t row = 0; row < order.size(); ++row) {
+            const auto from = before.begin() + static_cast<std::ptrdiff_t>(at(first + order[row], 0));
+            std::copy_n(from, columns(), cells.begin() + static_cast<std::ptrdiff_t>(at(first + row, 0)));
+        }
+    };
+    reordered(slots_);
+    reordered(kinds_);
 }
 
 std::string_view RowBlock::textAt(std::uint64_t slot) const {

@@ -40,6 +40,10 @@ class RowBlock {
     void add(const Value& value);
     void endRow() { ++rows_; }
 
+    // Puts the rows from `first` on into another order: `order` tells of each the place where it stood, from
+    // 0.
+    void reorder(std::size_t first, std::span<const std::uint32_t> order);
+
     bool isNull(std::size_t row, std::size_t column) const { return kinds_[at(row, column)] == Kind::Null; }
     bool isUnread(std::size_t row, std::size_t column) const {
         return kinds_[at(row, column)] == Kind::Unread;

@@ -38,7 +38,7 @@ struct Facts {
     std::size_t chainLength;    // terms that one AND or OR may join
     std::size_t maxColumns;     // of a SELECT, and terms of an order
     bool joinNeedsCondition;    // INNER JOIN cannot stand without ON
-    bool followsLinks;          // Dialect::links is there
+    std::size_t linkedColumns;  // with which rows can be followed by their links; 0: not at all
     bool setsInOrder;           // rows looked up by a set come in the order of its numbers
     bool listsAbsentRows;       // a list of keys may also stand for rows that an outer join has none of
     std::string_view oneGroup;  // behind GROUP BY: all rows there are, and no group where there are none
@@ -66,10 +66,9 @@ class Dialect {
     // `key` is the parameter; one that may be Null also where both are.
     virtual std::string isKeyParameter(const std::string& key, int number, bool nullable) const = 0;
 
-    // A table as what stands behind FROM for its rows' numbers alone: the column `number` is its counter,
-    // `passed` the Long field of that name, Null where there is none. Rows of it are found by their numbers
-    // only, which has to be asked for in the same FROM.
-    virtual std::string links(const TableInfo&, const std::string&) const { return {}; }
+    // What the row of this counter (`number` is an expression) holds in a Long field, or the counter itself
+    // where the field is ""; Null where there is no such row.
+    virtual std::string link(const TableInfo&, const std::string&, const std::string&) const { return {}; }
 
     // Lists of row keys, one for each source from the parameter `first` on, as a source of rows "k" with the
     // keys k1, k2 ... and the place n in the list, from 1; and the condition that a source's `key` is the one
@@ -82,6 +81,10 @@ class Dialect {
     virtual int addSet(Numbers& numbers, const IdSetPtr& ids) const = 0;
     virtual std::string setSource(int number) const = 0;
     virtual std::string inSet(const Sql& field, const std::string& text, int number) const = 0;
+    // The same where few rows are asked.
+    virtual std::string isInSet(const Sql& field, const std::string& text, int number) const {
+        return inSet(field, text, number);
+    }
 
     // A value of the engine: Yes/No as 0 and -1. And a Yes/No or Null as what can stand behind WHERE.
     virtual Sql value(Sql sql) const = 0;
@@ -115,6 +118,12 @@ class Dialect {
     virtual std::string select(const SelectParts& parts) const = 0;
     // The rows of one table between two keys, in the order of these, all of which are read.
     virtual std::string range(const SelectParts& parts) const { return select(parts); }
+    // Rows in the order of their keys, which are the first columns of `parts`; those with a Null among them
+    // are left out. `shown`: which of the columns are given, by their places.
+    virtual std::string rowsByKeys(const SelectParts& parts, std::size_t,
+                                   const std::vector<std::size_t>&) const {
+        return select(parts);
+    }
     // Rows by lists of their keys; in what order they come does not matter.
     virtual std::string rowsOfLists(const SelectParts& parts) const { return select(parts); }
 

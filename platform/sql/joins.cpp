@@ -150,7 +150,9 @@ class FromWriter {
             conditions.push_back(leaf.condition);
         }
         if (leaf.idSet >= 0) {
-            conditions.push_back(dialect_.inSet(leaf.idField, leaf.idField.text, leaf.idSet));
+            const std::string& text = leaf.idField.text;
+            conditions.push_back(leaf.pinned ? dialect_.isInSet(leaf.idField, text, leaf.idSet)
+                                             : dialect_.inSet(leaf.idField, text, leaf.idSet));
         }
     }
 
@@ -159,7 +161,7 @@ class FromWriter {
         if (fetch_) {
             return only.text;
         }
-        if (only.idSet < 0 || leaves_.size() > 1) {
+        if (only.idSet < 0 || only.pinned || leaves_.size() > 1) {
             addConditions(only, conditions);
             return only.text;
         }

@@ -44,6 +44,8 @@ struct FromText {
     std::vector<Leaf> leaves;
     std::string text;
     std::vector<std::string> conditions;  // what has to stand behind WHERE
+    // The rows are those of one table, which come in any order; one with a Null among its keys is none.
+    bool linked = false;
 };
 // With `fetch` the rows are found by their keys and need not meet the conditions of the stored queries any
 // more.

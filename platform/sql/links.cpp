@@ -115,19 +115,19 @@ FromText Links::write(Context& context) const {
     FromText result;
     result.leaves = leaves_;
     result.text = leaves_[static_cast<std::size_t>(first_)].text;
+    result.linked = true;
     for (const int number : order_) {
         const auto at = static_cast<std::size_t>(number);
+        const Link& link = links_[at];
+        const std::string from = result.leaves[static_cast<std::size_t>(link.from)]
+                                     .fields[static_cast<std::size_t>(link.field)]
+                                     .sql.text;
         Leaf& leaf = result.leaves[at];
-        const std::string alias = context.newAlias();
-        const std::string passed =
-            passed_[at] < 0 ? std::string() : leaf.fields[static_cast<std::size_t>(passed_[at])].field;
-        result.text += " CROSS JOIN " + context.dialect.links(*leaf.table, passed) + " AS " + alias;
-        const Leaf& from = result.leaves[static_cast<std::size_t>(links_[at].from)];
-        result.conditions.push_back(
-            alias + ".number = " + from.fields[static_cast<std::size_t>(links_[at].field)].sql.text);
-        leaf.keys.front() = alias + ".number";
+        // A row that passes a number on to where there is a row is there itself.
+        leaf.keys.front() = passed_[at] < 0 ? context.dialect.link(*leaf.table, "", from) : from;
         for (ScopeField& field : leaf.fields) {
-            field.sql.text = alias + (field.counter ? ".number" : ".passed");
+            field.sql.text =
+                field.counter ? leaf.keys.front() : context.dialect.link(*leaf.table, field.field, from);
         }
     }
     return result;

@@ -35,7 +35,10 @@ struct Leaf {
     std::vector<OrderTerm> order;
     // A set of numbers that the rows are best looked up by.
     int idSet = -1;
+    IdSetPtr ids;
     Sql idField;
+    bool pinned =
+        false;  // a field is asked to have one value: its rows are looked up by that, and be in the set
 };
 
 // Finds what a name in an expression means.

@@ -87,6 +87,22 @@ SelectWriter::SelectWriter(const Statement& statement, Context& context)
     reduceOuterJoins(*join_, needed, scope);
     straighten(join_, scope);
     findIdSet(scope);
+    if (leaves_.size() == 1) {
+        Leaf& only = leaves_.front();
+        only.pinned = only.pinned || isPinned(scope);
+    }
+}
+
+// The computers of one client: they are few, whatever set they are also asked to be in.
+bool SelectWriter::isPinned(const Scope& scope) const {
+    const auto conditions = conjuncts(statement_.where);
+    return std::any_of(conditions.begin(), conditions.end(), [&](const Expression* condition) {
+        const bool equal = condition->kind == Kind::Compare && condition->op == Expression::Op::Equal;
+        const auto isField = [](const Expression& e) { return e.kind == Kind::Name; };
+        const auto isOneValue = [&](const Expression& e) { return leavesOf(e, scope) == 0; };
+        return equal && ((isField(*condition->children[0]) && isOneValue(*condition->children[1])) ||
+                         (isField(*condition->children[1]) && isOneValue(*condition->children[0])));
+    });
 }
 
 // A large set of numbers of the only table's key: its rows are looked up by them instead of being searched
@@ -104,6 +120,7 @@ void SelectWriter::findIdSet(const Scope& scope) {
         if (field.counter) {
             driver_ = condition;
             only.idSet = context_.dialect.addSet(context_.numbers, condition->ids);
+            only.ids = condition->ids;
             only.idField = field.sql;
             return;
         }
@@ -333,24 +350,25 @@ void SelectWriter::checkSize(const Body& body) const {
 }
 
 // Rows that are found by their keys are few: nothing is gained by following their numbers in memory.
-FromText SelectWriter::from(bool fetch) const {
-    if (!fetch && hasKeys_ && context_.dialect.facts().followsLinks) {
+FromText SelectWriter::from(Purpose purpose) const {
+    const std::size_t columns = statement_.items.size() + leaves_.size();
+    if (purpose == Purpose::All && hasKeys_ && columns <= context_.dialect.facts().linkedColumns) {
         const Links links(*join_, leaves_, unique_);
         if (links.serve(statement_)) {
             return links.write(context_);
         }
     }
-    return writeFrom(*join_, leaves_, context_, fetch);
+    return writeFrom(*join_, leaves_, context_, purpose == Purpose::Fetch);
 }
 
-SelectWriter::Body SelectWriter::body(bool fetch) {
+SelectWriter::Body SelectWriter::body(Purpose purpose) {
     Body body;
-    body.from = from(fetch);
+    body.from = from(purpose);
     body.groupLeaves = grouped_ ? ofGroups(body.from.leaves) : body.from.leaves;
     body.columns = columns(body.from.leaves, body.groupLeaves);
     checkSize(body);
     body.conditions = body.from.conditions;
-    if (!fetch) {
+    if (purpose != Purpose::Fetch) {
         addWhere(body);
         addGroups(body);
         addOrder(body);
@@ -444,18 +462,47 @@ SelectParts SelectWriter::parts(const Body& body, std::vector<SelectedColumn> co
 }
 
 std::string SelectWriter::ordered(const Body& body, std::vector<SelectedColumn> columns) const {
+    if (body.from.linked) {
+        return linked(body, columns);
+    }
     SelectParts result = parts(body, std::move(columns));
     result.order = body.order;
     // Rows that the statement does not order, or orders alike, always come in the same order: that of their
     // keys. Rows looked up by a set of numbers come in the order of the numbers, which is as good.
-    const bool bySet = context_.dialect.facts().setsInOrder && body.order.empty() &&
-                       body.from.leaves.size() == 1 && body.from.leaves.front().idSet >= 0;
-    if (hasKeys_ && !bySet) {
+    if (hasKeys_ && !(context_.dialect.facts().setsInOrder && isBySet(body))) {
         for (const SelectedColumn& key : keysOf(body)) {
             result.order.push_back({key.sql, false});
         }
     }
     return context_.dialect.select(result);
+}
+
+bool SelectWriter::isBySet(const Body& body) {
+    const Leaf& first = body.from.leaves.front();
+    return body.order.empty() && body.from.leaves.size() == 1 && first.idSet >= 0 && !first.pinned;
+}
+
+// The set by itself stands among the conditions.
+IdSetPtr SelectWriter::keySetOf(const Body& body) {
+    return isBySet(body) && body.conditions.size() == 1 ? body.from.leaves.front().ids : nullptr;
+}
+
+// Each key and each other column once.
+std::string SelectWriter::linked(const Body& body, const std::vector<SelectedColumn>& columns) const {
+    SelectParts rows = parts(body, keysOf(body));
+    const std::size_t keys = rows.columns.size();
+    std::vector<std::size_t> shown;
+    for (const SelectedColumn& column : columns) {
+        const auto key =
+            std::find_if(rows.columns.begin(), rows.columns.begin() + static_cast<std::ptrdiff_t>(keys),
+                         [&](const SelectedColumn& each) { return each.sql.text == column.sql.text; });
+        shown.push_back(static_cast<std::size_t>(key - rows.columns.begin()));
+        if (shown.back() == keys) {
+            shown.back() = rows.columns.size();
+            rows.columns.push_back(column);
+        }
+    }
+    return context_.dialect.rowsByKeys(rows, keys, shown);
 }
 
 std::vector<SelectedColumn> SelectWriter::listOf(const Body& body) {
@@ -491,7 +538,7 @@ void SelectWriter::fillSources(WrittenSelect& result) const {
 }
 
 std::string SelectWriter::fetchText() {
-    Body fetched = body(true);
+    Body fetched = body(Purpose::Fetch);
     int number = context_.numbers.firstKey();
     for (const SelectedColumn& key : keysOf(fetched)) {
         fetched.conditions.push_back(
@@ -501,7 +548,7 @@ std::string SelectWriter::fetchText() {
 }
 
 std::string SelectWriter::fetchListText() {
-    Body fetched = body(true);
+    Body fetched = body(Purpose::Fetch);
     const std::vector<SelectedColumn> keys = keysOf(fetched);
     const bool all = std::all_of(keys.begin(), keys.end(), [](const auto& key) { return key.sql.notNull; });
     if (!all && !context_.dialect.facts().listsAbsentRows) {
@@ -548,7 +595,7 @@ std::string SelectWriter::firstKeysText(const Body& whole) const {
 
 WrittenSelect SelectWriter::write() {
     WrittenSelect result;
-    const Body whole = body(false);
+    const Body whole = body(Purpose::All);
     result.rows = ordered(whole, listOf(whole));
     fillSources(result);
     for (const Column& column : whole.columns) {
@@ -559,6 +606,7 @@ WrittenSelect SelectWriter::write() {
     }
     if (hasKeys_) {
         result.keys = ordered(whole, keysOf(whole));
+        result.keySet = keySetOf(whole);
         result.fetch = fetchText();
         result.fetchList = fetchListText();
     }
@@ -576,7 +624,7 @@ WrittenSelect SelectWriter::find(const Expression& criterion) {
                           criterion.position);
     }
     WrittenSelect result;
-    Body whole = body(false);
+    Body whole = body(Purpose::All);
     const CriterionNames names(whole.columns);
     ExpressionWriter writer(names, context_);
     int nesting = 0;
@@ -637,7 +685,7 @@ Leaf SelectWriter::nested(std::string name) {
     Leaf leaf;
     leaf.name = std::move(name);
     const std::string alias = context_.newAlias();
-    const Body inner = body(false);
+    const Body inner = body(Purpose::Part);
     std::vector<SelectedColumn> selected;
     // Selects `sql` under a name of its own and calls it by that from then on.
     const auto carryOut = [&](Sql& sql, char kind, std::size_t number) {

@@ -36,6 +36,8 @@ class SelectWriter {
         std::string groups;            // GROUP BY ... HAVING ...
         std::vector<OrderTerm> order;  // without the keys
     };
+    // What a text is for: all rows; all, as a part of another FROM; or those found by their keys.
+    enum class Purpose { All, Part, Fetch };
     class OrderNames;
     class CriterionNames;
     class GroupNames;
@@ -43,11 +45,12 @@ class SelectWriter {
     JoinNodePtr bindFrom(const FromNode& node);
     void bindSource(const FromNode& node);
     void findIdSet(const Scope& scope);
+    bool isPinned(const Scope& scope) const;
     void checkSize(const Body& body) const;
     void checkGrouped(const Expression& e, const Scope& scope) const;
     bool isColumn(const Expression& name, const std::vector<Column>& columns) const;
-    FromText from(bool fetch) const;
-    Body body(bool fetch);
+    FromText from(Purpose purpose) const;
+    Body body(Purpose purpose);
     std::vector<Leaf> ofGroups(std::vector<Leaf> leaves) const;
     std::vector<Column> columns(const std::vector<Leaf>& rows, const std::vector<Leaf>& leaves);
     void addStar(const SelectItem& item, const std::vector<Leaf>& leaves, std::vector<Column>& result) const;
@@ -58,6 +61,9 @@ class SelectWriter {
     void addOrder(Body& body);
     SelectParts parts(const Body& body, std::vector<SelectedColumn> columns) const;
     std::string ordered(const Body& body, std::vector<SelectedColumn> columns) const;
+    static bool isBySet(const Body& body);  // by a set of keys of its only table, and in no other order
+    static IdSetPtr keySetOf(const Body& body);
+    std::string linked(const Body& body, const std::vector<SelectedColumn>& columns) const;
     static std::vector<SelectedColumn> listOf(const Body& body);
     std::vector<SelectedColumn> keysOf(const Body& body) const;
     Leaf merged(std::string name);

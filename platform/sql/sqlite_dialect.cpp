@@ -12,7 +12,7 @@ constexpr Facts kFacts = {
     .chainLength = 50,
     .maxColumns = 1900,
     .joinNeedsCondition = false,
-    .followsLinks = true,
+    .linkedColumns = 60,
     .setsInOrder = true,
     .listsAbsentRows = false,
     .oneGroup = "NULL",
@@ -33,8 +33,9 @@ class SqliteDialect : public Dialect {
         return key + (nullable ? " IS " : " = ") + keyParameter(number);
     }
 
-    std::string links(const TableInfo& table, const std::string& field) const override {
-        return "dao_links(" + quotedText(table.name) + ", " + quotedText(field) + ")";
+    std::string link(const TableInfo& table, const std::string& field,
+                     const std::string& number) const override {
+        return "dao_link(" + quotedText(table.name) + ", " + quotedText(field) + ", " + number + ")";
     }
 
     // The first list leads: of the others only what stands at its place is looked up. Of joins made by CROSS
@@ -60,6 +61,11 @@ class SqliteDialect : public Dialect {
 
     std::string inSet(const Sql&, const std::string& text, int number) const override {
         return text + " IN (SELECT value FROM idset(" + std::to_string(number) + "))";
+    }
+
+    // Behind IN all numbers would be put into a table first.
+    std::string isInSet(const Sql&, const std::string& text, int number) const override {
+        return "EXISTS (SELECT 1 FROM idset(" + std::to_string(number) + ") WHERE value = " + text + ")";
     }
 
     Sql value(Sql sql) const override {
@@ -175,6 +181,15 @@ class SqliteDialect : public Dialect {
         return gathered(along);
     }
 
+    std::string rowsByKeys(const SelectParts& parts, std::size_t keys,
+                           const std::vector<std::size_t>& shown) const override {
+        std::string head = "SELECT dao_sorted(" + std::to_string(keys) + ", '";
+        for (const std::size_t place : shown) {
+            head += std::to_string(place) + " ";
+        }
+        return handedOver(parts, head + "', ");
+    }
+
     std::string rowsOfLists(const SelectParts& parts) const override {
         return parts.columns.size() > kMostArguments ? select(parts) : gathered(parts);
     }
@@ -186,12 +201,13 @@ class SqliteDialect : public Dialect {
 
     // Handed over row by row as the store comes upon them, where a function of its takes as many columns.
     static constexpr std::size_t kMostArguments = 100;
-    std::string gathered(const SelectParts& parts) const {
+    std::string gathered(const SelectParts& parts) const { return handedOver(parts, "SELECT dao_gather("); }
+    std::string handedOver(const SelectParts& parts, const std::string& head) const {
         std::vector<std::string> columns;
         for (const SelectedColumn& column : parts.columns) {
             columns.push_back(value(column.sql).text);
         }
-        return selectText(*this, parts, "SELECT dao_gather(" + listed(columns) + ")");
+        return selectText(*this, parts, head + listed(columns) + ")");
     }
 
     static std::string whole(const std::string& number) { return "CAST(ROUND(" + number + ") AS INTEGER)"; }

@@ -57,6 +57,9 @@ struct WrittenSelect {
     // What a search through one table goes by, else empty: the row keys above the first parameter behind
     // `parameters`, ascending, no more of them than the second one says.
     std::string firstKeys;
+    // Where the statement gives every row of its one source whose row key is in a set, in the order of these,
+    // and asks for nothing else; nullptr: it does not.
+    IdSetPtr keySet;
     std::vector<ResultColumn> columns;
     std::vector<ResultSource> sources;  // empty: not updatable (DISTINCT, grouping, ...): read as a snapshot
     // The source whose row stands in one row of the result at most: the one that Delete removes from and
@@ -100,11 +103,13 @@ class Writer {
 //     [, firstDay]) and dao_now(), dao_text(value) (a number as the engine writes it into a text, Null as
 //     '');
 //   - the table-valued function idset(N) with one column `value`, which gives its numbers ascending;
-//   - the table-valued function dao_links(table, field) with the columns `number`, the table's counter, and
-//   `passed`,
-//     the whole number in that field (Null where it holds none, or where no field is named), whose rows are
-//     found by `number` alone;
-//   - the aggregate function dao_gather(...), which hands the rows of `fetchRange` to whoever reads them;
+//   - the SQL function dao_link(table, field, number): what the table's row of that counter holds in the
+//     field where that is a whole number, or the counter where the field is ''; else Null;
+//   - the aggregate functions dao_gather(...), which hands the rows of `fetchRange` to whoever reads them,
+//   and
+//     dao_sorted(keys, shown, ...), which does so in the order of the first `keys` columns behind `shown`,
+//     without the rows that have a Null among these: `shown` tells the places of the columns that are given,
+//     from 0, each with a blank behind it;
 //   - row keys as `rowid`; Currency columns as integers of ten-thousandths, Yes/No as 0 and -1, Date as REAL.
 // A column of Currency in `rows` and `fetch` comes out as that integer; in expressions it counts in units.
 const Writer& sqliteWriter();

@@ -65,6 +65,7 @@ class ServerStore final : public driver::Store, public StatementRunner {
     std::vector<driver::IndexRow> indexes() override;
 
     KeyList readAllKeys(const std::string& table) override;
+    std::optional<KeyList> readKeysAmong(const std::string&, const sql::IdSet&) override { return {}; }
     std::int64_t raiseCounter(const std::string& table, std::int64_t above) override;
     bool countsApart() const override { return true; }
     std::int64_t highestNumber(const std::string& table) override;

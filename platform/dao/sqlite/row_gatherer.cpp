@@ -5,8 +5,10 @@
 namespace dao::driver {
 
 void RowGatherer::install(sqlite3* db) {
-    sqlite3_create_function_v2(db, "dao_gather", -1, SQLITE_UTF8, this, nullptr, &RowGatherer::step,
-                               &RowGatherer::finish, nullptr);
+    for (const char* name : {"dao_gather", "dao_sorted"}) {
+        sqlite3_create_function_v2(db, name, -1, SQLITE_UTF8, this, nullptr, &RowGatherer::step,
+                                   &RowGatherer::finish, nullptr);
+    }
 }
 
 int RowGatherer::run(sqlite3_stmt* statement, const Take& take) {

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <bit>
 #include <limits>
 
 #include "platform/dao/failure.h"
@@ -71,31 +70,6 @@ std::string indexName(std::string_view table, std::string_view field) {
 // Where the file counts the texts of stored queries, among the counters of its tables.
 constexpr const char* kQueryTexts = "dao_query_texts";
 
-// A table's keys are different numbers, and lie close together where a counter gave them: then each is one
-// mark on a long strip, and reading the strip gives their order.
-void sortKeys(std::vector<std::int64_t>& keys) {
-    constexpr std::uint64_t kWord = 64;
-    const auto [lowest, highest] = std::minmax_element(keys.begin(), keys.end());
-    const auto first = static_cast<std::uint64_t>(*lowest);
-    const std::uint64_t span = static_cast<std::uint64_t>(*highest) - first;
-    if (span / kWord > keys.size()) {
-        std::sort(keys.begin(), keys.end());
-        return;
-    }
-    std::vector<std::uint64_t> strip(span / kWord + 1, 0);
-    for (const std::int64_t key : keys) {
-        const std::uint64_t place = static_cast<std::uint64_t>(key) - first;
-        strip[place / kWord] |= std::uint64_t{1} << (place % kWord);
-    }
-    auto out = keys.begin();
-    for (std::size_t word = 0; word < strip.size(); ++word) {
-        for (std::uint64_t marks = strip[word]; marks != 0; marks &= marks - 1) {
-            *out++ = static_cast<std::int64_t>(first + word * kWord +
-                                               static_cast<std::uint64_t>(std::countr_zero(marks)));
-        }
-    }
-}
-
 std::vector<Value> textColumn(Statement& statement) {
     RowBlock block;
     block.reset({Type::Text});
@@ -105,26 +79,6 @@ std::vector<Value> textColumn(Statement& statement) {
         block.get(row, 0, texts[row]);
     }
     return texts;
-}
-
-// What a table's keys are where no number is missing: counting goes from page to page and not from row to
-// row. One statement, so that the three are of one state of the file.
-struct KeyRange {
-    std::int64_t first, last;
-    std::uint64_t rows;
-    bool hasAll() const {
-        return rows == 0 || static_cast<std::uint64_t>(last) - static_cast<std::uint64_t>(first) == rows - 1;
-    }
-};
-
-KeyRange keyRange(SqliteStore& store, const std::string& table) {
-    const std::string from = " FROM " + quotedName(table) + ')';
-    std::vector<std::int64_t> told;
-    store
-        .cached("SELECT (SELECT min(rowid)" + from + ",(SELECT max(rowid)" + from + ",(SELECT count(*)" +
-                from)
-        ->readKeys(told, 3);
-    return {told[0], told[1], static_cast<std::uint64_t>(told[2])};
 }
 
 }  // namespace
@@ -344,24 +298,6 @@ void SqliteStore::copyTables() {
             "DELETE FROM target.sqlite_sequence;"
             "INSERT INTO target.sqlite_sequence(name,seq) SELECT name,seq FROM main.sqlite_sequence");
     }
-}
-
-// An index on some other field lists all rows, too, in a tenth of the pages; the price is that its order is
-// another.
-KeyList SqliteStore::readAllKeys(const std::string& table) {
-    const KeyRange range = keyRange(*this, table);
-    if (range.hasAll()) {
-        return {range.first, range.rows};
-    }
-    std::string text(RowGatherer::kHead);
-    text.append("rowid) FROM ").append(quotedName(table));
-    std::vector<std::int64_t> keys;
-    keys.reserve(range.rows);
-    cached(text)->readKeys(keys, 1);
-    if (!std::is_sorted(keys.begin(), keys.end())) {
-        sortKeys(keys);
-    }
-    return KeyList(std::move(keys));
 }
 
 std::int64_t SqliteStore::raiseCounter(const std::string& table, std::int64_t above) {

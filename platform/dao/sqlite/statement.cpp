@@ -97,13 +97,17 @@ class RowAdder {
     int needed_ = 0;
 };
 
+std::string_view textOf(sqlite3_stmt* statement) {
+    return statement == nullptr ? std::string_view() : std::string_view(sqlite3_sql(statement));
+}
+
 }  // namespace
 
 SqliteStatement::SqliteStatement(SqliteStore* store, sqlite3_stmt* statement)
     : store_(store),
       statement_(statement),
-      gathers_(statement != nullptr &&
-               std::string_view(sqlite3_sql(statement)).starts_with(RowGatherer::kHead)) {
+      gathers_(textOf(statement).starts_with(RowGatherer::kHead)),
+      sorted_(SortedColumns::of(textOf(statement))) {
     store_->live_.insert(this);
 }
 
@@ -187,9 +191,39 @@ void SqliteStatement::gather(const RowGatherer::Take& take) {
     }
 }
 
+KeyOrder SqliteStatement::gatherSorted(const RowGatherer::Take& take) {
+    KeyOrder keys(sorted_.keys);
+    gather([&](sqlite3_value** row) {
+        if (keys.add(row + SortedColumns::kBefore)) {
+            take(row);
+        }
+    });
+    return keys;
+}
+
+void SqliteStatement::readSortedKeys(std::vector<std::int64_t>& out, int columns) {
+    const KeyOrder keys = gatherSorted([](sqlite3_value**) {});
+    for (const std::uint32_t row : keys.order()) {
+        for (int column = 0; column < columns; ++column) {
+            out.push_back(keys.key(row, static_cast<std::size_t>(column)));
+        }
+    }
+}
+
+void SqliteStatement::readSortedRows(RowBlock& block) {
+    const std::size_t before = block.rows();
+    const RowAdder add(block, SortedColumns::kBefore, nullptr, &sorted_.shown);
+    const KeyOrder keys =
+        gatherSorted([&](sqlite3_value** row) { add([row](int column) { return row[column]; }); });
+    block.reorder(before, keys.order());
+}
+
 void SqliteStatement::readKeys(std::vector<std::int64_t>& out, int columns) {
     check();
     const ResetLater later(statement_);
+    if (sorted_.keys > 0) {
+        return readSortedKeys(out, columns);
+    }
     if (gathers_) {
         gather([&](sqlite3_value** row) {
             for (int column = 0; column < columns; ++column) {
@@ -214,6 +248,10 @@ std::size_t SqliteStatement::readRows(RowBlock& block, int skip, std::vector<std
     check();
     const ResetLater later(statement_);
     const std::size_t before = block.rows();
+    if (sorted_.keys > 0) {
+        readSortedRows(block);
+        return block.rows() - before;
+    }
     const RowAdder add(block, skip, keys, places);
     if (gathers_) {
         gather([&](sqlite3_value** row) {
@@ -242,13 +280,15 @@ void SqliteStatement::readBlocks(RowBlock& block, const std::function<void()>& t
             block.clear();
         }
     };
-    if (gathers_) {
+    if (sorted_.keys > 0) {
+        readSortedRows(block);
+    } else if (gathers_) {
         gather([&](sqlite3_value** row) {
             add([row](int column) { return row[column]; });
             handOver(kRowsAtOnce);
         });
     }
-    while (!gathers_ && step()) {
+    while (!handsOver() && step()) {
         add([this](int column) { return sqlite3_column_value(statement_, column); });
         handOver(kRowsAtOnce);
     }

@@ -9,6 +9,7 @@
 #include <unordered_set>
 
 #include "platform/dao/driver.h"
+#include "platform/dao/sqlite/key_order.h"
 #include "platform/dao/sqlite/row_gatherer.h"
 #include "platform/sql/sql_text.h"
 
@@ -68,6 +69,7 @@ class SqliteStore final : public Store {
     std::vector<IndexRow> indexes() override;
 
     KeyList readAllKeys(const std::string& table) override;
+    std::optional<KeyList> readKeysAmong(const std::string& table, const sql::IdSet& numbers) override;
     std::int64_t raiseCounter(const std::string& table, std::int64_t above) override;
     bool countsApart() const override { return false; }
     std::int64_t highestNumber(const std::string& table) override;
@@ -162,11 +164,16 @@ class SqliteStatement final : public Statement {
     friend class SqliteStore;
     bool step();
     void check() const;
+    bool handsOver() const { return gathers_ || sorted_.keys > 0; }
     void gather(const RowGatherer::Take& take);
+    KeyOrder gatherSorted(const RowGatherer::Take& take);
+    void readSortedKeys(std::vector<std::int64_t>& out, int columns);
+    void readSortedRows(RowBlock& block);
 
     SqliteStore* store_;
     sqlite3_stmt* statement_;
     bool gathers_;  // hands its rows to the store's gatherer
+    SortedColumns sorted_;
 };
 
 // For tests of a full disk and of a power failure: files are reached by the operating-system layer registered

@@ -16,8 +16,10 @@ class LinksTest : public daotest::ShopTest {
         append("Owners", {{"OwnerID", dao::dbLong, 0, true}, {"Town", dao::dbText, 20}});
         append("Things",
                {{"ThingID", dao::dbLong, 0, true}, {"OwnerID", dao::dbLong}, {"Name", dao::dbText, 20}});
-        append("Jobs",
-               {{"JobID", dao::dbLong, 0, true}, {"ThingID", dao::dbLong}, {"Price", dao::dbCurrency}});
+        append("Jobs", {{"JobID", dao::dbLong, 0, true},
+                        {"ThingID", dao::dbLong},
+                        {"Price", dao::dbCurrency},
+                        {"Note", dao::dbText, 20}});
         db.CreateIndex("Things",
                        "OwnerID");  // which lists the things in another order than that of their keys
     }
@@ -34,8 +36,9 @@ class LinksTest : public daotest::ShopTest {
     void addThing(int id, const std::string& owner) {
         add("Things (ThingID, OwnerID, Name) VALUES (" + std::to_string(id) + ", " + owner + ", 'PC')");
     }
-    void addJob(const std::string& thing, int price) {
-        add("Jobs (ThingID, Price) VALUES (" + thing + ", " + std::to_string(price) + ")");
+    void addJob(const std::string& thing, int price, const std::string& note = "NULL") {
+        add("Jobs (ThingID, Price, Note) VALUES (" + thing + ", " + std::to_string(price) + ", " + note +
+            ")");
     }
 
     // Owner, thing and job of each row, in the set's order.
@@ -123,6 +126,57 @@ TEST_F(LinksTest, NumbersMayLieFarApart) {
     const Rows all = joined("Jobs.Price>0");
     EXPECT_EQ(all.size(), static_cast<std::size_t>(kThings - 5));
     EXPECT_EQ(followed("Jobs.Price>0"), all);
+}
+
+// The jobs are found in the order of their numbers, and stand in that of their owners and things.
+TEST_F(LinksTest, WhatAJobHoldsStandsBesideItsNumbers) {
+    addOwner(1);
+    addOwner(2);
+    addThing(10, "2");
+    addThing(11, "1");
+    addThing(12, "2");
+    addJob("12", 5, "'last'");
+    addJob("10", 6);
+    addJob("12", 7, "'very last'");
+    addJob("11", 8, "'first'");
+    addJob("13", 9, "'nobody''s'");
+    dao::Recordset set = db.OpenRecordset(
+        "SELECT Jobs.Note, Things.ThingID, Jobs.Price/2 AS Half, Owners.OwnerID FROM (Owners INNER JOIN "
+        "Things ON "
+        "Owners.OwnerID = Things.OwnerID) INNER JOIN Jobs ON Things.ThingID = Jobs.ThingID WHERE "
+        "Jobs.Price>0",
+        dao::dbOpenSnapshot);
+    std::vector<std::string> found;
+    for (; !set.EOF(); set.MoveNext()) {
+        found.push_back((set["Note"].isNull() ? "-" : set["Note"].asText()) + " " + set["ThingID"].asText() +
+                        " " + set["Half"].asText() + " " + set["OwnerID"].asText());
+    }
+    EXPECT_EQ(found, (Rows{"first 11 4 1", "- 10 3 2", "last 12 2.5 2", "very last 12 3.5 2"}));
+}
+
+// There the rows are a table among others, and stand in no order of their own.
+TEST_F(LinksTest, AStoredQueryGivesTheSameRowsToAnother) {
+    addOwner(1);
+    addOwner(2);
+    addThing(10, "2");
+    addThing(11, "1");
+    addThing(12, "5");
+    for (const char* thing : {"10", "11", "12", "10"}) {
+        addJob(thing, 5);
+    }
+    db.CreateQueryDef("Done",
+                      "SELECT Owners.OwnerID, Things.ThingID, Jobs.JobID FROM (Owners INNER JOIN Things ON "
+                      "Owners.OwnerID = Things.OwnerID) INNER JOIN Jobs ON Things.ThingID = Jobs.ThingID "
+                      "WHERE Jobs.Price>0");
+    dao::Recordset set = db.OpenRecordset(
+        "SELECT Done.JobID, Owners.Town FROM Done LEFT JOIN Owners ON Done.OwnerID = "
+        "Owners.OwnerID ORDER BY Done.JobID DESC",
+        dao::dbOpenSnapshot);
+    Rows found;
+    for (; !set.EOF(); set.MoveNext()) {
+        found.push_back(set["JobID"].asText() + set["Town"].asText());
+    }
+    EXPECT_EQ(found, (Rows{"4Nis", "2Nis", "1Nis"}));
 }
 
 // What is written between two looks is seen by the second.

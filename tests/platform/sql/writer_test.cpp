@@ -47,10 +47,11 @@ class WriterTest : public testing::Test {
                    ? ""
                    : written.sources[static_cast<std::size_t>(written.uniqueSource)].table;
     }
-    static std::string ids(int count) {
-        std::string text = "CustID=1";
+    static std::string ids(int count) { return idsOf("CustID", count); }
+    static std::string idsOf(const std::string& field, int count) {
+        std::string text = field + "=1";
         for (int i = 2; i <= count; ++i) {
-            text += " OR CustID=" + std::to_string(i);
+            text += " OR " + field + "=" + std::to_string(i);
         }
         return text;
     }
@@ -276,9 +277,7 @@ TEST_F(WriterTest, NumbersAreFollowedInMemoryWhereNothingElseIsAskedFor) {
         " FROM (Customers INNER JOIN Computers ON Customers.CustID = Computers.CustID) INNER JOIN Services "
         "ON "
         "Computers.MachineID = Services.MachineID";
-    const auto follows = [this](const std::string& text) {
-        return contains(select(text).rows, "CROSS JOIN dao_links(");
-    };
+    const auto follows = [this](const std::string& text) { return contains(select(text).rows, "dao_link("); };
     for (const std::string& numbers :
          {"SELECT Customers.CustID, Services.ID" + joins + " WHERE Price>0",
           "SELECT Computers.CustID, Services.Comments" + joins + " WHERE Price>0 AND Services.ID<9",
@@ -290,7 +289,7 @@ TEST_F(WriterTest, NumbersAreFollowedInMemoryWhereNothingElseIsAskedFor) {
           std::string("SELECT Grupe.ID FROM (Grupe INNER JOIN Oprema ON Grupe.ID = Oprema.IDGrupe) INNER "
                       "JOIN InvoiceData ON Oprema.ID = InvoiceData.OpremaID WHERE InvoiceData.Naziv='x'")}) {
         EXPECT_TRUE(follows(numbers)) << numbers;
-        EXPECT_FALSE(contains(select(numbers).fetch, "dao_links")) << numbers;
+        EXPECT_FALSE(contains(select(numbers).fetch, "dao_link")) << numbers;
     }
     for (const std::string& other :
          {"SELECT Customers.CustID, Services.ID" + joins,
@@ -395,6 +394,38 @@ TEST_F(WriterTest, ALargeSetIsLookedUpByItsNumbers) {
                          "ORDER BY t0.\"Surname\" COLLATE DAO_TEXT, t0.rowid"));
     EXPECT_TRUE(contains(find("SELECT * FROM QDCustomers0", "City='Nis'").keys,
                          "= s0.value AND t0.\"City\" = 'Nis' COLLATE DAO_TEXT"));
+}
+
+TEST_F(WriterTest, ALargeSetGivesWayToOneValueOfAField) {
+    catalog.setQuery("QDComputers0", "SELECT * FROM Computers WHERE " + idsOf("MachineID", 1000));
+    for (const char* pinned :
+         {"CustID=2", "2=CustID", "MachineID=2", "MachineName='x'", "CustID<9 AND CustID=1+1"}) {
+        const std::string keys = select(std::string("SELECT * FROM QDComputers0 WHERE ") + pinned, 3).keys;
+        EXPECT_TRUE(contains(keys,
+                             "FROM \"Computers\" AS t0 WHERE EXISTS (SELECT 1 FROM idset(3) WHERE value = "
+                             "t0.\"MachineID\") AND "))
+            << keys;
+        EXPECT_TRUE(contains(keys, "ORDER BY t0.rowid")) << keys;
+    }
+    for (const char* other : {"CustID<2", "CustID<>2", "CustID=MachineID", "CustID IN (1,2)", "CustID+1=2"}) {
+        const std::string keys = select(std::string("SELECT * FROM QDComputers0 WHERE ") + other).keys;
+        EXPECT_TRUE(contains(keys, "CROSS JOIN")) << keys;
+    }
+}
+
+// What a filter leaves of a table is known without reading it.
+TEST_F(WriterTest, ALargeSetAndNothingElseIsTheKeysOfItsRows) {
+    catalog.setQuery("QDCustomers0", "SELECT * FROM Customers WHERE " + ids(1000));
+    const sql::IdSetPtr keys = select("SELECT * FROM QDCustomers0").keySet;
+    ASSERT_NE(keys, nullptr);
+    EXPECT_EQ(keys->size(), 1000U);
+    for (const char* other :
+         {"SELECT * FROM Customers", "SELECT * FROM QDCustomers0 WHERE CustID<9",
+          "SELECT * FROM QDCustomers0 WHERE CustID=9", "SELECT * FROM QDCustomers0 ORDER BY Surname",
+          "SELECT Surname FROM QDCustomers0 INNER JOIN Computers ON QDCustomers0.CustID = Computers.CustID",
+          "SELECT DISTINCT Surname FROM QDCustomers0"}) {
+        EXPECT_EQ(select(other).keySet, nullptr) << other;
+    }
 }
 
 TEST_F(WriterTest, ALargeSetInsideAConditionIsAskedFor) {

@@ -1,0 +1,81 @@
+#include "platform/dao/sqlite/key_order.h"
+
+#include <algorithm>
+#include <charconv>
+#include <numeric>
+
+namespace dao::driver {
+
+SortedColumns SortedColumns::of(std::string_view statement) {
+    SortedColumns result;
+    if (!statement.starts_with(kHead)) {
+        return result;
+    }
+    statement.remove_prefix(kHead.size());
+    const char* const end = statement.data() + statement.size();
+    const char* at = std::from_chars(statement.data(), end, result.keys).ptr + std::string_view(", '").size();
+    for (int place = 0; *at != '\''; ++at) {
+        at = std::from_chars(at, end, place).ptr;
+        result.shown.push_back(place);
+    }
+    return result;
+}
+
+bool KeyOrder::add(sqlite3_value** keys) {
+    const std::size_t before = keys_.size();
+    for (std::size_t column = 0; column < stride_; ++column) {
+        if (sqlite3_value_type(keys[column]) == SQLITE_NULL) {
+            keys_.resize(before);
+            return false;
+        }
+        keys_.push_back(sqlite3_value_int64(keys[column]));
+    }
+    return true;
+}
+
+// By the last key first, and each time those that are alike stay as they stood.
+std::vector<std::uint32_t> KeyOrder::order() const {
+    std::vector<std::uint32_t> order(rows());
+    std::iota(order.begin(), order.end(), 0);
+    for (std::size_t column = stride_; column-- > 0;) {
+        sortBy(column, order);
+    }
+    return order;
+}
+
+// Numbers that lie close together, as a counter gives them, are counted; others are compared.
+void KeyOrder::sortBy(std::size_t column, std::vector<std::uint32_t>& order) const {
+    constexpr std::uint64_t kSparse = 16;  // places for each row
+    const auto less = [&](std::uint32_t a, std::uint32_t b) { return key(a, column) < key(b, column); };
+    if (std::is_sorted(order.begin(), order.end(), less)) {
+        return;
+    }
+    const auto [lowest, highest] = std::minmax_element(order.begin(), order.end(), less);
+    const std::int64_t first = key(*lowest, column);
+    const std::uint64_t span =
+        static_cast<std::uint64_t>(key(*highest, column)) - static_cast<std::uint64_t>(first);
+    if (span / kSparse < rows()) {
+        countBy(column, first, span + 1, order);
+    } else {
+        std::stable_sort(order.begin(), order.end(), less);
+    }
+}
+
+void KeyOrder::countBy(std::size_t column, std::int64_t first, std::size_t span,
+                       std::vector<std::uint32_t>& order) const {
+    std::vector<std::uint32_t> places(span + 1, 0);
+    const auto numberOf = [&](std::uint32_t row) {
+        return static_cast<std::size_t>(key(row, column) - first);
+    };
+    for (const std::uint32_t row : order) {
+        ++places[numberOf(row) + 1];
+    }
+    std::partial_sum(places.begin(), places.end(), places.begin());
+    std::vector<std::uint32_t> sorted(order.size());
+    for (const std::uint32_t row : order) {
+        sorted[places[numberOf(row)]++] = row;
+    }
+    order = std::move(sorted);
+}
+
+}  // namespace dao::driver
