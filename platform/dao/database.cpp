@@ -5,9 +5,11 @@
 #include "platform/dao/database_impl.h"
 #include "platform/dao/failure.h"
 #include "platform/dao/names.h"
+#include "platform/dao/read_scope.h"
 #include "platform/dao/record_source.h"
 #include "platform/dao/recordset.h"
 #include "platform/dao/table_definition.h"
+#include "platform/dao/translated.h"
 #include "platform/sql/parser.h"
 
 namespace dao {
@@ -90,7 +92,7 @@ QueryDef Database::CreateQueryDef(std::string_view name, const std::string& text
     const sql::StatementPtr tree = translated([&] { return sql::parse(text); });
     file.write([&] {
         checkNewName(file, name);
-        file.writeQuery(name, text, tree);
+        file.translator().writeQuery(name, text, tree);
     });
     return QueryDef(impl_, std::string(name));
 }
@@ -142,7 +144,7 @@ void QueryDef::setSQL(const std::string& text) {
         if (file.store().queryVersion(name_) == 0) {
             fail(errItemNotFound);
         }
-        file.writeQuery(name_, text, tree);
+        file.translator().writeQuery(name_, text, tree);
     });
 }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/dao/read_scope.h"
+
 namespace dao {
 namespace {
 

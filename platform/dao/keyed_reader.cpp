@@ -128,7 +128,7 @@ KeyedReader::Projection KeyedReader::projected() const {
         }
     }
     if (canCut && !cut->items.empty()) {
-        part.compiled = set_.file().compileTree(cut);
+        part.compiled = set_.file().translator().compileTree(cut);
     }
     return part;
 }

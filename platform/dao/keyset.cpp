@@ -2,6 +2,7 @@
 
 #include "platform/dao/failure.h"
 #include "platform/dao/names.h"
+#include "platform/dao/read_scope.h"
 #include "platform/sql/ast.h"
 #include "platform/sql/parser.h"
 

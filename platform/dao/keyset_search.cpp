@@ -2,6 +2,8 @@
 
 #include "platform/dao/failure.h"
 #include "platform/dao/names.h"
+#include "platform/dao/read_scope.h"
+#include "platform/dao/translated.h"
 #include "platform/sql/parser.h"
 
 namespace dao {
@@ -84,7 +86,7 @@ std::optional<KeysetSearch::Keys> KeysetSearch::keysAsTablesStood(const sql::Exp
         const QuietErrors quiet;
         try {
             Keys keys = keysThatMeet(criterion);
-            return set_.file().standsAsRead() ? std::optional(std::move(keys)) : std::nullopt;
+            return set_.file().translator().standsAsRead() ? std::optional(std::move(keys)) : std::nullopt;
         } catch (const Error& error) {
             if (error.Number() != errLocked) {
                 return std::nullopt;  // told by the second try
@@ -98,7 +100,7 @@ std::optional<KeysetSearch::Keys> KeysetSearch::keysAsTablesStood(const sql::Exp
 // All of them, or as many as it takes to know the first in the order of the set.
 KeysetSearch::Keys KeysetSearch::keysThatMeet(const sql::Expression& criterion) const {
     driver::Store& store = set_.file().store();
-    const CompiledPtr find = set_.file().compileFind(*set_.compiled, criterion);
+    const CompiledPtr find = set_.file().translator().compileFind(*set_.compiled, criterion);
     if (set_.keys.isAscending() && !find->select.firstKeys.empty()) {
         return firstAmong(set_.keys, find->select, store);
     }

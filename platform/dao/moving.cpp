@@ -11,6 +11,7 @@
 #include "platform/dao/postgres/server_store.h"
 #include "platform/dao/postgres/shop_making.h"
 #include "platform/dao/postgres/signpost.h"
+#include "platform/dao/read_scope.h"
 #include "platform/dao/sqlite/companion_files.h"
 #include "platform/dao/sqlite/file_kind.h"
 #include "platform/dao/sqlite/file_paths.h"

@@ -1,40 +1,13 @@
 #pragma once
 
-#include <list>
 #include <map>
 #include <memory>
 #include <string>
-#include <unordered_map>
 
-#include "platform/dao/driver.h"
-#include "platform/dao/failure.h"
-#include "platform/dao/file_catalog.h"
 #include "platform/dao/place.h"
+#include "platform/dao/translator.h"
 
 namespace dao {
-
-class OpenFile;
-
-// A statement translated for one file: good as long as the tables and stored queries it names are what they
-// were.
-class Compiled {
- public:
-    Compiled(OpenFile& file, sql::StatementPtr tree, sql::WrittenSelect select);
-    ~Compiled();
-    Compiled(const Compiled&) = delete;
-    Compiled& operator=(const Compiled&) = delete;
-
-    const sql::StatementPtr tree;
-    const sql::WrittenSelect select;
-
- private:
-    friend class OpenFile;
-    std::weak_ptr<OpenFile> file_;
-    int firstSet_;
-    std::int64_t schemaVersion_ = 0;
-    FileCatalog::Noted queries_;
-};
-using CompiledPtr = std::shared_ptr<const Compiled>;
 
 // The rows of base tables that one row of a record set is made of.
 struct RowName {
@@ -74,16 +47,14 @@ class OpenFile : public std::enable_shared_from_this<OpenFile> {
     const std::int64_t& generation() const { return generation_; }
     void touch() { ++generation_; }
 
-    const FileCatalog& catalog();  // compared with the file first
-    const sql::TableInfo* table(std::string_view name);
-    CompiledPtr compile(std::string_view text);
-    CompiledPtr compileTree(const sql::StatementPtr& tree);
-    // By the tables as the catalog last read them; standsAsRead tells whether they still are.
-    CompiledPtr compileFind(const Compiled& in, const sql::Expression& criterion);
-    bool standsAsRead();
+    Translator& translator() {
+        store();
+        return translator_;
+    }
+    const FileCatalog& catalog() { return translator().catalog(); }
+    const sql::TableInfo* table(std::string_view name) { return catalog().findTable(name); }
+    CompiledPtr compile(std::string_view text) { return translator().compile(text); }
     std::int64_t execute(std::string_view statement);
-    // A stored query's text with its tree, new or over the old one. Inside write() only.
-    void writeQuery(std::string_view name, const std::string& text, sql::StatementPtr tree);
 
     // For an Edit of the rows: 3260 where somebody else keeps one of them too long.
     void lockForEdit(const EditedRows& rows);
@@ -111,82 +82,26 @@ class OpenFile : public std::enable_shared_from_this<OpenFile> {
     void rollbackWorkspace() noexcept;
     int workspaceDepth() const { return workspaceDepth_; }
 
-    int addIdSets(const std::vector<sql::IdSetPtr>& sets);
-    void dropIdSets(int first, std::size_t count) noexcept;
-    int nextIdSet() const { return nextIdSet_; }
-
  private:
-    struct CacheEntry {
-        std::string text;
-        CompiledPtr compiled;
-    };
-
+    void closeStore() noexcept;
     void reopen();
     void beginWrite();
     void finishWrite(const EditedRows* edited);
-    void unlockRows(const EditedRows& rows) noexcept;
     void abandonWrite() noexcept;
-    void forgetUnwritten() noexcept;
     void lockAgain() noexcept;
     void keepCounters() noexcept;
-    bool holds(const Compiled& compiled);
-    void remember(std::string text, CompiledPtr compiled);
 
     PlacePtr place_;
     std::shared_ptr<Presence> presence_;
     std::unique_ptr<driver::Store> store_;
-    FileCatalog catalog_;
-    std::list<CacheEntry> cache_;  // last used first
-    std::map<int, sql::IdSetPtr> idSets_;
-    int nextIdSet_ = 0;
+    Translator translator_;
     std::map<std::string, std::int64_t> highestGiven_;
     std::map<std::string, std::int64_t> givenInWorkspace_;
-    bool queriesWritten_ = false;  // by the transaction that is open
     std::int64_t generation_ = 0;
     std::int64_t lockEpoch_ = 0;
     int editors_ = 0;
     int workspaceDepth_ = 0;
 };
-
-// Reads see one state of the file from the first to the last of the block, and lock and unlock it once.
-class ReadScope {
- public:
-    explicit ReadScope(driver::Store& store) : store_(store), ours_(!store.inTransaction()) {
-        if (ours_) {
-            store_.beginRead();
-        }
-    }
-    ~ReadScope() {
-        if (ours_) {
-            store_.rollback();
-        }
-    }
-    ReadScope(const ReadScope&) = delete;
-    ReadScope& operator=(const ReadScope&) = delete;
-
- private:
-    driver::Store& store_;
-    bool ours_;
-};
-
-// Runs `body` and turns what the statement parser and writer throw into the engine's errors.
-template <typename Body>
-auto translated(Body&& body) -> decltype(body());
-[[noreturn]] void failSyntax(const sql::SyntaxError& error);
-[[noreturn]] void failName(const sql::NameError& error);
-
-template <typename Body>
-auto translated(Body&& body) -> decltype(body()) {
-    try {
-        return body();
-    } catch (const sql::SyntaxError& error) {
-        failSyntax(error);
-    } catch (const sql::NameError& error) {
-        failName(error);
-    } catch (const sql::SizeError&) {
-        fail(errTooComplex);
-    }
-}
 
 template <typename Body>
 void OpenFile::write(Body&& body, const EditedRows* edited) {

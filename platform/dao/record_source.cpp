@@ -6,6 +6,7 @@
 #include "platform/dao/failure.h"
 #include "platform/dao/keyset.h"
 #include "platform/dao/names.h"
+#include "platform/dao/read_scope.h"
 #include "platform/dao/snapshot.h"
 
 namespace dao {

@@ -5,8 +5,10 @@
 #include "platform/dao/failure.h"
 #include "platform/dao/memory_store.h"
 #include "platform/dao/names.h"
+#include "platform/dao/read_scope.h"
 #include "platform/dao/recordset.h"
 #include "platform/dao/table_definition.h"
+#include "platform/dao/translated.h"
 #include "platform/sql/parser.h"
 
 namespace dao {

@@ -6,6 +6,7 @@
 #include "platform/dao/file_catalog.h"
 #include "platform/dao/names.h"
 #include "platform/dao/open_file.h"
+#include "platform/dao/read_scope.h"
 #include "platform/dao/row_block.h"
 #include "platform/dao/table_definition.h"
 #include "platform/dao/table_reader.h"

@@ -19,6 +19,7 @@
 #include "platform/dao/open_file.h"
 #include "platform/dao/open_files.h"
 #include "platform/dao/opening.h"
+#include "platform/dao/read_scope.h"
 #include "platform/dao/sqlite/companion_files.h"
 #include "platform/dao/sqlite/file_paths.h"
 #include "platform/dao/sqlite/page_seal.h"

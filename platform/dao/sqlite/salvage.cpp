@@ -8,6 +8,7 @@
 #include "platform/dao/failure.h"
 #include "platform/dao/names.h"
 #include "platform/dao/open_file.h"
+#include "platform/dao/read_scope.h"
 #include "platform/dao/sqlite/btree.h"
 #include "platform/dao/sqlite/layout.h"
 #include "platform/dao/sqlite/long_statements.h"
