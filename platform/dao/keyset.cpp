@@ -15,6 +15,7 @@ constexpr std::size_t kFarBlockRows = 8192;  // of a long walk where each block 
 constexpr std::size_t kSmallBlock = 32;
 constexpr std::size_t kBetweenLooks = 512;  // rows, whether more of the block ahead has come in
 constexpr std::size_t kMoreMatches = 64;    // as many times more when a search has to go on
+constexpr std::int64_t kBelowKeys = driver::kNoRow + 1;
 constexpr std::int64_t kSparse = 4;  // a range with more strangers than this for each row is read row by row
 
 std::vector<Type> typesOf(const std::vector<sql::ResultColumn>& columns) {
@@ -32,7 +33,7 @@ std::vector<std::int64_t> firstAmong(const KeyList& rows, const sql::WrittenSele
                                      driver::Store& store) {
     const auto statement = store.prepare(find.firstKeys);
     const int firstKey = driver::bindParameters(*statement, find.parameters);
-    std::int64_t behind = driver::kNoRow + 1;  // below every key
+    std::int64_t behind = kBelowKeys;
     for (std::size_t wanted = 1;; wanted *= kMoreMatches) {
         statement->bindInteger(firstKey, behind);
         statement->bindInteger(firstKey + 1, static_cast<std::int64_t>(wanted));
@@ -364,22 +365,22 @@ std::optional<std::size_t> Keyset::findByStatement(const sql::Expression& criter
     driver::Store& store = file().store();
     if (store.isFar() && !store.inTransaction()) {
         const ReadScope scope(store);
-        if (const auto keys = keysAsTablesStood(criterion)) {
-            return loadFirstOf(*keys);
+        if (std::optional<Met> met = metAsTablesStood(criterion)) {
+            return loadFirstOf(std::move(*met));
         }
     }
     const ReadScope scope(store);
     file().catalog();
-    return loadFirstOf(keysThatMeet(criterion));
+    return loadFirstOf(rowsThatMeet(criterion));
 }
 
-std::optional<std::vector<std::int64_t>> Keyset::keysAsTablesStood(const sql::Expression& criterion) {
+std::optional<Keyset::Met> Keyset::metAsTablesStood(const sql::Expression& criterion) {
     std::optional<Error> waited;
     {
         const QuietErrors quiet;
         try {
-            std::vector<std::int64_t> keys = keysThatMeet(criterion);
-            return file().standsAsRead() ? std::optional(std::move(keys)) : std::nullopt;
+            Met met = rowsThatMeet(criterion);
+            return file().standsAsRead() ? std::optional(std::move(met)) : std::nullopt;
         } catch (const Error& error) {
             if (error.Number() != errLocked) {
                 return std::nullopt;  // told by the second try
@@ -391,32 +392,61 @@ std::optional<std::vector<std::int64_t>> Keyset::keysAsTablesStood(const sql::Ex
 }
 
 // All of them, or as many as it takes to know the first in the order of the set.
-std::vector<std::int64_t> Keyset::keysThatMeet(const sql::Expression& criterion) {
+Keyset::Met Keyset::rowsThatMeet(const sql::Expression& criterion) {
     const CompiledPtr find = file().compileFind(*compiled_, criterion);
+    Met met;
     if (keys_.isAscending() && !find->select.firstKeys.empty()) {
-        return firstAmong(keys_, find->select, file().store());
+        if (!file().store().isFar() || !readFirst(find->select, met)) {
+            met.keys = firstAmong(keys_, find->select, file().store());
+        }
+        return met;
     }
-    std::vector<std::int64_t> keys;
     const auto statement = file().store().prepare(find->select.keys);
     driver::bindParameters(*statement, find->select.parameters);
-    statement->readKeys(keys, keys_.stride());
-    return keys;
+    statement->readKeys(met.keys, keys_.stride());
+    return met;
+}
+
+// Whether that tells it: the first row that meets the criterion, with its key, is one of the set, or there is
+// none.
+bool Keyset::readFirst(const sql::WrittenSelect& find, Met& met) const {
+    const auto statement = file().store().prepare(find.firstRow);
+    statement->bindInteger(driver::bindParameters(*statement, find.parameters), kBelowKeys);
+    met.row.reset(typesOf(columns_));
+    statement->readRows(met.row, 1, &met.keys, 1);
+    if (met.keys.empty() || keys_.find(met.keys)) {
+        return true;
+    }
+    met = {};
+    return false;
 }
 
 // The first of them in the order of the set.
-std::optional<std::size_t> Keyset::loadFirstOf(const std::vector<std::int64_t>& keys) {
+std::optional<std::size_t> Keyset::loadFirstOf(Met&& met) {
     std::optional<std::size_t> first;
     const auto stride = static_cast<std::size_t>(keys_.stride());
-    for (std::size_t at = 0; at + stride <= keys.size(); at += stride) {
-        const std::optional<std::size_t> row = keys_.find({keys.data() + at, stride});
+    for (std::size_t at = 0; at + stride <= met.keys.size(); at += stride) {
+        const std::optional<std::size_t> row = keys_.find({met.keys.data() + at, stride});
         if (row && (!first || *row < *first)) {
             first = row;
         }
     }
-    if (first) {
+    if (first && met.row.rows() == 1) {
+        keepRow(*first, std::move(met.row));
+    } else if (first) {
         loadBlock(*first, 1);
     }
     return first;
+}
+
+// As loadBlock reads one row alone.
+void Keyset::keepRow(std::size_t row, RowBlock&& read) {
+    dropBlock();
+    block_ = std::move(read);
+    blockRows_.push_back(0);
+    blockStart_ = row;
+    blockGeneration_ = file().generation();
+    blockVersion_.reset();
 }
 
 void Keyset::markCounters() {

@@ -44,6 +44,12 @@ class Keyset final : public RecordsetImpl {
         std::vector<int> places;  // as readRows takes them
     };
 
+    // What meets a criterion: the keys of its rows, and the only one of them where it came with its key.
+    struct Met {
+        std::vector<std::int64_t> keys;
+        RowBlock row;
+    };
+
     static constexpr std::size_t kMissing = static_cast<std::size_t>(-1);
 
     Keyset(const Keyset& of);
@@ -73,9 +79,11 @@ class Keyset final : public RecordsetImpl {
     std::optional<std::size_t> findByKey(const sql::Expression& criterion, bool& isKey);
     std::optional<std::size_t> findByStatement(const sql::Expression& criterion);
     // Nothing: the tables have changed, or it failed.
-    std::optional<std::vector<std::int64_t>> keysAsTablesStood(const sql::Expression& criterion);
-    std::vector<std::int64_t> keysThatMeet(const sql::Expression& criterion);
-    std::optional<std::size_t> loadFirstOf(const std::vector<std::int64_t>& keys);
+    std::optional<Met> metAsTablesStood(const sql::Expression& criterion);
+    Met rowsThatMeet(const sql::Expression& criterion);
+    bool readFirst(const sql::WrittenSelect& find, Met& met) const;
+    std::optional<std::size_t> loadFirstOf(Met&& met);
+    void keepRow(std::size_t row, RowBlock&& read);
 
     const sql::ColumnInfo* counterOf(int source) const;
     void markCounters();

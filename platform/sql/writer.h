@@ -57,6 +57,9 @@ struct WrittenSelect {
     // What a search through one table goes by, else empty: the row keys above the first parameter behind
     // `parameters`, ascending, no more of them than the second one says.
     std::string firstKeys;
+    // The same for the first of them alone, with the columns of its row behind the row key; no second
+    // parameter.
+    std::string firstRow;
     std::vector<ResultColumn> columns;
     std::vector<ResultSource> sources;  // empty: not updatable (DISTINCT, grouping, ...): read as a snapshot
     // The source whose row stands in one row of the result at most: the one that Delete removes from and
@@ -86,7 +89,7 @@ class Writer {
     virtual WrittenSelect select(const Statement& statement, const Catalog& catalog, int idSetBase) const = 0;
 
     // The same selection narrowed by a criterion over its result's fields: what FindFirst looks through.
-    // Only `keys`, `firstKeys`, `sources`, `idSets` and `parameters` are filled.
+    // Only `keys`, `firstKeys`, `firstRow`, `sources`, `idSets` and `parameters` are filled.
     virtual WrittenSelect find(const Statement& statement, const Expression& criterion,
                                const Catalog& catalog, int idSetBase) const = 0;
 

@@ -23,8 +23,10 @@ class ServerAheadTest : public daotest::ServerShopTest {
     void SetUp() override {
         ServerShopTest::SetUp();
         fill(1);
-        keeper().run("INSERT INTO shop.\"Services\" (\"MachineID\", \"Price\", \"Comments\")"
-                     " SELECT 1, 10000, repeat('a', 100) FROM generate_series(2, " + std::to_string(kRows) + ")");
+        keeper().run(
+            "INSERT INTO shop.\"Services\" (\"MachineID\", \"Price\", \"Comments\")"
+            " SELECT 1, 10000, repeat('a', 100) FROM generate_series(2, " +
+            std::to_string(kRows) + ")");
     }
     postgres::Connection keeper() const { return postgres::Connection(postgres::readSignpost(path)); }
     std::int64_t roundTrips() { return db.impl()->file().store().roundTrips(); }
@@ -37,8 +39,9 @@ class ServerAheadTest : public daotest::ServerShopTest {
     }
     // As the keeper of a server would.
     void endOtherSessions() {
-        keeper().run("SELECT pg_terminate_backend(pid) FROM pg_stat_activity"
-                   " WHERE datname = current_database() AND pid <> pg_backend_pid()");
+        keeper().run(
+            "SELECT pg_terminate_backend(pid) FROM pg_stat_activity"
+            " WHERE datname = current_database() AND pid <> pg_backend_pid()");
     }
     // The numbers of the services, and what is done at the one that is the last of some.
     std::vector<int> walked(const std::string& statement, int last = 0,
@@ -87,8 +90,8 @@ TEST_F(ServerAheadTest, WhoeverAsksForOtherThingsOnTheWayGetsThemAndTheRows) {
     for (; !services.EOF(); services.MoveNext()) {
         ASSERT_EQ(services["ID"].asLong(), ++number);
         if (number % 1000 == 0) {
-            const Recordset one =
-                db.OpenRecordset("SELECT ID FROM Services WHERE ID=" + std::to_string(number), dbOpenSnapshot);
+            const Recordset one = db.OpenRecordset(
+                "SELECT ID FROM Services WHERE ID=" + std::to_string(number), dbOpenSnapshot);
             ASSERT_EQ(one["ID"].asLong(), number);
         }
     }
@@ -145,9 +148,9 @@ TEST_F(ServerAheadTest, InATransactionNothingIsAskedAhead) {
 // --- A long answer. That it is long shows the first time.
 
 TEST_F(ServerAheadTest, ALongAnswerIsTheSameInPieces) {
-    for (const std::string statement : {"SELECT ID, Price FROM Services", "SELECT ID FROM Services ORDER BY ID DESC",
-                                        "SELECT ID, Comments FROM Services WHERE ID<=4000",
-                                        "SELECT ID FROM Services WHERE ID<0"}) {
+    for (const std::string statement :
+         {"SELECT ID, Price FROM Services", "SELECT ID FROM Services ORDER BY ID DESC",
+          "SELECT ID, Comments FROM Services WHERE ID<=4000", "SELECT ID FROM Services WHERE ID<0"}) {
         const std::vector<int> whole = walked(statement);
         EXPECT_EQ(whole, numbers(db.OpenRecordset(statement, dbOpenSnapshot), "ID")) << statement;
         const std::int64_t before = roundTrips();
