@@ -79,6 +79,15 @@ bool KeyedBlock::fetchAlone(std::size_t row) {
     return places_.front() != KeyedReader::kMissing;
 }
 
+void KeyedBlock::keep(std::size_t row, RowBlock&& read) {
+    drop();
+    rows_ = std::move(read);
+    places_.push_back(0);
+    first_ = row;
+    generation_ = set_.file().generation();
+    version_.reset();
+}
+
 RowRun KeyedBlock::ahead(std::size_t row) const {
     const bool onwards = lastFetched_ != kNowhere && row == lastFetched_ + 1;
     const bool backwards = lastFetched_ != kNowhere && row + 1 == lastFetched_;

@@ -26,6 +26,8 @@ class KeyedBlock {
     std::optional<std::size_t> fetch(std::size_t row);
     // The row as it is now, with all its fields and without any other. False: somebody has deleted it.
     bool fetchAlone(std::size_t row);
+    // The same where the row has been read already.
+    void keep(std::size_t row, RowBlock&& read);
 
  private:
     static constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);

@@ -10,6 +10,7 @@ namespace dao {
 namespace {
 
 constexpr std::size_t kMoreMatches = 64;  // as many times more when a search has to go on
+constexpr std::int64_t kBelowKeys = driver::kNoRow + 1;
 
 // A set that stands in the order of its keys: the first match that belongs to it is the one. Others that come
 // before it were added since, or deleted from the set; the more of them there are, the more are read at once.
@@ -17,7 +18,7 @@ std::vector<std::int64_t> firstAmong(const KeyList& rows, const sql::WrittenSele
                                      driver::Store& store) {
     const auto statement = store.prepare(find.firstKeys);
     const int firstKey = driver::bindParameters(*statement, find.parameters);
-    std::int64_t behind = driver::kNoRow + 1;  // below every key
+    std::int64_t behind = kBelowKeys;
     for (std::size_t wanted = 1;; wanted *= kMoreMatches) {
         statement->bindInteger(firstKey, behind);
         statement->bindInteger(firstKey + 1, static_cast<std::int64_t>(wanted));
@@ -71,22 +72,22 @@ std::optional<std::size_t> KeysetSearch::findByStatement(const sql::Expression& 
     driver::Store& store = set_.file().store();
     if (store.isFar() && !store.inTransaction()) {
         const ReadScope scope(store);
-        if (const auto keys = keysAsTablesStood(criterion)) {
-            return fetchFirstOf(*keys);
+        if (std::optional<Met> met = metAsTablesStood(criterion)) {
+            return fetchFirstOf(std::move(*met));
         }
     }
     const ReadScope scope(store);
     set_.file().catalog();
-    return fetchFirstOf(keysThatMeet(criterion));
+    return fetchFirstOf(rowsThatMeet(criterion));
 }
 
-std::optional<KeysetSearch::Keys> KeysetSearch::keysAsTablesStood(const sql::Expression& criterion) const {
+std::optional<KeysetSearch::Met> KeysetSearch::metAsTablesStood(const sql::Expression& criterion) const {
     std::optional<Error> waited;
     {
         const QuietErrors quiet;
         try {
-            Keys keys = keysThatMeet(criterion);
-            return set_.file().translator().standsAsRead() ? std::optional(std::move(keys)) : std::nullopt;
+            Met met = rowsThatMeet(criterion);
+            return set_.file().translator().standsAsRead() ? std::optional(std::move(met)) : std::nullopt;
         } catch (const Error& error) {
             if (error.Number() != errLocked) {
                 return std::nullopt;  // told by the second try
@@ -98,29 +99,48 @@ std::optional<KeysetSearch::Keys> KeysetSearch::keysAsTablesStood(const sql::Exp
 }
 
 // All of them, or as many as it takes to know the first in the order of the set.
-KeysetSearch::Keys KeysetSearch::keysThatMeet(const sql::Expression& criterion) const {
+KeysetSearch::Met KeysetSearch::rowsThatMeet(const sql::Expression& criterion) const {
     driver::Store& store = set_.file().store();
     const CompiledPtr find = set_.file().translator().compileFind(*set_.compiled, criterion);
+    Met met;
     if (set_.keys.isAscending() && !find->select.firstKeys.empty()) {
-        return firstAmong(set_.keys, find->select, store);
+        if (!store.isFar() || !readFirst(find->select, met)) {
+            met.keys = firstAmong(set_.keys, find->select, store);
+        }
+        return met;
     }
-    Keys keys;
     const auto statement = store.prepare(find->select.keys);
     driver::bindParameters(*statement, find->select.parameters);
-    statement->readKeys(keys, set_.keys.stride());
-    return keys;
+    statement->readKeys(met.keys, set_.keys.stride());
+    return met;
 }
 
-std::optional<std::size_t> KeysetSearch::fetchFirstOf(const Keys& keys) {
+// Whether that tells it: the first row that meets the criterion, with its key, is one of the set, or there is
+// none.
+bool KeysetSearch::readFirst(const sql::WrittenSelect& find, Met& met) const {
+    const auto statement = set_.file().store().prepare(find.firstRow);
+    statement->bindInteger(driver::bindParameters(*statement, find.parameters), kBelowKeys);
+    met.row.reset(typesOf(set_.columns));
+    statement->readRows(met.row, 1, &met.keys, 1);
+    if (met.keys.empty() || set_.keys.find(met.keys)) {
+        return true;
+    }
+    met = {};
+    return false;
+}
+
+std::optional<std::size_t> KeysetSearch::fetchFirstOf(Met&& met) {
     std::optional<std::size_t> first;
     const auto stride = static_cast<std::size_t>(set_.keys.stride());
-    for (std::size_t at = 0; at + stride <= keys.size(); at += stride) {
-        const std::optional<std::size_t> row = set_.keys.find({keys.data() + at, stride});
+    for (std::size_t at = 0; at + stride <= met.keys.size(); at += stride) {
+        const std::optional<std::size_t> row = set_.keys.find({met.keys.data() + at, stride});
         if (row && (!first || *row < *first)) {
             first = row;
         }
     }
-    if (first) {
+    if (first && met.row.rows() == 1) {
+        rows_.keep(*first, std::move(met.row));
+    } else if (first) {
         rows_.fetchAlone(*first);
     }
     return first;

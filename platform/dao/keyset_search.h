@@ -21,15 +21,20 @@ class KeysetSearch {
         std::int64_t number;
         int source;
     };
-    using Keys = std::vector<std::int64_t>;
+    // What meets a criterion: the keys of its rows, and the only one of them where it came with its key.
+    struct Met {
+        std::vector<std::int64_t> keys;
+        RowBlock row;
+    };
 
     std::optional<Key> keyIn(const sql::Expression& criterion) const;
     std::optional<std::size_t> findByKey(const Key& key);
     std::optional<std::size_t> findByStatement(const sql::Expression& criterion);
     // Nothing: the tables have changed, or it failed.
-    std::optional<Keys> keysAsTablesStood(const sql::Expression& criterion) const;
-    Keys keysThatMeet(const sql::Expression& criterion) const;
-    std::optional<std::size_t> fetchFirstOf(const Keys& keys);
+    std::optional<Met> metAsTablesStood(const sql::Expression& criterion) const;
+    Met rowsThatMeet(const sql::Expression& criterion) const;
+    bool readFirst(const sql::WrittenSelect& find, Met& met) const;
+    std::optional<std::size_t> fetchFirstOf(Met&& met);
 
     const KeysetView& set_;
     KeyedBlock& rows_;

@@ -583,14 +583,16 @@ std::string SelectWriter::fetchRangeText(const Body& whole) const {
     return dialect.range(range);
 }
 
-std::string SelectWriter::firstKeysText(const Body& whole) const {
+// The row keys above the first parameter, ascending, with `more` columns behind each.
+std::string SelectWriter::firstText(const Body& whole, const std::vector<SelectedColumn>& more) const {
     const SelectedColumn key = keysOf(whole).front();
-    const Dialect& dialect = context_.dialect;
-    const int number = context_.numbers.firstKey();
-    SelectParts first = parts(whole, {key});
-    first.conditions.push_back(key.sql.text + " > " + dialect.keyParameter(number));
+    std::vector<SelectedColumn> columns{key};
+    columns.insert(columns.end(), more.begin(), more.end());
+    SelectParts first = parts(whole, std::move(columns));
+    first.conditions.push_back(key.sql.text + " > " +
+                               context_.dialect.keyParameter(context_.numbers.firstKey()));
     first.order.push_back({key.sql, false});
-    return dialect.select(first) + " LIMIT " + dialect.keyParameter(number + 1);
+    return context_.dialect.select(first) + " LIMIT ";
 }
 
 WrittenSelect SelectWriter::write() {
@@ -632,7 +634,9 @@ WrittenSelect SelectWriter::find(const Expression& criterion) {
         context_.dialect.wrapped(writer.condition(criterion), kNot, nesting, criterion.position));
     result.keys = ordered(whole, keysOf(whole));
     if (leaves_.size() == 1 && leaves_.front().table != nullptr) {
-        result.firstKeys = firstKeysText(whole);
+        result.firstKeys =
+            firstText(whole, {}) + context_.dialect.keyParameter(context_.numbers.firstKey() + 1);
+        result.firstRow = firstText(whole, listOf(whole)) + '1';
     }
     fillSources(result);
     result.idSets = context_.numbers.idSets();

@@ -57,6 +57,9 @@ struct WrittenSelect {
     // What a search through one table goes by, else empty: the row keys above the first parameter behind
     // `parameters`, ascending, no more of them than the second one says.
     std::string firstKeys;
+    // The same for the first of them alone, with the columns of its row behind the row key; no second
+    // parameter.
+    std::string firstRow;
     // Where the statement gives every row of its one source whose row key is in a set, in the order of these,
     // and asks for nothing else; nullptr: it does not.
     IdSetPtr keySet;
@@ -89,7 +92,7 @@ class Writer {
     virtual WrittenSelect select(const Statement& statement, const Catalog& catalog, int idSetBase) const = 0;
 
     // The same selection narrowed by a criterion over its result's fields: what FindFirst looks through.
-    // Only `keys`, `firstKeys`, `sources`, `idSets` and `parameters` are filled.
+    // Only `keys`, `firstKeys`, `firstRow`, `sources`, `idSets` and `parameters` are filled.
     virtual WrittenSelect find(const Statement& statement, const Expression& criterion,
                                const Catalog& catalog, int idSetBase) const = 0;
 

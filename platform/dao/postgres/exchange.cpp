@@ -58,7 +58,6 @@ Answer Exchange::ask(const Send& send, const Patience& patience) {
 
 Answer Exchange::askPipeline(const Send& send, const Patience& patience) {
     needConnection();
-    dropAll();
     ++roundTrips_;
     answered_ = 0;
     startSending(send, true);
@@ -129,7 +128,6 @@ void Exchange::noticeLoss() {
 }
 
 void Exchange::settle(const Patience& patience) {
-    dropAll();
     if (!pending_.empty()) {
         pending_.pop_back();
         answerOf(true, patience);

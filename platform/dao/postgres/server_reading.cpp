@@ -23,6 +23,11 @@ std::vector<Step> fetches() {
     return steps;
 }
 
+// Without rows behind the last one.
+Result pieceOf(std::optional<Result>&& answer) {
+    return answer ? std::move(*answer) : Result(nullptr);
+}
+
 // What is left of a question is not wanted any more once nobody goes on taking its answers.
 class Taking {
  public:
@@ -46,7 +51,7 @@ class Taking {
 void ServerStore::runInPieces(const std::string& text, const Parameters& parameters,
                               const std::function<void(const Result&)>& take) {
     std::optional<std::int64_t> question;
-    std::optional<Result> piece;
+    Result piece(nullptr);
     const auto ask = [&] {
         question = beginPieces(text, parameters);
         piece = question ? firstPiece(*question, text) : run(text, parameters);
@@ -55,14 +60,14 @@ void ServerStore::runInPieces(const std::string& text, const Parameters& paramet
         ask();
     }
     if (!question) {
-        noteLength(text, piece->rows());
-        take(*piece);
+        noteLength(text, piece.rows());
+        take(piece);
         return;
     }
     const Taking taking(link_, *question);
-    while (piece && piece->rows() > 0) {
-        take(*piece);
-        piece = isWholePiece(*piece) ? connection().next(*question, text) : std::nullopt;
+    while (piece.rows() > 0) {
+        take(piece);
+        piece = isWholePiece(piece) ? pieceOf(connection().next(*question, text)) : Result(nullptr);
     }
 }
 
@@ -97,12 +102,12 @@ Result ServerStore::firstPiece(std::int64_t question, const std::string& text) {
     try {
         if (beginAhead_) {
             server.next(question, text);
-            keepVersions(server.next(question, text).value());
+            keepVersions(pieceOf(server.next(question, text)));
             done = 2;
         }
         server.next(question, text);  // of the cursors before, and of this one
         server.next(question, text);
-        Result piece = server.next(question, text).value();
+        Result piece = pieceOf(server.next(question, text));
         noteDone(done);
         return piece;
     } catch (const ConnectionLost&) {
@@ -156,9 +161,10 @@ std::optional<Result> ServerStore::answerAhead(Connection& server, std::int64_t 
     server.next(question, {});
     const std::optional<Result> versions = server.next(question, {});
     std::optional<Result> answer = server.next(question, {});
-    if (answer) {
-        keepVersions(*versions);
+    if (!versions || !answer) {
+        return std::nullopt;
     }
+    keepVersions(*versions);
     return answer;
 }
 

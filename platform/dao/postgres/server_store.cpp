@@ -370,7 +370,7 @@ ServerStore::Versions ServerStore::versions() {
         if (!withoutLoss(ask)) {
             ask();
         }
-        return *seen_;
+        return seen_.value_or(Versions());
     }
     const Step versions = versionsStep(link_->writer().number(connection()));
     return keepVersions(run(versions.text, versions.parameters));
@@ -591,6 +591,7 @@ void ServerStore::refreshQueries() {
 std::vector<driver::StoredQueryRow> ServerStore::queries() {
     refreshQueries();
     std::vector<driver::StoredQueryRow> rows;
+    rows.reserve(queries_.size());
     for (const auto& [bytes, query] : queries_) {
         rows.push_back({query.name, query.version});
     }
