@@ -14,8 +14,8 @@ class IdSets {
 
     // Another connection, which is told all of them; nullptr: there is none for the time being.
     void setStore(driver::Store* store);
-    int next() const { return next_; }                  // the number of the set that is added next
-    int add(const std::vector<sql::IdSetPtr>& sets);    // answers the first one's number; the others follow
+    int next() const { return next_; }                // the number of the set that is added next
+    int add(const std::vector<sql::IdSetPtr>& sets);  // answers the first one's number; the others follow
     void drop(int first, std::size_t count) noexcept;
 
  private:

@@ -15,7 +15,8 @@ constexpr std::size_t kCachedTextLimit = 65536;
 
 }  // namespace
 
-Compiled::Compiled(const std::shared_ptr<IdSets>& sets, sql::StatementPtr statement, sql::WrittenSelect written)
+Compiled::Compiled(const std::shared_ptr<IdSets>& sets, sql::StatementPtr statement,
+                   sql::WrittenSelect written)
     : tree(std::move(statement)), select(std::move(written)), sets_(sets, select.idSets) {}
 
 Translator::Translator(driver::Store& store)

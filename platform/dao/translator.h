@@ -27,8 +27,8 @@ class Compiled {
 };
 using CompiledPtr = std::shared_ptr<const Compiled>;
 
-// Turns texts and trees of the dialect into the statements of one file's store, and keeps those that are asked
-// for again and again. Throws 3075, 3061, 3078 and 3360 for what the dialect or the file does not know.
+// Turns texts and trees of the dialect into the statements of one file's store, and keeps those that are
+// asked for again and again. Throws 3075, 3061, 3078 and 3360 for what the dialect or the file does not know.
 class Translator {
  public:
     explicit Translator(driver::Store& store);
@@ -37,7 +37,7 @@ class Translator {
     void setStore(driver::Store& store);
     void dropStore() noexcept;  // until the next setStore nothing is asked
 
-    const FileCatalog& catalog();  // compared with the file first
+    const FileCatalog& catalog();                // compared with the file first
     CompiledPtr compile(std::string_view text);  // 3001 for what is no SELECT
     CompiledPtr compileTree(const sql::StatementPtr& tree);
     // By the tables as the catalog last read them; standsAsRead tells whether they still are.
