@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <memory>
 #include <optional>
 #include <string>
@@ -8,9 +7,11 @@
 #include <vector>
 
 #include "platform/dao/database_impl.h"
+#include "platform/dao/field_names.h"
 #include "platform/dao/pending_field.h"
 #include "platform/dao/recordset_kinds.h"
 #include "platform/dao/row_block.h"
+#include "platform/dao/row_position.h"
 #include "platform/sql/types.h"
 #include "platform/sql/writer.h"
 
@@ -81,14 +82,14 @@ class RecordsetImpl : public Dependent {
     void setColumns(std::vector<sql::ResultColumn> columns);
     void start();  // on the first row
     void leave();  // a move begins: what is pending is dropped
-    void place(std::int64_t position);
-    bool hasRow() const { return !gap_ && position_ >= 0 && position_ < static_cast<std::int64_t>(count()); }
+    bool hasRow() const { return position_.isOnRow(count()); }
     std::size_t currentRow() const;  // 3021, 3167
     void needRow();                  // fetches the current row
     void forgetCells() { ++cellStamp_; }
     void forgetRow() { fetched_ = -1; }  // it is fetched again when it is next looked at
     void leaveGap();                     // the current row is no longer among the rows
-    void rowAppended();  // count() has grown by one at the end; the current row stays what it was
+    // count() has grown by one at the end; the current row stays what it was.
+    void rowAppended() { position_.rowAppended(count()); }
 
     std::shared_ptr<DatabaseImpl> database_;
     RecordsetType type_;
@@ -104,8 +105,6 @@ class RecordsetImpl : public Dependent {
 
  private:
     static constexpr std::int64_t kNeverOld = 0;
-    static constexpr std::size_t kNameSlots = 128;
-    static std::size_t slotOf(std::string_view name);
 
     struct Cell {
         Value value;
@@ -113,12 +112,11 @@ class RecordsetImpl : public Dependent {
     };
 
     std::vector<Cell> cells_;  // the current row, as far as it has been read
-    std::array<std::int16_t, kNameSlots> slots_{};
+    FieldNames names_;
     std::uint64_t cellStamp_ = 1;
     std::int64_t seenGeneration_ = -1;
-    std::int64_t position_ = 0;
+    RowPosition position_;
     std::int64_t fetched_ = -1;  // the position whose row is fetched
-    bool gap_ = false;           // the current row was deleted here; position_ is that of the row behind it
     bool noMatch_ = false;
     bool closed_ = false;
 };
