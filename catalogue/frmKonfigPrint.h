@@ -32,8 +32,8 @@ class frmKonfigPrint : public QDialog {
 
     QString PriceListQuery() const;
     QString BuildFooterText() const;
-    // Shows the list, where there are products for it and nobody has left it. False: some steps failed, and `errorText` has a line
-    // for each.
+    // Shows the list, where there are products for it and nobody has left it. False: some steps failed, and
+    // `errorText` has a line for each.
     bool DoPrintDataReport(QString& errorText);
 
     // Shows the filled list over this window and returns when the preview is closed. Whoever checks price

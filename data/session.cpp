@@ -219,7 +219,8 @@ const QString kRepairing = QStringLiteral("Repairing & Compacting database... Pl
 
 // `mended`: the file was damaged, and a sound one stands in its place. Nobody can leave then what is still to
 // be done.
-void repairAndCompact(const std::string& from, const std::string& to, const std::string& connect, bool& mended) {
+void repairAndCompact(const std::string& from, const std::string& to, const std::string& connect,
+                      bool& mended) {
     dao::DBEngine::RepairDatabase(from, connect, backupPath().toStdString());
     mended = dao::DBEngine::LastRepair().damaged;
     std::optional<dao::Unleavable> whole;

@@ -34,9 +34,9 @@ class ShopFilter {
 
     int ActiveFilter = kNone;  // the number of the filter in force
 
-    // `ok` is false where it found nothing, or was left, or the record on show could not be saved first: all stands as it
-    // stood then. Throws dao::Error where the database could not be asked; a narrowing that fails half-way
-    // shows the whole shop. A number that is no filter does nothing.
+    // `ok` is false where it found nothing, or was left, or the record on show could not be saved first: all
+    // stands as it stood then. Throws dao::Error where the database could not be asked; a narrowing that
+    // fails half-way shows the whole shop. A number that is no filter does nothing.
     void ApplyQuickFilter(int number, bool& ok);
     // Both ask nothing and save nothing: what was typed stands in its record's fields again afterwards, and
     // an add goes on. Where that record is gone they say so.

@@ -12,8 +12,8 @@ class Stages;
 // the entries of the selectors, and the stored queries that they are of.
 class StagesBefore {
  public:
-    // Takes the record sets out of the stages. `narrowed`: the stored queries are not those of the whole shop.
-    // Throws dao::Error.
+    // Takes the record sets out of the stages. `narrowed`: the stored queries are not those of the whole
+    // shop. Throws dao::Error.
     StagesBefore(Stages& stages, bool narrowed);
     ~StagesBefore();  // closes what was not put back
     StagesBefore(const StagesBefore&) = delete;

@@ -30,7 +30,8 @@ class DataControl : public QObject {
     // The record set itself, for reading. Move it through the forwards below, so that the fields follow.
     dao::Recordset& Recordset() { return recordset_; }
     bool isOpen() const { return static_cast<bool>(recordset_); }
-    // What the last Refresh has read, for who may have to put it back: without it the next one would close it.
+    // What the last Refresh has read, for who may have to put it back: without it the next one would close
+    // it.
     struct Reading {
         dao::Recordset rows;
         Selection selection;

@@ -37,13 +37,14 @@ class LongWait {
 
     bool isLeft() const { return whole_->left_; }
 
-    // Both throw what the work throws. Where nobody waits it is done here, at once. What is at its end when it
-    // is left has been done.
+    // Both throw what the work throws. Where nobody waits it is done here, at once. What is at its end when
+    // it is left has been done.
     static void run(const std::function<void()>& work);     // errCancelled where it is left, or was before
     static void finish(const std::function<void()>& work);  // cannot be left, whatever has been left before
-    static void needStay();                                 // throws errCancelled where the wait has been left
-    static bool wasLeft();                                  // the wait that goes on
-    static bool isAway();                                   // a piece of work is being done just now
+    static void needStay();  // throws errCancelled where the wait has been left
+    static void leave();     // as Esc on the sign does; nothing without a wait
+    static bool wasLeft();   // the wait that goes on
+    static bool isAway();    // a piece of work is being done just now
 
  private:
     enum class Kind { Leavable, Whole };

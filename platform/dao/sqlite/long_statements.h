@@ -4,7 +4,8 @@ struct sqlite3;
 
 namespace dao::driver {
 
-// Lets the connection's statements be left (Leavable): one that is at work fails with errCancelled soon after.
+// Lets the connection's statements be left (Leavable): one that is at work fails with errCancelled soon
+// after.
 void letLeave(sqlite3* db);
 
 // As long as this lives, the connection's statements may go through a whole database: one that is at work at

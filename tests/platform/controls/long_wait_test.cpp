@@ -39,7 +39,9 @@ class LongWaits : public ::testing::Test {
     }
     void TearDown() override { platform::waitTimes() = before_; }
 
-    static void setTimes(int untilTurning, int untilSign) { platform::waitTimes() = {untilTurning, untilSign, {}}; }
+    static void setTimes(int untilTurning, int untilSign) {
+        platform::waitTimes() = {untilTurning, untilSign, {}};
+    }
     static WaitSign* sign() { return qobject_cast<WaitSign*>(QApplication::activeModalWidget()); }
     void atTurns(const std::function<void()>& look) {
         QObject::connect(&turns_, &QTimer::timeout, &turns_, look);
@@ -216,15 +218,14 @@ TEST_F(LongWaits, RowsThatWereNotMadeWaitForTheEnd) {
     setTimes(0, kAnHour);
     platform::ListRows rows;
     int made = 0;
-    rows.setLazy(
-        2,
-        [&](int serial) {
-            ++made;
-            platform::ListItem item;
-            item.Key = QStringLiteral("K%1").arg(serial);
-            return item;
-        },
-        {});
+    rows.setLazy(2,
+                 [&](int serial) {
+                     ++made;
+                     platform::ListItem item;
+                     item.Key = QStringLiteral("K%1").arg(serial);
+                     return item;
+                 },
+                 {});
     EXPECT_EQ(rows.item(0).Key, "K1");
     std::atomic<bool> looked{false};
     {

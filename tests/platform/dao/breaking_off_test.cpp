@@ -16,7 +16,8 @@ class LeavingTest : public daotest::ShopTest {
     // One statement that takes longer than anybody waits.
     void readForEver() {
         db.OpenRecordset(
-            "SELECT a.ID FROM Services AS a, Services AS b, Services AS c, Services AS d WHERE a.ID+b.ID+c.ID+d.ID<0",
+            "SELECT a.ID FROM Services AS a, Services AS b, Services AS c, Services AS d WHERE "
+            "a.ID+b.ID+c.ID+d.ID<0",
             dbOpenSnapshot);
     }
 };
