@@ -9,10 +9,13 @@
 #include <functional>
 #include <string>
 
+#include "catalogue/ActiveReport1.h"
+#include "catalogue/frmKonfigPrint.h"
 #include "data/session.h"
 #include "our_window.h"
 #include "platform/system/launch.h"
 #include "records/frmMain.h"
+#include "records/quick_filters.h"
 
 namespace {
 
@@ -68,6 +71,12 @@ void forgetPeak() {
     std::ofstream("/proc/self/clear_refs") << 5;
 }
 
+// MiB, of all that has been told of.
+double& mostMemory() {
+    static double most = 0;
+    return most;
+}
+
 void tellOf(const char* name, const std::function<void()>& deed) {
     forgetPeak();
     const double before = memoryOf("VmRSS");
@@ -75,6 +84,7 @@ void tellOf(const char* name, const std::function<void()>& deed) {
     Beat beat;
     deed();
     const double gap = beat.longestGap();
+    mostMemory() = std::max(mostMemory(), memoryOf("VmHWM"));
     std::printf("| %s | %.0f ms | %.0f ms | %.0f MiB |\n", name, millisecondsNow() - begun, gap,
                 memoryOf("VmHWM") - before);
     std::fflush(stdout);
@@ -83,6 +93,16 @@ void tellOf(const char* name, const std::function<void()>& deed) {
 void filter(int number) {
     bool ok = false;
     mainWindow().shop.filter.ApplyQuickFilter(number, ok);
+}
+
+// Of all products, up to the moment when its first page is laid out.
+void readPriceList() {
+    frmKonfigPrint window;
+    window.onShow = [](ActiveReport1&) {};
+    QString errorText;
+    if (!window.DoPrintDataReport(errorText)) {
+        std::fprintf(stderr, "%s\n", qUtf8Printable(errorText));
+    }
 }
 
 }  // namespace
@@ -97,11 +117,16 @@ int beatMeasures(bool processor) {
         window.choices.report.ShowOnlySelectedService = false;
     tellOf("text report", [&] { window.report.GenerateReport(); });
     tellOf("refresh", [&] { window.shop.filter.RefreshAll(); });
-    tellOf("filter", [] { filter(0); });
-    tellOf("removing it", [&] { window.shop.filter.RemoveFilters(); });
+    window.choices.filter.ShowMsgBoxFilterResults = false;
+    for (int number = 0; number < static_cast<int>(quick_filters::kFilters.size()); ++number) {
+        tellOf(("filter " + std::to_string(number)).c_str(), [&] { filter(number); });
+        tellOf("removing it", [&] { window.shop.filter.RemoveFilters(); });
+    }
+    tellOf("price list", readPriceList);
     window.choices.session.AlwaysCreateBackupDB = true;
     tellOf("backup at closing", [] { closeMainWindow(); });
     QString errorText;
+    std::printf("| the most memory of this day | | | %.0f MiB |\n", mostMemory());
     tellOf("repair and compaction", [&] { RepairAndCompactDatabase(errorText, true); });
     platform::setShellExecuteHook({});
     return 0;

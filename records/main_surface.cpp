@@ -7,6 +7,7 @@
 #include "records/listed_services.h"
 #include "records/main_bars.h"
 #include "records/main_status.h"
+#include "records/service_row.h"
 #include "records/stage_switch.h"
 
 MainSurface::MainSurface(QWidget& window, MainStatus& status, MainBars& bars, StageSwitch& tabs,
@@ -66,8 +67,9 @@ void MainSurface::FillServiceList(const QString& selectKey) {
     services_.list.fill(selectKey);
 }
 
-QString MainSurface::shownService() const {
-    return services_.list.shownKey();
+QString MainSurface::selectedService() const {
+    const std::optional<qint32> id = services_.list.selectedId();
+    return id ? service_row::keyOf(*id) : QString();
 }
 
 void MainSurface::CloseServiceRows() {

@@ -29,7 +29,7 @@ class MainSurface final : public MainView {
     void showFilter(int number) override;
     void showNoFilter() override;
     void FillServiceList(const QString& selectKey) override;
-    QString shownService() const override;
+    QString selectedService() const override;
     void CloseServiceRows() override;
     void LoadServiceTypes() override;
     void showUnit() override;

@@ -25,7 +25,7 @@ class MainView {
 
     // The services list.
     virtual void FillServiceList(const QString& selectKey) = 0;
-    virtual QString shownService() const = 0;  // the key of the row shown last; empty: none
+    virtual QString selectedService() const = 0;  // the key of its row; empty: none
     virtual void CloseServiceRows() = 0;
     virtual void LoadServiceTypes() = 0;
     virtual void showUnit() = 0;

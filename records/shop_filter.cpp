@@ -195,7 +195,7 @@ void ShopFilter::readWholeShop(const std::array<qint32, 2>& keep, bool unitToo) 
         }
         if (unitToo) {
             window_.showUnit();
-            window_.FillServiceList(window_.shownService());
+            window_.FillServiceList(window_.selectedService());
         }
     }
 }

@@ -119,6 +119,12 @@ void LongWait::needStay() {
     }
 }
 
+void LongWait::leave() {
+    if (current != nullptr) {
+        current->left_ = true;
+    }
+}
+
 bool LongWait::wasLeft() {
     return current != nullptr && current->left_;
 }
@@ -195,7 +201,7 @@ int LongWait::untilSign() const {
 
 void LongWait::showSign() {
     sign_ = std::make_unique<WaitSign>(windowInFront(), doing_);
-    QObject::connect(sign_.get(), &WaitSign::left, sign_.get(), [this] { left_ = true; });
+    QObject::connect(sign_.get(), &WaitSign::left, sign_.get(), [] { leave(); });
     sign_->setLeavable(leavable_);
     sign_->show();
 }

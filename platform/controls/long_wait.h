@@ -42,6 +42,7 @@ class LongWait {
     static void run(const std::function<void()>& work);     // errCancelled where it is left, or was before
     static void finish(const std::function<void()>& work);  // cannot be left, whatever has been left before
     static void needStay();  // throws errCancelled where the wait has been left
+    static void leave();     // as Esc on the sign does; nothing without a wait
     static bool wasLeft();   // the wait that goes on
     static bool isAway();    // a piece of work is being done just now
 

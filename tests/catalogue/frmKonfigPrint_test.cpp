@@ -16,6 +16,7 @@
 #include "catalogue/catalogue_window.h"
 #include "catalogue/frmKonfigPrint_rules.h"
 #include "common/window_places.h"
+#include "support/left_wait.h"
 #include "support/modal.h"
 #include "support/second_process.h"
 
@@ -140,6 +141,15 @@ QString statementOf(int range, int stock) {
 }  // namespace
 
 // Statements ------------------------------------------------------------------------------------------------
+
+TEST_F(FrmKonfigPrintTest, AListThatIsLeftIsNotShownAndNothingIsSaid) {
+    const LeftWait left(1);
+    QString errorText;
+    EXPECT_TRUE(options().DoPrintDataReport(errorText));
+    EXPECT_EQ(errorText, "");
+    EXPECT_TRUE(documents.empty());
+    EXPECT_TRUE(boxes.asked.isEmpty());
+}
 
 TEST_F(FrmKonfigPrintTest, EachRangeHasItsCondition) {
     EXPECT_EQ(statementOf(0, 0), kBase + kOrder);

@@ -6,6 +6,7 @@
 
 #include "data/session.h"
 #include "data/session_fixture.h"
+#include "support/left_wait.h"
 
 namespace {
 
@@ -304,6 +305,33 @@ TEST_F(MaintenanceTest, CompactingKeepsTheRowsAndGivesBackTheSpace) {
     closeDatabases();
     // The colleagues who could write to the file still can.
     EXPECT_TRUE(QFile(databaseFile()).permissions().testFlag(QFile::WriteGroup));
+}
+
+TEST_F(MaintenanceTest, ARepairThatIsLeftLeavesTheFileAndGivesNoReason) {
+    const QByteArray before = bytesOf(databaseFile());
+    const LeftWait left(1);
+    errorText = "an earlier one";
+    EXPECT_FALSE(RepairAndCompactDatabase(errorText, true));
+    EXPECT_EQ(errorText, "");
+    EXPECT_EQ(bytesOf(databaseFile()), before);
+    EXPECT_FALSE(QFile::exists(temporary()));
+}
+
+TEST_F(MaintenanceTest, TheExchangeOfTheFinishedFileCannotBeLeft) {
+    const LeftWait left(2);
+    EXPECT_TRUE(RepairAndCompactDatabase(errorText, true)) << errorText.toStdString();
+    EXPECT_EQ(left.pieces, 2);
+    EXPECT_FALSE(QFile::exists(temporary()));
+}
+
+TEST_F(MaintenanceTest, AStartWhoseRepairIsLeftEndsWithoutTheBackup) {
+    overwrite(databaseFile(), 0, QByteArray(kPage, 'x'));
+    const QByteArray before = bytesOf(databaseFile());
+    const LeftWait left(1);
+    EXPECT_FALSE(CheckDatabase(errorText));
+    EXPECT_EQ(errorText, "User abort.");
+    EXPECT_EQ(boxes.asked.size(), 1) << "that a repair is needed, and nothing of the backup";
+    EXPECT_EQ(bytesOf(databaseFile()), before);
 }
 
 TEST_F(MaintenanceTest, ARepairSavesWhatCanBeRead) {

@@ -1,38 +1,8 @@
 // A filter, its removal and a refresh that the person who waits for them leaves: all stands as it stood.
-#include <QDialog>
-
 #include "narrowed_window.h"
-#include "platform/controls/long_wait.h"
-#include "records/quick_filters.h"
+#include "support/left_wait.h"
 
 namespace {
-
-// Leaves the next wait at one of its pieces of work, counted from 1.
-class Leaver : public QObject {
- public:
-    explicit Leaver(int piece) : before_(platform::waitTimes()) {
-        platform::waitTimes() = {0, 0, [this, piece] {
-                                     if (++pieces >= piece) {
-                                         leave();
-                                     }
-                                 }};
-    }
-    ~Leaver() override { platform::waitTimes() = before_; }
-
-    int pieces = 0;
-    bool left = false;
-
- private:
-    void leave() {
-        if (auto* sign = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            sign != nullptr && sign->objectName() == QLatin1String("WaitSign")) {
-            sign->reject();
-            left = true;
-        }
-    }
-
-    platform::WaitTimes before_;
-};
 
 class LeftWaits : public NarrowedWindow {
  protected:
@@ -86,12 +56,11 @@ class LeftWaits : public NarrowedWindow {
         const Seen before = seen();
         int leavable = 0;
         for (int piece = 1; piece < 100; ++piece) {
-            Leaver leaver(piece);
+            const LeftWait left(piece);
             deed();
-            if (leaver.pieces < piece) {
+            if (left.pieces < piece) {
                 break;
             }
-            ASSERT_TRUE(leaver.left);
             expectSame(seen(), before, piece);
             EXPECT_TRUE(boxes.asked.isEmpty()) << piece;
             ++leavable;

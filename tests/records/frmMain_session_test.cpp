@@ -7,6 +7,7 @@
 #include <climits>
 
 #include "main_window.h"
+#include "support/left_wait.h"
 #include "support/second_process.h"
 
 using platform::BoxAnswer;
@@ -324,6 +325,19 @@ TEST_F(FileOfTheSession, CompactingMakesTheFileSmallerAndKeepsTheRecords) {
     type(win().controls.Text2[0], "");
     end();
     EXPECT_EQ(countRows("Services"), 3);
+}
+
+TEST_F(Session, CompactingThatIsLeftOpensTheShopAgainWithoutAWord) {
+    addClient("Anic", "Vesna");
+    start();
+    {
+        const LeftWait left(1);
+        compact();
+    }
+    EXPECT_TRUE(boxes.asked.isEmpty());
+    EXPECT_TRUE(win().shop.stages[kClients].data().isOpen());
+    EXPECT_EQ(chosen(0), "Anic, Vesna");
+    EXPECT_EQ(win().status.text(), "Ready");
 }
 
 TEST_F(Session, CompactingWhileAColleagueHasTheFileOpenRestartsInstead) {

@@ -36,7 +36,7 @@ class NotedWindow final : public MainView {
     void showFilter(int) override {}
     void showNoFilter() override {}
     void FillServiceList(const QString&) override { ++fillings; }
-    QString shownService() const override { return {}; }
+    QString selectedService() const override { return {}; }
     void CloseServiceRows() override {}
     void LoadServiceTypes() override {}
     void showUnit() override {}
