@@ -7,6 +7,7 @@
 #include <QMessageBox>
 #include <QThread>
 
+#include "platform/controls/long_wait.h"
 #include "records/frmMain.h"
 
 namespace {
@@ -96,6 +97,10 @@ bool ProgramEnd::mayClose() const {
 // Again and again, as the next window may open when one has been cancelled; the failure of the backup is told
 // while the main window closes.
 void ProgramEnd::turn() {
+    if (platform::LongWait::isAway()) {  // what a cancelled window does might ask the engine
+        platform::LongWait::leave();
+        return;
+    }
     if (mayClose()) {
         if (!window_->isUnloaded()) {
             window_->unload();

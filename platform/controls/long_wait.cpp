@@ -57,7 +57,7 @@ bool isRefused(QEvent::Type type) {
 // come straight to a window, which would ask the engine.
 class Absence : public QObject {
  public:
-    explicit Absence(const std::unique_ptr<WaitSign>& sign) : sign_(sign) {
+    Absence(const std::unique_ptr<WaitSign>& sign, TypedAhead& typed) : sign_(sign), typed_(typed) {
         away = true;
         qApp->installEventFilter(this);
     }
@@ -68,7 +68,9 @@ class Absence : public QObject {
         if (!isRefused(event->type()) || isOfSign(watched)) {
             return false;
         }
-        event->ignore();
+        if (sign_ != nullptr || !typed_.keep(watched, *event)) {
+            event->ignore();
+        }
         return true;
     }
 
@@ -84,6 +86,7 @@ class Absence : public QObject {
     }
 
     const std::unique_ptr<WaitSign>& sign_;
+    TypedAhead& typed_;
 };
 
 }  // namespace
@@ -101,6 +104,7 @@ LongWait::LongWait(const QString& doing) : whole_(current != nullptr ? current :
 LongWait::~LongWait() {
     if (whole_ == this) {
         current = nullptr;
+        typed_.giveBack();
     }
 }
 
@@ -147,7 +151,7 @@ void LongWait::give(const std::function<void()>& work, Kind kind) {
 }
 
 void LongWait::doAside(const std::function<void()>& work, Kind kind) {
-    const Absence absence(sign_);
+    const Absence absence(sign_, typed_);
     std::atomic<bool> done{false};
     std::promise<void> promise;
     std::future<void> result = promise.get_future();
@@ -179,7 +183,6 @@ void LongWait::doAside(const std::function<void()>& work, Kind kind) {
     result.get();
 }
 
-// What a person does stays in its queue until the sign is there to take it.
 void LongWait::turn(QEventLoop& loop, const std::atomic<bool>& done) {
     QTimer untilItIsLong;
     untilItIsLong.setSingleShot(true);
@@ -199,7 +202,9 @@ int LongWait::untilSign() const {
     return std::max(0, waitTimes().untilSign - static_cast<int>(since_.elapsed()));
 }
 
+// What was typed until then was meant for the window, and stands in the queue still.
 void LongWait::showSign() {
+    QCoreApplication::processEvents();
     sign_ = std::make_unique<WaitSign>(windowInFront(), doing_);
     QObject::connect(sign_.get(), &WaitSign::left, sign_.get(), [] { leave(); });
     sign_->setLeavable(leavable_);

@@ -6,6 +6,8 @@
 #include <functional>
 #include <memory>
 
+#include "platform/controls/typed_ahead.h"
+
 class QEventLoop;
 
 namespace platform {
@@ -23,8 +25,8 @@ WaitTimes& waitTimes();
 // A command that waits for the engine, and may wait long: as long as this lives, the pieces of work that are
 // given to run() and finish(), wherever they stand, are done on a thread of their own. The command goes on
 // when they are done; meanwhile the windows are painted, timers run, and nothing that a person does gets
-// through: keys and clicks stay for afterwards. After a second a sign with a moving bar stands over the
-// window; it takes keys and clicks from then on, and Esc or its button leaves the work.
+// through: what is typed is given to the windows afterwards. After a second a sign with a moving bar stands
+// over the window; it takes keys and clicks from then on, and Esc or its button leaves the work.
 //
 // Only the engine may be asked in these pieces, and nobody else may ask it meanwhile: isAway() tells.
 class LongWait {
@@ -60,6 +62,7 @@ class LongWait {
     std::atomic<bool> left_{false};
     bool leavable_ = true;  // the piece of work that goes on
     std::unique_ptr<WaitSign> sign_;
+    TypedAhead typed_;  // before it was there
 };
 
 }  // namespace platform

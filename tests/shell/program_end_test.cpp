@@ -1,7 +1,13 @@
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QProcess>
+#include <QThread>
 #include <csignal>
 
+#include "platform/controls/long_wait.h"
+#include "platform/dao/breaking_off.h"
+#include "platform/dao/error.h"
+#include "shell/program_end.h"
 #include "support/fixture.h"
 
 namespace {
@@ -75,6 +81,23 @@ class EndFromOutside : public DeliveredFixture {
     QProcess program;
     QByteArray said;
 };
+
+// A filter of a large shop, say: nobody is there to wait for it.
+TEST(EndDuringAWait, TheWorkThatGoesOnIsLeft) {
+    ProgramEnd end;
+    end.ask();
+    const platform::LongWait wait(QStringLiteral("Filtering data... Please wait..."));
+    QElapsedTimer since;
+    since.start();
+    const auto work = [&] {
+        while (since.elapsed() < kPatience) {
+            dao::needGoingOn();
+            QThread::msleep(5);
+        }
+    };
+    EXPECT_THROW(platform::LongWait::run(work), dao::Error);
+    EXPECT_TRUE(wait.isLeft());
+}
 
 class EndBySignal : public EndFromOutside, public ::testing::WithParamInterface<int> {};
 

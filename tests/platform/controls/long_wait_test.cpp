@@ -172,8 +172,29 @@ TEST_F(LongWaits, WhatComesStraightToAWindowIsRefused) {
     }
     EXPECT_EQ(window.text(), "");
     EXPECT_TRUE(window.isVisible());
-    QTest::keyClick(&window, Qt::Key_A);
-    EXPECT_EQ(window.text(), "a");
+    QTest::keyClick(&window, Qt::Key_B);
+    EXPECT_EQ(window.text(), "b");
+}
+
+// Whoever types on while a filter is at work has not typed for nothing.
+TEST_F(LongWaits, WhatIsTypedBeforeTheSignIsThereComesAfterwards) {
+    setTimes(0, 100);
+    std::atomic<bool> typed{false};
+    {
+        const LongWait wait("Working");
+        atTurns([&] {
+            if (!typed.exchange(true)) {
+                QTest::keyClicks(&window, "ab");
+            } else if (sign() != nullptr) {
+                QTest::keyClick(&window, Qt::Key_C);
+                QTest::keyClick(sign(), Qt::Key_Escape);
+            }
+        });
+        EXPECT_EQ(untilLeft(), dao::errCancelled);
+    }
+    EXPECT_EQ(window.text(), "");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.text(), "ab");
 }
 
 TEST_F(LongWaits, TheSignKeepsOtherWindowsFromBeingClosed) {
