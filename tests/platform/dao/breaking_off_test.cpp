@@ -43,7 +43,7 @@ TEST_F(LeavingTest, ATransactionThatIsLeftLeavesNothing) {
     fill(1000);
     const std::atomic<bool> left{true};
     DBEngine::BeginTrans();
-    db.Execute("DELETE * FROM Services WHERE ID>10");
+    db.Execute("DELETE * FROM Services WHERE ID>900");
     {
         const Leavable work(left);
         EXPECT_EQ(errorOf([&] { readForEver(); }), errCancelled);
