@@ -3,6 +3,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/dao/sqlite/key_range.h"
 #include "platform/dao/sqlite/store.h"
 
 // dao_link(TABLE, FIELD, NUMBER): what the row of that number holds in a field: of a computer the client; or,
@@ -82,8 +83,9 @@ class Links {
  public:
     Links(sqlite3* db, const std::string& table, const std::string& field)
         : db_(db),
-          table_(quotedName(table)),
-          select_("SELECT rowid, " + (field.empty() ? "rowid" : quotedName(field)) + " FROM " + table_),
+          table_(table),
+          select_("SELECT rowid, " + (field.empty() ? "rowid" : quotedName(field)) + " FROM " +
+                  quotedName(table)),
           themselves_(field.empty()) {}
     ~Links() { sqlite3_finalize(one_); }
     Links(const Links&) = delete;
@@ -130,28 +132,20 @@ int Links::lookUp(std::int64_t number, std::int64_t& passed) {
     return sqlite3_reset(one_);
 }
 
-// Where no number is missing, nothing has to be read: counting goes from page to page and not from row to
-// row.
+// Where no number is missing, nothing has to be read.
 int Links::countAll() {
-    const std::string from = " FROM " + table_ + ')';
-    const std::string text =
-        "SELECT (SELECT min(rowid)" + from + ",(SELECT max(rowid)" + from + ",(SELECT count(*)" + from;
-    sqlite3_stmt* range = nullptr;
-    const int code = sqlite3_prepare_v2(db_, text.c_str(), -1, &range, nullptr);
+    sqlite3_stmt* counted = nullptr;
+    const int code = sqlite3_prepare_v2(db_, KeyRange::question(table_).c_str(), -1, &counted, nullptr);
     if (code != SQLITE_OK) {
         return code;
     }
-    if (sqlite3_step(range) == SQLITE_ROW) {
-        const auto first = sqlite3_column_int64(range, 0);
-        const auto rows = static_cast<std::uint64_t>(sqlite3_column_int64(range, 2));
-        hasAll_ =
-            static_cast<std::uint64_t>(sqlite3_column_int64(range, 1)) - static_cast<std::uint64_t>(first) ==
-            rows - 1;
-        if (hasAll_) {
-            all_.assignThemselves(first, rows);
-        }
+    if (sqlite3_step(counted) == SQLITE_ROW) {
+        const KeyRange range = {sqlite3_column_int64(counted, 0), sqlite3_column_int64(counted, 1),
+                                static_cast<std::uint64_t>(sqlite3_column_int64(counted, 2))};
+        hasAll_ = range.hasAll();
+        all_.assignThemselves(range.first, hasAll_ ? range.rows : 0);
     }
-    return sqlite3_finalize(range);
+    return sqlite3_finalize(counted);
 }
 
 int Links::readAll() {

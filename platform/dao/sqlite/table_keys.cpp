@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <bit>
 
+#include "platform/dao/sqlite/key_range.h"
 #include "platform/dao/sqlite/store.h"
 
 // The keys of a table's rows, by whatever road is shortest.
@@ -35,23 +36,9 @@ void sortKeys(std::vector<std::int64_t>& keys) {
     }
 }
 
-// What a table's keys are where no number is missing: counting goes from page to page and not from row to
-// row. One statement, so that the three are of one state of the file.
-struct KeyRange {
-    std::int64_t first, last;
-    std::uint64_t rows;
-    bool hasAll() const {
-        return rows == 0 || static_cast<std::uint64_t>(last) - static_cast<std::uint64_t>(first) == rows - 1;
-    }
-};
-
 KeyRange keyRange(SqliteStore& store, const std::string& table) {
-    const std::string from = " FROM " + quotedName(table) + ')';
     std::vector<std::int64_t> told;
-    store
-        .cached("SELECT (SELECT min(rowid)" + from + ",(SELECT max(rowid)" + from + ",(SELECT count(*)" +
-                from)
-        ->readKeys(told, 3);
+    store.cached(KeyRange::question(table))->readKeys(told, 3);
     return {told[0], told[1], static_cast<std::uint64_t>(told[2])};
 }
 

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/dao/sqlite/store.h"
+
+namespace dao::driver {
+
+// What a table's keys are where no number is missing: counting goes from page to page and not from row to
+// row. One statement, so that the three are of one state of the file.
+struct KeyRange {
+    // Its columns are the first key, the last one and the number of rows.
+    static std::string question(const std::string& table) {
+        const std::string from = " FROM " + quotedName(table) + ')';
+        return "SELECT (SELECT min(rowid)" + from + ",(SELECT max(rowid)" + from + ",(SELECT count(*)" + from;
+    }
+
+    std::int64_t first, last;  // without rows it does not matter which
+    std::uint64_t rows;
+    bool hasAll() const {
+        return rows == 0 || static_cast<std::uint64_t>(last) - static_cast<std::uint64_t>(first) == rows - 1;
+    }
+};
+
+}  // namespace dao::driver
