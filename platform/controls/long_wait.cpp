@@ -205,7 +205,7 @@ int LongWait::untilSign() const {
 // What was typed until then was meant for the window, and stands in the queue still.
 void LongWait::showSign() {
     QCoreApplication::processEvents();
-    sign_ = std::make_unique<WaitSign>(windowInFront(), doing_);
+    sign_ = std::make_unique<WaitSign>(windowInFront(), doing_, since_);
     QObject::connect(sign_.get(), &WaitSign::left, sign_.get(), [] { leave(); });
     sign_->setLeavable(leavable_);
     sign_->show();

@@ -14,10 +14,11 @@ constexpr std::chrono::milliseconds kTurn{250};
 
 }  // namespace
 
-WaitSign::WaitSign(QWidget* parent, const QString& doing)
+WaitSign::WaitSign(QWidget* parent, const QString& doing, const QElapsedTimer& since)
     : QDialog(parent),
       seconds_(new QLabel(this)),
-      buttons_(new QDialogButtonBox(QDialogButtonBox::Cancel, this)) {
+      buttons_(new QDialogButtonBox(QDialogButtonBox::Cancel, this)),
+      since_(since) {
     setObjectName(QStringLiteral("WaitSign"));
     setWindowTitle(parent != nullptr ? parent->window()->windowTitle() : QStringLiteral("Tarvello"));
     setWindowModality(Qt::ApplicationModal);
@@ -33,7 +34,6 @@ WaitSign::WaitSign(QWidget* parent, const QString& doing)
     column->addWidget(buttons_);
     connect(buttons_, &QDialogButtonBox::rejected, this, &WaitSign::reject);
     connect(&turns_, &QTimer::timeout, this, &WaitSign::tellSeconds);
-    since_.start();
     tellSeconds();
     turns_.start(kTurn);
 }

@@ -14,8 +14,8 @@ namespace platform {
 class WaitSign : public QDialog {
     Q_OBJECT
  public:
-    // `parent` may be nullptr.
-    WaitSign(QWidget* parent, const QString& doing);
+    // `parent` may be nullptr; `since`: when the waiting began.
+    WaitSign(QWidget* parent, const QString& doing, const QElapsedTimer& since);
 
     void setLeavable(bool leavable);  // at the start it is
     void reject() override;           // leaves it
