@@ -9,7 +9,8 @@ namespace {
 
 constexpr std::size_t kBlockRows = 512;
 constexpr std::size_t kFarBlockRows = 8192;  // of a long walk where each block takes its time on the way
-constexpr std::size_t kBetweenLooks = 512;   // rows, whether more of the block ahead has come in
+constexpr std::chrono::seconds kLongForABlock{3};
+constexpr std::size_t kBetweenLooks = 512;  // rows, whether more of the block ahead has come in
 constexpr std::size_t kSmallBlock = KeyedReader::kWholeRows;
 
 }  // namespace
@@ -61,10 +62,13 @@ std::optional<std::size_t> KeyedBlock::fetch(std::size_t row) {
 }
 
 // Whoever asked nothing else on the way through a block will hardly do so on the way through the next one.
+// One who takes long over it is a person with a list, who may stop anywhere: a server that cannot get rid of
+// what it was asked for ends the connection.
 void KeyedBlock::loadOnTheWay(std::size_t row) {
     const driver::Store& store = set_.file().store();
     const bool onwards = lastFetched_ != kNowhere && row == lastFetched_ + 1;
-    const bool undisturbed = onwards && askedUpTo_ == store.roundTrips();
+    const bool undisturbed = onwards && askedUpTo_ == store.roundTrips() &&
+                             std::chrono::steady_clock::now() - loadedAt_ < kLongForABlock;
     const RowRun run = ahead(row);
     load(run);
     if (undisturbed && run.rows == kFarBlockRows) {
@@ -72,6 +76,7 @@ void KeyedBlock::loadOnTheWay(std::size_t row) {
         reader_.askAhead({next, std::min(kFarBlockRows, set_.keys.size() - next)});
     }
     askedUpTo_ = store.roundTrips();
+    loadedAt_ = std::chrono::steady_clock::now();
 }
 
 bool KeyedBlock::fetchAlone(std::size_t row) {

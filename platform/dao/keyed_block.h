@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <vector>
 
@@ -47,6 +48,7 @@ class KeyedBlock {
     std::optional<std::int64_t> version_;  // nothing: nobody has asked
     std::size_t lastFetched_ = kNowhere;
     std::int64_t askedUpTo_ = -1;  // how often the store had been asked when the block was there
+    std::chrono::steady_clock::time_point loadedAt_;
 };
 
 }  // namespace dao

@@ -1,6 +1,8 @@
 // What a workstation reads while the server is still answering: the block ahead of a long walk, and a long
 // answer piece by piece.
+#include <chrono>
 #include <stdexcept>
+#include <thread>
 
 #include "platform/dao/dao_shop.h"
 #include "platform/dao/database_impl.h"
@@ -73,6 +75,15 @@ TEST_F(ServerAheadTest, TheNextBlockIsThereWhenAWalkComesToIt) {
     EXPECT_EQ(roundTrips(), before + 3) << "the last block had been asked for";
     services.MoveNext();
     EXPECT_TRUE(services.EOF());
+}
+
+TEST_F(ServerAheadTest, NothingIsAskedAheadForWhoeverTakesLong) {
+    Recordset services = db.OpenRecordset("SELECT * FROM Services");
+    walkTo(services, kFirstFar - 1);
+    std::this_thread::sleep_for(std::chrono::milliseconds(3100));
+    const std::int64_t before = roundTrips();
+    walkTo(services, kFirstFar);
+    EXPECT_EQ(roundTrips(), before + 1) << "its own block";
 }
 
 TEST_F(ServerAheadTest, WhatIsWrittenMeanwhileIsSeenInTheNextBlock) {
