@@ -95,7 +95,7 @@ Answer Exchange::next(std::int64_t question, const Patience& patience) {
         return settled(std::move(answers), why);
     }
     dropAll();
-    stop(answers);
+    stop(answers, why);
     settled(std::move(answers), why);
     fail(why == Stop::kTime ? errLocked : errCancelled);
 }
@@ -142,7 +142,7 @@ Answer Exchange::answerOf(bool pipeline, const Patience& patience) {
     answers.pipeline = pipeline;
     const Stop why = await(answers, patience);
     if (why != Stop::kNone) {
-        stop(answers);
+        stop(answers, why);
     }
     return settled(std::move(answers), why);
 }
@@ -294,8 +294,8 @@ std::future<void> Exchange::startCancel() {
 }
 
 // Both must have come to an end, the statement and the cancelling: a cancelling that is still on its way
-// would hit the next statement.
-void Exchange::stop(Answers& answers) {
+// would hit the next statement. Whoever has given up need not hear that the server did not hear of it.
+void Exchange::stop(Answers& answers, Stop why) {
     const auto until = Clock::now() + kToStop;
     const std::future<void> cancelled = startCancel();
     while (!answers.complete && Clock::now() < until) {
@@ -306,6 +306,10 @@ void Exchange::stop(Answers& answers) {
         if (thrown != nullptr) {
             handle_.reset();
             std::rethrow_exception(thrown);
+        }
+        if (why == Stop::kGivenUp) {
+            handle_.reset();
+            fail(errCancelled);
         }
         lose("it gives no answer");
     }

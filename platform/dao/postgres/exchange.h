@@ -91,7 +91,7 @@ class Exchange {
     bool isTurnOf(std::int64_t question) const;
     void dropAll();
     std::future<void> startCancel();
-    void stop(Answers& answers);
+    void stop(Answers& answers, Stop why);
     Answer settled(Answers&& answers, Stop stop);
     [[noreturn]] void lose(const std::string& reason);
     [[noreturn]] void loseWithMessage();

@@ -356,6 +356,18 @@ TEST_F(Bounds, LongWorkGoesOnUntilItIsGivenUp) {
     EXPECT_EQ(number("SELECT 1::int8"), 1);
 }
 
+// A server that has too much to do to hear of it, say. Whose time is up is told that there was no answer.
+TEST_F(Bounds, WhoeverGivesUpHasGivenUpThoughTheServerGoesOn) {
+    const std::string deaf =
+        "DO $$ BEGIN BEGIN PERFORM pg_sleep(60); EXCEPTION WHEN query_canceled THEN PERFORM pg_sleep(60); "
+        "END;"
+        " END $$";
+    EXPECT_EQ(failureOf([&] { connection_.execute(deaf, Patience::whileTrue([] { return false; })); }).number,
+              dao::errCancelled);
+    Connection other(database_.place());
+    EXPECT_EQ(failureOf([&] { other.execute(deaf, Patience(300ms)); }).number, dao::errDiskIo);
+}
+
 TEST_F(Bounds, LongWorkOutlivesTheLockTimeout) {
     dao::driver::setLockTimeout(100);
     const Patience patience = Patience::whileTrue([] { return true; });
