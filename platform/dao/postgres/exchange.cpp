@@ -9,6 +9,7 @@
 #include <thread>
 #include <utility>
 
+#include "platform/dao/breaking_off.h"
 #include "platform/dao/failure.h"
 #include "platform/dao/postgres/socket_wait.h"
 
@@ -294,7 +295,7 @@ std::future<void> Exchange::startCancel() {
 }
 
 // Both must have come to an end, the statement and the cancelling: a cancelling that is still on its way
-// would hit the next statement. Whoever has given up need not hear that the server did not hear of it.
+// would hit the next statement. Whoever has left need not be told that the server did not hear of it.
 void Exchange::stop(Answers& answers, Stop why) {
     const auto until = Clock::now() + kToStop;
     const std::future<void> cancelled = startCancel();
@@ -307,7 +308,7 @@ void Exchange::stop(Answers& answers, Stop why) {
             handle_.reset();
             std::rethrow_exception(thrown);
         }
-        if (why == Stop::kGivenUp) {
+        if (why == Stop::kGivenUp && isLeft()) {
             handle_.reset();
             fail(errCancelled);
         }

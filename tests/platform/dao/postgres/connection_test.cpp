@@ -1,7 +1,9 @@
 #include "platform/dao/postgres/connection.h"
+#include "platform/dao/breaking_off.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <atomic>
 
 #include <chrono>
 #include <cmath>
@@ -356,14 +358,17 @@ TEST_F(Bounds, LongWorkGoesOnUntilItIsGivenUp) {
     EXPECT_EQ(number("SELECT 1::int8"), 1);
 }
 
-// A server that has too much to do to hear of it, say. Whose time is up is told that there was no answer.
-TEST_F(Bounds, WhoeverGivesUpHasGivenUpThoughTheServerGoesOn) {
+// A server that has too much to do to hear of it, say. To everybody else it is one that gives no answer.
+TEST_F(Bounds, WhoeverLeavesHasLeftThoughTheServerGoesOn) {
     const std::string deaf =
         "DO $$ BEGIN BEGIN PERFORM pg_sleep(60); EXCEPTION WHEN query_canceled THEN PERFORM pg_sleep(60); "
         "END;"
         " END $$";
-    EXPECT_EQ(failureOf([&] { connection_.execute(deaf, Patience::whileTrue([] { return false; })); }).number,
-              dao::errCancelled);
+    {
+        const std::atomic<bool> left{true};
+        const dao::Leavable work(left);
+        EXPECT_EQ(failureOf([&] { connection_.execute(deaf, Patience()); }).number, dao::errCancelled);
+    }
     Connection other(database_.place());
     EXPECT_EQ(failureOf([&] { other.execute(deaf, Patience(300ms)); }).number, dao::errDiskIo);
 }
