@@ -14,7 +14,6 @@
 #include <random>
 #include <set>
 #include <sstream>
-#include <thread>
 
 #include "platform/dao/dao_shop.h"
 
@@ -224,9 +223,14 @@ class SoakTest : public daotest::ShopTest {
         hearAll(child);
         ++kills;
     }
-    void hearAll(Child& child) {
-        for (std::string line = child.hear(); !line.empty(); line = child.hear()) {
-            note(line);
+    // False: the other side is gone.
+    bool hearLine(const Child& child) {
+        const std::string line = child.hear();
+        note(line);
+        return !line.empty();
+    }
+    void hearAll(const Child& child) {
+        while (hearLine(child)) {
         }
     }
     void note(const std::string& line) {
@@ -252,6 +256,22 @@ class SoakTest : public daotest::ShopTest {
             EXPECT_LT(number, 16 * 1024) << "kilobytes";
             grown = std::max(grown, number);
             EXPECT_LE(files, 0);
+        }
+    }
+    // What the workstations tell until then: nobody may wait because nobody listens.
+    void listenUntil(Clock::time_point then) {
+        std::vector<pollfd> ends;
+        for (const auto& child : stations) {
+            ends.push_back({child->readEnd(), POLLIN, 0});
+        }
+        for (auto left = then - Clock::now(); left.count() > 0; left = then - Clock::now()) {
+            poll(ends.data(), ends.size(),
+                 static_cast<int>(std::chrono::ceil<std::chrono::milliseconds>(left).count()));
+            for (std::size_t who = 0; who < ends.size(); ++who) {
+                if (ends[who].revents != 0 && !hearLine(*stations[who])) {
+                    ends[who].fd = -1;
+                }
+            }
         }
     }
     void callAllAndCompact() {
@@ -327,7 +347,7 @@ TEST_F(SoakTest, EverythingAtOnceWithKillsAndCompactionsStaysExact) {
     }
     auto nextLeave = Clock::now() + std::chrono::seconds(5);
     while (Clock::now() < end) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(1500 + random() % 1500));
+        listenUntil(Clock::now() + std::chrono::milliseconds(1500 + random() % 1500));
         std::set<int> victims;
         while (victims.size() < 2) {
             victims.insert(kSpared + static_cast<int>(random() % (kWorkstations - kSpared)));
