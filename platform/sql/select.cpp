@@ -507,6 +507,7 @@ std::string SelectWriter::linked(const Body& body, const std::vector<SelectedCol
 
 std::vector<SelectedColumn> SelectWriter::listOf(const Body& body) {
     std::vector<SelectedColumn> result;
+    result.reserve(body.columns.size());
     for (const Column& column : body.columns) {
         result.push_back({column.field.sql, ""});
     }

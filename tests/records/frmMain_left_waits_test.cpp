@@ -4,19 +4,8 @@
 
 namespace {
 
-class LeftWaits : public NarrowedWindow {
+class LeftWaits : public PaidAndOwed {
  protected:
-    void SetUp() override {
-        NarrowedWindow::SetUp();
-        anic = addClient("Anic", "Vesna");
-        babic = addClient("Babic", "Bo");
-        desk = addComputer(anic, "Desk");
-        tower = addComputer(babic, "Tower");
-        addComputer(babic, "Mill");
-        addService(desk, {{"Paid", money(100)}});
-        owed = addService(tower);
-        paid = addService(tower, {{"Paid", money(100)}});
-    }
     // What a person sees of the stages.
     struct Seen {
         QStringList clients, computers, names, captions, typed;
@@ -67,7 +56,6 @@ class LeftWaits : public NarrowedWindow {
         }
         EXPECT_GT(leavable, 3);
     }
-    int anic = 0, babic = 0, desk = 0, tower = 0, owed = 0, paid = 0;
 };
 
 TEST_F(LeftWaits, AFilterThatIsLeftLeavesTheWholeShop) {

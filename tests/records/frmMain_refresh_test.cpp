@@ -5,18 +5,10 @@
 
 namespace {
 
-class WholeShop : public NarrowedWindow {
+class WholeShop : public PaidAndOwed {
  protected:
     void SetUp() override {
-        NarrowedWindow::SetUp();
-        anic = addClient("Anic", "Vesna");
-        babic = addClient("Babic", "Bo");
-        desk = addComputer(anic, "Desk");
-        tower = addComputer(babic, "Tower");
-        mill = addComputer(babic, "Mill");
-        addService(desk, {{"Paid", money(100)}});
-        owed = addService(tower);
-        paid = addService(tower, {{"Paid", money(100)}});
+        PaidAndOwed::SetUp();
         milled = addService(mill);
     }
     void expectNoFilter() {
@@ -39,7 +31,7 @@ class WholeShop : public NarrowedWindow {
         ASSERT_EQ(win().shop.filter.ActiveFilter, 1);
         boxes.asked.clear();
     }
-    int anic = 0, babic = 0, desk = 0, tower = 0, mill = 0, owed = 0, paid = 0, milled = 0;
+    int milled = 0;
 };
 
 TEST_F(WholeShop, MenuRemovesTheFilter) {

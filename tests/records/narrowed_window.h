@@ -88,3 +88,20 @@ class NarrowedWindow : public MainWindow {
         return win().controls.Data1[static_cast<size_t>(stageIndex)]->RecordSource();
     }
 };
+
+// A client who has paid, and another with two computers who owes one job of two.
+class PaidAndOwed : public NarrowedWindow {
+ protected:
+    void SetUp() override {
+        NarrowedWindow::SetUp();
+        anic = addClient("Anic", "Vesna");
+        babic = addClient("Babic", "Bo");
+        desk = addComputer(anic, "Desk");
+        tower = addComputer(babic, "Tower");
+        mill = addComputer(babic, "Mill");
+        addService(desk, {{"Paid", money(100)}});
+        owed = addService(tower);
+        paid = addService(tower, {{"Paid", money(100)}});
+    }
+    int anic = 0, babic = 0, desk = 0, tower = 0, mill = 0, owed = 0, paid = 0;
+};

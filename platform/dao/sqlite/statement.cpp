@@ -218,29 +218,32 @@ void SqliteStatement::readSortedRows(RowBlock& block) {
     block.reorder(before, keys.order());
 }
 
+// What comes row after row is taken in one way, whoever steps: `take` is given the row's columns, and says
+// whether it wants another row. What stands behind the last that it wants is passed over.
+template <typename Take>
+void SqliteStatement::eachRow(const Take& take) {
+    bool more = true;
+    if (gathers_) {
+        gather([&](sqlite3_value** row) { more = more && take([row](int column) { return row[column]; }); });
+        return;
+    }
+    while (more && step()) {
+        more = take([this](int column) { return sqlite3_column_value(statement_, column); });
+    }
+}
+
 void SqliteStatement::readKeys(std::vector<std::int64_t>& out, int columns) {
     check();
     const ResetLater later(statement_);
-    if (sorted_.keys > 0) {
+    if (isSorted()) {
         return readSortedKeys(out, columns);
     }
-    if (gathers_) {
-        gather([&](sqlite3_value** row) {
-            for (int column = 0; column < columns; ++column) {
-                out.push_back(keyOf(row[column]));
-            }
-        });
-        return;
-    }
-    int code = SQLITE_DONE;
-    while ((code = sqlite3_step(statement_)) == SQLITE_ROW) {
+    eachRow([&](const auto& value) {
         for (int column = 0; column < columns; ++column) {
-            out.push_back(keyOf(sqlite3_column_value(statement_, column)));
+            out.push_back(keyOf(value(column)));
         }
-    }
-    if (code != SQLITE_DONE) {
-        store_->failWith(code);
-    }
+        return true;
+    });
 }
 
 std::size_t SqliteStatement::readRows(RowBlock& block, int skip, std::vector<std::int64_t>* keys,
@@ -248,24 +251,18 @@ std::size_t SqliteStatement::readRows(RowBlock& block, int skip, std::vector<std
     check();
     const ResetLater later(statement_);
     const std::size_t before = block.rows();
-    if (sorted_.keys > 0) {
+    if (isSorted()) {
         readSortedRows(block);
-        return block.rows() - before;
-    }
-    const RowAdder add(block, skip, keys, places);
-    if (gathers_) {
-        gather([&](sqlite3_value** row) {
-            if (block.rows() - before < limit) {
-                add([row](int column) { return row[column]; });
+    } else if (limit > 0) {
+        const RowAdder add(block, skip, keys, places);
+        const bool fits = gathers_ || sqlite3_column_count(statement_) >= add.needed();
+        eachRow([&](const auto& value) {
+            if (!fits) {
+                fail(errInvalidOperation);
             }
+            add(value);
+            return block.rows() - before < limit;
         });
-        return block.rows() - before;
-    }
-    while (block.rows() - before < limit && step()) {
-        if (block.rows() == before && sqlite3_column_count(statement_) < add.needed()) {
-            fail(errInvalidOperation);
-        }
-        add([this](int column) { return sqlite3_column_value(statement_, column); });
     }
     return block.rows() - before;
 }
@@ -273,24 +270,21 @@ std::size_t SqliteStatement::readRows(RowBlock& block, int skip, std::vector<std
 void SqliteStatement::readBlocks(RowBlock& block, const std::function<void()>& take) {
     check();
     const ResetLater later(statement_);
-    const RowAdder add(block, 0, nullptr, nullptr);
     const auto handOver = [&](std::size_t from) {
         if (block.rows() >= from) {
             take();
             block.clear();
         }
     };
-    if (sorted_.keys > 0) {
+    if (isSorted()) {
         readSortedRows(block);
-    } else if (gathers_) {
-        gather([&](sqlite3_value** row) {
-            add([row](int column) { return row[column]; });
+    } else {
+        const RowAdder add(block, 0, nullptr, nullptr);
+        eachRow([&](const auto& value) {
+            add(value);
             handOver(kRowsAtOnce);
+            return true;
         });
-    }
-    while (!handsOver() && step()) {
-        add([this](int column) { return sqlite3_column_value(statement_, column); });
-        handOver(kRowsAtOnce);
     }
     handOver(1);
 }

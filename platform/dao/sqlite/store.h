@@ -164,8 +164,10 @@ class SqliteStatement final : public Statement {
     friend class SqliteStore;
     bool step();
     void check() const;
-    bool handsOver() const { return gathers_ || sorted_.keys > 0; }
+    bool isSorted() const { return sorted_.keys > 0; }
     void gather(const RowGatherer::Take& take);
+    template <typename Take>
+    void eachRow(const Take& take);
     KeyOrder gatherSorted(const RowGatherer::Take& take);
     void readSortedKeys(std::vector<std::int64_t>& out, int columns);
     void readSortedRows(RowBlock& block);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <sqlite3.h>
+#include <sqlcipher/sqlite3.h>
 
 #include <cstdint>
 #include <new>
@@ -8,13 +8,17 @@
 #include <utility>
 
 // A function that a statement of the file may name where a table stands. `Cursor` is one use of it in one
-// statement. It has:
-//   using Context                   what is told of it at its installation, kept for as long as the
-//   connection static constexpr kColumns       "CREATE TABLE x(...)": its columns, the arguments hidden
-//   behind them static int bestIndex(sqlite3_index_info*) explicit Cursor(Context*) int filter(int plan,
-//   std::span<sqlite3_value*>)   goes to the first row; std::bad_alloc may leave it void next() bool
-//   isAtEnd() const void column(sqlite3_context*, int) const std::int64_t rowid() const
-// int: a result code of the library.
+// statement, and has:
+//
+// - `Context`: the type of what is told of it at its installation, and kept for as long as the connection
+// - `static constexpr kColumns`: "CREATE TABLE x(...)", its columns, with the arguments hidden behind them
+// - `static int bestIndex(sqlite3_index_info*)`
+// - `explicit Cursor(Context*)`
+// - `int filter(int plan, std::span<sqlite3_value*>)`: goes to the first row; std::bad_alloc may leave it
+// - `void next()` and `bool isAtEnd() const`
+// - `void column(sqlite3_context*, int) const` and `std::int64_t rowid() const`
+//
+// An int is a result code of the library.
 namespace dao::driver {
 
 // The place in `info` of the condition that `column` equals something, where it can be used; -1: none.
