@@ -1,138 +1,68 @@
 #include "platform/sql/parser.h"
 
-#include <algorithm>
-#include <array>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
 
-#include "platform/sql/parser_impl.h"
+#include "platform/sql/expression_parser.h"
 
 namespace sql {
-
 namespace {
 
-// Words that are never a name unless in brackets.
-constexpr std::array<std::string_view, 46> kReserved = {
-    "ALL",      "ALTER",       "AND",    "AS",    "ASC",    "BETWEEN", "BY",     "CREATE", "DELETE", "DESC",
-    "DISTINCT", "DISTINCTROW", "DROP",   "EQV",   "EXISTS", "FALSE",   "FROM",   "GROUP",  "HAVING", "IMP",
-    "IN",       "INNER",       "INSERT", "INTO",  "IS",     "JOIN",    "LEFT",   "LIKE",   "MOD",    "NOT",
-    "NULL",     "ON",          "OR",     "ORDER", "OUTER",  "RIGHT",   "SELECT", "SET",    "TOP",    "TRUE",
-    "UNION",    "UPDATE",      "VALUES", "WHERE", "XOR",    "WITH"};
+// Reads one statement or criterion; the expressions in it are read by somebody else.
+class StatementParser {
+ public:
+    explicit StatementParser(std::string_view source) : tokens_(source), expressions_(tokens_) {}
 
-bool isReservedWord(std::string_view word) {
-    return std::any_of(kReserved.begin(), kReserved.end(),
-                       [word](std::string_view reserved) { return sameName(reserved, word); });
-}
+    StatementPtr statement();
+    ExpressionPtr criterion();
 
-}  // namespace
+ private:
+    std::shared_ptr<Statement> select();
+    StatementPtr insert();
+    StatementPtr update();
+    StatementPtr remove();
+    SelectItem selectItem();
+    FromNodePtr from();
+    FromNodePtr joinChain();
+    FromNodePtr source();
+    FromNodePtr join(FromNode::Kind kind, FromNodePtr left, FromNodePtr right, std::size_t position);
+    std::vector<OrderItem> orderBy();
+    Assignment assignment();
 
-Parser::Nesting::Nesting(Parser& parser) : parser_(parser) {
-    if (parser_.nesting_ >= kMaxNesting) {
-        parser_.fail("the statement is nested too deeply at '" +
-                         fragment(parser_.lexer_.source(), parser_.token_.position) + "'.",
-                     parser_.token_.position);
-    }
-    ++parser_.nesting_;
-}
+    TokenReader tokens_;
+    ExpressionParser expressions_;
+    int sources_ = 0;
+};
 
-Parser::Parser(std::string_view source) : lexer_(source) {
-    token_ = lexer_.next();
-}
-
-void Parser::fail(const std::string& sentence, std::size_t position) const {
-    throw SyntaxError(sentence, position);
-}
-
-void Parser::failHere(const std::string& expected) const {
-    if (token_.kind == Token::Kind::End) {
-        fail("the statement ends where " + expected + " is missing.", token_.position);
-    }
-    fail(expected + " is missing before '" + fragment(lexer_.source(), token_.position) + "'.",
-         token_.position);
-}
-
-bool Parser::isWord(std::string_view word) const {
-    return token_.kind == Token::Kind::Name && sameName(token_.text, word);
-}
-
-bool Parser::isSymbol(std::string_view symbol) const {
-    return token_.kind == Token::Kind::Symbol && token_.text == symbol;
-}
-
-bool Parser::isReserved() const {
-    return token_.kind == Token::Kind::Name && isReservedWord(token_.text);
-}
-
-void Parser::advance() {
-    lastEnd_ = token_.end;
-    token_ = lexer_.next();
-}
-
-bool Parser::takeWord(std::string_view word) {
-    if (!isWord(word)) {
-        return false;
-    }
-    advance();
-    return true;
-}
-
-bool Parser::takeSymbol(std::string_view symbol) {
-    if (!isSymbol(symbol)) {
-        return false;
-    }
-    advance();
-    return true;
-}
-
-void Parser::expectWord(std::string_view word) {
-    if (!takeWord(word)) {
-        failHere("the word " + std::string(word));
-    }
-}
-
-void Parser::expectSymbol(std::string_view symbol) {
-    if (!takeSymbol(symbol)) {
-        failHere("the sign " + std::string(symbol));
-    }
-}
-
-void Parser::expectEnd() {
-    takeSymbol(";");
-    if (token_.kind == Token::Kind::End) {
-        return;
-    }
-    if (isWord("UNION")) {
-        fail("a UNION of selections is not supported.", token_.position);
-    }
-    failHere("an operator or the end of the statement");
-}
-
-StatementPtr Parser::statement() {
+StatementPtr StatementParser::statement() {
     StatementPtr result;
-    if (isWord("SELECT")) {
+    if (tokens_.isWord("SELECT")) {
         result = select();
-    } else if (isWord("INSERT")) {
+    } else if (tokens_.isWord("INSERT")) {
         result = insert();
-    } else if (isWord("UPDATE")) {
+    } else if (tokens_.isWord("UPDATE")) {
         result = update();
-    } else if (isWord("DELETE")) {
+    } else if (tokens_.isWord("DELETE")) {
         result = remove();
-    } else if (token_.kind == Token::Kind::End) {
-        fail("the statement is empty.", 0);
+    } else if (tokens_.isEnd()) {
+        tokens_.fail("the statement is empty.", 0);
     } else {
-        fail("a statement begins with SELECT, INSERT, UPDATE or DELETE, not with '" +
-                 fragment(lexer_.source(), token_.position) + "'.",
-             token_.position);
+        tokens_.failAt("a statement begins with SELECT, INSERT, UPDATE or DELETE, not with",
+                       tokens_.position());
     }
-    expectEnd();
+    tokens_.expectEnd();
     return result;
 }
 
-ExpressionPtr Parser::criterion() {
-    if (token_.kind == Token::Kind::End) {
-        fail("the criterion is empty.", 0);
+ExpressionPtr StatementParser::criterion() {
+    if (tokens_.isEnd()) {
+        tokens_.fail("the criterion is empty.", 0);
     }
-    const std::size_t start = token_.position;
-    ExpressionPtr result = expression();
-    expectEnd();
+    const std::size_t start = tokens_.position();
+    ExpressionPtr result = expressions_.expression();
+    tokens_.expectEnd();
     using Kind = Expression::Kind;
     switch (result->kind) {
         case Kind::Boolean:
@@ -146,280 +76,236 @@ ExpressionPtr Parser::criterion() {
         case Kind::InSet:
             return result;
         default:
-            fail("'" + fragment(lexer_.source(), start) + "' is no criterion; it compares nothing.", start);
+            tokens_.fail("'" + fragment(tokens_.source(), start) + "' is no criterion; it compares nothing.",
+                         start);
     }
 }
 
-std::shared_ptr<Statement> Parser::select() {
-    const Nesting nesting(*this);
-    expectWord("SELECT");
+std::shared_ptr<Statement> StatementParser::select() {
+    const TokenReader::Nesting nesting(tokens_);
+    tokens_.expectWord("SELECT");
     auto result = std::make_shared<Statement>();
-    if (takeWord("DISTINCT") || takeWord("DISTINCTROW")) {
+    if (tokens_.takeWord("DISTINCT") || tokens_.takeWord("DISTINCTROW")) {
         result->distinct = true;
     } else {
-        takeWord("ALL");
+        tokens_.takeWord("ALL");
     }
-    if (isWord("TOP")) {
-        fail("a selection of the first rows (TOP) is not supported.", token_.position);
+    if (tokens_.isWord("TOP")) {
+        tokens_.refuse("a selection of the first rows (TOP)");
     }
     do {
         result->items.push_back(selectItem());
-    } while (takeSymbol(","));
-    expectWord("FROM");
+    } while (tokens_.takeSymbol(","));
+    tokens_.expectWord("FROM");
     result->from = from();
-    if (takeWord("WHERE")) {
-        result->where = expression();
+    if (tokens_.takeWord("WHERE")) {
+        result->where = expressions_.expression();
     }
-    if (takeWord("GROUP")) {
-        expectWord("BY");
+    if (tokens_.takeWord("GROUP")) {
+        tokens_.expectWord("BY");
         do {
-            result->groupBy.push_back(expression());
-        } while (takeSymbol(","));
+            result->groupBy.push_back(expressions_.expression());
+        } while (tokens_.takeSymbol(","));
     }
-    if (takeWord("HAVING")) {
-        result->having = expression();
+    if (tokens_.takeWord("HAVING")) {
+        result->having = expressions_.expression();
     }
-    if (takeWord("ORDER")) {
-        expectWord("BY");
+    if (tokens_.takeWord("ORDER")) {
+        tokens_.expectWord("BY");
         result->orderBy = orderBy();
     }
     return result;
 }
 
-// `*`, `Table.*` and `[Table].*`.
-bool Parser::starOf(SelectItem& item) {
-    if (isSymbol("*")) {
-        item.star = true;
-        advance();
-        return true;
-    }
-    const bool named =
-        token_.kind == Token::Kind::BracketName || (token_.kind == Token::Kind::Name && !isReserved());
-    if (!named) {
-        return false;
-    }
-    Lexer ahead = lexer_;
-    const Token point = ahead.next();
-    if (point.kind != Token::Kind::Symbol || (point.text != "." && point.text != "!")) {
-        return false;
-    }
-    const Token star = ahead.next();
-    if (star.kind != Token::Kind::Symbol || star.text != "*") {
-        return false;
-    }
-    item.star = true;
-    item.qualifier = std::string(token_.text);
-    advance();
-    advance();
-    advance();
-    return true;
-}
-
-SelectItem Parser::selectItem() {
+SelectItem StatementParser::selectItem() {
     SelectItem item;
-    item.position = token_.position;
-    if (starOf(item)) {
+    item.position = tokens_.position();
+    item.star = tokens_.takeStar(item.qualifier);
+    if (item.star) {
         return item;
     }
-    item.expression = expression();
-    item.alias = aliasOf(true);
+    item.expression = expressions_.expression();
+    item.alias = tokens_.aliasOf(true);
     return item;
 }
 
-std::string Parser::name(std::string_view what) {
-    const bool named =
-        token_.kind == Token::Kind::BracketName || (token_.kind == Token::Kind::Name && !isReserved());
-    if (!named) {
-        failHere(std::string(what));
-    }
-    std::string result(token_.text);
-    advance();
-    return result;
-}
-
-std::string Parser::aliasOf(bool wordNeeded) {
-    if (takeWord("AS")) {
-        return name("a name behind AS");
-    }
-    const bool named =
-        token_.kind == Token::Kind::BracketName || (token_.kind == Token::Kind::Name && !isReserved());
-    return named && !wordNeeded ? name("a name") : std::string();
-}
-
-FromNodePtr Parser::join(FromNode::Kind kind, FromNodePtr left, FromNodePtr right, std::size_t position) {
+FromNodePtr StatementParser::join(FromNode::Kind kind, FromNodePtr left, FromNodePtr right,
+                                  std::size_t position) {
     auto node = std::make_shared<FromNode>();
     node->kind = kind;
     node->left = std::move(left);
     node->right = std::move(right);
     node->position = position;
     if (kind != FromNode::Kind::Cross) {
-        expectWord("ON");
-        node->on = expression();
+        tokens_.expectWord("ON");
+        node->on = expressions_.expression();
     }
     return node;
 }
 
-FromNodePtr Parser::from() {
+FromNodePtr StatementParser::from() {
     const int outer = std::exchange(sources_, 0);
     FromNodePtr result = joinChain();
-    while (isSymbol(",")) {
-        const std::size_t position = token_.position;
-        advance();
+    while (tokens_.isSymbol(",")) {
+        const std::size_t position = tokens_.position();
+        tokens_.advance();
         result = join(FromNode::Kind::Cross, result, joinChain(), position);
     }
     sources_ = outer;
     return result;
 }
 
-FromNodePtr Parser::joinChain() {
+FromNodePtr StatementParser::joinChain() {
     FromNodePtr result = source();
     for (;;) {
-        const std::size_t position = token_.position;
+        const std::size_t position = tokens_.position();
         FromNode::Kind kind = FromNode::Kind::Inner;
-        if (takeWord("LEFT")) {
-            takeWord("OUTER");
+        if (tokens_.takeWord("LEFT")) {
+            tokens_.takeWord("OUTER");
             kind = FromNode::Kind::Left;
-        } else if (takeWord("RIGHT")) {
-            takeWord("OUTER");
+        } else if (tokens_.takeWord("RIGHT")) {
+            tokens_.takeWord("OUTER");
             kind = FromNode::Kind::Right;
-        } else if (!takeWord("INNER") && !isWord("JOIN")) {
+        } else if (!tokens_.takeWord("INNER") && !tokens_.isWord("JOIN")) {
             return result;
         }
-        expectWord("JOIN");
+        tokens_.expectWord("JOIN");
         FromNodePtr right = source();
         result = join(kind, std::move(result), std::move(right), position);
     }
 }
 
-FromNodePtr Parser::source() {
-    const Nesting nesting(*this);
+FromNodePtr StatementParser::source() {
+    const TokenReader::Nesting nesting(tokens_);
     auto node = std::make_shared<FromNode>();
-    node->position = token_.position;
-    if (takeSymbol("(")) {
-        if (isWord("SELECT")) {
+    node->position = tokens_.position();
+    if (tokens_.takeSymbol("(")) {
+        if (tokens_.isWord("SELECT")) {
             node->kind = FromNode::Kind::Select;
             node->select = select();
-            takeSymbol(";");
-            expectSymbol(")");
-            node->alias = aliasOf(false);
+            tokens_.takeSymbol(";");
+            tokens_.expectSymbol(")");
+            node->alias = tokens_.aliasOf(false);
         } else {
             FromNodePtr inner = joinChain();
-            expectSymbol(")");
+            tokens_.expectSymbol(")");
             return inner;
         }
     } else {
-        node->name = name("the name of a table or query");
-        node->alias = aliasOf(false);
+        node->name = tokens_.name("the name of a table or query");
+        node->alias = tokens_.aliasOf(false);
     }
     if (++sources_ > kMaxSources) {
-        fail("the statement joins too many tables.", node->position);
+        tokens_.fail("the statement joins too many tables.", node->position);
     }
     return node;
 }
 
-std::vector<OrderItem> Parser::orderBy() {
+std::vector<OrderItem> StatementParser::orderBy() {
     std::vector<OrderItem> items;
     do {
         OrderItem item;
-        item.expression = expression();
-        if (takeWord("DESC")) {
+        item.expression = expressions_.expression();
+        if (tokens_.takeWord("DESC")) {
             item.descending = true;
         } else {
-            takeWord("ASC");
+            tokens_.takeWord("ASC");
         }
         items.push_back(std::move(item));
-    } while (takeSymbol(","));
+    } while (tokens_.takeSymbol(","));
     return items;
 }
 
-Assignment Parser::assignment() {
+Assignment StatementParser::assignment() {
     Assignment result;
-    result.position = token_.position;
-    result.field = name("a field's name");
-    if (takeSymbol(".") || takeSymbol("!")) {
+    result.position = tokens_.position();
+    result.field = tokens_.name("a field's name");
+    if (tokens_.takeSymbol(".") || tokens_.takeSymbol("!")) {
         result.qualifier = std::exchange(result.field, {});
-        result.field = name("a field's name");
+        result.field = tokens_.name("a field's name");
     }
-    expectSymbol("=");
-    result.value = expression();
+    tokens_.expectSymbol("=");
+    result.value = expressions_.expression();
     return result;
 }
 
-StatementPtr Parser::insert() {
+StatementPtr StatementParser::insert() {
     auto result = std::make_shared<Statement>();
     result->kind = Statement::Kind::Insert;
-    expectWord("INSERT");
-    expectWord("INTO");
-    result->tablePosition = token_.position;
-    result->table = name("a table's name");
-    expectSymbol("(");
+    tokens_.expectWord("INSERT");
+    tokens_.expectWord("INTO");
+    result->tablePosition = tokens_.position();
+    result->table = tokens_.name("a table's name");
+    tokens_.expectSymbol("(");
     do {
         Assignment field;
-        field.position = token_.position;
-        field.field = name("a field's name");
+        field.position = tokens_.position();
+        field.field = tokens_.name("a field's name");
         result->assignments.push_back(std::move(field));
-    } while (takeSymbol(","));
-    expectSymbol(")");
-    expectWord("VALUES");
-    expectSymbol("(");
+    } while (tokens_.takeSymbol(","));
+    tokens_.expectSymbol(")");
+    tokens_.expectWord("VALUES");
+    tokens_.expectSymbol("(");
     std::size_t given = 0;
     do {
-        const std::size_t position = token_.position;
-        ExpressionPtr value = expression();
+        const std::size_t position = tokens_.position();
+        ExpressionPtr value = expressions_.expression();
         if (given == result->assignments.size()) {
-            fail("there are more values than fields.", position);
+            tokens_.fail("there are more values than fields.", position);
         }
         result->assignments[given++].value = std::move(value);
-    } while (takeSymbol(","));
+    } while (tokens_.takeSymbol(","));
     if (given < result->assignments.size()) {
-        fail("there are fewer values than fields.", token_.position);
+        tokens_.fail("there are fewer values than fields.", tokens_.position());
     }
-    expectSymbol(")");
+    tokens_.expectSymbol(")");
     return result;
 }
 
-StatementPtr Parser::update() {
+StatementPtr StatementParser::update() {
     auto result = std::make_shared<Statement>();
     result->kind = Statement::Kind::Update;
-    expectWord("UPDATE");
-    result->tablePosition = token_.position;
-    result->table = name("a table's name");
-    expectWord("SET");
+    tokens_.expectWord("UPDATE");
+    result->tablePosition = tokens_.position();
+    result->table = tokens_.name("a table's name");
+    tokens_.expectWord("SET");
     do {
         result->assignments.push_back(assignment());
-    } while (takeSymbol(","));
-    if (takeWord("WHERE")) {
-        result->where = expression();
+    } while (tokens_.takeSymbol(","));
+    if (tokens_.takeWord("WHERE")) {
+        result->where = expressions_.expression();
     }
     return result;
 }
 
-StatementPtr Parser::remove() {
+StatementPtr StatementParser::remove() {
     auto result = std::make_shared<Statement>();
     result->kind = Statement::Kind::Delete;
-    expectWord("DELETE");
+    tokens_.expectWord("DELETE");
     SelectItem item;
-    item.position = token_.position;
-    const bool starred = !isWord("FROM") && starOf(item);
-    expectWord("FROM");
-    result->tablePosition = token_.position;
-    result->table = name("a table's name");
+    item.position = tokens_.position();
+    const bool starred = !tokens_.isWord("FROM") && tokens_.takeStar(item.qualifier);
+    tokens_.expectWord("FROM");
+    result->tablePosition = tokens_.position();
+    result->table = tokens_.name("a table's name");
     if (starred && !item.qualifier.empty() && !sameName(item.qualifier, result->table)) {
-        fail("rows of '" + item.qualifier + "' cannot be deleted from '" + result->table + "'.",
-             item.position);
+        tokens_.fail("rows of '" + item.qualifier + "' cannot be deleted from '" + result->table + "'.",
+                     item.position);
     }
-    if (takeWord("WHERE")) {
-        result->where = expression();
+    if (tokens_.takeWord("WHERE")) {
+        result->where = expressions_.expression();
     }
     return result;
 }
 
+}  // namespace
+
 StatementPtr parse(std::string_view text) {
-    return Parser(text).statement();
+    return StatementParser(text).statement();
 }
 
 ExpressionPtr parseCriterion(std::string_view text) {
-    return Parser(text).criterion();
+    return StatementParser(text).criterion();
 }
 
 }  // namespace sql

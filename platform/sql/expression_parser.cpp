@@ -1,9 +1,9 @@
+#include "platform/sql/expression_parser.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <utility>
-
-#include "platform/sql/parser_impl.h"
 
 namespace sql {
 
@@ -64,7 +64,7 @@ bool sameField(const Expression& a, const Expression& b) {
 
 // The terms of a chain as they come in. Terms "field = number" on one field gather in one set, at the place
 // where the first of them stood.
-struct Parser::OrChain {
+struct ExpressionParser::OrChain {
     struct Run {
         std::size_t place;  // in terms
         std::vector<std::int64_t> ids;
@@ -94,8 +94,8 @@ struct Parser::OrChain {
     }
 };
 
-std::shared_ptr<Expression> Parser::make(Kind kind, std::size_t position,
-                                         std::vector<ExpressionPtr> children) const {
+std::shared_ptr<Expression> ExpressionParser::make(Kind kind, std::size_t position,
+                                                   std::vector<ExpressionPtr> children) const {
     auto result = std::make_shared<Expression>();
     result->kind = kind;
     result->position = position;
@@ -103,9 +103,7 @@ std::shared_ptr<Expression> Parser::make(Kind kind, std::size_t position,
         result->depth = std::max(result->depth, child->depth + 1);
     }
     if (result->depth > kMaxTreeDepth) {
-        fail("the expression is too long or nested too deeply at '" + fragment(lexer_.source(), position) +
-                 "'.",
-             position);
+        tokens_.failAt("the expression is too long or nested too deeply at", position);
     }
     result->children = std::move(children);
     return result;
@@ -115,8 +113,8 @@ std::shared_ptr<Expression> Parser::make(Kind kind, std::size_t position,
 // Reading these without cutting them into tokens is what keeps a filter with a hundred thousand hits quick.
 // `field` is the name as the term before spelled it; whatever does not look exactly like that term is left to
 // the general rules.
-void Parser::runOfEqualTerms(std::string_view field, std::vector<std::int64_t>& ids) {
-    const std::string_view source = lexer_.source();
+void ExpressionParser::runOfEqualTerms(std::string_view field, std::vector<std::int64_t>& ids) {
+    const std::string_view source = tokens_.source();
     auto blanks = [source](std::size_t at) {
         while (at < source.size() && isBlank(source[at])) {
             ++at;
@@ -127,7 +125,7 @@ void Parser::runOfEqualTerms(std::string_view field, std::vector<std::int64_t>& 
         return at + 2 < source.size() && (source[at] | 0x20) == 'o' && (source[at + 1] | 0x20) == 'r' &&
                isBlank(source[at + 2]);
     };
-    std::size_t at = token_.position;
+    std::size_t at = tokens_.position();
     while (isOr(at)) {
         std::size_t p = blanks(at + 2);
         if (source.compare(p, field.size(), field) != 0) {
@@ -150,19 +148,18 @@ void Parser::runOfEqualTerms(std::string_view field, std::vector<std::int64_t>& 
         ids.push_back(id);
         at = p;
     }
-    if (at != token_.position) {
-        lexer_.moveTo(at);
-        token_ = lexer_.next();
+    if (at != tokens_.position()) {
+        tokens_.skipTo(at);
     }
 }
 
 // Adds a term, and takes at one stroke those that follow it and look like it.
-void Parser::addTerm(OrChain& chain, const ExpressionPtr& term, std::size_t start) {
+void ExpressionParser::addTerm(OrChain& chain, const ExpressionPtr& term, std::size_t start) {
     std::vector<std::int64_t>* ids = chain.add(term);
-    if (ids == nullptr || !isWord("OR") || term->children[0]->position != start) {
+    if (ids == nullptr || !tokens_.isWord("OR") || term->children[0]->position != start) {
         return;
     }
-    const std::string_view source = lexer_.source();
+    const std::string_view source = tokens_.source();
     std::size_t end = std::min(source.find('=', start), source.size());
     while (end > start && isBlank(source[end - 1])) {
         --end;
@@ -172,24 +169,24 @@ void Parser::addTerm(OrChain& chain, const ExpressionPtr& term, std::size_t star
     }
 }
 
-ExpressionPtr Parser::expression() {
-    const Nesting nesting(*this);
+ExpressionPtr ExpressionParser::expression() {
+    const TokenReader::Nesting nesting(tokens_);
     return orChain();
 }
 
-ExpressionPtr Parser::orChain() {
-    const std::size_t position = token_.position;
+ExpressionPtr ExpressionParser::orChain() {
+    const std::size_t position = tokens_.position();
     ExpressionPtr term = andChain();
-    if (!isWord("OR")) {
-        if (isWord("XOR") || isWord("EQV") || isWord("IMP")) {
-            fail("the operator " + std::string(token_.text) + " is not supported.", token_.position);
+    if (!tokens_.isWord("OR")) {
+        if (tokens_.isWord("XOR") || tokens_.isWord("EQV") || tokens_.isWord("IMP")) {
+            tokens_.refuse("the operator " + std::string(tokens_.token().text));
         }
         return term;
     }
     OrChain chain;
     addTerm(chain, term, position);
-    while (takeWord("OR")) {
-        const std::size_t start = token_.position;
+    while (tokens_.takeWord("OR")) {
+        const std::size_t start = tokens_.position();
         addTerm(chain, andChain(), start);
     }
     for (OrChain::Run& run : chain.runs) {
@@ -204,7 +201,7 @@ ExpressionPtr Parser::orChain() {
     return make(Kind::Or, position, std::move(chain.terms));
 }
 
-ExpressionPtr Parser::setOf(const ExpressionPtr& field, std::vector<std::int64_t> ids) const {
+ExpressionPtr ExpressionParser::setOf(const ExpressionPtr& field, std::vector<std::int64_t> ids) const {
     if (!std::is_sorted(ids.begin(), ids.end())) {
         std::sort(ids.begin(), ids.end());
     }
@@ -214,31 +211,31 @@ ExpressionPtr Parser::setOf(const ExpressionPtr& field, std::vector<std::int64_t
     return result;
 }
 
-ExpressionPtr Parser::andChain() {
-    const std::size_t position = token_.position;
+ExpressionPtr ExpressionParser::andChain() {
+    const std::size_t position = tokens_.position();
     ExpressionPtr first = notTerm();
-    if (!isWord("AND")) {
+    if (!tokens_.isWord("AND")) {
         return first;
     }
     std::vector<ExpressionPtr> terms;
     terms.push_back(std::move(first));
-    while (takeWord("AND")) {
+    while (tokens_.takeWord("AND")) {
         terms.push_back(notTerm());
     }
     return make(Kind::And, position, std::move(terms));
 }
 
-ExpressionPtr Parser::notTerm() {
-    if (!isWord("NOT")) {
+ExpressionPtr ExpressionParser::notTerm() {
+    if (!tokens_.isWord("NOT")) {
         return comparison();
     }
-    const Nesting nesting(*this);
-    const std::size_t position = token_.position;
-    advance();
+    const TokenReader::Nesting nesting(tokens_);
+    const std::size_t position = tokens_.position();
+    tokens_.advance();
     return make(Kind::Not, position, {notTerm()});
 }
 
-ExpressionPtr Parser::comparison() {
+ExpressionPtr ExpressionParser::comparison() {
     ExpressionPtr left = binary(0);
     for (;;) {
         ExpressionPtr whole = comparisonTail(left);
@@ -250,10 +247,10 @@ ExpressionPtr Parser::comparison() {
 }
 
 // What may follow an operand to make a comparison of it; nullptr where nothing of the kind stands.
-ExpressionPtr Parser::comparisonTail(const ExpressionPtr& left) {
-    if (token_.kind == Token::Kind::Symbol) {
+ExpressionPtr ExpressionParser::comparisonTail(const ExpressionPtr& left) {
+    if (tokens_.token().kind == Token::Kind::Symbol) {
         for (const Comparison& candidate : kComparisons) {
-            if (takeSymbol(candidate.sign)) {
+            if (tokens_.takeSymbol(candidate.sign)) {
                 auto result = make(Kind::Compare, left->position, {left, binary(0)});
                 result->op = candidate.op;
                 return result;
@@ -261,41 +258,41 @@ ExpressionPtr Parser::comparisonTail(const ExpressionPtr& left) {
         }
         return nullptr;
     }
-    if (token_.kind != Token::Kind::Name) {
+    if (tokens_.token().kind != Token::Kind::Name) {
         return nullptr;
     }
-    if (takeWord("IS")) {
-        const bool negated = takeWord("NOT");
-        expectWord("NULL");
+    if (tokens_.takeWord("IS")) {
+        const bool negated = tokens_.takeWord("NOT");
+        tokens_.expectWord("NULL");
         auto result = make(Kind::IsNull, left->position, {left});
         result->negated = negated;
         return result;
     }
     bool negated = false;
-    if (isWord("NOT")) {
-        advance();
+    if (tokens_.isWord("NOT")) {
+        tokens_.advance();
         negated = true;
-        if (!isWord("BETWEEN") && !isWord("IN") && !isWord("LIKE")) {
-            failHere("BETWEEN or IN");
+        if (!tokens_.isWord("BETWEEN") && !tokens_.isWord("IN") && !tokens_.isWord("LIKE")) {
+            tokens_.failHere("BETWEEN or IN");
         }
     }
-    if (isWord("LIKE")) {
-        fail("the operator LIKE is not supported.", token_.position);
+    if (tokens_.isWord("LIKE")) {
+        tokens_.refuse("the operator LIKE");
     }
-    if (takeWord("BETWEEN")) {
+    if (tokens_.takeWord("BETWEEN")) {
         ExpressionPtr low = binary(0);
-        expectWord("AND");
+        tokens_.expectWord("AND");
         auto result = make(Kind::Between, left->position, {left, std::move(low), binary(0)});
         result->negated = negated;
         return result;
     }
-    return takeWord("IN") ? inList(left, negated) : nullptr;
+    return tokens_.takeWord("IN") ? inList(left, negated) : nullptr;
 }
 
-ExpressionPtr Parser::inList(const ExpressionPtr& left, bool negated) {
-    expectSymbol("(");
-    if (isWord("SELECT")) {
-        fail("a selection behind IN is not supported.", token_.position);
+ExpressionPtr ExpressionParser::inList(const ExpressionPtr& left, bool negated) {
+    tokens_.expectSymbol("(");
+    if (tokens_.isWord("SELECT")) {
+        tokens_.refuse("a selection behind IN");
     }
     std::vector<ExpressionPtr> list;
     std::vector<std::int64_t> ids;
@@ -304,8 +301,8 @@ ExpressionPtr Parser::inList(const ExpressionPtr& left, bool negated) {
         if (list.back()->kind == Kind::Integer) {
             ids.push_back(list.back()->integer);
         }
-    } while (takeSymbol(","));
-    expectSymbol(")");
+    } while (tokens_.takeSymbol(","));
+    tokens_.expectSymbol(")");
     if (left->kind == Kind::Name && !negated && ids.size() == list.size()) {
         return setOf(left, std::move(ids));
     }
@@ -316,22 +313,23 @@ ExpressionPtr Parser::inList(const ExpressionPtr& left, bool negated) {
 }
 
 // Operators of two operands from one level upwards; those of a level bind from the left.
-ExpressionPtr Parser::binary(int level) {
+ExpressionPtr ExpressionParser::binary(int level) {
     ExpressionPtr left = level == kTightestLevel ? sign() : binary(level + 1);
     for (;;) {
         const Operator* found = nullptr;
         for (const Operator& candidate : kOperators) {
-            if (candidate.level == level && (isSymbol(candidate.sign) || isWord(candidate.sign))) {
+            if (candidate.level == level &&
+                (tokens_.isSymbol(candidate.sign) || tokens_.isWord(candidate.sign))) {
                 found = &candidate;
             }
         }
-        if (isSymbol("^")) {
-            fail("the operator ^ is not supported.", token_.position);
+        if (tokens_.isSymbol("^")) {
+            tokens_.refuse("the operator ^");
         }
         if (found == nullptr) {
             return left;
         }
-        advance();
+        tokens_.advance();
         ExpressionPtr right = level == kTightestLevel ? sign() : binary(level + 1);
         const Kind kind = found->op == Op::None ? Kind::Concat : Kind::Arithmetic;
         const std::size_t position = left->position;
@@ -341,14 +339,14 @@ ExpressionPtr Parser::binary(int level) {
     }
 }
 
-ExpressionPtr Parser::sign() {
-    if (!isSymbol("-") && !isSymbol("+")) {
+ExpressionPtr ExpressionParser::sign() {
+    if (!tokens_.isSymbol("-") && !tokens_.isSymbol("+")) {
         return primary();
     }
-    const Nesting nesting(*this);
-    const std::size_t position = token_.position;
-    const bool minus = isSymbol("-");
-    advance();
+    const TokenReader::Nesting nesting(tokens_);
+    const std::size_t position = tokens_.position();
+    const bool minus = tokens_.isSymbol("-");
+    tokens_.advance();
     ExpressionPtr operand = sign();
     if (!minus) {
         return operand;
@@ -363,14 +361,14 @@ ExpressionPtr Parser::sign() {
     return make(Kind::Negate, position, {std::move(operand)});
 }
 
-ExpressionPtr Parser::primary() {
-    if (isSymbol("(")) {
-        advance();
-        if (isWord("SELECT")) {
-            fail("a selection inside an expression is not supported.", token_.position);
+ExpressionPtr ExpressionParser::primary() {
+    if (tokens_.isSymbol("(")) {
+        tokens_.advance();
+        if (tokens_.isWord("SELECT")) {
+            tokens_.refuse("a selection inside an expression");
         }
         ExpressionPtr inner = expression();
-        expectSymbol(")");
+        tokens_.expectSymbol(")");
         return inner;
     }
     ExpressionPtr constant = literal();
@@ -378,65 +376,69 @@ ExpressionPtr Parser::primary() {
 }
 
 // nullptr where no literal stands.
-ExpressionPtr Parser::literal() {
+ExpressionPtr ExpressionParser::literal() {
     std::shared_ptr<Expression> result;
-    const std::size_t position = token_.position;
-    switch (token_.kind) {
+    const Token& token = tokens_.token();
+    switch (token.kind) {
         case Token::Kind::Integer:
-            result = make(Kind::Integer, position);
+            result = make(Kind::Integer, token.position);
             break;
         case Token::Kind::Number:
-            result = make(Kind::Number, position);
+            result = make(Kind::Number, token.position);
             break;
         case Token::Kind::Date:
-            result = make(Kind::Date, position);
+            result = make(Kind::Date, token.position);
             break;
         case Token::Kind::Text:
-            result = make(Kind::Text, position);
-            result->text = std::move(token_.value);
-            break;
-        case Token::Kind::Name:
-            if (isWord("NULL")) {
-                result = make(Kind::Null, position);
-            } else if (isWord("TRUE") || isWord("FALSE")) {
-                result = make(Kind::Boolean, position);
-                token_.integer = isWord("TRUE") ? -1 : 0;
-            }
+            result = make(Kind::Text, token.position);
+            result->text = token.value;
             break;
         default:
-            break;
+            return word();
     }
-    if (result != nullptr) {
-        result->integer = token_.integer;
-        result->number = token_.number;
-        advance();
+    result->integer = token.integer;
+    result->number = token.number;
+    tokens_.advance();
+    return result;
+}
+
+// Of the words those that are values.
+ExpressionPtr ExpressionParser::word() {
+    const std::size_t position = tokens_.position();
+    if (tokens_.takeWord("NULL")) {
+        return make(Kind::Null, position);
     }
+    const bool yes = tokens_.isWord("TRUE");
+    if (!yes && !tokens_.isWord("FALSE")) {
+        return nullptr;
+    }
+    tokens_.advance();
+    auto result = make(Kind::Boolean, position);
+    result->integer = yes ? -1 : 0;
     return result;
 }
 
 // `Field`, `Table.Field`, `Table!Field`, each part with or without brackets; `[Table.Field]`;
 // `Function(...)`.
-ExpressionPtr Parser::nameOrCall() {
-    const bool named =
-        token_.kind == Token::Kind::BracketName || (token_.kind == Token::Kind::Name && !isReserved());
-    if (!named) {
-        failHere("a value");
+ExpressionPtr ExpressionParser::nameOrCall() {
+    if (!tokens_.isName()) {
+        tokens_.failHere("a value");
     }
-    const Token first = token_;
-    advance();
-    if (first.kind == Token::Kind::Name && isSymbol("(")) {
+    const Token first = tokens_.token();
+    tokens_.advance();
+    if (first.kind == Token::Kind::Name && tokens_.isSymbol("(")) {
         return call(first);
     }
     auto result = make(Kind::Name, first.position);
     result->text = std::string(first.text);
-    if (takeSymbol(".") || takeSymbol("!")) {
-        if (token_.kind != Token::Kind::Name && token_.kind != Token::Kind::BracketName) {
-            failHere("a field's name");
+    if (tokens_.takeSymbol(".") || tokens_.takeSymbol("!")) {
+        if (tokens_.token().kind != Token::Kind::Name && tokens_.token().kind != Token::Kind::BracketName) {
+            tokens_.failHere("a field's name");
         }
-        result->qualifier = std::exchange(result->text, std::string(token_.text));
-        advance();
-        if (isSymbol(".") || isSymbol("!")) {
-            fail("a name has a table and a field and no more parts.", token_.position);
+        result->qualifier = std::exchange(result->text, std::string(tokens_.token().text));
+        tokens_.advance();
+        if (tokens_.isSymbol(".") || tokens_.isSymbol("!")) {
+            tokens_.fail("a name has a table and a field and no more parts.", tokens_.position());
         }
     } else if (first.kind == Token::Kind::BracketName) {
         result->dotted = result->text.find('.') != std::string::npos;
@@ -444,30 +446,30 @@ ExpressionPtr Parser::nameOrCall() {
     return result;
 }
 
-ExpressionPtr Parser::call(const Token& word) {
+ExpressionPtr ExpressionParser::call(const Token& word) {
     const auto* function = std::find_if(kFunctions.begin(), kFunctions.end(),
                                         [&word](const Function& f) { return sameName(f.name, word.text); });
     if (function == kFunctions.end()) {
-        fail("the function '" + std::string(word.text) + "' is not known.", word.position);
+        tokens_.fail("the function '" + std::string(word.text) + "' is not known.", word.position);
     }
     auto result = make(Kind::Call, word.position);
     const bool count = function->name == "Count";
-    expectSymbol("(");
+    tokens_.expectSymbol("(");
     std::vector<ExpressionPtr> arguments;
-    if (count && takeSymbol("*")) {
+    if (count && tokens_.takeSymbol("*")) {
         result->star = true;
-    } else if (!isSymbol(")")) {
-        result->distinct = function->least == 1 && takeWord("DISTINCT");
+    } else if (!tokens_.isSymbol(")")) {
+        result->distinct = function->least == 1 && tokens_.takeWord("DISTINCT");
         do {
             arguments.push_back(expression());
-        } while (takeSymbol(","));
+        } while (tokens_.takeSymbol(","));
     }
-    expectSymbol(")");
+    tokens_.expectSymbol(")");
     const bool enough =
         result->star || (arguments.size() >= function->least && arguments.size() <= function->most);
     if (!enough) {
-        fail("the function '" + std::string(word.text) + "' does not take that number of arguments.",
-             word.position);
+        tokens_.fail("the function '" + std::string(word.text) + "' does not take that number of arguments.",
+                     word.position);
     }
     auto finished = make(Kind::Call, word.position, std::move(arguments));
     finished->text = std::string(function->name);
