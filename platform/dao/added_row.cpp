@@ -4,7 +4,7 @@ namespace dao {
 
 void AddedRow::begin(OpenFile& to) {
     const int into = set_.unique();
-    number_ = set_.counterOf(into) == nullptr ? 0 : to.nextNumber(set_.table(into));
+    number_ = set_.counterOf(into) == nullptr ? 0 : to.transaction().numbers().next(set_.table(into));
     for (std::size_t i = 0; i < fields_.size(); ++i) {
         const sql::ResultColumn& column = set_.columns[i];
         const bool isOurs = column.source == into;
@@ -21,7 +21,7 @@ std::int64_t AddedRow::insert(OpenFile& to) {
     const Value number(static_cast<std::int32_t>(number_));
     const std::vector<driver::FieldValue> fields = given(set_.counterOf(set_.unique()), number);
     std::int64_t key = 0;
-    to.write([&] { key = to.store().insertRow(table, fields); });
+    to.transaction().write([&] { key = to.store().insertRow(table, fields); });
     return key;
 }
 

@@ -90,7 +90,7 @@ TableDefsCollection Database::TableDefs() const {
 QueryDef Database::CreateQueryDef(std::string_view name, const std::string& text) {
     OpenFile& file = opened(impl_).writableFile();
     const sql::StatementPtr tree = translated([&] { return sql::parse(text); });
-    file.write([&] {
+    file.transaction().write([&] {
         checkNewName(file, name);
         file.translator().writeQuery(name, text, tree);
     });
@@ -99,7 +99,7 @@ QueryDef Database::CreateQueryDef(std::string_view name, const std::string& text
 
 void Database::CreateRelation(const Relation& relation) {
     OpenFile& file = opened(impl_).writableFile();
-    file.write([&] {
+    file.transaction().write([&] {
         const sql::TableInfo& one = neededTable(file, relation.table);
         const sql::TableInfo& many = neededTable(file, relation.foreignTable);
         Relation exact{one.name, neededField(one, relation.field).name, many.name,
@@ -114,7 +114,7 @@ std::vector<Relation> Database::Relations() const {
 
 void Database::CreateIndex(std::string_view table, std::string_view field, bool unique) {
     OpenFile& file = opened(impl_).writableFile();
-    file.write([&] {
+    file.transaction().write([&] {
         const sql::TableInfo& info = neededTable(file, table);
         file.store().createIndex(info.name, neededField(info, field).name, unique);
     });
@@ -126,7 +126,7 @@ int Database::Form() const {
 
 void Database::setForm(int form) {
     OpenFile& file = opened(impl_).writableFile();
-    file.write([&] { file.store().setForm(form); });
+    file.transaction().write([&] { file.store().setForm(form); });
 }
 
 std::string QueryDef::SQL() const {
@@ -140,7 +140,7 @@ std::string QueryDef::SQL() const {
 void QueryDef::setSQL(const std::string& text) {
     OpenFile& file = opened(db_).writableFile();
     const sql::StatementPtr tree = translated([&] { return sql::parse(text); });
-    file.write([&] {
+    file.transaction().write([&] {
         if (file.store().queryVersion(name_) == 0) {
             fail(errItemNotFound);
         }
@@ -174,7 +174,7 @@ QueryDef QueryDefsCollection::operator[](std::string_view name) const {
 
 void QueryDefsCollection::Delete(std::string_view name) {
     OpenFile& file = opened(db_).writableFile();
-    file.write([&] {
+    file.transaction().write([&] {
         if (!file.store().dropQuery(name)) {
             fail(errItemNotFound);
         }
@@ -202,7 +202,7 @@ void TableDefsCollection::Append(const TableDef& table) {
     if (table.Fields().empty()) {
         fail(errInvalidOperation, "No field defined; a table needs one at least.");
     }
-    file.write([&] {
+    file.transaction().write([&] {
         checkNewName(file, table.Name());
         file.store().createTable(table);
     });
@@ -210,7 +210,7 @@ void TableDefsCollection::Append(const TableDef& table) {
 
 void TableDefsCollection::Delete(std::string_view name) {
     OpenFile& file = opened(db_).writableFile();
-    file.write([&] { file.store().dropTable(neededTable(file, name).name); });
+    file.transaction().write([&] { file.store().dropTable(neededTable(file, name).name); });
 }
 
 }  // namespace dao

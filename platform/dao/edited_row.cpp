@@ -7,11 +7,11 @@ namespace dao {
 void EditedRow::lock(std::size_t row) {
     row_ = row;
     locked_ = standsIn(false);
-    set_.file().lockForEdit(locked_);
+    set_.file().transaction().lockForEdit(locked_);
 }
 
 void EditedRow::unlock() noexcept {
-    set_.file().unlockEdit(locked_);
+    set_.file().transaction().unlockEdit(locked_);
 }
 
 void EditedRow::begin(std::size_t place) {
@@ -21,16 +21,16 @@ void EditedRow::begin(std::size_t place) {
         fields_[i].value = original_[i];
         fields_[i].changed = false;
     }
-    epoch_ = set_.file().lockEpoch();
+    epoch_ = set_.file().transaction().lockEpoch();
 }
 
 void EditedRow::write(OpenFile& to) {
     if (writeAtOnce(to)) {
         return;
     }
-    to.write(
+    to.transaction().write(
         [&] {
-            if (to.mayHaveChanged(standsIn(true), epoch_)) {
+            if (to.transaction().mayHaveChanged(standsIn(true), epoch_)) {
                 checkUnchanged();
             }
             writeFields(to.store());
@@ -83,7 +83,7 @@ bool EditedRow::writeAtOnce(OpenFile& to) {
             change.was.push_back({set_.columns[i].field, &original_[i]});
         }
     }
-    return !change.fields.empty() && to.changeAtOnce(change, locked_);
+    return !change.fields.empty() && to.transaction().changeAtOnce(change, locked_);
 }
 
 // The lock was let go between Edit and Update, by another write of this process or by an error: whoever wrote

@@ -9,9 +9,9 @@ namespace {
 // would.
 void deleteRow(OpenFile& in, const RowName& row) {
     const EditedRows rows{row};
-    in.lockForEdit(rows);
+    in.transaction().lockForEdit(rows);
     try {
-        in.write(
+        in.transaction().write(
             [&] {
                 if (!in.store().deleteRow(row.table, row.key)) {
                     fail(errRecordDeleted);
@@ -19,7 +19,7 @@ void deleteRow(OpenFile& in, const RowName& row) {
             },
             &rows);
     } catch (...) {
-        in.unlockEdit(rows);
+        in.transaction().unlockEdit(rows);
         throw;
     }
 }

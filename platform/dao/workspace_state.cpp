@@ -40,11 +40,11 @@ void begin() {
     std::size_t begun = 0;
     try {
         for (; begun < state().files.size(); ++begun) {
-            state().files[begun]->beginWorkspace();
+            state().files[begun]->transaction().beginWorkspace();
         }
     } catch (...) {
         while (begun-- > 0) {
-            state().files[begun]->rollbackWorkspace();
+            state().files[begun]->transaction().rollbackWorkspace();
         }
         if (state().depth == 0) {
             state().files.clear();
@@ -61,11 +61,11 @@ void commit() {
     std::exception_ptr failure;
     for (const std::shared_ptr<OpenFile>& file : state().files) {
         if (failure != nullptr) {
-            file->rollbackWorkspace();
+            file->transaction().rollbackWorkspace();
             continue;
         }
         try {
-            file->commitWorkspace();
+            file->transaction().commitWorkspace();
         } catch (const Error&) {
             failure = std::current_exception();
         }
@@ -81,7 +81,7 @@ void rollback() {
         fail(errTransactionWithoutBegin);
     }
     for (const std::shared_ptr<OpenFile>& file : state().files) {
-        file->rollbackWorkspace();
+        file->transaction().rollbackWorkspace();
     }
     endLevel();
 }
@@ -91,7 +91,7 @@ void join(const std::shared_ptr<OpenFile>& file) {
         return;
     }
     for (int level = 0; level < state().depth; ++level) {
-        file->beginWorkspace();
+        file->transaction().beginWorkspace();
     }
     state().files.push_back(file);
 }

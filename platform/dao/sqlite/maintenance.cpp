@@ -32,7 +32,7 @@ constexpr std::size_t kChunk = 256 * kPageSize;
 // This process's own windows must not hold what is about to be replaced; they find the new file by its path.
 void letGo(const std::string& path) {
     while (const std::shared_ptr<OpenFile> file = OpenFiles::find(fileIdentity(path), false)) {
-        if (file->isBusy()) {
+        if (file->transaction().isBusy()) {
             fail(errFileInUse);
         }
         file->releaseStore();
@@ -322,7 +322,7 @@ void compact(const std::string& from, const std::string& to, const std::string& 
         fail(errObjectExists, "Database '" + to + "' already exists.");
     }
     const std::shared_ptr<OpenFile> open = OpenFiles::find(place->identity(), false);
-    if (open != nullptr && open->isBusy()) {
+    if (open != nullptr && open->transaction().isBusy()) {
         fail(errFileInUse);
     }
     const ExclusiveUse use(place->enter(false));

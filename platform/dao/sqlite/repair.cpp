@@ -101,7 +101,7 @@ RepairReport repair(const std::string& path, const std::string& connect, const s
     const Patient patient = admit(path, connect, copy);
     const std::shared_ptr<const FilePlace>& place = patient.place;
     const auto opened = [&] { return OpenFiles::find(place->identity(), false); };
-    if (const std::shared_ptr<OpenFile> open = opened(); open != nullptr && open->isBusy()) {
+    if (const std::shared_ptr<OpenFile> open = opened(); open != nullptr && open->transaction().isBusy()) {
         fail(errFileInUse);
     }
     const ExclusiveUse use(place->enter(false));

@@ -25,29 +25,29 @@ class FileOpenFileTest : public OpenFileTest {};
 
 // What was read under the lock of an Edit may be old as soon as the lock is let go.
 TEST_F(FileOpenFileTest, TheEpochOfTheLockEndsWithTheLastEdit) {
-    file().lockForEdit({});
-    file().lockForEdit({});
-    const std::int64_t locked = file().lockEpoch();
-    file().unlockEdit({});
-    EXPECT_EQ(file().lockEpoch(), locked) << "another Edit still holds it";
-    file().unlockEdit({});
-    EXPECT_NE(file().lockEpoch(), locked);
+    file().transaction().lockForEdit({});
+    file().transaction().lockForEdit({});
+    const std::int64_t locked = file().transaction().lockEpoch();
+    file().transaction().unlockEdit({});
+    EXPECT_EQ(file().transaction().lockEpoch(), locked) << "another Edit still holds it";
+    file().transaction().unlockEdit({});
+    EXPECT_NE(file().transaction().lockEpoch(), locked);
 }
 
 TEST_F(FileOpenFileTest, AnEditInsideATransactionEndsWithoutLettingTheLockGo) {
     DBEngine::BeginTrans();
-    file().lockForEdit({});
-    const std::int64_t locked = file().lockEpoch();
-    file().unlockEdit({});
-    EXPECT_EQ(file().lockEpoch(), locked);
+    file().transaction().lockForEdit({});
+    const std::int64_t locked = file().transaction().lockEpoch();
+    file().transaction().unlockEdit({});
+    EXPECT_EQ(file().transaction().lockEpoch(), locked);
     DBEngine::Rollback();
-    EXPECT_NE(file().lockEpoch(), locked);
+    EXPECT_NE(file().transaction().lockEpoch(), locked);
 }
 
 // The lock is let go in between, and others may write.
 TEST_F(OpenFileTest, AChangeThatFailsMakesRowsReadEarlierOld) {
     const std::int64_t read = file().generation();
-    EXPECT_EQ(errorOf([&] { file().write([] { fail(errDiskIo); }); }), errDiskIo);
+    EXPECT_EQ(errorOf([&] { file().transaction().write([] { fail(errDiskIo); }); }), errDiskIo);
     EXPECT_NE(file().generation(), read);
 }
 
