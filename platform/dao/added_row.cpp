@@ -4,7 +4,7 @@ namespace dao {
 
 void AddedRow::begin(OpenFile& to) {
     const int into = set_.unique();
-    number_ = set_.counterOf(into) == nullptr ? 0 : to.transaction().numbers().next(set_.table(into));
+    number_ = set_.counterOf(into) == nullptr ? 0 : to.transaction().nextNumber(set_.table(into));
     for (std::size_t i = 0; i < fields_.size(); ++i) {
         const sql::ResultColumn& column = set_.columns[i];
         const bool isOurs = column.source == into;

@@ -1,7 +1,6 @@
 #include "platform/dao/file_transaction.h"
 
 #include "platform/dao/failure.h"
-#include "platform/dao/open_file.h"
 
 namespace dao {
 namespace {
@@ -32,10 +31,6 @@ void lockRows(driver::Store& in, const EditedRows& rows) {
 
 }  // namespace
 
-driver::Store& FileTransaction::store() {
-    return file_.store();
-}
-
 void FileTransaction::lockForEdit(const EditedRows& rows) {
     if (!store().writable()) {
         fail(errReadOnly);
@@ -49,7 +44,7 @@ void FileTransaction::lockForEdit(const EditedRows& rows) {
 }
 
 void FileTransaction::unlockEdit(const EditedRows& rows) noexcept {
-    driver::Store* const in = file_.storeInUse();
+    driver::Store* const in = connection_.openStore();
     if (in != nullptr) {
         unlockRows(*in, rows);
     }
@@ -75,7 +70,7 @@ bool FileTransaction::changeAtOnce(const driver::RowChange& change, const Edited
     if (workspaceDepth_ > 0 || store().inTransaction()) {
         return false;
     }
-    file_.touch();
+    connection_.touch();
     if (!store().changeRow(change)) {
         return false;
     }
@@ -107,21 +102,21 @@ void FileTransaction::finishWrite(const EditedRows* edited) {
         store().release(kWriteLevel);
     } else {
         store().commit();
-        file_.translator().keepWritten();
+        connection_.keepWritten();
     }
     if (edited != nullptr) {
         unlockRows(store(), *edited);
         --editors_;
     }
-    file_.touch();
+    connection_.touch();
     if (workspaceDepth_ == 0) {
         lockAgain();
     }
 }
 
 void FileTransaction::abandonWrite() noexcept {
-    file_.touch();
-    file_.translator().forgetUnwritten(workspaceDepth_ == 0);
+    connection_.touch();
+    connection_.forgetUnwritten(workspaceDepth_ == 0);
     if (workspaceDepth_ > 0) {
         store().rollbackTo(kWriteLevel);
         return;
@@ -143,6 +138,23 @@ void FileTransaction::lockAgain() noexcept {
         // is still as it was: nothing is lost by going on without it.
         return;
     }
+}
+
+std::int64_t FileTransaction::nextNumber(const std::string& table) {
+    std::int64_t& highest = numbers_.highestOf(table);
+    std::int64_t number = 0;
+    const auto raise = [&] { number = store().raiseCounter(table, highest); };
+    const bool apart = store().countsApart();
+    if (apart) {
+        raise();
+    } else {
+        write(raise);
+    }
+    highest = number;
+    if (!apart && workspaceDepth_ > 0) {
+        numbers_.noteInWorkspace(table, number);
+    }
+    return number;
 }
 
 void FileTransaction::beginWorkspace() {
@@ -170,26 +182,45 @@ void FileTransaction::commitWorkspace() {
         throw;
     }
     workspaceDepth_ = 0;
-    file_.translator().keepWritten();
-    numbers_.kept();
-    file_.touch();
+    connection_.keepWritten();
+    numbers_.endWorkspace();
+    connection_.touch();
     lockAgain();
 }
 
 void FileTransaction::rollbackWorkspace() noexcept {
-    file_.touch();
-    file_.translator().forgetUnwritten(workspaceDepth_ <= 1);
+    connection_.touch();
+    connection_.forgetUnwritten(workspaceDepth_ <= 1);
     if (workspaceDepth_ > 1) {
         --workspaceDepth_;
         store().rollbackTo(workspaceDepth_);
-        numbers_.keep();
+        keepCounters();
         return;
     }
     store().rollback();
     workspaceDepth_ = 0;
-    numbers_.keep();
-    numbers_.kept();
+    keepCounters();
+    numbers_.endWorkspace();
     lockAgain();
+}
+
+// A number that was shown to somebody must not come back, although the row it was for was rolled back.
+void FileTransaction::keepCounters() noexcept {
+    if (numbers_.inWorkspace().empty()) {
+        return;
+    }
+    const QuietErrors quiet;
+    try {
+        write([&] {
+            for (const auto& [table, highest] : numbers_.inWorkspace()) {
+                store().raiseCounter(table, highest - 1);
+            }
+        });
+    } catch (const Error&) {
+        // This process still remembers what it gave; only the others lose the mark, and they never saw the
+        // number.
+        return;
+    }
 }
 
 }  // namespace dao

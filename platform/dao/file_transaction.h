@@ -9,14 +9,30 @@
 
 namespace dao {
 
-class OpenFile;
-
 // The rows of base tables that one row of a record set is made of.
 struct RowName {
     std::string table;
     std::int64_t key;
 };
 using EditedRows = std::vector<RowName>;
+
+// The connection as its transaction sees it.
+class ConnectionInUse {
+ public:
+    ConnectionInUse() = default;
+    ConnectionInUse(const ConnectionInUse&) = delete;
+    ConnectionInUse& operator=(const ConnectionInUse&) = delete;
+
+    virtual driver::Store& store() = 0;               // opened anew where it was let go
+    virtual driver::Store* openStore() noexcept = 0;  // nullptr: it was let go, and nobody has asked since
+    virtual void touch() = 0;                         // rows read earlier are old
+    // The transaction was committed; some of it was taken back, or all of it.
+    virtual void keepWritten() = 0;
+    virtual void forgetUnwritten(bool all) noexcept = 0;
+
+ protected:
+    ~ConnectionInUse() = default;
+};
 
 // The one transaction of a shop's connection, and who shares it.
 //
@@ -27,12 +43,9 @@ using EditedRows = std::vector<RowName>;
 // rows and no transaction.
 class FileTransaction {
  public:
-    explicit FileTransaction(OpenFile& file) : file_(file) {}
+    explicit FileTransaction(ConnectionInUse& connection) : connection_(connection) {}
     FileTransaction(const FileTransaction&) = delete;
     FileTransaction& operator=(const FileTransaction&) = delete;
-
-    driver::Store& store();  // opened anew where it was let go
-    GivenNumbers& numbers() { return numbers_; }
 
     // For an Edit of the rows: 3260 where somebody else keeps one of them too long.
     void lockForEdit(const EditedRows& rows);
@@ -52,6 +65,9 @@ class FileTransaction {
     template <typename Body>
     void write(Body&& body, const EditedRows* edited = nullptr);
 
+    // The next number of a counter, never given before by this process and raised in the file for the others.
+    std::int64_t nextNumber(const std::string& table);
+
     void beginWorkspace();
     void commitWorkspace();
     void rollbackWorkspace() noexcept;
@@ -62,9 +78,11 @@ class FileTransaction {
     void finishWrite(const EditedRows* edited);
     void abandonWrite() noexcept;
     void lockAgain() noexcept;
+    void keepCounters() noexcept;
+    driver::Store& store() { return connection_.store(); }
 
-    OpenFile& file_;
-    GivenNumbers numbers_{*this};
+    ConnectionInUse& connection_;
+    GivenNumbers numbers_;
     std::int64_t lockEpoch_ = 0;
     int editors_ = 0;
     int workspaceDepth_ = 0;

@@ -6,23 +6,17 @@
 
 namespace dao {
 
-class FileTransaction;
-
-// The numbers that this process has drawn from the counters of a shop.
+// The numbers that this process has drawn from the counters of a shop: none of them is ever given again,
+// whatever is rolled back.
 class GivenNumbers {
  public:
-    explicit GivenNumbers(FileTransaction& transaction) : transaction_(transaction) {}
-
-    // The next number of a table's counter, never given before by this process and raised in the file for the
-    // others.
-    std::int64_t next(const std::string& table);
-    // The workspace's transaction has been rolled back, and the counters with it.
-    void keep() noexcept;
-    // It was committed, and they are kept with it.
-    void kept() { inWorkspace_.clear(); }
+    std::int64_t& highestOf(const std::string& table) { return highest_[table]; }
+    // The counter was raised within a transaction of the workspace, and goes back with it.
+    void noteInWorkspace(const std::string& table, std::int64_t number) { inWorkspace_[table] = number; }
+    const std::map<std::string, std::int64_t>& inWorkspace() const { return inWorkspace_; }
+    void endWorkspace() { inWorkspace_.clear(); }
 
  private:
-    FileTransaction& transaction_;
     std::map<std::string, std::int64_t> highest_;
     std::map<std::string, std::int64_t> inWorkspace_;
 };

@@ -20,7 +20,7 @@ Keyset::Keyset(const Keyset& of)
       compiled_(of.compiled_),
       keys_(of.keys_),
       isCounter_(of.isCounter_) {
-    generation_ = of.generation_;
+    row_.ageWith(of.row_.age());
     setColumns(of.columns_);
     rows_.restart();
 }
@@ -37,7 +37,7 @@ void Keyset::open() {
         fail(errCannotUpdate);
     }
     compiled_ = std::move(compiled);
-    generation_ = &in.generation();
+    row_.ageWith(in.generation());
     keys_ = allKeys();
     setColumns(select().columns);
     markCounters();
@@ -88,7 +88,7 @@ void Keyset::release() noexcept {
 
 void Keyset::distrust() {
     if (rows_.distrust()) {
-        forgetRow();
+        row_.forget();
     }
 }
 
@@ -97,12 +97,12 @@ void Keyset::fetch(std::size_t row) {
     if (!place) {
         fail(errRecordDeleted);
     }
-    current_ = *place;
+    row_.lieAt(*place);
 }
 
 void Keyset::fetchUnread() {
     const std::size_t row = currentRow();
-    forgetRow();
+    row_.forget();
     rows_.fetchAlone(row);
     needRow();
 }

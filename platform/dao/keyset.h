@@ -63,7 +63,7 @@ class Keyset final : public RecordsetImpl {
     std::vector<char> isCounter_;  // of each column
 
     const KeysetView view_{database_, compiled_, keys_, columns_, isCounter_};
-    KeyedBlock rows_{view_, block_, asked_};
+    KeyedBlock rows_{view_, row_.block(), row_.asked()};
     KeysetSearch search_{view_, rows_};
     EditedRow edited_{view_, rows_, pending_};
     AddedRow added_{view_, pending_};

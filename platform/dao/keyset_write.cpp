@@ -77,7 +77,7 @@ void Keyset::Edit() {
         in.touch();  // the row as it is now that nobody else can change it
         rows_.fetchAlone(row);
         needRow();
-        edited_.begin(current_);
+        edited_.begin(row_.place());
     } catch (...) {
         edited_.unlock();
         throw;

@@ -10,17 +10,15 @@
 namespace dao {
 
 // A shop's records that this process has open: one connection, whatever the number of Database objects on it.
-class OpenFile : public std::enable_shared_from_this<OpenFile> {
+class OpenFile final : public std::enable_shared_from_this<OpenFile>, private ConnectionInUse {
  public:
     // `presence`: nothing where this process leaves no sign of being in.
     OpenFile(PlacePtr place, std::shared_ptr<Presence> presence, std::unique_ptr<driver::Store> store);
     ~OpenFile();
-    OpenFile(const OpenFile&) = delete;
-    OpenFile& operator=(const OpenFile&) = delete;
 
     const Place& place() const { return *place_; }
     const std::shared_ptr<Presence>& presence() const { return presence_; }
-    driver::Store& store() {
+    driver::Store& store() override {
         if (store_ == nullptr) {
             reopen();
         }
@@ -35,7 +33,7 @@ class OpenFile : public std::enable_shared_from_this<OpenFile> {
 
     // Counts up with everything that makes rows read earlier old: own writes, a rollback, Idle.
     const std::int64_t& generation() const { return generation_; }
-    void touch() { ++generation_; }
+    void touch() override { ++generation_; }
 
     Translator& translator() {
         store();
@@ -49,6 +47,9 @@ class OpenFile : public std::enable_shared_from_this<OpenFile> {
     FileTransaction& transaction() { return transaction_; }
 
  private:
+    driver::Store* openStore() noexcept override { return store_.get(); }
+    void keepWritten() override { translator_.keepWritten(); }
+    void forgetUnwritten(bool all) noexcept override { translator_.forgetUnwritten(all); }
     void closeStore() noexcept;
     void reopen();
 

@@ -15,15 +15,14 @@ void RecordsetImpl::checkOpen() const {
 
 void RecordsetImpl::setColumns(std::vector<sql::ResultColumn> columns) {
     columns_ = std::move(columns);
-    cells_.assign(columns_.size(), Cell{});
-    asked_.assign(columns_.size(), 0);
+    row_.setColumns(columns_.size());
     pending_.assign(columns_.size(), PendingField{});
     names_.assign(columns_);
 }
 
 void RecordsetImpl::start() {
     noMatch_ = false;
-    fetched_ = -1;
+    row_.forget();
     position_.place(0);
 }
 
@@ -47,19 +46,18 @@ std::size_t RecordsetImpl::currentRow() const {
 
 void RecordsetImpl::needRow() {
     const std::size_t row = currentRow();
-    if (fetched_ == position_.at() && *generation_ == seenGeneration_) {
+    if (row_.isOf(position_.at())) {
         return;
     }
-    fetched_ = -1;
-    forgetCells();
+    row_.forget();
+    row_.forgetCells();
     fetch(row);
-    fetched_ = position_.at();
-    seenGeneration_ = *generation_;
+    row_.come(position_.at());
 }
 
 void RecordsetImpl::leaveGap() {
     position_.leaveGap();
-    fetched_ = -1;
+    row_.forget();
 }
 
 bool RecordsetImpl::BOF() const {
@@ -113,7 +111,7 @@ void RecordsetImpl::Move(std::int64_t rows) {
     }
     distrust();
     if (rows == 0) {
-        fetched_ = -1;
+        row_.forget();
         return;
     }
     position_.move(rows, count());
@@ -156,7 +154,7 @@ void RecordsetImpl::FindFirst(std::string_view criterion) {
         return;
     }
     position_.place(static_cast<std::int64_t>(*row));
-    fetched_ = -1;
+    row_.forget();
 }
 
 bool RecordsetImpl::NoMatch() const {
@@ -208,9 +206,9 @@ void RecordsetImpl::setBookmark(const dao::Bookmark& bookmark) {
         fail(errRecordDeleted);
     }
     distrust();
-    fetched_ = -1;
+    row_.forget();
     fetch(*row);
-    fetched_ = -1;
+    row_.forget();
     position_.place(static_cast<std::int64_t>(*row));
 }
 
@@ -251,21 +249,19 @@ const Value& RecordsetImpl::value(int index) {
         return pending_[static_cast<std::size_t>(index)].value;
     }
     // A list of a thousand services asks here ten thousand times: no more than this for a row that is there.
-    if (fetched_ != position_.at() || *generation_ != seenGeneration_ || position_.isGap()) {
+    if (!row_.isOf(position_.at()) || position_.isGap()) {
         needRow();
     }
     const auto at = static_cast<std::size_t>(index);
-    Cell& cell = cells_[at];
-    if (cell.stamp != cellStamp_) {
-        asked_[at] = 1;
-        if (block_.isUnread(current_, at)) {
-            forgetCells();
-            fetchUnread();
-        }
-        block_.get(current_, at, cell.value);
-        cell.stamp = cellStamp_;
+    if (const Value* known = row_.known(at)) {
+        return *known;
     }
-    return cell.value;
+    row_.ask(at);
+    if (row_.isUnread(at)) {
+        row_.forgetCells();
+        fetchUnread();
+    }
+    return row_.take(at);
 }
 
 void RecordsetImpl::setValue(int index, Value&&) {
@@ -287,7 +283,7 @@ void RecordsetImpl::Close() noexcept {
         dropPending();
     }
     release();
-    generation_ = &kNeverOld;
+    row_.ageNoMore();
     closed_ = true;
     database_.reset();
 }

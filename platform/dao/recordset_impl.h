@@ -6,11 +6,11 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/dao/current_row.h"
 #include "platform/dao/database_impl.h"
 #include "platform/dao/field_names.h"
 #include "platform/dao/pending_field.h"
 #include "platform/dao/recordset_kinds.h"
-#include "platform/dao/row_block.h"
 #include "platform/dao/row_position.h"
 #include "platform/sql/types.h"
 #include "platform/sql/writer.h"
@@ -67,9 +67,9 @@ class RecordsetImpl : public Dependent {
     virtual void release() noexcept = 0;  // frees the rows; no other call follows
     virtual std::size_t count() const = 0;
     virtual std::shared_ptr<RecordsetImpl> copy() const = 0;  // the same rows, nothing fetched or pending
-    // The row gets into block_, at current_. 3167 if somebody has deleted it.
+    // The row gets among those of row_, and lies there. 3167 if somebody has deleted it.
     virtual void fetch(std::size_t row) = 0;
-    // The row at current_ was fetched without this field; now all of it is wanted.
+    // The current row was fetched without this field; now all of it is wanted.
     virtual void fetchUnread() {}
     // Asks the next fetch to look into the file, although it has the row.
     virtual void distrust() {}
@@ -85,38 +85,21 @@ class RecordsetImpl : public Dependent {
     bool hasRow() const { return position_.isOnRow(count()); }
     std::size_t currentRow() const;  // 3021, 3167
     void needRow();                  // fetches the current row
-    void forgetCells() { ++cellStamp_; }
-    void forgetRow() { fetched_ = -1; }  // it is fetched again when it is next looked at
-    void leaveGap();                     // the current row is no longer among the rows
+    void leaveGap();                 // the current row is no longer among the rows
     // count() has grown by one at the end; the current row stays what it was.
     void rowAppended() { position_.rowAppended(count()); }
 
     std::shared_ptr<DatabaseImpl> database_;
     RecordsetType type_;
     std::vector<sql::ResultColumn> columns_;
-    // Counts up once rows read earlier may no longer be as they were; a snapshot's never does.
-    const std::int64_t* generation_ = &kNeverOld;
-    RowBlock block_;                     // rows that have been read
-    std::size_t current_ = 0;            // the fetched row's place in block_
-    std::vector<char> asked_;            // the fields that have been looked at: a long walk reads no others
+    CurrentRow row_;
     std::vector<PendingField> pending_;  // the row being edited or added
     EditModeKind editMode_ = EditModeKind::None;
     dao::Bookmark lastModified_;
 
  private:
-    static constexpr std::int64_t kNeverOld = 0;
-
-    struct Cell {
-        Value value;
-        std::uint64_t stamp = 0;
-    };
-
-    std::vector<Cell> cells_;  // the current row, as far as it has been read
     FieldNames names_;
-    std::uint64_t cellStamp_ = 1;
-    std::int64_t seenGeneration_ = -1;
     RowPosition position_;
-    std::int64_t fetched_ = -1;  // the position whose row is fetched
     bool noMatch_ = false;
     bool closed_ = false;
 };

@@ -67,7 +67,7 @@ Snapshot::Snapshot(std::shared_ptr<DatabaseImpl> database, std::string statement
 
 Snapshot::Snapshot(const Snapshot& of) : RecordsetImpl(of.database_, of.type_), statement_(of.statement_) {
     setColumns(of.columns_);
-    block_ = of.block_;
+    row_.block() = of.row_.block();
 }
 
 std::shared_ptr<RecordsetImpl> Snapshot::copy() const {
@@ -80,7 +80,7 @@ void Snapshot::open() {
     const CompiledPtr compiled = compileFor(rows);
     prepared(*compiled)->readRows(rows);
     setColumns(compiled->select.columns);
-    block_ = std::move(rows);
+    row_.block() = std::move(rows);
     searchable_.reset();
 }
 
@@ -100,11 +100,11 @@ void Snapshot::walk(const std::shared_ptr<DatabaseImpl>& database, std::string s
                     const BeginWalk& begin) {
     const std::shared_ptr<Snapshot> rows(new Snapshot(database, std::move(statement)));
     const ReadScope scope(database->file().store());
-    const CompiledPtr compiled = rows->compileFor(rows->block_);
+    const CompiledPtr compiled = rows->compileFor(rows->row_.block());
     rows->setColumns(compiled->select.columns);
     const Recordset given(rows);
     const AtRow atRow = begin(given);
-    rows->prepared(*compiled)->readBlocks(rows->block_, [&] {
+    rows->prepared(*compiled)->readBlocks(rows->row_.block(), [&] {
         for (rows->start(); !rows->EOF(); rows->MoveNext()) {
             atRow();
         }
@@ -113,12 +113,13 @@ void Snapshot::walk(const std::shared_ptr<DatabaseImpl>& database, std::string s
 }
 
 void Snapshot::release() noexcept {
-    block_.clear();
+    row_.block().clear();
     searchable_.reset();
 }
 
 std::optional<std::size_t> Snapshot::rowOf(const dao::Bookmark& place) const {
-    if (place.size() != 1 || place.front() < 0 || place.front() >= static_cast<std::int64_t>(block_.rows())) {
+    if (place.size() != 1 || place.front() < 0 ||
+        place.front() >= static_cast<std::int64_t>(row_.block().rows())) {
         return std::nullopt;
     }
     return static_cast<std::size_t>(place.front());
@@ -126,8 +127,8 @@ std::optional<std::size_t> Snapshot::rowOf(const dao::Bookmark& place) const {
 
 std::optional<std::size_t> Snapshot::findNumber(std::size_t column, std::int64_t number) const {
     Value value;
-    for (std::size_t row = 0; row < block_.rows(); ++row) {
-        block_.get(row, column, value);
+    for (std::size_t row = 0; row < row_.block().rows(); ++row) {
+        row_.block().get(row, column, value);
         if (!value.isNull() && value.asLong() == number) {
             return row;
         }
@@ -174,9 +175,9 @@ void Snapshot::makeSearchable() {
     for (std::size_t i = 0; i < columns_.size(); ++i) {
         fields.push_back({made->catalog.table().columns[i].name, &values[i]});
     }
-    for (std::size_t row = 0; row < block_.rows(); ++row) {
+    for (std::size_t row = 0; row < row_.block().rows(); ++row) {
         for (std::size_t i = 0; i < columns_.size(); ++i) {
-            block_.get(row, i, values[i]);
+            row_.block().get(row, i, values[i]);
         }
         made->store->insertRow(std::string(kTable), fields);
     }

@@ -21,8 +21,8 @@ class Snapshot final : public RecordsetImpl {
     void open() override;
     std::shared_ptr<RecordsetImpl> copy() const override;
     void release() noexcept override;
-    std::size_t count() const override { return block_.rows(); }
-    void fetch(std::size_t row) override { current_ = row; }
+    std::size_t count() const override { return row_.block().rows(); }
+    void fetch(std::size_t row) override { row_.lieAt(row); }
     std::optional<std::size_t> findRow(std::string_view criterion) override;
     dao::Bookmark bookmarkOf(std::size_t row) const override { return {static_cast<std::int64_t>(row)}; }
     std::optional<std::size_t> rowOf(const dao::Bookmark& place) const override;

@@ -1,0 +1,22 @@
+#include "platform/dao/current_row.h"
+
+namespace dao {
+
+void CurrentRow::setColumns(std::size_t count) {
+    cells_.assign(count, Cell{});
+    asked_.assign(count, 0);
+}
+
+void CurrentRow::come(std::int64_t position) {
+    fetched_ = position;
+    seenGeneration_ = *generation_;
+}
+
+const Value& CurrentRow::take(std::size_t column) {
+    Cell& cell = cells_[column];
+    block_.get(place_, column, cell.value);
+    cell.stamp = stamp_;
+    return cell.value;
+}
+
+}  // namespace dao

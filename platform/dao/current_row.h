@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "platform/dao/row_block.h"
+
+namespace dao {
+
+// The row that a record set stands on: where it lies among those that have been read, and its values as far
+// as somebody has looked at them.
+class CurrentRow {
+ public:
+    CurrentRow() = default;
+    CurrentRow(const CurrentRow&) = delete;
+    CurrentRow& operator=(const CurrentRow&) = delete;
+
+    RowBlock& block() { return block_; }  // the rows that have been read
+    const RowBlock& block() const { return block_; }
+    // Of each column whether it has been looked at: a long walk reads no others.
+    const std::vector<char>& asked() const { return asked_; }
+    std::size_t place() const { return place_; }  // in the block
+
+    void setColumns(std::size_t count);
+    // `generation` counts up once rows read earlier may no longer be as they were.
+    void ageWith(const std::int64_t& generation) { generation_ = &generation; }
+    const std::int64_t& age() const { return *generation_; }
+    void ageNoMore() { generation_ = &kNeverOld; }
+
+    // Whether the row at that position of the record set is here, and not too old.
+    bool isOf(std::int64_t position) const {
+        return fetched_ == position && *generation_ == seenGeneration_;
+    }
+    void forget() { fetched_ = -1; }  // it is fetched again when it is next looked at
+    void lieAt(std::size_t place) { place_ = place; }
+    void come(std::int64_t position);  // it has been fetched
+    void forgetCells() { ++stamp_; }
+
+    // The value, where it has been taken out of the row already; nullptr.
+    const Value* known(std::size_t column) const {
+        const Cell& cell = cells_[column];
+        return cell.stamp == stamp_ ? &cell.value : nullptr;
+    }
+    void ask(std::size_t column) { asked_[column] = 1; }
+    bool isUnread(std::size_t column) const { return block_.isUnread(place_, column); }
+    const Value& take(std::size_t column);
+
+ private:
+    static constexpr std::int64_t kNeverOld = 0;
+
+    struct Cell {
+        Value value;
+        std::uint64_t stamp = 0;
+    };
+
+    RowBlock block_;
+    std::size_t place_ = 0;
+    std::vector<char> asked_;
+    std::vector<Cell> cells_;
+    std::uint64_t stamp_ = 1;
+    const std::int64_t* generation_ = &kNeverOld;
+    std::int64_t seenGeneration_ = -1;
+    std::int64_t fetched_ = -1;  // the position whose row is here
+};
+
+}  // namespace dao
