@@ -93,6 +93,16 @@ void KeyedBlock::keep(std::size_t row, RowBlock&& read) {
     version_.reset();
 }
 
+void KeyedBlock::noteWritten(std::size_t row) {
+    written_ = {row, set_.file().generation(), set_.file().store().roundTrips()};
+}
+
+bool KeyedBlock::wasJustWritten(std::size_t row) const {
+    const driver::Store& store = set_.file().store();
+    return store.isFar() && row == written_.row && set_.file().generation() == written_.generation &&
+           store.roundTrips() == written_.asked;
+}
+
 RowRun KeyedBlock::ahead(std::size_t row) const {
     const bool onwards = lastFetched_ != kNowhere && row == lastFetched_ + 1;
     const bool backwards = lastFetched_ != kNowhere && row + 1 == lastFetched_;

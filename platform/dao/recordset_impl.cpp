@@ -207,9 +207,11 @@ void RecordsetImpl::setBookmark(const dao::Bookmark& bookmark) {
     if (!row) {
         fail(errRecordDeleted);
     }
-    distrust();
-    fetched_ = -1;
-    fetch(*row);
+    if (!surelyStands(*row)) {
+        distrust();
+        fetched_ = -1;
+        fetch(*row);
+    }
     fetched_ = -1;
     position_.place(static_cast<std::int64_t>(*row));
 }
