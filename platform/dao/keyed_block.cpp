@@ -40,7 +40,7 @@ bool KeyedBlock::distrust() {
         drop();
         return true;
     }
-    if (version_ != set_.file().store().dataVersion()) {
+    if (version_ != set_.file().store().rows().dataVersion()) {
         drop();
         set_.file().touch();
     }
@@ -132,7 +132,7 @@ void KeyedBlock::load(const RowRun& run) {
     generation_ = from.generation();
     try {
         reader_.read(run, rows_, places_);
-        version_ = alone ? std::nullopt : std::optional(from.store().dataVersion());
+        version_ = alone ? std::nullopt : std::optional(from.store().rows().dataVersion());
     } catch (...) {
         drop();
         throw;

@@ -70,7 +70,7 @@ std::optional<std::size_t> KeysetSearch::findByKey(const Key& key) {
 // them.
 std::optional<std::size_t> KeysetSearch::findByStatement(const sql::Expression& criterion) {
     driver::Store& store = set_.file().store();
-    if (store.isFar() && !store.inTransaction()) {
+    if (store.isFar() && !store.transaction().isOpen()) {
         const ReadScope scope(store);
         if (std::optional<Met> met = metAsTablesStood(criterion)) {
             return fetchFirstOf(std::move(*met));

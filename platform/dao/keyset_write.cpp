@@ -13,7 +13,7 @@ void deleteRow(OpenFile& in, const RowName& row) {
     try {
         in.write(
             [&] {
-                if (!in.store().deleteRow(row.table, row.key)) {
+                if (!in.store().rows().deleteRow(row.table, row.key)) {
                     fail(errRecordDeleted);
                 }
             },

@@ -13,9 +13,9 @@ namespace {
 constexpr int kWriteLevel = 1000;  // the savepoint of one write inside a workspace transaction
 
 void unlockRows(driver::Store& in, const EditedRows& rows) noexcept {
-    if (in.locksRows()) {
+    if (driver::RowLocks* const locks = in.rowLocks()) {
         for (const RowName& row : rows) {
-            in.unlockRow(row.table, row.key);
+            locks->unlockRow(row.table, row.key);
         }
     }
 }
@@ -25,7 +25,7 @@ void lockRows(driver::Store& in, const EditedRows& rows) {
     EditedRows locked;
     try {
         for (const RowName& row : rows) {
-            in.lockRow(row.table, row.key);
+            in.rowLocks()->lockRow(row.table, row.key);
             locked.push_back(row);
         }
     } catch (...) {
@@ -89,10 +89,10 @@ void OpenFile::lockForEdit(const EditedRows& rows) {
     if (!store().writable()) {
         fail(errReadOnly);
     }
-    if (store_->locksRows()) {
+    if (store_->rowLocks() != nullptr) {
         lockRows(*store_, rows);
-    } else if (workspaceDepth_ == 0 && !store_->inTransaction()) {
-        store_->beginWrite();
+    } else if (workspaceDepth_ == 0 && !store_->transaction().isOpen()) {
+        store_->transaction().beginWrite();
     }
     ++editors_;
 }
@@ -101,18 +101,19 @@ void OpenFile::unlockEdit(const EditedRows& rows) noexcept {
     if (store_ != nullptr) {
         unlockRows(*store_, rows);
     }
-    if (--editors_ == 0 && workspaceDepth_ == 0 && store_ != nullptr && !store_->locksRows()) {
-        store_->rollback();
+    if (--editors_ == 0 && workspaceDepth_ == 0 && store_ != nullptr && store_->rowLocks() == nullptr) {
+        store_->transaction().rollback();
         ++lockEpoch_;
     }
 }
 
 bool OpenFile::mayHaveChanged(const EditedRows& rows, std::int64_t epoch) {
-    if (!store_->locksRows()) {
+    driver::RowLocks* const locks = store_->rowLocks();
+    if (locks == nullptr) {
         return epoch != lockEpoch_;
     }
     for (const RowName& row : rows) {
-        if (!store_->holdRow(row.table, row.key)) {
+        if (!locks->holdRow(row.table, row.key)) {
             fail(errRecordDeleted);
         }
     }
@@ -120,11 +121,11 @@ bool OpenFile::mayHaveChanged(const EditedRows& rows, std::int64_t epoch) {
 }
 
 bool OpenFile::changeAtOnce(const driver::RowChange& change, const EditedRows& edited) {
-    if (workspaceDepth_ > 0 || store().inTransaction()) {
+    if (workspaceDepth_ > 0 || store().transaction().isOpen()) {
         return false;
     }
     touch();
-    if (!store_->changeRow(change)) {
+    if (!store_->rows().changeRow(change)) {
         return false;
     }
     unlockRows(*store_, edited);
@@ -138,23 +139,23 @@ void OpenFile::beginWrite() {
         fail(errReadOnly);
     }
     if (workspaceDepth_ == 0) {
-        if (!store_->inTransaction()) {
-            store_->beginWrite();
+        if (!store_->transaction().isOpen()) {
+            store_->transaction().beginWrite();
         }
         return;
     }
     // The store gives a whole transaction up when the disk is full; what follows must not be written alone.
-    if (!store_->inTransaction()) {
+    if (!store_->transaction().isOpen()) {
         fail(errDiskIo, "The transaction was lost by an earlier error; it can only be rolled back.");
     }
-    store_->savepoint(kWriteLevel);
+    store_->transaction().savepoint(kWriteLevel);
 }
 
 void OpenFile::finishWrite(const EditedRows* edited) {
     if (workspaceDepth_ > 0) {
-        store_->release(kWriteLevel);
+        store_->transaction().release(kWriteLevel);
     } else {
-        store_->commit();
+        store_->transaction().commit();
         translator_.keepWritten();
     }
     if (edited != nullptr) {
@@ -171,21 +172,21 @@ void OpenFile::abandonWrite() noexcept {
     touch();
     translator_.forgetUnwritten(workspaceDepth_ == 0);
     if (workspaceDepth_ > 0) {
-        store_->rollbackTo(kWriteLevel);
+        store_->transaction().rollbackTo(kWriteLevel);
         return;
     }
-    store_->rollback();
+    store_->transaction().rollback();
     lockAgain();
 }
 
 void OpenFile::lockAgain() noexcept {
     ++lockEpoch_;
-    if (editors_ == 0 || store_->inTransaction() || store_->locksRows()) {
+    if (editors_ == 0 || store_->transaction().isOpen() || store_->rowLocks() != nullptr) {
         return;
     }
     const QuietErrors quiet;
     try {
-        store_->beginWrite();
+        store_->transaction().beginWrite();
     } catch (const Error&) {
         // The pending Edit finds its lock gone at Update, asks for it again there, and looks whether its row
         // is still as it was: nothing is lost by going on without it.
@@ -196,8 +197,8 @@ void OpenFile::lockAgain() noexcept {
 std::int64_t OpenFile::nextNumber(const std::string& table) {
     std::int64_t& highest = highestGiven_[table];
     std::int64_t number = 0;
-    const auto raise = [&] { number = store_->raiseCounter(table, highest); };
-    const bool apart = store().countsApart();
+    const auto raise = [&] { number = store_->counters().raiseCounter(table, highest); };
+    const bool apart = store().counters().countsApart();
     if (apart) {
         raise();
     } else {
@@ -212,24 +213,24 @@ std::int64_t OpenFile::nextNumber(const std::string& table) {
 
 void OpenFile::beginWorkspace() {
     if (workspaceDepth_ > 0) {
-        store_->savepoint(workspaceDepth_);
-    } else if (!store().inTransaction()) {
-        store_->beginWrite();
+        store_->transaction().savepoint(workspaceDepth_);
+    } else if (!store().transaction().isOpen()) {
+        store_->transaction().beginWrite();
     }
     ++workspaceDepth_;
 }
 
 void OpenFile::commitWorkspace() {
     if (workspaceDepth_ > 1) {
-        store_->release(workspaceDepth_ - 1);
+        store_->transaction().release(workspaceDepth_ - 1);
         --workspaceDepth_;
         return;
     }
     try {
-        if (!store_->inTransaction()) {
+        if (!store_->transaction().isOpen()) {
             fail(errDiskIo, "The transaction was lost by an earlier error; nothing of it was written.");
         }
-        store_->commit();
+        store_->transaction().commit();
     } catch (...) {
         rollbackWorkspace();
         throw;
@@ -246,11 +247,11 @@ void OpenFile::rollbackWorkspace() noexcept {
     translator_.forgetUnwritten(workspaceDepth_ <= 1);
     if (workspaceDepth_ > 1) {
         --workspaceDepth_;
-        store_->rollbackTo(workspaceDepth_);
+        store_->transaction().rollbackTo(workspaceDepth_);
         keepCounters();
         return;
     }
-    store_->rollback();
+    store_->transaction().rollback();
     workspaceDepth_ = 0;
     keepCounters();
     givenInWorkspace_.clear();
@@ -266,7 +267,7 @@ void OpenFile::keepCounters() noexcept {
     try {
         write([&] {
             for (const auto& [table, highest] : givenInWorkspace_) {
-                store_->raiseCounter(table, highest - 1);
+                store_->counters().raiseCounter(table, highest - 1);
             }
         });
     } catch (const Error&) {
