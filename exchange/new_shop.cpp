@@ -79,15 +79,15 @@ void NewShop::createTables() {
     const data::Schema& schema = data::shopSchema();
     dao::driver::Store& store = filling_.store();
     for (const TableDef& table : schema.tables) {
-        store.createTable(table);
+        store.definitions().createTable(table);
     }
     for (const dao::Relation& relation : schema.relations) {
-        store.createRelation(relation);
+        store.definitions().createRelation(relation);
     }
     for (const auto& [name, statement] : schema.queries) {
-        store.writeQuery(name, statement);
+        store.storedQueries().writeQuery(name, statement);
     }
-    store.setForm(data::kShopForm);
+    store.definitions().setForm(data::kShopForm);
 }
 
 void NewShop::watch(std::int64_t allRows, dao::RowWatch watch) {
@@ -127,7 +127,7 @@ void NewShop::add(const std::string& name, std::span<const std::string_view> fie
         dao::fail(dao::errUnknownObject);
     }
     if (dao::sameName(name, data::documentNumbers().Name()) && added_.count(definition->Name()) == 0) {
-        filling_.store().createTable(*definition);
+        filling_.store().definitions().createTable(*definition);
     }
     dao::needGoingOn();
     std::vector<std::size_t> places;
@@ -144,7 +144,7 @@ void NewShop::add(const std::string& name, std::span<const std::string_view> fie
             }
         }
     }
-    filling_.store().insertRows(definition->Name(), fields, rows);
+    filling_.store().rows().insertRows(definition->Name(), fields, rows);
     addTo(added_[definition->Name()], rows, places);
     tell(definition->Name(), rows.rows());
 }
@@ -157,7 +157,7 @@ void NewShop::countFrom(const std::string& name, std::int64_t highest) {
 void NewShop::keep() {
     for (const auto& [name, highest] : highest_) {
         if (highest > 0) {
-            filling_.store().setHighestNumber(name, highest);
+            filling_.store().counters().setHighestNumber(name, highest);
         }
     }
     filling_.keep();
@@ -183,7 +183,8 @@ void NewShop::compare(const TableDef& table) {
                   "The new shop does not hold what was put into it: the table '" + table.Name() + "'.");
     }
     const auto highest = highest_.find(table.Name());
-    if (highest != highest_.end() && filling_.store().highestNumber(table.Name()) < highest->second) {
+    if (highest != highest_.end() &&
+        filling_.store().counters().highestNumber(table.Name()) < highest->second) {
         dao::fail(dao::errDiskIo, "The new shop would give numbers of '" + table.Name() + "' twice.");
     }
 }

@@ -21,7 +21,7 @@ std::int64_t AddedRow::insert(OpenFile& to) {
     const Value number(static_cast<std::int32_t>(number_));
     const std::vector<driver::FieldValue> fields = given(set_.counterOf(set_.unique()), number);
     std::int64_t key = 0;
-    to.transaction().write([&] { key = to.store().insertRow(table, fields); });
+    to.transaction().write([&] { key = to.store().rows().insertRow(table, fields); });
     return key;
 }
 

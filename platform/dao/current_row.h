@@ -29,9 +29,7 @@ class CurrentRow {
     void ageNoMore() { generation_ = &kNeverOld; }
 
     // Whether the row at that position of the record set is here, and not too old.
-    bool isOf(std::int64_t position) const {
-        return fetched_ == position && *generation_ == seenGeneration_;
-    }
+    bool isOf(std::int64_t position) const { return fetched_ == position && *generation_ == seenGeneration_; }
     void forget() { fetched_ = -1; }  // it is fetched again when it is next looked at
     void lieAt(std::size_t place) { place_ = place; }
     void come(std::int64_t position);  // it has been fetched

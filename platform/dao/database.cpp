@@ -21,7 +21,7 @@ void checkNewName(OpenFile& file, std::string_view name) {
         sameName(name.substr(0, 4), "dao_") || sameName(name.substr(0, 7), "sqlite_")) {
         fail(errInvalidOperation, "'" + std::string(name) + "' is not a valid name.");
     }
-    if (file.table(name) != nullptr || file.store().queryVersion(name) != 0) {
+    if (file.table(name) != nullptr || file.store().storedQueries().queryVersion(name) != 0) {
         fail(errObjectExists, "Object '" + std::string(name) + "' already exists.");
     }
 }
@@ -104,33 +104,33 @@ void Database::CreateRelation(const Relation& relation) {
         const sql::TableInfo& many = neededTable(file, relation.foreignTable);
         Relation exact{one.name, neededField(one, relation.field).name, many.name,
                        neededField(many, relation.foreignField).name, relation.cascadeDelete};
-        file.store().createRelation(exact);
+        file.store().definitions().createRelation(exact);
     });
 }
 
 std::vector<Relation> Database::Relations() const {
-    return opened(impl_).file().store().relations();
+    return opened(impl_).file().store().definitions().relations();
 }
 
 void Database::CreateIndex(std::string_view table, std::string_view field, bool unique) {
     OpenFile& file = opened(impl_).writableFile();
     file.transaction().write([&] {
         const sql::TableInfo& info = neededTable(file, table);
-        file.store().createIndex(info.name, neededField(info, field).name, unique);
+        file.store().definitions().createIndex(info.name, neededField(info, field).name, unique);
     });
 }
 
 int Database::Form() const {
-    return opened(impl_).file().store().form();
+    return opened(impl_).file().store().definitions().form();
 }
 
 void Database::setForm(int form) {
     OpenFile& file = opened(impl_).writableFile();
-    file.transaction().write([&] { file.store().setForm(form); });
+    file.transaction().write([&] { file.store().definitions().setForm(form); });
 }
 
 std::string QueryDef::SQL() const {
-    std::optional<std::string> text = opened(db_).file().store().queryText(name_);
+    std::optional<std::string> text = opened(db_).file().store().storedQueries().queryText(name_);
     if (!text) {
         fail(errItemNotFound);
     }
@@ -141,7 +141,7 @@ void QueryDef::setSQL(const std::string& text) {
     OpenFile& file = opened(db_).writableFile();
     const sql::StatementPtr tree = translated([&] { return sql::parse(text); });
     file.transaction().write([&] {
-        if (file.store().queryVersion(name_) == 0) {
+        if (file.store().storedQueries().queryVersion(name_) == 0) {
             fail(errItemNotFound);
         }
         file.translator().writeQuery(name_, text, tree);
@@ -149,11 +149,11 @@ void QueryDef::setSQL(const std::string& text) {
 }
 
 int QueryDefsCollection::Count() const {
-    return static_cast<int>(opened(db_).file().store().queries().size());
+    return static_cast<int>(opened(db_).file().store().storedQueries().queries().size());
 }
 
 QueryDef QueryDefsCollection::operator[](int index) const {
-    const auto queries = opened(db_).file().store().queries();
+    const auto queries = opened(db_).file().store().storedQueries().queries();
     if (index < 0 || index >= static_cast<int>(queries.size())) {
         fail(errItemNotFound);
     }
@@ -163,8 +163,8 @@ QueryDef QueryDefsCollection::operator[](int index) const {
 QueryDef QueryDefsCollection::operator[](std::string_view name) const {
     driver::Store& store = opened(db_).file().store();
     const ReadScope scope(store);
-    const std::int64_t version = store.queryVersion(name);
-    for (const driver::StoredQueryRow& query : store.queries()) {
+    const std::int64_t version = store.storedQueries().queryVersion(name);
+    for (const driver::StoredQueryRow& query : store.storedQueries().queries()) {
         if (version != 0 && query.version == version) {
             return QueryDef(db_, query.name);
         }
@@ -175,7 +175,7 @@ QueryDef QueryDefsCollection::operator[](std::string_view name) const {
 void QueryDefsCollection::Delete(std::string_view name) {
     OpenFile& file = opened(db_).writableFile();
     file.transaction().write([&] {
-        if (!file.store().dropQuery(name)) {
+        if (!file.store().storedQueries().dropQuery(name)) {
             fail(errItemNotFound);
         }
     });
@@ -204,13 +204,13 @@ void TableDefsCollection::Append(const TableDef& table) {
     }
     file.transaction().write([&] {
         checkNewName(file, table.Name());
-        file.store().createTable(table);
+        file.store().definitions().createTable(table);
     });
 }
 
 void TableDefsCollection::Delete(std::string_view name) {
     OpenFile& file = opened(db_).writableFile();
-    file.transaction().write([&] { file.store().dropTable(neededTable(file, name).name); });
+    file.transaction().write([&] { file.store().definitions().dropTable(neededTable(file, name).name); });
 }
 
 }  // namespace dao

@@ -89,34 +89,31 @@ struct StoredQueryRow {
     std::int64_t version;
 };
 
-// A connection to one shop's records. One for a process and shop.
-class Store {
+// What a store is made of.
+class Part {
  public:
-    Store() = default;
-    Store(const Store&) = delete;
-    Store& operator=(const Store&) = delete;
-    virtual ~Store() = default;
+    Part() = default;
+    Part(const Part&) = delete;
+    Part& operator=(const Part&) = delete;
+    virtual ~Part() = default;
+};
 
-    virtual bool writable() const = 0;
-    virtual const sql::Writer& writer() const = 0;
-
-    virtual std::shared_ptr<Statement> prepare(std::string_view text) = 0;
-    // The same, from a small cache of those used last.
-    virtual std::shared_ptr<Statement> cached(const std::string& text) = 0;
-
+// The one that a store has open at a time.
+class Transaction : public Part {
+ public:
     // The write lock, waiting no longer than the engine's lock timeout: 3260.
     virtual void beginWrite() = 0;
     virtual void beginRead() = 0;
     virtual void commit() = 0;             // on an error the transaction stands and must be rolled back
     virtual void rollback() noexcept = 0;  // does nothing without a transaction
-    virtual bool inTransaction() const = 0;
+    virtual bool isOpen() const = 0;
     virtual void savepoint(int level) = 0;
     virtual void release(int level) = 0;
     virtual void rollbackTo(int level) noexcept = 0;
+};
 
-    // Whether an Edit holds its row alone. Otherwise it holds the write lock of the whole, from beginWrite
-    // on, and the three functions below are not called.
-    virtual bool locksRows() const = 0;
+class RowLocks : public Part {
+ public:
     // Keeps others from editing the row until unlockRow, called as often. Bounded like beginWrite: 3260. May
     // be put off until something is read, which then fails with it.
     virtual void lockRow(const std::string& table, std::int64_t key) = 0;
@@ -124,8 +121,11 @@ class Store {
     // Keeps the row as it is, against whoever writes without an Edit too, to the end of the transaction.
     // False where it is gone.
     virtual bool holdRow(const std::string& table, std::int64_t key) = 0;
+};
 
-    virtual std::int64_t dataVersion() = 0;    // differs once another process has written
+// What the shop is made of: tables, fields, relations, indexes.
+class Definitions : public Part {
+ public:
     virtual std::int64_t schemaVersion() = 0;  // differs once tables have changed
     virtual int form() = 0;                    // see Database::Form
     virtual void setForm(int form) = 0;
@@ -136,12 +136,10 @@ class Store {
     virtual void createRelation(const Relation& relation) = 0;
     virtual void createIndex(const std::string& table, const std::string& field, bool unique) = 0;
     virtual std::vector<IndexRow> indexes() = 0;
+};
 
-    // The keys of all rows of a table, ascending, by whatever road is shortest.
-    virtual KeyList readAllKeys(const std::string& table) = 0;
-    // Those of `numbers`, which ascend, that the table has rows with the keys of, ascending; nothing where
-    // asking for each of them is the shortest road.
-    virtual std::optional<KeyList> readKeysAmong(const std::string& table, const sql::IdSet& numbers) = 0;
+class Counters : public Part {
+ public:
     // The next number of a table's counter, raised for all others too; never below `above` + 1.
     virtual std::int64_t raiseCounter(const std::string& table, std::int64_t above) = 0;
     // Whether a counter stands apart from transactions: raised, it stays raised whatever becomes of them.
@@ -151,6 +149,17 @@ class Store {
     // one.
     virtual std::int64_t highestNumber(const std::string& table) = 0;
     virtual void setHighestNumber(const std::string& table, std::int64_t number) = 0;
+};
+
+// The rows of tables, by their keys.
+class Rows : public Part {
+ public:
+    virtual std::int64_t dataVersion() = 0;  // differs once another process has written
+    // The keys of all rows of a table, ascending, by whatever road is shortest.
+    virtual KeyList readAllKeys(const std::string& table) = 0;
+    // Those of `numbers`, which ascend, that the table has rows with the keys of, ascending; nothing where
+    // asking for each of them is the shortest road.
+    virtual std::optional<KeyList> readKeysAmong(const std::string&, const sql::IdSet&) { return {}; }
     virtual std::int64_t insertRow(const std::string& table, std::span<const FieldValue> fields) = 0;
     // All rows of the block, whose columns are `fields`, in its order.
     virtual void insertRows(const std::string& table, std::span<const std::string_view> fields,
@@ -161,7 +170,10 @@ class Store {
     // All of a change outside of any transaction, where the store can do that at once. False: nothing was
     // written, and why is to be found out step by step.
     virtual bool changeRow(const RowChange&) { return false; }
+};
 
+class StoredQueries : public Part {
+ public:
     virtual std::vector<StoredQueryRow> queries() = 0;  // in order of name
     // The version of a stored query's text: another one each time the text is written. 0: no such query.
     virtual std::int64_t queryVersion(std::string_view name) = 0;
@@ -169,9 +181,29 @@ class Store {
     // New or over the old one. The text's version.
     virtual std::int64_t writeQuery(std::string_view name, std::string_view text) = 0;
     virtual bool dropQuery(std::string_view name) = 0;
+};
 
-    virtual void setIdSet(int number, sql::IdSetPtr set) = 0;
-    virtual void dropIdSet(int number) = 0;
+// A connection to one shop's records. One for a process and shop.
+class Store : public Part {
+ public:
+    virtual bool writable() const = 0;
+    virtual const sql::Writer& writer() const = 0;
+
+    virtual std::shared_ptr<Statement> prepare(std::string_view text) = 0;
+    // The same, from a small cache of those used last.
+    virtual std::shared_ptr<Statement> cached(const std::string& text) = 0;
+
+    virtual Transaction& transaction() = 0;
+    // Where an Edit holds its row alone. nullptr: it holds the write lock of the whole, from beginWrite on.
+    virtual RowLocks* rowLocks() = 0;
+    virtual Definitions& definitions() = 0;
+    virtual Counters& counters() = 0;
+    virtual Rows& rows() = 0;
+    virtual StoredQueries& storedQueries() = 0;
+
+    // Numbers that a statement of this store refers to; a store that binds them has no use for it.
+    virtual void setIdSet(int, sql::IdSetPtr) {}
+    virtual void dropIdSet(int) {}
 
     // Whether every question takes its time on the way: then nothing is asked that can be done without.
     virtual bool isFar() const { return false; }

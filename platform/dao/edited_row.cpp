@@ -114,7 +114,7 @@ void EditedRow::writeFields(driver::Store& store) {
         if (key == driver::kNoRow) {
             fail(errFieldNotUpdatable);
         }
-        if (!store.updateRow(set_.table(source), key, changed)) {
+        if (!store.rows().updateRow(set_.table(source), key, changed)) {
             fail(errRecordDeleted);
         }
     }

@@ -26,11 +26,11 @@ void FileCatalog::setStore(driver::Store& store) {
 }
 
 void FileCatalog::refresh() {
-    const std::int64_t version = store_->schemaVersion();
+    const std::int64_t version = store_->definitions().schemaVersion();
     if (version == schemaVersion_) {
         return;
     }
-    tables_ = store_->tables();
+    tables_ = store_->definitions().tables();
     tableByName_.clear();
     for (std::size_t i = 0; i < tables_.size(); ++i) {
         tableByName_.emplace(folded(tables_[i].name), i);
@@ -44,7 +44,7 @@ const sql::TableInfo* FileCatalog::findTable(std::string_view name) const {
 }
 
 sql::StatementPtr FileCatalog::findQuery(std::string_view name) const {
-    const std::int64_t version = store_->queryVersion(name);
+    const std::int64_t version = store_->storedQueries().queryVersion(name);
     noted_.emplace_back(std::string(name), version);
     if (version == 0) {
         return nullptr;
@@ -53,7 +53,7 @@ sql::StatementPtr FileCatalog::findQuery(std::string_view name) const {
     if (known != queries_.end() && known->second.version == version) {
         return known->second.tree;
     }
-    const std::optional<std::string> text = store_->queryText(name);
+    const std::optional<std::string> text = store_->storedQueries().queryText(name);
     if (!text) {
         return nullptr;
     }
@@ -71,7 +71,7 @@ void FileCatalog::keep(std::string_view name, std::int64_t version, sql::Stateme
 
 bool FileCatalog::stillHolds(const Noted& noted) const {
     return std::all_of(noted.begin(), noted.end(), [this](const auto& entry) {
-        return store_->queryVersion(entry.first) == entry.second;
+        return store_->storedQueries().queryVersion(entry.first) == entry.second;
     });
 }
 

@@ -8,9 +8,9 @@ namespace {
 constexpr int kWriteLevel = 1000;  // the savepoint of one write inside a workspace transaction
 
 void unlockRows(driver::Store& in, const EditedRows& rows) noexcept {
-    if (in.locksRows()) {
+    if (driver::RowLocks* const locks = in.rowLocks()) {
         for (const RowName& row : rows) {
-            in.unlockRow(row.table, row.key);
+            locks->unlockRow(row.table, row.key);
         }
     }
 }
@@ -20,7 +20,7 @@ void lockRows(driver::Store& in, const EditedRows& rows) {
     EditedRows locked;
     try {
         for (const RowName& row : rows) {
-            in.lockRow(row.table, row.key);
+            in.rowLocks()->lockRow(row.table, row.key);
             locked.push_back(row);
         }
     } catch (...) {
@@ -35,10 +35,10 @@ void FileTransaction::lockForEdit(const EditedRows& rows) {
     if (!store().writable()) {
         fail(errReadOnly);
     }
-    if (store().locksRows()) {
+    if (store().rowLocks() != nullptr) {
         lockRows(store(), rows);
-    } else if (workspaceDepth_ == 0 && !store().inTransaction()) {
-        store().beginWrite();
+    } else if (workspaceDepth_ == 0 && !store().transaction().isOpen()) {
+        store().transaction().beginWrite();
     }
     ++editors_;
 }
@@ -48,18 +48,19 @@ void FileTransaction::unlockEdit(const EditedRows& rows) noexcept {
     if (in != nullptr) {
         unlockRows(*in, rows);
     }
-    if (--editors_ == 0 && workspaceDepth_ == 0 && in != nullptr && !in->locksRows()) {
-        in->rollback();
+    if (--editors_ == 0 && workspaceDepth_ == 0 && in != nullptr && in->rowLocks() == nullptr) {
+        in->transaction().rollback();
         ++lockEpoch_;
     }
 }
 
 bool FileTransaction::mayHaveChanged(const EditedRows& rows, std::int64_t epoch) {
-    if (!store().locksRows()) {
+    driver::RowLocks* const locks = store().rowLocks();
+    if (locks == nullptr) {
         return epoch != lockEpoch_;
     }
     for (const RowName& row : rows) {
-        if (!store().holdRow(row.table, row.key)) {
+        if (!locks->holdRow(row.table, row.key)) {
             fail(errRecordDeleted);
         }
     }
@@ -67,11 +68,11 @@ bool FileTransaction::mayHaveChanged(const EditedRows& rows, std::int64_t epoch)
 }
 
 bool FileTransaction::changeAtOnce(const driver::RowChange& change, const EditedRows& edited) {
-    if (workspaceDepth_ > 0 || store().inTransaction()) {
+    if (workspaceDepth_ > 0 || store().transaction().isOpen()) {
         return false;
     }
     connection_.touch();
-    if (!store().changeRow(change)) {
+    if (!store().rows().changeRow(change)) {
         return false;
     }
     unlockRows(store(), edited);
@@ -85,23 +86,23 @@ void FileTransaction::beginWrite() {
         fail(errReadOnly);
     }
     if (workspaceDepth_ == 0) {
-        if (!store().inTransaction()) {
-            store().beginWrite();
+        if (!store().transaction().isOpen()) {
+            store().transaction().beginWrite();
         }
         return;
     }
     // The store gives a whole transaction up when the disk is full; what follows must not be written alone.
-    if (!store().inTransaction()) {
+    if (!store().transaction().isOpen()) {
         fail(errDiskIo, "The transaction was lost by an earlier error; it can only be rolled back.");
     }
-    store().savepoint(kWriteLevel);
+    store().transaction().savepoint(kWriteLevel);
 }
 
 void FileTransaction::finishWrite(const EditedRows* edited) {
     if (workspaceDepth_ > 0) {
-        store().release(kWriteLevel);
+        store().transaction().release(kWriteLevel);
     } else {
-        store().commit();
+        store().transaction().commit();
         connection_.keepWritten();
     }
     if (edited != nullptr) {
@@ -118,21 +119,21 @@ void FileTransaction::abandonWrite() noexcept {
     connection_.touch();
     connection_.forgetUnwritten(workspaceDepth_ == 0);
     if (workspaceDepth_ > 0) {
-        store().rollbackTo(kWriteLevel);
+        store().transaction().rollbackTo(kWriteLevel);
         return;
     }
-    store().rollback();
+    store().transaction().rollback();
     lockAgain();
 }
 
 void FileTransaction::lockAgain() noexcept {
     ++lockEpoch_;
-    if (editors_ == 0 || store().inTransaction() || store().locksRows()) {
+    if (editors_ == 0 || store().transaction().isOpen() || store().rowLocks() != nullptr) {
         return;
     }
     const QuietErrors quiet;
     try {
-        store().beginWrite();
+        store().transaction().beginWrite();
     } catch (const Error&) {
         // The pending Edit finds its lock gone at Update, asks for it again there, and looks whether its row
         // is still as it was: nothing is lost by going on without it.
@@ -143,8 +144,8 @@ void FileTransaction::lockAgain() noexcept {
 std::int64_t FileTransaction::nextNumber(const std::string& table) {
     std::int64_t& highest = numbers_.highestOf(table);
     std::int64_t number = 0;
-    const auto raise = [&] { number = store().raiseCounter(table, highest); };
-    const bool apart = store().countsApart();
+    const auto raise = [&] { number = store().counters().raiseCounter(table, highest); };
+    const bool apart = store().counters().countsApart();
     if (apart) {
         raise();
     } else {
@@ -159,24 +160,24 @@ std::int64_t FileTransaction::nextNumber(const std::string& table) {
 
 void FileTransaction::beginWorkspace() {
     if (workspaceDepth_ > 0) {
-        store().savepoint(workspaceDepth_);
-    } else if (!store().inTransaction()) {
-        store().beginWrite();
+        store().transaction().savepoint(workspaceDepth_);
+    } else if (!store().transaction().isOpen()) {
+        store().transaction().beginWrite();
     }
     ++workspaceDepth_;
 }
 
 void FileTransaction::commitWorkspace() {
     if (workspaceDepth_ > 1) {
-        store().release(workspaceDepth_ - 1);
+        store().transaction().release(workspaceDepth_ - 1);
         --workspaceDepth_;
         return;
     }
     try {
-        if (!store().inTransaction()) {
+        if (!store().transaction().isOpen()) {
             fail(errDiskIo, "The transaction was lost by an earlier error; nothing of it was written.");
         }
-        store().commit();
+        store().transaction().commit();
     } catch (...) {
         rollbackWorkspace();
         throw;
@@ -193,11 +194,11 @@ void FileTransaction::rollbackWorkspace() noexcept {
     connection_.forgetUnwritten(workspaceDepth_ <= 1);
     if (workspaceDepth_ > 1) {
         --workspaceDepth_;
-        store().rollbackTo(workspaceDepth_);
+        store().transaction().rollbackTo(workspaceDepth_);
         keepCounters();
         return;
     }
-    store().rollback();
+    store().transaction().rollback();
     workspaceDepth_ = 0;
     keepCounters();
     numbers_.endWorkspace();
@@ -213,7 +214,7 @@ void FileTransaction::keepCounters() noexcept {
     try {
         write([&] {
             for (const auto& [table, highest] : numbers_.inWorkspace()) {
-                store().raiseCounter(table, highest - 1);
+                store().counters().raiseCounter(table, highest - 1);
             }
         });
     } catch (const Error&) {

@@ -90,7 +90,7 @@ class Filling::FileMaking final : public Filling::Making {
         sweepUnfinished(target_);
         fileKind().create(fresh_.path(), connect);
         store_ = fileKind().examine(fresh_.path(), connect, false)->open();
-        store_->beginWrite();
+        store_->transaction().beginWrite();
     }
     ~FileMaking() override { leave(); }
 
@@ -130,7 +130,7 @@ class Filling::FileMaking final : public Filling::Making {
 
     void leave() noexcept {
         if (store_ != nullptr) {
-            store_->rollback();
+            store_->transaction().rollback();
             store_.reset();
         }
     }
@@ -143,10 +143,10 @@ class Filling::FileMaking final : public Filling::Making {
 class Filling::ServerMaking final : public Filling::Making {
  public:
     explicit ServerMaking(const std::string& signpost) : shop_(postgres::readSignpost(signpost)) {
-        shop_.store().beginWrite();
+        shop_.store().transaction().beginWrite();
     }
     ~ServerMaking() override {
-        shop_.store().rollback();
+        shop_.store().transaction().rollback();
         if (!finished_) {
             shop_.giveUp();
         }
@@ -155,7 +155,7 @@ class Filling::ServerMaking final : public Filling::Making {
     driver::Store& store() override { return shop_.store(); }
 
     void appear() override {
-        shop_.store().rollback();
+        shop_.store().transaction().rollback();
         shop_.finish();
         finished_ = true;
     }
@@ -182,8 +182,8 @@ driver::Store& Filling::store() {
 }
 
 void Filling::keep() {
-    store().commit();
-    store().beginRead();
+    store().transaction().commit();
+    store().transaction().beginRead();
 }
 
 void Filling::appear() {

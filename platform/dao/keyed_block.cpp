@@ -40,7 +40,7 @@ bool KeyedBlock::distrust() {
         drop();
         return true;
     }
-    if (version_ != set_.file().store().dataVersion()) {
+    if (version_ != set_.file().store().rows().dataVersion()) {
         drop();
         set_.file().touch();
     }
@@ -93,6 +93,16 @@ void KeyedBlock::keep(std::size_t row, RowBlock&& read) {
     version_.reset();
 }
 
+void KeyedBlock::noteWritten(std::size_t row) {
+    written_ = {row, set_.file().generation(), set_.file().store().roundTrips()};
+}
+
+bool KeyedBlock::wasJustWritten(std::size_t row) const {
+    const driver::Store& store = set_.file().store();
+    return store.isFar() && row == written_.row && set_.file().generation() == written_.generation &&
+           store.roundTrips() == written_.asked;
+}
+
 RowRun KeyedBlock::ahead(std::size_t row) const {
     const bool onwards = lastFetched_ != kNowhere && row == lastFetched_ + 1;
     const bool backwards = lastFetched_ != kNowhere && row + 1 == lastFetched_;
@@ -122,7 +132,7 @@ void KeyedBlock::load(const RowRun& run) {
     generation_ = from.generation();
     try {
         reader_.read(run, rows_, places_);
-        version_ = alone ? std::nullopt : std::optional(from.store().dataVersion());
+        version_ = alone ? std::nullopt : std::optional(from.store().rows().dataVersion());
     } catch (...) {
         drop();
         throw;

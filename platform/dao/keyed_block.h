@@ -30,8 +30,20 @@ class KeyedBlock {
     // The same where the row has been read already.
     void keep(std::size_t row, RowBlock&& read);
 
+    // The row has been written this moment.
+    void noteWritten(std::size_t row);
+    // Whether that was the last that was asked of a store that is far: then nobody need ask whether the row
+    // is there. Whoever looks at it fetches it all the same, as it is by then.
+    bool wasJustWritten(std::size_t row) const;
+
  private:
     static constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
+
+    struct Written {
+        std::size_t row = kNowhere;
+        std::int64_t generation = -1;
+        std::int64_t asked = -1;  // how often the store had been asked by then
+    };
 
     bool holds(std::size_t row) const { return row - first_ < places_.size(); }
     RowRun ahead(std::size_t row) const;
@@ -49,6 +61,7 @@ class KeyedBlock {
     std::size_t lastFetched_ = kNowhere;
     std::int64_t askedUpTo_ = -1;  // how often the store had been asked when the block was there
     std::chrono::steady_clock::time_point loadedAt_;
+    Written written_;
 };
 
 }  // namespace dao

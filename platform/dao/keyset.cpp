@@ -47,10 +47,11 @@ void Keyset::open() {
 KeyList Keyset::allKeys() const {
     const bool single = select().sources.size() == 1;
     if (const sql::TableInfo* whole = single ? wholeTable(*compiled_->tree, 0) : nullptr) {
-        return file().store().readAllKeys(whole->name);
+        return file().store().rows().readAllKeys(whole->name);
     }
     if (select().keySet != nullptr) {
-        if (auto keys = file().store().readKeysAmong(select().sources.front().table, *select().keySet)) {
+        if (auto keys =
+                file().store().rows().readKeysAmong(select().sources.front().table, *select().keySet)) {
             return std::move(*keys);
         }
     }

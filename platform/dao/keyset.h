@@ -31,6 +31,7 @@ class Keyset final : public RecordsetImpl {
     void fetch(std::size_t row) override;
     void fetchUnread() override;
     void distrust() override;
+    bool surelyStands(std::size_t row) const override { return rows_.wasJustWritten(row); }
     std::optional<std::size_t> findRow(std::string_view criterion) override {
         return search_.find(criterion);
     }

@@ -70,7 +70,7 @@ std::optional<std::size_t> KeysetSearch::findByKey(const Key& key) {
 // them.
 std::optional<std::size_t> KeysetSearch::findByStatement(const sql::Expression& criterion) {
     driver::Store& store = set_.file().store();
-    if (store.isFar() && !store.inTransaction()) {
+    if (store.isFar() && !store.transaction().isOpen()) {
         const ReadScope scope(store);
         if (std::optional<Met> met = metAsTablesStood(criterion)) {
             return fetchFirstOf(std::move(*met));
@@ -119,7 +119,7 @@ KeysetSearch::Met KeysetSearch::rowsThatMeet(const sql::Expression& criterion) c
 // none.
 bool KeysetSearch::readFirst(const sql::WrittenSelect& find, Met& met) const {
     const auto statement = set_.file().store().prepare(find.firstRow);
-    statement->bindInteger(driver::bindParameters(*statement, find.parameters), kBelowKeys);
+    driver::bindParameters(*statement, find.parameters);
     met.row.reset(typesOf(set_.columns));
     statement->readRows(met.row, 1, &met.keys, 1);
     if (met.keys.empty() || set_.keys.find(met.keys)) {

@@ -13,7 +13,7 @@ void deleteRow(OpenFile& in, const RowName& row) {
     try {
         in.transaction().write(
             [&] {
-                if (!in.store().deleteRow(row.table, row.key)) {
+                if (!in.store().rows().deleteRow(row.table, row.key)) {
                     fail(errRecordDeleted);
                 }
             },
@@ -103,6 +103,7 @@ void Keyset::updateEdited() {
     edited_.write(writableFile());
     editMode_ = EditModeKind::None;
     const std::size_t row = edited_.row();
+    rows_.noteWritten(row);
     if (keys_.stride() > 1) {
         followJoin(row);
     }
@@ -130,6 +131,7 @@ void Keyset::updateAdded() {
     }
     keys_.append(keys);
     rowAppended();
+    rows_.noteWritten(keys_.size() - 1);
     lastModified_ = std::move(keys);
 }
 

@@ -22,8 +22,8 @@ namespace {
 // A transaction that writes, and ends undone unless it is committed.
 class WriteScope {
  public:
-    explicit WriteScope(driver::Store& store) : store_(store) { store_.beginWrite(); }
-    ~WriteScope() { store_.rollback(); }
+    explicit WriteScope(driver::Store& store) : store_(store) { store_.transaction().beginWrite(); }
+    ~WriteScope() { store_.transaction().rollback(); }
     WriteScope(const WriteScope&) = delete;
     WriteScope& operator=(const WriteScope&) = delete;
 
@@ -36,7 +36,7 @@ void carry(driver::Store& from, driver::Store& to, const RowWatch& watch) {
     {
         const WriteScope writing(to);
         transfer(from, to, watch);
-        to.commit();
+        to.transaction().commit();
     }
     const ReadScope comparing(to);
     needSameRows(from, to, watch);
@@ -100,7 +100,7 @@ ShopView::ShopView(const std::string& path) {
     const auto place = serverPlace(path);
     connect_ = connectFor(*place);
     auto store = std::make_unique<postgres::ServerStore>(postgres::Link::apart(place->address()));
-    store->beginRead();
+    store->transaction().beginRead();
     state_ = store->state();
     store_ = std::move(store);
 }
@@ -120,7 +120,7 @@ void setBack(const std::string& path, const std::string& file) {
     const WriteScope writing(*to);
     static_cast<postgres::ServerStore&>(*to).empty();
     transfer(*from, *to);
-    to->commit();
+    to->transaction().commit();
 }
 
 }  // namespace dao

@@ -18,7 +18,7 @@ std::shared_ptr<OpenFile> openPlace(const PlacePtr& place, bool writable,
     }
     try {
         auto file = std::make_shared<OpenFile>(place, std::move(presence), place->open());
-        file->store().queries();
+        file->store().storedQueries().queries();
         place->prove(file->store());
         OpenFiles::add(place->identity(), file->store().writable(), file);
         workspace::join(file);

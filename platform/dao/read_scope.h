@@ -7,14 +7,14 @@ namespace dao {
 // Reads see one state of the file from the first to the last of the block, and lock and unlock it once.
 class ReadScope {
  public:
-    explicit ReadScope(driver::Store& store) : store_(store), ours_(!store.inTransaction()) {
+    explicit ReadScope(driver::Store& store) : store_(store), ours_(!store.transaction().isOpen()) {
         if (ours_) {
-            store_.beginRead();
+            store_.transaction().beginRead();
         }
     }
     ~ReadScope() {
         if (ours_) {
-            store_.rollback();
+            store_.transaction().rollback();
         }
     }
     ReadScope(const ReadScope&) = delete;

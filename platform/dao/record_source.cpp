@@ -34,7 +34,8 @@ std::shared_ptr<RecordsetImpl> openRecords(const std::shared_ptr<DatabaseImpl>& 
     const ReadScope scope(from.store());  // one look at what has changed is enough for all of it
     const std::string_view name = bareName(source);
     const bool isTable = name.size() <= kLongestName && from.table(name) != nullptr;
-    const bool isName = isTable || (name.size() <= kLongestName && from.store().queryVersion(name) != 0);
+    const bool isName =
+        isTable || (name.size() <= kLongestName && from.store().storedQueries().queryVersion(name) != 0);
     if (type != dbOpenTable && type != dbOpenDynaset && type != dbOpenSnapshot) {
         fail(errInvalidOperation);
     }

@@ -88,9 +88,11 @@ class Recordset {
     using EditModeKind = dao::EditModeKind;
     EditModeKind EditMode() const;
 
-    dao::Bookmark Bookmark() const;                // 3021 where there is no current row
-    void setBookmark(const dao::Bookmark& place);  // 3167 if that row is gone
-    dao::Bookmark LastModified() const;            // the row that the last Update wrote
+    dao::Bookmark Bookmark() const;  // 3021 where there is no current row
+    // 3167 if that row is gone. On a server the row of an Update that nothing was asked for since is there:
+    // whoever looks at it hears of the rest.
+    void setBookmark(const dao::Bookmark& place);
+    dao::Bookmark LastModified() const;  // the row that the last Update wrote
 
     int FieldCount() const;
     Field Fields(std::string_view name) const;  // 3265 where there is none

@@ -205,9 +205,11 @@ void RecordsetImpl::setBookmark(const dao::Bookmark& bookmark) {
     if (!row) {
         fail(errRecordDeleted);
     }
-    distrust();
-    row_.forget();
-    fetch(*row);
+    if (!surelyStands(*row)) {
+        distrust();
+        row_.forget();
+        fetch(*row);
+    }
     row_.forget();
     position_.place(static_cast<std::int64_t>(*row));
 }

@@ -73,6 +73,8 @@ class RecordsetImpl : public Dependent {
     virtual void fetchUnread() {}
     // Asks the next fetch to look into the file, although it has the row.
     virtual void distrust() {}
+    // Whether the row is there without a look into the file.
+    virtual bool surelyStands(std::size_t) const { return false; }
     virtual std::optional<std::size_t> findRow(std::string_view criterion) = 0;
     virtual dao::Bookmark bookmarkOf(std::size_t row) const = 0;
     virtual std::optional<std::size_t> rowOf(const dao::Bookmark& place) const = 0;

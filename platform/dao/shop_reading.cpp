@@ -11,14 +11,14 @@ ShopReading::ShopReading(const std::string& path, const std::string& connect) {
     const PlacePtr place = kindOf(path).examine(path, connect, false);
     presence_ = place->enter(true);
     store_ = place->open();
-    store_->beginRead();
+    store_->transaction().beginRead();
     catalog_ = std::make_unique<FileCatalog>(*store_);
     catalog_->refresh();
     place->prove(*store_);
 }
 
 ShopReading::~ShopReading() {
-    store_->rollback();
+    store_->transaction().rollback();
 }
 
 std::vector<TableDef> ShopReading::tables() const {
@@ -30,11 +30,11 @@ std::vector<TableDef> ShopReading::tables() const {
 }
 
 std::int64_t ShopReading::rowsIn(const std::string& table) {
-    return static_cast<std::int64_t>(store_->readAllKeys(table).size());
+    return static_cast<std::int64_t>(store_->rows().readAllKeys(table).size());
 }
 
 std::int64_t ShopReading::highestNumber(const std::string& table) {
-    return store_->highestNumber(table);
+    return store_->counters().highestNumber(table);
 }
 
 void ShopReading::read(const std::string& table, const std::function<void(Row)>& take) {

@@ -168,8 +168,8 @@ std::optional<std::size_t> Snapshot::findRow(std::string_view criterion) {
 void Snapshot::makeSearchable() {
     auto made = std::make_unique<Searchable>(Searchable{.catalog = OneTable(tableFor(columns_))});
     const TableDef definition = definitionOf(made->catalog.table());
-    made->store->beginWrite();
-    made->store->createTable(definition);
+    made->store->transaction().beginWrite();
+    made->store->definitions().createTable(definition);
     std::vector<Value> values(columns_.size());
     std::vector<driver::FieldValue> fields;
     for (std::size_t i = 0; i < columns_.size(); ++i) {
@@ -179,9 +179,9 @@ void Snapshot::makeSearchable() {
         for (std::size_t i = 0; i < columns_.size(); ++i) {
             row_.block().get(row, i, values[i]);
         }
-        made->store->insertRow(std::string(kTable), fields);
+        made->store->rows().insertRow(std::string(kTable), fields);
     }
-    made->store->commit();
+    made->store->transaction().commit();
     searchable_ = std::move(made);
 }
 

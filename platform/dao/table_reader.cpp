@@ -11,7 +11,7 @@ namespace dao {
 TableReader::TableReader(driver::Store& store, const FileCatalog& catalog, const sql::TableInfo& table)
     : store_(store),
       select_(store.writer().select(*sql::parse("SELECT * FROM [" + table.name + "]"), catalog, 0)),
-      keys_(store.readAllKeys(table.name)) {
+      keys_(store.rows().readAllKeys(table.name)) {
     block_.reset(typesOf(table.columns));
 }
 

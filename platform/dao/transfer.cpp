@@ -18,7 +18,7 @@ namespace {
 std::int64_t rowsIn(driver::Store& store, const std::vector<sql::TableInfo>& tables) {
     std::int64_t rows = 0;
     for (const sql::TableInfo& table : tables) {
-        rows += static_cast<std::int64_t>(store.readAllKeys(table.name).size());
+        rows += static_cast<std::int64_t>(store.rows().readAllKeys(table.name).size());
     }
     return rows;
 }
@@ -58,14 +58,14 @@ void copyRows(driver::Store& from, driver::Store& to, const FileCatalog& catalog
     }
     TableReader reader(from, catalog, table);
     while (reader.next()) {
-        to.insertRows(table.name, fields, reader.block());
+        to.rows().insertRows(table.name, fields, reader.block());
         state.done += static_cast<std::int64_t>(reader.block().rows());
         if (watch) {
             watch(state);
         }
     }
-    if (const std::int64_t highest = from.highestNumber(table.name); highest > 0) {
-        to.setHighestNumber(table.name, highest);
+    if (const std::int64_t highest = from.counters().highestNumber(table.name); highest > 0) {
+        to.counters().setHighestNumber(table.name, highest);
     }
 }
 
@@ -142,26 +142,27 @@ void findUnsound(driver::Store& store, const FileCatalog& catalog, const sql::Ta
 void transfer(driver::Store& from, driver::Store& to, const RowWatch& watch) {
     FileCatalog catalog(from);
     catalog.refresh();
-    const std::vector<Relation> relations = from.relations();
+    const std::vector<Relation> relations = from.definitions().relations();
     const std::vector<sql::TableInfo> tables = inOrder(catalog.tables(), relations);
     for (const sql::TableInfo& table : tables) {
-        to.createTable(definitionOf(table));
+        to.definitions().createTable(definitionOf(table));
     }
     for (const Relation& relation : relations) {
-        to.createRelation(relation);
+        to.definitions().createRelation(relation);
     }
     RowState state;
     state.all = watch ? rowsIn(from, tables) : 0;
     for (const sql::TableInfo& table : tables) {
         copyRows(from, to, catalog, table, state, watch);
     }
-    for (const driver::IndexRow& index : from.indexes()) {
-        to.createIndex(index.table, index.field, index.unique);
+    for (const driver::IndexRow& index : from.definitions().indexes()) {
+        to.definitions().createIndex(index.table, index.field, index.unique);
     }
-    for (const driver::StoredQueryRow& query : from.queries()) {
-        to.writeQuery(query.name, from.queryText(query.name).value_or(std::string()));
+    for (const driver::StoredQueryRow& query : from.storedQueries().queries()) {
+        to.storedQueries().writeQuery(query.name,
+                                      from.storedQueries().queryText(query.name).value_or(std::string()));
     }
-    to.setForm(from.form());
+    to.definitions().setForm(from.definitions().form());
 }
 
 void needSoundTexts(driver::Store& store) {
@@ -172,8 +173,8 @@ void needSoundTexts(driver::Store& store) {
     for (const sql::TableInfo& table : catalog.tables()) {
         findUnsound(store, catalog, table, found);
     }
-    for (const driver::StoredQueryRow& query : store.queries()) {
-        if (!alphabet::isSound(store.queryText(query.name).value_or(std::string()))) {
+    for (const driver::StoredQueryRow& query : store.storedQueries().queries()) {
+        if (!alphabet::isSound(store.storedQueries().queryText(query.name).value_or(std::string()))) {
             found.add("stored query " + query.name);
         }
     }
@@ -195,7 +196,8 @@ void needSameRows(driver::Store& one, driver::Store& other, const RowWatch& watc
         }
         TableReader a(one, ours, table);
         TableReader b(other, theirs, *twin);
-        if (a.size() != b.size() || one.highestNumber(table.name) != other.highestNumber(table.name)) {
+        if (a.size() != b.size() ||
+            one.counters().highestNumber(table.name) != other.counters().highestNumber(table.name)) {
             failDifferent("the table '" + table.name + "' has " + std::to_string(b.size()) + " rows, not " +
                           std::to_string(a.size()));
         }
@@ -210,8 +212,8 @@ void needSameRows(driver::Store& one, driver::Store& other, const RowWatch& watc
             }
         }
     }
-    for (const driver::StoredQueryRow& query : one.queries()) {
-        if (one.queryText(query.name) != other.queryText(query.name)) {
+    for (const driver::StoredQueryRow& query : one.storedQueries().queries()) {
+        if (one.storedQueries().queryText(query.name) != other.storedQueries().queryText(query.name)) {
             failDifferent("the stored query '" + query.name + "'");
         }
     }

@@ -120,7 +120,7 @@ std::int64_t Translator::run(const sql::Statement& action) {
 
 void Translator::writeQuery(std::string_view name, const std::string& text, sql::StatementPtr tree) {
     queriesWritten_ = true;
-    catalog_.keep(name, store_->writeQuery(name, text), std::move(tree));
+    catalog_.keep(name, store_->storedQueries().writeQuery(name, text), std::move(tree));
 }
 
 // What was translated with a stored query's text that is now taken back must not pass for the text that next

@@ -42,7 +42,7 @@ class Translator {
     CompiledPtr compileTree(const sql::StatementPtr& tree);
     // By the tables as the catalog last read them; standsAsRead tells whether they still are.
     CompiledPtr compileFind(const Compiled& in, const sql::Expression& criterion);
-    bool standsAsRead() const { return store_->schemaVersion() == catalog_.schemaVersion(); }
+    bool standsAsRead() const { return store_->definitions().schemaVersion() == catalog_.schemaVersion(); }
 
     // Within a transaction that writes. Answers how many rows were affected.
     std::int64_t run(const sql::Statement& action);

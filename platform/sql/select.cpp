@@ -584,16 +584,26 @@ std::string SelectWriter::fetchRangeText(const Body& whole) const {
     return dialect.range(range);
 }
 
-// The row keys above the first parameter, ascending, with `more` columns behind each.
-std::string SelectWriter::firstText(const Body& whole, const std::vector<SelectedColumn>& more) const {
+// The row keys above the first parameter, ascending, no more of them than the second one says.
+std::string SelectWriter::firstKeysText(const Body& whole) const {
     const SelectedColumn key = keysOf(whole).front();
-    std::vector<SelectedColumn> columns{key};
-    columns.insert(columns.end(), more.begin(), more.end());
-    SelectParts first = parts(whole, std::move(columns));
-    first.conditions.push_back(key.sql.text + " > " +
-                               context_.dialect.keyParameter(context_.numbers.firstKey()));
+    const Dialect& dialect = context_.dialect;
+    const int number = context_.numbers.firstKey();
+    SelectParts first = parts(whole, {key});
+    first.conditions.push_back(key.sql.text + " > " + dialect.keyParameter(number));
     first.order.push_back({key.sql, false});
-    return context_.dialect.select(first) + " LIMIT ";
+    return dialect.select(first) + " LIMIT " + dialect.keyParameter(number + 1);
+}
+
+// The lowest row key, with the columns of its row. Without a bound, which a store that looks through the
+// table would compare with every row.
+std::string SelectWriter::firstRowText(const Body& whole) const {
+    const SelectedColumn key = keysOf(whole).front();
+    std::vector<SelectedColumn> columns = listOf(whole);
+    columns.insert(columns.begin(), key);
+    SelectParts first = parts(whole, std::move(columns));
+    first.order.push_back({key.sql, false});
+    return context_.dialect.select(first) + " LIMIT 1";
 }
 
 WrittenSelect SelectWriter::write() {
@@ -635,9 +645,8 @@ WrittenSelect SelectWriter::find(const Expression& criterion) {
         context_.dialect.wrapped(writer.condition(criterion), kNot, nesting, criterion.position));
     result.keys = ordered(whole, keysOf(whole));
     if (leaves_.size() == 1 && leaves_.front().table != nullptr) {
-        result.firstKeys =
-            firstText(whole, {}) + context_.dialect.keyParameter(context_.numbers.firstKey() + 1);
-        result.firstRow = firstText(whole, listOf(whole)) + '1';
+        result.firstKeys = firstKeysText(whole);
+        result.firstRow = firstRowText(whole);
     }
     fillSources(result);
     result.idSets = context_.numbers.idSets();

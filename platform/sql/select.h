@@ -72,7 +72,8 @@ class SelectWriter {
     std::string fetchText();
     std::string fetchListText();
     std::string fetchRangeText(const Body& whole) const;
-    std::string firstText(const Body& whole, const std::vector<SelectedColumn>& more) const;
+    std::string firstKeysText(const Body& whole) const;
+    std::string firstRowText(const Body& whole) const;
 
     const Statement& statement_;
     Context& context_;

@@ -57,8 +57,7 @@ struct WrittenSelect {
     // What a search through one table goes by, else empty: the row keys above the first parameter behind
     // `parameters`, ascending, no more of them than the second one says.
     std::string firstKeys;
-    // The same for the first of them alone, with the columns of its row behind the row key; no second
-    // parameter.
+    // The lowest row key of all, with the columns of its row behind it; no parameter of its own.
     std::string firstRow;
     // Where the statement gives every row of its one source whose row key is in a set, in the order of these,
     // and asks for nothing else; nullptr: it does not.

@@ -11,6 +11,10 @@ Step versionsStep(int writer) {
         Parameters().integer4(writer)};
 }
 
+Versions versionsFrom(const Result& answer) {
+    return {answer.integer(0, 0), answer.integer(0, 1), answer.integer(0, 2), answer.integer(0, 3)};
+}
+
 std::vector<Step> beginningOfRead(int writer) {
     return {{"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY", {}, false}, versionsStep(writer)};
 }

@@ -40,7 +40,7 @@ struct ShopAlone {
 
 // Reads every row of every table, and has the server make its indexes anew.
 void check(driver::Store& store, postgres::Connection& server) {
-    for (const sql::TableInfo& table : store.tables()) {
+    for (const sql::TableInfo& table : store.definitions().tables()) {
         server.run("SELECT count(*) FROM (SELECT t.*::text FROM " + postgres::tableName(table.name) +
                        " AS t OFFSET 0) AS rows",
                    {}, asLongAsItTakes());

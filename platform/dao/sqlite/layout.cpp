@@ -90,7 +90,7 @@ bool isLayoutTable(std::string_view name) {
 }
 
 bool hasFreshLayout(Store& store, const std::string& salt) {
-    const std::int64_t version = store.schemaVersion();
+    const std::int64_t version = store.definitions().schemaVersion();
     std::vector<std::int64_t> tables;
     store
         .prepare("SELECT 1 FROM sqlite_master WHERE type='table' AND name IN('dao_layout_1','dao_layout_2')")
@@ -119,9 +119,9 @@ void writeLayout(Store& store, const std::string& salt, std::int64_t order) {
     }
     for (const std::string copy : kCopies) {
         writeCopy(store, copy, mark);
-        writeNumber(store, copy, mark, LayoutEntry::kForm, store.form());
+        writeNumber(store, copy, mark, LayoutEntry::kForm, store.definitions().form());
         writeNumber(store, copy, mark, LayoutEntry::kOrder, order);
-        writeNumber(store, copy, mark, kSchema, store.schemaVersion());
+        writeNumber(store, copy, mark, kSchema, store.definitions().schemaVersion());
     }
 }
 

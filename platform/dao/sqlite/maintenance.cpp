@@ -256,7 +256,7 @@ void copySealed(OpenFile& file, OutputFile& out, const std::string& fresh, const
     driver::OpenRequest copy = static_cast<const FilePlace&>(file.place()).request(false);
     auto& store = static_cast<driver::SqliteStore&>(file.store());
     const ReadScope scope(store);
-    store.schemaVersion();  // from here on writers wait
+    store.definitions().schemaVersion();  // from here on writers wait
     if (!writePages(store, copy.key, out, watch)) {
         failDamaged(file.place().path());
     }
@@ -264,7 +264,7 @@ void copySealed(OpenFile& file, OutputFile& out, const std::string& fresh, const
     if (!holdsTheSame(store, fresh, watch)) {
         fail(errDiskIo);
     }
-    driver::SqliteStore(copy).tables();  // it opens
+    driver::SqliteStore(copy).definitions().tables();  // it opens
 }
 
 // A journal left by a crash is rolled into its file by opening that; only then may the file go elsewhere.
@@ -326,7 +326,10 @@ void compact(const std::string& from, const std::string& to, const std::string& 
         fail(errFileInUse);
     }
     const ExclusiveUse use(place->enter(false));
-    openPlace(place, false, nullptr)->store().schemaVersion();  // 3049 here, before anything is made
+    openPlace(place, false, nullptr)
+        ->store()
+        .definitions()
+        .schemaVersion();  // 3049 here, before anything is made
 
     UnfinishedFile fresh(target);
     fresh.make();

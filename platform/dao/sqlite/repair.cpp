@@ -17,7 +17,7 @@ namespace {
 void settle(const FilePlace& place, RepairReport& report) {
     const bool interrupted = hasJournal(place.path());
     try {
-        place.open(true)->schemaVersion();
+        place.open(true)->definitions().schemaVersion();
     } catch (const Error& error) {
         // Damage is what the repair is for; anything else stops it.
         if (error.Number() == errNewerForm || (interrupted && error.Number() != errCannotOpen)) {

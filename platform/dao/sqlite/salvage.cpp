@@ -107,7 +107,7 @@ class Salvage {
         report_.damaged = true;
         readSchema();
         fresh_.execute("PRAGMA foreign_keys = OFF; PRAGMA cache_spill = ON");
-        fresh_.beginWrite();
+        fresh_.transaction().beginWrite();
         try {
             const LongStatements longOnes(fresh_.handle());
             reader_.markFreePages();
@@ -121,10 +121,10 @@ class Salvage {
             createIndexes();
             carryCounters();
             countOrphans();
-            fresh_.setForm(static_cast<int>(form_));
-            fresh_.commit();
+            fresh_.definitions().setForm(static_cast<int>(form_));
+            fresh_.transaction().commit();
         } catch (...) {
-            fresh_.rollback();
+            fresh_.transaction().rollback();
             throw;
         }
         return std::move(report_);
@@ -459,7 +459,7 @@ bool areTreesInOrder(SqliteStore& store) {
     const LongStatements longOnes(store.handle());
     try {
         const std::optional<Value> verdict = store.prepare("PRAGMA integrity_check(1)")->scalar(Type::Text);
-        return verdict && verdict->textRef() == "ok" && store.queryVersion("") == 0;
+        return verdict && verdict->textRef() == "ok" && store.storedQueries().queryVersion("") == 0;
     } catch (const Error& error) {
         switch (error.Number()) {
             case errCannotOpen:
@@ -476,7 +476,7 @@ bool areTreesInOrder(SqliteStore& store) {
 
 bool isWhole(SqliteStore& store, const std::string& key) {
     const ReadScope scope(store);
-    store.schemaVersion();  // from here on writers wait
+    store.definitions().schemaVersion();  // from here on writers wait
     return PageFile(pagesOf(store), key).isAllWhole() && areTreesInOrder(store);
 }
 

@@ -313,7 +313,7 @@ void SqliteStore::commit() {
 
 void SqliteStore::rollback() noexcept {
     layoutChanged_ = false;
-    if (!inTransaction()) {
+    if (!isOpen()) {
         return;
     }
     const Unleavable whole;
@@ -333,7 +333,7 @@ void SqliteStore::release(int level) {
 }
 
 void SqliteStore::rollbackTo(int level) noexcept {
-    if (!inTransaction()) {
+    if (!isOpen()) {
         return;
     }
     const Unleavable whole;

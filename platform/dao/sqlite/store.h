@@ -30,7 +30,12 @@ std::string saltText(const std::string& key);
 
 // One SQLCipher connection. It waits for locks by itself, in short steps that differ from process to process,
 // and speaks of every failure in the engine's numbers.
-class SqliteStore final : public Store {
+class SqliteStore final : public Store,
+                          private Transaction,
+                          private Definitions,
+                          private Counters,
+                          private Rows,
+                          private StoredQueries {
  public:
     explicit SqliteStore(const OpenRequest& request,
                          bool withSystemTables = true);  // an empty path: in memory
@@ -42,19 +47,21 @@ class SqliteStore final : public Store {
     std::shared_ptr<Statement> prepare(std::string_view text) override;
     std::shared_ptr<Statement> cached(const std::string& text) override;
 
+    Transaction& transaction() override { return *this; }
+    RowLocks* rowLocks() override { return nullptr; }
+    Definitions& definitions() override { return *this; }
+    Counters& counters() override { return *this; }
+    Rows& rows() override { return *this; }
+    StoredQueries& storedQueries() override { return *this; }
+
     void beginWrite() override;
     void beginRead() override;
     void commit() override;
     void rollback() noexcept override;
-    bool inTransaction() const override { return sqlite3_get_autocommit(db_) == 0; }
+    bool isOpen() const override { return sqlite3_get_autocommit(db_) == 0; }
     void savepoint(int level) override;
     void release(int level) override;
     void rollbackTo(int level) noexcept override;
-
-    bool locksRows() const override { return false; }
-    void lockRow(const std::string&, std::int64_t) override {}
-    void unlockRow(const std::string&, std::int64_t) noexcept override {}
-    bool holdRow(const std::string&, std::int64_t) override { return true; }
 
     std::int64_t dataVersion() override;
     std::int64_t schemaVersion() override;

@@ -4,6 +4,8 @@
 #include "platform/dao/database_impl.h"
 
 using namespace dao;
+using daotest::Child;
+using daotest::errorOf;
 using daotest::openShop;
 
 namespace {
@@ -91,6 +93,77 @@ TEST_F(ServerRoundTripsTest, ARecordIsEditedAndUpdatedInTwo) {
     services.FindFirst("ID=57");
     EXPECT_EQ(roundTripsOf([&] { changePrice(services); }), 2);
     EXPECT_EQ(services["Price"].asCurrency(), Currency::fromScaled(580000));
+}
+
+// That it is there was said with the answer to the writing.
+TEST_F(ServerRoundTripsTest, ARecordThatWasJustWrittenIsGoneToInNone) {
+    Recordset services = db.OpenRecordset("SELECT * FROM Services");
+    services.FindFirst("ID=57");
+    EXPECT_EQ(roundTripsOf([&] {
+                  changePrice(services);
+                  services.setBookmark(services.LastModified());
+                  DBEngine::Idle(dbRefreshCache);
+              }),
+              2);
+    EXPECT_EQ(services["Price"].asCurrency(), Currency::fromScaled(580000));
+    services.AddNew();
+    services.Fields("MachineID") = Value(57);
+    services.Update();
+    EXPECT_EQ(roundTripsOf([&] { services.setBookmark(services.LastModified()); }), 0);
+    EXPECT_EQ(services["ID"].asLong(), 101);
+}
+
+class ServerWrittenRowTest : public ServerRoundTripsTest {
+ protected:
+    // Service 57 has been written here, and then another workstation runs the statement.
+    void writeBefore(const std::string& statement) {
+        db.Close();
+        const Child other([&](Child& child) {
+            Database there = openShop(path);
+            child.tell("in");
+            child.hear();
+            there.Execute(statement);
+            child.tell("done");
+            return 0;
+        });
+        ASSERT_EQ(other.hear(), "in");
+        db = openShop(path);
+        services_ = db.OpenRecordset("SELECT * FROM Services");
+        services_.FindFirst("ID=57");
+        changePrice(services_);
+        other.tell("go");
+        ASSERT_EQ(other.hear(), "done");
+    }
+    Recordset services_;
+};
+
+TEST_F(ServerWrittenRowTest, IsLookedAtAsOthersHaveChangedItSince) {
+    writeBefore("UPDATE Services SET Price=7 WHERE ID=57");
+    services_.setBookmark(services_.LastModified());
+    EXPECT_EQ(services_["Price"].asCurrency(), Currency::fromScaled(70000));
+}
+
+TEST_F(ServerWrittenRowTest, IsSaidToBeGoneToWhoeverLooksAtIt) {
+    writeBefore("DELETE * FROM Services WHERE ID=57");
+    services_.setBookmark(services_.LastModified());
+    EXPECT_EQ(errorOf([&] { services_["Price"].asCurrency(); }), errRecordDeleted);
+}
+
+TEST_F(ServerWrittenRowTest, IsLookedForOnceAnythingElseWasAsked) {
+    writeBefore("DELETE * FROM Services WHERE ID=57");
+    const Recordset computers = db.OpenRecordset("SELECT * FROM Computers");
+    EXPECT_EQ(errorOf([&] { services_.setBookmark(services_.LastModified()); }), errRecordDeleted);
+}
+
+TEST_F(ServerWrittenRowTest, IsLookedForOnceRowsReadBeforeCountAsOld) {
+    writeBefore("DELETE * FROM Services WHERE ID=57");
+    DBEngine::Idle(dbRefreshCache);
+    EXPECT_EQ(errorOf([&] { services_.setBookmark(services_.LastModified()); }), errRecordDeleted);
+}
+
+TEST_F(ServerWrittenRowTest, IsNotTakenForAnother) {
+    writeBefore("DELETE * FROM Services WHERE ID=56");
+    EXPECT_EQ(errorOf([&] { services_.setBookmark({56}); }), errRecordDeleted);
 }
 
 TEST_F(ServerRoundTripsTest, ABlockOfRecordsComesInOne) {

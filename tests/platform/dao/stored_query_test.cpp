@@ -23,21 +23,21 @@ class StoredQueryTest : public daotest::ShopTest {
     // As another workstation does.
     std::int64_t writeFromOutside(const std::string& text) {
         const std::unique_ptr<driver::Store> other = kindOf(path).examine(path, {}, true)->open();
-        other->beginWrite();
-        const std::int64_t version = other->writeQuery("Q", text);
-        other->commit();
+        other->transaction().beginWrite();
+        const std::int64_t version = other->storedQueries().writeQuery("Q", text);
+        other->transaction().commit();
         return version;
     }
 };
 
 TEST_F(StoredQueryTest, EachTextBearsAVersionOfItsOwn) {
-    const std::int64_t first = store().queryVersion("Q");
+    const std::int64_t first = store().storedQueries().queryVersion("Q");
     db.QueryDefs()["Q"].setSQL(kSecond);
-    const std::int64_t second = store().queryVersion("Q");
+    const std::int64_t second = store().storedQueries().queryVersion("Q");
     db.QueryDefs().Delete("Q");
-    EXPECT_EQ(store().queryVersion("Q"), 0);
+    EXPECT_EQ(store().storedQueries().queryVersion("Q"), 0);
     db.CreateQueryDef("Q", kSecond);
-    const std::int64_t third = store().queryVersion("Q");
+    const std::int64_t third = store().storedQueries().queryVersion("Q");
     EXPECT_GT(second, first);
     EXPECT_GT(third, second) << "a list elsewhere still knows the query that was dropped";
 }
@@ -53,7 +53,7 @@ TEST_F(StoredQueryTest, ATextThatWasTakenBackIsForgotten) {
     DBEngine::BeginTrans();
     db.QueryDefs()["Q"].setSQL(kSecond);
     ASSERT_EQ(found(), std::vector<int>{2});
-    const std::int64_t takenBack = store().queryVersion("Q");
+    const std::int64_t takenBack = store().storedQueries().queryVersion("Q");
     DBEngine::Rollback();
     // A server never gives a text's number again; a file does, and that is the harder case.
     ASSERT_EQ(writeFromOutside(kThird) == takenBack, !daotest::onServer());
@@ -63,7 +63,7 @@ TEST_F(StoredQueryTest, ATextThatWasTakenBackIsForgotten) {
 TEST_F(StoredQueryTest, ATextIsForgottenAlsoWhereOnlyAnotherChangeFailedBefore) {
     DBEngine::BeginTrans();
     db.QueryDefs()["Q"].setSQL(kSecond);
-    const std::int64_t takenBack = store().queryVersion("Q");
+    const std::int64_t takenBack = store().storedQueries().queryVersion("Q");
     EXPECT_EQ(errorOf([&] { db.CreateQueryDef("Q", kFirst); }), errObjectExists);
     ASSERT_EQ(found(), std::vector<int>{2});
     DBEngine::Rollback();

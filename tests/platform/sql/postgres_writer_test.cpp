@@ -42,6 +42,16 @@ TEST_F(PostgresWriter, RowKeysAreNumberedBehindWhatTheStatementAsksFor) {
     EXPECT_TRUE(holds(written.fetchRange, "BETWEEN $4::bigint AND $5::bigint")) << written.fetchRange;
 }
 
+// A server that looks through the table would compare every row with it.
+TEST_F(PostgresWriter, TheFirstRowIsSearchedForWithoutABound) {
+    const sql::WrittenSelect written = sql::postgresWriter().find(
+        *sql::parse("SELECT * FROM Services WHERE MachineID=3"), *sql::parseCriterion("Price=7"), catalog, 7);
+    EXPECT_TRUE(holds(written.firstRow, "LIMIT 1")) << written.firstRow;
+    EXPECT_FALSE(holds(written.firstRow, "$")) << written.firstRow;
+    EXPECT_TRUE(holds(written.firstKeys, "> $1::bigint")) << written.firstKeys;
+    EXPECT_TRUE(holds(written.firstKeys, "LIMIT $2::bigint")) << written.firstKeys;
+}
+
 TEST_F(PostgresWriter, OneMomentIsOneParameter) {
     const sql::WrittenSelect written =
         select("SELECT Now() AS A, Now() - ServiceStarted AS B FROM Services WHERE ServiceStarted < Now()");

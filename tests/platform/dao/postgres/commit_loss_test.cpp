@@ -30,14 +30,14 @@ class CommitLoss : public ::testing::Test {
         dao::TableDef table("Grupe");
         table.Append({"ID", dao::dbLong, 0, true});
         table.Append({"Grupa", dao::dbText, 50});
-        made.store().createTable(table);
+        made.store().definitions().createTable(table);
         made.finish();
     }
 
     static void insert(ServerStore& store, const char* name) {
         const Value value(name);
         const FieldValue field{"Grupa", &value};
-        store.insertRow("Grupe", {&field, 1});
+        store.rows().insertRow("Grupe", {&field, 1});
     }
     std::string names() {
         return std::string(
@@ -59,11 +59,11 @@ class CommitLoss : public ::testing::Test {
 TEST_F(CommitLoss, ACommitWhoseAnswerWasLostIsKnownToHaveComeAbout) {
     ServerStore store(Link::to(proxy_.place()));
     for (const char* name : {"Monitori", "Kablovi"}) {
-        store.beginWrite();
+        store.transaction().beginWrite();
         insert(store, name);
         proxy_.hangUpAtAnswer("COMMIT");
-        store.commit();
-        EXPECT_FALSE(store.inTransaction());
+        store.transaction().commit();
+        EXPECT_FALSE(store.transaction().isOpen());
     }
     EXPECT_EQ(names(), "Monitori Kablovi");
 }
@@ -71,17 +71,17 @@ TEST_F(CommitLoss, ACommitWhoseAnswerWasLostIsKnownToHaveComeAbout) {
 TEST_F(CommitLoss, ACommitThatNeverArrivedIsSaidToHaveWrittenNothing) {
     ServerStore store(Link::to(proxy_.place()));
     for (int time = 0; time < 2; ++time) {
-        store.beginWrite();
+        store.transaction().beginWrite();
         insert(store, "Monitori");
         proxy_.hangUpAtQuestion("COMMIT");
-        const Failure failure = failureOf([&] { store.commit(); });
+        const Failure failure = failureOf([&] { store.transaction().commit(); });
         EXPECT_EQ(failure.number, dao::errDiskIo);
         EXPECT_TRUE(failure.says("nothing of it was written")) << failure.sentence;
-        store.rollback();
+        store.transaction().rollback();
         EXPECT_EQ(names(), time == 0 ? "" : "Stampaci");
-        store.beginWrite();
+        store.transaction().beginWrite();
         insert(store, "Stampaci");
-        store.commit();
+        store.transaction().commit();
     }
     EXPECT_EQ(names(), "Stampaci Stampaci");
 }
@@ -89,19 +89,19 @@ TEST_F(CommitLoss, ACommitThatNeverArrivedIsSaidToHaveWrittenNothing) {
 TEST_F(CommitLoss, AStoredQueryWhoseCommitWasLostIsKnownToHaveComeAbout) {
     ServerStore store(Link::to(proxy_.place()));
     for (const char* text : {"SELECT * FROM Grupe", "SELECT * FROM Grupe WHERE ID > 1"}) {
-        store.beginWrite();
-        store.writeQuery("Moje", text);
+        store.transaction().beginWrite();
+        store.storedQueries().writeQuery("Moje", text);
         proxy_.hangUpAtAnswer("COMMIT");
-        store.commit();
-        EXPECT_EQ(store.queryText("Moje"), text);
+        store.transaction().commit();
+        EXPECT_EQ(store.storedQueries().queryText("Moje"), text);
     }
-    store.beginWrite();
-    store.dropQuery("Moje");
+    store.transaction().beginWrite();
+    store.storedQueries().dropQuery("Moje");
     proxy_.hangUpAtQuestion("COMMIT");
-    const Failure failure = failureOf([&] { store.commit(); });
+    const Failure failure = failureOf([&] { store.transaction().commit(); });
     EXPECT_TRUE(failure.says("nothing of it was written")) << failure.sentence;
-    store.rollback();
-    EXPECT_TRUE(store.queryText("Moje"));
+    store.transaction().rollback();
+    EXPECT_TRUE(store.storedQueries().queryText("Moje"));
 }
 
 // Every copy of the program writes its own at each start and with each filter.
@@ -109,17 +109,17 @@ TEST_F(CommitLoss, StoredQueriesDoNotMakeTheOthersReadTheirRowsAnew) {
     ServerStore store(Link::to(proxy_.place()));
     ServerStore other(Link::to(database_.place()));
     const auto write = [&](const std::function<void()>& body) {
-        store.beginWrite();
+        store.transaction().beginWrite();
         body();
-        store.commit();
-        return other.dataVersion();
+        store.transaction().commit();
+        return other.rows().dataVersion();
     };
     const std::int64_t before = write([&] { insert(store, "Monitori"); });
-    EXPECT_EQ(write([&] { store.writeQuery("Moje", "SELECT * FROM Grupe"); }), before);
-    EXPECT_EQ(write([&] { store.dropQuery("Moje"); }), before);
+    EXPECT_EQ(write([&] { store.storedQueries().writeQuery("Moje", "SELECT * FROM Grupe"); }), before);
+    EXPECT_EQ(write([&] { store.storedQueries().dropQuery("Moje"); }), before);
     EXPECT_NE(write([&] {
                   insert(store, "Kablovi");
-                  store.writeQuery("Moje", "SELECT * FROM Grupe");
+                  store.storedQueries().writeQuery("Moje", "SELECT * FROM Grupe");
               }),
               before);
 }
@@ -130,14 +130,14 @@ class ChangeLoss : public CommitLoss {
     void SetUp() override {
         CommitLoss::SetUp();
         store_.emplace(Link::to(proxy_.place()));
-        store_->beginWrite();
+        store_->transaction().beginWrite();
         insert(*store_, "Monitori");
-        store_->commit();
+        store_->transaction().commit();
     }
     bool change(const char* from, const char* to) {
         const Value was(from);
         const Value is(to);
-        return store_->changeRow({"Grupe", 1, {{"Grupa", &was}}, {{"Grupa", &is}}});
+        return store_->rows().changeRow({"Grupe", 1, {{"Grupa", &was}}, {{"Grupa", &is}}});
     }
 
     std::optional<ServerStore> store_;
@@ -182,12 +182,12 @@ TEST_F(ChangeLoss, NothingIsWrittenOverWhatSomebodyElseWrote) {
 // Another workstation took this one's number long after its last writing.
 TEST_F(CommitLoss, WhatCannotBeToldIsNotClaimed) {
     ServerStore store(Link::to(proxy_.place()));
-    store.beginWrite();
+    store.transaction().beginWrite();
     insert(store, "Monitori");
     Link& link = *Link::to(proxy_.place());
     link.writer().foreseeRaise(link.connection());
     const int number = link.writer().number(link.connection());
-    store.rollback();
+    store.transaction().rollback();
     Connection(database_.place())
         .run(
             "INSERT INTO dao.writers (number, version, changed, commits, mark, written)"
@@ -198,35 +198,35 @@ TEST_F(CommitLoss, WhatCannotBeToldIsNotClaimed) {
 
 TEST_F(CommitLoss, AConnectionThatWasLostWhileIdleIsMadeAnewWithoutAWord) {
     ServerStore store(Link::to(database_.place()));
-    EXPECT_EQ(store.highestNumber("Grupe"), 0);
+    EXPECT_EQ(store.counters().highestNumber("Grupe"), 0);
     endAllConnections();
-    EXPECT_EQ(store.highestNumber("Grupe"), 0);
+    EXPECT_EQ(store.counters().highestNumber("Grupe"), 0);
     endAllConnections();
-    store.beginWrite();
+    store.transaction().beginWrite();
     insert(store, "Monitori");
-    store.commit();
+    store.transaction().commit();
     endAllConnections();
     store.lockRow("Grupe", 1);
-    EXPECT_EQ(store.highestNumber("Grupe"), 1);
+    EXPECT_EQ(store.counters().highestNumber("Grupe"), 1);
     EXPECT_EQ(names(), "Monitori");
 }
 
 TEST_F(CommitLoss, WhatIsLeftOfALostTransactionIsNotWrittenAlone) {
     ServerStore store(Link::to(database_.place()));
-    store.beginWrite();
+    store.transaction().beginWrite();
     insert(store, "Monitori");
     endAllConnections();
     EXPECT_TRUE(failureOf([&] { insert(store, "Kablovi"); }).lost);
-    EXPECT_FALSE(store.inTransaction());
+    EXPECT_FALSE(store.transaction().isOpen());
     const Failure failure = failureOf([&] { insert(store, "Kablovi"); });
     EXPECT_EQ(failure.number, dao::errDiskIo);
     EXPECT_TRUE(failure.says(kGone)) << failure.sentence;
-    EXPECT_EQ(failureOf([&] { store.commit(); }).number, dao::errDiskIo);
-    store.rollback();
+    EXPECT_EQ(failureOf([&] { store.transaction().commit(); }).number, dao::errDiskIo);
+    store.transaction().rollback();
     EXPECT_EQ(names(), "");
-    store.beginWrite();
+    store.transaction().beginWrite();
     insert(store, "Stampaci");
-    store.commit();
+    store.transaction().commit();
     EXPECT_EQ(names(), "Stampaci");
 }
 

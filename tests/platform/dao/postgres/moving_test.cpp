@@ -176,7 +176,7 @@ TEST_F(MovingTest, ACopyThatABrokenTryLeftIsReplaced) {
         postgres::NewShop unfinished(database.place());
         TableDef table("Customers");
         table.Append({"CustID", dbLong, 0, true});
-        unfinished.store().createTable(table);
+        unfinished.store().definitions().createTable(table);
     }
     const std::string signpost = folder.file("Early.mdb");
     postgres::writeSignpost(signpost, database.place());
@@ -201,9 +201,9 @@ void writeUnsound(const std::string& path, std::string_view table, std::int64_t 
     const std::unique_ptr<driver::Store> store = fileKind().examine(path, kConnect, false)->open();
     const Value value(text);
     const driver::FieldValue change{field, &value};
-    store->beginWrite();
-    ASSERT_TRUE(store->updateRow(std::string(table), key, {&change, 1}));
-    store->commit();
+    store->transaction().beginWrite();
+    ASSERT_TRUE(store->rows().updateRow(std::string(table), key, {&change, 1}));
+    store->transaction().commit();
 }
 
 TEST_F(MovingTest, TextsThatNoServerKeepsAreNamedBeforeAnythingMoves) {
@@ -212,9 +212,9 @@ TEST_F(MovingTest, TextsThatNoServerKeepsAreNamedBeforeAnythingMoves) {
     writeUnsound(path, "ServiceTypes", 2, "Service", "\xC0\x80");
     {
         const std::unique_ptr<driver::Store> store = fileKind().examine(path, kConnect, false)->open();
-        store->beginWrite();
-        store->writeQuery("Old", "SELECT * FROM Customers WHERE City = 'Ni\xB9'");
-        store->commit();
+        store->transaction().beginWrite();
+        store->storedQueries().writeQuery("Old", "SELECT * FROM Customers WHERE City = 'Ni\xB9'");
+        store->transaction().commit();
     }
     const std::vector<char> before = daotest::readFile(path);
     EXPECT_EQ(errorOf([&] { moveToServer(path, kConnect, server()); }), errTextNotSound);

@@ -1,10 +1,9 @@
-// The part of a server's store that reads while the server is still answering.
+// The part of a session that reads while the server is still answering.
 #include <utility>
 
 #include "platform/dao/failure.h"
 #include "platform/dao/postgres/loss.h"
-#include "platform/dao/postgres/read_steps.h"
-#include "platform/dao/postgres/server_store.h"
+#include "platform/dao/postgres/server_session.h"
 
 namespace dao::postgres {
 namespace {
@@ -48,15 +47,15 @@ class Taking {
 }  // namespace
 
 // A short answer is not worth more than one statement, and whether it is short shows the first time.
-void ServerStore::runInPieces(const std::string& text, const Parameters& parameters,
-                              const std::function<void(const Result&)>& take) {
+void ServerSession::runInPieces(const std::string& text, const Parameters& parameters,
+                                const std::function<void(const Result&)>& take) {
     std::optional<std::int64_t> question;
     Result piece(nullptr);
     const auto ask = [&] {
         question = beginPieces(text, parameters);
         piece = question ? firstPiece(*question, text) : run(text, parameters);
     };
-    if (!beginAhead_ || !withoutLoss(ask)) {
+    if (!transaction_.beginsWithNext() || !withoutLoss(ask)) {
         ask();
     }
     if (!question) {
@@ -67,11 +66,12 @@ void ServerStore::runInPieces(const std::string& text, const Parameters& paramet
     const Taking taking(link_, *question);
     while (piece.rows() > 0) {
         take(piece);
-        piece = isWholePiece(piece) ? pieceOf(connection().next(*question, text)) : Result(nullptr);
+        piece =
+            isWholePiece(piece) ? pieceOf(transaction_.connection().next(*question, text)) : Result(nullptr);
     }
 }
 
-void ServerStore::noteLength(const std::string& text, int rows) {
+void ServerSession::noteLength(const std::string& text, int rows) {
     if (rows <= static_cast<int>(driver::kRowsAtOnce)) {
         return;
     }
@@ -81,8 +81,9 @@ void ServerStore::noteLength(const std::string& text, int rows) {
     longOnes_.insert(text);
 }
 
-std::optional<std::int64_t> ServerStore::beginPieces(const std::string& text, const Parameters& parameters) {
-    if (!reading_ || !inTransaction() || !locks_.wanted.empty() || !longOnes_.contains(text)) {
+std::optional<std::int64_t> ServerSession::beginPieces(const std::string& text,
+                                                       const Parameters& parameters) {
+    if (!transaction_.isReading() || !locks_.isEmpty() || !longOnes_.contains(text)) {
         return std::nullopt;
     }
     std::vector<Step> steps = stepsBefore();
@@ -91,16 +92,16 @@ std::optional<std::int64_t> ServerStore::beginPieces(const std::string& text, co
     for (Step& step : fetches()) {
         steps.push_back(std::move(step));
     }
-    return connection().begin(steps, TransactionState::kOpen);
+    return transaction_.connection().begin(steps, TransactionState::kOpen);
 }
 
 // Where the transaction is to begin with it, it has begun once that is answered, whatever becomes of the
 // rest.
-Result ServerStore::firstPiece(std::int64_t question, const std::string& text) {
-    Connection& server = connection();
+Result ServerSession::firstPiece(std::int64_t question, const std::string& text) {
+    Connection& server = transaction_.connection();
     std::size_t done = 0;
     try {
-        if (beginAhead_) {
+        if (transaction_.beginsWithNext()) {
             server.next(question, text);
             keepVersions(pieceOf(server.next(question, text)));
             done = 2;
@@ -119,13 +120,13 @@ Result ServerStore::firstPiece(std::int64_t question, const std::string& text) {
 }
 
 // It is a transaction of its own, which ends with it: whoever never comes for the answer leaves nothing open.
-std::optional<AskedAhead> ServerStore::askAhead(const std::string& text, const Parameters& parameters) {
-    if (inTransaction() || !link_->isConnected()) {
+std::optional<AskedAhead> ServerSession::askAhead(const std::string& text, const Parameters& parameters) {
+    if (transaction_.isOpen() || !link_->isConnected()) {
         return std::nullopt;
     }
     const QuietErrors quiet;
     try {
-        Connection& server = connection();
+        Connection& server = transaction_.connection();
         std::vector<Step> steps = beginningOfRead(link_->writer().number(server));
         steps.push_back({text, parameters});
         const std::optional<std::int64_t> question = server.begin(steps, TransactionState::kNone);
@@ -141,13 +142,13 @@ std::optional<AskedAhead> ServerStore::askAhead(const std::string& text, const P
 
 // Whatever fails ahead is asked once more, and fails where it belongs; a lock that was waited for is not
 // waited for twice.
-std::optional<Result> ServerStore::takeAhead(const AskedAhead& asked) {
-    if (!beginAhead_ || !link_->isConnected() || asked.session != link_->session()) {
+std::optional<Result> ServerSession::takeAhead(const AskedAhead& asked) {
+    if (!transaction_.beginsWithNext() || !link_->isConnected() || asked.session != link_->session()) {
         return std::nullopt;
     }
     std::optional<QuietErrors> quiet(std::in_place);
     try {
-        return answerAhead(connection(), asked.question);
+        return answerAhead(transaction_.connection(), asked.question);
     } catch (const Error& error) {
         if (error.Number() != errLocked) {
             return std::nullopt;
@@ -157,7 +158,7 @@ std::optional<Result> ServerStore::takeAhead(const AskedAhead& asked) {
     }
 }
 
-std::optional<Result> ServerStore::answerAhead(Connection& server, std::int64_t question) {
+std::optional<Result> ServerSession::answerAhead(Connection& server, std::int64_t question) {
     server.next(question, {});
     const std::optional<Result> versions = server.next(question, {});
     std::optional<Result> answer = server.next(question, {});
@@ -168,13 +169,13 @@ std::optional<Result> ServerStore::answerAhead(Connection& server, std::int64_t 
     return answer;
 }
 
-void ServerStore::takeIn() {
+void ServerSession::takeIn() {
     if (link_->isConnected()) {
         link_->heldConnection().takeIn();
     }
 }
 
-void ServerStore::dropAhead(const AskedAhead& asked) noexcept {
+void ServerSession::dropAhead(const AskedAhead& asked) noexcept {
     if (link_->isConnected() && asked.session == link_->session()) {
         link_->heldConnection().drop(asked.question);
     }

@@ -1,3 +1,5 @@
+#include "platform/dao/postgres/server_definitions.h"
+
 #include <algorithm>
 #include <charconv>
 
@@ -5,11 +7,9 @@
 #include "platform/dao/names.h"
 #include "platform/dao/postgres/quoting.h"
 #include "platform/dao/postgres/server_functions.h"
-#include "platform/dao/postgres/server_store.h"
 #include "platform/dao/table_definition.h"
 #include "platform/text/order.h"
 
-// The part of the store that knows what the shop is made of: tables, fields, relations, indexes.
 namespace dao::postgres {
 namespace {
 
@@ -71,15 +71,15 @@ std::string columnText(const sql::ColumnInfo& column, const std::string& counter
 
 }  // namespace
 
-std::vector<sql::TableInfo> ServerStore::tables() {
-    const Result columns =
-        run("SELECT c.relname, a.attname, t.typname,"
-            " coalesce(pg_get_expr(d.adbin, d.adrelid) LIKE 'nextval(%', false)"
-            " FROM pg_class AS c JOIN pg_namespace AS n ON n.oid = c.relnamespace"
-            " JOIN pg_attribute AS a ON a.attrelid = c.oid JOIN pg_type AS t ON t.oid = a.atttypid"
-            " LEFT JOIN pg_attrdef AS d ON d.adrelid = c.oid AND d.adnum = a.attnum"
-            " WHERE n.nspname = 'shop' AND c.relkind = 'r' AND a.attnum > 0 AND NOT a.attisdropped"
-            " ORDER BY c.oid, a.attnum");
+std::vector<sql::TableInfo> ServerDefinitions::tables() {
+    const Result columns = session_.run(
+        "SELECT c.relname, a.attname, t.typname,"
+        " coalesce(pg_get_expr(d.adbin, d.adrelid) LIKE 'nextval(%', false)"
+        " FROM pg_class AS c JOIN pg_namespace AS n ON n.oid = c.relnamespace"
+        " JOIN pg_attribute AS a ON a.attrelid = c.oid JOIN pg_type AS t ON t.oid = a.atttypid"
+        " LEFT JOIN pg_attrdef AS d ON d.adrelid = c.oid AND d.adnum = a.attnum"
+        " WHERE n.nspname = 'shop' AND c.relkind = 'r' AND a.attnum > 0 AND NOT a.attisdropped"
+        " ORDER BY c.oid, a.attnum");
     std::vector<sql::TableInfo> tables;
     for (int row = 0; row < columns.rows(); ++row) {
         const std::string_view table = columns.text(row, 0);
@@ -101,7 +101,21 @@ std::vector<sql::TableInfo> ServerStore::tables() {
     return tables;
 }
 
-const sql::TableInfo& ServerStore::described(const std::string& table) {
+// The engine asks for the schema's version before each statement; a look at every row would be too much.
+ServerDefinitions::Version ServerDefinitions::describedAt() const {
+    return {session_.newestSchema(), changes_};
+}
+
+int ServerDefinitions::form() {
+    return static_cast<int>(session_.run("SELECT form FROM dao.shop").integer(0, 0));
+}
+
+void ServerDefinitions::setForm(int form) {
+    session_.run("UPDATE dao.shop SET form = $1", Parameters().integer4(form));
+    session_.noteWritten();
+}
+
+const sql::TableInfo& ServerDefinitions::described(const std::string& table) {
     const auto known = described_.find(table);
     if (known != described_.end() && describedIn_ == describedAt()) {
         return known->second;
@@ -119,15 +133,15 @@ const sql::TableInfo& ServerStore::described(const std::string& table) {
     return found->second;
 }
 
-std::vector<Relation> ServerStore::relations() {
-    const Result found =
-        run("SELECT one.relname, a1.attname, many.relname, a2.attname, k.confdeltype = 'c'"
-            " FROM pg_constraint AS k JOIN pg_class AS one ON one.oid = k.confrelid"
-            " JOIN pg_class AS many ON many.oid = k.conrelid"
-            " JOIN pg_namespace AS n ON n.oid = many.relnamespace"
-            " JOIN pg_attribute AS a1 ON a1.attrelid = one.oid AND a1.attnum = k.confkey[1]"
-            " JOIN pg_attribute AS a2 ON a2.attrelid = many.oid AND a2.attnum = k.conkey[1]"
-            " WHERE k.contype = 'f' AND n.nspname = 'shop' ORDER BY k.oid");
+std::vector<Relation> ServerDefinitions::relations() {
+    const Result found = session_.run(
+        "SELECT one.relname, a1.attname, many.relname, a2.attname, k.confdeltype = 'c'"
+        " FROM pg_constraint AS k JOIN pg_class AS one ON one.oid = k.confrelid"
+        " JOIN pg_class AS many ON many.oid = k.conrelid"
+        " JOIN pg_namespace AS n ON n.oid = many.relnamespace"
+        " JOIN pg_attribute AS a1 ON a1.attrelid = one.oid AND a1.attnum = k.confkey[1]"
+        " JOIN pg_attribute AS a2 ON a2.attrelid = many.oid AND a2.attnum = k.conkey[1]"
+        " WHERE k.contype = 'f' AND n.nspname = 'shop' ORDER BY k.oid");
     std::vector<Relation> relations;
     for (int row = 0; row < found.rows(); ++row) {
         relations.push_back({std::string(found.text(row, 0)), std::string(found.text(row, 1)),
@@ -140,24 +154,24 @@ std::vector<Relation> ServerStore::relations() {
     return relations;
 }
 
-void ServerStore::changeSchema(const std::string& text) {
-    noteWritten();
-    connection().execute(text);
-    run("UPDATE dao.shop SET schema_version = schema_version + 1");
-    seen_.reset();
-    ++schemaChanges_;
+void ServerDefinitions::change(const std::string& text) {
+    session_.noteWritten();
+    session_.transaction().connection().execute(text);
+    session_.run("UPDATE dao.shop SET schema_version = schema_version + 1");
+    session_.transaction().noteSeen(std::nullopt);
+    ++changes_;
 }
 
 // Texts with a limit have a domain of their own, made when the first field asks for it.
-void ServerStore::needTextDomain(int size) {
+void ServerDefinitions::needTextDomain(int size) {
     const std::string name = textDomain(size);
-    if (!run("SELECT to_regtype($1) IS NOT NULL", Parameters().text(name)).boolean(0, 0)) {
-        noteWritten();
-        connection().execute(createTextDomain(size));
+    if (!session_.run("SELECT to_regtype($1) IS NOT NULL", Parameters().text(name)).boolean(0, 0)) {
+        session_.noteWritten();
+        session_.transaction().connection().execute(createTextDomain(size));
     }
 }
 
-void ServerStore::createTable(const TableDef& table) {
+void ServerDefinitions::createTable(const TableDef& table) {
     const sql::TableInfo info = tableInfo(table);
     needShortName(info.name);
     const std::string counter = tableName("counter_of_" + info.name.substr(0, kLongestName - 20));
@@ -179,39 +193,39 @@ void ServerStore::createTable(const TableDef& table) {
     if (before.empty()) {
         columns += ", " + std::string(kHiddenKey) + " bigint GENERATED ALWAYS AS IDENTITY PRIMARY KEY";
     }
-    changeSchema(before + "CREATE TABLE " + tableName(info.name) + " (" + columns + ')' + after);
+    change(before + "CREATE TABLE " + tableName(info.name) + " (" + columns + ')' + after);
 }
 
 // What belongs to its rows goes with them, as when they are deleted; then nothing refers to the table any
 // more.
-void ServerStore::dropTable(const std::string& table) {
-    changeSchema("DELETE FROM " + tableName(table) + "; DROP TABLE " + tableName(table) + " CASCADE");
+void ServerDefinitions::dropTable(const std::string& table) {
+    change("DELETE FROM " + tableName(table) + "; DROP TABLE " + tableName(table) + " CASCADE");
 }
 
-void ServerStore::empty() {
+void ServerDefinitions::dropAll() {
     std::string text;
     for (const sql::TableInfo& table : tables()) {
         text += (text.empty() ? "DROP TABLE " : ", ") + tableName(table.name);
     }
-    changeSchema(text + (text.empty() ? "" : " CASCADE; ") + "DELETE FROM dao.queries");
+    change(text + (text.empty() ? "" : " CASCADE; ") + "DELETE FROM dao.queries");
 }
 
-void ServerStore::createIndex(const std::string& table, const std::string& field, bool unique) {
+void ServerDefinitions::createIndex(const std::string& table, const std::string& field, bool unique) {
     const sql::TableInfo& info = described(table);
     const int index = info.indexOf(field);
     const bool text = index >= 0 && info.columns[static_cast<std::size_t>(index)].type == dao::Type::Text;
-    changeSchema((unique ? "CREATE UNIQUE INDEX ON " : "CREATE INDEX ON ") + tableName(table) +
-                 (text ? " (dao.key(" + quotedName(field) + ") COLLATE \"C\" NULLS FIRST)"
-                       : " (" + quotedName(field) + ')'));
+    change((unique ? "CREATE UNIQUE INDEX ON " : "CREATE INDEX ON ") + tableName(table) +
+           (text ? " (dao.key(" + quotedName(field) + ") COLLATE \"C\" NULLS FIRST)"
+                 : " (" + quotedName(field) + ')'));
 }
 
-std::vector<driver::IndexRow> ServerStore::indexes() {
-    const Result rows =
-        run("SELECT c.relname, a.attname, i.indisunique FROM pg_index AS i"
-            " JOIN pg_class AS c ON c.oid = i.indrelid JOIN pg_namespace AS n ON n.oid = c.relnamespace"
-            " JOIN pg_depend AS d ON d.objid = i.indexrelid AND d.refobjid = i.indrelid AND d.refobjsubid > 0"
-            " JOIN pg_attribute AS a ON a.attrelid = i.indrelid AND a.attnum = d.refobjsubid"
-            " WHERE n.nspname = 'shop' AND NOT i.indisprimary ORDER BY i.indexrelid");
+std::vector<driver::IndexRow> ServerDefinitions::indexes() {
+    const Result rows = session_.run(
+        "SELECT c.relname, a.attname, i.indisunique FROM pg_index AS i"
+        " JOIN pg_class AS c ON c.oid = i.indrelid JOIN pg_namespace AS n ON n.oid = c.relnamespace"
+        " JOIN pg_depend AS d ON d.objid = i.indexrelid AND d.refobjid = i.indrelid AND d.refobjsubid > 0"
+        " JOIN pg_attribute AS a ON a.attrelid = i.indrelid AND a.attnum = d.refobjsubid"
+        " WHERE n.nspname = 'shop' AND NOT i.indisprimary ORDER BY i.indexrelid");
     const std::vector<Relation> all = relations();
     std::vector<driver::IndexRow> found;
     for (int row = 0; row < rows.rows(); ++row) {
@@ -224,9 +238,9 @@ std::vector<driver::IndexRow> ServerStore::indexes() {
     return found;
 }
 
-void ServerStore::createRelation(const Relation& relation) {
+void ServerDefinitions::createRelation(const Relation& relation) {
     const std::string& table = relation.foreignTable;
-    if (run("SELECT 1 FROM " + tableName(table) + " LIMIT 1").rows() != 0) {
+    if (session_.run("SELECT 1 FROM " + tableName(table) + " LIMIT 1").rows() != 0) {
         fail(errInvalidOperation,
              "The relation can't be created; table '" + table + "' already holds records.");
     }
@@ -236,10 +250,10 @@ void ServerStore::createRelation(const Relation& relation) {
     if (keyColumn(one) != field) {
         text = "CREATE UNIQUE INDEX ON " + tableName(relation.table) + " (" + field + ");";
     }
-    changeSchema(text + "ALTER TABLE " + tableName(table) + " ADD FOREIGN KEY (" +
-                 quotedName(relation.foreignField) + ") REFERENCES " + tableName(relation.table) + " (" +
-                 field + ')' + (relation.cascadeDelete ? " ON DELETE CASCADE" : "") + ";CREATE INDEX ON " +
-                 tableName(table) + " (" + quotedName(relation.foreignField) + ')');
+    change(text + "ALTER TABLE " + tableName(table) + " ADD FOREIGN KEY (" +
+           quotedName(relation.foreignField) + ") REFERENCES " + tableName(relation.table) + " (" + field +
+           ')' + (relation.cascadeDelete ? " ON DELETE CASCADE" : "") + ";CREATE INDEX ON " +
+           tableName(table) + " (" + quotedName(relation.foreignField) + ')');
 }
 
 }  // namespace dao::postgres
