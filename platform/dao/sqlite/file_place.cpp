@@ -7,6 +7,7 @@
 #include "platform/dao/open_file.h"
 #include "platform/dao/open_files.h"
 #include "platform/dao/sqlite/companion_files.h"
+#include "platform/dao/sqlite/file_bytes.h"
 #include "platform/dao/sqlite/file_paths.h"
 #include "platform/dao/sqlite/salt_notes.h"
 #include "platform/dao/sqlite/salvage.h"
@@ -84,8 +85,8 @@ void FilePlace::prove(driver::Store& store) const {
     noteSalt(path_, salt_);
     auto& file = static_cast<driver::SqliteStore&>(store);
     // The pages first: others write meanwhile, and the file grows.
-    const std::int64_t pages = file.pageCount();
-    if (file.fileSize() < pages * static_cast<std::int64_t>(kPageSize)) {
+    const std::int64_t pages = file.connection().pageCount();
+    if (driver::FileBytes(file.connection().handle()).size() < pages * static_cast<std::int64_t>(kPageSize)) {
         fail(errCannotOpen);  // its last page is torn
     }
     if (!fileExists(damageMarkOf(path_))) {

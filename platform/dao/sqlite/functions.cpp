@@ -4,7 +4,7 @@
 
 #include "platform/dao/calendar.h"
 #include "platform/dao/names.h"
-#include "platform/dao/sqlite/store.h"
+#include "platform/dao/sqlite/connection.h"
 #include "platform/text/order.h"
 
 namespace dao::driver {

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "platform/dao/sqlite/store.h"
+#include "platform/dao/sqlite/connection.h"
 #include "platform/dao/sqlite/table_function.h"
 
 // idset(N): the numbers that a narrowed view of the shop's services was made of, as a table of one column.
@@ -18,10 +18,10 @@ enum Plan { kAll = 1, kOne = 2, kAtPlace = 4 };
 // The numbers from one place to another.
 class NumbersCursor {
  public:
-    using Context = SqliteStore;
+    using Context = LibraryHandle;
     static constexpr const char* kColumns = "CREATE TABLE x(value INTEGER, number HIDDEN, n HIDDEN)";
 
-    explicit NumbersCursor(SqliteStore* store) : store_(store) {}
+    explicit NumbersCursor(LibraryHandle* library) : library_(library) {}
 
     int filter(int plan, std::span<sqlite3_value*> values);
     void next() { ++at_; }
@@ -33,7 +33,7 @@ class NumbersCursor {
     void goTo(sqlite3_value* value);
     void goToPlace(std::int64_t place);
 
-    SqliteStore* store_;
+    LibraryHandle* library_;
     sql::IdSetPtr set_;
     std::size_t at_ = 0;
     std::size_t end_ = 0;
@@ -43,7 +43,7 @@ int NumbersCursor::filter(int plan, std::span<sqlite3_value*> values) {
     set_.reset();
     at_ = end_ = 0;
     const bool asked = (plan & kAll) != 0 && !values.empty();
-    const sql::IdSetPtr* found = asked ? store_->findIdSet(sqlite3_value_int64(values[0])) : nullptr;
+    const sql::IdSetPtr* found = asked ? library_->findIdSet(sqlite3_value_int64(values[0])) : nullptr;
     if (found == nullptr) {
         return SQLITE_ERROR;
     }
@@ -141,9 +141,9 @@ int ListCursor::bestIndex(sqlite3_index_info* info) {
 
 }  // namespace
 
-void installIdSets(sqlite3* db, SqliteStore* store) {
-    TableFunction<SetCursor>::install(db, "idset", store);
-    TableFunction<ListCursor>::install(db, "idlist", store);
+void installIdSets(LibraryHandle& library) {
+    TableFunction<SetCursor>::install(library.get(), "idset", &library);
+    TableFunction<ListCursor>::install(library.get(), "idlist", &library);
 }
 
 }  // namespace dao::driver

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/dao/sqlite/store.h"
+#include "platform/dao/sqlite/connection.h"
 
 namespace dao::driver {
 

@@ -3,8 +3,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/dao/sqlite/connection.h"
 #include "platform/dao/sqlite/key_range.h"
-#include "platform/dao/sqlite/store.h"
 
 // dao_link(TABLE, FIELD, NUMBER): what the row of that number holds in a field: of a computer the client; or,
 // where the field is '', the number itself. Null where there is no such row. A filter that finds a tenth of

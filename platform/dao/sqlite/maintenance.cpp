@@ -21,6 +21,8 @@
 #include "platform/dao/opening.h"
 #include "platform/dao/read_scope.h"
 #include "platform/dao/sqlite/companion_files.h"
+#include "platform/dao/sqlite/file_bytes.h"
+#include "platform/dao/sqlite/file_copy.h"
 #include "platform/dao/sqlite/file_paths.h"
 #include "platform/dao/sqlite/page_seal.h"
 
@@ -86,14 +88,16 @@ bool areWhole(const driver::PageSeal& seal, driver::PageNumber first, std::strin
 class PageReader {
  public:
     explicit PageReader(driver::SqliteStore& store)
-        : store_(store), end_(store.pageCount() * static_cast<std::int64_t>(kPageSize)), buffer_(kChunk) {}
+        : file_(store.connection().handle()),
+          end_(store.connection().pageCount() * static_cast<std::int64_t>(kPageSize)),
+          buffer_(kChunk) {}
 
     // False behind the last.
     bool next() {
         needGoingOn();
         at_ += static_cast<std::int64_t>(chunk_.size());
         const auto wanted = std::min<std::size_t>(buffer_.size(), static_cast<std::size_t>(end_ - at_));
-        chunk_ = std::span(buffer_).first(store_.readFile(at_, std::span(buffer_).first(wanted)));
+        chunk_ = std::span(buffer_).first(file_.read(at_, std::span(buffer_).first(wanted)));
         isShort_ = chunk_.size() != wanted;
         return !chunk_.empty();
     }
@@ -106,7 +110,7 @@ class PageReader {
     std::int64_t all() const { return end_; }
 
  private:
-    driver::SqliteStore& store_;
+    driver::FileBytes file_;
     std::int64_t end_;
     std::int64_t at_ = 0;
     std::vector<char> buffer_;
@@ -336,7 +340,10 @@ void compact(const std::string& from, const std::string& to, const std::string& 
     const std::string key = rawKey(place->password(), newSalt(place->password()));
     driver::OpenRequest source = place->request(true);
     source.create = true;
-    driver::SqliteStore(source, false).copyInto({fresh.path(), key, true, true});
+    {
+        driver::SqliteStore whole(source, false);
+        driver::copyInto(whole, {fresh.path(), key, true, true});
+    }
     driver::SqliteStore({fresh.path(), key}).keepLayout();
     fresh.finish();
 }

@@ -106,10 +106,10 @@ class Salvage {
     RepairReport run() {
         report_.damaged = true;
         readSchema();
-        fresh_.execute("PRAGMA foreign_keys = OFF; PRAGMA cache_spill = ON");
+        fresh_.connection().execute("PRAGMA foreign_keys = OFF; PRAGMA cache_spill = ON");
         fresh_.transaction().beginWrite();
         try {
-            const LongStatements longOnes(fresh_.handle());
+            const LongStatements longOnes(fresh_.connection().handle());
             reader_.markFreePages();
             for (LayoutEntry& entry : schema_) {
                 if (entry.type == LayoutEntry::kTable && entry.number != 0) {
@@ -197,7 +197,7 @@ void Salvage::carryTable(const LayoutEntry& entry) {
         return;
     }
     if (entry.name != kQueries) {
-        fresh_.execute(entry.sql);
+        fresh_.connection().execute(entry.sql);
     }
 
     Salvaged table;
@@ -224,9 +224,10 @@ void Salvage::carryTable(const LayoutEntry& entry) {
         text += i == 0 ? "?" : ",?";
     }
     sqlite3_stmt* raw = nullptr;
-    const int code = sqlite3_prepare_v2(fresh_.handle(), (text + ')').c_str(), -1, &raw, nullptr);
+    const int code =
+        sqlite3_prepare_v2(fresh_.connection().handle(), (text + ')').c_str(), -1, &raw, nullptr);
     if (code != SQLITE_OK) {
-        fresh_.failWith(code);
+        fresh_.connection().failWith(code);
     }
     table.insert.reset(raw, &sqlite3_finalize);
     std::vector<std::int64_t> strange;
@@ -260,9 +261,9 @@ bool Salvage::keep(Salvaged& table, const StoredRow& row) {
     const int code = sqlite3_step(insert);
     sqlite3_reset(insert);
     if (code != SQLITE_DONE) {
-        fresh_.failWith(code);
+        fresh_.connection().failWith(code);
     }
-    if (sqlite3_changes(fresh_.handle()) == 0) {
+    if (sqlite3_changes(fresh_.connection().handle()) == 0) {
         return false;
     }
     table.kept.push_back(row.rowid);
@@ -414,7 +415,7 @@ void Salvage::createIndexes() {
             continue;
         }
         try {
-            fresh_.execute(entry.sql);
+            fresh_.connection().execute(entry.sql);
         } catch (const Error& error) {
             if (error.Number() != errDuplicateKey) {
                 throw;
@@ -456,7 +457,7 @@ void Salvage::countOrphans() {
 }
 
 bool areTreesInOrder(SqliteStore& store) {
-    const LongStatements longOnes(store.handle());
+    const LongStatements longOnes(store.connection().handle());
     try {
         const std::optional<Value> verdict = store.prepare("PRAGMA integrity_check(1)")->scalar(Type::Text);
         return verdict && verdict->textRef() == "ok" && store.storedQueries().queryVersion("") == 0;

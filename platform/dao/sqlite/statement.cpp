@@ -1,7 +1,8 @@
+#include "platform/dao/sqlite/statement.h"
+
 #include <algorithm>
 
 #include "platform/dao/failure.h"
-#include "platform/dao/sqlite/store.h"
 
 namespace dao::driver {
 namespace {
@@ -103,17 +104,17 @@ std::string_view textOf(sqlite3_stmt* statement) {
 
 }  // namespace
 
-SqliteStatement::SqliteStatement(SqliteStore* store, sqlite3_stmt* statement)
-    : store_(store),
+SqliteStatement::SqliteStatement(LibraryHandle& library, sqlite3_stmt* statement)
+    : library_(&library),
       statement_(statement),
       gathers_(textOf(statement).starts_with(RowGatherer::kHead)),
       sorted_(SortedColumns::of(textOf(statement))) {
-    store_->live_.insert(this);
+    library_->statements().insert(this);
 }
 
 SqliteStatement::~SqliteStatement() {
-    if (store_ != nullptr) {
-        store_->live_.erase(this);
+    if (library_ != nullptr) {
+        library_->statements().erase(this);
     }
     finalize();
 }
@@ -121,11 +122,11 @@ SqliteStatement::~SqliteStatement() {
 void SqliteStatement::finalize() noexcept {
     sqlite3_finalize(statement_);
     statement_ = nullptr;
-    store_ = nullptr;
+    library_ = nullptr;
 }
 
 void SqliteStatement::check() const {
-    if (store_ == nullptr) {
+    if (library_ == nullptr) {
         fail(errObjectClosed);
     }
 }
@@ -134,7 +135,7 @@ void SqliteStatement::bind(int index, const Value& value) {
     check();
     const int code = std::visit(Binder{statement_, index}, value.store());
     if (code != SQLITE_OK) {
-        store_->failWith(code);
+        library_->failWith(code);
     }
 }
 
@@ -142,7 +143,7 @@ void SqliteStatement::bindInteger(int index, std::int64_t value) {
     check();
     const int code = sqlite3_bind_int64(statement_, index, value);
     if (code != SQLITE_OK) {
-        store_->failWith(code);
+        library_->failWith(code);
     }
 }
 
@@ -151,13 +152,13 @@ void SqliteStatement::bindRowKey(int index, std::int64_t key) {
     const int code =
         key == kNoRow ? sqlite3_bind_null(statement_, index) : sqlite3_bind_int64(statement_, index, key);
     if (code != SQLITE_OK) {
-        store_->failWith(code);
+        library_->failWith(code);
     }
 }
 
 // Lists are tables here, known by their numbers: below zero, where no set is. The next one takes its place.
 void SqliteStatement::bindNumbers(int index, sql::IdSetPtr numbers) {
-    store_->setIdSet(-index, std::move(numbers));
+    library_->setIdSet(-index, std::move(numbers));
     bindInteger(index, -index);
 }
 
@@ -173,7 +174,7 @@ bool SqliteStatement::step() {
         std::string_view(sqlite3_sql(statement_)).substr(0, 6) == "DELETE") {
         fail(errRelatedRecordExists);
     }
-    store_->failWith(code);
+    library_->failWith(code);
 }
 
 std::int64_t SqliteStatement::run() {
@@ -181,13 +182,13 @@ std::int64_t SqliteStatement::run() {
     const ResetLater later(statement_);
     while (step()) {
     }
-    return sqlite3_changes(store_->handle());
+    return sqlite3_changes(library_->get());
 }
 
 void SqliteStatement::gather(const RowGatherer::Take& take) {
-    const int code = store_->gatherer_.run(statement_, take);
+    const int code = library_->gatherer().run(statement_, take);
     if (code != SQLITE_ROW && code != SQLITE_DONE) {
-        store_->failWith(code);
+        library_->failWith(code);
     }
 }
 

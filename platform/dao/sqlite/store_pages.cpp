@@ -1,5 +1,6 @@
 #include "platform/dao/sqlite/store_pages.h"
 
+#include "platform/dao/sqlite/file_bytes.h"
 #include "platform/dao/sqlite/file_paths.h"
 
 namespace dao::driver {
@@ -7,15 +8,15 @@ namespace {
 
 class OpenStore final : public PageSource {
  public:
-    explicit OpenStore(SqliteStore& store) : store_(store) {}
-    std::int64_t bytes() const override { return store_.fileSize(); }
+    explicit OpenStore(SqliteStore& store) : file_(store.connection().handle()) {}
+    std::int64_t bytes() const override { return file_.size(); }
     bool read(PageNumber number, std::string& raw) override {
         raw.resize(kPageSize);
-        return store_.readFile(placeOf(number), raw) == kPageSize;
+        return file_.read(placeOf(number), raw) == kPageSize;
     }
 
  private:
-    SqliteStore& store_;
+    FileBytes file_;
 };
 
 }  // namespace

@@ -2,7 +2,7 @@
 #include <bit>
 
 #include "platform/dao/sqlite/key_range.h"
-#include "platform/dao/sqlite/store.h"
+#include "platform/dao/sqlite/rows.h"
 
 // The keys of a table's rows, by whatever road is shortest.
 namespace dao::driver {
@@ -36,9 +36,9 @@ void sortKeys(std::vector<std::int64_t>& keys) {
     }
 }
 
-KeyRange keyRange(SqliteStore& store, const std::string& table) {
+KeyRange keyRange(SqliteConnection& file, const std::string& table) {
     std::vector<std::int64_t> told;
-    store.cached(KeyRange::question(table))->readKeys(told, 3);
+    file.cached(KeyRange::question(table))->readKeys(told, 3);
     return {told[0], told[1], static_cast<std::uint64_t>(told[2])};
 }
 
@@ -52,12 +52,13 @@ std::vector<std::int64_t> between(const sql::IdSet& numbers, const KeyRange& ran
 
 // An index on some other field lists all rows, too, in a tenth of the pages; the price is that its order is
 // another.
-std::vector<std::int64_t> keysOfEachRow(SqliteStore& store, const std::string& table, std::uint64_t rows) {
+std::vector<std::int64_t> keysOfEachRow(SqliteConnection& file, const std::string& table,
+                                        std::uint64_t rows) {
     std::string text(RowGatherer::kHead);
     text.append("rowid) FROM ").append(quotedName(table));
     std::vector<std::int64_t> keys;
     keys.reserve(rows);
-    store.cached(text)->readKeys(keys, 1);
+    file.cached(text)->readKeys(keys, 1);
     if (!std::is_sorted(keys.begin(), keys.end())) {
         sortKeys(keys);
     }
@@ -66,21 +67,21 @@ std::vector<std::int64_t> keysOfEachRow(SqliteStore& store, const std::string& t
 
 }  // namespace
 
-KeyList SqliteStore::readAllKeys(const std::string& table) {
-    const KeyRange range = keyRange(*this, table);
+KeyList SqliteRows::readAllKeys(const std::string& table) {
+    const KeyRange range = keyRange(connection_, table);
     return range.hasAll() ? KeyList(range.first, range.rows)
-                          : KeyList(keysOfEachRow(*this, table, range.rows));
+                          : KeyList(keysOfEachRow(connection_, table, range.rows));
 }
 
-std::optional<KeyList> SqliteStore::readKeysAmong(const std::string& table, const sql::IdSet& numbers) {
-    const KeyRange range = keyRange(*this, table);
+std::optional<KeyList> SqliteRows::readKeysAmong(const std::string& table, const sql::IdSet& numbers) {
+    const KeyRange range = keyRange(connection_, table);
     if (range.hasAll()) {
         return KeyList(between(numbers, range));
     }
     if (range.rows / kRowsOfALook > numbers.size()) {
         return std::nullopt;
     }
-    const std::vector<std::int64_t> keys = keysOfEachRow(*this, table, range.rows);
+    const std::vector<std::int64_t> keys = keysOfEachRow(connection_, table, range.rows);
     std::vector<std::int64_t> both;
     both.reserve(std::min(keys.size(), numbers.size()));
     std::ranges::set_intersection(keys, numbers, std::back_inserter(both));

@@ -353,8 +353,8 @@ TEST_F(RepairTest, WhatIsToldOfAnotherFileIsNotBelieved) {
         const auto place = std::make_shared<FilePlace>(path, "lozinka", saltOf(path));
         driver::SqliteStore store(place->request(true));
         for (const char* copy : {"dao_layout_1", "dao_layout_2"}) {
-            store.execute(std::string("UPDATE ") + copy +
-                          " SET mark='what this file holds, form 1, 00', number=number+1");
+            store.connection().execute(std::string("UPDATE ") + copy +
+                                       " SET mark='what this file holds, form 1, 00', number=number+1");
         }
     }
     std::vector<char> bytes = daotest::readFile(path);

@@ -206,7 +206,7 @@ TEST_F(CommitLoss, AConnectionThatWasLostWhileIdleIsMadeAnewWithoutAWord) {
     insert(store, "Monitori");
     store.transaction().commit();
     endAllConnections();
-    store.lockRow("Grupe", 1);
+    store.rowLocks()->lockRow("Grupe", 1);
     EXPECT_EQ(store.counters().highestNumber("Grupe"), 1);
     EXPECT_EQ(names(), "Monitori");
 }
