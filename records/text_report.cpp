@@ -304,14 +304,15 @@ void addTo(ClientOrder& order, const OpenedRows& client) {
     }
 }
 
-// False where `turn` says so.
-bool sortAside(ClientOrder& order, const std::function<bool()>& turn) {
-    const std::future<void> sorted = std::async(std::launch::async, [&] { order.sort(); });
+// Work that may take longer than the windows may wait, and asks nothing of the database. False where `turn`
+// says so. Throws what the work throws.
+bool doAside(const std::function<void()>& work, const std::function<bool()>& turn) {
+    std::future<void> done = std::async(std::launch::async, work);
     bool goesOn = true;
-    while (goesOn && sorted.wait_for(std::chrono::milliseconds(5)) != std::future_status::ready) {
+    while (goesOn && done.wait_for(std::chrono::milliseconds(5)) != std::future_status::ready) {
         goesOn = turn();
     }
-    sorted.wait();
+    done.get();
     return goesOn;
 }
 
@@ -354,18 +355,47 @@ TextReport::Result TextReport::write(const std::string& clientSource, const QStr
     }
     step(refreshCache);
     ReportFile file;
-    step([&] { file.open(path); });
-    Result result = Result::Failed;
+    const Turn turn = [&, total = static_cast<std::int64_t>(ids.size())] {
+        return !proceed || proceed(0, total);
+    };
+    bool goesOn = true;
     step([&] {
-        result = fillShelf(QFileInfo(path).path(), ids, proceed) ? writeClients(file, ids, proceed)
-                                                                 : Result::BrokenOff;
+        goesOn = letTurn(
+            ids.size(), [&] { file.open(path); }, turn);
     });
+    Result result = goesOn ? Result::Failed : Result::BrokenOff;
+    if (goesOn) {
+        step([&] { result = writeAll(file, path, ids, proceed, turn); });
+    }
     if (result == Result::BrokenOff) {
         file.remove();
         return result;
     }
     step([&] { file.close(); });
     return step.failed() ? Result::Failed : result;
+}
+
+// What takes long where the report is large, and asks nothing of the database: half a million names are put
+// in order, the space of a file is given back.
+bool TextReport::letTurn(std::size_t clients, const std::function<void()>& work, const Turn& turn) const {
+    if (clients >= shelf.fromClients) {
+        return doAside(work, turn);
+    }
+    work();
+    return true;
+}
+
+TextReport::Result TextReport::writeAll(ReportFile& file, const QString& path,
+                                        const std::vector<std::int32_t>& ids, const Proceed& proceed,
+                                        const Turn& turn) {
+    if (!fillShelf(QFileInfo(path).path(), ids, turn)) {
+        return Result::BrokenOff;
+    }
+    const Result result = writeClients(file, ids, proceed);
+    return result == Result::BrokenOff || letTurn(
+                                              ids.size(), [&] { shelf_.reset(); }, turn)
+               ? result
+               : Result::BrokenOff;
 }
 
 std::optional<TextReport::Result> TextReport::findClients(std::vector<std::int32_t>& ids,
@@ -383,22 +413,14 @@ std::optional<TextReport::Result> TextReport::findAll(std::vector<std::int32_t>&
     if (!rows.has(kCustID) || !rows.has(kSurname)) {
         return Result::NotRead;
     }
-    const auto turn = [&, total = rows.count()] { return !proceed || proceed(0, total); };
+    const Turn turn = [&, total = rows.count()] { return !proceed || proceed(0, total); };
     const auto add = [&] { addTo(order, rows); };
-    if (!walkThrough(rows, add, turn) || !sort(order, turn)) {
+    if (!walkThrough(rows, add, turn) || !letTurn(
+                                             order.size(), [&] { order.sort(); }, turn)) {
         return Result::BrokenOff;
     }
     ids = order.numbers();
     return ids.empty() ? std::optional(Result::Empty) : std::nullopt;
-}
-
-// Half a million names take longer than the windows may wait.
-bool TextReport::sort(ClientOrder& order, const std::function<bool()>& turn) const {
-    if (order.size() >= shelf.fromClients) {
-        return sortAside(order, turn);
-    }
-    order.sort();
-    return true;
 }
 
 std::optional<TextReport::Result> TextReport::findSelected(std::vector<std::int32_t>& ids) {
@@ -418,9 +440,8 @@ std::string TextReport::clientTable() const {
     return "(" + clientSource_ + ") AS Clients";
 }
 
-// False where `proceed` says so. What cannot be put aside is read block by block, as in a small shop.
-bool TextReport::fillShelf(const QString& folder, const std::vector<std::int32_t>& ids,
-                           const Proceed& proceed) {
+// False where `turn` says so. What cannot be put aside is read block by block, as in a small shop.
+bool TextReport::fillShelf(const QString& folder, const std::vector<std::int32_t>& ids, const Turn& turn) {
     shelf_.reset();
     if (choices_.ShowOnlySelectedClient || readAhead == 0 || ids.size() < shelf.fromClients) {
         return true;
@@ -433,9 +454,8 @@ bool TextReport::fillShelf(const QString& folder, const std::vector<std::int32_t
     Trap step;
     step([&] {
         shelf_ = std::make_unique<ReportShelf>(shelf, ids, folder);
-        goesOn = shelf_->fill(database_,
-                              std::span(tables).first(choices_.IncludeComputers ? std::size(tables) : 1),
-                              [&] { return !proceed || proceed(0, static_cast<std::int64_t>(ids.size())); });
+        goesOn = shelf_->fill(
+            database_, std::span(tables).first(choices_.IncludeComputers ? std::size(tables) : 1), turn);
     });
     if (step.failed()) {
         shelf_.reset();

@@ -16,8 +16,6 @@
 #include "records/report_shelf.h"
 #include "records/report_texts.h"
 
-class ClientOrder;
-
 // The text report: clients, under each client the computers, under each computer the services, in fixed
 // columns. It knows no window; amounts are the stored ones (euro).
 class TextReport {
@@ -67,12 +65,16 @@ class TextReport {
     // What ends it before it begins.
     std::optional<Result> findClients(std::vector<std::int32_t>& ids, const Proceed& proceed);
     std::optional<Result> findAll(std::vector<std::int32_t>& ids, const Proceed& proceed);
-    bool sort(ClientOrder& order, const std::function<bool()>& turn) const;
+    using Turn = std::function<bool()>;  // Proceed, before the first client
+    // False where `turn` says so. Throws what the work throws.
+    bool letTurn(std::size_t clients, const std::function<void()>& work, const Turn& turn) const;
+    Result writeAll(ReportFile& file, const QString& path, const std::vector<std::int32_t>& ids,
+                    const Proceed& proceed, const Turn& turn);
     std::optional<Result> findSelected(std::vector<std::int32_t>& ids);
     std::string clientTable() const;
     Result writeClients(ReportFile& file, const std::vector<std::int32_t>& ids, const Proceed& proceed);
     bool writeClientWhole(ReportFile& file, const ReportRows& client, bool all);
-    bool fillShelf(const QString& folder, const std::vector<std::int32_t>& ids, const Proceed& proceed);
+    bool fillShelf(const QString& folder, const std::vector<std::int32_t>& ids, const Turn& turn);
     void readClients(const std::vector<std::int32_t>& ids);
     void takeClients(std::size_t group, const std::vector<std::int32_t>& ids);
     void readFor(const std::vector<std::int32_t>& owners);
