@@ -7,6 +7,7 @@
 #include <ctime>
 #include <fstream>
 #include <functional>
+#include <regex>
 #include <string>
 
 #include "catalogue/ActiveReport1.h"
@@ -71,13 +72,21 @@ void forgetPeak() {
     std::ofstream("/proc/self/clear_refs") << 5;
 }
 
+std::regex& wantedBeats() {
+    static std::regex wanted;
+    return wanted;
+}
+
 // MiB, of all that has been told of.
 double& mostMemory() {
     static double most = 0;
     return most;
 }
 
-void tellOf(const char* name, const std::function<void()>& deed) {
+void tellOf(const std::string& name, const std::function<void()>& deed) {
+    if (!std::regex_search(name, wantedBeats())) {
+        return;
+    }
     forgetPeak();
     const double before = memoryOf("VmRSS");
     const double begun = millisecondsNow();
@@ -85,7 +94,7 @@ void tellOf(const char* name, const std::function<void()>& deed) {
     deed();
     const double gap = beat.longestGap();
     mostMemory() = std::max(mostMemory(), memoryOf("VmHWM"));
-    std::printf("| %s | %.0f ms | %.0f ms | %.0f MiB |\n", name, millisecondsNow() - begun, gap,
+    std::printf("| %s | %.0f ms | %.0f ms | %.0f MiB |\n", name.c_str(), millisecondsNow() - begun, gap,
                 memoryOf("VmHWM") - before);
     std::fflush(stdout);
 }
@@ -107,24 +116,27 @@ void readPriceList() {
 
 }  // namespace
 
-int beatMeasures(bool processor) {
+int beatMeasures(bool processor, const std::regex& wanted) {
+    wantedBeats() = wanted;
     clockInUse() = processor ? CLOCK_PROCESS_CPUTIME_ID : CLOCK_MONOTONIC;
     platform::setShellExecuteHook([](const QString&) { return 33; });  // nothing opens the report
     std::printf("| | time | longest gap between two turns | memory above the start |\n|---|---|---|---|\n");
     tellOf("opening the window", [] { mainWindow(); });
-    frmMain& window = mainWindow();
+    frmMain& window = mainWindow();  // also where its opening is not told of
     window.choices.report.ShowOnlySelectedClient = window.choices.report.ShowOnlySelectedComputer =
         window.choices.report.ShowOnlySelectedService = false;
     tellOf("text report", [&] { window.report.GenerateReport(); });
     tellOf("refresh", [&] { window.shop.filter.RefreshAll(); });
     window.choices.filter.ShowMsgBoxFilterResults = false;
     for (int number = 0; number < static_cast<int>(quick_filters::kFilters.size()); ++number) {
-        tellOf(("filter " + std::to_string(number)).c_str(), [&] { filter(number); });
-        tellOf("removing it", [&] { window.shop.filter.RemoveFilters(); });
+        const std::string name = "filter " + std::to_string(number);
+        tellOf(name, [&] { filter(number); });
+        tellOf("removing " + name, [&] { window.shop.filter.RemoveFilters(); });
     }
     tellOf("price list", readPriceList);
     window.choices.session.AlwaysCreateBackupDB = true;
     tellOf("backup at closing", [] { closeMainWindow(); });
+    closeMainWindow();  // where it is still open
     QString errorText;
     std::printf("| the most memory of this day | | | %.0f MiB |\n", mostMemory());
     tellOf("repair and compaction", [&] { RepairAndCompactDatabase(errorText, true); });

@@ -130,7 +130,7 @@ int usage() {
                  "       tarvello_bench SHOP.mdb --server \"host=FOLDER user=NAME dbname=postgres\" [--far] "
                  "[MEASURE-REGEX]\n"
                  "       tarvello_bench SHOP.mdb --startup\n"
-                 "       tarvello_bench SHOP.mdb --beats [--processor]\n"
+                 "       tarvello_bench SHOP.mdb --beats [--processor] [BEAT-REGEX]\n"
                  "       tarvello_bench SHOP.mdb --drawing SECONDS WORKSTATION\n"
                  "       tarvello_bench SOCKET-FOLDER --delaying MICROSECONDS SERVER-FOLDER\n");
     return 2;
@@ -220,7 +220,7 @@ int main(int argc, char** argv) {
     }
     fs::copy_file(shop, copy);
     if (arguments.beats) {
-        return beatMeasures(arguments.processor);
+        return beatMeasures(arguments.processor, wanted);
     }
     measureAll(copy.parent_path(), wanted);
     return 0;

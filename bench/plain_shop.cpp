@@ -33,7 +33,7 @@ constexpr const char* kSettings =
     "PRAGMA journal_size_limit=1048576;"
     "PRAGMA synchronous=FULL;"
     "PRAGMA temp_store=MEMORY;"
-    "PRAGMA cache_size=-262144;"
+    "PRAGMA cache_size=-131072;"
     "PRAGMA cache_spill=OFF;"
     "SELECT count(*) FROM sqlite_master";
 

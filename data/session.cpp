@@ -230,6 +230,11 @@ void repairAndCompact(const std::string& from, const std::string& to, const std:
     dao::DBEngine::CompactDatabase(from, to, connect);
 }
 
+// Giving back the space of a large file takes a while, too.
+void discardAside(const QString& file) {
+    LongWait::finish([&] { dao::DBEngine::DiscardDatabase(file.toStdString()); });
+}
+
 // ----- on a server
 
 // The server keeps its shop in its place throughout: there is no file to exchange.
@@ -429,7 +434,7 @@ bool RepairAndCompactDatabase(QString& errorText, bool withPassword) {
         });
     });
     if (wait.isLeft() && !mended) {
-        dao::DBEngine::DiscardDatabase(temporary.toStdString());
+        discardAside(temporary);
         return fail(errorText, {});
     }
     if (engine.failed()) {
@@ -440,7 +445,7 @@ bool RepairAndCompactDatabase(QString& errorText, bool withPassword) {
     // up in the middle leaves the shop with the file it had.
     Trap files;
     files([&] { LongWait::finish([&] { dao::DBEngine::CopyDatabase(temporary.toStdString(), from); }); });
-    dao::DBEngine::DiscardDatabase(temporary.toStdString());
+    discardAside(temporary);
     if (files.failed()) {
         return fail(errorText, lines(GetResString(1026), files.line()));
     }

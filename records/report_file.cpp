@@ -100,7 +100,8 @@ void ReportFile::print(std::string_view text) {
     if (!isGood()) {
         return;
     }
-    if (text.find_first_of("\r\n") == std::string_view::npos) {
+    // Twice for one sign: looked for together, each character of the report would be a search of its own.
+    if (text.find('\n') == std::string_view::npos && text.find('\r') == std::string_view::npos) {
         printPiece(text);
     } else {
         printLines(text);

@@ -4,7 +4,7 @@
 
 using platform::Trap;
 
-ReportRows::ReportRows(dao::Recordset rows, Names names) : rows_(std::move(rows)) {
+OpenedRows::OpenedRows(dao::Recordset rows, Names names) : rows_(std::move(rows)) {
     fields_.resize(names.size());
     for (std::size_t i = 0; i < names.size(); ++i) {
         Trap step;  // a file from before that field came in
@@ -12,11 +12,11 @@ ReportRows::ReportRows(dao::Recordset rows, Names names) : rows_(std::move(rows)
     }
 }
 
-ReportRows::~ReportRows() {
+OpenedRows::~OpenedRows() {
     rows_.Close();
 }
 
-const dao::Value* ReportRows::value(int field) const {
+const dao::Value* OpenedRows::value(int field) const {
     const std::optional<dao::Field>& known = fields_[static_cast<std::size_t>(field)];
     const dao::Value* read = nullptr;
     Trap step;
@@ -24,6 +24,22 @@ const dao::Value* ReportRows::value(int field) const {
         step([&] { read = &known->Value(); });
     }
     return read == nullptr || read->isNull() ? nullptr : read;
+}
+
+bool OpenedRows::find(const std::string& criterion) {
+    rows_.FindFirst(criterion);
+    return !rows_.NoMatch();
+}
+
+bool walkThrough(OpenedRows& rows, const std::function<void()>& atRow, const std::function<bool()>& turn) {
+    constexpr int kBetweenTurns = 64;
+    for (int done = 1; !rows.isAtEnd(); rows.next(), ++done) {
+        atRow();
+        if (done % kBetweenTurns == 0 && !turn()) {
+            return false;
+        }
+    }
+    return true;
 }
 
 const std::string& ReportRows::text(int field) const {
@@ -82,8 +98,8 @@ void ReportBatch::take(std::shared_ptr<ReportRows> rows, int ownerField,
     for (const std::int32_t owner : owners) {
         ranges_[owner];
     }
-    dao::Recordset& set = rows->set();
-    for (std::int64_t place = 0; !set.EOF(); set.MoveNext(), ++place) {
+    const std::int64_t count = rows->count();
+    for (std::int64_t place = 0; place < count; rows->next(), ++place) {
         Range& range = ranges_[rows->key(ownerField).value_or(-1)];
         if (range.count++ == 0) {
             range.first = place;
@@ -104,18 +120,17 @@ std::optional<ReportPart> ReportBatch::part(std::int32_t owner) const {
     }
     const Range& range = known->second;
     if (range.count > 0) {
-        rows_->set().setAbsolutePosition(range.first);
+        rows_->goTo(range.first);
     }
     return ReportPart{rows_, range.count};
 }
 
 std::vector<std::int32_t> ReportBatch::keys(int field) const {
     std::vector<std::int32_t> keys;
-    if (rows_ == nullptr || rows_->set().RecordCount() == 0) {
-        return keys;
-    }
-    keys.reserve(static_cast<std::size_t>(rows_->set().RecordCount()));
-    for (rows_->set().MoveFirst(); !rows_->set().EOF(); rows_->set().MoveNext()) {
+    const std::int64_t count = rows_ == nullptr ? 0 : rows_->count();
+    keys.reserve(static_cast<std::size_t>(count));
+    for (std::int64_t place = 0; place < count; ++place) {
+        rows_->goTo(place);
         if (const std::optional<std::int32_t> key = rows_->key(field)) {
             keys.push_back(*key);
         }

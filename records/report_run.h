@@ -16,7 +16,7 @@ class ReportRun {
     ReportRun(QWidget& window, Stages& stages, const ServiceList& services, ReportChoices& choices,
               MainStatus& status);
 
-    int ReportTurn = 50;  // milliseconds for which a report may be written before the window has its turn
+    int ReportTurn = 20;  // milliseconds for which a report may be written before the window has its turn
 
     // Writes the report of the choices and opens it. The window may be closed meanwhile; a second call
     // meanwhile does nothing.

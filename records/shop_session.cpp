@@ -1,5 +1,9 @@
 #include "records/shop_session.h"
 
+#include <atomic>
+#include <chrono>
+#include <future>
+
 #include "common/modMain.h"
 #include "common/settings.h"
 #include "common/window_helpers.h"
@@ -22,7 +26,27 @@ const QString kCompactingRefused = QStringLiteral(
     "Database is opened in multiuser environment and at least one user is on line thus it is impossible to "
     "compact database. Application will try to restart the database.");
 
-constexpr int kBackupTurn = 50;  // milliseconds
+constexpr int kBackupTurn = 20;  // milliseconds
+constexpr std::chrono::milliseconds kBetweenLooks{5};
+
+// The shop is closed meanwhile, and nobody else asks the engine. A step of a large backup takes longer than
+// the windows may wait: its last pages coming to rest on the disk, the space of the former one given back.
+bool backUpAside(QString& errorText, WorkProgress& progress) {
+    std::atomic<std::int64_t> copied{0}, all{0};
+    std::future<bool> made = std::async(std::launch::async, [&] {
+        return BackupDatabase(errorText, [&](std::int64_t done, std::int64_t total) {
+            copied = done;
+            all = total;
+        });
+    });
+    for (bool ready = false; !ready;) {
+        ready = made.wait_for(kBetweenLooks) == std::future_status::ready;
+        if (all > 0) {
+            progress.tell(copied, all);
+        }
+    }
+    return made.get();
+}
 
 }  // namespace
 
@@ -153,10 +177,7 @@ void ShopSession::finish() {
     bool done = false;
     const std::unique_ptr<WorkProgress> progress =
         window_.progress(QStringLiteral("Backup"), kBackupTurn, BackupPatience);
-    step([&] {
-        done = BackupDatabase(
-            errorText, [&](std::int64_t copied, std::int64_t total) { progress->tell(copied, total); });
-    });
+    step([&] { done = backUpAside(errorText, *progress); });
     if (done) {
         return;
     }

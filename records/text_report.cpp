@@ -1,14 +1,18 @@
 #include "records/text_report.h"
 
+#include <QFileInfo>
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <chrono>
+#include <future>
 #include <iterator>
 #include <span>
 #include <string_view>
 
 #include "common/window_helpers.h"
 #include "platform/system/trap.h"
+#include "records/client_order.h"
 #include "records/service_fields.h"
 
 using platform::Trap;
@@ -276,37 +280,57 @@ std::string listOf(const std::vector<std::int32_t>& numbers) {
     return list;
 }
 
-std::shared_ptr<ReportRows> openRows(dao::Database& database, const std::string& statement,
+std::shared_ptr<OpenedRows> openRows(dao::Database& database, const std::string& statement,
                                      ReportRows::Names names) {
-    return std::make_shared<ReportRows>(database.OpenRecordset(statement, dao::dbOpenSnapshot), names);
+    return std::make_shared<OpenedRows>(database.OpenRecordset(statement, dao::dbOpenSnapshot), names);
 }
 
 // The clients' numbers that the statement gives.
 std::vector<std::int32_t> numbersOf(dao::Database& database, const std::string& statement) {
-    const std::shared_ptr<ReportRows> rows =
+    const std::shared_ptr<OpenedRows> rows =
         openRows(database, statement, ReportRows::Names(kClientFields).first<kCustID + 1>());
     std::vector<std::int32_t> numbers;
-    numbers.reserve(static_cast<std::size_t>(rows->set().RecordCount()));
-    for (dao::Recordset& set = rows->set(); !set.EOF(); set.MoveNext()) {
+    numbers.reserve(static_cast<std::size_t>(rows->count()));
+    for (; !rows->isAtEnd(); rows->next()) {
         numbers.push_back(rows->key(kCustID).value_or(-1));
     }
     return numbers;
 }
 
-// All rows of the statement. Throws as OpenRecordset does.
-ReportPart openPart(dao::Database& database, const std::string& statement, ReportRows::Names names) {
-    ReportPart part{openRows(database, statement, names)};
-    part.count = part.rows->set().RecordCount();
+void addTo(ClientOrder& order, const OpenedRows& client) {
+    if (const std::optional<std::int32_t> number = client.key(kCustID)) {  // nothing of a deleted one
+        const dao::Value* name = client.value(kSurname);
+        order.add(*number, name == nullptr ? nullptr : &name->textRef());
+    }
+}
+
+// Work that may take longer than the windows may wait, and asks nothing of the database. False where `turn`
+// says so. Throws what the work throws.
+bool doAside(const std::function<void()>& work, const std::function<bool()>& turn) {
+    std::future<void> done = std::async(std::launch::async, work);
+    bool goesOn = true;
+    while (goesOn && done.wait_for(std::chrono::milliseconds(5)) != std::future_status::ready) {
+        goesOn = turn();
+    }
+    done.get();
+    return goesOn;
+}
+
+// All rows of the statement, or the one that meets the criterion; none where none does. Throws as
+// OpenRecordset does.
+ReportPart openPart(dao::Database& database, const std::string& statement, ReportRows::Names names,
+                    const std::string& criterion) {
+    const std::shared_ptr<OpenedRows> rows = openRows(database, statement, names);
+    ReportPart part{rows, rows->count()};
+    if (part.count > 0 && !criterion.empty()) {
+        part.count = rows->find(criterion) ? 1 : 0;
+    }
     return part;
 }
 
-// Down to the selected one, or to none where it is not among them.
-void narrow(ReportPart& part, const char* key, std::int32_t selected) {
-    if (part.count == 0) {
-        return;
-    }
-    part.rows->set().FindFirst(std::string(key) + "=" + std::to_string(selected));
-    part.count = part.rows->set().NoMatch() ? 0 : 1;
+// Of what is selected, where only that is wanted; empty: all of them.
+std::string criterionOf(bool wanted, const char* key, std::int32_t selected) {
+    return wanted ? std::string(key) + "=" + std::to_string(selected) : std::string();
 }
 
 }  // namespace
@@ -325,15 +349,24 @@ TextReport::Result TextReport::write(const std::string& clientSource, const QStr
     std::vector<std::int32_t> ids;
     std::optional<Result> ended = Result::NotRead;
     Trap step;
-    step([&] { ended = findClients(ids); });
+    step([&] { ended = findClients(ids, proceed); });
     if (ended) {
         return *ended;
     }
     step(refreshCache);
     ReportFile file;
-    step([&] { file.open(path); });
-    Result result = Result::Failed;
-    step([&] { result = writeClients(file, ids, proceed); });
+    const Turn turn = [&, total = static_cast<std::int64_t>(ids.size())] {
+        return !proceed || proceed(0, total);
+    };
+    bool goesOn = true;
+    step([&] {
+        goesOn = letTurn(
+            ids.size(), [&] { file.open(path); }, turn);
+    });
+    Result result = goesOn ? Result::Failed : Result::BrokenOff;
+    if (goesOn) {
+        step([&] { result = writeAll(file, path, ids, proceed, turn); });
+    }
     if (result == Result::BrokenOff) {
         file.remove();
         return result;
@@ -342,18 +375,59 @@ TextReport::Result TextReport::write(const std::string& clientSource, const QStr
     return step.failed() ? Result::Failed : result;
 }
 
-// Who is in the report, and in which order, is of one moment: only the numbers are read for it. A large
-// shop's clients with all that is known of them would fill the memory of a workstation.
-std::optional<TextReport::Result> TextReport::findClients(std::vector<std::int32_t>& ids) {
-    const bool one = choices_.ShowOnlySelectedClient;
+// What takes long where the report is large, and asks nothing of the database: half a million names are put
+// in order, the space of a file is given back.
+bool TextReport::letTurn(std::size_t clients, const std::function<void()>& work, const Turn& turn) const {
+    if (clients >= shelf.fromClients) {
+        return doAside(work, turn);
+    }
+    work();
+    return true;
+}
+
+TextReport::Result TextReport::writeAll(ReportFile& file, const QString& path,
+                                        const std::vector<std::int32_t>& ids, const Proceed& proceed,
+                                        const Turn& turn) {
+    if (!fillShelf(QFileInfo(path).path(), ids, turn)) {
+        return Result::BrokenOff;
+    }
+    const Result result = writeClients(file, ids, proceed);
+    return result == Result::BrokenOff || letTurn(
+                                              ids.size(), [&] { shelf_.reset(); }, turn)
+               ? result
+               : Result::BrokenOff;
+}
+
+std::optional<TextReport::Result> TextReport::findClients(std::vector<std::int32_t>& ids,
+                                                          const Proceed& proceed) {
+    return choices_.ShowOnlySelectedClient ? findSelected(ids) : findAll(ids, proceed);
+}
+
+// Who is in the report is of one moment: only the numbers and the names are read for it. A large shop's
+// clients with all that is known of them would fill the memory of a workstation.
+std::optional<TextReport::Result> TextReport::findAll(std::vector<std::int32_t>& ids,
+                                                      const Proceed& proceed) {
+    ClientOrder order;
+    OpenedRows rows(database_.OpenRecordset(clientSource_, dao::dbOpenDynaset),
+                    ReportRows::Names(kClientFields).first<kSurname + 1>());
+    if (!rows.has(kCustID) || !rows.has(kSurname)) {
+        return Result::NotRead;
+    }
+    const Turn turn = [&, total = rows.count()] { return !proceed || proceed(0, total); };
+    const auto add = [&] { addTo(order, rows); };
+    if (!walkThrough(rows, add, turn) || !letTurn(
+                                             order.size(), [&] { order.sort(); }, turn)) {
+        return Result::BrokenOff;
+    }
+    ids = order.numbers();
+    return ids.empty() ? std::optional(Result::Empty) : std::nullopt;
+}
+
+std::optional<TextReport::Result> TextReport::findSelected(std::vector<std::int32_t>& ids) {
     ids = numbersOf(database_, "SELECT CustID FROM " + clientTable() +
-                                   (one ? " WHERE CustID=" + std::to_string(selection_.client)
-                                        : std::string(" ORDER BY Surname ASC;")));
+                                   " WHERE CustID=" + std::to_string(selection_.client));
     if (!ids.empty()) {
         return std::nullopt;
-    }
-    if (!one) {
-        return Result::Empty;
     }
     dao::Recordset all = database_.OpenRecordset("SELECT CustID FROM " + clientTable());
     const bool isEmpty = all.EOF();
@@ -366,15 +440,40 @@ std::string TextReport::clientTable() const {
     return "(" + clientSource_ + ") AS Clients";
 }
 
+// False where `turn` says so. What cannot be put aside is read block by block, as in a small shop.
+bool TextReport::fillShelf(const QString& folder, const std::vector<std::int32_t>& ids, const Turn& turn) {
+    shelf_.reset();
+    if (choices_.ShowOnlySelectedClient || readAhead == 0 || ids.size() < shelf.fromClients) {
+        return true;
+    }
+    const ReportShelf::Table tables[] = {
+        {clientSource_, kClientFields, kCustID, -1, -1},
+        {"SELECT * FROM QDComputers" + suffix_, kComputerFields, kOwner, kMachineID, kMachineName},
+        {"SELECT * FROM QDServices" + suffix_, kServiceFields, kMachine, -1, place(ServiceColumn::Started)}};
+    bool goesOn = true;
+    Trap step;
+    step([&] {
+        shelf_ = std::make_unique<ReportShelf>(shelf, ids, folder);
+        goesOn = shelf_->fill(
+            database_, std::span(tables).first(choices_.IncludeComputers ? std::size(tables) : 1), turn);
+    });
+    if (step.failed()) {
+        shelf_.reset();
+    }
+    return goesOn;
+}
+
 TextReport::Result TextReport::writeClients(ReportFile& file, const std::vector<std::int32_t>& ids,
                                             const Proceed& proceed) {
     const bool all = !choices_.ShowOnlySelectedClient;
-    const std::size_t block = std::max<std::size_t>(readAhead, 1);
+    const std::size_t block = shelf_ ? shelf.group : std::max<std::size_t>(readAhead, 1);
     bool whole = false;  // the last client's part
     for (std::size_t done = 0; done < ids.size(); ++done) {
         if (done % block == 0) {
-            readClients({ids.begin() + static_cast<std::ptrdiff_t>(done),
-                         ids.begin() + static_cast<std::ptrdiff_t>(std::min(done + block, ids.size()))});
+            const auto first = ids.begin() + static_cast<std::ptrdiff_t>(done);
+            const std::vector<std::int32_t> next(
+                first, first + static_cast<std::ptrdiff_t>(std::min(block, ids.size() - done)));
+            shelf_ ? takeClients(done / block, next) : readClients(next);
         }
         // Whom somebody has deleted meanwhile has no place in the report any more.
         if (const std::optional<ReportPart> client = clients_.part(ids[done]); client && client->count > 0) {
@@ -403,6 +502,14 @@ void TextReport::readClients(const std::vector<std::int32_t>& ids) {
         kCustID, ids);
     if (readAhead > 0 && choices_.IncludeComputers && !choices_.ShowOnlySelectedClient) {
         readFor(ids);
+    }
+}
+
+void TextReport::takeClients(std::size_t group, const std::vector<std::int32_t>& ids) {
+    clients_.take(shelf_->take(group, ReportShelf::kClients), kCustID, ids);
+    if (choices_.IncludeComputers) {
+        computers_.take(shelf_->take(group, ReportShelf::kComputers), kOwner, ids);
+        services_.take(shelf_->take(group, ReportShelf::kServices), kMachine, computers_.keys(kMachineID));
     }
 }
 
@@ -499,15 +606,15 @@ bool TextReport::WriteComputers(ReportFile& file, std::int32_t custId, bool all)
     bool whole = true;
     step([&] {
         const std::optional<ReportPart> read = all ? computers_.part(custId) : std::nullopt;
-        ReportPart computers = read ? *read
-                                    : openPart(database_,
-                                               "SELECT * FROM QDComputers" + suffix_ + " WHERE CustID=" +
-                                                   std::to_string(custId) + " ORDER BY MachineName ASC;",
-                                               kComputerFields);
-        if (choices_.ShowOnlySelectedComputer && !all) {
-            narrow(computers, "MachineID", selection_.computer);
-        }
-        for (std::int64_t left = computers.count; left > 0; --left, computers.rows->set().MoveNext()) {
+        const ReportPart computers =
+            read ? *read
+                 : openPart(database_,
+                            "SELECT * FROM QDComputers" + suffix_ +
+                                " WHERE CustID=" + std::to_string(custId) + " ORDER BY MachineName ASC;",
+                            kComputerFields,
+                            criterionOf(choices_.ShowOnlySelectedComputer && !all, "MachineID",
+                                        selection_.computer));
+        for (std::int64_t left = computers.count; left > 0; --left, computers.rows->next()) {
             whole = WriteComputer(file, *computers.rows) && whole;
             file.endLine();
             whole = WriteServices(file, computers.rows->key(kMachineID).value_or(-1), all) && whole;
@@ -547,14 +654,13 @@ bool TextReport::WriteServices(ReportFile& file, std::int32_t machineId, bool al
     Trap step;
     step([&] {
         const std::optional<ReportPart> read = all ? services_.part(machineId) : std::nullopt;
-        ReportPart services = read ? *read
-                                   : openPart(database_,
-                                              "SELECT * FROM QDServices" + suffix_ + " WHERE MachineID=" +
-                                                  std::to_string(machineId) + " ORDER BY ServiceStarted ASC",
-                                              kServiceFields);
-        if (choices_.ShowOnlySelectedService && !all) {
-            narrow(services, "ID", selection_.service);
-        }
+        const ReportPart services =
+            read ? *read
+                 : openPart(database_,
+                            "SELECT * FROM QDServices" + suffix_ + " WHERE MachineID=" +
+                                std::to_string(machineId) + " ORDER BY ServiceStarted ASC",
+                            kServiceFields,
+                            criterionOf(choices_.ShowOnlySelectedService && !all, "ID", selection_.service));
         if (services.count < 1) {
             putLine(file, kServiceColumn, "Service(s): No services at this time.");
             file.endLine();
@@ -567,7 +673,7 @@ bool TextReport::WriteServices(ReportFile& file, std::int32_t machineId, bool al
         }
         file.endLine();
         putRule(file, kServiceColumn, kServiceRule);
-        for (std::int64_t left = services.count; left > 0; --left, services.rows->set().MoveNext()) {
+        for (std::int64_t left = services.count; left > 0; --left, services.rows->next()) {
             writeService(file, *services.rows);
         }
     });

@@ -13,6 +13,7 @@
 #include "records/report_choices.h"
 #include "records/report_file.h"
 #include "records/report_rows.h"
+#include "records/report_shelf.h"
 #include "records/report_texts.h"
 
 // The text report: clients, under each client the computers, under each computer the services, in fixed
@@ -31,9 +32,10 @@ class TextReport {
         Empty,          // there is no client; no file was touched
         ClientMissing,  // the selected one is not there; no file was touched
         NotRead,        // the clients could not be read; no file was touched
-        BrokenOff,      // `proceed` said so; the file is gone
+        BrokenOff,      // `proceed` said so; no part of it is left
     };
-    // Told after each client how many are done; false breaks the report off. May close the database.
+    // Told after each client how many are done, and before the first of many now and then that none is; false
+    // breaks the report off. May close the database.
     using Proceed = std::function<bool(std::int64_t done, std::int64_t total)>;
 
     // `querySuffix`: the number behind this copy's stored queries, through which a quick filter narrows the
@@ -44,6 +46,9 @@ class TextReport {
     // How many clients are read at one time, with their computers and services where all are wanted; 0: each
     // client, his computers and each computer's services by a statement of their own. The report is the same.
     std::size_t readAhead = 500;
+    // From how many clients on the rows of all of them are put aside first, and with which means. The report
+    // is the same, but all of it is of the moment when it began.
+    ReportShelf::Limits shelf;
 
     // `clientSource`: the statement of the clients, without an order.
     Result write(const std::string& clientSource, const QString& path, const Proceed& proceed = {});
@@ -57,11 +62,21 @@ class TextReport {
     bool WriteServices(ReportFile& file, std::int32_t machineId, bool all);
 
  private:
-    std::optional<Result> findClients(std::vector<std::int32_t>& ids);  // what ends it before it begins
+    // What ends it before it begins.
+    std::optional<Result> findClients(std::vector<std::int32_t>& ids, const Proceed& proceed);
+    std::optional<Result> findAll(std::vector<std::int32_t>& ids, const Proceed& proceed);
+    using Turn = std::function<bool()>;  // Proceed, before the first client
+    // False where `turn` says so. Throws what the work throws.
+    bool letTurn(std::size_t clients, const std::function<void()>& work, const Turn& turn) const;
+    Result writeAll(ReportFile& file, const QString& path, const std::vector<std::int32_t>& ids,
+                    const Proceed& proceed, const Turn& turn);
+    std::optional<Result> findSelected(std::vector<std::int32_t>& ids);
     std::string clientTable() const;
     Result writeClients(ReportFile& file, const std::vector<std::int32_t>& ids, const Proceed& proceed);
     bool writeClientWhole(ReportFile& file, const ReportRows& client, bool all);
+    bool fillShelf(const QString& folder, const std::vector<std::int32_t>& ids, const Turn& turn);
     void readClients(const std::vector<std::int32_t>& ids);
+    void takeClients(std::size_t group, const std::vector<std::int32_t>& ids);
     void readFor(const std::vector<std::int32_t>& owners);
     std::string headLine(const ReportRows& client);
     void writeService(ReportFile& file, const ReportRows& service);
@@ -73,4 +88,5 @@ class TextReport {
     ReportTexts texts_;
     std::string clientSource_;
     ReportBatch clients_, computers_, services_;
+    std::unique_ptr<ReportShelf> shelf_;  // of a large shop
 };

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QProgressBar>
+#include <algorithm>
 
 #include "platform/controls/persons_doing.h"
 #include "platform/controls/status_bar.h"
@@ -21,8 +22,8 @@ bool isCommand(QEvent::Type type) {
 
 WorkProgress::WorkProgress(QWidget* window, platform::StatusBar* bar, const QString& name, int turn,
                            int first)
-    : window_(window), bar_(bar), name_(name), turn_(turn), next_(first) {
-    sinceTurn_.start();
+    : window_(window), bar_(bar), name_(name), turn_(turn), first_(first) {
+    since_.start();
 }
 
 WorkProgress::~WorkProgress() {
@@ -36,15 +37,17 @@ WorkProgress::~WorkProgress() {
 }
 
 void WorkProgress::tell(std::int64_t done, std::int64_t total) {
-    if (sinceTurn_.elapsed() < next_) {
+    const QElapsedTimer& last = sinceTurn_.isValid() ? sinceTurn_ : since_;
+    if (last.elapsed() < (sinceTurn_.isValid() ? turn_ : std::min(turn_, first_))) {
         return;
     }
-    next_ = turn_;
-    show(done, total);
+    if (since_.elapsed() >= first_) {
+        show(done, total);
+    }
     qApp->installEventFilter(this);
     QApplication::processEvents();
     qApp->removeEventFilter(this);
-    sinceTurn_.restart();
+    sinceTurn_.start();
 }
 
 void WorkProgress::show(std::int64_t done, std::int64_t total) {

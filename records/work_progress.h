@@ -20,7 +20,7 @@ class WorkProgress : public QObject {
  public:
     // `bar` may be nullptr: then nothing is shown. Both may go while this lives. `name`: what is being done,
     // for those who hear the window. `turn`: milliseconds between two turns of the windows; `first`: before
-    // the first of them, and before anything is shown.
+    // anything is shown.
     WorkProgress(QWidget* window, platform::StatusBar* bar, const QString& name, int turn, int first);
     ~WorkProgress() override;
 
@@ -38,6 +38,6 @@ class WorkProgress : public QObject {
     QPointer<QProgressBar> shown_;
     QString name_;
     int turn_;
-    int next_;  // milliseconds after the last turn
-    QElapsedTimer sinceTurn_;
+    int first_;
+    QElapsedTimer since_, sinceTurn_;
 };

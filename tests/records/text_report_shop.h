@@ -32,6 +32,7 @@ class ReportShop : public DeliveredFixture {
     TextReport::Result write(const TextReport::Proceed& proceed = {}) {
         TextReport made = report();
         made.readAhead = readAhead;
+        made.shelf = shelf;
         return made.write("SELECT * FROM " + query("QDCustomers"), file(), proceed);
     }
     QString file() const { return path("Report.txt"); }
@@ -63,6 +64,7 @@ class ReportShop : public DeliveredFixture {
     ReportChoices choices;
     TextReport::Selection selection;
     std::size_t readAhead = 1000;
+    ReportShelf::Limits shelf;
 
  private:
     int suffix_ = -1;

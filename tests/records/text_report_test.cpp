@@ -473,8 +473,9 @@ TEST_F(TextReportTest, ANarrowedViewNarrowsTheReport) {
     narrow("QDCustomers", "SELECT * FROM Customers WHERE CustID=" + std::to_string(shown));
     narrow("QDComputers", "SELECT * FROM Computers WHERE MachineID=" + std::to_string(machine));
     narrow("QDServices", "SELECT * FROM Services WHERE ID=" + std::to_string(service));
-    for (const size_t ahead : {0, 1000}) {
-        readAhead = ahead;
+    for (const bool aside : {false, true}) {
+        readAhead = aside ? 1000 : 0;
+        shelf.fromClients = aside ? 1 : 5000;
         choices.PrintComputerComments = false;
         EXPECT_THAT(text(), StartsWith("Anic, Ana\n"));
         EXPECT_THAT(written(), HasSubstr("Computer name: Shown\n"));
@@ -495,6 +496,25 @@ TEST_F(TextReportTest, ReadingAheadChangesNothing) {
         readAhead = ahead;
         EXPECT_EQ(text() == oneByOne, true) << ahead;
     }
+}
+
+TEST_F(TextReportTest, PuttingRowsAsideChangesNothing) {
+    useDemo();
+    wholeShop();
+    readAhead = 0;
+    const std::string oneByOne = text();
+    readAhead = 1000;
+    shelf.fromClients = 1;
+    for (const size_t group : {1, 7, 59, 60, 1000}) {
+        for (const size_t memory : {0, 3000, 8'000'000}) {
+            shelf.group = group;
+            shelf.memory = memory;
+            EXPECT_EQ(text() == oneByOne, true) << group << " in " << memory;
+        }
+    }
+    choices.IncludeComputers = false;
+    EXPECT_EQ(write(), Result::Failed) << "as it counts without computers";
+    EXPECT_THAT(written(), Not(HasSubstr("Computer name")));
 }
 
 TEST_F(TextReportTest, AnEmptyShopTouchesNoFile) {
@@ -559,8 +579,11 @@ TEST_F(TextReportTest, ComputersThatCannotBeReadFailAndTheClientStays) {
     EXPECT_EQ(write(), Result::Failed);
     EXPECT_THAT(written(), StartsWith("Peric, Pera\n"));
     wholeShop();
-    EXPECT_EQ(write(), Result::Failed);
-    EXPECT_THAT(written(), StartsWith("Peric, Pera\n"));
+    for (const size_t from : {5000, 1}) {
+        shelf.fromClients = from;
+        EXPECT_EQ(write(), Result::Failed);
+        EXPECT_THAT(written(), StartsWith("Peric, Pera\n"));
+    }
 }
 
 // Computers that can be read of one client and not of the other, told by the last one's outcome.
@@ -656,6 +679,44 @@ TEST_F(TextReportTest, WhoIsInItIsOfTheMomentItBegan) {
     EXPECT_THAT(written(), Not(HasSubstr("Markovic")));
     EXPECT_THAT(written(), Not(HasSubstr("Nikolic")));
     EXPECT_EQ(told, (std::vector<std::int64_t>{1, 2, 3}));
+}
+
+// In a large shop all of it is of the moment when it began.
+TEST_F(TextReportTest, WhatWasPutAsideStaysInIt) {
+    wholeShop();
+    shelf.fromClients = 1;
+    addClient("Anic", "Ana");
+    addService(addComputer(addClient("Peric", "Pera"), "Pear"), {{"Comments", "as it began"}});
+    EXPECT_EQ(write([&](std::int64_t done, std::int64_t) {
+                  if (done == 1) {
+                      openDatabase().Execute("DELETE * FROM Customers");
+                  }
+                  return true;
+              }),
+              Result::Written);
+    EXPECT_THAT(written(), HasSubstr("\nPeric, Pera\n"));
+    EXPECT_THAT(written(), HasSubstr("Computer name: Pear\n"));
+    EXPECT_THAT(written(), HasSubstr("as it began"));
+}
+
+// The windows have their turns also before the first client is written.
+TEST_F(TextReportTest, CanBeBrokenOffWhileItReads) {
+    data::DemoPlan plan;
+    plan.clients = plan.computers = plan.services = 200;
+    data::fillDemoShop(openDatabase(), plan);
+    wholeShop();
+    shelf.fromClients = 1;
+    for (const int turns : {1, 4, 8, 11}) {  // finding the clients; putting them, computers, services aside
+        int left = turns;
+        EXPECT_EQ(write([&](std::int64_t done, std::int64_t total) {
+                      EXPECT_EQ(done, 0);
+                      EXPECT_EQ(total, 200);
+                      return --left > 0;
+                  }),
+                  Result::BrokenOff);
+        EXPECT_EQ(left, 0);
+        EXPECT_FALSE(QFile::exists(file()));
+    }
 }
 
 TEST_F(TextReportTest, ClientsThatCannotBeReadAnyMoreEndItAsFailed) {

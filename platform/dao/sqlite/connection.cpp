@@ -36,8 +36,9 @@ constexpr const char* kSessionSettings =
     // ever left unwritten, so that one of zeroes is damage.
     "PRAGMA secure_delete = ON;"
     "PRAGMA temp_store = MEMORY;"
-    // All of a large shop's file: a page once deciphered need not be deciphered again.
-    "PRAGMA cache_size = -262144;"
+    // All of a large shop's file: a page once deciphered need not be deciphered again. A file that is larger
+    // still is gone through from end to end, and more room for it would not save a page.
+    "PRAGMA cache_size = -131072;"
     // Nothing of a transaction reaches the file before its commit, so a copy taken meanwhile is whole.
     "PRAGMA cache_spill = OFF;";
 
