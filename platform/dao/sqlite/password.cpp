@@ -54,22 +54,26 @@ std::map<Salt, std::string>& rightPasswords() {
     return passwords;
 }
 
-const Derived& derived(const std::string& password, const Salt& salt) {
-    const auto [entry, isNew] = derivedKeys().try_emplace({password, salt});
-    if (isNew) {
-        const Bytes check = derive(password, salt.data(), kMarkedSize, salt.size() - kMarkedSize);
-        entry->second.right =
-            std::equal(check.begin(), check.end(), salt.begin() + kMarkedSize,
-                       [](char a, unsigned char b) { return static_cast<unsigned char>(a) == b; });
-        if (entry->second.right) {
-            entry->second.key = toHex(derive(password, salt.data(), salt.size(), 32)) +
-                                toHex(Bytes(salt.begin(), salt.end()));
-        }
+Derived deriveBoth(const std::string& password, const Salt& salt) {
+    const Bytes check = derive(password, salt.data(), kMarkedSize, salt.size() - kMarkedSize);
+    if (!std::equal(check.begin(), check.end(), salt.begin() + kMarkedSize,
+                    [](char a, unsigned char b) { return static_cast<unsigned char>(a) == b; })) {
+        return {};
     }
-    if (entry->second.right) {
+    return {true,
+            toHex(derive(password, salt.data(), salt.size(), 32)) + toHex(Bytes(salt.begin(), salt.end()))};
+}
+
+const Derived& derived(const std::string& password, const Salt& salt) {
+    const std::pair<std::string, Salt> asked{password, salt};
+    auto found = derivedKeys().find(asked);
+    if (found == derivedKeys().end()) {  // what cannot be derived this time is not taken for a wrong password
+        found = derivedKeys().emplace(asked, deriveBoth(password, salt)).first;
+    }
+    if (found->second.right) {
         rightPasswords()[salt] = password;
     }
-    return entry->second;
+    return found->second;
 }
 
 }  // namespace
