@@ -1,5 +1,8 @@
 #include "beat_measures.h"
 
+#include <malloc.h>
+
+#include <QFile>
 #include <QTimer>
 #include <algorithm>
 #include <chrono>
@@ -14,9 +17,14 @@
 #include "catalogue/frmKonfigPrint.h"
 #include "data/session.h"
 #include "our_window.h"
+#include "plain_shop.h"
+#include "platform/controls/boxes.h"
+#include "platform/report/progress_window.h"
 #include "platform/system/launch.h"
 #include "records/frmMain.h"
 #include "records/quick_filters.h"
+#include "shell/old_shop.h"
+#include "stock.h"
 
 namespace {
 
@@ -104,42 +112,76 @@ void filter(int number) {
     mainWindow().shop.filter.ApplyQuickFilter(number, ok);
 }
 
-// Of all products, up to the moment when its first page is laid out.
-void readPriceList() {
-    frmKonfigPrint window;
-    window.onShow = [](ActiveReport1&) {};
-    QString errorText;
-    if (!window.DoPrintDataReport(errorText)) {
-        std::fprintf(stderr, "%s\n", qUtf8Printable(errorText));
-    }
-}
-
-}  // namespace
-
-int beatMeasures(bool processor, const std::regex& wanted) {
-    wantedBeats() = wanted;
-    clockInUse() = processor ? CLOCK_PROCESS_CPUTIME_ID : CLOCK_MONOTONIC;
-    platform::setShellExecuteHook([](const QString&) { return 33; });  // nothing opens the report
-    std::printf("| | time | longest gap between two turns | memory above the start |\n|---|---|---|---|\n");
-    tellOf("opening the window", [] { mainWindow(); });
-    frmMain& window = mainWindow();  // also where its opening is not told of
-    window.choices.report.ShowOnlySelectedClient = window.choices.report.ShowOnlySelectedComputer =
-        window.choices.report.ShowOnlySelectedService = false;
-    tellOf("text report", [&] { window.report.GenerateReport(); });
-    tellOf("refresh", [&] { window.shop.filter.RefreshAll(); });
+void tellOfFilters(frmMain& window) {
     window.choices.filter.ShowMsgBoxFilterResults = false;
     for (int number = 0; number < static_cast<int>(quick_filters::kFilters.size()); ++number) {
         const std::string name = "filter " + std::to_string(number);
         tellOf(name, [&] { filter(number); });
         tellOf("removing " + name, [&] { window.shop.filter.RemoveFilters(); });
     }
-    tellOf("price list", readPriceList);
+}
+
+// All of its pages, as they are laid out before the preview comes up.
+void layOut(ActiveReport1& list) {
+    report::ProgressWindow progress(nullptr);
+    list.run([&](qint64 done, qint64 all) { return progress.show(done, all); });
+}
+
+// Of all products.
+void makePriceList() {
+    frmKonfigPrint window;
+    window.onShow = layOut;
+    QString errorText;
+    if (!window.DoPrintDataReport(errorText)) {
+        std::fprintf(stderr, "%s\n", qUtf8Printable(errorText));
+    }
+}
+
+void tellOfTheDay() {
+    tellOf("opening the window", [] { mainWindow(); });
+    frmMain& window = mainWindow();  // also where its opening is not told of
+    window.choices.report.ShowOnlySelectedClient = window.choices.report.ShowOnlySelectedComputer =
+        window.choices.report.ShowOnlySelectedService = false;
+    tellOf("text report", [&] { window.report.GenerateReport(); });
+    tellOf("refresh", [&] { window.shop.filter.RefreshAll(); });
+    tellOfFilters(window);
+    tellOf("price list", makePriceList);
     window.choices.session.AlwaysCreateBackupDB = true;
     tellOf("backup at closing", [] { closeMainWindow(); });
     closeMainWindow();  // where it is still open
-    QString errorText;
     std::printf("| the most memory of this day | | | %.0f MiB |\n", mostMemory());
+}
+
+// The start of the program on an old database in the place of the shop's, to the moment when it is proved.
+void tellOfTakingOver(const QString& old) {
+    QFile::remove(databasePath());
+    if (!QFile::copy(old, databasePath())) {
+        std::fprintf(stderr, "%s cannot be copied\n", qUtf8Printable(old));
+        return;
+    }
+    offerToTakeOldShops();
+    platform::BoxScript boxes;
+    boxes.answers = {platform::BoxAnswer::Yes};
+    QString errorText;
+    tellOf("take-over of an old database", [&] { CheckDatabase(errorText); });
+    std::fprintf(stderr, "%s\n", qUtf8Printable(errorText.isEmpty() ? boxes.lastText() : errorText));
+}
+
+}  // namespace
+
+int beatMeasures(const Beats& beats) {
+    wantedBeats() = beats.wanted;
+    clockInUse() = beats.byProcessor ? CLOCK_PROCESS_CPUTIME_ID : CLOCK_MONOTONIC;
+    platform::setShellExecuteHook([](const QString&) { return 33; });  // nothing opens the report
+    fillStock(PlainShop(databasePath().toStdString()));
+    malloc_trim(0);  // what that took is none of the day's
+    std::printf("| | time | longest gap between two turns | memory above the start |\n|---|---|---|---|\n");
+    tellOfTheDay();
+    QString errorText;
     tellOf("repair and compaction", [&] { RepairAndCompactDatabase(errorText, true); });
+    if (!beats.old.empty()) {
+        tellOfTakingOver(QString::fromStdString(beats.old));
+    }
     platform::setShellExecuteHook({});
     return 0;
 }

@@ -130,7 +130,7 @@ int usage() {
                  "       tarvello_bench SHOP.mdb --server \"host=FOLDER user=NAME dbname=postgres\" [--far] "
                  "[MEASURE-REGEX]\n"
                  "       tarvello_bench SHOP.mdb --startup\n"
-                 "       tarvello_bench SHOP.mdb --beats [--processor] [BEAT-REGEX]\n"
+                 "       tarvello_bench SHOP.mdb --beats [--processor] [--old OLD.mdb] [BEAT-REGEX]\n"
                  "       tarvello_bench SHOP.mdb --drawing SECONDS WORKSTATION\n"
                  "       tarvello_bench SOCKET-FOLDER --delaying MICROSECONDS SERVER-FOLDER\n");
     return 2;
@@ -139,7 +139,7 @@ int usage() {
 struct Arguments {
     fs::path shop;
     bool startUp = false, beats = false, processor = false, isFar = false;
-    std::string server, wanted;
+    std::string server, wanted, old;
 };
 
 bool read(const QStringList& words, Arguments& arguments) {
@@ -159,6 +159,8 @@ bool read(const QStringList& words, Arguments& arguments) {
             arguments.isFar = true;
         } else if (word == QLatin1String("--server") && at + 1 < words.size()) {
             arguments.server = words.at(++at).toStdString();
+        } else if (word == QLatin1String("--old") && at + 1 < words.size()) {
+            arguments.old = words.at(++at).toStdString();
         } else if (arguments.wanted.empty() && !word.startsWith(QLatin1String("--"))) {
             arguments.wanted = word.toStdString();
         } else {
@@ -220,7 +222,7 @@ int main(int argc, char** argv) {
     }
     fs::copy_file(shop, copy);
     if (arguments.beats) {
-        return beatMeasures(arguments.processor, wanted);
+        return beatMeasures({arguments.processor, wanted, arguments.old});
     }
     measureAll(copy.parent_path(), wanted);
     return 0;

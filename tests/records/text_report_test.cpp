@@ -684,6 +684,7 @@ TEST_F(TextReportTest, WhoIsInItIsOfTheMomentItBegan) {
 // In a large shop all of it is of the moment when it began.
 TEST_F(TextReportTest, WhatWasPutAsideStaysInIt) {
     wholeShop();
+    readAhead = 1;
     shelf.fromClients = 1;
     addClient("Anic", "Ana");
     addService(addComputer(addClient("Peric", "Pera"), "Pear"), {{"Comments", "as it began"}});
