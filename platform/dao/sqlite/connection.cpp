@@ -88,9 +88,7 @@ SqliteConnection::SqliteConnection(const OpenRequest& request, const BusyHandler
             createSystemTables();
         }
     } catch (const std::bad_alloc&) {
-        // Closed after its key had no room, the library gives parts of it back twice. A little that is never
-        // given back does no harm.
-        library_.db_ = nullptr;
+        forsake();
         throw;
     } catch (...) {
         close();
@@ -135,12 +133,21 @@ void SqliteConnection::createSystemTables() {
             assigned(kOrderPragma, alphabet::kOrderVersion) + ";COMMIT");
 }
 
-void SqliteConnection::close() noexcept {
+void SqliteConnection::forsake() noexcept {
+    endStatements();
+    library_.db_ = nullptr;
+}
+
+void SqliteConnection::endStatements() noexcept {
     recent_.clear();
     for (SqliteStatement* statement : library_.statements_) {
         statement->finalize();
     }
     library_.statements_.clear();
+}
+
+void SqliteConnection::close() noexcept {
+    endStatements();
     sqlite3_close_v2(library_.db_);
     library_.db_ = nullptr;
 }

@@ -45,6 +45,10 @@ class SqliteConnection {
     std::int64_t pageCount() { return integerOf("PRAGMA page_count"); }  // that the file says it has
     [[noreturn]] void failWith(int code) const { library_.failWith(code); }
 
+    // Its key, or that of a file attached to it, had no room: closed then, the library gives parts of it back
+    // twice. A little that is never given back does no harm. Nothing may be asked of it any more.
+    void forsake() noexcept;
+
     void setIdSet(int number, sql::IdSetPtr set) { library_.setIdSet(number, std::move(set)); }
     void dropIdSet(int number) { library_.dropIdSet(number); }
 
@@ -52,6 +56,7 @@ class SqliteConnection {
     void open(const OpenRequest& request, const BusyHandler& busy);
     void configure(const OpenRequest& request);
     void createSystemTables();
+    void endStatements() noexcept;
     void close() noexcept;
 
     LibraryHandle library_;

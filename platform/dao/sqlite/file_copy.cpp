@@ -48,18 +48,29 @@ void copyTables(SqliteConnection& from) {
     }
 }
 
+// The key is made for the first page that is written: here, where one that has no room is still known from
+// what may fail later. It is not always told as that.
+void attach(SqliteConnection& to, const OpenRequest& target) {
+    try {
+        to.execute("ATTACH " + quotedText(target.path) + " AS target KEY \"x'" + target.key + "'\"");
+        to.execute(cipherSettings("target"));
+        to.execute(assigned("PRAGMA target.application_id", alphabet::kOrderVersion));
+    } catch (...) {
+        to.forsake();
+        throw;
+    }
+}
+
 }  // namespace
 
 void copyInto(SqliteStore& store, const OpenRequest& target) {
     SqliteConnection& from = store.connection();
-    from.execute("ATTACH " + quotedText(target.path) + " AS target KEY \"x'" + target.key + "'\"");
-    from.execute(cipherSettings("target"));
+    attach(from, target);
     from.execute("PRAGMA foreign_keys = OFF; PRAGMA target.synchronous = FULL; PRAGMA cache_spill = ON");
     store.transaction().beginWrite();
     try {
         const LongStatements longOnes(from.handle());
         copyTables(from);
-        from.execute(assigned("PRAGMA target.application_id", alphabet::kOrderVersion));
         from.execute(assigned("PRAGMA target.user_version", store.definitions().form()));
         store.transaction().commit();
     } catch (...) {
