@@ -1,6 +1,8 @@
 #include "common/settings.h"
 
 #include <QDir>
+#include <algorithm>
+#include <iterator>
 #include <optional>
 #include <stdexcept>
 
@@ -51,6 +53,17 @@ QString defaultOf(const Setting& setting) {
         return platform::programFolder() + QDir::separator() + QStringLiteral("Tarvello.hlp");
     }
     return QString::fromUtf8(setting.defaultValue);
+}
+
+platform::SettingText stored(const Setting& setting, const QString& value) {
+    return {QString::fromUtf8(setting.section), QString::fromUtf8(setting.key), value};
+}
+
+std::vector<platform::SettingText> stored(const std::vector<Entry>& entries) {
+    std::vector<platform::SettingText> all;
+    std::transform(entries.begin(), entries.end(), std::back_inserter(all),
+                   [](const Entry& entry) { return stored(entry.setting, entry.text); });
+    return all;
 }
 
 std::optional<bool> booleanOf(const QString& text) {
@@ -111,20 +124,35 @@ QString scrambled(const Setting& setting, const QString& defaultValue) {
 }
 
 void setText(const Setting& setting, const QString& value) {
-    platform::SaveSetting(kApplication, QString::fromUtf8(setting.section), QString::fromUtf8(setting.key),
-                          value);
+    platform::SaveSettings(kApplication, {stored(setting, value)});
 }
 
 void setBoolean(const Setting& setting, bool value) {
-    setText(setting, value ? QStringLiteral("True") : QStringLiteral("False"));
+    setText(setting, textOf(value));
 }
 
 void setInteger(const Setting& setting, int value) {
-    setText(setting, QString::number(value));
+    setText(setting, textOf(value));
 }
 
 void setScrambled(const Setting& setting, const QString& plain) {
     setText(setting, ScrambleChars(ScrambleOrder(plain, false)));
+}
+
+QString textOf(bool value) {
+    return value ? QStringLiteral("True") : QStringLiteral("False");
+}
+
+QString textOf(int value) {
+    return QString::number(value);
+}
+
+void setTexts(const std::vector<Entry>& entries) {
+    platform::SaveSettings(kApplication, stored(entries));
+}
+
+std::size_t firstUnsaved(const std::vector<Entry>& entries) {
+    return platform::firstUnsaved(kApplication, stored(entries));
 }
 
 const Setting& find(const QString& section, const QString& key) {

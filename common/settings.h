@@ -2,7 +2,9 @@
 
 #include <QString>
 #include <QStringList>
+#include <cstddef>
 #include <span>
+#include <vector>
 
 #include "common/settings_rows.h"
 
@@ -85,6 +87,19 @@ void setText(const Setting& setting, const QString& value);
 void setBoolean(const Setting& setting, bool value);  // "True" or "False"
 void setInteger(const Setting& setting, int value);
 void setScrambled(const Setting& setting, const QString& plain);
+
+// A setting and the text that it is to hold.
+struct Entry {
+    const Setting& setting;
+    QString text;
+};
+QString textOf(bool value);  // "True" or "False"
+QString textOf(int value);
+// All in one write of the file. Throws platform::RunError; then the file is as it was.
+void setTexts(const std::vector<Entry>& entries);
+// The first that is not stored yet; their number where all are. Throws platform::RunError where the store
+// cannot be read.
+std::size_t firstUnsaved(const std::vector<Entry>& entries);
 
 // Throws platform::RunError where the store cannot be read at all. The typed readings above never do: they
 // give the defaults, so that a shop with a broken settings file can still open its records.

@@ -2,6 +2,7 @@
 
 #include <QWidget>
 #include <array>
+#include <vector>
 
 #include "common/list_columns.h"
 #include "common/modMain.h"
@@ -64,28 +65,28 @@ auto words(MainChoices& choices) {
     });
 }
 
-// Writes one setting after the other, and knows which was the first that could not be written.
-class Writing {
- public:
-    template <typename Deed>
-    void operator()(Deed&& deed) {
-        ++line_;
-        step_(deed);
-        if (step_.failed() && failedLine_ == 0) {
-            failedLine_ = line_;
-        }
+// In the order of the lines that a failure is told with.
+std::vector<settings::Entry> entries(const QWidget& window, MainChoices& choices,
+                                     const platform::ListView& list) {
+    std::vector<settings::Entry> all;
+    if (!window.isMinimized()) {
+        all.push_back({settings::MainPosition, placeOf(&window)});
     }
-    bool failed() const { return step_.failed(); }
-    QString message() const {
-        return GetResString(1040) + QLatin1Char('\n') + step_.line() +
-               QStringLiteral(" in line %1").arg(failedLine_);
+    for (const Kept<bool>& kept : flags(choices)) {
+        all.push_back({kept.setting, settings::textOf(kept.value)});
     }
-
- private:
-    Trap step_;
-    int line_ = 0;
-    int failedLine_ = 0;
-};
+    for (const Kept<int>& kept : numbers(choices)) {
+        all.push_back({kept.setting, settings::textOf(kept.value)});
+    }
+    for (const Kept<QString>& kept : words(choices)) {
+        all.push_back({kept.setting, kept.value});
+    }
+    if (list.columns().count() > 0) {
+        all.push_back({settings::LVWColumnWidths, columnWidths(list)});
+        all.push_back({settings::LVWColumnPositions, columnPositions(list)});
+    }
+    return all;
+}
 
 }  // namespace
 
@@ -109,24 +110,17 @@ void LoadSettings(QWidget& window, MainChoices& choices) {
 }
 
 void SaveSettings(QWidget& window, MainChoices& choices, const platform::ListView& list) {
-    Writing write;
-    if (!window.isMinimized()) {
-        write([&] { settings::setText(settings::MainPosition, placeOf(&window)); });
-    }
-    for (const Kept<bool>& kept : flags(choices)) {
-        write([&] { settings::setBoolean(kept.setting, kept.value); });
-    }
-    for (const Kept<int>& kept : numbers(choices)) {
-        write([&] { settings::setInteger(kept.setting, kept.value); });
-    }
-    for (const Kept<QString>& kept : words(choices)) {
-        write([&] { settings::setText(kept.setting, kept.value); });
-    }
-    if (list.columns().count() > 0) {
-        write([&] { settings::setText(settings::LVWColumnWidths, columnWidths(list)); });
-        write([&] { settings::setText(settings::LVWColumnPositions, columnPositions(list)); });
-    }
-    if (write.failed()) {
-        box(&window, write.message(), BoxIcon::Exclamation);
+    const std::vector<settings::Entry> all = entries(window, choices, list);
+    std::size_t failed = 0;
+    Trap step;
+    step([&] {
+        failed = settings::firstUnsaved(all);
+        settings::setTexts(all);
+    });
+    if (step.failed()) {
+        box(&window,
+            GetResString(1040) + QLatin1Char('\n') + step.line() +
+                QStringLiteral(" in line %1").arg(failed + 1),
+            BoxIcon::Exclamation);
     }
 }

@@ -45,6 +45,8 @@ bool ProgressWindow::show(qint64 done, qint64 all) {
     shown_.restart();
     if (!isVisible()) {
         if (running_.elapsed() < kNoticeable) {
+            // The windows go on being painted. What a person does waits: nothing holds it off them yet.
+            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
             return !cancelled_;
         }
         QDialog::show();

@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QSettings>
 #include <QStringList>
+#include <algorithm>
 
 #include "platform/system/files.h"
 #include "platform/system/trap.h"
@@ -121,6 +122,16 @@ void makeFileOf(const QSettings& store) {
     }
 }
 
+bool holds(const QSettings& store, const SettingText& setting) {
+    const QString name = nameOf(setting.section, setting.key);
+    return store.contains(name) && textOf(store.value(name)) == escaped(setting.value);
+}
+
+auto firstChange(const QSettings& store, const std::vector<SettingText>& settings) {
+    return std::find_if_not(settings.begin(), settings.end(),
+                            [&](const SettingText& setting) { return holds(store, setting); });
+}
+
 }  // namespace
 
 void setSettingsFolder(const QString& folder) {
@@ -144,18 +155,30 @@ QString GetSetting(const QString& application, const QString& section, const QSt
 
 void SaveSetting(const QString& application, const QString& section, const QString& key,
                  const QString& value) {
+    SaveSettings(application, {{section, key, value}});
+}
+
+// Closing the program saves every setting there is, and most are as they were: no need to write the file for
+// those.
+void SaveSettings(const QString& application, const std::vector<SettingText>& settings) {
     QSettings store(settingsFile(application), QSettings::IniFormat);
     synchronise(store);
-    const QString name = nameOf(section, key);
-    const QString text = escaped(value);
-    // Closing the program saves every setting there is, and most are as they were: no need to write the file
-    // again for each of them.
-    if (store.contains(name) && textOf(store.value(name)) == text) {
+    if (firstChange(store, settings) == settings.end()) {
         return;
     }
     makeFileOf(store);
-    store.setValue(name, text);
+    for (const SettingText& setting : settings) {
+        if (!holds(store, setting)) {
+            store.setValue(nameOf(setting.section, setting.key), escaped(setting.value));
+        }
+    }
     synchronise(store);
+}
+
+std::size_t firstUnsaved(const QString& application, const std::vector<SettingText>& settings) {
+    QSettings store(settingsFile(application), QSettings::IniFormat);
+    synchronise(store);
+    return static_cast<std::size_t>(firstChange(store, settings) - settings.begin());
 }
 
 }  // namespace platform

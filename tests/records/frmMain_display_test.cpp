@@ -7,6 +7,9 @@
 #include "common/help.h"
 #include "main_window.h"
 #include "platform/system/trap.h"
+#include "records/main_settings.h"
+#include "support/file_writes.h"
+#include "support/no_room.h"
 
 using platform::BoxIcon;
 
@@ -325,6 +328,38 @@ TEST_F(Start, SettingsThatCannotBeWrittenAreToldWithTheLine) {
         << boxes.lastText().toStdString();
     EXPECT_TRUE(boxes.lastText().contains(" in line ")) << boxes.lastText().toStdString();
     EXPECT_EQ(boxes.asked.last().icon, BoxIcon::Exclamation);
+}
+
+TEST_F(Start, ClosingWritesTheSettingsFileOnce) {
+    start();
+    win().choices.filter.DueDateDiff = 12;
+    win().choices.report.PrintOSDetails = false;
+    FileWrites writes(platform::settingsFile("Tarvello"));
+    end();
+    EXPECT_EQ(writes.count(), 1);
+    EXPECT_EQ(settings::text(settings::DueDateDiff), "12");
+    EXPECT_FALSE(settings::boolean(settings::PrintOSDetails));
+}
+
+TEST_F(Start, ClosingWithEverythingAsItWasLeavesTheSettingsFileAlone) {
+    start();
+    end();
+    start();
+    FileWrites writes(platform::settingsFile("Tarvello"));
+    end();
+    EXPECT_EQ(writes.count(), 0);
+}
+
+TEST_F(Start, TheLineToldIsThatOfTheFirstSettingThatHadToBeWritten) {
+    start();
+    SaveSettings(win(), win().choices, *win().controls.ListView1);
+    win().choices.filter.DueDateDiff = 12;
+    win().choices.order.LVWSortOrder = "DESC";
+    {
+        const NoRoom full;
+        SaveSettings(win(), win().choices, *win().controls.ListView1);
+    }
+    EXPECT_TRUE(boxes.lastText().endsWith(" in line 24")) << boxes.lastText().toStdString();
 }
 
 TEST_F(Start, SortedListComesUpSortedWithItsIcon) {

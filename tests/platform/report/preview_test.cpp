@@ -563,6 +563,23 @@ TEST_F(ReportShow, AShortRunShowsNoProgress) {
     EXPECT_FALSE(progress);
 }
 
+TEST_F(ReportShow, TheWindowsTurnBeforeTheProgressComesUp) {
+    slow(50, 200);
+    int turns = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&] { ++turns; });
+    timer.start(0);
+    int turnsOfTheRun = 0;
+    const auto takeTime = report.onFormat;
+    report.onFormat = [&](report::Section& section) {
+        takeTime(section);
+        turnsOfTheRun = turns;
+    };
+    whenThere("Preview", [](QWidget* window) { window->close(); });
+    EXPECT_TRUE(report.Show(true, nullptr));
+    EXPECT_GT(turnsOfTheRun, 0);
+}
+
 TEST_F(ReportShow, ALongRunCanBeCancelledByTheButton) {
     slow(2000, 5000);
     whenThere("Progress", [](QWidget* window) {

@@ -11,6 +11,8 @@
 #include <QTemporaryDir>
 
 #include "platform/system/trap.h"
+#include "support/file_writes.h"
+#include "support/no_room.h"
 
 using namespace platform;
 
@@ -152,6 +154,32 @@ TEST_F(SettingsStore, AnUnchangedValueDoesNotWriteTheFileAgain) {
     EXPECT_EQ(QFileInfo(settingsFile("Tarvello")).lastModified(), longAgo);
     SaveSetting("Tarvello", "Settings", "Key", "other");
     EXPECT_NE(QFileInfo(settingsFile("Tarvello")).lastModified(), longAgo);
+}
+
+TEST_F(SettingsStore, SeveralAreOneWriteOfTheFile) {
+    SaveSetting("Tarvello", "Settings", "Kept", "as it was");
+    FileWrites writes(settingsFile("Tarvello"));
+    const std::vector<SettingText> several = {
+        {"Settings", "Kept", "as it was"}, {"Settings", "New", "1"}, {"frmJM", "Sorted", "0"}};
+    EXPECT_EQ(firstUnsaved("Tarvello", several), 1U);
+    SaveSettings("Tarvello", several);
+    EXPECT_EQ(writes.count(), 1);
+    EXPECT_EQ(firstUnsaved("Tarvello", several), several.size());
+    SaveSettings("Tarvello", several);
+    EXPECT_EQ(writes.count(), 0) << "unchanged";
+    EXPECT_EQ(GetSetting("Tarvello", "Settings", "New"), "1");
+    EXPECT_EQ(GetSetting("Tarvello", "frmJM", "Sorted"), "0");
+}
+
+TEST_F(SettingsStore, SeveralThatFindNoRoomLeaveTheFileAsItWas) {
+    SaveSetting("Tarvello", "Settings", "Key", "value");
+    const QString before = fileContent();
+    {
+        const NoRoom full;
+        EXPECT_THROW(SaveSettings("Tarvello", {{"Settings", "Key", "other"}, {"Settings", "New", "1"}}),
+                     RunError);
+    }
+    EXPECT_EQ(fileContent(), before);
 }
 
 TEST_F(SettingsStore, AFolderThatTakesNoFilesIsAnError) {
