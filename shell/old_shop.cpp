@@ -1,9 +1,12 @@
 #include "shell/old_shop.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QProgressDialog>
+#include <chrono>
+#include <future>
+#include <mutex>
+#include <utility>
 
 #include "common/modMain.h"
 #include "data/session.h"
@@ -30,6 +33,13 @@ bool wantsIt(const QString& path, const QString& kept) {
                 GetResString(1), BoxIcon::Question, BoxButtons::YesNo}) == BoxAnswer::Yes;
 }
 
+struct TakingStep {
+    const char* doing = nullptr;  // nothing yet
+    std::string table;
+    std::int64_t done = 0;
+    std::int64_t all = 0;
+};
+
 // A large shop takes a while, under the picture of the start: how far it is, and that it lives.
 class TakingProgress {
  public:
@@ -41,19 +51,25 @@ class TakingProgress {
         dialog_.setAutoReset(false);
         dialog_.setAutoClose(false);
         dialog_.setMinimumWidth(kWidth);
-        turn_.start();
     }
 
-    void tell(const char* doing, const std::string& table, std::int64_t done, std::int64_t all) {
-        constexpr int kTurn = 50;  // milliseconds
-        if (turn_.elapsed() < kTurn) {
+    // On the thread of the work.
+    void hear(TakingStep step) {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        step_ = std::move(step);
+    }
+
+    // The windows turn only after the first word of the work: by then the process that reads the old file has
+    // been started, and has inherited no lock that their turning holds.
+    void turn() {
+        const TakingStep step = lastStep();
+        if (step.doing == nullptr) {
             return;
         }
-        turn_.restart();
         dialog_.setLabelText(QStringLiteral("Taking over the old database: %1 %2...")
-                                 .arg(QLatin1String(doing), QString::fromStdString(table)));
-        if (all > 0) {
-            dialog_.setValue(static_cast<int>(kSteps * done / all));
+                                 .arg(QLatin1String(step.doing), QString::fromStdString(step.table)));
+        if (step.all > 0) {
+            dialog_.setValue(static_cast<int>(kSteps * step.done / step.all));
         }
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     }
@@ -62,8 +78,14 @@ class TakingProgress {
     static constexpr int kSteps = 1000;
     static constexpr int kWidth = 420;
 
+    TakingStep lastStep() {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        return step_;
+    }
+
     QProgressDialog dialog_;
-    QElapsedTimer turn_;
+    std::mutex mutex_;
+    TakingStep step_;
 };
 
 QString tableLine(const exchange::TakenTable& table) {
@@ -98,12 +120,24 @@ void tellWhatWasTaken(const exchange::TakenOver& taken, const QString& kept) {
     platform::showBox({text, GetResString(1), BoxIcon::Information, BoxButtons::Ok});
 }
 
+// On a thread of its own: no shop is open yet, and nobody else asks the engine. What lies between two words
+// of the work, mending the rows of a large shop or the disk's last writing, is longer than the windows may
+// wait.
 exchange::TakenOver takeIt(const QString& path, const QString& kept) {
+    constexpr std::chrono::milliseconds kBetweenTurns{50};
     const platform::WaitPointer waiting;
     TakingProgress progress;
-    return exchange::takeOverInPlace(path.toStdString(), kept.toStdString(),
-                                     [&](const char* doing, const std::string& table, std::int64_t done,
-                                         std::int64_t all) { progress.tell(doing, table, done, all); });
+    std::future<exchange::TakenOver> taken = std::async(std::launch::async, [&] {
+        return exchange::takeOverInPlace(
+            path.toStdString(), kept.toStdString(),
+            [&](const char* doing, const std::string& table, std::int64_t done, std::int64_t all) {
+                progress.hear({doing, table, done, all});
+            });
+    });
+    while (taken.wait_for(kBetweenTurns) != std::future_status::ready) {
+        progress.turn();
+    }
+    return taken.get();
 }
 
 OldFile takeOldShop(const QString& path, QString& errorText) {

@@ -2,7 +2,11 @@
 
 #include <gmock/gmock.h>
 
+#include <QApplication>
 #include <QFile>
+#include <QThread>
+#include <QTimer>
+#include <algorithm>
 
 #include "records/frmMain.h"
 #include "shell/Main.h"
@@ -38,6 +42,13 @@ class OldShopStart : public DeliveredFixture {
         QFile file(path(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
+    static constexpr int kTries = 1000;
+    static bool isTakingOver() {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        return std::any_of(windows.begin(), windows.end(), [](const QWidget* one) {
+            return one->isVisible() && one->objectName() == QLatin1String("TakingOver");
+        });
+    }
     QString said(qsizetype box) const { return box < boxes.asked.size() ? boxes.asked[box].text : QString(); }
 
     std::unique_ptr<frmMain> window;
@@ -61,6 +72,28 @@ TEST_F(OldShopStart, TakesTheShopOverAndGoesOn) {
     EXPECT_TRUE(QFile::exists(path("take-over.txt")));
     window.reset();
     EXPECT_EQ(countRows("Services"), 900);
+}
+
+// A window that has something to do for a while does not hold the work up.
+TEST_F(OldShopStart, TheWorkGoesOnBesideTheWindows) {
+    boxes.answers << BoxAnswer::Yes << BoxAnswer::Ok;
+    bool seen = false;
+    bool doneMeanwhile = false;
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &look, [&] {
+        if (seen || !isTakingOver()) {
+            return;
+        }
+        seen = true;
+        for (int tries = 0; !doneMeanwhile && tries < kTries; ++tries) {
+            QThread::msleep(10);
+            doneMeanwhile = QFile::exists(path("take-over.txt"));
+        }
+    });
+    look.start(0);
+    window = Main();
+    EXPECT_NE(window, nullptr);
+    EXPECT_EQ(doneMeanwhile, seen);
 }
 
 TEST_F(OldShopStart, NoEndsTheStartAndLeavesTheFile) {
