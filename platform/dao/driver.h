@@ -202,8 +202,8 @@ class Store : public Part {
     virtual StoredQueries& storedQueries() = 0;
 
     // Numbers that a statement of this store refers to; a store that binds them has no use for it.
-    virtual void setIdSet(int, sql::IdSetPtr) {}
-    virtual void dropIdSet(int) {}
+    virtual void setIdSet(int number, sql::IdSetPtr set) = 0;
+    virtual void dropIdSet(int number) = 0;
 
     // Whether every question takes its time on the way: then nothing is asked that can be done without.
     virtual bool isFar() const { return false; }

@@ -33,6 +33,8 @@ class ServerStore final : public driver::Store {
     driver::Rows& rows() override { return rows_; }
     driver::StoredQueries& storedQueries() override { return queries_; }
 
+    void setIdSet(int, sql::IdSetPtr) override {}
+    void dropIdSet(int) override {}
     bool isFar() const override { return true; }
     std::int64_t roundTrips() const override { return link_->roundTrips(); }
 
