@@ -99,6 +99,7 @@ WaitTimes& waitTimes() {
 LongWait::LongWait(const QString& doing) : whole_(current != nullptr ? current : this), doing_(doing) {
     current = whole_;
     since_.start();
+    turned_.start();
 }
 
 LongWait::~LongWait() {
@@ -170,13 +171,13 @@ void LongWait::doAside(const std::function<void()>& work, Kind kind) {
         done = true;
         QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
     });
-    const std::chrono::milliseconds still(sign_ != nullptr ? 0 : waitTimes().untilTurning);
-    if (result.wait_for(still) != std::future_status::ready) {
+    if (result.wait_for(std::chrono::milliseconds(untilTurning())) != std::future_status::ready) {
         leavable_ = kind == Kind::Leavable;
         if (sign_ != nullptr) {
             sign_->setLeavable(leavable_);
         }
         turn(loop, done);
+        turned_.restart();
         paintLists();
     }
     worker.join();
@@ -200,6 +201,12 @@ void LongWait::turn(QEventLoop& loop, const std::atomic<bool>& done) {
 
 int LongWait::untilSign() const {
     return std::max(0, waitTimes().untilSign - static_cast<int>(since_.elapsed()));
+}
+
+// Several pieces that are short by themselves must not keep the windows still for long together.
+int LongWait::untilTurning() const {
+    const int still = waitTimes().untilTurning - static_cast<int>(turned_.elapsed());
+    return sign_ != nullptr ? 0 : std::max(0, still);
 }
 
 // What was typed until then was meant for the window, and stands in the queue still.

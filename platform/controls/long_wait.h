@@ -16,7 +16,7 @@ class WaitSign;
 
 // Milliseconds, and what a test wants to know.
 struct WaitTimes {
-    int untilTurning = 40;          // of one piece of work, before the windows have their turns
+    int untilTurning = 40;          // since the windows had their last turn
     int untilSign = 1000;           // of the whole, before it is seen and can be left
     std::function<void()> atPiece;  // before each piece of work; empty: nothing
 };
@@ -54,11 +54,14 @@ class LongWait {
     void doAside(const std::function<void()>& work, Kind kind);
     void turn(QEventLoop& loop, const std::atomic<bool>& done);
     void showSign();
-    int untilSign() const;  // milliseconds; none left: 0
+    // Milliseconds; none left: 0.
+    int untilSign() const;
+    int untilTurning() const;
 
     LongWait* whole_;
     QString doing_;
     QElapsedTimer since_;
+    QElapsedTimer turned_;  // since the windows had their last turn
     std::atomic<bool> left_{false};
     bool leavable_ = true;  // the piece of work that goes on
     std::unique_ptr<WaitSign> sign_;

@@ -99,6 +99,17 @@ TEST_F(LongWaits, WhatIsSoonDoneTurnsNothing) {
     EXPECT_FALSE(turned);
 }
 
+TEST_F(LongWaits, ShortPiecesOneBehindTheOtherKeepNobodyWaiting) {
+    setTimes(50, kAnHour);
+    std::atomic<bool> seen{false};
+    const LongWait wait("Working");
+    atTurns([&] { seen = true; });
+    for (int piece = 0; piece < 3000 && !seen; ++piece) {
+        LongWait::run(nap);
+    }
+    EXPECT_TRUE(seen);
+}
+
 TEST_F(LongWaits, TheWorksFailureIsThrownOn) {
     const LongWait wait("Working");
     EXPECT_THROW(LongWait::run([] { throw dao::Error(dao::errLocked, "locked"); }), dao::Error);
