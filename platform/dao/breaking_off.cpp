@@ -41,6 +41,10 @@ bool isLeft() noexcept {
     return leftHere() != nullptr && *leftHere();
 }
 
+const std::atomic<bool>* leftBy() noexcept {
+    return leftHere();
+}
+
 Unleavable::Unleavable() noexcept : around_(std::exchange(leftHere(), nullptr)) {}
 
 Unleavable::~Unleavable() {

@@ -29,6 +29,8 @@ class Leavable {
     const std::atomic<bool>* around_;
 };
 bool isLeft() noexcept;  // the work of this thread
+// What this thread's work is left by, for another thread that does a part of it; nullptr: it cannot be.
+const std::atomic<bool>* leftBy() noexcept;
 
 // What has to come to its end within work that may be left: a commit, a rollback.
 class Unleavable {

@@ -52,9 +52,11 @@ constexpr std::array kSentences{
     Sentence{errObjectClosed, "Object invalid or no longer set."},
 };
 
+thread_local std::vector<ErrorEntry>* listAside = nullptr;
+
 std::vector<ErrorEntry>& errorList() {
     static std::vector<ErrorEntry> list;
-    return list;
+    return listAside != nullptr ? *listAside : list;
 }
 
 }  // namespace
@@ -76,6 +78,13 @@ void fail(int number, const std::string& sentence) {
 
 const std::vector<ErrorEntry>& lastErrors() {
     return errorList();
+}
+
+ErrorsAside::ErrorsAside() {
+    listAside = &list_;
+}
+ErrorsAside::~ErrorsAside() {
+    listAside = nullptr;
 }
 
 QuietErrors::QuietErrors() : before_(errorList()) {}

@@ -29,4 +29,17 @@ class QuietErrors {
     std::vector<ErrorEntry> before_;
 };
 
+// On a thread that does a part of another one's work: its failures stay out of the list as long as this
+// lives.
+class ErrorsAside {
+ public:
+    ErrorsAside();
+    ~ErrorsAside();
+    ErrorsAside(const ErrorsAside&) = delete;
+    ErrorsAside& operator=(const ErrorsAside&) = delete;
+
+ private:
+    std::vector<ErrorEntry> list_;
+};
+
 }  // namespace dao

@@ -119,9 +119,10 @@ class Dialect {
     // The rows of one table between two keys, in the order of these, all of which are read.
     virtual std::string range(const SelectParts& parts) const { return select(parts); }
     // Rows in the order of their keys, which are the first columns of `parts`; those with a Null among them
-    // are left out. `shown`: which of the columns are given, by their places.
-    virtual std::string rowsByKeys(const SelectParts& parts, std::size_t,
-                                   const std::vector<std::size_t>&) const {
+    // are left out. `shown`: which of the columns are given, by their places. They come from one pass through
+    // `table`, whose own key among those is `key`.
+    virtual std::string rowsByKeys(const SelectParts& parts, std::size_t, const std::vector<std::size_t>&,
+                                   const std::string&, const std::string&) const {
         return select(parts);
     }
     // Rows by lists of their keys; in what order they come does not matter.

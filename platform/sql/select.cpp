@@ -502,7 +502,8 @@ std::string SelectWriter::linked(const Body& body, const std::vector<SelectedCol
             rows.columns.push_back(column);
         }
     }
-    return context_.dialect.rowsByKeys(rows, keys, shown);
+    const Leaf& read = leaves_[static_cast<std::size_t>(unique_)];
+    return context_.dialect.rowsByKeys(rows, keys, shown, read.table->name, read.keys.front());
 }
 
 std::vector<SelectedColumn> SelectWriter::listOf(const Body& body) {

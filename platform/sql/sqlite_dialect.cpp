@@ -181,13 +181,17 @@ class SqliteDialect : public Dialect {
         return gathered(along);
     }
 
-    std::string rowsByKeys(const SelectParts& parts, std::size_t keys,
-                           const std::vector<std::size_t>& shown) const override {
+    // Whoever reads them says from which key to which: a large table is read in pieces, side by side.
+    std::string rowsByKeys(const SelectParts& parts, std::size_t keys, const std::vector<std::size_t>& shown,
+                           const std::string& table, const std::string& key) const override {
         std::string head = "SELECT dao_sorted(" + std::to_string(keys) + ", '";
         for (const std::size_t place : shown) {
             head += std::to_string(place) + " ";
         }
-        return handedOver(parts, head + "', ");
+        SelectParts piece = parts;
+        piece.conditions.insert(piece.conditions.begin(),
+                                key + " BETWEEN " + keyParameter(1) + " AND " + keyParameter(2));
+        return handedOver(piece, head + "', " + quotedText(table) + ", ");
     }
 
     std::string rowsOfLists(const SelectParts& parts) const override {

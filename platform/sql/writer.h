@@ -109,9 +109,10 @@ class Writer {
 //     field where that is a whole number, or the counter where the field is ''; else Null;
 //   - the aggregate functions dao_gather(...), which hands the rows of `fetchRange` to whoever reads them,
 //   and
-//     dao_sorted(keys, shown, ...), which does so in the order of the first `keys` columns behind `shown`,
-//     without the rows that have a Null among these: `shown` tells the places of the columns that are given,
-//     from 0, each with a blank behind it;
+//     dao_sorted(keys, shown, table, ...), which does so in the order of the first `keys` columns behind
+//     `table`, without the rows that have a Null among these: `shown` tells the places of the columns that
+//     are given, from 0, each with a blank behind it. The statement goes through the rows of `table` whose
+//     row keys are between ?1 and ?2;
 //   - row keys as `rowid`; Currency columns as integers of ten-thousandths, Yes/No as 0 and -1, Date as REAL.
 // A column of Currency in `rows` and `fetch` comes out as that integer; in expressions it counts in units.
 const Writer& sqliteWriter();

@@ -61,6 +61,24 @@ void keepCiphersReady() {
     }();
 }
 
+int neverWait(void*, int) {
+    return 0;
+}
+
+class ConnectionBeside final : public Beside {
+ public:
+    explicit ConnectionBeside(const OpenRequest& request)
+        : connection_({request.path, request.key, false, false}, {&neverWait, nullptr}, false) {
+        connection_.execute("PRAGMA cache_size = -2048");  // whoever reads a table once needs no page twice
+    }
+    std::shared_ptr<SqliteStatement> prepare(const std::string& text) override {
+        return std::static_pointer_cast<SqliteStatement>(connection_.prepare(text));
+    }
+
+ private:
+    SqliteConnection connection_;
+};
+
 }  // namespace
 
 std::string assigned(const char* pragma, std::int64_t value) {
@@ -122,6 +140,7 @@ void SqliteConnection::configure(const OpenRequest& request) {
         keepCiphersReady();
         execute("PRAGMA key = \"x'" + request.key + "'\"");
         execute(cipherSettings("main"));
+        library_.openBeside_ = [request] { return std::make_unique<ConnectionBeside>(request); };
     }
     execute(kSessionSettings);
 }

@@ -4,8 +4,9 @@
 #include <charconv>
 #include <numeric>
 
-namespace dao::driver {
+#include "platform/sql/sql_text.h"
 
+namespace dao::driver {
 SortedColumns SortedColumns::of(std::string_view statement) {
     SortedColumns result;
     if (!statement.starts_with(kHead)) {
@@ -18,7 +19,14 @@ SortedColumns SortedColumns::of(std::string_view statement) {
         at = std::from_chars(at, end, place).ptr;
         result.shown.push_back(place);
     }
+    statement.remove_prefix(static_cast<std::size_t>(at - statement.data()) +
+                            std::string_view("', '").size());
+    result.table = sql::writing::quotedName(statement.substr(0, statement.find('\'')));
     return result;
+}
+
+void KeyOrder::append(const KeyOrder& other) {
+    keys_.insert(keys_.end(), other.keys_.begin(), other.keys_.end());
 }
 
 bool KeyOrder::add(sqlite3_value** keys) {

@@ -2,7 +2,10 @@
 
 #include <sqlcipher/sqlite3.h>
 
+#include <functional>
 #include <map>
+#include <memory>
+#include <string>
 #include <unordered_set>
 
 #include "platform/dao/sqlite/row_gatherer.h"
@@ -11,6 +14,17 @@
 namespace dao::driver {
 
 class SqliteStatement;
+
+// Another connection to the same file, which only reads and never waits for a lock. It knows none of the sets
+// of numbers. Its making throws what opening the file does.
+class Beside {
+ public:
+    Beside() = default;
+    Beside(const Beside&) = delete;
+    Beside& operator=(const Beside&) = delete;
+    virtual ~Beside() = default;
+    virtual std::shared_ptr<SqliteStatement> prepare(const std::string& text) = 0;
+};
 
 // The library's own connection, with what its statements refer to.
 class LibraryHandle {
@@ -28,6 +42,8 @@ class LibraryHandle {
     void setIdSet(std::int64_t number, sql::IdSetPtr set) { idSets_[number] = std::move(set); }
     void dropIdSet(std::int64_t number) { idSets_.erase(number); }
     const sql::IdSetPtr* findIdSet(std::int64_t number) const;  // nullptr: no set bears it
+    // nullptr where there is no file.
+    std::unique_ptr<Beside> openBeside() const { return openBeside_ ? openBeside_() : nullptr; }
 
  private:
     friend class SqliteConnection;
@@ -36,6 +52,7 @@ class LibraryHandle {
     sqlite3* db_ = nullptr;
     std::unordered_set<SqliteStatement*> statements_;
     std::map<std::int64_t, sql::IdSetPtr> idSets_;
+    std::function<std::unique_ptr<Beside>()> openBeside_;
 };
 
 }  // namespace dao::driver

@@ -192,7 +192,9 @@ void SqliteStatement::gather(const RowGatherer::Take& take) {
     }
 }
 
-KeyOrder SqliteStatement::gatherSorted(const RowGatherer::Take& take) {
+KeyOrder SqliteStatement::gatherSorted(const KeySpan& span, const RowGatherer::Take& take) {
+    bindInteger(1, span.first);
+    bindInteger(2, span.last);
     KeyOrder keys(sorted_.keys);
     gather([&](sqlite3_value** row) {
         if (keys.add(row + SortedColumns::kBefore)) {
@@ -203,7 +205,7 @@ KeyOrder SqliteStatement::gatherSorted(const RowGatherer::Take& take) {
 }
 
 void SqliteStatement::readSortedKeys(std::vector<std::int64_t>& out, int columns) {
-    const KeyOrder keys = gatherSorted([](sqlite3_value**) {});
+    const KeyOrder keys = gatherSorted(kAllKeys, [](sqlite3_value**) {});
     for (const std::uint32_t row : keys.order()) {
         for (int column = 0; column < columns; ++column) {
             out.push_back(keys.key(row, static_cast<std::size_t>(column)));
@@ -211,11 +213,34 @@ void SqliteStatement::readSortedKeys(std::vector<std::int64_t>& out, int columns
     }
 }
 
+KeyOrder SqliteStatement::gatherRows(const KeySpan& span, RowBlock& block) {
+    check();
+    const ResetLater later(statement_);
+    const RowAdder add(block, SortedColumns::kBefore, nullptr, &sorted_.shown);
+    return gatherSorted(span, [&](sqlite3_value** row) { add([row](int column) { return row[column]; }); });
+}
+
+// What the other one does not come to the end with is read here, and fails here where it has to.
+KeyOrder SqliteStatement::gatherByTwo(const TableHalves& halves, RowBlock& block) {
+    RowBlock upper;
+    upper.reset({block.types().begin(), block.types().end()});
+    KeyOrder upperKeys(sorted_.keys);
+    ReadBeside beside([&] { upperKeys = halves.beside()->gatherRows(halves.upper(), upper); });
+    KeyOrder keys = gatherRows(halves.lower(), block);
+    if (beside.isDone()) {
+        block.append(upper);
+        keys.append(upperKeys);
+    } else {
+        keys.append(gatherRows(halves.upper(), block));
+    }
+    return keys;
+}
+
 void SqliteStatement::readSortedRows(RowBlock& block) {
     const std::size_t before = block.rows();
-    const RowAdder add(block, SortedColumns::kBefore, nullptr, &sorted_.shown);
+    const TableHalves halves(*library_, textOf(statement_), sorted_.table);
     const KeyOrder keys =
-        gatherSorted([&](sqlite3_value** row) { add([row](int column) { return row[column]; }); });
+        halves.beside() != nullptr ? gatherByTwo(halves, block) : gatherRows(kAllKeys, block);
     block.reorder(before, keys.order());
 }
 

@@ -7,6 +7,7 @@
 #include "platform/dao/driver.h"
 #include "platform/dao/sqlite/key_order.h"
 #include "platform/dao/sqlite/library.h"
+#include "platform/dao/sqlite/table_halves.h"
 
 namespace dao::driver {
 
@@ -25,6 +26,9 @@ class SqliteStatement final : public Statement {
     std::size_t readRows(RowBlock& block, int skip, std::vector<std::int64_t>* keys, std::size_t limit,
                          const std::vector<int>* places) override;
 
+    // Of a statement with SortedColumns: its rows from key to key as they come, and what puts them in order.
+    KeyOrder gatherRows(const KeySpan& span, RowBlock& block);
+
     void finalize() noexcept;  // the connection closes: the statement is dead from here on
 
  private:
@@ -34,7 +38,8 @@ class SqliteStatement final : public Statement {
     void gather(const RowGatherer::Take& take);
     template <typename Take>
     void eachRow(const Take& take);
-    KeyOrder gatherSorted(const RowGatherer::Take& take);
+    KeyOrder gatherSorted(const KeySpan& span, const RowGatherer::Take& take);
+    KeyOrder gatherByTwo(const TableHalves& halves, RowBlock& block);
     void readSortedKeys(std::vector<std::int64_t>& out, int columns);
     void readSortedRows(RowBlock& block);
 

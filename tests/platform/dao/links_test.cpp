@@ -1,12 +1,23 @@
 // Joins that do nothing but follow numbers, as the filters do: from the services to their computers and on to
 // the clients. The same selection with a text of the outer tables is an ordinary join, and gives the same
 // rows.
+#include <sqlcipher/sqlite3.h>
+
+#include <atomic>
+#include <filesystem>
+#include <limits>
 #include <string>
 #include <vector>
 
+#include "platform/dao/breaking_off.h"
 #include "platform/dao/dao_shop.h"
+#include "platform/dao/failure.h"
+#include "platform/dao/sqlite/connection.h"
+#include "platform/dao/sqlite/table_halves.h"
 
 namespace {
+
+using Rows = std::vector<std::string>;
 
 // Three lists that nothing ties to each other, so that a number may lead nowhere.
 class LinksTest : public daotest::ShopTest {
@@ -63,7 +74,80 @@ class LinksTest : public daotest::ShopTest {
     std::vector<std::string> joined(const std::string& where) { return rows(", Owners.Town", where); }
 };
 
-using Rows = std::vector<std::string>;
+// Files are reached through this, and it counts those that are opened.
+class Doorkeeper {
+ public:
+    Doorkeeper() {
+        sqlite3_vfs_register(&layer(), 0);
+        dao::driver::setFileLayer("doorkeeper");
+    }
+    ~Doorkeeper() {
+        dao::driver::setFileLayer({});
+        opened = 0;
+        isShut = false;
+    }
+    Doorkeeper(const Doorkeeper&) = delete;
+    Doorkeeper& operator=(const Doorkeeper&) = delete;
+
+    static inline int opened = 0;       // databases
+    static inline bool isShut = false;  // to more of them
+
+ private:
+    static int open(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* outFlags) {
+        file->pMethods = nullptr;
+        const bool isDatabase = (flags & SQLITE_OPEN_MAIN_DB) != 0;
+        if (isDatabase && isShut) {
+            return SQLITE_CANTOPEN;
+        }
+        opened += isDatabase ? 1 : 0;
+        sqlite3_vfs* const usual = sqlite3_vfs_find(nullptr);
+        return usual->xOpen(usual, name, file, flags, outFlags);
+    }
+    static sqlite3_vfs& layer() {
+        static sqlite3_vfs ours = [] {
+            sqlite3_initialize();
+            sqlite3_vfs made = *sqlite3_vfs_find(nullptr);
+            made.zName = "doorkeeper";
+            made.xOpen = open;
+            return made;
+        }();
+        return ours;
+    }
+};
+
+// Every file is large here.
+class ReadByTwoTest : public LinksTest {
+ protected:
+    void SetUp() override {
+        LinksTest::SetUp();
+        dao::driver::readByTwoFrom() = 0;
+    }
+    void TearDown() override {
+        dao::driver::readByTwoFrom() = before_;
+        LinksTest::TearDown();
+    }
+    Rows readAlone(const std::string& columns, const std::string& where) {
+        dao::driver::readByTwoFrom() = std::numeric_limits<std::int64_t>::max();
+        const Rows found = rows(columns, where);
+        dao::driver::readByTwoFrom() = 0;
+        return found;
+    }
+    // Jobs up to that number, on things of two owners.
+    void addJobs(int last) {
+        addOwner(1);
+        addOwner(2);
+        for (int thing = 1; thing <= 5; ++thing) {
+            addThing(thing, std::to_string(1 + thing % 2));
+        }
+        for (int job = 1; job <= last; ++job) {
+            addJob(std::to_string(1 + job % 5), job, "'note " + std::to_string(job) + "'");
+        }
+    }
+
+ private:
+    const std::int64_t before_ = dao::driver::readByTwoFrom();
+    const Doorkeeper doorkeeper_;
+};
 
 }  // namespace
 
@@ -216,4 +300,102 @@ TEST_F(LinksTest, ADynasetReadsAndSearchesItsRows) {
     EXPECT_EQ(set["Price"].asCurrency(), dao::Currency::fromScaled(250000));
     set.FindFirst("OwnerID=2");
     EXPECT_TRUE(set.NoMatch());
+}
+
+TEST_F(ReadByTwoTest, ALargeTableGivesTheSameRows) {
+    addJobs(300);
+    add("Jobs (JobID, ThingID, Price) VALUES (5000, 3, 7)");
+    db.Execute("DELETE FROM Jobs WHERE JobID>100 AND JobID<150");
+    for (const std::string where : {"Jobs.Price>0", "Jobs.Price>250", "Jobs.JobID=300", "Jobs.Price>9999"}) {
+        for (const std::string columns : {", Jobs.Note", ", Jobs.Price, Jobs.Note"}) {
+            const Rows alone = readAlone(columns, where);
+            Doorkeeper::opened = 0;
+            EXPECT_EQ(rows(columns, where), alone) << where;
+            EXPECT_EQ(Doorkeeper::opened, 1) << "by somebody beside, " << where;
+        }
+    }
+    EXPECT_EQ(followed("Jobs.Price>0").size(), 252U);
+}
+
+TEST_F(ReadByTwoTest, WhatASnapshotHoldsIsInOrderToo) {
+    addJobs(40);
+    dao::Recordset set = db.OpenRecordset(
+        "SELECT Jobs.Note, Jobs.JobID FROM Things INNER JOIN Jobs ON Things.ThingID = Jobs.ThingID WHERE "
+        "Jobs.Price>0",
+        dao::dbOpenSnapshot);
+    int rows = 0;
+    for (; !set.EOF(); set.MoveNext(), ++rows) {
+        EXPECT_EQ(set["Note"].asText(), "note " + set["JobID"].asText());
+    }
+    EXPECT_EQ(rows, 40);
+}
+
+TEST_F(ReadByTwoTest, FewRowsOrNone) {
+    EXPECT_EQ(followed("Jobs.Price>0"), Rows{});
+    addJobs(1);
+    EXPECT_EQ(followed("Jobs.Price>0"), Rows{"1-2-1"});
+    addJob("1", 5);
+    EXPECT_EQ(followed("Jobs.Price>0"), (Rows{"1-2-1", "2-1-2"}));
+    add("Jobs (JobID, ThingID, Price) VALUES (-2147483647, 3, 7)");
+    add("Jobs (JobID, ThingID, Price) VALUES (2147483647, 3, 7)");
+    EXPECT_EQ(followed("Jobs.Price=7"), (Rows{"2-3--2147483647", "2-3-2147483647"}));
+}
+
+TEST_F(ReadByTwoTest, WhatThisDeskHasNotYetWrittenIsThere) {
+    addJobs(4);
+    dao::DBEngine::BeginTrans();
+    addJob("1", 9);
+    EXPECT_EQ(followed("Jobs.Price>0").size(), 5U);
+    dao::DBEngine::Rollback();
+    EXPECT_EQ(followed("Jobs.Price>0").size(), 4U);
+}
+
+TEST_F(ReadByTwoTest, WhoeverCannotHaveASecondOneReadsAlone) {
+    addJobs(50);
+    const Rows all = followed("Jobs.Price>0");
+    EXPECT_THROW(db.Execute("nonsense"), dao::Error);
+    const std::vector<dao::ErrorEntry> told = dao::DBEngine::Errors();
+    Doorkeeper::isShut = true;
+    EXPECT_EQ(followed("Jobs.Price>0"), all);
+    ASSERT_EQ(dao::DBEngine::Errors().size(), told.size());
+    EXPECT_EQ(dao::DBEngine::Errors().front().Description, told.front().Description);
+}
+
+// Somebody has put the copy of yesterday in its place.
+TEST_F(ReadByTwoTest, AFileThatIsNoLongerInItsPlaceIsReadAlone) {
+    addJobs(5);
+    const std::string copy = folder.file("Yesterday.mdb");
+    std::filesystem::copy_file(path, copy);
+    addJob("1", 5);
+    const Rows all = followed("Jobs.Price>0");
+    EXPECT_EQ(all.size(), 6U);
+    std::filesystem::rename(path, folder.file("Moved.mdb"));
+    std::filesystem::rename(copy, path);
+    EXPECT_EQ(followed("Jobs.Price>0"), all);
+}
+
+TEST_F(ReadByTwoTest, NumbersThatOnlyOneConnectionKnows) {
+    addJobs(50);
+    std::string some = "Jobs.Price>0 AND (Jobs.JobID=1";
+    for (int job = 3; job <= 41; job += 2) {
+        some += " OR Jobs.JobID=" + std::to_string(job);
+    }
+    EXPECT_EQ(followed(some + ")").size(), 21U);
+}
+
+TEST_F(ReadByTwoTest, TheOtherOneIsLeftTogetherWithTheWork) {
+    const std::atomic<bool> left{true};
+    const dao::Leavable work(left);
+    bool seen = false;
+    dao::driver::ReadBeside beside([&] { seen = dao::isLeft(); });
+    EXPECT_TRUE(beside.isDone());
+    EXPECT_TRUE(seen);
+}
+
+TEST_F(ReadByTwoTest, WhatTheOtherOneFailsWithIsNobodyElses) {
+    EXPECT_THROW(db.Execute("nonsense"), dao::Error);
+    const int before = dao::DBEngine::Errors().front().Number;
+    dao::driver::ReadBeside beside([] { dao::fail(dao::errDiskIo); });
+    EXPECT_FALSE(beside.isDone());
+    EXPECT_EQ(dao::DBEngine::Errors().front().Number, before);
 }
