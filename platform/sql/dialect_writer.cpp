@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "platform/sql/expressions.h"
 #include "platform/sql/select.h"
 #include "platform/sql/writer.h"
 
