@@ -1,5 +1,7 @@
 #include <algorithm>
 
+#include "platform/sql/assignment.h"
+#include "platform/sql/expressions.h"
 #include "platform/sql/select.h"
 #include "platform/sql/writer.h"
 
@@ -78,13 +80,13 @@ std::string insertText(const Statement& statement, Context& context) {
         throw NameError(NameError::Kind::Table, statement.table);
     }
     const NoNames names;
-    ExpressionWriter writer(names, context);
+    writing::AssignmentWriter writer(names, context);
     std::string fields;
     std::string values;
     for (const Assignment& a : statement.assignments) {
         const ColumnInfo& column = columnOf(*table, a.field);
         fields += (fields.empty() ? "" : ", ") + writing::quotedName(column.name);
-        values += (values.empty() ? "" : ", ") + writer.assigned(*a.value, column);
+        values += (values.empty() ? "" : ", ") + writer.write(*a.value, column);
     }
     return "INSERT INTO " + context.dialect.table(*table) + " (" + fields + ") VALUES (" + values + ")";
 }
@@ -93,7 +95,7 @@ std::string updateText(const Statement& statement, Context& context) {
     const std::vector<Leaf> leaves = {target(statement, context)};
     const Leaf& leaf = leaves.front();
     const Scope scope(leaves);
-    ExpressionWriter writer(scope, context);
+    writing::AssignmentWriter writer(scope, context);
     std::string values;
     for (const Assignment& a : statement.assignments) {
         Expression name;
@@ -110,7 +112,7 @@ std::string updateText(const Statement& statement, Context& context) {
         }
         const ColumnInfo& column = columnOf(*leaf.table, field.field);
         values += (values.empty() ? "" : ", ") + writing::quotedName(column.name) + " = " +
-                  writer.assigned(*a.value, column);
+                  writer.write(*a.value, column);
     }
     return "UPDATE " + context.dialect.table(*leaf.table) + " SET " + values +
            whereOf(statement, leaf, scope, context);

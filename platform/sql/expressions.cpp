@@ -2,108 +2,15 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
-#include <limits>
 #include <utility>
+
+#include "platform/sql/comparison.h"
+#include "platform/sql/operands.h"
 
 namespace sql::writing {
 
-namespace {
-
 using Kind = Expression::Kind;
 using Op = Expression::Op;
-
-constexpr double kCurrencyScale = 10000;
-
-[[noreturn]] void mismatch(const Expression& e) {
-    throw SyntaxError(
-        "Data type mismatch in an expression: a text stands where a number or a date is wanted, or the "
-        "other way round.",
-        e.position);
-}
-
-Sql realLiteral(const Dialect& dialect, double number, Type type) {
-    Sql result;
-    result.text = dialect.real(number);
-    result.type = type;
-    result.precedence = std::signbit(number) ? kUnary : kAtom;
-    result.real = true;
-    result.notNull = true;
-    return result;
-}
-
-Sql integerLiteral(std::int64_t number) {
-    Sql result;
-    result.text = std::to_string(number);
-    const bool fits = number >= std::numeric_limits<std::int32_t>::min() &&
-                      number <= std::numeric_limits<std::int32_t>::max();
-    result.type = fits ? Type::Long : Type::Double;
-    result.precedence = number < 0 ? kUnary : kAtom;
-    result.notNull = true;
-    return result;
-}
-
-bool isNumberLiteral(const Expression& e) {
-    return e.kind == Kind::Integer || e.kind == Kind::Number;
-}
-
-// The literal as a whole count of ten-thousandths, where it is one.
-bool asScaled(const Expression& e, std::int64_t& scaled) {
-    constexpr double kExact = 9e15;
-    const double value = e.number * kCurrencyScale;
-    if (!isNumberLiteral(e) || std::fabs(value) > kExact) {
-        return false;
-    }
-    scaled = std::llround(value);
-    return static_cast<double>(scaled) / kCurrencyScale == e.number;
-}
-
-// What a condition is, before its text stands.
-Sql truth(Precedence precedence) {
-    Sql result;
-    result.type = Type::YesNo;
-    result.precedence = precedence;
-    result.truth = true;
-    return result;
-}
-
-std::string_view signOf(Op op) {
-    switch (op) {
-        case Op::Add:
-            return " + ";
-        case Op::Subtract:
-            return " - ";
-        case Op::Multiply:
-            return " * ";
-        case Op::NotEqual:
-            return " <> ";
-        case Op::Less:
-            return " < ";
-        case Op::Greater:
-            return " > ";
-        case Op::LessEqual:
-            return " <= ";
-        case Op::GreaterEqual:
-            return " >= ";
-        default:
-            return " = ";
-    }
-}
-
-}  // namespace
-
-// Currency in units, as a floating number; a Yes/No as 0 or -1.
-Sql ExpressionWriter::inUnits(Sql sql) const {
-    sql = dialect_.value(std::move(sql));
-    if (sql.type == Type::Currency) {
-        sql.text = (sql.precedence < kProduct ? "(" + sql.text + ")" : sql.text) + " / " +
-                   dialect_.real(kCurrencyScale);
-        sql.precedence = kProduct;
-        sql.type = Type::Double;
-        sql.real = true;
-    }
-    return sql;
-}
 
 Sql ExpressionWriter::write(const Expression& e) {
     Sql result = written(e);
@@ -121,8 +28,6 @@ Sql ExpressionWriter::written(const Expression& e) {
             return arithmetic(e);
         case Kind::Concat:
             return concat(e);
-        case Kind::Compare:
-            return compare(e);
         case Kind::Not:
             return inversion(e);
         case Kind::And:
@@ -130,23 +35,23 @@ Sql ExpressionWriter::written(const Expression& e) {
             return terms(e);
         case Kind::IsNull:
             return nullTest(e);
+        case Kind::Compare:
         case Kind::Between:
-            return between(e);
         case Kind::In:
-            return inList(e);
+            return comparison(e);
         case Kind::InSet:
             return inSet(e);
         case Kind::Call:
             return call(e);
         default:
-            return literal(e);
+            return literal(dialect_, e);
     }
 }
 
 Sql ExpressionWriter::negation(const Expression& e) {
-    Sql operand = inUnits(write(*e.children[0]));
+    Sql operand = inUnits(dialect_, write(*e.children[0]));
     if (operand.type == Type::Text || operand.type == Type::Date) {
-        mismatch(e);
+        failMismatch(e);
     }
     operand = dialect_.number(std::move(operand));
     Sql result;
@@ -173,30 +78,6 @@ Sql ExpressionWriter::nullTest(const Expression& e) {
     return result;
 }
 
-Sql ExpressionWriter::literal(const Expression& e) const {
-    Sql result;
-    switch (e.kind) {
-        case Kind::Integer:
-            return integerLiteral(e.integer);
-        case Kind::Number:
-            return realLiteral(dialect_, e.number, Type::Double);
-        case Kind::Date:
-            return realLiteral(dialect_, e.number, Type::Date);
-        case Kind::Boolean:
-            result = integerLiteral(e.integer);
-            result.type = Type::YesNo;
-            return result;
-        case Kind::Text:
-            result.text = dialect_.text(e.text);
-            result.type = Type::Text;
-            result.notNull = true;
-            return result;
-        default:
-            result.text = "NULL";
-            return result;
-    }
-}
-
 Sql ExpressionWriter::value(const Expression& e) {
     return dialect_.value(write(e));
 }
@@ -204,7 +85,7 @@ Sql ExpressionWriter::value(const Expression& e) {
 Sql ExpressionWriter::condition(const Expression& e) {
     Sql result = write(e);
     if (result.type == Type::Text) {
-        mismatch(e);
+        failMismatch(e);
     }
     if (result.type == Type::YesNo || result.type == Type::Null) {
         return dialect_.condition(std::move(result));
@@ -217,8 +98,8 @@ Sql ExpressionWriter::condition(const Expression& e) {
 }
 
 Sql ExpressionWriter::arithmetic(const Expression& e) {
-    Sql left = inUnits(write(*e.children[0]));
-    Sql right = inUnits(write(*e.children[1]));
+    Sql left = inUnits(dialect_, write(*e.children[0]));
+    Sql right = inUnits(dialect_, write(*e.children[1]));
     Sql result;
     if (e.op == Op::Add && left.type == Type::Text && right.type == Type::Text) {
         result.text = dialect_.wrapped(left, kConcat, result.nesting, e.position) + " || " +
@@ -228,7 +109,7 @@ Sql ExpressionWriter::arithmetic(const Expression& e) {
         return result;
     }
     if (left.type == Type::Text || right.type == Type::Text) {
-        mismatch(e);
+        failMismatch(e);
     }
     if (e.op == Op::Divide || e.op == Op::IntDivide || e.op == Op::Mod) {
         result = dialect_.quotient(e, left, right);
@@ -253,7 +134,7 @@ Sql ExpressionWriter::arithmetic(const Expression& e) {
 Sql ExpressionWriter::concat(const Expression& e) {
     Sql result;
     const auto operand = [&](const Expression& child, int least) {
-        const Sql sql = inUnits(write(child));
+        const Sql sql = inUnits(dialect_, write(child));
         if (sql.type == Type::Date) {
             throw SyntaxError(
                 "A date cannot be joined to a text: its form differs from one workstation to the other.",
@@ -269,76 +150,18 @@ Sql ExpressionWriter::concat(const Expression& e) {
     return result;
 }
 
-// The operands of a comparison, brought to one measure.
-std::vector<Sql> ExpressionWriter::comparable(const Expression& e, std::size_t count) {
-    std::vector<Sql> result;
-    bool text = false;
-    bool other = false;
-    bool scaled = true;  // all are Currency or whole ten-thousandths: no conversion, and an index can serve
-    bool anyCurrency = false;
-    std::int64_t ignored = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        result.push_back(dialect_.value(write(*e.children[i])));
-        const Type type = result.back().type;
-        text = text || type == Type::Text;
-        other = other || (type != Type::Text && type != Type::Null);
-        anyCurrency = anyCurrency || type == Type::Currency;
-        scaled = scaled && (type == Type::Currency || asScaled(*e.children[i], ignored));
+Sql ExpressionWriter::comparison(const Expression& e) {
+    std::vector<Sql> operands;
+    for (const ExpressionPtr& child : e.children) {
+        operands.push_back(value(*child));
     }
-    if (text && other) {
-        mismatch(e);
-    }
-    for (std::size_t i = 0; i < count; ++i) {
-        std::int64_t number = 0;
-        if (anyCurrency && scaled && asScaled(*e.children[i], number)) {
-            result[i] = integerLiteral(number);
-        } else if (!scaled) {
-            result[i] = inUnits(std::move(result[i]));
-        }
-    }
-    return result;
-}
-
-Sql ExpressionWriter::compare(const Expression& e) {
-    const std::vector<Sql> operands = comparable(e, 2);
-    Sql result = truth(kEquality);
-    const bool text = operands[0].type == Type::Text || operands[1].type == Type::Text;
-    result.text = dialect_.compared(operands[0], false, kSum, result.nesting, e.position) +
-                  std::string(signOf(e.op)) +
-                  dialect_.compared(operands[1], text, kSum, result.nesting, e.position);
-    return result;
-}
-
-Sql ExpressionWriter::between(const Expression& e) {
-    const std::vector<Sql> operands = comparable(e, 3);
-    Sql result = truth(kEquality);
-    const bool text = operands[0].type == Type::Text || operands[1].type == Type::Text;
-    result.text = dialect_.compared(operands[0], text, kSum, result.nesting, e.position);
-    result.text += e.negated ? " NOT BETWEEN " : " BETWEEN ";
-    result.text += dialect_.compared(operands[1], false, kSum, result.nesting, e.position) + " AND " +
-                   dialect_.compared(operands[2], false, kSum, result.nesting, e.position);
-    return result;
-}
-
-Sql ExpressionWriter::inList(const Expression& e) {
-    const std::vector<Sql> operands = comparable(e, e.children.size());
-    Sql result = truth(kEquality);
-    const bool text = operands[0].type == Type::Text || operands[1].type == Type::Text;
-    result.text = dialect_.compared(operands[0], text, kSum, result.nesting, e.position);
-    result.text += e.negated ? " NOT IN (" : " IN (";
-    for (std::size_t i = 1; i < operands.size(); ++i) {
-        result.text += i > 1 ? ", " : "";
-        result.text += dialect_.compared(operands[i], false, kOr, result.nesting, e.position);
-        result.nesting = std::max(result.nesting, operands[i].nesting + 1);
-    }
-    result.text += ")";
-    return result;
+    return Comparison(dialect_, e, std::move(operands)).write();
 }
 
 Sql ExpressionWriter::inSet(const Expression& e) {
-    const Sql field = inUnits(write(*e.children[0]));
+    const Sql field = inUnits(dialect_, write(*e.children[0]));
     if (field.type == Type::Text) {
-        mismatch(e);
+        failMismatch(e);
     }
     Sql result = truth(kEquality);
     result.text = dialect_.compared(field, false, kSum, result.nesting, e.position);
@@ -406,9 +229,9 @@ Sql ExpressionWriter::dateDiff(const Expression& e) {
     Sql result;
     result.text = std::string(dialect_.facts().dateDiff) + "(";
     for (std::size_t i = 0; i < e.children.size(); ++i) {
-        const Sql argument = inUnits(write(*e.children[i]));
+        const Sql argument = inUnits(dialect_, write(*e.children[i]));
         if (argument.type != Type::Null && (argument.type == Type::Text) != (i == 0)) {
-            mismatch(*e.children[i]);
+            failMismatch(*e.children[i]);
         }
         result.text += (i > 0 ? ", " : "") + argument.text;
         result.nesting = std::max(result.nesting, argument.nesting + 2);
@@ -443,7 +266,7 @@ Sql ExpressionWriter::aggregate(const Expression& e) {
     const Sql argument = ofRows(*e.children[0]);
     const bool sums = e.text == "Sum" || e.text == "Avg";
     if (sums && argument.type == Type::Text) {
-        mismatch(e);
+        failMismatch(e);
     }
     result.nesting = argument.nesting + 1;
     result.text = dialect_.aggregate(e, argument, result.nesting);
@@ -452,75 +275,12 @@ Sql ExpressionWriter::aggregate(const Expression& e) {
         result.type = argument.type == Type::Currency ? Type::Currency : Type::Double;
     } else if (e.text == "Avg") {
         result.type = argument.type == Type::Currency ? Type::Currency : Type::Double;
-        result = inUnits(std::move(result));
+        result = inUnits(dialect_, std::move(result));
         result.real = true;
     } else if (e.text != "Count") {
         result.type = argument.type;
     }
     return result;
-}
-
-std::string ExpressionWriter::assigned(const Expression& e, const ColumnInfo& column) {
-    const Sql sql = value(e);
-    const bool text = sql.type == Type::Text;
-    if (sql.type == Type::Null) {
-        return sql.text;
-    }
-    if (column.type == Type::Text) {
-        return assignedText(e, sql);
-    }
-    if (text || ((column.type == Type::Long || column.type == Type::Single) && sql.type == Type::Date)) {
-        mismatch(e);
-    }
-    if (column.type == Type::Currency) {
-        return assignedCurrency(e, sql);
-    }
-    return assignedNumber(e, inUnits(sql), column);
-}
-
-std::string ExpressionWriter::assignedNumber(const Expression& e, const Sql& number,
-                                             const ColumnInfo& column) const {
-    const bool literal = isNumberLiteral(e);
-    const auto single = static_cast<float>(e.number);
-    if (literal && ((column.type == Type::Long && std::fabs(e.number) > std::numeric_limits<int>::max()) ||
-                    (column.type == Type::Single && !std::isfinite(single)))) {
-        throw SyntaxError("The number is out of range for the field '" + column.name + "'.", e.position);
-    }
-    if (column.type == Type::Single && literal) {
-        return dialect_.real(static_cast<double>(single));
-    }
-    const bool same = number.type == column.type && !(column.type == Type::Long && number.real);
-    if (column.type == Type::YesNo || (!same && column.type != Type::Date)) {
-        return dialect_.stored(number, column.type, e.position);
-    }
-    return number.text;
-}
-
-std::string ExpressionWriter::assignedCurrency(const Expression& e, const Sql& sql) const {
-    if (sql.type == Type::Currency) {
-        return sql.text;
-    }
-    constexpr double kMost = 922337203685477.0;
-    if (isNumberLiteral(e)) {
-        if (std::fabs(e.number) > kMost) {
-            throw SyntaxError("The amount is out of range.", e.position);
-        }
-        return std::to_string(std::llround(e.number * kCurrencyScale));
-    }
-    return dialect_.stored(sql, Type::Currency, e.position);
-}
-
-std::string ExpressionWriter::assignedText(const Expression& e, const Sql& sql) const {
-    if (sql.type == Type::Text) {
-        return sql.text;
-    }
-    if (sql.type == Type::Date) {
-        mismatch(e);
-    }
-    if (e.kind == Kind::Integer) {
-        return dialect_.text(std::to_string(e.integer));
-    }
-    return dialect_.stored(inUnits(sql), Type::Text, e.position);
 }
 
 }  // namespace sql::writing

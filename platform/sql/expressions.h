@@ -19,8 +19,6 @@ class ExpressionWriter {
     Sql value(const Expression& e);
     // What stands behind WHERE, ON, HAVING.
     Sql condition(const Expression& e);
-    // What a field of a table is to be set to, in the form that the store keeps it in.
-    std::string assigned(const Expression& e, const ColumnInfo& column);
 
     static bool isAggregate(const Expression& call);
     static bool hasAggregate(const Expression& e);
@@ -30,23 +28,15 @@ class ExpressionWriter {
     Sql negation(const Expression& e);
     Sql inversion(const Expression& e);
     Sql nullTest(const Expression& e);
-    Sql literal(const Expression& e) const;
     Sql arithmetic(const Expression& e);
     Sql concat(const Expression& e);
-    Sql compare(const Expression& e);
-    Sql between(const Expression& e);
-    Sql inList(const Expression& e);
+    Sql comparison(const Expression& e);
     Sql inSet(const Expression& e);
     Sql terms(const Expression& e);
     Sql call(const Expression& e);
     Sql dateDiff(const Expression& e);
     Sql aggregate(const Expression& e);
     Sql ofRows(const Expression& e);
-    std::vector<Sql> comparable(const Expression& e, std::size_t count);
-    std::string assignedNumber(const Expression& e, const Sql& sql, const ColumnInfo& column) const;
-    std::string assignedCurrency(const Expression& e, const Sql& sql) const;
-    std::string assignedText(const Expression& e, const Sql& sql) const;
-    Sql inUnits(Sql sql) const;
 
     const NameResolver* names_;
     const NameResolver* rows_ = nullptr;

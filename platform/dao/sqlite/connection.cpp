@@ -97,8 +97,8 @@ void setFileLayer(std::string name) {
     fileLayerSetting() = std::move(name);
 }
 
-SqliteConnection::SqliteConnection(const OpenRequest& request, const BusyHandler& busy,
-                                   bool withSystemTables) {
+SqliteConnection::SqliteConnection(const OpenRequest& request, const BusyHandler& busy, bool withSystemTables)
+    : writable_(request.writable) {
     try {
         open(request, busy);
         configure(request);

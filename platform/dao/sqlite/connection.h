@@ -38,6 +38,7 @@ class SqliteConnection {
     SqliteConnection& operator=(const SqliteConnection&) = delete;
 
     sqlite3* handle() const { return library_.get(); }
+    bool writable() const { return writable_; }
     std::shared_ptr<Statement> prepare(std::string_view text);
     std::shared_ptr<Statement> cached(const std::string& text);  // from those used last
     void execute(const std::string& text);
@@ -59,6 +60,7 @@ class SqliteConnection {
     void endStatements() noexcept;
     void close() noexcept;
 
+    bool writable_;
     LibraryHandle library_;
     RecentStatements recent_;
 };

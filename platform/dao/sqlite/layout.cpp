@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/dao/driver.h"
 #include "platform/dao/sqlite/btree.h"
+#include "platform/dao/sqlite/connection.h"
 
 namespace dao::driver {
 namespace {
@@ -48,9 +48,9 @@ bool isOwnEntry(const LayoutEntry& entry) {
 }
 
 // In the table `copy`: what is no more goes, what is new comes, the rest stays as it is.
-void writeCopy(Store& store, const std::string& copy, const Value& mark) {
+void writeCopy(SqliteConnection& file, const std::string& copy, const Value& mark) {
     const auto run = [&](const std::string& text) {
-        const auto statement = store.prepare(text);
+        const auto statement = file.prepare(text);
         statement->bind(1, mark);
         statement->run();
     };
@@ -64,10 +64,10 @@ void writeCopy(Store& store, const std::string& copy, const Value& mark) {
         copy + " AS l WHERE l.type=m.type AND l.name=m.name)");
 }
 
-void writeNumber(Store& store, const std::string& copy, const Value& mark, const char* type,
+void writeNumber(SqliteConnection& file, const std::string& copy, const Value& mark, const char* type,
                  std::int64_t number) {
     const auto statement =
-        store.prepare("INSERT INTO " + copy + "(mark,type,name,tbl,number) VALUES(?1,?2,'','',?3)");
+        file.prepare("INSERT INTO " + copy + "(mark,type,name,tbl,number) VALUES(?1,?2,'','',?3)");
     statement->bind(1, mark);
     statement->bind(2, Value(std::string(type)));
     statement->bindInteger(3, number);
@@ -89,17 +89,16 @@ bool isLayoutTable(std::string_view name) {
     return name.substr(0, kLayoutPrefix.size()) == kLayoutPrefix;
 }
 
-bool hasFreshLayout(Store& store, const std::string& salt) {
-    const std::int64_t version = store.definitions().schemaVersion();
+bool hasFreshLayout(SqliteConnection& file, Definitions& definitions, const std::string& salt) {
+    const std::int64_t version = definitions.schemaVersion();
     std::vector<std::int64_t> tables;
-    store
-        .prepare("SELECT 1 FROM sqlite_master WHERE type='table' AND name IN('dao_layout_1','dao_layout_2')")
+    file.prepare("SELECT 1 FROM sqlite_master WHERE type='table' AND name IN('dao_layout_1','dao_layout_2')")
         ->readKeys(tables, 1);
     if (tables.size() != kCopies.size()) {
         return false;
     }
     return std::all_of(kCopies.begin(), kCopies.end(), [&](const std::string& copy) {
-        const auto read = store.prepare("SELECT number FROM " + copy + " WHERE mark=?1 AND type=?2");
+        const auto read = file.prepare("SELECT number FROM " + copy + " WHERE mark=?1 AND type=?2");
         read->bind(1, Value(markOf(salt)));
         read->bind(2, Value(std::string(kSchema)));
         std::vector<std::int64_t> versions;
@@ -108,20 +107,20 @@ bool hasFreshLayout(Store& store, const std::string& salt) {
     });
 }
 
-void writeLayout(Store& store, const std::string& salt, std::int64_t order) {
+void writeLayout(SqliteConnection& file, Definitions& definitions, const std::string& salt,
+                 std::int64_t order) {
     const Value mark(markOf(salt));
     for (const std::string copy : kCopies) {
-        store
-            .prepare("CREATE TABLE IF NOT EXISTS " + copy +
+        file.prepare("CREATE TABLE IF NOT EXISTS " + copy +
                      "(id INTEGER PRIMARY KEY, mark TEXT, type TEXT, name TEXT, tbl TEXT, number INTEGER, "
                      "sql TEXT)")
             ->run();
     }
     for (const std::string copy : kCopies) {
-        writeCopy(store, copy, mark);
-        writeNumber(store, copy, mark, LayoutEntry::kForm, store.definitions().form());
-        writeNumber(store, copy, mark, LayoutEntry::kOrder, order);
-        writeNumber(store, copy, mark, kSchema, store.definitions().schemaVersion());
+        writeCopy(file, copy, mark);
+        writeNumber(file, copy, mark, LayoutEntry::kForm, definitions.form());
+        writeNumber(file, copy, mark, LayoutEntry::kOrder, order);
+        writeNumber(file, copy, mark, kSchema, definitions.schemaVersion());
     }
 }
 

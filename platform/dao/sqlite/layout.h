@@ -8,7 +8,8 @@
 
 namespace dao::driver {
 
-class Store;
+class Definitions;
+class SqliteConnection;
 
 // One line of what a file holds: a table or an index as its first page tells it, or a number of the file's
 // own (kForm, kOrder), which has nothing but a name and the number.
@@ -25,9 +26,10 @@ struct LayoutEntry {
 // finds them by a mark in each row even where nothing leads to them any more. `salt`: of the file's key,
 // hexadecimal; rows of another file, as a copy by an earlier release carries along, are not taken for its
 // own.
-bool hasFreshLayout(Store& store, const std::string& salt);
+bool hasFreshLayout(SqliteConnection& file, Definitions& definitions, const std::string& salt);
 // Within a transaction. `order`: of the indexes of texts.
-void writeLayout(Store& store, const std::string& salt, std::int64_t order);
+void writeLayout(SqliteConnection& file, Definitions& definitions, const std::string& salt,
+                 std::int64_t order);
 bool isLayoutTable(std::string_view name);
 
 // What the marked rows of all whole pages tell, each entry once; where there are none, what is left of the

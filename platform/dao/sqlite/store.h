@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <memory>
 #include <string>
 
@@ -8,27 +7,26 @@
 #include "platform/dao/sqlite/connection.h"
 #include "platform/dao/sqlite/counters.h"
 #include "platform/dao/sqlite/definitions.h"
+#include "platform/dao/sqlite/lock_patience.h"
 #include "platform/dao/sqlite/queries.h"
 #include "platform/dao/sqlite/rows.h"
+#include "platform/dao/sqlite/store_layout.h"
+#include "platform/dao/sqlite/store_transaction.h"
 
 namespace dao::driver {
 
-// The salt in such a key, hexadecimal; empty where there is no key.
-std::string saltText(const std::string& key);
-
-// A shop's file, or one in memory. It waits for locks by itself, in short steps that differ from process to
-// process.
-class SqliteStore final : public Store, private Transaction {
+// A shop's file, or one in memory.
+class SqliteStore final : public Store {
  public:
     explicit SqliteStore(const OpenRequest& request,
                          bool withSystemTables = true);  // an empty path: in memory
 
-    bool writable() const override { return writable_; }
+    bool writable() const override { return connection_.writable(); }
     const sql::Writer& writer() const override { return sql::sqliteWriter(); }
     std::shared_ptr<Statement> prepare(std::string_view text) override { return connection_.prepare(text); }
     std::shared_ptr<Statement> cached(const std::string& text) override { return connection_.cached(text); }
 
-    Transaction& transaction() override { return *this; }
+    Transaction& transaction() override { return transaction_; }
     RowLocks* rowLocks() override { return nullptr; }
     Definitions& definitions() override { return definitions_; }
     Counters& counters() override { return counters_; }
@@ -46,24 +44,14 @@ class SqliteStore final : public Store, private Transaction {
     void keepLayout();
 
  private:
-    void beginWrite() override;
-    void beginRead() override;
-    void commit() override;
-    void rollback() noexcept override;
-    bool isOpen() const override { return sqlite3_get_autocommit(connection_.handle()) == 0; }
-    void savepoint(int level) override;
-    void release(int level) override;
-    void rollbackTo(int level) noexcept override;
-    static int onBusy(void* self, int count);
-
-    bool writable_;
-    std::string salt_;  // of the file's key, hexadecimal; empty in memory
-    std::chrono::steady_clock::time_point busySince_;
+    LockPatience patience_;
     SqliteConnection connection_;
     SqliteDefinitions definitions_{connection_};
     SqliteCounters counters_{connection_};
     SqliteRows rows_{connection_};
     SqliteQueries queries_{connection_};
+    StoreLayout layout_;
+    SqliteTransaction transaction_{connection_, layout_};
 };
 
 }  // namespace dao::driver
