@@ -60,8 +60,8 @@ TableHalves::TableHalves(const LibraryHandle& first, std::string_view text, cons
     if (refersToSets || std::thread::hardware_concurrency() < 2) {
         return;
     }
-    const QuietErrors quiet;
     try {
+        const QuietErrors quiet;
         open(first, std::string(text), table);
     } catch (const std::exception&) {
         statement_ = nullptr;
