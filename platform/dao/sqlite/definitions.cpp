@@ -2,6 +2,7 @@
 
 #include "platform/dao/failure.h"
 #include "platform/dao/names.h"
+#include "platform/dao/sqlite/table_columns.h"
 #include "platform/dao/sqlite/texts.h"
 #include "platform/dao/table_definition.h"
 
@@ -118,23 +119,14 @@ std::vector<std::string> SqliteDefinitions::tableNames() {
 }
 
 sql::TableInfo SqliteDefinitions::describe(const std::string& table) {
-    RowBlock block;  // cid, name, type, notnull, default, pk
-    block.reset({Type::Long, Type::Text, Type::Text, Type::Long, Type::Null, Type::Long});
-    connection_.prepare("PRAGMA table_info(" + quotedName(table) + ")")->readRows(block);
     sql::TableInfo info;
     info.name = table;
-    Value name;
-    Value declared;
-    Value primary;
-    for (std::size_t row = 0; row < block.rows(); ++row) {
-        block.get(row, 1, name);
-        block.get(row, 2, declared);
-        block.get(row, 5, primary);
-        if (name.textRef() == kHiddenKey) {
+    for (const DeclaredColumn& declared : columnsOf(connection_, table)) {
+        if (declared.name == kHiddenKey) {
             continue;
         }
-        sql::ColumnInfo column = columnFromDeclaration(name.textRef(), declared.textRef());
-        column.counter = primary.asLong() != 0;
+        sql::ColumnInfo column = columnFromDeclaration(declared.name, declared.type);
+        column.counter = declared.isKey;
         info.columns.push_back(std::move(column));
     }
     return info;

@@ -14,6 +14,7 @@
 #include "platform/dao/sqlite/long_statements.h"
 #include "platform/dao/sqlite/store.h"
 #include "platform/dao/sqlite/store_pages.h"
+#include "platform/dao/sqlite/table_columns.h"
 
 namespace dao::driver {
 namespace {
@@ -202,22 +203,10 @@ void Salvage::carryTable(const LayoutEntry& entry) {
 
     Salvaged table;
     table.entry = entry;
-    RowBlock block;
-    block.reset({Type::Long, Type::Text, Type::Text, Type::Long, Type::Null, Type::Long});
-    fresh_.prepare("PRAGMA table_info(" + quotedName(entry.name) + ")")->readRows(block);
-    Value name;
-    Value type;
-    Value needed;
-    Value key;
-    for (std::size_t row = 0; row < block.rows(); ++row) {
-        block.get(row, 1, name);
-        block.get(row, 2, type);
-        block.get(row, 3, needed);
-        block.get(row, 5, key);
-        const bool isText = type.textRef().find("TEXT") != std::string::npos;
-        table.columns.push_back({name.textRef(), key.asLong() != 0 && sameName(type.textRef(), "INTEGER"),
-                                 isText, !isText && type.textRef().find("REAL") == std::string::npos,
-                                 needed.asLong() == 0});
+    for (const DeclaredColumn& column : columnsOf(fresh_.connection(), entry.name)) {
+        const bool isText = column.type.find("TEXT") != std::string::npos;
+        table.columns.push_back({column.name, column.isKey && sameName(column.type, "INTEGER"), isText,
+                                 !isText && column.type.find("REAL") == std::string::npos, !column.needed});
     }
     std::string text = "INSERT OR IGNORE INTO " + quotedName(entry.name) + " VALUES(";
     for (std::size_t i = 0; i < table.columns.size(); ++i) {

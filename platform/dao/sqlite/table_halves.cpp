@@ -55,7 +55,8 @@ std::int64_t& readByTwoFrom() {
     return bytes;
 }
 
-TableHalves::TableHalves(const LibraryHandle& first, std::string_view text, const std::string& table) noexcept {
+TableHalves::TableHalves(const LibraryHandle& first, std::string_view text,
+                         const std::string& table) noexcept {
     const bool refersToSets = text.find("idset(") != std::string_view::npos;
     if (refersToSets || std::thread::hardware_concurrency() < 2) {
         return;
@@ -72,8 +73,8 @@ void TableHalves::open(const LibraryHandle& first, const std::string& text, cons
     if (!isLarge(first.get()) || !onlyReads(first.get())) {
         return;
     }
-    const auto ends = numbersOf(first.get(), "SELECT (SELECT min(rowid) FROM " + table +
-                                                 "), (SELECT max(rowid) FROM " + table + ")");
+    const auto ends = numbersOf(
+        first.get(), "SELECT (SELECT min(rowid) FROM " + table + "), (SELECT max(rowid) FROM " + table + ")");
     connection_ = ends ? first.openBeside() : nullptr;
     if (connection_ != nullptr && !hasMoved(first.get())) {
         middle_ = std::midpoint(ends->front(), ends->back());

@@ -23,8 +23,9 @@ inline constexpr KeySpan kAllKeys{std::numeric_limits<std::int64_t>::min(),
 // which takes most of the time: then two read it, each a half of the table. A test may choose another bound.
 std::int64_t& readByTwoFrom();
 
-// A table's rows in two halves, and a statement over a connection beside that reads the upper one as it stands
-// for the first connection: that has begun to read, so that nobody can write, and has written nothing itself.
+// A table's rows in two halves, and a statement over a connection beside that reads the upper one as it
+// stands for the first connection: that has begun to read, so that nobody can write, and has written nothing
+// itself.
 class TableHalves {
  public:
     // `text` is a statement over the table, whose name is quoted.
