@@ -55,7 +55,7 @@ void ServerSession::runInPieces(const std::string& text, const Parameters& param
         question = beginPieces(text, parameters);
         piece = question ? firstPiece(*question, text) : run(text, parameters);
     };
-    if (!transaction_.beginsWithNext() || !withoutLoss(ask)) {
+    if (!transaction_.beginning().isAhead() || !withoutLoss(ask)) {
         ask();
     }
     if (!question) {
@@ -101,7 +101,7 @@ Result ServerSession::firstPiece(std::int64_t question, const std::string& text)
     Connection& server = transaction_.connection();
     std::size_t done = 0;
     try {
-        if (transaction_.beginsWithNext()) {
+        if (transaction_.beginning().isAhead()) {
             server.next(question, text);
             keepVersions(pieceOf(server.next(question, text)));
             done = 2;
@@ -143,7 +143,7 @@ std::optional<AskedAhead> ServerSession::askAhead(const std::string& text, const
 // Whatever fails ahead is asked once more, and fails where it belongs; a lock that was waited for is not
 // waited for twice.
 std::optional<Result> ServerSession::takeAhead(const AskedAhead& asked) {
-    if (!transaction_.beginsWithNext() || !link_->isConnected() || asked.session != link_->session()) {
+    if (!transaction_.beginning().isAhead() || !link_->isConnected() || asked.session != link_->session()) {
         return std::nullopt;
     }
     std::optional<QuietErrors> quiet(std::in_place);
