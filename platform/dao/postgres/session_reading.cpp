@@ -9,7 +9,6 @@ namespace dao::postgres {
 namespace {
 
 constexpr int kPieces = 24;  // of a long answer; what comes behind them is one more
-constexpr std::size_t kLongOnes = 16;
 
 bool isWholePiece(const Result& piece) {
     return piece.rows() == static_cast<int>(driver::kRowsAtOnce);
@@ -59,7 +58,7 @@ void ServerSession::runInPieces(const std::string& text, const Parameters& param
         ask();
     }
     if (!question) {
-        noteLength(text, piece.rows());
+        longAnswers_.note(text, piece.rows());
         take(piece);
         return;
     }
@@ -71,19 +70,9 @@ void ServerSession::runInPieces(const std::string& text, const Parameters& param
     }
 }
 
-void ServerSession::noteLength(const std::string& text, int rows) {
-    if (rows <= static_cast<int>(driver::kRowsAtOnce)) {
-        return;
-    }
-    if (longOnes_.size() == kLongOnes) {
-        longOnes_.clear();
-    }
-    longOnes_.insert(text);
-}
-
 std::optional<std::int64_t> ServerSession::beginPieces(const std::string& text,
                                                        const Parameters& parameters) {
-    if (!transaction_.isReading() || !locks_.isEmpty() || !longOnes_.contains(text)) {
+    if (!transaction_.isReading() || !locks_.isEmpty() || !longAnswers_.has(text)) {
         return std::nullopt;
     }
     std::vector<Step> steps = stepsBefore();
