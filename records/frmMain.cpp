@@ -29,10 +29,10 @@ CommandState stateOf(const frmMain& window) {
     const int stage = stages.CurrentStage;
     CommandState state;
     state.stage = stage;
-    state.clientChosen = stages[kClients].isChosen();
-    state.computerChosen = stages[kComputers].isChosen();
-    state.hasClients = !stages[kClients].isEmpty();
-    state.hasComputers = !stages[kComputers].isEmpty();
+    state.clientChosen = stages[kClients].entries.isChosen();
+    state.computerChosen = stages[kComputers].entries.isChosen();
+    state.hasClients = !stages[kClients].entries.isEmpty();
+    state.hasComputers = !stages[kComputers].entries.isEmpty();
     state.hasServices = list.count() > 0;
     state.serviceChosen = list.selectedIndex() > 0;
     state.dirty = stage < 3 && stages[stage - 1].dirty;
@@ -62,7 +62,7 @@ frmMain::frmMain(ProgramWindows& windows, QWidget* parent)
 
 void frmMain::connectParts() {
     for (int i = 0; i < kSelectorCount; ++i) {
-        shop.stages[i].setSelector(panes.selector(i));
+        shop.stages[i].entries.setSelector(panes.selector(i));
         connect(panes.selector(i), &QComboBox::currentIndexChanged, this,
                 [this, i] { shop.editing.choose(i); });
     }

@@ -24,7 +24,7 @@ Stage& stageAt(ShopRecords& shop, std::size_t index) {
 MainControls::MainControls(ShopRecords& shop, const StagePanes& panes, const StageSwitch& tabs,
                            const MainBars& bars, const MainStatus& status)
     : Data1{&shop.stages[kClients].data(), &shop.stages[kComputers].data(), &shop.stages[kServices].data()},
-      Combo1([&shop](std::size_t stage) { return &stageAt(shop, stage).selector(); }),
+      Combo1([&shop](std::size_t stage) { return &stageAt(shop, stage).entries.selector(); }),
       Text2{panes.typeAhead(kClients), panes.typeAhead(kComputers)},
       Text1(shop.fields.texts),
       DTPicker1(shop.fields.dates),
@@ -38,6 +38,6 @@ MainControls::MainControls(ShopRecords& shop, const StagePanes& panes, const Sta
       StageDirty(
           {&shop.stages[kClients].dirty, &shop.stages[kComputers].dirty, &shop.stages[kServices].dirty}),
       RememberedIndex([&shop](std::size_t stage) -> int& {
-          stageAt(shop, stage).selector();
-          return stageAt(shop, stage).remembered;
+          stageAt(shop, stage).entries.selector();
+          return stageAt(shop, stage).entries.remembered;
       }) {}

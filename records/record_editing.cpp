@@ -51,9 +51,9 @@ void RecordEditing::AddNewRecord() {
 bool RecordEditing::beginAdd(Stage& stage) {
     const bool wasLocked = stage.pane.isLocked();
     stage.pane.setLocked(false);
-    stage.select(-1);
-    stage.showUsualCaption();
-    stages_[kComputers].showUsualCaption();
+    stage.entries.select(-1);
+    stage.caption.showUsual();
+    stages_[kComputers].caption.showUsual();
     Trap step;
     step([&] { stage.data().AddNew(); });
     AddNewMode = !step.failed();
@@ -88,7 +88,7 @@ void RecordEditing::SaveRecord(int stage, bool& ok) {
     }
     Stage& left = stages_[stage - 1];
     // A stage without records asks for nothing: nobody could type what is missing there.
-    if (!AddNewMode && left.isEmpty()) {
+    if (!AddNewMode && left.entries.isEmpty()) {
         left.dirty = false;
     }
     leave(left, Leaving::ByCommand, ok);
@@ -118,7 +118,7 @@ void RecordEditing::leave(Stage& stage, Leaving how, bool& ok) {
         write(stage, how, ok);
     } else if (wantsToFix(errors)) {
         if (how == Leaving::ByChoice) {
-            stage.select(stage.remembered);
+            stage.entries.select(stage.entries.remembered);
         }
         fields_.focus(focusField);
         ok = false;
@@ -139,7 +139,8 @@ void RecordEditing::write(Stage& stage, Leaving how, bool& ok) {
     if (AddNewMode) {
         ok = writeNew(stage);
     } else {
-        writeEdit(stage, how == Leaving::ByChoice ? stage.remembered : stage.selector().currentIndex());
+        writeEdit(stage, how == Leaving::ByChoice ? stage.entries.remembered
+                                                  : stage.entries.selector().currentIndex());
     }
 }
 
@@ -168,7 +169,7 @@ void RecordEditing::dropEdit(Stage& stage) {
                 stage.data().CancelUpdate();
             }
         });
-        if (stage.isEmpty()) {
+        if (stage.entries.isEmpty()) {
             stage.pane.setLocked(true);
         }
         if (step.failed()) {
@@ -192,7 +193,7 @@ bool RecordEditing::writeNew(Stage& stage) {
     if (written) {
         takeNewEntry(stage, number);
     } else {
-        stage.select(-1);
+        stage.entries.select(-1);
         Trap again;
         addAgain(stage, again);
     }
@@ -236,22 +237,22 @@ void RecordEditing::takeNewEntry(Stage& stage, qint32 number) {
     if (current) {
         step([&] { name = stage.records.name(); });
     }
-    const int entry = stage.selector().addEntry(name, number);
+    const int entry = stage.entries.selector().addEntry(name, number);
     if (!current) {
         step([&] { stage.data().UpdateControls(); });
         return stage.showEntryOfRecord();
     }
-    stage.select(entry);
-    stage.showCaption(name);
+    stage.entries.select(entry);
+    stage.caption.show(name);
 }
 
 void RecordEditing::writeEdit(Stage& stage, int entry) {
-    Selector& selector = stage.selector();
+    Selector& selector = stage.entries.selector();
     const QString name = stage.pane.name();
     if (entry >= 0 && selector.entryText(entry) != name) {
         selector.replaceText(entry, name);
         if (entry == selector.currentIndex()) {
-            stage.showCaption(name);
+            stage.caption.show(name);
         }
     }
     window_.SetStatusText({});
@@ -273,9 +274,9 @@ void RecordEditing::showFailure(int messageId, const Stage& stage, const QString
 
 void RecordEditing::choose(int stageIndex) {
     Stage& stage = stages_[stageIndex];
-    Selector& selector = stage.selector();
+    Selector& selector = stage.entries.selector();
     int entry = selector.currentIndex();
-    if (entry == stage.remembered || entry == -1) {
+    if (entry == stage.entries.remembered || entry == -1) {
         return;
     }
     const qint32 number = selector.entryData(entry);
@@ -301,10 +302,10 @@ void RecordEditing::choose(int stageIndex) {
     } else {
         stage.dirty = false;
     }
-    stage.select(entry);
-    stage.showCaption(selector.currentText());
+    stage.entries.select(entry);
+    stage.caption.show(selector.currentText());
     if (stageIndex == kClients) {
-        stages_[kComputers].showUsualCaption();
+        stages_[kComputers].caption.showUsual();
     }
     stage.refreshEntry();
     window_.UpdateToolbarState();
@@ -313,10 +314,10 @@ void RecordEditing::choose(int stageIndex) {
 // The chosen record could not be asked for: the selector goes back to the one on show.
 void RecordEditing::stayOnRecord(Stage& stage) {
     stage.records.dropPendingRow();
-    if (stage.remembered < 0) {
+    if (stage.entries.remembered < 0) {
         return stage.showEntryOfRecord();
     }
-    stage.select(stage.remembered);
+    stage.entries.select(stage.entries.remembered);
 }
 
 void RecordEditing::tellMissing(const QString& entry) {

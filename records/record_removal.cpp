@@ -65,25 +65,25 @@ void RecordRemoval::moveOn(Stage& stage) {
     Trap step;
     step([&] { stage.data().MoveNext(); });
     step([&] { atEnd = stage.data().Recordset().EOF(); });
-    if (!atEnd || stage.isEmpty()) {
+    if (!atEnd || stage.entries.isEmpty()) {
         return;
     }
     step([&] { stage.data().MoveFirst(); });
-    stage.select(0);
-    stage.showCaption(stage.selector().currentText());
+    stage.entries.select(0);
+    stage.caption.show(stage.entries.selector().currentText());
 }
 
 void RecordRemoval::removeEntry(Stage& stage) {
-    Selector& selector = stage.selector();
+    Selector& selector = stage.entries.selector();
     const int entry = selector.currentIndex();
     selector.removeEntry(entry);
     const int left = selector.entryCount();
     if (left > 0) {
-        stage.select(entry < left ? entry : 0);
-        stage.showCaption(selector.currentText());
+        stage.entries.select(entry < left ? entry : 0);
+        stage.caption.show(selector.currentText());
         return;
     }
-    stage.remembered = -1;
+    stage.entries.remembered = -1;
     stage.pane.setLocked(true);
-    stage.showUsualCaption();
+    stage.caption.showUsual();
 }

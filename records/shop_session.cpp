@@ -2,12 +2,12 @@
 
 #include <atomic>
 #include <chrono>
-#include <future>
 
 #include "common/modMain.h"
 #include "common/settings.h"
 #include "common/window_helpers.h"
 #include "data/session.h"
+#include "platform/controls/work_aside.h"
 #include "platform/system/trap.h"
 #include "records/main_view.h"
 #include "records/record_editing.h"
@@ -33,19 +33,22 @@ constexpr std::chrono::milliseconds kBetweenLooks{5};
 // the windows may wait: its last pages coming to rest on the disk, the space of the former one given back.
 bool backUpAside(QString& errorText, WorkProgress& progress) {
     std::atomic<std::int64_t> copied{0}, all{0};
-    std::future<bool> made = std::async(std::launch::async, [&] {
-        return BackupDatabase(errorText, [&](std::int64_t done, std::int64_t total) {
+    bool made = false;
+    const auto work = [&] {
+        made = BackupDatabase(errorText, [&](std::int64_t done, std::int64_t total) {
             copied = done;
             all = total;
         });
-    });
-    for (bool ready = false; !ready;) {
-        ready = made.wait_for(kBetweenLooks) == std::future_status::ready;
+    };
+    const auto tell = [&] {
         if (all > 0) {
             progress.tell(copied, all);
         }
-    }
-    return made.get();
+        return true;
+    };
+    platform::workAside(work, tell, kBetweenLooks);
+    tell();
+    return made;
 }
 
 }  // namespace

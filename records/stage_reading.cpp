@@ -42,7 +42,7 @@ void StageReading::fill(int index) {
 
 void StageReading::select(int index, qint32 number) {
     Stage& stage = stages_[index];
-    const platform::Selector& selector = stage.selector();
+    const platform::Selector& selector = stage.entries.selector();
     int entry = 0;
     while (entry < selector.entryCount() && selector.entryData(entry) != number) {
         ++entry;
@@ -57,8 +57,8 @@ void StageReading::select(int index, qint32 number) {
     if (step.failed() || stage.data().Recordset().NoMatch()) {
         return;
     }
-    stage.select(entry);
-    stage.showCaption(selector.currentText());
+    stage.entries.select(entry);
+    stage.caption.show(selector.currentText());
 }
 
 // --- Moving on.
@@ -80,11 +80,11 @@ void StageReading::updateComputers(bool servicesToo, Trap& step) {
     Stage& computers = stages_[kComputers];
     const Selection ofClient = stages_.computersOfClient();
     const bool stale = computers.records.isStale(ofClient);
-    const QString chosen = stale ? computers.chosenName() : computers.selector().currentText();
+    const QString chosen = stale ? computers.chosenName() : computers.entries.selector().currentText();
     if (chosen.isEmpty()) {
-        computers.showUsualCaption();
+        computers.caption.showUsual();
     } else {
-        computers.showCaption(chosen);
+        computers.caption.show(chosen);
     }
     if (!stale) {
         return;
@@ -121,13 +121,15 @@ void StageReading::reload(const StepRunner& step, const std::array<qint32, 2>& k
     select(kClients, keep[0]);
     step([] { refreshCache(); });
     step([&] {
-        computers.records.refresh(clients.isChosen() ? stages_.computersOfClient() : stages_.all(kComputers));
+        computers.records.refresh(clients.entries.isChosen() ? stages_.computersOfClient()
+                                                             : stages_.all(kComputers));
     });
     step([&] { fill(kComputers); });
     select(kComputers, keep[1]);
     computers.dirty = true;
-    const Selection services = computers.isChosen() ? stages_.belonging(kServices, Selection::Words::Initials)
-                                                    : stages_.all(kServices);
+    const Selection services = computers.entries.isChosen()
+                                   ? stages_.belonging(kServices, Selection::Words::Initials)
+                                   : stages_.all(kServices);
     if (unitToo) {
         step([&] { window_.showUnit(); });
     }
@@ -145,16 +147,17 @@ void StageReading::reopen(Trap& step) {
     const Selection allComputers = stages_.all(kComputers, Selection::Words::Initials);
     step([] { refreshCache(); });
     step([&] {
-        computers.records.refresh(stages_[kClients].isChosen() ? stages_.computersOfClient() : allComputers);
+        computers.records.refresh(stages_[kClients].entries.isChosen() ? stages_.computersOfClient()
+                                                                       : allComputers);
     });
     step([&] { fill(kComputers); });
     computers.data().selection = allComputers;
-    computers.remembered = -1;
+    computers.entries.remembered = -1;
     const Selection allServices = stages_.all(kServices, Selection::Words::Initials);
     step([] { refreshCache(); });
     step([&] {
-        services.records.refresh(computers.isChosen() ? stages_.servicesOfComputer()
-                                                      : stages_.inOrder(allServices));
+        services.records.refresh(computers.entries.isChosen() ? stages_.servicesOfComputer()
+                                                              : stages_.inOrder(allServices));
     });
     step([&] { window_.FillServiceList({}); });
     services.data().selection = allServices;

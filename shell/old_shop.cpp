@@ -4,7 +4,6 @@
 #include <QFileInfo>
 #include <QProgressDialog>
 #include <chrono>
-#include <future>
 #include <mutex>
 #include <utility>
 
@@ -14,6 +13,7 @@
 #include "exchange/take_over.h"
 #include "platform/controls/boxes.h"
 #include "platform/controls/wait_pointer.h"
+#include "platform/controls/work_aside.h"
 #include "platform/dao/error.h"
 #include "platform/system/files.h"
 
@@ -127,17 +127,20 @@ exchange::TakenOver takeIt(const QString& path, const QString& kept) {
     constexpr std::chrono::milliseconds kBetweenTurns{50};
     const platform::WaitPointer waiting;
     TakingProgress progress;
-    std::future<exchange::TakenOver> taken = std::async(std::launch::async, [&] {
-        return exchange::takeOverInPlace(
+    exchange::TakenOver taken;
+    const auto work = [&] {
+        taken = exchange::takeOverInPlace(
             path.toStdString(), kept.toStdString(),
             [&](const char* doing, const std::string& table, std::int64_t done, std::int64_t all) {
                 progress.hear({doing, table, done, all});
             });
-    });
-    while (taken.wait_for(kBetweenTurns) != std::future_status::ready) {
+    };
+    const auto turn = [&] {
         progress.turn();
-    }
-    return taken.get();
+        return true;
+    };
+    platform::workAside(work, turn, kBetweenTurns);
+    return taken;
 }
 
 OldFile takeOldShop(const QString& path, QString& errorText) {

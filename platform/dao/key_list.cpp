@@ -1,21 +1,10 @@
 #include "platform/dao/key_list.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace dao {
-namespace {
 
-// In the mean, at the least: a run takes the room of two rows, and has to be searched for.
-constexpr std::size_t kRowsOfARun = 8;
-
-}  // namespace
-
-KeyList::KeyList(std::int64_t first, std::size_t rows) : rows_(rows) {
-    if (rows > 0) {
-        runs_.push_back({first, 0});
-    }
-}
+KeyList::KeyList(std::int64_t first, std::size_t rows) : runs_(first, rows), rows_(rows) {}
 
 KeyList::KeyList(std::vector<std::int64_t> keys, int stride, int unique)
     : keys_(std::move(keys)),
@@ -24,54 +13,19 @@ KeyList::KeyList(std::vector<std::int64_t> keys, int stride, int unique)
       unique_(unique),
       ascending_(stride_ == 1 &&
                  std::adjacent_find(keys_.begin(), keys_.end(), std::greater_equal<>()) == keys_.end()) {
-    tellByRuns();
-}
-
-void KeyList::tellByRuns() {
-    if (!ascending_) {
-        return;
+    if (ascending_) {
+        runs_ = KeyRuns::of(keys_);
     }
-    std::vector<Run> runs;
-    for (std::size_t row = 0; row < rows_; ++row) {
-        if (row > 0 && keys_[row] == keys_[row - 1] + 1) {
-            continue;
-        }
-        if (runs.size() > rows_ / kRowsOfARun) {
-            return;
-        }
-        runs.push_back({keys_[row], row});
+    if (!runs_.isEmpty()) {
+        std::vector<std::int64_t>().swap(keys_);  // and its room
     }
-    runs_ = std::move(runs);
-    std::vector<std::int64_t>().swap(keys_);  // and its room
 }
 
 void KeyList::tellEach() {
-    for (std::size_t run = 0; run < runs_.size(); ++run) {
-        keys_.resize(endOf(run));
-        std::iota(keys_.begin() + static_cast<std::ptrdiff_t>(runs_[run].row), keys_.end(), runs_[run].first);
+    if (!runs_.isEmpty()) {
+        keys_ = runs_.each();
+        runs_ = {};
     }
-    runs_.clear();
-}
-
-std::size_t KeyList::runOf(std::size_t row) const {
-    const auto behind = std::ranges::upper_bound(runs_, row, {}, &Run::row);
-    return static_cast<std::size_t>(behind - runs_.begin()) - 1;
-}
-
-std::int64_t KeyList::keyInRuns(std::size_t row) const {
-    const Run& run = runs_[runOf(row)];
-    return run.first + static_cast<std::int64_t>(row - run.row);
-}
-
-std::optional<std::size_t> KeyList::findInRuns(std::int64_t wanted) const {
-    const auto behind = std::ranges::upper_bound(runs_, wanted, {}, &Run::first);
-    if (behind == runs_.begin()) {
-        return std::nullopt;
-    }
-    const auto run = static_cast<std::size_t>(behind - runs_.begin()) - 1;
-    const std::uint64_t place =
-        static_cast<std::uint64_t>(wanted) - static_cast<std::uint64_t>(runs_[run].first);
-    return place < endOf(run) - runs_[run].row ? std::optional(runs_[run].row + place) : std::nullopt;
 }
 
 std::vector<std::int64_t> KeyList::at(std::size_t row) const {
@@ -102,8 +56,8 @@ void KeyList::buildPlaces() const {
 }
 
 std::optional<std::size_t> KeyList::findKey(std::int64_t wanted, int source) const {
-    if (!runs_.empty()) {
-        return findInRuns(wanted);
+    if (!runs_.isEmpty()) {
+        return runs_.find(wanted);
     }
     if (ascending_) {
         const auto found = std::lower_bound(keys_.begin(), keys_.end(), wanted);
@@ -144,10 +98,7 @@ std::optional<std::size_t> KeyList::find(std::span<const std::int64_t> wanted) c
 }
 
 void KeyList::append(std::span<const std::int64_t> row) {
-    if (!runs_.empty() && row.front() > keyInRuns(rows_ - 1)) {
-        if (row.front() != keyInRuns(rows_ - 1) + 1) {
-            runs_.push_back({row.front(), rows_});
-        }
+    if (runs_.append(row.front())) {
         ++rows_;
         return;
     }
@@ -168,30 +119,14 @@ void KeyList::replace(std::size_t row, std::span<const std::int64_t> keys) {
 }
 
 void KeyList::erase(std::size_t row) {
-    if (!runs_.empty()) {
-        eraseFromRuns(row);
+    if (!runs_.isEmpty()) {
+        runs_.erase(row);
     } else {
         const auto first = keys_.begin() + static_cast<std::ptrdiff_t>(row * stride_);
         keys_.erase(first, first + static_cast<std::ptrdiff_t>(stride_));
         placesKnown_ = false;
     }
     --rows_;
-}
-
-// Those before the row and those behind it are a run each, where there are any.
-void KeyList::eraseFromRuns(std::size_t row) {
-    const std::size_t at = runOf(row);
-    const Run before = runs_[at];
-    const Run behind = {keyInRuns(row) + 1, row + 1};
-    const bool hasBehind = behind.row < endOf(at);
-    auto run = runs_.erase(runs_.begin() + static_cast<std::ptrdiff_t>(at));
-    if (hasBehind) {
-        run = runs_.insert(run, behind);
-    }
-    if (before.row < row) {
-        run = runs_.insert(run, before) + 1;
-    }
-    std::for_each(run, runs_.end(), [](Run& later) { --later.row; });
 }
 
 }  // namespace dao

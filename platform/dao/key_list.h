@@ -6,6 +6,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/dao/key_runs.h"
+
 namespace dao {
 
 // The rows of a dynaset, by number: one key for each table that takes part. One table of which few numbers
@@ -23,7 +25,7 @@ class KeyList {
     int stride() const { return static_cast<int>(stride_); }
     std::vector<std::int64_t> at(std::size_t row) const;
     std::int64_t key(std::size_t row, int source) const {
-        return runs_.empty() ? keys_[row * stride_ + static_cast<std::size_t>(source)] : keyInRuns(row);
+        return runs_.isEmpty() ? keys_[row * stride_ + static_cast<std::size_t>(source)] : runs_.at(row);
     }
     bool isAscending() const { return ascending_; }
 
@@ -38,23 +40,12 @@ class KeyList {
  private:
     bool isAt(std::size_t row, std::span<const std::int64_t> keys) const;
     void buildPlaces() const;
-    // Keys that follow one by one, from `first` in `row` to the next run.
-    struct Run {
-        std::int64_t first;
-        std::size_t row;
-    };
-    std::size_t runOf(std::size_t row) const;
-    std::size_t endOf(std::size_t run) const { return run + 1 < runs_.size() ? runs_[run + 1].row : rows_; }
-    std::int64_t keyInRuns(std::size_t row) const;
-    std::optional<std::size_t> findInRuns(std::int64_t wanted) const;
-    void tellByRuns();
     void tellEach();
-    void eraseFromRuns(std::size_t row);
 
-    std::vector<Run> runs_;  // keys_ is empty where there are any
+    KeyRuns runs_;  // keys_ is empty where there are any
     std::vector<std::int64_t> keys_;
     std::size_t stride_ = 1;
-    std::size_t rows_ = 0;
+    std::size_t rows_ = 0;  // asked at each step of a walk
     int unique_ = 0;
     bool ascending_ = true;
     // Unique key to row, made when first asked for.

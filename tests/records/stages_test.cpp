@@ -67,7 +67,7 @@ class StagesWithoutWindow : public DeliveredFixture {
         }
         fields.firm = new QCheckBox(&pane);
         for (int i = 0; i < kSelectorCount; ++i) {
-            stages[i].setSelector(new platform::Selector(&pane));
+            stages[i].entries.setSelector(new platform::Selector(&pane));
         }
         for (const Stage& stage : stages) {
             for (const EntryRow& row : stage.pane.rows()) {
@@ -121,10 +121,10 @@ TEST_F(StagesWithoutWindow, ReadTheStoredQueriesOfThisCopy) {
 TEST_F(StagesWithoutWindow, AStageShowsWhatBelongsToTheOneBefore) {
     EXPECT_EQ(stages.computersOfClient().text(), "SELECT * FROM QDComputers0 WHERE CustID=-1");
     EXPECT_EQ(stages.servicesOfComputer().text(), "SELECT * FROM QDServices0 WHERE MachineID=-1");
-    stages[kClients].selector().setEntries({{"Antic, Ana", 7}, {"Peric, Pera", 4}});
-    stages[kComputers].selector().setEntries({{"DESK", 12}});
-    stages[kClients].select(1);
-    stages[kComputers].select(0);
+    stages[kClients].entries.selector().setEntries({{"Antic, Ana", 7}, {"Peric, Pera", 4}});
+    stages[kComputers].entries.selector().setEntries({{"DESK", 12}});
+    stages[kClients].entries.select(1);
+    stages[kComputers].entries.select(0);
     EXPECT_EQ(stages.computersOfClient().text(), "SELECT * FROM QDComputers0 WHERE CustID=4");
     EXPECT_EQ(stages.servicesOfComputer().text(), "SELECT * FROM QDServices0 WHERE MachineID=12");
     order.LVWSorted = true;
@@ -141,7 +141,7 @@ TEST_F(StagesWithoutWindow, FillingShowsTheFirstRecordAndWritesItOnTheTab) {
     EXPECT_EQ(window.captions.value(2), "DESK");
     EXPECT_EQ(stages[kClients].chosen(), anton);
     EXPECT_EQ(stages[kClients].records.key(), anton);
-    EXPECT_EQ(stages[kClients].remembered, 0);
+    EXPECT_EQ(stages[kClients].entries.remembered, 0);
     EXPECT_FALSE(stages[kClients].pane.isLocked());
     EXPECT_FALSE(stages.LoadingList);
 }
@@ -151,7 +151,7 @@ TEST_F(StagesWithoutWindow, AnEmptyStageIsLockedUnderItsUsualCaption) {
     stages[kComputers].records.refresh(platform::Selection::all("Computers").matching("CustID=-1"));
     reading.FillComputerCombo();
     EXPECT_TRUE(stages[kComputers].pane.isLocked());
-    EXPECT_TRUE(stages[kComputers].isEmpty());
+    EXPECT_TRUE(stages[kComputers].entries.isEmpty());
     EXPECT_EQ(window.captions.value(2), GetResString(102));
     EXPECT_TRUE(qobject_cast<QLineEdit*>(fields.texts[kMachineName])->isReadOnly());
     EXPECT_FALSE(qobject_cast<QLineEdit*>(fields.texts[kSurname])->isReadOnly());
@@ -187,12 +187,12 @@ TEST_F(StagesWithoutWindow, ChoosingAnotherClientWritesTheOneThatIsLeft) {
     type(kSurname, "Arsic");
     stages.fieldTyped(kClients, fields.texts[kSurname]);
     EXPECT_TRUE(stages[kClients].dirty);
-    stages[kClients].selector().setCurrentIndex(1);
+    stages[kClients].entries.selector().setCurrentIndex(1);
     editing.choose(kClients);
     EXPECT_EQ(surnameOf(anton), "Arsic");
     EXPECT_EQ(stages[kClients].records.key(), peric);
     EXPECT_FALSE(stages[kClients].dirty);
-    EXPECT_EQ(stages[kClients].remembered, 1);
+    EXPECT_EQ(stages[kClients].entries.remembered, 1);
     EXPECT_EQ(window.captions.value(1), "Peric, Pera");
     EXPECT_EQ(window.captions.value(2), GetResString(102)) << "no computer of this client is chosen yet";
 }
@@ -201,14 +201,14 @@ TEST_F(StagesWithoutWindow, WhoStaysToMendHasTheirEntryBack) {
     read();
     type(kSurname, "");
     stages.fieldTyped(kClients, fields.texts[kSurname]);
-    stages[kClients].selector().setCurrentIndex(1);
+    stages[kClients].entries.selector().setCurrentIndex(1);
     editing.choose(kClients);
     EXPECT_EQ(window.said.size(), 1);
-    EXPECT_EQ(stages[kClients].selector().currentIndex(), 0);
+    EXPECT_EQ(stages[kClients].entries.selector().currentIndex(), 0);
     EXPECT_EQ(stages[kClients].records.key(), anton);
     EXPECT_TRUE(stages[kClients].dirty);
     window.answer = BoxAnswer::No;
-    stages[kClients].selector().setCurrentIndex(1);
+    stages[kClients].entries.selector().setCurrentIndex(1);
     editing.choose(kClients);
     EXPECT_EQ(stages[kClients].records.key(), peric);
     EXPECT_EQ(surnameOf(anton), "Antic");

@@ -9,13 +9,13 @@
 #include "platform/dao/failure.h"
 #include "platform/dao/limits.h"
 #include "platform/dao/postgres/loss.h"
+#include "platform/dao/postgres/sendings.h"
 
 namespace dao::postgres {
 namespace {
 
 constexpr std::size_t kPreparedStatements = 64;
 constexpr int kOldestServer = 150000;
-constexpr int kBinary = 1;
 
 // The keepalives are the server's; ours are among the keywords of the connection. They mean nothing to a
 // socket of this computer, and do no harm there.
@@ -42,27 +42,6 @@ std::string quotedName(pg_conn* connection, const std::string& name) {
         fail(errInvalidOperation, "Invalid operation: '" + name + "' can't be the name of a role.");
     }
     return quoted.get();
-}
-
-bool sendPrepare(pg_conn* connection, const std::string& name, const Step& step) {
-    const std::vector<unsigned>& types = step.parameters.types();
-    return PQsendPrepare(connection, name.c_str(), step.text.c_str(), static_cast<int>(types.size()),
-                         types.data()) != 0;
-}
-
-bool sendPrepared(pg_conn* connection, const std::string& name, const Step& step) {
-    const std::vector<const char*> values = step.parameters.values();
-    const std::vector<int> formats(values.size(), kBinary);
-    return PQsendQueryPrepared(connection, name.c_str(), static_cast<int>(values.size()), values.data(),
-                               step.parameters.lengths().data(), formats.data(), kBinary) != 0;
-}
-
-int sendUnnamed(pg_conn* connection, const Step& step) {
-    const std::vector<const char*> values = step.parameters.values();
-    const std::vector<int> formats(values.size(), kBinary);
-    return PQsendQueryParams(connection, step.text.c_str(), static_cast<int>(values.size()),
-                             step.parameters.types().data(), values.data(), step.parameters.lengths().data(),
-                             formats.data(), kBinary);
 }
 
 std::string parameterStatus(pg_conn* connection, const char* name) {
@@ -110,18 +89,17 @@ std::vector<Result> Connection::runAll(const std::vector<Step>& steps, std::size
 }
 
 void Connection::tell(const Step& step, TransactionState after) {
-    exchange_.tell([&](pg_conn* connection) { return sendUnnamed(connection, step); });
+    exchange_.tell([&](pg_conn* connection) { return Sendings::sendUnnamed(connection, step); });
     told_ = after;
 }
 
 std::optional<std::int64_t> Connection::begin(const std::vector<Step>& steps, TransactionState after) {
-    const std::vector<Sending> sendings = sendingsOf(steps);
-    const auto isNew = [](const Sending& each) { return each.isNew; };
-    if (std::any_of(sendings.begin(), sendings.end(), isNew)) {
+    const Sendings sendings(steps, statements_);
+    if (sendings.hasNew()) {
         return std::nullopt;
     }
     const std::int64_t question =
-        exchange_.begin([&](pg_conn* connection) { return sendAll(connection, sendings); });
+        exchange_.begin([&](pg_conn* connection) { return sendings.send(connection); });
     told_ = after;
     return question;
 }
@@ -210,80 +188,18 @@ void Connection::dropLeftStatements() {
     }
 }
 
-Connection::Sending Connection::sendingOf(const Step& step) {
-    if (!step.isPrepared) {
-        return {&step, {}, {}, false};
-    }
-    std::string key = StatementCache::keyOf(step.text, step.parameters.types());
-    std::string name = statements_.find(key);
-    const bool isNew = name.empty();
-    return {&step, std::move(key), isNew ? statements_.newName() : std::move(name), isNew};
-}
-
-// The same statement twice is prepared once: the first one's name is known when the second is looked at.
-std::vector<Connection::Sending> Connection::sendingsOf(const std::vector<Step>& steps) {
-    std::vector<Sending> sendings;
-    for (const Step& step : steps) {
-        Sending made = sendingOf(step);
-        for (const Sending& before : sendings) {
-            if (before.key == made.key && step.isPrepared) {
-                made.name = before.name;
-                made.isNew = false;
-            }
-        }
-        sendings.push_back(std::move(made));
-    }
-    return sendings;
-}
-
-bool Connection::sendAll(pg_conn* connection, const std::vector<Sending>& sendings) {
-    return std::all_of(sendings.begin(), sendings.end(), [&](const Sending& each) {
-        if (!each.step->isPrepared) {
-            return sendUnnamed(connection, *each.step) != 0;
-        }
-        return (!each.isNew || sendPrepare(connection, each.name, *each.step)) &&
-               sendPrepared(connection, each.name, *each.step);
-    });
-}
-
 Answer Connection::askAll(const std::vector<Step>& steps, std::size_t& done, const Patience& patience) {
     dropLeftStatements();
-    const std::vector<Sending> sendings = sendingsOf(steps);
-    const auto send = [&](pg_conn* connection) { return sendAll(connection, sendings); };
+    Sendings sendings(steps, statements_);
+    const auto send = [&](pg_conn* connection) { return sendings.send(connection); };
     try {
         Answer answer = exchange_.askPipeline(send, patience);
-        done = keepPrepared(sendings, exchange_.answered(), &answer.results);
+        done = sendings.take(exchange_.answered(), &answer.results);
         return answer;
     } catch (...) {
-        done = keepPrepared(sendings, exchange_.answered(), nullptr);
+        done = sendings.take(exchange_.answered(), nullptr);
         throw;
     }
-}
-
-// What was prepared had an answer of its own, which nobody asks for. How many of the statements are done.
-std::size_t Connection::keepPrepared(const std::vector<Sending>& sendings, std::size_t answered,
-                                     std::vector<Result>* answers) {
-    std::vector<Result> results;
-    std::size_t at = 0;
-    std::size_t done = 0;
-    for (const Sending& each : sendings) {
-        if (each.isNew && at < answered) {
-            statements_.keep(each.key, each.name);
-            ++at;
-        }
-        if (at == answered) {
-            break;
-        }
-        if (answers != nullptr) {
-            results.push_back(std::move((*answers)[at]));
-        }
-        ++at;
-        ++done;
-    }
-    if (answers != nullptr) {
-        *answers = std::move(results);
-    }
-    return done;
 }
 
 void Connection::refuse(const Answer& answer, const std::string& text) const {

@@ -12,6 +12,7 @@
 #include "platform/dao/postgres/place.h"
 #include "platform/dao/postgres/result.h"
 #include "platform/dao/postgres/statement_cache.h"
+#include "platform/dao/postgres/step.h"
 
 namespace dao::postgres {
 
@@ -20,13 +21,6 @@ enum class TransactionState {
     kOpen,    // begun
     kFailed,  // begun, and a statement failed: only a rollback, or one to a savepoint, is taken
     kLost,    // no connection any more
-};
-
-// A statement and the values for its $1, $2, ...
-struct Step {
-    std::string text;
-    Parameters parameters;
-    bool isPrepared = true;  // not worth it for what begins and ends transactions
 };
 
 struct SessionWishes {
@@ -83,19 +77,7 @@ class Connection {
     void prepareSession(const SessionWishes& wishes);
     void keepLockTimeout();
     void dropLeftStatements();
-    // A statement on its way: under which name, and whether the server is to prepare it first.
-    struct Sending {
-        const Step* step;
-        std::string key;
-        std::string name;
-        bool isNew;
-    };
-    Sending sendingOf(const Step& step);
-    std::vector<Sending> sendingsOf(const std::vector<Step>& steps);
-    static bool sendAll(pg_conn* connection, const std::vector<Sending>& sendings);
     Answer askAll(const std::vector<Step>& steps, std::size_t& done, const Patience& patience);
-    std::size_t keepPrepared(const std::vector<Sending>& sendings, std::size_t answered,
-                             std::vector<Result>* answers);
     void refuse(const Answer& answer, const std::string& text) const;
 
     Exchange exchange_;

@@ -23,8 +23,8 @@ std::shared_ptr<driver::Statement> ServerSession::prepare(std::string_view text)
 // A question asked twice does no harm, whatever came of it the first time.
 Result ServerSession::run(const std::string& text, const Parameters& parameters) {
     Result answer{nullptr};
-    const bool mayRepeat =
-        transaction_.beginsWithNext() || (!transaction_.isBegun() && text.starts_with("SELECT"));
+    const bool mayRepeat = transaction_.beginning().isAhead() ||
+                           (!transaction_.beginning().isAsked() && text.starts_with("SELECT"));
     const auto ask = [&] {
         std::vector<Step> steps = stepsBefore();
         steps.push_back({text, parameters});
@@ -38,7 +38,7 @@ Result ServerSession::run(const std::string& text, const Parameters& parameters)
 
 // What goes to the server in one breath with the next statement: nobody has to wait for it alone.
 std::vector<Step> ServerSession::stepsBefore() {
-    std::vector<Step> steps = transaction_.stepsAhead();
+    std::vector<Step> steps = transaction_.beginning().stepsAhead();
     locks_.addSteps(steps);
     return steps;
 }
@@ -48,7 +48,7 @@ Result ServerSession::runAll(const std::vector<Step>& steps) {
     std::size_t done = 0;
     try {
         std::vector<Result> answers = server.runAll(steps, done);
-        if (transaction_.beginsWithNext()) {
+        if (transaction_.beginning().isAhead()) {
             keepVersions(answers[1]);
         }
         noteDone(done);
@@ -64,7 +64,7 @@ Result ServerSession::runAll(const std::vector<Step>& steps) {
 
 // The first `done` of the steps that stepsBefore gave, and of whatever came behind them.
 void ServerSession::noteDone(std::size_t done) {
-    if (done > 0 && transaction_.noteBegun()) {
+    if (done > 0 && transaction_.beginning().noteBegun()) {
         done -= std::min<std::size_t>(done, 2);
     }
     locks_.noteDone(done, link_->session());
@@ -74,7 +74,7 @@ Versions ServerSession::versions() {
     if (const std::optional<Versions> seen = transaction_.seen()) {
         return *seen;
     }
-    if (transaction_.beginsWithNext()) {  // they come with what begins the transaction
+    if (transaction_.beginning().isAhead()) {  // they come with what begins the transaction
         const auto ask = [&] { runAll(stepsBefore()); };
         if (!withoutLoss(ask)) {
             ask();

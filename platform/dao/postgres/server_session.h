@@ -2,12 +2,12 @@
 
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
 #include "platform/dao/driver.h"
 #include "platform/dao/postgres/lock_queue.h"
+#include "platform/dao/postgres/long_answers.h"
 #include "platform/dao/postgres/server_transaction.h"
 #include "platform/dao/postgres/statement_runner.h"
 
@@ -46,14 +46,13 @@ class ServerSession final : public StatementRunner {
     std::optional<std::int64_t> beginPieces(const std::string& text, const Parameters& parameters);
     Result firstPiece(std::int64_t question, const std::string& text);
     std::optional<Result> answerAhead(Connection& server, std::int64_t question);
-    void noteLength(const std::string& text, int rows);
 
     std::shared_ptr<StatementRunner*> self_;  // for its statements: holds nullptr once the store is gone
     std::shared_ptr<Link> link_;
     ServerTransaction transaction_;
     LockQueue locks_;
     std::int64_t newestSchema_ = -1;
-    std::set<std::string> longOnes_;  // statements that gave many rows the last time
+    LongAnswers longAnswers_;
 };
 
 }  // namespace dao::postgres

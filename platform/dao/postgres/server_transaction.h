@@ -2,11 +2,13 @@
 
 #include <functional>
 #include <optional>
-#include <vector>
+#include <string>
 
 #include "platform/dao/driver.h"
 #include "platform/dao/postgres/link.h"
 #include "platform/dao/postgres/read_steps.h"
+#include "platform/dao/postgres/transaction_begin.h"
+#include "platform/dao/postgres/writer_commit.h"
 
 namespace dao::postgres {
 
@@ -18,7 +20,7 @@ namespace dao::postgres {
 // connection that was lost takes its transaction with it, and nothing more is written or read in that one.
 class ServerTransaction final : public driver::Transaction {
  public:
-    explicit ServerTransaction(Link& link) : link_(link) {}
+    explicit ServerTransaction(Link& link) : link_(link), beginning_(link), writes_(link) {}
 
     void beginWrite() override;
     void beginRead() override;
@@ -30,14 +32,8 @@ class ServerTransaction final : public driver::Transaction {
     void rollbackTo(int level) noexcept override;
 
     // errDiskIo where the open transaction went with an earlier one.
-    Connection& connection();
-    // It has been asked for, and the next statement begins it with stepsAhead().
-    bool beginsWithNext() const { return beginAhead_; }
-    std::vector<Step> stepsAhead();
-    // The first of these is done. False where there were none.
-    bool noteBegun();
-    // False: a question stands for itself, and may be asked twice.
-    bool isBegun() const { return begunIn_.has_value(); }
+    Connection& connection() { return beginning_.connection(); }
+    TransactionBegin& beginning() { return beginning_; }
 
     void noteWritten(Written what);
     void noteHeld() { sound_ = false; }  // a row: going back would let it go
@@ -53,14 +49,11 @@ class ServerTransaction final : public driver::Transaction {
 
  private:
     void begin(const std::string& text);
-    bool isSame() const;  // the connection that the open transaction was begun on
-    void needCommitted();
 
     Link& link_;
-    std::optional<std::int64_t> begunIn_;  // the link's session
-    bool beginAhead_ = false;
+    TransactionBegin beginning_;
+    WriterCommit writes_;
     bool reading_ = false;
-    Written written_ = Written::kNothing;
     bool sound_ = false;  // nothing was written since its last savepoint
     std::optional<Versions> seen_;
 };

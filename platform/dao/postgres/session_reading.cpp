@@ -9,7 +9,6 @@ namespace dao::postgres {
 namespace {
 
 constexpr int kPieces = 24;  // of a long answer; what comes behind them is one more
-constexpr std::size_t kLongOnes = 16;
 
 bool isWholePiece(const Result& piece) {
     return piece.rows() == static_cast<int>(driver::kRowsAtOnce);
@@ -55,11 +54,11 @@ void ServerSession::runInPieces(const std::string& text, const Parameters& param
         question = beginPieces(text, parameters);
         piece = question ? firstPiece(*question, text) : run(text, parameters);
     };
-    if (!transaction_.beginsWithNext() || !withoutLoss(ask)) {
+    if (!transaction_.beginning().isAhead() || !withoutLoss(ask)) {
         ask();
     }
     if (!question) {
-        noteLength(text, piece.rows());
+        longAnswers_.note(text, piece.rows());
         take(piece);
         return;
     }
@@ -71,19 +70,9 @@ void ServerSession::runInPieces(const std::string& text, const Parameters& param
     }
 }
 
-void ServerSession::noteLength(const std::string& text, int rows) {
-    if (rows <= static_cast<int>(driver::kRowsAtOnce)) {
-        return;
-    }
-    if (longOnes_.size() == kLongOnes) {
-        longOnes_.clear();
-    }
-    longOnes_.insert(text);
-}
-
 std::optional<std::int64_t> ServerSession::beginPieces(const std::string& text,
                                                        const Parameters& parameters) {
-    if (!transaction_.isReading() || !locks_.isEmpty() || !longOnes_.contains(text)) {
+    if (!transaction_.isReading() || !locks_.isEmpty() || !longAnswers_.has(text)) {
         return std::nullopt;
     }
     std::vector<Step> steps = stepsBefore();
@@ -101,7 +90,7 @@ Result ServerSession::firstPiece(std::int64_t question, const std::string& text)
     Connection& server = transaction_.connection();
     std::size_t done = 0;
     try {
-        if (transaction_.beginsWithNext()) {
+        if (transaction_.beginning().isAhead()) {
             server.next(question, text);
             keepVersions(pieceOf(server.next(question, text)));
             done = 2;
@@ -143,7 +132,7 @@ std::optional<AskedAhead> ServerSession::askAhead(const std::string& text, const
 // Whatever fails ahead is asked once more, and fails where it belongs; a lock that was waited for is not
 // waited for twice.
 std::optional<Result> ServerSession::takeAhead(const AskedAhead& asked) {
-    if (!transaction_.beginsWithNext() || !link_->isConnected() || asked.session != link_->session()) {
+    if (!transaction_.beginning().isAhead() || !link_->isConnected() || asked.session != link_->session()) {
         return std::nullopt;
     }
     std::optional<QuietErrors> quiet(std::in_place);
