@@ -1,5 +1,6 @@
 #include "records/service_row.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <system_error>
@@ -12,6 +13,19 @@ namespace service_row {
 namespace {
 
 const QString kMark = QStringLiteral("##");
+constexpr std::string_view kPlainMark = "##";
+
+bool isPlain(std::string_view utf8) {
+    return std::all_of(utf8.begin(), utf8.end(), [](char c) { return (c & 0x80) == 0; });
+}
+
+QChar* putPlain(QChar* to, std::string_view letters) {
+    return std::transform(letters.begin(), letters.end(), to, [](char c) { return QLatin1Char(c); });
+}
+
+QString fromStored(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
 
 dao::Currency times(dao::Currency amount, double factor) {
     return dao::Currency::fromDouble(amount.toDouble() * factor);
@@ -104,6 +118,17 @@ QString tagOf(const QString& types, const QString& comments) {
     tag += types;
     tag += kMark;
     tag += comments;
+    return tag;
+}
+
+// Most texts are plain letters, which a QString holds one by one.
+QString storedTag(std::string_view types, std::string_view comments) {
+    if (!isPlain(types) || !isPlain(comments)) {
+        return tagOf(fromStored(types), fromStored(comments));
+    }
+    QString tag(static_cast<qsizetype>(types.size() + kPlainMark.size() + comments.size()),
+                Qt::Uninitialized);
+    putPlain(putPlain(putPlain(tag.data(), types), kPlainMark), comments);
     return tag;
 }
 
