@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <string>
 #include <system_error>
 
 #include "platform/system/dates.h"
@@ -15,12 +18,17 @@ namespace {
 const QString kMark = QStringLiteral("##");
 constexpr std::string_view kPlainMark = "##";
 
+// Whether it is plain letters throughout, eight of them at a time.
 bool isPlain(std::string_view utf8) {
+    constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+    std::uint64_t letters = 0;
+    for (; utf8.size() >= sizeof letters; utf8.remove_prefix(sizeof letters)) {
+        std::memcpy(&letters, utf8.data(), sizeof letters);
+        if ((letters & kHighBits) != 0) {
+            return false;
+        }
+    }
     return std::all_of(utf8.begin(), utf8.end(), [](char c) { return (c & 0x80) == 0; });
-}
-
-QChar* putPlain(QChar* to, std::string_view letters) {
-    return std::transform(letters.begin(), letters.end(), to, [](char c) { return QLatin1Char(c); });
 }
 
 QString fromStored(std::string_view utf8) {
@@ -121,15 +129,14 @@ QString tagOf(const QString& types, const QString& comments) {
     return tag;
 }
 
-// Most texts are plain letters, which a QString holds one by one.
+// Most texts are plain letters, which become a QString in one step.
 QString storedTag(std::string_view types, std::string_view comments) {
     if (!isPlain(types) || !isPlain(comments)) {
         return tagOf(fromStored(types), fromStored(comments));
     }
-    QString tag(static_cast<qsizetype>(types.size() + kPlainMark.size() + comments.size()),
-                Qt::Uninitialized);
-    putPlain(putPlain(putPlain(tag.data(), types), kPlainMark), comments);
-    return tag;
+    static thread_local std::string tag;
+    tag.assign(types).append(kPlainMark).append(comments);
+    return QString::fromLatin1(tag.data(), static_cast<qsizetype>(tag.size()));
 }
 
 QString typesOfTag(const QString& tag) {
