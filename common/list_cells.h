@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <type_traits>
+#include <utility>
 
 #include "common/list_columns.h"
 #include "platform/controls/list_view.h"
@@ -27,12 +28,12 @@ requires std::is_enum_v<Column> QString cellOf(const platform::ListItem& row, Co
 
 template <typename Column>
 requires std::is_enum_v<Column>
-void setCell(platform::ListItem& row, Column column, const QString& text) {
+void setCell(platform::ListItem& row, Column column, QString text) {
     const int subItem = static_cast<int>(column);
     if (subItem == 0) {
-        row.Text = text;
+        row.Text = std::move(text);
     } else {
-        row.setSubItems(subItem, text);
+        row.setSubItems(subItem, std::move(text));
     }
 }
 

@@ -1,30 +1,9 @@
 #include "records/made_services.h"
 
 #include <algorithm>
-#include <type_traits>
 #include <utility>
 
-namespace {
-
-// Of any two values that are not the same the bytes are not either.
-void append(std::string& bytes, const dao::Value& value) {
-    const auto raw = [&](const auto& number) {
-        bytes.append(reinterpret_cast<const char*>(&number), sizeof number);
-    };
-    raw(value.store().index());
-    std::visit(
-        [&](const auto& content) {
-            if constexpr (std::is_same_v<std::decay_t<decltype(content)>, std::string>) {
-                raw(content.size());
-                bytes += content;
-            } else {
-                raw(content);
-            }
-        },
-        value.store());
-}
-
-}  // namespace
+#include "records/value_bytes.h"
 
 void MadeServices::beginFilling(const service_row::ScreenUnit& unit, int rows) {
     constexpr int kMostAtOnce = 4096;  // of a whole shop's a few are looked at
@@ -33,7 +12,9 @@ void MadeServices::beginFilling(const service_row::ScreenUnit& unit, int rows) {
     if (unit.dinars != unit_.dinars || unit.rate != unit_.rate || locale != locale_) {
         clear();
     }
-    now_.reserve(static_cast<std::size_t>(std::min(rows, kMostAtOnce)));
+    const int expected = std::min(rows, kMostAtOnce);
+    now_.rows.reserve(static_cast<std::size_t>(expected));
+    now_.places.reserve(expected);
     unit_ = unit;
     locale_ = locale;
 }
@@ -41,26 +22,31 @@ void MadeServices::beginFilling(const service_row::ScreenUnit& unit, int rows) {
 const platform::ListItem* MadeServices::find(qint32 id, const Fields& fields) {
     asked_.clear();
     for (const ServiceField& field : serviceFields()) {
-        append(asked_, fields[field.name]->Value());
+        value_bytes::append(asked_, fields[field.name]->Value());
     }
-    auto made = now_.find(id);
-    if (made == now_.end()) {
-        Rows::node_type earlier = before_.extract(id);
-        if (earlier.empty()) {
-            return nullptr;
-        }
-        made = now_.insert(std::move(earlier)).position;
+    if (const auto place = now_.places.constFind(id); place != now_.places.cend()) {
+        const Made& made = now_.rows[*place];
+        return now_.storedOf(made) == asked_ ? &made.row : nullptr;
     }
-    return made->second.stored == asked_ ? &made->second.row : nullptr;
+    const auto earlier = before_.places.constFind(id);
+    if (earlier == before_.places.cend() || before_.storedOf(before_.rows[*earlier]) != asked_) {
+        return nullptr;
+    }
+    return put(id, std::move(before_.rows[*earlier].row));
 }
 
 void MadeServices::keep(qint32 id, const platform::ListItem& row) {
-    Made& made = now_[id];
-    made.stored = asked_;
-    made.row = row;
+    put(id, platform::ListItem(row));
+}
+
+const platform::ListItem* MadeServices::put(qint32 id, platform::ListItem&& row) {
+    now_.places.insert(id, now_.rows.size());
+    now_.rows.push_back({now_.stored.size(), asked_.size(), std::move(row)});
+    now_.stored += asked_;
+    return &now_.rows.back().row;
 }
 
 void MadeServices::clear() {
-    now_.clear();
-    before_.clear();
+    now_ = {};
+    before_ = {};
 }

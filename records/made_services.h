@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QHash>
 #include <QLocale>
 #include <optional>
 #include <string>
-#include <unordered_map>
+#include <string_view>
+#include <vector>
 
 #include "platform/controls/list_item.h"
 #include "platform/dao/recordset.h"
@@ -28,12 +30,21 @@ class MadeServices {
 
  private:
     struct Made {
-        std::string stored;  // the values, end to end
+        std::size_t from = 0;  // of the values, where they lie in those of all rows of its filling
+        std::size_t size = 0;
         platform::ListItem row;
     };
-    using Rows = std::unordered_map<qint32, Made>;
+    struct Filling {
+        std::vector<Made> rows;
+        QHash<qint32, std::size_t> places;  // of a service's row among them
+        std::string stored;
+        std::string_view storedOf(const Made& made) const {
+            return std::string_view(stored).substr(made.from, made.size);
+        }
+    };
+    const platform::ListItem* put(qint32 id, platform::ListItem&& row);
 
-    Rows now_, before_;  // looked at in this filling; only in the one before
+    Filling now_, before_;  // looked at in this filling; only in the one before
     std::string asked_;
     service_row::ScreenUnit unit_;
     QLocale locale_;

@@ -66,7 +66,9 @@ bool ReportShelf::fill(dao::Database& database, std::span<const Table> tables,
                 rows, [&] { putRow(rows, kind); }, proceed)) {
             return false;
         }
-        computers_.sort();
+        if (table.key >= 0) {
+            computers_.sort();
+        }
     }
     return true;
 }

@@ -66,14 +66,14 @@ platform::ListItem itemOf(const StoredService& service) {
     platform::ListItem item;
     item.Key = service_row::keyOf(service.id);
     item.SmallIcon = stateOf(values);
-    item.subItems.resize(static_cast<qsizetype>(kColumns.size()) - 1);
+    item.subItems = QList<QString>(static_cast<qsizetype>(kColumns.size()) - 1);
     for (const ServiceField& field : serviceFields()) {
         if (isListed(field.name)) {
             setCell(item, field.name, cellOfValue(field.kind, values[field.name]));
         }
     }
-    item.Tag =
-        service_row::tagOf(textOf(values[ServiceColumn::Types]), textOf(values[ServiceColumn::Comments]));
+    item.Tag = service_row::storedTag(values[ServiceColumn::Types].textRef(),
+                                      values[ServiceColumn::Comments].textRef());
     return item;
 }
 

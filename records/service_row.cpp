@@ -1,7 +1,11 @@
 #include "records/service_row.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <string>
 #include <system_error>
 
 #include "platform/system/dates.h"
@@ -12,6 +16,24 @@ namespace service_row {
 namespace {
 
 const QString kMark = QStringLiteral("##");
+constexpr std::string_view kPlainMark = "##";
+
+// Whether it is plain letters throughout, eight of them at a time.
+bool isPlain(std::string_view utf8) {
+    constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+    std::uint64_t letters = 0;
+    for (; utf8.size() >= sizeof letters; utf8.remove_prefix(sizeof letters)) {
+        std::memcpy(&letters, utf8.data(), sizeof letters);
+        if ((letters & kHighBits) != 0) {
+            return false;
+        }
+    }
+    return std::all_of(utf8.begin(), utf8.end(), [](char c) { return (c & 0x80) == 0; });
+}
+
+QString fromStored(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
 
 dao::Currency times(dao::Currency amount, double factor) {
     return dao::Currency::fromDouble(amount.toDouble() * factor);
@@ -105,6 +127,16 @@ QString tagOf(const QString& types, const QString& comments) {
     tag += kMark;
     tag += comments;
     return tag;
+}
+
+// Most texts are plain letters, which become a QString in one step.
+QString storedTag(std::string_view types, std::string_view comments) {
+    if (!isPlain(types) || !isPlain(comments)) {
+        return tagOf(fromStored(types), fromStored(comments));
+    }
+    static thread_local std::string tag;
+    tag.assign(types).append(kPlainMark).append(comments);
+    return QString::fromLatin1(tag.data(), static_cast<qsizetype>(tag.size()));
 }
 
 QString typesOfTag(const QString& tag) {

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <string_view>
 
 #include "platform/dao/currency.h"
 #include "platform/dao/date.h"
@@ -68,8 +69,9 @@ qint32 idOfKey(const QString& key);
 inline const QString kAnyType = QStringLiteral("1");
 // The row's tag: kinds of work, "##", description.
 QString tagOf(const QString& types, const QString& comments);
-QString typesOfTag(const QString& tag);     // all before the first "##"
-QString commentsOfTag(const QString& tag);  // all behind it; empty without one
+QString storedTag(std::string_view types, std::string_view comments);  // the same of what the file holds
+QString typesOfTag(const QString& tag);                                // all before the first "##"
+QString commentsOfTag(const QString& tag);                             // all behind it; empty without one
 // The names of the kinds of work, one a line. `types` holds positions from 1 with "|" between; `names` has
 // them at those positions and nothing at 0. A position that the table does not have adds no line.
 QString typeNames(const QString& types, const QStringList& names);

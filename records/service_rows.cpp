@@ -4,6 +4,7 @@
 #include <limits>
 #include <utility>
 
+#include "platform/system/locale_facts.h"
 #include "platform/system/trap.h"
 
 ServiceRows::ServiceRows(const dao::Recordset& source, service_row::ScreenUnit unit,
@@ -16,10 +17,20 @@ ServiceRows::ServiceRows(const dao::Recordset& source, service_row::ScreenUnit u
     made_->beginFilling(unit_, count_);
 }
 
-void ServiceRows::readInto(ServiceValues& values, bool fromRowAbove) const {
+void ServiceRows::readField(const ServiceField& field, ServiceValues& values) const {
+    showValue(field.kind, fields_[field.name]->Value(), unit_, values[field.name]);
+}
+
+void ServiceRows::readInto(ServiceValues& values) const {
     for (const ServiceField& field : serviceFields()) {
-        if (field.fromRowAbove == fromRowAbove) {
-            values[field.name] = shownValue(field.kind, fields_[field.name]->Value(), unit_);
+        readField(field, values);
+    }
+}
+
+void ServiceRows::readGoingOn(ServiceValues& values) const {
+    for (const ServiceField& field : serviceFields()) {
+        if (field.fromRowAbove) {
+            readField(field, values);
         }
     }
 }
@@ -38,7 +49,7 @@ void ServiceRows::completeFromAbove(int index, ServiceValues& own) {
         step([&] {
             ServiceValues values;
             rows_.setAbsolutePosition(above - 1);
-            readInto(values, true);
+            readGoingOn(values);
             takeFromRowAbove(found, values);
         });
     }
@@ -48,14 +59,14 @@ void ServiceRows::completeFromAbove(int index, ServiceValues& own) {
 
 // What was taken from the row above is another value once another row stands there.
 platform::ListItem ServiceRows::makeCurrent(int index, qint32 id) {
-    StoredService service{.id = id};
-    readInto(service.values, false);
-    readInto(service.values, true);
-    if (!isComplete(service.values)) {
-        completeFromAbove(index, service.values);
-        return itemOf(service);
+    const platform::HeldLocale locale;
+    current_.id = id;
+    readInto(current_.values);
+    if (!isComplete(current_.values)) {
+        completeFromAbove(index, current_.values);
+        return itemOf(current_);
     }
-    platform::ListItem row = itemOf(service);
+    platform::ListItem row = itemOf(current_);
     made_->keep(id, row);
     return row;
 }

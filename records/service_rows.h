@@ -30,8 +30,10 @@ class ServiceRows {
     int find(const QString& key);
 
  private:
-    // Of the current row: the fields that go on from row to row, or the others.
-    void readInto(ServiceValues& values, bool fromRowAbove) const;
+    // Of the current row; those of its fields that go on from row to row.
+    void readInto(ServiceValues& values) const;
+    void readGoingOn(ServiceValues& values) const;
+    void readField(const ServiceField& field, ServiceValues& values) const;
     platform::ListItem makeCurrent(int index, qint32 id);
     void completeFromAbove(int index, ServiceValues& own);
 
@@ -41,5 +43,6 @@ class ServiceRows {
     dao::Field id_;
     MadeServices::Fields fields_;
     std::shared_ptr<MadeServices> made_;
+    StoredService current_;                // whose memory the next row takes
     QHash<int, ServiceValues> completed_;  // rows that had to look upwards
 };

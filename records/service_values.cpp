@@ -11,20 +11,24 @@
 
 namespace {
 
-dao::Value convert(ServiceKind kind, const dao::Value& stored, const service_row::ScreenUnit& unit) {
+void convert(ServiceKind kind, const dao::Value& stored, const service_row::ScreenUnit& unit,
+             dao::Value& shown) {
     switch (kind) {
         case ServiceKind::Date:
         case ServiceKind::OpenDate:
-            return stored.asDate();
+            shown.store() = stored.asDate();
+            break;
         case ServiceKind::Amount:
-            return unit.toScreen(stored.asCurrency());
+            shown.store() = unit.toScreen(stored.asCurrency());
+            break;
         case ServiceKind::Number:
-            return stored.asSingle();
+            shown.store() = stored.asSingle();
+            break;
         case ServiceKind::Text:
         case ServiceKind::Types:
+            shown.store() = stored.textRef();
             break;
     }
-    return stored.textRef();
 }
 
 dao::Value nothingOf(ServiceKind kind) {
@@ -72,13 +76,15 @@ TakenText takeNumber(const ServiceField& field, const QString& typed) {
 
 }  // namespace
 
-dao::Value shownValue(ServiceKind kind, const dao::Value& stored, const service_row::ScreenUnit& unit) {
-    dao::Value shown;
+void showValue(ServiceKind kind, const dao::Value& stored, const service_row::ScreenUnit& unit,
+               dao::Value& shown) {
+    platform::Trap step;
     if (!stored.isNull()) {
-        platform::Trap step;
-        step([&] { shown = convert(kind, stored, unit); });
+        step([&] { convert(kind, stored, unit, shown); });
     }
-    return shown;
+    if (stored.isNull() || step.failed()) {
+        shown = {};
+    }
 }
 
 void takeFromRowAbove(ServiceValues& own, const ServiceValues& above) {

@@ -15,8 +15,10 @@ using ServiceValues = PerServiceColumn<dao::Value>;
 // empty date is one left open.
 using ServiceTexts = PerServiceColumn<QString>;
 
-// Of what the file holds; Null where that cannot be read, or the amount grows too large.
-dao::Value shownValue(ServiceKind kind, const dao::Value& stored, const service_row::ScreenUnit& unit);
+// Of what the file holds; Null where that cannot be read, or the amount grows too large. Reuses the memory of
+// `shown`.
+void showValue(ServiceKind kind, const dao::Value& stored, const service_row::ScreenUnit& unit,
+               dao::Value& shown);
 // Takes from an earlier row what is missing here and goes on from row to row.
 void takeFromRowAbove(ServiceValues& own, const ServiceValues& above);
 // False while something is missing that an earlier row could have.

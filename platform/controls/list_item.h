@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QString>
+#include <utility>
 
 namespace platform {
 
@@ -14,11 +15,11 @@ struct ListItem {
     QList<QString> subItems;
     QString Tag;
     const QString& SubItems(int i) const { return subItems.at(i - 1); }
-    void setSubItems(int i, const QString& text) {
+    void setSubItems(int i, QString text) {
         while (subItems.size() < i) {
             subItems.append(QString());
         }
-        subItems[i - 1] = text;
+        subItems[i - 1] = std::move(text);
     }
 };
 

@@ -32,7 +32,7 @@ void ListRows::checkNewKey(const QString& key) const {
 
 void ListRows::add(ListItem item) {
     keys_.put(item.Key, ++lastSerial_);
-    items_.emplace(lastSerial_, std::move(item));
+    items_.put(lastSerial_, std::move(item));
 }
 
 void ListRows::change(int row, const std::function<void(ListItem&)>& change) {
@@ -45,31 +45,31 @@ void ListRows::change(int row, const std::function<void(ListItem&)>& change) {
         keys_.remove(oldKey);
         keys_.put(changed.Key, serial);
     }
-    items_[serial] = std::move(changed);
+    items_.put(serial, std::move(changed));
 }
 
 void ListRows::remove(int row) {
     const int serial = serialOf(row);
-    if (const auto made = items_.find(serial); made != items_.end()) {
+    if (const ListItem* const made = items_.find(serial)) {
         madeKeys();
-        keys_.remove(made->second.Key);
-        items_.erase(made);
+        keys_.remove(made->Key);
+        items_.remove(serial);
     }
     gone_.insert(std::ranges::lower_bound(gone_, serial), serial);
 }
 
 const ListItem& ListRows::item(int row) const {
     const int serial = serialOf(row);
-    auto made = items_.find(serial);
-    if (made == items_.end()) {
-        if (LongWait::isAway()) {
-            static const ListItem unread;
-            return unread;
-        }
-        made = items_.emplace(serial, make_(serial)).first;
-        toEnter_.push_back(serial);
+    if (const ListItem* const made = items_.find(serial)) {
+        return *made;
     }
-    return made->second;
+    if (LongWait::isAway()) {
+        static const ListItem unread;
+        return unread;
+    }
+    const ListItem& made = items_.put(serial, make_(serial));
+    toEnter_.push_back(serial);
+    return made;
 }
 
 // As many serials lie before the row's as rows, and those that were taken away between them.
@@ -81,7 +81,7 @@ int ListRows::serialOf(int row) const {
 
 const RowKeys<QString>& ListRows::madeKeys() const {
     for (const int serial : toEnter_) {
-        keys_.put(items_.at(serial).Key, serial);
+        keys_.put(items_.find(serial)->Key, serial);
     }
     toEnter_.clear();
     return keys_;

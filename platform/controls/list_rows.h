@@ -2,10 +2,10 @@
 
 #include <QString>
 #include <functional>
-#include <unordered_map>
 #include <vector>
 
 #include "platform/controls/list_item.h"
+#include "platform/controls/made_rows.h"
 #include "platform/controls/row_keys.h"
 
 namespace platform {
@@ -20,7 +20,7 @@ class ListRows {
     using Find = std::function<int(const QString&)>;
 
     int count() const { return lastSerial_ - static_cast<int>(gone_.size()); }
-    int madeCount() const { return static_cast<int>(items_.size()); }
+    int madeCount() const { return items_.count(); }
     bool allMade() const { return madeCount() == count(); }
     // The row, made now if it was not yet. Throws what `make` throws. Where the engine is at work for a
     // LongWait, a row that was not made is empty until it is looked at again.
@@ -41,8 +41,8 @@ class ListRows {
     const RowKeys<QString>& madeKeys() const;
 
     int lastSerial_ = 0;
-    std::vector<int> gone_;                            // the serials that were taken away, ascending
-    mutable std::unordered_map<int, ListItem> items_;  // the made rows, by their serials
+    std::vector<int> gone_;  // the serials that were taken away, ascending
+    mutable MadeRows items_;
     // The keys of these. Rows that were made since anybody looked for a key are still to be entered.
     mutable RowKeys<QString> keys_;
     mutable std::vector<int> toEnter_;

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <string_view>
 
 #include "platform/dao/failure.h"
@@ -45,6 +46,20 @@ std::int64_t scaledFromDecimal(std::string_view digits) {
     return negative ? -scaled : scaled;
 }
 
+// Whole ten-thousandths where the number lies so far from half of one that its shortest decimal, which is the
+// number itself but for its last bit, lies on the same side of it; nothing where only the decimal can tell.
+std::optional<std::int64_t> scaledOffTheHalf(double number) {
+    constexpr double kMost = 1e12;  // up to here the last bit is far below the margin
+    constexpr double kMargin = 1e-3;
+    const double scaled = number * 1e4;
+    if (!(std::fabs(scaled) < kMost)) {
+        return std::nullopt;
+    }
+    const double whole = std::round(scaled);
+    return std::fabs(scaled - whole) < 0.5 - kMargin ? std::optional(static_cast<std::int64_t>(whole))
+                                                     : std::nullopt;
+}
+
 template <typename Number>
 std::int64_t scaledFromNumber(Number number) {
     if (!std::isfinite(number) || std::fabs(number) > static_cast<Number>(1e15)) {
@@ -59,6 +74,9 @@ std::int64_t scaledFromNumber(Number number) {
 }  // namespace
 
 Currency Currency::fromDouble(double number) {
+    if (const std::optional<std::int64_t> scaled = scaledOffTheHalf(number)) {
+        return fromScaled(*scaled);
+    }
     return fromScaled(scaledFromNumber(number));
 }
 

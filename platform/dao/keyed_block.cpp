@@ -1,6 +1,8 @@
 #include "platform/dao/keyed_block.h"
 
 #include <algorithm>
+#include <numeric>
+#include <utility>
 
 #include "platform/dao/read_scope.h"
 
@@ -15,14 +17,16 @@ constexpr std::size_t kSmallBlock = KeyedReader::kWholeRows;
 
 }  // namespace
 
-void KeyedBlock::restart() {
+void KeyedBlock::restart(std::shared_ptr<const SmallSet> small) {
     rows_.reset(typesOf(set_.columns));
     reader_.forget();
+    small_ = std::move(small);
     drop();
 }
 
 void KeyedBlock::release() noexcept {
     reader_.forget();
+    small_.reset();
     drop();
 }
 
@@ -131,13 +135,26 @@ void KeyedBlock::load(const RowRun& run) {
     }
     generation_ = from.generation();
     try {
-        reader_.read(run, rows_, places_);
         version_ = alone ? std::nullopt : std::optional(from.store().rows().dataVersion());
+        read(run);
     } catch (...) {
         drop();
         throw;
     }
     first_ = run.first;
+}
+
+void KeyedBlock::read(const RowRun& run) {
+    if (small_ != nullptr && !small_->stand(generation_, version_.value())) {
+        small_.reset();
+    }
+    if (small_ == nullptr) {
+        reader_.read(run, rows_, places_);
+        return;
+    }
+    rows_.append(small_->rows(), run.first, run.rows, reader_.readsAskedAlone(run) ? &asked_ : nullptr);
+    places_.resize(run.rows);
+    std::iota(places_.begin(), places_.end(), 0);
 }
 
 }  // namespace dao

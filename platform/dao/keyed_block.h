@@ -1,10 +1,12 @@
 #pragma once
 
 #include <chrono>
+#include <memory>
 #include <optional>
 #include <vector>
 
 #include "platform/dao/keyed_reader.h"
+#include "platform/dao/small_set.h"
 
 namespace dao {
 
@@ -13,10 +15,13 @@ namespace dao {
 class KeyedBlock {
  public:
     KeyedBlock(const KeysetView& set, RowBlock& rows, const std::vector<char>& asked)
-        : set_(set), reader_(set, asked), rows_(rows) {}
+        : set_(set), reader_(set, asked), rows_(rows), asked_(asked) {}
 
     const RowBlock& rows() const { return rows_; }
-    void restart();  // for another statement, or the same with its keys anew
+    // For another statement, or the same with its keys anew. `small`: the rows that came with the keys, where
+    // they did.
+    void restart(std::shared_ptr<const SmallSet> small);
+    const std::shared_ptr<const SmallSet>& small() const { return small_; }
     void release() noexcept;
     void drop() noexcept;                        // the next fetch reads
     void endWalk() { lastFetched_ = kNowhere; }  // the row that is fetched next is no step of one
@@ -50,10 +55,13 @@ class KeyedBlock {
     std::size_t nextBlock() const;
     void loadOnTheWay(std::size_t row);
     void load(const RowRun& run);
+    void read(const RowRun& run);
 
     const KeysetView& set_;
     KeyedReader reader_;
+    std::shared_ptr<const SmallSet> small_;
     RowBlock& rows_;
+    const std::vector<char>& asked_;
     std::vector<std::size_t> places_;  // where among them the rows from first_ on lie
     std::size_t first_ = 0;
     std::int64_t generation_ = -1;

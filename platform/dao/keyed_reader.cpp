@@ -51,7 +51,7 @@ BlockAhead::Rows KeyedReader::rowsToRead(const RowRun& run) const {
 }
 
 void KeyedReader::askAhead(const RowRun& run) {
-    if (run.rows > kWholeRows && isDense(run)) {
+    if (readsAskedAlone(run)) {
         ahead_.ask(rowsToRead(run), rangeStatement(run));
     }
 }

@@ -27,6 +27,8 @@ class KeyedReader {
     // Adds the rows to the block; `places` tells for each of the run where it lies there, kMissing where it
     // has been deleted.
     void read(const RowRun& run, RowBlock& block, std::vector<std::size_t>& places);
+    // Whether those rows are read with the fields that have been looked at, and without the others.
+    bool readsAskedAlone(const RowRun& run) const { return run.rows > kWholeRows && isDense(run); }
     // Has a store that is far get rows of one range ready that will be read next. Not within a transaction.
     void askAhead(const RowRun& run);
     // Called now and then until they are read: the store goes on sending.

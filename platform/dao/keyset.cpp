@@ -1,7 +1,6 @@
 #include "platform/dao/keyset.h"
 
 #include "platform/dao/failure.h"
-#include "platform/dao/names.h"
 #include "platform/dao/read_scope.h"
 #include "platform/sql/ast.h"
 #include "platform/sql/parser.h"
@@ -22,7 +21,7 @@ Keyset::Keyset(const Keyset& of)
       isCounter_(of.isCounter_) {
     row_.ageWith(of.row_.age());
     setColumns(of.columns_);
-    rows_.restart();
+    rows_.restart(of.rows_.small());
 }
 
 std::shared_ptr<RecordsetImpl> Keyset::copy() const {
@@ -38,10 +37,11 @@ void Keyset::open() {
     }
     compiled_ = std::move(compiled);
     row_.ageWith(in.generation());
-    keys_ = allKeys();
+    const std::shared_ptr<const SmallSet> small = SmallSet::read(view_);
+    keys_ = small != nullptr ? small->keys() : allKeys();
     setColumns(select().columns);
     markCounters();
-    rows_.restart();
+    rows_.restart(small);
 }
 
 KeyList Keyset::allKeys() const {
@@ -111,9 +111,7 @@ void Keyset::fetchUnread() {
 void Keyset::markCounters() {
     isCounter_.assign(columns_.size(), 0);
     for (std::size_t i = 0; i < columns_.size(); ++i) {
-        const sql::ColumnInfo* counter =
-            columns_[i].source < 0 ? nullptr : view_.counterOf(columns_[i].source);
-        isCounter_[i] = counter != nullptr && sameName(counter->name, columns_[i].field) ? 1 : 0;
+        isCounter_[i] = view_.isCounterOf(columns_[i]) ? 1 : 0;
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include "platform/dao/database_impl.h"
 #include "platform/dao/key_list.h"
+#include "platform/dao/names.h"
 #include "platform/sql/writer.h"
 
 namespace dao {
@@ -24,6 +25,10 @@ struct KeysetView {
     int unique() const { return select().uniqueSource; }
     const std::string& table(int source) const {
         return select().sources[static_cast<std::size_t>(source)].table;
+    }
+    bool isCounterOf(const sql::ResultColumn& column) const {
+        const sql::ColumnInfo* const counter = column.source < 0 ? nullptr : counterOf(column.source);
+        return counter != nullptr && sameName(counter->name, column.field);
     }
     // nullptr where that table has none.
     const sql::ColumnInfo* counterOf(int source) const {

@@ -16,10 +16,19 @@ void RowBlock::reset(std::vector<Type> types) {
 }
 
 void RowBlock::clear() {
-    slots_.clear();
-    kinds_.clear();
-    texts_.clear();
+    textSize_ = 0;
     rows_ = 0;
+}
+
+void RowBlock::makeRoom() {
+    constexpr std::size_t kRows = 64;
+    slots_.resize((rows_ + kRows) * types_.size());
+    kinds_.resize(slots_.size());
+}
+
+void RowBlock::makeTextRoom(std::size_t size) {
+    constexpr std::size_t kRoom = 4096;
+    texts_.resize(textSize_ + size + kRoom);
 }
 
 void RowBlock::expect(std::size_t rows) {
@@ -31,12 +40,39 @@ void RowBlock::addText(std::string_view v) {
     if (v.size() > std::numeric_limits<std::uint32_t>::max()) {
         fail(errOverflow);
     }
-    put(Kind::Text, texts_.size());
+    put(Kind::Text, textSize_);
     const auto size = static_cast<std::uint32_t>(v.size());
-    char head[sizeof size];
-    std::memcpy(head, &size, sizeof size);
-    texts_.append(head, sizeof size);
-    texts_.append(v);
+    if (textSize_ + sizeof size + v.size() > texts_.size()) {
+        makeTextRoom(sizeof size + v.size());
+    }
+    char* const at = texts_.data() + textSize_;
+    std::memcpy(at, &size, sizeof size);
+    v.copy(at + sizeof size, v.size());
+    textSize_ += sizeof size + v.size();
+}
+
+void RowBlock::putLike(const RowBlock& from, std::size_t cell) {
+    if (from.kinds_[cell] == Kind::Text) {
+        addText(from.textAt(from.slots_[cell]));
+    } else {
+        put(from.kinds_[cell], from.slots_[cell]);
+    }
+}
+
+void RowBlock::append(const RowBlock& from, std::size_t first, std::size_t rows,
+                      const std::vector<char>* wanted) {
+    expect(rows);
+    for (std::size_t row = first; row < first + rows; ++row) {
+        startRow();
+        for (std::size_t column = 0; column < columns(); ++column) {
+            if (wanted == nullptr || (*wanted)[column] != 0) {
+                putLike(from, from.at(row, column));
+            } else {
+                addUnread();
+            }
+        }
+        endRow();
+    }
 }
 
 void RowBlock::append(const RowBlock& other) {

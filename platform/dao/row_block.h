@@ -28,9 +28,10 @@ class RowBlock {
 
     // Cells of one row, from left to right, between startRow() and endRow().
     void startRow() {
-        slots_.resize((rows_ + 1) * types_.size());
-        kinds_.resize((rows_ + 1) * types_.size());
         next_ = rows_ * types_.size();
+        if (next_ + types_.size() > slots_.size()) {
+            makeRoom();
+        }
     }
     void addNull() { put(Kind::Null, 0); }
     void addUnread() { put(Kind::Unread, 0); }  // left out: nobody had asked for that column
@@ -46,6 +47,18 @@ class RowBlock {
     // 0.
     void reorder(std::size_t first, std::span<const std::uint32_t> order);
 
+    // Puts so many rows of another block with the same columns behind those that are there. `wanted`: of each
+    // column, whether it is not left unread.
+    void append(const RowBlock& from, std::size_t first, std::size_t rows,
+                const std::vector<char>* wanted = nullptr);
+
+    bool isInteger(std::size_t row, std::size_t column) const {
+        return kinds_[at(row, column)] == Kind::Integer;
+    }
+    // Of a cell that is one, as the store has it.
+    std::int64_t integer(std::size_t row, std::size_t column) const {
+        return static_cast<std::int64_t>(slots_[at(row, column)]);
+    }
     bool isNull(std::size_t row, std::size_t column) const { return kinds_[at(row, column)] == Kind::Null; }
     bool isUnread(std::size_t row, std::size_t column) const {
         return kinds_[at(row, column)] == Kind::Unread;
@@ -61,11 +74,16 @@ class RowBlock {
         slots_[next_++] = slot;
     }
     std::string_view textAt(std::uint64_t slot) const;
+    void putLike(const RowBlock& from, std::size_t cell);
+    void makeRoom();
+    void makeTextRoom(std::size_t size);
 
     std::vector<Type> types_;
+    // With some room behind what is filled, so that not every row asks for its own.
     std::vector<std::uint64_t> slots_;
     std::vector<Kind> kinds_;
     std::string texts_;
+    std::size_t textSize_ = 0;
     std::size_t rows_ = 0;
     std::size_t next_ = 0;  // the cell that is filled next
 };

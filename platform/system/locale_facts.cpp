@@ -187,6 +187,8 @@ LocaleFacts factsOf(const QLocale& locale) {
     return facts;
 }
 
+thread_local const LocaleFacts* held = nullptr;
+
 }  // namespace
 
 QString withoutDirectionMarks(const QString& text) {
@@ -196,6 +198,9 @@ QString withoutDirectionMarks(const QString& text) {
 }
 
 const LocaleFacts& localeFacts() {
+    if (held != nullptr) {
+        return *held;
+    }
     static thread_local std::optional<LocaleFacts> known;
     const QLocale now;
     if (!known || known->locale != now) {
@@ -204,6 +209,14 @@ const LocaleFacts& localeFacts() {
         known->reading = readings + 1;
     }
     return *known;
+}
+
+HeldLocale::HeldLocale() : before_(held) {
+    held = &localeFacts();
+}
+
+HeldLocale::~HeldLocale() {
+    held = before_;
 }
 
 }  // namespace platform

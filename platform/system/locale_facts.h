@@ -51,4 +51,17 @@ QString withoutDirectionMarks(const QString& text);
 // The facts of QLocale(), as it stands at this moment.
 const LocaleFacts& localeFacts();
 
+// As long as one of these stands, localeFacts() gives the facts of the moment when it was made: for whoever
+// writes a row of cells in one go. On its own thread only, and not over a turn of the windows.
+class HeldLocale {
+ public:
+    HeldLocale();
+    ~HeldLocale();
+    HeldLocale(const HeldLocale&) = delete;
+    HeldLocale& operator=(const HeldLocale&) = delete;
+
+ private:
+    const LocaleFacts* before_;
+};
+
 }  // namespace platform

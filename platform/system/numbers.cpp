@@ -115,6 +115,19 @@ QString shortestText(Number value) {
     return text;
 }
 
+// The percentages of a list are the same few whole numbers over and over.
+const QString* textOfFewPercent(float value) {
+    static const std::array<QString, 101> kTexts = [] {
+        std::array<QString, 101> texts;
+        for (std::size_t number = 0; number < texts.size(); ++number) {
+            texts[number] = QString::number(number);
+        }
+        return texts;
+    }();
+    const bool isOne = value >= 0 && value < kTexts.size() && value == std::trunc(value);
+    return isOne ? &kTexts[static_cast<std::size_t>(value)] : nullptr;
+}
+
 // Whole units of 10^-4 from a decimal; throws where they do not fit.
 dao::Currency currencyOf(Decimal number) {
     number = roundedHalfAway(number, kCurrencyScale);
@@ -221,6 +234,9 @@ dao::Currency throughCurrencyFormat(float value) {
 }
 
 QString textOfSingle(float value) {
+    if (const QString* known = textOfFewPercent(value)) {
+        return *known;
+    }
     return shortestText(value);
 }
 

@@ -170,6 +170,8 @@ TEST_F(ServiceRow, KeyAndTagAreTakenApartAtTheirMarks) {
     EXPECT_EQ(service_row::idOfKey("K123"), 123);
     EXPECT_EQ(service_row::idOfKey("K"), 0);
     const QString tag = service_row::tagOf("2|3", "one##two");
+    EXPECT_EQ(service_row::storedTag("2|3", "one##two"), tag);
+    EXPECT_EQ(service_row::storedTag("", "Zamena ležaja"), QStringLiteral("##Zamena ležaja"));
     EXPECT_EQ(service_row::typesOfTag(tag), "2|3");
     EXPECT_EQ(service_row::commentsOfTag(tag), "one##two") << "only the first mark divides";
     EXPECT_EQ(service_row::commentsOfTag("2##"), "");

@@ -81,6 +81,13 @@ TEST_F(ServiceValuesTest, NothingStandsBeforeTheFirstRow) {
     EXPECT_TRUE(values[ServiceColumn::Started].isNull());
 }
 
+// What stood there before does not show through.
+Value shownValue(ServiceKind kind, const Value& stored, const service_row::ScreenUnit& unit) {
+    Value shown("of the row before");
+    showValue(kind, stored, unit, shown);
+    return shown;
+}
+
 TEST_F(ServiceValuesTest, AmountsOfTheFileComeInTheUnitOnScreen) {
     EXPECT_EQ(shownValue(ServiceKind::Amount, money(2), kEuro), Value(money(2)));
     EXPECT_EQ(shownValue(ServiceKind::Amount, money(2), kDinars), Value(money(160)));

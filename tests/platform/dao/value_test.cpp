@@ -92,4 +92,17 @@ TEST(ValueTest, MoneyRoundsHalfAwayFromZeroOnTheShortestDecimal) {
     EXPECT_EQ(Value(19.99F).asCurrency().scaled(), 199900);
 }
 
+TEST(Currency, RoundsEveryNumberByItsDecimal) {
+    for (const std::int64_t whole : {0, 1, 8191, 99'999, 12'345'678, 99'999'999}) {
+        for (std::int64_t fraction = 0; fraction < 100'000; fraction += fraction % 10 == 5 ? 4 : 1) {
+            std::string places = std::to_string(fraction);
+            places.insert(0, 5 - places.size(), '0');
+            const std::string text = std::to_string(whole) + "." + places;
+            const std::int64_t rounded = (whole * 100'000 + fraction + 5) / 10;
+            ASSERT_EQ(Currency::fromDouble(std::stod(text)).scaled(), rounded) << text;
+            ASSERT_EQ(Currency::fromDouble(-std::stod(text)).scaled(), -rounded) << text;
+        }
+    }
+}
+
 }  // namespace

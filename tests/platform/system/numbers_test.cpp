@@ -235,6 +235,9 @@ TEST(ThroughCurrencyFormat, AnAmountThatDoesNotFitIsAnOverflow) {
 TEST(TextOfSingle, IsTheShortestThatReadsBack) {
     const LocaleScope locale(kPoint);
     EXPECT_EQ(text(textOfSingle(18.0F)), "18");
+    EXPECT_EQ(text(textOfSingle(100.0F)), "100");
+    EXPECT_EQ(text(textOfSingle(101.0F)), "101");
+    EXPECT_EQ(text(textOfSingle(-18.0F)), "-18");
     EXPECT_EQ(text(textOfSingle(0.1F)), "0.1");
     EXPECT_EQ(text(textOfSingle(76.5F)), "76.5");
     EXPECT_EQ(text(textOfSingle(-2.25F)), "-2.25");
