@@ -75,17 +75,6 @@ void RowBlock::append(const RowBlock& from, std::size_t first, std::size_t rows,
     }
 }
 
-void RowBlock::append(const RowBlock& other) {
-    const std::size_t cells = slots_.size();
-    slots_.insert(slots_.end(), other.slots_.begin(), other.slots_.end());
-    kinds_.insert(kinds_.end(), other.kinds_.begin(), other.kinds_.end());
-    for (std::size_t cell = cells; cell < slots_.size(); ++cell) {
-        slots_[cell] += kinds_[cell] == Kind::Text ? texts_.size() : 0;
-    }
-    texts_ += other.texts_;
-    rows_ += other.rows_;
-}
-
 void RowBlock::reorder(std::size_t first, std::span<const std::uint32_t> order) {
     const auto reordered = [&](auto& cells) {
         auto before = cells;

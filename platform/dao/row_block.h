@@ -41,8 +41,6 @@ class RowBlock {
     void add(const Value& value);
     void endRow() { ++rows_; }
 
-    // The rows of another one with the same columns, behind those that are there.
-    void append(const RowBlock& other);
     // Puts the rows from `first` on into another order: `order` tells of each the place where it stood, from
     // 0.
     void reorder(std::size_t first, std::span<const std::uint32_t> order);

@@ -228,7 +228,7 @@ KeyOrder SqliteStatement::gatherByTwo(const TableHalves& halves, RowBlock& block
     ReadBeside beside([&] { upperKeys = halves.beside()->gatherRows(halves.upper(), upper); });
     KeyOrder keys = gatherRows(halves.lower(), block);
     if (beside.isDone()) {
-        block.append(upper);
+        block.append(upper, 0, upper.rows());
         keys.append(upperKeys);
     } else {
         keys.append(gatherRows(halves.upper(), block));

@@ -13,9 +13,7 @@ TEST(HeldLocale, StaysUntilItIsLetGoAndThenTheOneInForceCounts) {
         const platform::HeldLocale row;
         const LocaleScope german("de_DE");
         EXPECT_EQ(platform::formatGrouped(1234.5).toStdString(), "1,234.50");
-        {
-            const platform::HeldLocale cell;
-        }
+        { const platform::HeldLocale cell; }
         EXPECT_EQ(platform::formatGrouped(1234.5).toStdString(), "1,234.50");
     }
     const LocaleScope german("de_DE");
