@@ -3,6 +3,7 @@
 #include <QList>
 #include <QString>
 #include <string>
+#include <utility>
 
 #include "records/report_choices.h"
 #include "records/report_file.h"

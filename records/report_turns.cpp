@@ -1,5 +1,7 @@
 #include "records/report_turns.h"
 
+#include <chrono>
+
 #include "platform/controls/work_aside.h"
 
 bool ReportTurns::run(std::size_t clients, const std::function<void()>& work, const Turn& turn) const {

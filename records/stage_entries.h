@@ -3,6 +3,7 @@
 #include <QString>
 #include <functional>
 #include <optional>
+#include <utility>
 
 #include "platform/controls/selector.h"
 #include "records/stage_records.h"

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include "platform/dao/postgres/patience.h"
 #include "platform/dao/postgres/place.h"

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "platform/dao/driver.h"
 #include "platform/dao/sqlite/connection.h"
