@@ -18,7 +18,9 @@ ServiceRows::ServiceRows(const dao::Recordset& source, service_row::ScreenUnit u
 }
 
 void ServiceRows::readField(const ServiceField& field, ServiceValues& values) const {
-    showValue(field.kind, fields_[field.name]->Value(), unit_, values[field.name]);
+    if (const std::optional<dao::Field>& stored = fields_[field.name]) {
+        showValue(field.kind, stored->Value(), unit_, values[field.name]);
+    }
 }
 
 void ServiceRows::readInto(ServiceValues& values) const {

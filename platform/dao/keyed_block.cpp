@@ -135,8 +135,10 @@ void KeyedBlock::load(const RowRun& run) {
     }
     generation_ = from.generation();
     try {
-        version_ = alone ? std::nullopt : std::optional(from.store().rows().dataVersion());
-        read(run);
+        if (!readSmall(run)) {
+            reader_.read(run, rows_, places_);
+            version_ = alone ? std::nullopt : std::optional(from.store().rows().dataVersion());
+        }
     } catch (...) {
         drop();
         throw;
@@ -144,17 +146,21 @@ void KeyedBlock::load(const RowRun& run) {
     first_ = run.first;
 }
 
-void KeyedBlock::read(const RowRun& run) {
-    if (small_ != nullptr && !small_->stand(generation_, version_.value())) {
-        small_.reset();
-    }
+// False where the set is no small one, or somebody has written since it was opened.
+bool KeyedBlock::readSmall(const RowRun& run) {
     if (small_ == nullptr) {
-        reader_.read(run, rows_, places_);
-        return;
+        return false;
     }
+    const std::int64_t version = set_.file().store().rows().dataVersion();
+    if (!small_->stand(generation_, version)) {
+        small_.reset();
+        return false;
+    }
+    version_ = version;
     rows_.append(small_->rows(), run.first, run.rows, reader_.readsAskedAlone(run) ? &asked_ : nullptr);
     places_.resize(run.rows);
     std::iota(places_.begin(), places_.end(), 0);
+    return true;
 }
 
 }  // namespace dao

@@ -55,7 +55,7 @@ class KeyedBlock {
     std::size_t nextBlock() const;
     void loadOnTheWay(std::size_t row);
     void load(const RowRun& run);
-    void read(const RowRun& run);
+    bool readSmall(const RowRun& run);
 
     const KeysetView& set_;
     KeyedReader reader_;
