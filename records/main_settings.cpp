@@ -111,12 +111,13 @@ void LoadSettings(QWidget& window, MainChoices& choices) {
 
 void SaveSettings(QWidget& window, MainChoices& choices, const platform::ListView& list) {
     const std::vector<settings::Entry> all = entries(window, choices, list);
+    std::size_t failed = 0;
     Trap step;
-    step([&] { settings::setTexts(all); });
+    step([&] {
+        failed = settings::firstUnsaved(all);  // a file that could not be written may not be read either
+        settings::setTexts(all);
+    });
     if (step.failed()) {
-        std::size_t failed = 0;
-        Trap asking;
-        asking([&] { failed = settings::firstUnsaved(all); });
         box(&window,
             GetResString(1040) + QLatin1Char('\n') + step.line() +
                 QStringLiteral(" in line %1").arg(failed + 1),
