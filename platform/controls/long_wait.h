@@ -16,7 +16,7 @@ class WaitSign;
 
 // Milliseconds, and what a test wants to know.
 struct WaitTimes {
-    int untilTurning = 40;          // since the windows had their last turn
+    int untilTurning = 60;          // since the windows had their last turn
     int untilSign = 1000;           // of the whole, before it is seen and can be left
     std::function<void()> atPiece;  // before each piece of work; empty: nothing
 };
