@@ -1,5 +1,9 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <QString>
+
 #include "platform/dao/dbengine.h"
 #include "support/second_process.h"
 #include "support/shop_hold.h"

@@ -1,6 +1,8 @@
 // What the keyboard does in the main window beside walking through the fields: the keys of commands, those
 // that lead from stage to stage, and the letters of the labels.
 
+#include <gmock/gmock.h>
+
 #include <QDateEdit>
 #include <QGroupBox>
 #include <QLabel>
