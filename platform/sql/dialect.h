@@ -43,6 +43,8 @@ struct Facts {
     bool listsAbsentRows;       // a list of keys may also stand for rows that an outer join has none of
     std::string_view oneGroup;  // behind GROUP BY: all rows there are, and no group where there are none
     std::string_view dateDiff;  // the function of this name
+    // The function that does a whole calculation of floating numbers; empty: there is none.
+    std::string_view calculate = {};
 };
 
 // How one store spells what the engine's statements ask for. Everything that two stores write alike stands in

@@ -21,7 +21,7 @@ Sql ExpressionWriter::write(const Expression& e) {
 Sql ExpressionWriter::written(const Expression& e) {
     switch (e.kind) {
         case Kind::Name:
-            return names_->resolve(e).sql;
+            return field(e);
         case Kind::Negate:
             return negation(e);
         case Kind::Arithmetic:
@@ -46,6 +46,13 @@ Sql ExpressionWriter::written(const Expression& e) {
         default:
             return literal(dialect_, e);
     }
+}
+
+// What a selection within has reckoned goes by a name of its own out here.
+Sql ExpressionWriter::field(const Expression& e) {
+    Sql result = names_->resolve(e).sql;
+    result.calculation = {};
+    return result;
 }
 
 Sql ExpressionWriter::negation(const Expression& e) {
@@ -114,6 +121,7 @@ Sql ExpressionWriter::arithmetic(const Expression& e) {
     if (e.op == Op::Divide || e.op == Op::IntDivide || e.op == Op::Mod) {
         result = dialect_.quotient(e, left, right);
         result.type = e.op == Op::Divide ? Type::Double : Type::Long;
+        result.calculation = calculation(dialect_, e.op, result, left, right);
         return result;
     }
     left = dialect_.number(std::move(left));
@@ -124,6 +132,7 @@ Sql ExpressionWriter::arithmetic(const Expression& e) {
     result.precedence = level;
     result.real = left.real || right.real;
     result.notNull = left.notNull && right.notNull;
+    result.calculation = calculation(dialect_, e.op, result, left, right);
     // A date and a number of days make a date; the days between two dates are a number.
     const bool oneDate = (left.type == Type::Date) != (right.type == Type::Date);
     const bool date = oneDate && (e.op == Op::Add || (e.op == Op::Subtract && left.type == Type::Date));
@@ -153,7 +162,7 @@ Sql ExpressionWriter::concat(const Expression& e) {
 Sql ExpressionWriter::comparison(const Expression& e) {
     std::vector<Sql> operands;
     for (const ExpressionPtr& child : e.children) {
-        operands.push_back(value(*child));
+        operands.push_back(calculated(dialect_, value(*child)));
     }
     return Comparison(dialect_, e, std::move(operands)).write();
 }

@@ -17,6 +17,7 @@ constexpr Facts kFacts = {
     .listsAbsentRows = false,
     .oneGroup = "NULL",
     .dateDiff = "dao_datediff",
+    .calculate = "dao_calculate",
 };
 
 class SqliteDialect : public Dialect {
