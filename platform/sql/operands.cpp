@@ -12,7 +12,7 @@ using Op = Expression::Op;
 
 Sql realLiteral(const Dialect& dialect, double number, Type type) {
     Sql result;
-    result.text = dialect.real(number);
+    result.text = dialect.values.real(number);
     result.type = type;
     result.precedence = std::signbit(number) ? kUnary : kAtom;
     result.real = true;
@@ -98,7 +98,7 @@ Sql literal(const Dialect& dialect, const Expression& e) {
             result.type = Type::YesNo;
             return result;
         case Kind::Text:
-            result.text = dialect.text(e.text);
+            result.text = dialect.values.text(e.text);
             result.type = Type::Text;
             result.notNull = true;
             return result;
@@ -109,12 +109,12 @@ Sql literal(const Dialect& dialect, const Expression& e) {
 }
 
 Sql inUnits(const Dialect& dialect, Sql sql) {
-    sql = dialect.value(std::move(sql));
+    sql = dialect.values.value(std::move(sql));
     if (sql.type == Type::Currency) {
         sql.calculation = Calculation::of('/', Calculation::ofOperand(sql.text),
                                           Calculation::ofNumber(static_cast<std::int64_t>(kCurrencyScale)));
         sql.text = (sql.precedence < kProduct ? "(" + sql.text + ")" : sql.text) + " / " +
-                   dialect.real(kCurrencyScale);
+                   dialect.values.real(kCurrencyScale);
         sql.precedence = kProduct;
         sql.type = Type::Double;
         sql.real = true;
