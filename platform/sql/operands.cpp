@@ -123,7 +123,7 @@ Sql inUnits(const Dialect& dialect, Sql sql) {
 }
 
 Calculation calculation(const Dialect& dialect, Op op, const Sql& result, const Sql& left, const Sql& right) {
-    if (dialect.facts().calculate.empty() || !result.real) {
+    if (dialect.facts.calculate.empty() || !result.real) {
         return {};
     }
     return Calculation::of(arithmeticSign(op), partOf(left), partOf(right));
@@ -131,10 +131,10 @@ Calculation calculation(const Dialect& dialect, Op op, const Sql& result, const 
 
 // Its operands lie no deeper than they did.
 Sql calculated(const Dialect& dialect, Sql sql) {
-    if (!sql.calculation.isLong() || sql.nesting >= dialect.facts().maxNesting) {
+    if (!sql.calculation.isLong() || !dialect.values.takes(sql.nesting + 1)) {
         return sql;
     }
-    sql.text = sql.calculation.call(dialect.facts().calculate);
+    sql.text = sql.calculation.call(dialect.facts.calculate);
     sql.precedence = kAtom;
     ++sql.nesting;
     return sql;

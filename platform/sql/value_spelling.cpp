@@ -10,7 +10,7 @@ std::string ValueSpelling::wrapped(const Sql& sql, int least, int& nesting, std:
         return sql.text;
     }
     nesting = std::max(nesting, sql.nesting + 1);
-    if (nesting > maxNesting_) {
+    if (!takes(nesting)) {
         throw SyntaxError("The expression is nested too deeply for the store.", position);
     }
     return "(" + sql.text + ")";

@@ -22,6 +22,9 @@ class ValueSpelling {
     // Throws SyntaxError when the store could not read it.
     std::string wrapped(const Sql& sql, int least, int& nesting, std::size_t position) const;
 
+    // Whether the store surely reads so many levels of parentheses.
+    bool takes(int nesting) const { return nesting <= maxNesting_; }
+
     // A value of the engine: Yes/No as 0 and -1. And a Yes/No or Null as what can stand behind WHERE.
     virtual Sql value(Sql sql) const = 0;
     virtual Sql condition(Sql sql) const = 0;

@@ -22,10 +22,10 @@ class CalculationTest : public daotest::ShopTest {
     void SetUp() override {
         db = daotest::createEmptyShop(path);
         dao::TableDef table = db.CreateTableDef("Jobs");
-        const std::vector<dao::FieldDef> fields = {
-            {"ID", dao::dbLong, 0, true}, {"Discount", dao::dbSingle}, {"Price", dao::dbCurrency},
-            {"GST", dao::dbSingle},       {"Paid", dao::dbCurrency},   {"Hours", dao::dbLong},
-            {"Started", dao::dbDate}};
+        const std::vector<dao::FieldDef> fields = {{"ID", dao::dbLong, 0, true}, {"Discount", dao::dbSingle},
+                                                   {"Price", dao::dbCurrency},   {"GST", dao::dbSingle},
+                                                   {"Paid", dao::dbCurrency},    {"Hours", dao::dbLong},
+                                                   {"Started", dao::dbDate}};
         for (const dao::FieldDef& field : fields) {
             table.Append(field);
         }
@@ -77,7 +77,8 @@ class CalculationTest : public daotest::ShopTest {
             values.insert(rest.second);
         }
         std::vector<double> bounds = {0.1};
-        for (auto value = values.begin(); value != values.end() && std::next(value) != values.end(); ++value) {
+        for (auto value = values.begin(); value != values.end() && std::next(value) != values.end();
+             ++value) {
             bounds.push_back(*value / 2 + *std::next(value) / 2);
         }
         return bounds;
@@ -143,10 +144,11 @@ TEST_F(CalculationTest, ColumnsOfSelectionsWithinAreReckonedOnWith) {
     ASSERT_FALSE(expected.empty());
     ASSERT_LT(expected.size(), 60U);
     for (const std::string query : {"Owing", "OwingOnce"}) {
-        EXPECT_EQ(numbers(db.OpenRecordset("SELECT ID FROM " + query + " WHERE Rest*2*3*4*5 > 12000 ORDER BY ID",
-                                           dao::dbOpenSnapshot),
-                          "ID"),
-                  expected)
+        EXPECT_EQ(
+            numbers(db.OpenRecordset("SELECT ID FROM " + query + " WHERE Rest*2*3*4*5 > 12000 ORDER BY ID",
+                                     dao::dbOpenSnapshot),
+                    "ID"),
+            expected)
             << query;
     }
 }
@@ -159,15 +161,15 @@ TEST_F(CalculationTest, NumbersAloneAreReckonedByTheStore) {
 
 // --- The function by itself.
 
-class CalculateTest : public testing::Test {
+class FileCalculationTest : public testing::Test {
  protected:
-    CalculateTest() {
+    FileCalculationTest() {
         sqlite3_open(":memory:", &db_);
         dao::driver::installCalculations(db_);
     }
-    ~CalculateTest() override { sqlite3_close(db_); }
-    CalculateTest(const CalculateTest&) = delete;
-    CalculateTest& operator=(const CalculateTest&) = delete;
+    ~FileCalculationTest() override { sqlite3_close(db_); }
+    FileCalculationTest(const FileCalculationTest&) = delete;
+    FileCalculationTest& operator=(const FileCalculationTest&) = delete;
 
     // The first column of the first row; "refused" where there is none.
     std::string select(const std::string& text) {
@@ -187,7 +189,7 @@ class CalculateTest : public testing::Test {
     sqlite3* db_ = nullptr;
 };
 
-TEST_F(CalculateTest, StepsAreTakenInTheirOrder) {
+TEST_F(FileCalculationTest, StepsAreTakenInTheirOrder) {
     EXPECT_EQ(of("'a b -', 5, 3"), "2.0");
     EXPECT_EQ(of("'b a -', 5, 3"), "-2.0");
     EXPECT_EQ(of("'10 a / b *', 4, 3"), "7.5");
@@ -196,7 +198,7 @@ TEST_F(CalculateTest, StepsAreTakenInTheirOrder) {
     EXPECT_EQ(of("'a 1 +', NULL"), "Null");
 }
 
-TEST_F(CalculateTest, WhatIsNoCalculationIsRefused) {
+TEST_F(FileCalculationTest, WhatIsNoCalculationIsRefused) {
     for (const char* const arguments :
          {"''", "'+'", "'a'", "'a b', 1, 2", "'a +', 1", "'a b + +', 1, 2", "'c', 1, 2", "'1x'", "'1  2 +'",
           "'a b ^', 1, 2", "NULL", "'A', 1", "'99999999999999999999'"}) {
@@ -204,7 +206,7 @@ TEST_F(CalculateTest, WhatIsNoCalculationIsRefused) {
     }
 }
 
-TEST_F(CalculateTest, ThirtyTwoValuesMayWait) {
+TEST_F(FileCalculationTest, ThirtyTwoValuesMayWait) {
     std::string steps = "1";
     for (int i = 1; i < 32; ++i) {
         steps += " 1";
@@ -217,21 +219,22 @@ TEST_F(CalculateTest, ThirtyTwoValuesMayWait) {
     EXPECT_EQ(of("'" + steps + " 1" + signs + " +'"), "refused");
 }
 
-TEST_F(CalculateTest, NumbersAreThoseOfTheLibraryToTheLastBit) {
-    select("CREATE TABLE r AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 20000)"
-           " SELECT random() / 1e9 AS a, random() / 1e15 AS b, random() % 1000000 AS c FROM n");
+TEST_F(FileCalculationTest, NumbersAreThoseOfTheLibraryToTheLastBit) {
+    select(
+        "CREATE TABLE r AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 20000)"
+        " SELECT random() / 1e9 AS a, random() / 1e15 AS b, random() % 1000000 AS c FROM n");
     EXPECT_EQ(select("SELECT count(*) || ' ' || sum(dao_calculate('1 a 100 / - b 10000 / * c + a b / -', a, "
                      "b, c) IS NOT (1 - a / 100.0) * (b / 10000.0) + c - a / b) FROM r"),
               "20000 0");
 }
 
 // An infinite number less another is none.
-TEST_F(CalculateTest, EndlessNumbersAreThoseOfTheLibrary) {
+TEST_F(FileCalculationTest, EndlessNumbersAreThoseOfTheLibrary) {
     EXPECT_EQ(of("'a 10 *', 1e308"), "Inf");
     EXPECT_EQ(of("'a 10 * b 10 * -', 1e308, 1e308"), "Null");
 }
 
-TEST_F(CalculateTest, EachRowHasItsOwnOperands) {
+TEST_F(FileCalculationTest, EachRowHasItsOwnOperands) {
     EXPECT_EQ(select("SELECT group_concat(dao_calculate('a 2 *', x)) FROM (SELECT 1 AS x UNION SELECT 2)"),
               "2.0,4.0");
 }
