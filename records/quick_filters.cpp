@@ -1,5 +1,7 @@
 #include "records/quick_filters.h"
 
+#include <charconv>
+
 namespace quick_filters {
 namespace {
 
@@ -66,8 +68,9 @@ void IdList::add(std::int32_t id) {
     if (!terms_.empty()) {
         terms_ += " OR ";
     }
-    terms_ += term_;
-    terms_ += std::to_string(id);
+    char digits[16];
+    const auto written = std::to_chars(digits, digits + sizeof digits, id);
+    terms_.append(term_).append(digits, written.ptr);
 }
 
 std::string IdList::selection(const char* table) const {

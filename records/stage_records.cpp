@@ -37,6 +37,8 @@ NameList StageRecords::names() const {
     Selection entries = data_->selection;
     entries.columns = QLatin1String(facts_.entryColumns);
     NameList names;
+    Trap step;
+    step([&] { names.expect(static_cast<std::size_t>(data_->Recordset().RecordCount())); });
     const dao::BeginWalk begin = [&](const dao::Recordset& rows) {
         return [&names, number = rows.Fields(0), writeName = facts_.namesOfRows(rows),
                 name = std::string()]() mutable {

@@ -14,6 +14,7 @@ namespace platform {
 namespace {
 
 constexpr std::size_t kAhead = 16;  // rows
+constexpr std::size_t kUsual = 24;  // bytes of a name, with its length
 
 bool isAscii(char letter) {
     return (static_cast<unsigned char>(letter) & 0x80U) == 0;
@@ -80,6 +81,11 @@ std::string_view NameList::textAt(std::uint32_t place) const {
 }
 
 // --- The order.
+
+void NameList::expect(std::size_t names) {
+    texts_.reserve(names * kUsual);
+    rows_.reserve(names);
+}
 
 void NameList::add(Name name) {
     const std::uint32_t text = keep(name.text);

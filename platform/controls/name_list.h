@@ -18,6 +18,8 @@ class NameList {
         qint32 number = 0;
     };
 
+    // For about so many names; they may be more.
+    void expect(std::size_t names);
     // Many at once, in any order, and then sort(). std::length_error where all texts together pass 4 GiB.
     void add(Name name);
     // Names that differ in nothing but case stay in the order in which they were added.

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "platform/sql/sql_text.h"
-
 namespace sql::writing {
 namespace {
 
@@ -55,7 +53,11 @@ std::string Calculation::call(std::string_view function) const {
             text += static_cast<char>(step.kind + (step.kind == kOperand ? step.number : 0));
         }
     }
-    return text + "', " + listed(operands_) + ")";
+    text += '\'';
+    for (const std::string& operand : operands_) {
+        text += ", " + operand;
+    }
+    return text + ")";
 }
 
 }  // namespace sql::writing

@@ -168,11 +168,14 @@ class FromWriter {
         }
         // From the numbers to the rows, in the order of the numbers: the store would else gather the numbers
         // in a table of its own first.
-        conditions.push_back(only.idField.text + " = s" + std::to_string(only.idSet) + ".value");
+        const std::string among = dialect_.lookups.inDenseSet(only.idField, only.ids, only.idSet);
+        conditions.push_back(
+            among.empty() ? only.idField.text + " = s" + std::to_string(only.idSet) + ".value" : among);
         if (!only.condition.empty()) {
             conditions.push_back(only.condition);
         }
-        return dialect_.lookups.setSource(only.idSet) + " CROSS JOIN " + only.text;
+        return among.empty() ? dialect_.lookups.setSource(only.idSet) + " CROSS JOIN " + only.text
+                             : only.text;
     }
 
     // A join that has to be made before the one around it.

@@ -8,6 +8,7 @@ namespace sql::writing {
 namespace {
 
 constexpr int kMaxNesting = 24;
+constexpr std::uint64_t kDense = 3;  // rows that are gone through in the time in which one is looked up
 
 constexpr Facts kFacts = {
     .chainLength = 50,
@@ -165,6 +166,16 @@ class SqliteLookups final : public LookupSpelling {
 
     std::string inSet(const Sql&, const std::string& text, int number) const override {
         return text + " IN (SELECT value FROM idset(" + std::to_string(number) + "))";
+    }
+
+    std::string inDenseSet(const Sql& field, const IdSetPtr& ids, int number) const override {
+        const auto span = static_cast<std::uint64_t>(ids->back()) - static_cast<std::uint64_t>(ids->front());
+        if (span / kDense >= ids->size()) {
+            return {};
+        }
+        return field.text + " BETWEEN " + std::to_string(ids->front()) + " AND " +
+               std::to_string(ids->back()) + " AND dao_in_idset(" + std::to_string(number) + ", " +
+               field.text + ")";
     }
 
     // Behind IN all numbers would be put into a table first.

@@ -104,7 +104,9 @@ class Writer {
 //   to
 //     [, firstDay]) and dao_now(), dao_text(value) (a number as the engine writes it into a text, Null as
 //     '');
-//   - the table-valued function idset(N) with one column `value`, which gives its numbers ascending;
+//   - the SQL function dao_calculate(steps, operands...): a calculation of floating numbers, see Calculation;
+//   - the table-valued function idset(N) with one column `value`, which gives its numbers ascending, and the
+//     SQL function dao_in_idset(N, value): whether that is one of them;
 //   - the SQL function dao_link(table, field, number): what the table's row of that counter holds in the
 //     field where that is a whole number, or the counter where the field is ''; else Null;
 //   - the aggregate functions dao_gather(...), which hands the rows of `fetchRange` to whoever reads them,

@@ -134,7 +134,7 @@ void SqliteConnection::configure(const OpenRequest& request) {
     installFunctions(library_.db_);
     library_.gatherer_.install(library_.db_);
     installIdSets(library_);
-    installLinks(library_.db_);
+    installLinks(library_);
     installCalculations(library_.db_);
     letLeave(library_.db_);
     if (!request.path.empty()) {

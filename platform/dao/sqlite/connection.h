@@ -85,7 +85,7 @@ inline constexpr const char* kHiddenKey = "dao_row";  // the key of a table that
 
 void installFunctions(sqlite3* db);          // functions.cpp
 void installIdSets(LibraryHandle& library);  // idset.cpp
-void installLinks(sqlite3* db);              // links.cpp
+void installLinks(LibraryHandle& library);   // links.cpp
 void installCalculations(sqlite3* db);       // calculations.cpp
 
 }  // namespace dao::driver

@@ -1,10 +1,15 @@
 #include <algorithm>
+#include <new>
+#include <utility>
 
 #include "platform/dao/sqlite/connection.h"
 #include "platform/dao/sqlite/table_function.h"
 
 // idset(N): the numbers that a narrowed view of the shop's services was made of, as a table of one column.
 // They stay where the writer put them; nothing is copied into the file.
+//
+// dao_in_idset(N, VALUE): whether a whole number is one of them. Whoever asks for one after the other, as the
+// rows of a table come, finds each at once.
 //
 // idlist(N): numbers in any order, each with its place n in the list, from 1. idlist(N, n): the one there.
 namespace dao::driver {
@@ -139,9 +144,69 @@ int ListCursor::bestIndex(sqlite3_index_info* info) {
     return SQLITE_OK;
 }
 
+// A set, and where in it the last number was asked for.
+class AskedSet {
+ public:
+    explicit AskedSet(sql::IdSetPtr set) : set_(std::move(set)) {}
+
+    bool has(std::int64_t number);
+
+ private:
+    sql::IdSetPtr set_;
+    std::size_t at_ = 0;  // the first that is not lower
+};
+
+bool AskedSet::has(std::int64_t number) {
+    constexpr std::size_t kNear = 8;
+    const sql::IdSet& numbers = *set_;
+    const bool goesOn = at_ == 0 || numbers[at_ - 1] < number;
+    const std::size_t near = std::min(at_ + kNear, numbers.size());
+    while (goesOn && at_ < near && numbers[at_] < number) {
+        ++at_;
+    }
+    if (!goesOn || (at_ == near && at_ < numbers.size())) {
+        at_ = static_cast<std::size_t>(std::lower_bound(numbers.begin(), numbers.end(), number) -
+                                       numbers.begin());
+    }
+    return at_ < numbers.size() && numbers[at_] == number;
+}
+
+// The statement's own, made at its first row. nullptr: no set bears that number.
+AskedSet* askedSet(sqlite3_context* context, sqlite3_value* number) {
+    if (auto* asked = static_cast<AskedSet*>(sqlite3_get_auxdata(context, 0))) {
+        return asked;
+    }
+    const auto* const library = static_cast<LibraryHandle*>(sqlite3_user_data(context));
+    const sql::IdSetPtr* const found = library->findIdSet(sqlite3_value_int64(number));
+    if (found == nullptr) {
+        return nullptr;
+    }
+    auto* const asked = new AskedSet(*found);
+    sqlite3_set_auxdata(context, 0, asked, [](void* done) { delete static_cast<AskedSet*>(done); });
+    return static_cast<AskedSet*>(sqlite3_get_auxdata(context, 0));
+}
+
+// No exception may pass through the library.
+void isInSet(sqlite3_context* context, int, sqlite3_value** values) {
+    if (sqlite3_value_type(values[1]) == SQLITE_NULL) {
+        return;
+    }
+    try {
+        AskedSet* const asked = askedSet(context, values[0]);
+        if (asked == nullptr) {
+            return sqlite3_result_error_code(context, SQLITE_ERROR);
+        }
+        sqlite3_result_int(context, asked->has(sqlite3_value_int64(values[1])) ? 1 : 0);
+    } catch (const std::bad_alloc&) {
+        sqlite3_result_error_nomem(context);
+    }
+}
+
 }  // namespace
 
 void installIdSets(LibraryHandle& library) {
+    sqlite3_create_function_v2(library.get(), "dao_in_idset", 2, SQLITE_UTF8, &library, &isInSet, nullptr,
+                               nullptr, nullptr);
     TableFunction<SetCursor>::install(library.get(), "idset", &library);
     TableFunction<ListCursor>::install(library.get(), "idlist", &library);
 }

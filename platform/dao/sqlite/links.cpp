@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -19,8 +20,8 @@ constexpr int kFew = 64;
 constexpr std::int64_t kNothing = INT64_MIN;
 
 // A whole number as a row holds it. What is none links to nothing.
-std::int64_t wholeOf(sqlite3_stmt* row, int column) {
-    return sqlite3_column_type(row, column) == SQLITE_INTEGER ? sqlite3_column_int64(row, column) : kNothing;
+std::int64_t wholeOf(sqlite3_value* value) {
+    return sqlite3_value_type(value) == SQLITE_INTEGER ? sqlite3_value_int64(value) : kNothing;
 }
 
 // What is passed on by each row. Numbers that lie close together, as a counter gives them, are places in a
@@ -81,11 +82,10 @@ std::int64_t PassedOn::find(std::int64_t number) const {
 // result code of the library.
 class Links {
  public:
-    Links(sqlite3* db, const std::string& table, const std::string& field)
-        : db_(db),
+    Links(LibraryHandle& library, const std::string& table, const std::string& field)
+        : library_(library),
           table_(table),
-          select_("SELECT rowid, " + (field.empty() ? "rowid" : quotedName(field)) + " FROM " +
-                  quotedName(table)),
+          passed_(field.empty() ? "rowid" : quotedName(field)),
           themselves_(field.empty()) {}
     ~Links() { sqlite3_finalize(one_); }
     Links(const Links&) = delete;
@@ -98,9 +98,9 @@ class Links {
     int countAll();
     int readAll();
 
-    sqlite3* db_;
+    LibraryHandle& library_;
     std::string table_;
-    std::string select_;  // the number, and what is passed on, of all rows
+    std::string passed_;  // the column
     bool themselves_;     // passed on are the numbers
     sqlite3_stmt* one_ = nullptr;
     int asked_ = 0;
@@ -122,20 +122,22 @@ int Links::find(std::int64_t number, std::int64_t& passed) {
 
 int Links::lookUp(std::int64_t number, std::int64_t& passed) {
     if (one_ == nullptr) {
-        const int code = sqlite3_prepare_v2(db_, (select_ + " WHERE rowid = ?1").c_str(), -1, &one_, nullptr);
+        const std::string text = "SELECT " + passed_ + " FROM " + quotedName(table_) + " WHERE rowid = ?1";
+        const int code = sqlite3_prepare_v2(library_.get(), text.c_str(), -1, &one_, nullptr);
         if (code != SQLITE_OK) {
             return code;
         }
     }
     sqlite3_bind_int64(one_, 1, number);
-    passed = sqlite3_step(one_) == SQLITE_ROW ? wholeOf(one_, 1) : kNothing;
+    passed = sqlite3_step(one_) == SQLITE_ROW ? wholeOf(sqlite3_column_value(one_, 0)) : kNothing;
     return sqlite3_reset(one_);
 }
 
 // Where no number is missing, nothing has to be read.
 int Links::countAll() {
     sqlite3_stmt* counted = nullptr;
-    const int code = sqlite3_prepare_v2(db_, KeyRange::question(table_).c_str(), -1, &counted, nullptr);
+    const int code =
+        sqlite3_prepare_v2(library_.get(), KeyRange::question(table_).c_str(), -1, &counted, nullptr);
     if (code != SQLITE_OK) {
         return code;
     }
@@ -149,17 +151,20 @@ int Links::countAll() {
 }
 
 int Links::readAll() {
-    sqlite3_stmt* all = nullptr;
-    const int code = sqlite3_prepare_v2(db_, select_.c_str(), -1, &all, nullptr);
+    const std::string text =
+        std::string(RowGatherer::kHead) + "rowid, " + passed_ + ") FROM " + quotedName(table_);
+    sqlite3_stmt* prepared = nullptr;
+    const int code = sqlite3_prepare_v2(library_.get(), text.c_str(), -1, &prepared, nullptr);
     if (code != SQLITE_OK) {
         return code;
     }
+    std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)> all(prepared, &sqlite3_finalize);
     std::vector<std::int64_t> pairs;
-    while (sqlite3_step(all) == SQLITE_ROW) {
-        pairs.push_back(sqlite3_column_int64(all, 0));
-        pairs.push_back(wholeOf(all, 1));
-    }
-    const int ended = sqlite3_finalize(all);
+    library_.gatherer().run(all.get(), [&pairs](sqlite3_value** row) {
+        pairs.push_back(sqlite3_value_int64(row[0]));
+        pairs.push_back(wholeOf(row[1]));
+    });
+    const int ended = sqlite3_finalize(all.release());
     if (ended == SQLITE_OK) {
         all_.assign(pairs);
         hasAll_ = true;
@@ -177,7 +182,8 @@ Links* linksOf(sqlite3_context* context, sqlite3_value** values) {
     if (auto* made = static_cast<Links*>(sqlite3_get_auxdata(context, 0))) {
         return made;
     }
-    auto* links = new Links(sqlite3_context_db_handle(context), textOf(values[0]), textOf(values[1]));
+    auto& library = *static_cast<LibraryHandle*>(sqlite3_user_data(context));
+    auto* links = new Links(library, textOf(values[0]), textOf(values[1]));
     sqlite3_set_auxdata(context, 0, links, [](void* done) { delete static_cast<Links*>(done); });
     return static_cast<Links*>(sqlite3_get_auxdata(context, 0));
 }
@@ -213,8 +219,9 @@ void link(sqlite3_context* context, int, sqlite3_value** values) {
 
 }  // namespace
 
-void installLinks(sqlite3* db) {
-    sqlite3_create_function_v2(db, "dao_link", 3, SQLITE_UTF8, nullptr, &link, nullptr, nullptr, nullptr);
+void installLinks(LibraryHandle& library) {
+    sqlite3_create_function_v2(library.get(), "dao_link", 3, SQLITE_UTF8, &library, &link, nullptr, nullptr,
+                               nullptr);
 }
 
 }  // namespace dao::driver

@@ -12,9 +12,9 @@ void RowGatherer::install(sqlite3* db) {
 }
 
 int RowGatherer::run(sqlite3_stmt* statement, const Take& take) {
-    take_ = &take;
+    const Take* const around = std::exchange(take_, &take);
     const int code = sqlite3_step(statement);
-    take_ = nullptr;
+    take_ = around;
     if (failure_ != nullptr) {
         std::rethrow_exception(std::exchange(failure_, nullptr));
     }

@@ -24,7 +24,8 @@ class RowGatherer {
     RowGatherer& operator=(const RowGatherer&) = delete;
 
     void install(sqlite3* db);  // which must not outlive this
-    // Runs a prepared statement. The library's code for how it ended; throws what `take` throws.
+    // Runs a prepared statement, also within a row of another. The library's code for how it ended; throws
+    // what `take` throws.
     int run(sqlite3_stmt* statement, const Take& take);
 
  private:

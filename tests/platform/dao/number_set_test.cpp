@@ -105,3 +105,39 @@ TEST_F(NumberSetTest, WhatIsAddedAndDeletedIsSeenByTheNextOpening) {
     db.Execute("DELETE * FROM Customers WHERE CustID=700");
     EXPECT_EQ(customers().size(), 301U);
 }
+
+// Sets that leave few numbers out, one here and many there, and rows that are gone in their turn.
+TEST_F(NumberSetTest, RowsOfCloseNumbersAreThoseOfTheSet) {
+    std::string terms;
+    std::vector<int> expected;
+    for (int id = 3; id <= kClients - 5; ++id) {
+        if (id % 5 != 0 && (id < 200 || id > 230) && (id < 600 || id > 607)) {
+            terms += (terms.empty() ? "" : " OR ") + std::string("CustID=") + std::to_string(id);
+            expected.push_back(id);
+        }
+    }
+    store("Chosen", "Customers", terms);
+    const std::string columns = "SELECT CustID, Surname FROM Chosen";
+    EXPECT_EQ(numbers(db.OpenRecordset(columns, dao::dbOpenSnapshot), "CustID"), expected);
+    EXPECT_EQ(
+        numbers(db.OpenRecordset(columns + " WHERE CustID > 100 ORDER BY CustID DESC", dao::dbOpenSnapshot),
+                "CustID")
+            .front(),
+        expected.back());
+    db.Execute("DELETE * FROM Customers WHERE CustID IN (3, 404, 231, 895)");
+    std::erase_if(expected, [](int id) { return id == 3 || id == 404 || id == 231 || id == 895; });
+    EXPECT_EQ(numbers(db.OpenRecordset(columns, dao::dbOpenSnapshot), "CustID"), expected);
+}
+
+// From the last number to the first, as another order asks for them: nothing is found twice or left out.
+TEST_F(NumberSetTest, RowsOfCloseNumbersComeInAnyOrder) {
+    store("Chosen", "Customers", chain("CustID", 1, kClients, 1));
+    db.QueryDefs()["Chosen"].setSQL("SELECT * FROM Customers WHERE " + chain("CustID", 2, kClients, 2) +
+                                    " OR CustID=1");
+    std::vector<int> expected = customersAmong(2, kClients, 2);
+    expected.insert(expected.begin(), 1);
+    std::reverse(expected.begin(), expected.end());
+    EXPECT_EQ(numbers(db.OpenRecordset("SELECT CustID FROM Chosen ORDER BY CustID DESC", dao::dbOpenSnapshot),
+                      "CustID"),
+              expected);
+}

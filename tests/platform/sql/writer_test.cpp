@@ -48,10 +48,10 @@ class WriterTest : public testing::Test {
                    : written.sources[static_cast<std::size_t>(written.uniqueSource)].table;
     }
     static std::string ids(int count) { return idsOf("CustID", count); }
-    static std::string idsOf(const std::string& field, int count) {
+    static std::string idsOf(const std::string& field, int count, int apart = 1) {
         std::string text = field + "=1";
-        for (int i = 2; i <= count; ++i) {
-            text += " OR " + field + "=" + std::to_string(i);
+        for (int i = 1; i < count; ++i) {
+            text += " OR " + field + "=" + std::to_string(1 + i * apart);
         }
         return text;
     }
@@ -382,7 +382,7 @@ TEST_F(WriterTest, AnAbsentRowIsFetchedWithTheConditionThatMadeItAbsent) {
 }
 
 TEST_F(WriterTest, ALargeSetIsLookedUpByItsNumbers) {
-    catalog.setQuery("QDCustomers0", "SELECT * FROM Customers WHERE " + ids(1000));
+    catalog.setQuery("QDCustomers0", "SELECT * FROM Customers WHERE " + idsOf("CustID", 1000, 4));
     const WrittenSelect written = select("SELECT * FROM QDCustomers0", 7);
     ASSERT_EQ(written.idSets.size(), 1U);
     EXPECT_EQ(written.idSets[0]->size(), 1000U);
@@ -396,8 +396,21 @@ TEST_F(WriterTest, ALargeSetIsLookedUpByItsNumbers) {
                          "= s0.value AND t0.\"City\" = 'Nis' COLLATE DAO_TEXT"));
 }
 
+TEST_F(WriterTest, RowsOfALargeSetOfCloseNumbersAreGoneThrough) {
+    for (const int apart : {1, 2, 3}) {
+        catalog.setQuery("QDCustomers0", "SELECT * FROM Customers WHERE " + idsOf("CustID", 1000, apart));
+        const WrittenSelect written = select("SELECT CustID, Surname FROM QDCustomers0", 7);
+        EXPECT_TRUE(contains(written.keys,
+                             "SELECT t0.rowid FROM \"Customers\" AS t0 WHERE t0.\"CustID\" "
+                             "BETWEEN 1 AND " +
+                                 std::to_string(1 + 999 * apart) + " AND dao_in_idset(7, t0.\"CustID\")"))
+            << written.keys;
+        EXPECT_NE(written.keySet, nullptr);
+    }
+}
+
 TEST_F(WriterTest, ALargeSetGivesWayToOneValueOfAField) {
-    catalog.setQuery("QDComputers0", "SELECT * FROM Computers WHERE " + idsOf("MachineID", 1000));
+    catalog.setQuery("QDComputers0", "SELECT * FROM Computers WHERE " + idsOf("MachineID", 1000, 4));
     for (const char* pinned :
          {"CustID=2", "2=CustID", "MachineID=2", "MachineName='x'", "CustID<9 AND CustID=1+1"}) {
         const std::string keys = select(std::string("SELECT * FROM QDComputers0 WHERE ") + pinned, 3).keys;
