@@ -12,11 +12,4 @@ void CurrentRow::come(std::int64_t position) {
     seenGeneration_ = *generation_;
 }
 
-const Value& CurrentRow::take(std::size_t column) {
-    Cell& cell = cells_[column];
-    block_.get(place_, column, cell.value);
-    cell.stamp = stamp_;
-    return cell.value;
-}
-
 }  // namespace dao

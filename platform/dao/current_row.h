@@ -30,22 +30,30 @@ class CurrentRow {
 
     // Whether the row at that position of the record set is here, and not too old.
     bool isOf(std::int64_t position) const { return fetched_ == position && *generation_ == seenGeneration_; }
-    void forget() { fetched_ = -1; }  // it is fetched again when it is next looked at
+    void forget() { fetched_ = kNowhere; }  // it is fetched again when it is next looked at
     void lieAt(std::size_t place) { place_ = place; }
     void come(std::int64_t position);  // it has been fetched
     void forgetCells() { ++stamp_; }
 
-    // The value, where it has been taken out of the row already; nullptr.
-    const Value* known(std::size_t column) const {
-        const Cell& cell = cells_[column];
-        return cell.stamp == stamp_ ? &cell.value : nullptr;
+    // The value; nullptr where the row has been read without it. From now on its column counts as asked for.
+    const Value* look(std::size_t column) {
+        Cell& cell = cells_[column];
+        if (cell.stamp == stamp_) {
+            return &cell.value;
+        }
+        asked_[column] = 1;
+        return block_.isUnread(place_, column) ? nullptr : &take(column);
     }
-    void ask(std::size_t column) { asked_[column] = 1; }
-    bool isUnread(std::size_t column) const { return block_.isUnread(place_, column); }
-    const Value& take(std::size_t column);
+    const Value& take(std::size_t column) {
+        Cell& cell = cells_[column];
+        block_.get(place_, column, cell.value);
+        cell.stamp = stamp_;
+        return cell.value;
+    }
 
  private:
     static constexpr std::int64_t kNeverOld = 0;
+    static constexpr std::int64_t kNowhere = INT64_MIN;  // no position: the one before the first row is -1
 
     struct Cell {
         Value value;
@@ -59,7 +67,7 @@ class CurrentRow {
     std::uint64_t stamp_ = 1;
     const std::int64_t* generation_ = &kNeverOld;
     std::int64_t seenGeneration_ = -1;
-    std::int64_t fetched_ = -1;  // the position whose row is here
+    std::int64_t fetched_ = kNowhere;  // the position whose row is here
 };
 
 }  // namespace dao

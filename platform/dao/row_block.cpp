@@ -114,41 +114,51 @@ bool isLong(std::int64_t number) {
     return number == static_cast<std::int32_t>(number);
 }
 
-void setInteger(Type type, std::int64_t number, Value::Store& out) {
+// What follows stands apart from RowBlock::get, which every value of a list goes through: with the rare cases
+// in it, it would save and restore more registers for each of them than it does anything else.
+
+[[gnu::noinline]] void setOddInteger(Type type, std::int64_t number, Value::Store& out) {
     const auto real = static_cast<double>(number);
+    if (type == Type::Text) {
+        out = std::to_string(number);
+    } else if (type == Type::Long) {
+        out = Value(real).asLong();
+    } else if (isLong(number)) {
+        out = static_cast<std::int32_t>(number);
+    } else {
+        out = real;
+    }
+}
+
+void setInteger(Type type, std::int64_t number, Value::Store& out) {
     switch (type) {
         case Type::YesNo:
             out = number != 0;
-            break;
-        case Type::Long:
-            out = isLong(number) ? static_cast<std::int32_t>(number) : Value(real).asLong();
             break;
         case Type::Single:
             out = static_cast<float>(number);
             break;
         case Type::Double:
-            out = real;
+            out = static_cast<double>(number);
             break;
         case Type::Currency:
             out = Currency::fromScaled(number);
             break;
         case Type::Date:
-            out = Date{real};
+            out = Date{static_cast<double>(number)};
             break;
-        case Type::Text:
-            out = std::to_string(number);
-            break;
-        case Type::Null:
+        case Type::Long:
             if (isLong(number)) {
                 out = static_cast<std::int32_t>(number);
-            } else {
-                out = real;
+                break;
             }
-            break;
+            [[fallthrough]];
+        default:
+            setOddInteger(type, number, out);
     }
 }
 
-void setReal(Type type, double number, Value::Store& out) {
+[[gnu::noinline]] void setOddReal(Type type, double number, Value::Store& out) {
     switch (type) {
         case Type::YesNo:
             out = number != 0;
@@ -156,22 +166,40 @@ void setReal(Type type, double number, Value::Store& out) {
         case Type::Long:
             out = Value(number).asLong();
             break;
-        case Type::Single:
-            out = static_cast<float>(number);
-            break;
         case Type::Currency:
             out = Currency::fromScaled(std::llround(number));
             break;
+        default:
+            out = Value(number).asText();
+    }
+}
+
+void setReal(Type type, double number, Value::Store& out) {
+    switch (type) {
+        case Type::Single:
+            out = static_cast<float>(number);
+            break;
         case Type::Date:
             out = Date{number};
-            break;
-        case Type::Text:
-            out = Value(number).asText();
             break;
         case Type::Double:
         case Type::Null:
             out = number;
             break;
+        default:
+            setOddReal(type, number, out);
+    }
+}
+
+[[gnu::noinline]] void setText(Type type, std::string_view text, Value& out) {
+    if (std::string* old = std::get_if<std::string>(&out.store())) {
+        old->assign(text);
+    } else {
+        out.store() = std::string(text);
+    }
+    // In a column of another type: somebody has written into the file by other means than this engine.
+    if (type != Type::Text && type != Type::Null) {
+        out = out.as(type);
     }
 }
 
@@ -193,16 +221,7 @@ void RowBlock::get(std::size_t row, std::size_t column, Value& out) const {
             setReal(types_[column], std::bit_cast<double>(slot), store);
             break;
         case Kind::Text:
-            if (std::string* old = std::get_if<std::string>(&store)) {
-                old->assign(textAt(slot));
-            } else {
-                store = std::string(textAt(slot));
-            }
-            // In a column of another type: somebody has written into the file by other means than this
-            // engine.
-            if (types_[column] != Type::Text && types_[column] != Type::Null) {
-                out = out.as(types_[column]);
-            }
+            setText(types_[column], textAt(slot), out);
             break;
     }
 }
