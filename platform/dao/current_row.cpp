@@ -9,7 +9,7 @@ void CurrentRow::setColumns(std::size_t count) {
 
 void CurrentRow::come(std::int64_t position) {
     fetched_ = position;
-    seenGeneration_ = *generation_;
+    age_.noteRead();
 }
 
 }  // namespace dao
