@@ -1,12 +1,7 @@
 #include "platform/dao/row_block.h"
 
-#include <algorithm>
 #include <bit>
 #include <cmath>
-#include <cstring>
-#include <limits>
-
-#include "platform/dao/failure.h"
 
 namespace dao {
 
@@ -16,46 +11,20 @@ void RowBlock::reset(std::vector<Type> types) {
 }
 
 void RowBlock::clear() {
-    textSize_ = 0;
+    texts_.clear();
     rows_ = 0;
 }
 
-void RowBlock::makeRoom() {
-    constexpr std::size_t kRows = 64;
-    slots_.resize((rows_ + kRows) * types_.size());
-    kinds_.resize(slots_.size());
-}
-
-void RowBlock::makeTextRoom(std::size_t size) {
-    constexpr std::size_t kRoom = 4096;
-    texts_.resize(textSize_ + size + kRoom);
-}
-
 void RowBlock::expect(std::size_t rows) {
-    slots_.reserve((rows_ + rows) * types_.size());
-    kinds_.reserve((rows_ + rows) * types_.size());
-}
-
-void RowBlock::addText(std::string_view v) {
-    if (v.size() > std::numeric_limits<std::uint32_t>::max()) {
-        fail(errOverflow);
-    }
-    put(Kind::Text, textSize_);
-    const auto size = static_cast<std::uint32_t>(v.size());
-    if (textSize_ + sizeof size + v.size() > texts_.size()) {
-        makeTextRoom(sizeof size + v.size());
-    }
-    char* const at = texts_.data() + textSize_;
-    std::memcpy(at, &size, sizeof size);
-    v.copy(at + sizeof size, v.size());
-    textSize_ += sizeof size + v.size();
+    cells_.expect((rows_ + rows) * types_.size());
 }
 
 void RowBlock::putLike(const RowBlock& from, std::size_t cell) {
-    if (from.kinds_[cell] == Kind::Text) {
-        addText(from.textAt(from.slots_[cell]));
+    const std::uint64_t slot = from.cells_.slot(cell);
+    if (from.cells_.kind(cell) == Kind::Text) {
+        addText(from.texts_.at(slot));
     } else {
-        put(from.kinds_[cell], from.slots_[cell]);
+        cells_.put(from.cells_.kind(cell), slot);
     }
 }
 
@@ -76,21 +45,7 @@ void RowBlock::append(const RowBlock& from, std::size_t first, std::size_t rows,
 }
 
 void RowBlock::reorder(std::size_t first, std::span<const std::uint32_t> order) {
-    const auto reordered = [&](auto& cells) {
-        auto before = cells;
-        for (std::size_t row = 0; row < order.size(); ++row) {
-            const auto from = before.begin() + static_cast<std::ptrdiff_t>(at(first + order[row], 0));
-            std::copy_n(from, columns(), cells.begin() + static_cast<std::ptrdiff_t>(at(first + row, 0)));
-        }
-    };
-    reordered(slots_);
-    reordered(kinds_);
-}
-
-std::string_view RowBlock::textAt(std::uint64_t slot) const {
-    std::uint32_t size = 0;
-    std::memcpy(&size, texts_.data() + slot, sizeof size);
-    return {texts_.data() + slot + sizeof size, size};
+    cells_.reorder(columns(), first, order);
 }
 
 void RowBlock::add(const Value& value) {
@@ -207,9 +162,9 @@ void setReal(Type type, double number, Value::Store& out) {
 
 void RowBlock::get(std::size_t row, std::size_t column, Value& out) const {
     const std::size_t cell = at(row, column);
-    const std::uint64_t slot = slots_[cell];
+    const std::uint64_t slot = cells_.slot(cell);
     Value::Store& store = out.store();
-    switch (kinds_[cell]) {
+    switch (cells_.kind(cell)) {
         case Kind::Null:
         case Kind::Unread:
             store = std::monostate{};
@@ -221,7 +176,7 @@ void RowBlock::get(std::size_t row, std::size_t column, Value& out) const {
             setReal(types_[column], std::bit_cast<double>(slot), store);
             break;
         case Kind::Text:
-            setText(types_[column], textAt(slot), out);
+            setText(types_[column], texts_.at(slot), out);
             break;
     }
 }
