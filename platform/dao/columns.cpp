@@ -6,6 +6,7 @@ namespace dao {
 
 void Columns::assign(std::vector<sql::ResultColumn> columns) {
     columns_ = std::move(columns);
+    count_ = static_cast<int>(columns_.size());
     names_.assign(columns_);
 }
 

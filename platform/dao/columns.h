@@ -14,14 +14,15 @@ class Columns {
     void assign(std::vector<sql::ResultColumn> columns);
 
     const std::vector<sql::ResultColumn>& all() const { return columns_; }
-    int count() const { return static_cast<int>(columns_.size()); }
-    bool has(int index) const { return static_cast<std::size_t>(index) < columns_.size(); }
+    int count() const { return count_; }
+    bool has(int index) const { return index >= 0 && index < count_; }
     void check(int index) const;                   // 3265
     const sql::ResultColumn& at(int index) const;  // 3265
     int indexOf(std::string_view name) const;      // 3265
 
  private:
     std::vector<sql::ResultColumn> columns_;
+    int count_ = 0;  // asked at each look at a field
     FieldNames names_;
 };
 

@@ -9,14 +9,7 @@ void CurrentRow::setColumns(std::size_t count) {
 
 void CurrentRow::come(std::int64_t position) {
     fetched_ = position;
-    seenGeneration_ = *generation_;
-}
-
-const Value& CurrentRow::take(std::size_t column) {
-    Cell& cell = cells_[column];
-    block_.get(place_, column, cell.value);
-    cell.stamp = stamp_;
-    return cell.value;
+    age_.noteRead();
 }
 
 }  // namespace dao

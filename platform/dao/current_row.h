@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "platform/dao/row_age.h"
 #include "platform/dao/row_block.h"
 
 namespace dao {
@@ -23,29 +24,34 @@ class CurrentRow {
     std::size_t place() const { return place_; }  // in the block
 
     void setColumns(std::size_t count);
-    // `generation` counts up once rows read earlier may no longer be as they were.
-    void ageWith(const std::int64_t& generation) { generation_ = &generation; }
-    const std::int64_t& age() const { return *generation_; }
-    void ageNoMore() { generation_ = &kNeverOld; }
+    RowAge& age() { return age_; }
+    const RowAge& age() const { return age_; }
 
     // Whether the row at that position of the record set is here, and not too old.
-    bool isOf(std::int64_t position) const { return fetched_ == position && *generation_ == seenGeneration_; }
-    void forget() { fetched_ = -1; }  // it is fetched again when it is next looked at
+    bool isOf(std::int64_t position) const { return fetched_ == position && age_.isAsRead(); }
+    void forget() { fetched_ = kNowhere; }  // it is fetched again when it is next looked at
     void lieAt(std::size_t place) { place_ = place; }
     void come(std::int64_t position);  // it has been fetched
     void forgetCells() { ++stamp_; }
 
-    // The value, where it has been taken out of the row already; nullptr.
-    const Value* known(std::size_t column) const {
-        const Cell& cell = cells_[column];
-        return cell.stamp == stamp_ ? &cell.value : nullptr;
+    // The value; nullptr where the row has been read without it. From now on its column counts as asked for.
+    const Value* look(std::size_t column) {
+        Cell& cell = cells_[column];
+        if (cell.stamp == stamp_) {
+            return &cell.value;
+        }
+        asked_[column] = 1;
+        return block_.isUnread(place_, column) ? nullptr : &take(column);
     }
-    void ask(std::size_t column) { asked_[column] = 1; }
-    bool isUnread(std::size_t column) const { return block_.isUnread(place_, column); }
-    const Value& take(std::size_t column);
+    const Value& take(std::size_t column) {
+        Cell& cell = cells_[column];
+        block_.get(place_, column, cell.value);
+        cell.stamp = stamp_;
+        return cell.value;
+    }
 
  private:
-    static constexpr std::int64_t kNeverOld = 0;
+    static constexpr std::int64_t kNowhere = INT64_MIN;  // no position: the one before the first row is -1
 
     struct Cell {
         Value value;
@@ -57,9 +63,8 @@ class CurrentRow {
     std::vector<char> asked_;
     std::vector<Cell> cells_;
     std::uint64_t stamp_ = 1;
-    const std::int64_t* generation_ = &kNeverOld;
-    std::int64_t seenGeneration_ = -1;
-    std::int64_t fetched_ = -1;  // the position whose row is here
+    RowAge age_;
+    std::int64_t fetched_ = kNowhere;  // the position whose row is here
 };
 
 }  // namespace dao

@@ -21,6 +21,8 @@ namespace dao::driver {
 
 // In a list of row keys: the outer side of a join has no row there.
 inline constexpr std::int64_t kNoRow = INT64_MIN;
+// Where a statement has a column that nobody asked for: see Statement::readRows.
+inline constexpr int kNowhere = -2;
 
 // Rows of a block, for whoever takes a great many of them one block after the other.
 inline constexpr std::size_t kRowsAtOnce = 2000;
@@ -45,8 +47,8 @@ class Statement {
     virtual void readKeys(std::vector<std::int64_t>& out, int columns) = 0;
     // Appends rows to `block`, at most `limit`, skipping the first `skip` columns of each. The first column
     // of each row goes to `keys` where `skip` is 1. `places` tells where behind the skipped ones a column of
-    // the block stands in the statement, -1: it is left unread; without it they stand in order. The number of
-    // rows read.
+    // the block stands in the statement: -1 is the last of those skipped, and what stands at kNowhere is left
+    // unread; without it they stand in order. The number of rows read.
     virtual std::size_t readRows(RowBlock& block, int skip = 0, std::vector<std::int64_t>* keys = nullptr,
                                  std::size_t limit = SIZE_MAX, const std::vector<int>* places = nullptr) = 0;
     // Has a store that is far begin to answer the readRows that comes next, for what is bound now. Not within

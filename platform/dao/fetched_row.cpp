@@ -30,33 +30,18 @@ std::size_t FetchedRow::fetch() {
     return *place;
 }
 
-void FetchedRow::fetchUnread() {
+const Value& FetchedRow::unread(std::size_t column) {
     const std::size_t row = number();
     row_.forget();
     rows_.fetchUnread(row);
     fetch();
+    return row_.take(column);
 }
 
 void FetchedRow::distrust() {
     if (rows_.distrust()) {
         row_.forget();
     }
-}
-
-const Value& FetchedRow::value(std::size_t column) {
-    // A list of a thousand services asks here ten thousand times: no more than this for a row that is there.
-    if (!row_.isOf(position_.at()) || position_.isGap()) {
-        fetch();
-    }
-    if (const Value* known = row_.known(column)) {
-        return *known;
-    }
-    row_.ask(column);
-    if (row_.isUnread(column)) {
-        row_.forgetCells();
-        fetchUnread();
-    }
-    return row_.take(column);
 }
 
 }  // namespace dao

@@ -19,10 +19,18 @@ class FetchedRow {
     void forget() { row_.forget(); }
     void distrust();  // see RowSource
     // The reference lives until the next fetch. 3021, 3167.
-    const Value& value(std::size_t column);
+    const Value& value(std::size_t column) {
+        // A list of a thousand services asks here ten thousand times: no more than this for a row that is
+        // there.
+        if (!row_.isOf(position_.at())) {
+            fetch();
+        }
+        const Value* const known = row_.look(column);
+        return known != nullptr ? *known : unread(column);
+    }
 
  private:
-    void fetchUnread();
+    const Value& unread(std::size_t column);
 
     RowSource& rows_;
     CurrentRow& row_;

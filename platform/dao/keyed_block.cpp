@@ -9,11 +9,7 @@
 namespace dao {
 namespace {
 
-constexpr std::size_t kBlockRows = 512;
-constexpr std::size_t kFarBlockRows = 8192;  // of a long walk where each block takes its time on the way
-constexpr std::chrono::seconds kLongForABlock{3};
 constexpr std::size_t kBetweenLooks = 512;  // rows, whether more of the block ahead has come in
-constexpr std::size_t kSmallBlock = KeyedReader::kWholeRows;
 
 }  // namespace
 
@@ -60,7 +56,7 @@ std::optional<std::size_t> KeyedBlock::fetch(std::size_t row) {
     } else if (row % kBetweenLooks == 0) {
         reader_.takeIn();
     }
-    lastFetched_ = row;
+    pace_.fetched(row);
     const std::size_t place = places_[row - first_];
     return place == KeyedReader::kMissing ? std::nullopt : std::optional(place);
 }
@@ -70,17 +66,14 @@ std::optional<std::size_t> KeyedBlock::fetch(std::size_t row) {
 // what it was asked for ends the connection.
 void KeyedBlock::loadOnTheWay(std::size_t row) {
     const driver::Store& store = set_.file().store();
-    const bool onwards = lastFetched_ != kNowhere && row == lastFetched_ + 1;
-    const bool undisturbed = onwards && askedUpTo_ == store.roundTrips() &&
-                             std::chrono::steady_clock::now() - loadedAt_ < kLongForABlock;
-    const RowRun run = ahead(row);
+    const bool undisturbed = pace_.isUndisturbed(row, store);
+    const RowRun run = pace_.ahead(row, set_.keys.size(), places_.size(), store);
     load(run);
-    if (undisturbed && run.rows == kFarBlockRows) {
+    if (undisturbed && run.rows == WalkPace::kFarBlockRows) {
         const std::size_t next = run.first + run.rows;
-        reader_.askAhead({next, std::min(kFarBlockRows, set_.keys.size() - next)});
+        reader_.askAhead({next, std::min(run.rows, set_.keys.size() - next)});
     }
-    askedUpTo_ = store.roundTrips();
-    loadedAt_ = std::chrono::steady_clock::now();
+    pace_.noteLoaded(store);
 }
 
 bool KeyedBlock::fetchAlone(std::size_t row) {
@@ -95,32 +88,6 @@ void KeyedBlock::keep(std::size_t row, RowBlock&& read) {
     first_ = row;
     generation_ = set_.file().generation();
     version_.reset();
-}
-
-void KeyedBlock::noteWritten(std::size_t row) {
-    written_ = {row, set_.file().generation(), set_.file().store().roundTrips()};
-}
-
-bool KeyedBlock::wasJustWritten(std::size_t row) const {
-    const driver::Store& store = set_.file().store();
-    return store.isFar() && row == written_.row && set_.file().generation() == written_.generation &&
-           store.roundTrips() == written_.asked;
-}
-
-RowRun KeyedBlock::ahead(std::size_t row) const {
-    const bool onwards = lastFetched_ != kNowhere && row == lastFetched_ + 1;
-    const bool backwards = lastFetched_ != kNowhere && row + 1 == lastFetched_;
-    const std::size_t wanted = onwards || backwards ? nextBlock() : 1;
-    const std::size_t first = backwards ? row - std::min(row, wanted - 1) : row;
-    return {first, std::min(wanted, set_.keys.size() - first)};
-}
-
-// The longer a walk has become, the more rows are fetched ahead of it.
-std::size_t KeyedBlock::nextBlock() const {
-    if (places_.size() >= kBlockRows && set_.file().store().isFar()) {
-        return kFarBlockRows;
-    }
-    return places_.size() >= kSmallBlock ? kBlockRows : kSmallBlock;
 }
 
 // One row is one statement, which sees one state by itself. Where asking takes its time its version is not

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <chrono>
 #include <memory>
 #include <optional>
 #include <vector>
 
 #include "platform/dao/keyed_reader.h"
 #include "platform/dao/small_set.h"
+#include "platform/dao/walk_pace.h"
 
 namespace dao {
 
@@ -23,8 +23,8 @@ class KeyedBlock {
     void restart(std::shared_ptr<const SmallSet> small);
     const std::shared_ptr<const SmallSet>& small() const { return small_; }
     void release() noexcept;
-    void drop() noexcept;                        // the next fetch reads
-    void endWalk() { lastFetched_ = kNowhere; }  // the row that is fetched next is no step of one
+    void drop() noexcept;            // the next fetch reads
+    void endWalk() { pace_.end(); }  // the row that is fetched next is no step of one
     // True: whether others have written is not known, and the current row is to be fetched again.
     bool distrust();
 
@@ -35,24 +35,8 @@ class KeyedBlock {
     // The same where the row has been read already.
     void keep(std::size_t row, RowBlock&& read);
 
-    // The row has been written this moment.
-    void noteWritten(std::size_t row);
-    // Whether that was the last that was asked of a store that is far: then nobody need ask whether the row
-    // is there. Whoever looks at it fetches it all the same, as it is by then.
-    bool wasJustWritten(std::size_t row) const;
-
  private:
-    static constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
-
-    struct Written {
-        std::size_t row = kNowhere;
-        std::int64_t generation = -1;
-        std::int64_t asked = -1;  // how often the store had been asked by then
-    };
-
     bool holds(std::size_t row) const { return row - first_ < places_.size(); }
-    RowRun ahead(std::size_t row) const;
-    std::size_t nextBlock() const;
     void loadOnTheWay(std::size_t row);
     void load(const RowRun& run);
     bool readSmall(const RowRun& run);
@@ -66,10 +50,7 @@ class KeyedBlock {
     std::size_t first_ = 0;
     std::int64_t generation_ = -1;
     std::optional<std::int64_t> version_;  // nothing: nobody has asked
-    std::size_t lastFetched_ = kNowhere;
-    std::int64_t askedUpTo_ = -1;  // how often the store had been asked when the block was there
-    std::chrono::steady_clock::time_point loadedAt_;
-    Written written_;
+    WalkPace pace_;
 };
 
 }  // namespace dao

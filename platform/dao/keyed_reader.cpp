@@ -1,11 +1,14 @@
 #include "platform/dao/keyed_reader.h"
 
+#include <numeric>
+
 #include "platform/sql/ast.h"
 
 namespace dao {
 namespace {
 
 constexpr std::int64_t kSparse = 4;  // a range with more strangers than this for each row is read row by row
+constexpr int kKeyPlace = -1;        // the last column that readRows skips
 
 sql::ExpressionPtr named(const std::string& field) {
     auto name = std::make_shared<sql::Expression>();
@@ -65,6 +68,12 @@ void KeyedReader::readRange(const RowRun& run, RowBlock& block, std::vector<std:
     const Projection* const part = run.rows > kWholeRows ? &projection() : nullptr;
     std::vector<std::int64_t> found;
     statement->readRows(block, 1, &found, SIZE_MAX, part != nullptr ? &part->places : nullptr);
+    const std::int64_t span = keys.key(run.first + run.rows - 1, 0) - keys.key(run.first, 0) + 1;
+    if (found.size() == run.rows && span == static_cast<std::int64_t>(run.rows)) {
+        places.resize(run.rows);  // none is missing, and none stands between them
+        std::iota(places.begin(), places.end(), 0);
+        return;
+    }
     std::size_t at = 0;
     for (std::size_t row = run.first; row < run.first + run.rows; ++row) {
         const std::int64_t key = keys.key(row, 0);
@@ -122,8 +131,9 @@ KeyedReader::Projection KeyedReader::projected() const {
     cut->orderBy.clear();
     for (std::size_t i = 0; i < set_.columns.size(); ++i) {
         const int place = static_cast<int>(canCut ? cut->items.size() : i);
-        part.places.push_back(asked_[i] != 0 ? place : -1);
-        if (asked_[i] != 0) {
+        const bool isKey = set_.isCounter[i] != 0;  // which comes in front of each row anyway
+        part.places.push_back(asked_[i] == 0 ? driver::kNowhere : isKey ? kKeyPlace : place);
+        if (asked_[i] != 0 && !isKey) {
             cut->items.emplace_back().expression = named(set_.columns[i].name);
         }
     }

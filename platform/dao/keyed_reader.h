@@ -5,14 +5,9 @@
 #include "platform/dao/block_ahead.h"
 #include "platform/dao/keyset_view.h"
 #include "platform/dao/row_block.h"
+#include "platform/dao/row_run.h"
 
 namespace dao {
-
-// Rows of a set that follow each other.
-struct RowRun {
-    std::size_t first = 0;
-    std::size_t rows = 0;
-};
 
 // Reads rows of a keyset by their keys, with as few statements as the keys allow.
 class KeyedReader {

@@ -17,7 +17,7 @@ Keyset::Keyset(const Keyset& of)
       compiled_(of.compiled_),
       keys_(of.keys_),
       isCounter_(of.isCounter_) {
-    row_.ageWith(of.row_.age());
+    row_.age().follow(of.row_.age());
     setColumns(of.columns_.all());
     rows_.restart(of.rows_.small());
 }
@@ -27,7 +27,7 @@ std::unique_ptr<RowSource> Keyset::copy() const {
 }
 
 std::unique_ptr<RowEditing> Keyset::editing(FetchedRow& row) {
-    return std::make_unique<RowEditing>(KeysetParts{view_, keys_, rows_}, row);
+    return std::make_unique<RowEditing>(KeysetParts{view_, keys_, rows_, written_}, row);
 }
 
 void Keyset::open() {
@@ -38,7 +38,7 @@ void Keyset::open() {
         fail(errCannotUpdate);
     }
     compiled_ = std::move(compiled);
-    row_.ageWith(in.generation());
+    row_.age().follow(in.generation());
     const std::shared_ptr<const SmallSet> small = SmallSet::read(view_);
     keys_ = small != nullptr ? small->keys() : statementKeys(view_);
     setColumns(compiled_->select.columns);
@@ -48,7 +48,7 @@ void Keyset::open() {
 
 void Keyset::release() noexcept {
     rows_.release();
-    row_.ageNoMore();
+    row_.age().followNothing();
     compiled_.reset();
     keys_ = {};
     database_.reset();

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/dao/just_written.h"
 #include "platform/dao/keyset_search.h"
 #include "platform/dao/row_source.h"
 
@@ -23,7 +24,7 @@ class Keyset final : public RowSource {
     std::optional<std::size_t> fetch(std::size_t row) override { return rows_.fetch(row); }
     void fetchUnread(std::size_t row) override { rows_.fetchAlone(row); }
     bool distrust() override { return rows_.distrust(); }
-    bool surelyStands(std::size_t row) const override { return rows_.wasJustWritten(row); }
+    bool surelyStands(std::size_t row) const override { return written_.isLast(row, view_.file()); }
     std::optional<std::size_t> findRow(std::string_view criterion) override {
         return search_.find(criterion);
     }
@@ -44,6 +45,7 @@ class Keyset final : public RowSource {
     const KeysetView view_{database_, compiled_, keys_, columns_.all(), isCounter_};
     KeyedBlock rows_{view_, row_.block(), row_.asked()};
     KeysetSearch search_{view_, rows_};
+    JustWritten written_;
 };
 
 }  // namespace dao

@@ -1,25 +1,10 @@
 #include "platform/dao/recordset_impl.h"
 
-#include "platform/dao/failure.h"
-
 namespace dao {
 
 RecordsetImpl::RecordsetImpl(std::shared_ptr<DatabaseImpl> database, RecordsetType type,
                              std::unique_ptr<RowSource> rows)
     : database_(std::move(database)), type_(type), rows_(std::move(rows)) {}
-
-void RecordsetImpl::checkOpen() const {
-    if (closed_) {
-        fail(errObjectClosed);
-    }
-}
-
-RowCursor& RecordsetImpl::leave() {
-    if (isPending()) {
-        editing_->drop();
-    }
-    return cursor_;
-}
 
 RowEditing& RecordsetImpl::editing(int otherwise) const {
     if (editing_ == nullptr) {
@@ -31,14 +16,6 @@ RowEditing& RecordsetImpl::editing(int otherwise) const {
 const sql::ResultColumn& RecordsetImpl::column(int index) const {
     checkOpen();
     return columns().at(index);
-}
-
-const Value& RecordsetImpl::value(int index) {
-    if (closed_ || !columns().has(index)) {
-        column(index);
-    }
-    const auto at = static_cast<std::size_t>(index);
-    return isPending() ? editing_->value(at) : row_.value(at);
 }
 
 void RecordsetImpl::setValue(int index, Value&& value) {

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "platform/dao/database_impl.h"
+#include "platform/dao/failure.h"
 #include "platform/dao/row_cursor.h"
 #include "platform/dao/row_editing.h"
 
@@ -18,16 +19,32 @@ class RecordsetImpl final : public Dependent {
     ~RecordsetImpl() override { Close(); }  // an Edit left behind must not keep the office waiting
 
     RecordsetType Type() const { return type_; }
-    void checkOpen() const;  // 3420
+    void checkOpen() const {  // 3420
+        if (closed_) {
+            fail(errObjectClosed);
+        }
+    }
     void Close() noexcept override;
 
     const Columns& columns() const { return rows_->columns(); }
     const sql::ResultColumn& column(int index) const;  // 3420, 3265
-    const Value& value(int index);
+    const Value& value(int index) {
+        if (closed_ || !columns().has(index)) {
+            column(index);
+        }
+        const auto at = static_cast<std::size_t>(index);
+        return isPending() ? editing_->value(at) : row_.value(at);
+    }
     void setValue(int index, Value&& value);
 
     const RowCursor& cursor() const { return cursor_; }
-    RowCursor& leave();  // for a move: what is pending is dropped
+    // For a move: what is pending is dropped.
+    RowCursor& leave() {
+        if (isPending()) {
+            editing_->drop();
+        }
+        return cursor_;
+    }
     // Fails with that error where nobody can change the rows.
     RowEditing& editing(int otherwise) const;
     EditModeKind EditMode() const { return isPending() ? editing_->EditMode() : EditModeKind::None; }

@@ -1,12 +1,7 @@
 #include "platform/dao/row_block.h"
 
-#include <algorithm>
 #include <bit>
 #include <cmath>
-#include <cstring>
-#include <limits>
-
-#include "platform/dao/failure.h"
 
 namespace dao {
 
@@ -16,46 +11,20 @@ void RowBlock::reset(std::vector<Type> types) {
 }
 
 void RowBlock::clear() {
-    textSize_ = 0;
+    texts_.clear();
     rows_ = 0;
 }
 
-void RowBlock::makeRoom() {
-    constexpr std::size_t kRows = 64;
-    slots_.resize((rows_ + kRows) * types_.size());
-    kinds_.resize(slots_.size());
-}
-
-void RowBlock::makeTextRoom(std::size_t size) {
-    constexpr std::size_t kRoom = 4096;
-    texts_.resize(textSize_ + size + kRoom);
-}
-
 void RowBlock::expect(std::size_t rows) {
-    slots_.reserve((rows_ + rows) * types_.size());
-    kinds_.reserve((rows_ + rows) * types_.size());
-}
-
-void RowBlock::addText(std::string_view v) {
-    if (v.size() > std::numeric_limits<std::uint32_t>::max()) {
-        fail(errOverflow);
-    }
-    put(Kind::Text, textSize_);
-    const auto size = static_cast<std::uint32_t>(v.size());
-    if (textSize_ + sizeof size + v.size() > texts_.size()) {
-        makeTextRoom(sizeof size + v.size());
-    }
-    char* const at = texts_.data() + textSize_;
-    std::memcpy(at, &size, sizeof size);
-    v.copy(at + sizeof size, v.size());
-    textSize_ += sizeof size + v.size();
+    cells_.expect((rows_ + rows) * types_.size());
 }
 
 void RowBlock::putLike(const RowBlock& from, std::size_t cell) {
-    if (from.kinds_[cell] == Kind::Text) {
-        addText(from.textAt(from.slots_[cell]));
+    const std::uint64_t slot = from.cells_.slot(cell);
+    if (from.cells_.kind(cell) == Kind::Text) {
+        addText(from.texts_.at(slot));
     } else {
-        put(from.kinds_[cell], from.slots_[cell]);
+        cells_.put(from.cells_.kind(cell), slot);
     }
 }
 
@@ -76,21 +45,7 @@ void RowBlock::append(const RowBlock& from, std::size_t first, std::size_t rows,
 }
 
 void RowBlock::reorder(std::size_t first, std::span<const std::uint32_t> order) {
-    const auto reordered = [&](auto& cells) {
-        auto before = cells;
-        for (std::size_t row = 0; row < order.size(); ++row) {
-            const auto from = before.begin() + static_cast<std::ptrdiff_t>(at(first + order[row], 0));
-            std::copy_n(from, columns(), cells.begin() + static_cast<std::ptrdiff_t>(at(first + row, 0)));
-        }
-    };
-    reordered(slots_);
-    reordered(kinds_);
-}
-
-std::string_view RowBlock::textAt(std::uint64_t slot) const {
-    std::uint32_t size = 0;
-    std::memcpy(&size, texts_.data() + slot, sizeof size);
-    return {texts_.data() + slot + sizeof size, size};
+    cells_.reorder(columns(), first, order);
 }
 
 void RowBlock::add(const Value& value) {
@@ -114,41 +69,51 @@ bool isLong(std::int64_t number) {
     return number == static_cast<std::int32_t>(number);
 }
 
-void setInteger(Type type, std::int64_t number, Value::Store& out) {
+// What follows stands apart from RowBlock::get, which every value of a list goes through: with the rare cases
+// in it, it would save and restore more registers for each of them than it does anything else.
+
+[[gnu::noinline]] void setOddInteger(Type type, std::int64_t number, Value::Store& out) {
     const auto real = static_cast<double>(number);
+    if (type == Type::Text) {
+        out = std::to_string(number);
+    } else if (type == Type::Long) {
+        out = Value(real).asLong();
+    } else if (isLong(number)) {
+        out = static_cast<std::int32_t>(number);
+    } else {
+        out = real;
+    }
+}
+
+void setInteger(Type type, std::int64_t number, Value::Store& out) {
     switch (type) {
         case Type::YesNo:
             out = number != 0;
-            break;
-        case Type::Long:
-            out = isLong(number) ? static_cast<std::int32_t>(number) : Value(real).asLong();
             break;
         case Type::Single:
             out = static_cast<float>(number);
             break;
         case Type::Double:
-            out = real;
+            out = static_cast<double>(number);
             break;
         case Type::Currency:
             out = Currency::fromScaled(number);
             break;
         case Type::Date:
-            out = Date{real};
+            out = Date{static_cast<double>(number)};
             break;
-        case Type::Text:
-            out = std::to_string(number);
-            break;
-        case Type::Null:
+        case Type::Long:
             if (isLong(number)) {
                 out = static_cast<std::int32_t>(number);
-            } else {
-                out = real;
+                break;
             }
-            break;
+            [[fallthrough]];
+        default:
+            setOddInteger(type, number, out);
     }
 }
 
-void setReal(Type type, double number, Value::Store& out) {
+[[gnu::noinline]] void setOddReal(Type type, double number, Value::Store& out) {
     switch (type) {
         case Type::YesNo:
             out = number != 0;
@@ -156,22 +121,40 @@ void setReal(Type type, double number, Value::Store& out) {
         case Type::Long:
             out = Value(number).asLong();
             break;
-        case Type::Single:
-            out = static_cast<float>(number);
-            break;
         case Type::Currency:
             out = Currency::fromScaled(std::llround(number));
             break;
+        default:
+            out = Value(number).asText();
+    }
+}
+
+void setReal(Type type, double number, Value::Store& out) {
+    switch (type) {
+        case Type::Single:
+            out = static_cast<float>(number);
+            break;
         case Type::Date:
             out = Date{number};
-            break;
-        case Type::Text:
-            out = Value(number).asText();
             break;
         case Type::Double:
         case Type::Null:
             out = number;
             break;
+        default:
+            setOddReal(type, number, out);
+    }
+}
+
+[[gnu::noinline]] void setText(Type type, std::string_view text, Value& out) {
+    if (std::string* old = std::get_if<std::string>(&out.store())) {
+        old->assign(text);
+    } else {
+        out.store() = std::string(text);
+    }
+    // In a column of another type: somebody has written into the file by other means than this engine.
+    if (type != Type::Text && type != Type::Null) {
+        out = out.as(type);
     }
 }
 
@@ -179,9 +162,9 @@ void setReal(Type type, double number, Value::Store& out) {
 
 void RowBlock::get(std::size_t row, std::size_t column, Value& out) const {
     const std::size_t cell = at(row, column);
-    const std::uint64_t slot = slots_[cell];
+    const std::uint64_t slot = cells_.slot(cell);
     Value::Store& store = out.store();
-    switch (kinds_[cell]) {
+    switch (cells_.kind(cell)) {
         case Kind::Null:
         case Kind::Unread:
             store = std::monostate{};
@@ -193,16 +176,7 @@ void RowBlock::get(std::size_t row, std::size_t column, Value& out) const {
             setReal(types_[column], std::bit_cast<double>(slot), store);
             break;
         case Kind::Text:
-            if (std::string* old = std::get_if<std::string>(&store)) {
-                old->assign(textAt(slot));
-            } else {
-                store = std::string(textAt(slot));
-            }
-            // In a column of another type: somebody has written into the file by other means than this
-            // engine.
-            if (types_[column] != Type::Text && types_[column] != Type::Null) {
-                out = out.as(types_[column]);
-            }
+            setText(types_[column], texts_.at(slot), out);
             break;
     }
 }

@@ -3,10 +3,11 @@
 #include <bit>
 #include <cstdint>
 #include <span>
-#include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/dao/packed_cells.h"
+#include "platform/dao/packed_texts.h"
 #include "platform/dao/value.h"
 
 namespace dao {
@@ -27,17 +28,12 @@ class RowBlock {
     void expect(std::size_t rows);
 
     // Cells of one row, from left to right, between startRow() and endRow().
-    void startRow() {
-        next_ = rows_ * types_.size();
-        if (next_ + types_.size() > slots_.size()) {
-            makeRoom();
-        }
-    }
-    void addNull() { put(Kind::Null, 0); }
-    void addUnread() { put(Kind::Unread, 0); }  // left out: nobody had asked for that column
-    void addInteger(std::int64_t v) { put(Kind::Integer, static_cast<std::uint64_t>(v)); }
-    void addReal(double v) { put(Kind::Real, std::bit_cast<std::uint64_t>(v)); }
-    void addText(std::string_view v);
+    void startRow() { cells_.startAt(rows_ * types_.size(), types_.size()); }
+    void addNull() { cells_.put(Kind::Null, 0); }
+    void addUnread() { cells_.put(Kind::Unread, 0); }  // left out: nobody had asked for that column
+    void addInteger(std::int64_t v) { cells_.put(Kind::Integer, static_cast<std::uint64_t>(v)); }
+    void addReal(double v) { cells_.put(Kind::Real, std::bit_cast<std::uint64_t>(v)); }
+    void addText(std::string_view v) { cells_.put(Kind::Text, texts_.add(v)); }
     void add(const Value& value);
     void endRow() { ++rows_; }
 
@@ -51,39 +47,28 @@ class RowBlock {
                 const std::vector<char>* wanted = nullptr);
 
     bool isInteger(std::size_t row, std::size_t column) const {
-        return kinds_[at(row, column)] == Kind::Integer;
+        return cells_.kind(at(row, column)) == Kind::Integer;
     }
     // Of a cell that is one, as the store has it.
     std::int64_t integer(std::size_t row, std::size_t column) const {
-        return static_cast<std::int64_t>(slots_[at(row, column)]);
+        return static_cast<std::int64_t>(cells_.slot(at(row, column)));
     }
-    bool isNull(std::size_t row, std::size_t column) const { return kinds_[at(row, column)] == Kind::Null; }
     bool isUnread(std::size_t row, std::size_t column) const {
-        return kinds_[at(row, column)] == Kind::Unread;
+        return cells_.kind(at(row, column)) == Kind::Unread;
     }
     // Reuses the memory of `out`. Throws Error 6 for a number that the column's type cannot hold.
     void get(std::size_t row, std::size_t column, Value& out) const;
 
  private:
-    enum class Kind : std::uint8_t { Null, Unread, Integer, Real, Text };
+    using Kind = PackedCells::Kind;
+
     std::size_t at(std::size_t row, std::size_t column) const { return row * types_.size() + column; }
-    void put(Kind kind, std::uint64_t slot) {
-        kinds_[next_] = kind;
-        slots_[next_++] = slot;
-    }
-    std::string_view textAt(std::uint64_t slot) const;
     void putLike(const RowBlock& from, std::size_t cell);
-    void makeRoom();
-    void makeTextRoom(std::size_t size);
 
     std::vector<Type> types_;
-    // With some room behind what is filled, so that not every row asks for its own.
-    std::vector<std::uint64_t> slots_;
-    std::vector<Kind> kinds_;
-    std::string texts_;
-    std::size_t textSize_ = 0;
+    PackedCells cells_;
+    PackedTexts texts_;
     std::size_t rows_ = 0;
-    std::size_t next_ = 0;  // the cell that is filled next
 };
 
 // What each of them holds, as RowBlock::reset takes it: columns of a result, of a table, of whatever else.

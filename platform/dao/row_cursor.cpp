@@ -1,7 +1,5 @@
 #include "platform/dao/row_cursor.h"
 
-#include "platform/dao/failure.h"
-
 namespace dao {
 
 void RowCursor::start() {
@@ -26,13 +24,6 @@ void RowCursor::MoveLast() {
     needRows();
     row_.distrust();
     row_.position().place(RecordCount() - 1);
-}
-
-void RowCursor::MoveNext() {
-    if (EOF()) {
-        fail(errNoCurrentRecord);
-    }
-    row_.position().next();
 }
 
 void RowCursor::MovePrevious() {

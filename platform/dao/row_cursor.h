@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "platform/dao/failure.h"
 #include "platform/dao/fetched_row.h"
 
 namespace dao {
@@ -18,7 +19,12 @@ class RowCursor {
     bool EOF() const { return row_.position().isBehind(rows_.count()); }
     void MoveFirst();
     void MoveLast();
-    void MoveNext();
+    void MoveNext() {
+        if (EOF()) {
+            fail(errNoCurrentRecord);
+        }
+        row_.position().next();
+    }
     void MovePrevious();
     void Move(std::int64_t rows);
 

@@ -107,7 +107,7 @@ void RowEditing::updateEdited() {
     edited_.write(writableFile());
     mode_ = EditModeKind::None;
     const std::size_t row = edited_.row();
-    set_.rows.noteWritten(row);
+    set_.written.note(row, set_.view.file());
     if (set_.keys.stride() > 1) {
         followJoin(row);
     }
@@ -136,7 +136,7 @@ void RowEditing::updateAdded() {
     }
     set_.keys.append(keys);
     row_.position().rowAppended(set_.keys.size());  // the current row stays what it was
-    set_.rows.noteWritten(set_.keys.size() - 1);
+    set_.written.note(set_.keys.size() - 1, set_.view.file());
     lastModified_ = std::move(keys);
 }
 

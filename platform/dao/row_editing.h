@@ -5,6 +5,7 @@
 #include "platform/dao/added_row.h"
 #include "platform/dao/edited_row.h"
 #include "platform/dao/fetched_row.h"
+#include "platform/dao/just_written.h"
 #include "platform/dao/recordset_kinds.h"
 
 namespace dao {
@@ -14,6 +15,7 @@ struct KeysetParts {
     const KeysetView& view;
     KeyList& keys;
     KeyedBlock& rows;
+    JustWritten& written;
 };
 
 // The changes to the rows of a keyset, under the names that everybody knows them by; see Recordset for what

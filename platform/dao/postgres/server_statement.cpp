@@ -99,7 +99,7 @@ std::vector<Cells> cellsOf(const Result& answer, std::size_t columns, int skip,
     std::vector<Cells> cells;
     for (std::size_t column = 0; column < columns; ++column) {
         const int place = places == nullptr ? static_cast<int>(column) : (*places)[column];
-        if (place < 0) {
+        if (place == driver::kNowhere) {
             cells.push_back({-1, nullptr});
         } else {
             cells.push_back({place + skip, adderOf(answer.type(place + skip))});

@@ -67,25 +67,23 @@ class RowAdder {
         : block_(block), keys_(keys) {
         for (int column = 0; column < static_cast<int>(block.columns()); ++column) {
             const int place = places == nullptr ? column : (*places)[static_cast<std::size_t>(column)];
-            cells_.push_back(place < 0 ? -1 : place + skip);
+            cells_.push_back(place == kNowhere ? -1 : place + skip);
         }
         needed_ = 1 + (cells_.empty() ? skip - 1 : std::ranges::max(cells_));
     }
 
     int needed() const { return needed_; }  // columns of the statement
 
-    // `value` gives the row's columns.
-    template <typename ValueOf>
-    void operator()(const ValueOf& value) const {
+    void operator()(sqlite3_value* const* row) const {
         if (keys_ != nullptr) {
-            keys_->push_back(sqlite3_value_int64(value(0)));
+            keys_->push_back(sqlite3_value_int64(row[0]));
         }
         block_.startRow();
         for (const int cell : cells_) {
             if (cell < 0) {
                 block_.addUnread();
             } else {
-                addCell(block_, value(cell));
+                addCell(block_, row[cell]);
             }
         }
         block_.endRow();
@@ -217,7 +215,7 @@ KeyOrder SqliteStatement::gatherRows(const KeySpan& span, RowBlock& block) {
     check();
     const ResetLater later(statement_);
     const RowAdder add(block, SortedColumns::kBefore, nullptr, &sorted_.shown);
-    return gatherSorted(span, [&](sqlite3_value** row) { add([row](int column) { return row[column]; }); });
+    return gatherSorted(span, [&](sqlite3_value** row) { add(row); });
 }
 
 // What the other one does not come to the end with is read here, and fails here where it has to.
@@ -250,11 +248,15 @@ template <typename Take>
 void SqliteStatement::eachRow(const Take& take) {
     bool more = true;
     if (gathers_) {
-        gather([&](sqlite3_value** row) { more = more && take([row](int column) { return row[column]; }); });
+        gather([&](sqlite3_value** row) { more = more && take(row); });
         return;
     }
+    std::vector<sqlite3_value*> row(static_cast<std::size_t>(sqlite3_column_count(statement_)));
     while (more && step()) {
-        more = take([this](int column) { return sqlite3_column_value(statement_, column); });
+        for (std::size_t column = 0; column < row.size(); ++column) {
+            row[column] = sqlite3_column_value(statement_, static_cast<int>(column));
+        }
+        more = take(row.data());
     }
 }
 
@@ -264,9 +266,9 @@ void SqliteStatement::readKeys(std::vector<std::int64_t>& out, int columns) {
     if (isSorted()) {
         return readSortedKeys(out, columns);
     }
-    eachRow([&](const auto& value) {
+    eachRow([&](sqlite3_value* const* row) {
         for (int column = 0; column < columns; ++column) {
-            out.push_back(keyOf(value(column)));
+            out.push_back(keyOf(row[column]));
         }
         return true;
     });
@@ -282,11 +284,11 @@ std::size_t SqliteStatement::readRows(RowBlock& block, int skip, std::vector<std
     } else if (limit > 0) {
         const RowAdder add(block, skip, keys, places);
         const bool fits = gathers_ || sqlite3_column_count(statement_) >= add.needed();
-        eachRow([&](const auto& value) {
+        eachRow([&](sqlite3_value* const* row) {
             if (!fits) {
                 fail(errInvalidOperation);
             }
-            add(value);
+            add(row);
             return block.rows() - before < limit;
         });
     }
@@ -306,8 +308,8 @@ void SqliteStatement::readBlocks(RowBlock& block, const std::function<void()>& t
         readSortedRows(block);
     } else {
         const RowAdder add(block, 0, nullptr, nullptr);
-        eachRow([&](const auto& value) {
-            add(value);
+        eachRow([&](sqlite3_value* const* row) {
+            add(row);
             handOver(kRowsAtOnce);
             return true;
         });

@@ -523,6 +523,32 @@ TEST_F(RecordsetTest, ALongWalkThroughAQueryReadsTheFieldsByTheQuerysNames) {
     EXPECT_TRUE(set.EOF());
 }
 
+TEST_F(RecordsetTest, BeforeTheFirstRowThereIsNoneAlsoWhenARowWasReadEarlier) {
+    fill(2);
+    for (const RecordsetType type : {dbOpenDynaset, dbOpenSnapshot}) {
+        Recordset set = db.OpenRecordset("SELECT * FROM Customers", type);
+        EXPECT_EQ(set["CustID"].asLong(), 1);
+        set.Requery();
+        set.MovePrevious();
+        EXPECT_EQ(errorOf([&] { set["CustID"]; }), errNoCurrentRecord);
+    }
+}
+
+TEST_F(RecordsetTest, ARowDeletedMeanwhileIsNotTakenForOneThatTheSetLeavesOut) {
+    fill(100);
+    Recordset set = db.OpenRecordset("SELECT * FROM Services WHERE ID<>50");
+    db.Execute("DELETE FROM Services WHERE ID=60");
+    for (int number = 1; !set.EOF(); set.MoveNext(), ++number) {
+        number += number == 50 ? 1 : 0;
+        if (number == 60) {
+            EXPECT_EQ(errorOf([&] { set["ID"]; }), errRecordDeleted);
+        } else {
+            EXPECT_EQ(set["ID"].asLong(), number);
+            EXPECT_EQ(set["Price"].asLong(), number);
+        }
+    }
+}
+
 TEST_F(RecordsetTest, RequeryRunsTheStatementAgain) {
     fill(2);
     Recordset set = db.OpenRecordset("Customers");
