@@ -7,6 +7,7 @@
 #include "platform/dao/keyset.h"
 #include "platform/dao/names.h"
 #include "platform/dao/read_scope.h"
+#include "platform/dao/recordset_impl.h"
 #include "platform/dao/snapshot.h"
 
 namespace dao {
@@ -49,12 +50,14 @@ std::shared_ptr<RecordsetImpl> openRecords(const std::shared_ptr<DatabaseImpl>& 
     }
     std::string statement = isName ? "SELECT * FROM [" + std::string(name) + ']' : std::string(source);
 
-    std::shared_ptr<RecordsetImpl> set;
+    std::unique_ptr<RowSource> rows;
     if (type == dbOpenSnapshot || from.compile(statement)->select.sources.empty()) {
-        set = std::make_shared<Snapshot>(database, type, std::move(statement));
+        rows = std::make_unique<Snapshot>(database, std::move(statement));
     } else {
-        set = std::make_shared<Keyset>(database, type, std::move(statement));
+        rows = std::make_unique<Keyset>(database, std::move(statement));
     }
+    rows->open();
+    auto set = std::make_shared<RecordsetImpl>(database, type, std::move(rows));
     database->keep(set);
     return set;
 }

@@ -6,7 +6,7 @@
 #include "platform/dao/memory_store.h"
 #include "platform/dao/names.h"
 #include "platform/dao/read_scope.h"
-#include "platform/dao/recordset.h"
+#include "platform/dao/row_editing.h"
 #include "platform/dao/table_definition.h"
 #include "platform/dao/translated.h"
 #include "platform/sql/parser.h"
@@ -54,24 +54,20 @@ struct Snapshot::Searchable {
     std::unique_ptr<driver::Store> store = driver::openMemoryStore();
 };
 
-Snapshot::Snapshot(std::shared_ptr<DatabaseImpl> database, RecordsetType type, std::string statement)
-    : RecordsetImpl(std::move(database), type), statement_(std::move(statement)) {
-    open();
-    start();
-}
+Snapshot::Snapshot(std::shared_ptr<DatabaseImpl> database, std::string statement)
+    : database_(std::move(database)), statement_(std::move(statement)) {}
 
 Snapshot::~Snapshot() = default;
 
-Snapshot::Snapshot(std::shared_ptr<DatabaseImpl> database, std::string statement)
-    : RecordsetImpl(std::move(database), dbOpenSnapshot), statement_(std::move(statement)) {}
-
-Snapshot::Snapshot(const Snapshot& of) : RecordsetImpl(of.database_, of.type_), statement_(of.statement_) {
-    setColumns(of.columns_);
-    row_.block() = of.row_.block();
+std::unique_ptr<RowSource> Snapshot::copy() const {
+    auto made = std::make_unique<Snapshot>(database_, statement_);
+    made->setColumns(columns_.all());
+    made->row_.block() = row_.block();
+    return made;
 }
 
-std::shared_ptr<RecordsetImpl> Snapshot::copy() const {
-    return std::shared_ptr<Snapshot>(new Snapshot(*this));
+std::unique_ptr<RowEditing> Snapshot::editing(FetchedRow&) {
+    return nullptr;
 }
 
 void Snapshot::open() {
@@ -96,25 +92,18 @@ std::shared_ptr<driver::Statement> Snapshot::prepared(const Compiled& compiled) 
     return statement;
 }
 
-void Snapshot::walk(const std::shared_ptr<DatabaseImpl>& database, std::string statement,
-                    const BeginWalk& begin) {
-    const std::shared_ptr<Snapshot> rows(new Snapshot(database, std::move(statement)));
-    const ReadScope scope(database->file().store());
-    const CompiledPtr compiled = rows->compileFor(rows->row_.block());
-    rows->setColumns(compiled->select.columns);
-    const Recordset given(rows);
-    const AtRow atRow = begin(given);
-    rows->prepared(*compiled)->readBlocks(rows->row_.block(), [&] {
-        for (rows->start(); !rows->EOF(); rows->MoveNext()) {
-            atRow();
-        }
-    });
-    rows->Close();
+void Snapshot::readBlocks(const std::function<void()>& begin, const std::function<void()>& atBlock) {
+    const ReadScope scope(database_->file().store());
+    const CompiledPtr compiled = compileFor(row_.block());
+    setColumns(compiled->select.columns);
+    begin();
+    prepared(*compiled)->readBlocks(row_.block(), atBlock);
 }
 
 void Snapshot::release() noexcept {
     row_.block().clear();
     searchable_.reset();
+    database_.reset();
 }
 
 std::optional<std::size_t> Snapshot::rowOf(const dao::Bookmark& place) const {
@@ -140,8 +129,9 @@ std::optional<std::size_t> Snapshot::findRow(std::string_view criterion) {
     const sql::ExpressionPtr tree = translated([&] { return sql::parseCriterion(criterion); });
     sql::KeyCriterion wanted;
     if (sql::isKeyCriterion(*tree, wanted)) {
-        for (std::size_t i = 0; i < columns_.size(); ++i) {
-            if (sameName(columns_[i].name, wanted.field) && columns_[i].type == Type::Long) {
+        const std::vector<sql::ResultColumn>& columns = columns_.all();
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            if (sameName(columns[i].name, wanted.field) && columns[i].type == Type::Long) {
                 return findNumber(i, wanted.number);
             }
         }
@@ -166,17 +156,17 @@ std::optional<std::size_t> Snapshot::findRow(std::string_view criterion) {
 // The file may have changed since; a search in a snapshot must not see that. So its rows become a table in
 // memory, and the search is the same statement there.
 void Snapshot::makeSearchable() {
-    auto made = std::make_unique<Searchable>(Searchable{.catalog = OneTable(tableFor(columns_))});
+    auto made = std::make_unique<Searchable>(Searchable{.catalog = OneTable(tableFor(columns_.all()))});
     const TableDef definition = definitionOf(made->catalog.table());
     made->store->transaction().beginWrite();
     made->store->definitions().createTable(definition);
-    std::vector<Value> values(columns_.size());
+    std::vector<Value> values(columns_.all().size());
     std::vector<driver::FieldValue> fields;
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
+    for (std::size_t i = 0; i < values.size(); ++i) {
         fields.push_back({made->catalog.table().columns[i].name, &values[i]});
     }
     for (std::size_t row = 0; row < row_.block().rows(); ++row) {
-        for (std::size_t i = 0; i < columns_.size(); ++i) {
+        for (std::size_t i = 0; i < values.size(); ++i) {
             row_.block().get(row, i, values[i]);
         }
         made->store->rows().insertRow(std::string(kTable), fields);

@@ -33,11 +33,11 @@ std::string AssignmentWriter::number(const Expression& e, const Sql& number, con
         throw SyntaxError("The number is out of range for the field '" + column.name + "'.", e.position);
     }
     if (column.type == Type::Single && isLiteral) {
-        return dialect_.real(static_cast<double>(single));
+        return dialect_.values.real(static_cast<double>(single));
     }
     const bool same = number.type == column.type && !(column.type == Type::Long && number.real);
     if (column.type == Type::YesNo || (!same && column.type != Type::Date)) {
-        return dialect_.stored(number, column.type, e.position);
+        return dialect_.values.stored(number, column.type, e.position);
     }
     return number.text;
 }
@@ -53,7 +53,7 @@ std::string AssignmentWriter::currency(const Expression& e, const Sql& sql) cons
         }
         return std::to_string(std::llround(e.number * kCurrencyScale));
     }
-    return dialect_.stored(sql, Type::Currency, e.position);
+    return dialect_.values.stored(sql, Type::Currency, e.position);
 }
 
 std::string AssignmentWriter::text(const Expression& e, const Sql& sql) const {
@@ -64,9 +64,9 @@ std::string AssignmentWriter::text(const Expression& e, const Sql& sql) const {
         failMismatch(e);
     }
     if (e.kind == Expression::Kind::Integer) {
-        return dialect_.text(std::to_string(e.integer));
+        return dialect_.values.text(std::to_string(e.integer));
     }
-    return dialect_.stored(inUnits(dialect_, sql), Type::Text, e.position);
+    return dialect_.values.stored(inUnits(dialect_, sql), Type::Text, e.position);
 }
 
 }  // namespace sql::writing

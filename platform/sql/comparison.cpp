@@ -91,7 +91,7 @@ void Comparison::writeList() {
 }
 
 std::string Comparison::operand(std::size_t place, bool collating, int least) {
-    return dialect_.compared(operands_[place], collating, least, result_.nesting, e_.position);
+    return dialect_.values.compared(operands_[place], collating, least, result_.nesting, e_.position);
 }
 
 }  // namespace sql::writing

@@ -61,17 +61,17 @@ std::string whereOf(const Statement& statement, const Leaf& leaf, const Scope& s
         conditions.push_back(leaf.condition);
     }
     if (leaf.idSet >= 0) {
-        conditions.push_back(context.dialect.inSet(leaf.idField, leaf.idField.text, leaf.idSet));
+        conditions.push_back(context.dialect.lookups.inSet(leaf.idField, leaf.idField.text, leaf.idSet));
     }
     ExpressionWriter writer(scope, context);
     for (const Expression* condition : writing::conjuncts(statement.where)) {
         int nesting = 0;
-        conditions.push_back(context.dialect.wrapped(writer.condition(*condition), writing::kNot, nesting,
-                                                     condition->position));
+        conditions.push_back(context.dialect.values.wrapped(writer.condition(*condition), writing::kNot,
+                                                            nesting, condition->position));
     }
     return conditions.empty()
                ? ""
-               : " WHERE " + writing::chain(conditions, " AND ", context.dialect.facts().chainLength);
+               : " WHERE " + writing::chain(conditions, " AND ", context.dialect.facts.chainLength);
 }
 
 std::string insertText(const Statement& statement, Context& context) {
@@ -88,7 +88,8 @@ std::string insertText(const Statement& statement, Context& context) {
         fields += (fields.empty() ? "" : ", ") + writing::quotedName(column.name);
         values += (values.empty() ? "" : ", ") + writer.write(*a.value, column);
     }
-    return "INSERT INTO " + context.dialect.table(*table) + " (" + fields + ") VALUES (" + values + ")";
+    return "INSERT INTO " + context.dialect.selects.table(*table) + " (" + fields + ") VALUES (" + values +
+           ")";
 }
 
 std::string updateText(const Statement& statement, Context& context) {
@@ -114,13 +115,13 @@ std::string updateText(const Statement& statement, Context& context) {
         values += (values.empty() ? "" : ", ") + writing::quotedName(column.name) + " = " +
                   writer.write(*a.value, column);
     }
-    return "UPDATE " + context.dialect.table(*leaf.table) + " SET " + values +
+    return "UPDATE " + context.dialect.selects.table(*leaf.table) + " SET " + values +
            whereOf(statement, leaf, scope, context);
 }
 
 std::string deleteText(const Statement& statement, Context& context) {
     const std::vector<Leaf> leaves = {target(statement, context)};
-    return "DELETE FROM " + context.dialect.table(*leaves.front().table) +
+    return "DELETE FROM " + context.dialect.selects.table(*leaves.front().table) +
            whereOf(statement, leaves.front(), Scope(leaves), context);
 }
 

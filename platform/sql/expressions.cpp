@@ -21,7 +21,7 @@ Sql ExpressionWriter::write(const Expression& e) {
 Sql ExpressionWriter::written(const Expression& e) {
     switch (e.kind) {
         case Kind::Name:
-            return names_->resolve(e).sql;
+            return field(e);
         case Kind::Negate:
             return negation(e);
         case Kind::Arithmetic:
@@ -48,14 +48,21 @@ Sql ExpressionWriter::written(const Expression& e) {
     }
 }
 
+// What a selection within has reckoned goes by a name of its own out here.
+Sql ExpressionWriter::field(const Expression& e) {
+    Sql result = names_->resolve(e).sql;
+    result.calculation = {};
+    return result;
+}
+
 Sql ExpressionWriter::negation(const Expression& e) {
     Sql operand = inUnits(dialect_, write(*e.children[0]));
     if (operand.type == Type::Text || operand.type == Type::Date) {
         failMismatch(e);
     }
-    operand = dialect_.number(std::move(operand));
+    operand = dialect_.values.number(std::move(operand));
     Sql result;
-    result.text = "-" + dialect_.wrapped(operand, kAtom, result.nesting, e.position);
+    result.text = "-" + dialect_.values.wrapped(operand, kAtom, result.nesting, e.position);
     result.type = Type::Double;
     result.precedence = kUnary;
     result.real = operand.real;
@@ -65,21 +72,21 @@ Sql ExpressionWriter::negation(const Expression& e) {
 Sql ExpressionWriter::inversion(const Expression& e) {
     const Sql operand = condition(*e.children[0]);
     Sql result = truth(kNot);
-    result.text = "NOT " + dialect_.wrapped(operand, kEquality, result.nesting, e.position);
+    result.text = "NOT " + dialect_.values.wrapped(operand, kEquality, result.nesting, e.position);
     return result;
 }
 
 Sql ExpressionWriter::nullTest(const Expression& e) {
     const Sql operand = write(*e.children[0]);
     Sql result = truth(kEquality);
-    result.text = dialect_.wrapped(operand, kSum, result.nesting, e.position) +
+    result.text = dialect_.values.wrapped(operand, kSum, result.nesting, e.position) +
                   (e.negated ? " IS NOT NULL" : " IS NULL");
     result.notNull = true;
     return result;
 }
 
 Sql ExpressionWriter::value(const Expression& e) {
-    return dialect_.value(write(e));
+    return dialect_.values.value(write(e));
 }
 
 Sql ExpressionWriter::condition(const Expression& e) {
@@ -88,9 +95,9 @@ Sql ExpressionWriter::condition(const Expression& e) {
         failMismatch(e);
     }
     if (result.type == Type::YesNo || result.type == Type::Null) {
-        return dialect_.condition(std::move(result));
+        return dialect_.values.condition(std::move(result));
     }
-    result.text = dialect_.wrapped(result, kSum, result.nesting, e.position) + " <> 0";
+    result.text = dialect_.values.wrapped(result, kSum, result.nesting, e.position) + " <> 0";
     result.precedence = kEquality;
     result.type = Type::YesNo;
     result.truth = true;
@@ -102,8 +109,8 @@ Sql ExpressionWriter::arithmetic(const Expression& e) {
     Sql right = inUnits(dialect_, write(*e.children[1]));
     Sql result;
     if (e.op == Op::Add && left.type == Type::Text && right.type == Type::Text) {
-        result.text = dialect_.wrapped(left, kConcat, result.nesting, e.position) + " || " +
-                      dialect_.wrapped(right, kCollate, result.nesting, e.position);
+        result.text = dialect_.values.wrapped(left, kConcat, result.nesting, e.position) + " || " +
+                      dialect_.values.wrapped(right, kCollate, result.nesting, e.position);
         result.type = Type::Text;
         result.precedence = kConcat;
         return result;
@@ -112,18 +119,21 @@ Sql ExpressionWriter::arithmetic(const Expression& e) {
         failMismatch(e);
     }
     if (e.op == Op::Divide || e.op == Op::IntDivide || e.op == Op::Mod) {
-        result = dialect_.quotient(e, left, right);
+        result = dialect_.values.quotient(e, left, right);
         result.type = e.op == Op::Divide ? Type::Double : Type::Long;
+        result.calculation = calculation(dialect_, e.op, result, left, right);
         return result;
     }
-    left = dialect_.number(std::move(left));
-    right = dialect_.number(std::move(right));
+    left = dialect_.values.number(std::move(left));
+    right = dialect_.values.number(std::move(right));
     const Precedence level = e.op == Op::Multiply ? kProduct : kSum;
-    result.text = dialect_.wrapped(left, level, result.nesting, e.position) + std::string(signOf(e.op)) +
-                  dialect_.wrapped(right, level + 1, result.nesting, e.position);
+    result.text = dialect_.values.wrapped(left, level, result.nesting, e.position) +
+                  std::string(signOf(e.op)) +
+                  dialect_.values.wrapped(right, level + 1, result.nesting, e.position);
     result.precedence = level;
     result.real = left.real || right.real;
     result.notNull = left.notNull && right.notNull;
+    result.calculation = calculation(dialect_, e.op, result, left, right);
     // A date and a number of days make a date; the days between two dates are a number.
     const bool oneDate = (left.type == Type::Date) != (right.type == Type::Date);
     const bool date = oneDate && (e.op == Op::Add || (e.op == Op::Subtract && left.type == Type::Date));
@@ -140,7 +150,7 @@ Sql ExpressionWriter::concat(const Expression& e) {
                 "A date cannot be joined to a text: its form differs from one workstation to the other.",
                 child.position);
         }
-        return dialect_.wrapped(dialect_.joinedText(sql), least, result.nesting, e.position);
+        return dialect_.values.wrapped(dialect_.values.joinedText(sql), least, result.nesting, e.position);
     };
     const std::string left = operand(*e.children[0], kConcat);
     result.text = left + " || " + operand(*e.children[1], kCollate);
@@ -153,7 +163,7 @@ Sql ExpressionWriter::concat(const Expression& e) {
 Sql ExpressionWriter::comparison(const Expression& e) {
     std::vector<Sql> operands;
     for (const ExpressionPtr& child : e.children) {
-        operands.push_back(value(*child));
+        operands.push_back(calculated(dialect_, value(*child)));
     }
     return Comparison(dialect_, e, std::move(operands)).write();
 }
@@ -164,7 +174,7 @@ Sql ExpressionWriter::inSet(const Expression& e) {
         failMismatch(e);
     }
     Sql result = truth(kEquality);
-    result.text = dialect_.compared(field, false, kSum, result.nesting, e.position);
+    result.text = dialect_.values.compared(field, false, kSum, result.nesting, e.position);
     if (e.ids->size() == 1) {
         result.text += " = " + std::to_string(e.ids->front());
     } else if (e.ids->size() <= kInlineIds) {
@@ -174,8 +184,8 @@ Sql ExpressionWriter::inSet(const Expression& e) {
         }
         result.text += ")";
     } else {
-        const int set = dialect_.addSet(context_.numbers, e.ids);
-        result.text = dialect_.inSet(field, result.text, set);
+        const int set = dialect_.lookups.addSet(context_.numbers, e.ids);
+        result.text = dialect_.lookups.inSet(field, result.text, set);
     }
     return result;
 }
@@ -187,9 +197,9 @@ Sql ExpressionWriter::terms(const Expression& e) {
     texts.reserve(e.children.size());
     for (const ExpressionPtr& child : e.children) {
         texts.push_back(
-            dialect_.wrapped(condition(*child), isOr ? kAnd : kNot, result.nesting, child->position));
+            dialect_.values.wrapped(condition(*child), isOr ? kAnd : kNot, result.nesting, child->position));
     }
-    const std::size_t most = dialect_.facts().chainLength;
+    const std::size_t most = dialect_.facts.chainLength;
     result.nesting += texts.size() > most ? 4 : 0;
     result.text = chain(texts, isOr ? " OR " : " AND ", most);
     return result;
@@ -207,7 +217,7 @@ bool ExpressionWriter::hasAggregate(const Expression& e) {
 Sql ExpressionWriter::call(const Expression& e) {
     if (e.text == "Now") {
         Sql result;
-        result.text = dialect_.now(context_.numbers);
+        result.text = dialect_.values.now(context_.numbers);
         result.type = Type::Date;
         result.real = true;
         result.notNull = true;
@@ -227,7 +237,7 @@ Sql ExpressionWriter::dateDiff(const Expression& e) {
                           interval.position);
     }
     Sql result;
-    result.text = std::string(dialect_.facts().dateDiff) + "(";
+    result.text = std::string(dialect_.facts.dateDiff) + "(";
     for (std::size_t i = 0; i < e.children.size(); ++i) {
         const Sql argument = inUnits(dialect_, write(*e.children[i]));
         if (argument.type != Type::Null && (argument.type == Type::Text) != (i == 0)) {
@@ -269,7 +279,7 @@ Sql ExpressionWriter::aggregate(const Expression& e) {
         failMismatch(e);
     }
     result.nesting = argument.nesting + 1;
-    result.text = dialect_.aggregate(e, argument, result.nesting);
+    result.text = dialect_.selects.aggregate(e, argument, result.nesting);
     result.real = argument.real && e.text != "Count";
     if (e.text == "Sum") {
         result.type = argument.type == Type::Currency ? Type::Currency : Type::Double;

@@ -25,6 +25,7 @@ class ExpressionWriter {
 
  private:
     Sql written(const Expression& e);
+    Sql field(const Expression& e);
     Sql negation(const Expression& e);
     Sql inversion(const Expression& e);
     Sql nullTest(const Expression& e);

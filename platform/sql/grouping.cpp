@@ -13,7 +13,7 @@ std::vector<Leaf> Grouping::ofGroups(std::vector<Leaf> leaves) const {
             const bool own = std::any_of(
                 statement_.groupBy.begin(), statement_.groupBy.end(),
                 [&](const ExpressionPtr& group) { return isNameOf(*group, leaf.name, field.name); });
-            field.sql = context_.dialect.ofGroup(std::move(field.sql), own);
+            field.sql = context_.dialect.selects.ofGroup(std::move(field.sql), own);
         }
     }
     return leaves;
@@ -47,7 +47,7 @@ std::string Grouping::write(const std::vector<Leaf>& rows, const std::vector<Lea
     ExpressionWriter writer(scope, context_);
     std::string text;
     for (const ExpressionPtr& group : statement_.groupBy) {
-        text += (text.empty() ? " GROUP BY " : ", ") + context_.dialect.sortKey(writer.write(*group));
+        text += (text.empty() ? " GROUP BY " : ", ") + context_.dialect.selects.sortKey(writer.write(*group));
     }
     return statement_.having == nullptr ? text : text + having(scope, groups);
 }
@@ -55,7 +55,7 @@ std::string Grouping::write(const std::vector<Leaf>& rows, const std::vector<Lea
 std::string Grouping::having(const Scope& rows, const std::vector<Leaf>& groups) const {
     std::string text;
     if (statement_.groupBy.empty()) {
-        text = " GROUP BY " + std::string(context_.dialect.facts().oneGroup);
+        text = " GROUP BY " + std::string(context_.dialect.facts.oneGroup);
     }
     check(*statement_.having, rows);
     const Scope scope(groups);

@@ -134,12 +134,13 @@ class FromWriter {
         ExpressionWriter writer(scope, context_);
         for (const Expression* condition : node.on) {
             int nesting = 0;
-            on.push_back(dialect_.wrapped(writer.condition(*condition), kNot, nesting, condition->position));
+            on.push_back(
+                dialect_.values.wrapped(writer.condition(*condition), kNot, nesting, condition->position));
         }
         if (on.empty()) {
-            return dialect_.facts().joinNeedsCondition ? result + " ON TRUE" : result;
+            return dialect_.facts.joinNeedsCondition ? result + " ON TRUE" : result;
         }
-        return result + " ON " + chain(on, " AND ", dialect_.facts().chainLength);
+        return result + " ON " + chain(on, " AND ", dialect_.facts.chainLength);
     }
 
  private:
@@ -151,8 +152,8 @@ class FromWriter {
         }
         if (leaf.idSet >= 0) {
             const std::string& text = leaf.idField.text;
-            conditions.push_back(leaf.pinned ? dialect_.isInSet(leaf.idField, text, leaf.idSet)
-                                             : dialect_.inSet(leaf.idField, text, leaf.idSet));
+            conditions.push_back(leaf.pinned ? dialect_.lookups.isInSet(leaf.idField, text, leaf.idSet)
+                                             : dialect_.lookups.inSet(leaf.idField, text, leaf.idSet));
         }
     }
 
@@ -171,7 +172,7 @@ class FromWriter {
         if (!only.condition.empty()) {
             conditions.push_back(only.condition);
         }
-        return dialect_.setSource(only.idSet) + " CROSS JOIN " + only.text;
+        return dialect_.lookups.setSource(only.idSet) + " CROSS JOIN " + only.text;
     }
 
     // A join that has to be made before the one around it.
@@ -194,13 +195,13 @@ class FromWriter {
                 key = moveOut({.text = key, .type = Type::Long});
             }
             for (ScopeField& field : leaves_[l].fields) {
-                field.sql = dialect_.value(std::move(field.sql));
+                field.sql = dialect_.values.value(std::move(field.sql));
                 field.sql.text = moveOut(field.sql);
                 field.sql.precedence = kAtom;
                 field.sql.nesting = 0;
             }
         }
-        return "(" + dialect_.select(parts) + ") AS " + alias;
+        return "(" + dialect_.selects.select(parts) + ") AS " + alias;
     }
 
     std::vector<Leaf>& leaves_;

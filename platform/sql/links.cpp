@@ -124,10 +124,10 @@ FromText Links::write(Context& context) const {
                                      .sql.text;
         Leaf& leaf = result.leaves[at];
         // A row that passes a number on to where there is a row is there itself.
-        leaf.keys.front() = passed_[at] < 0 ? context.dialect.link(*leaf.table, "", from) : from;
+        leaf.keys.front() = passed_[at] < 0 ? context.dialect.lookups.link(*leaf.table, "", from) : from;
         for (ScopeField& field : leaf.fields) {
-            field.sql.text =
-                field.counter ? leaf.keys.front() : context.dialect.link(*leaf.table, field.field, from);
+            field.sql.text = field.counter ? leaf.keys.front()
+                                           : context.dialect.lookups.link(*leaf.table, field.field, from);
         }
     }
     return result;

@@ -6,7 +6,7 @@ namespace sql::writing {
 
 // A FROM whose joins do nothing but follow numbers: from the services that a filter has found to the numbers
 // of their computers, and on to those of the clients. The store then follows them in memory (see
-// Dialect::link) instead of looking for a computer and a client in the file for each service.
+// LookupSpelling::link) instead of looking for a computer and a client in the file for each service.
 class Links {
  public:
     // `unique` is the source whose row stands in one row of the result at most.

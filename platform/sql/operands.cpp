@@ -12,12 +12,20 @@ using Op = Expression::Op;
 
 Sql realLiteral(const Dialect& dialect, double number, Type type) {
     Sql result;
-    result.text = dialect.real(number);
+    result.text = dialect.values.real(number);
     result.type = type;
     result.precedence = std::signbit(number) ? kUnary : kAtom;
     result.real = true;
     result.notNull = true;
     return result;
+}
+
+Calculation partOf(const Sql& operand) {
+    return operand.calculation.isEmpty() ? Calculation::ofOperand(operand.text) : operand.calculation;
+}
+
+char arithmeticSign(Op op) {
+    return op == Op::Divide ? '/' : signOf(op)[1];
 }
 
 }  // namespace
@@ -31,6 +39,7 @@ void failMismatch(const Expression& e) {
 
 Sql integerLiteral(std::int64_t number) {
     Sql result;
+    result.calculation = Calculation::ofNumber(number);
     result.text = std::to_string(number);
     const bool fits = number >= std::numeric_limits<std::int32_t>::min() &&
                       number <= std::numeric_limits<std::int32_t>::max();
@@ -89,7 +98,7 @@ Sql literal(const Dialect& dialect, const Expression& e) {
             result.type = Type::YesNo;
             return result;
         case Kind::Text:
-            result.text = dialect.text(e.text);
+            result.text = dialect.values.text(e.text);
             result.type = Type::Text;
             result.notNull = true;
             return result;
@@ -100,14 +109,34 @@ Sql literal(const Dialect& dialect, const Expression& e) {
 }
 
 Sql inUnits(const Dialect& dialect, Sql sql) {
-    sql = dialect.value(std::move(sql));
+    sql = dialect.values.value(std::move(sql));
     if (sql.type == Type::Currency) {
+        sql.calculation = Calculation::of('/', Calculation::ofOperand(sql.text),
+                                          Calculation::ofNumber(static_cast<std::int64_t>(kCurrencyScale)));
         sql.text = (sql.precedence < kProduct ? "(" + sql.text + ")" : sql.text) + " / " +
-                   dialect.real(kCurrencyScale);
+                   dialect.values.real(kCurrencyScale);
         sql.precedence = kProduct;
         sql.type = Type::Double;
         sql.real = true;
     }
+    return sql;
+}
+
+Calculation calculation(const Dialect& dialect, Op op, const Sql& result, const Sql& left, const Sql& right) {
+    if (dialect.facts.calculate.empty() || !result.real) {
+        return {};
+    }
+    return Calculation::of(arithmeticSign(op), partOf(left), partOf(right));
+}
+
+// Its operands lie no deeper than they did.
+Sql calculated(const Dialect& dialect, Sql sql) {
+    if (!sql.calculation.isLong() || !dialect.values.takes(sql.nesting + 1)) {
+        return sql;
+    }
+    sql.text = sql.calculation.call(dialect.facts.calculate);
+    sql.precedence = kAtom;
+    ++sql.nesting;
     return sql;
 }
 

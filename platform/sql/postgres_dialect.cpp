@@ -8,8 +8,9 @@ namespace sql::writing {
 
 namespace {
 
+constexpr int kMaxNesting = 500;
+
 constexpr Facts kFacts = {
-    .maxNesting = 500,
     .chainLength = 50,
     .maxColumns = 1600,
     .joinNeedsCondition = true,
@@ -41,59 +42,15 @@ bool isBareConstant(const std::string& text) {
                                           [](unsigned char c) { return std::isdigit(c) != 0; }));
 }
 
+std::string key(const Sql& text) {
+    return "dao.key(" + text.text + ") COLLATE \"C\"";
+}
+
 // The server has condition, whole and floating numbers of several widths apart, and mixes none of them by
 // itself as the engine does: numbers are reckoned with as float8, and Yes/No is a smallint.
-class PostgresDialect : public Dialect {
+class PostgresValues final : public ValueSpelling {
  public:
-    PostgresDialect() : Dialect(kFacts) {}
-
-    std::string table(const TableInfo& table) const override {
-        checkLength(table.name);
-        for (const ColumnInfo& column : table.columns) {
-            checkLength(column.name);
-        }
-        return "shop." + quotedName(table.name);
-    }
-
-    std::string rowKey(const TableInfo& table, const std::string& alias) const override {
-        const ColumnInfo* counter = table.counter();
-        return alias + "." + (counter == nullptr ? "dao_row" : quotedName(counter->name));
-    }
-
-    std::string keyParameter(int number) const override { return "$" + std::to_string(number) + "::bigint"; }
-
-    std::string isKeyParameter(const std::string& key, int number, bool nullable) const override {
-        return key + (nullable ? " IS NOT DISTINCT FROM " : " = ") + keyParameter(number);
-    }
-
-    std::string keyLists(int first, std::size_t sources) const override {
-        std::string lists;
-        std::string names;
-        for (std::size_t source = 0; source < sources; ++source) {
-            lists += (source == 0 ? "" : ", ") + array(first + static_cast<int>(source));
-            names += "k" + std::to_string(source + 1) + ", ";
-        }
-        return "unnest(" + lists + ") WITH ORDINALITY AS k(" + names + "n)";
-    }
-
-    // The outer side of a join that has no row stands in the list as the lowest number there is.
-    std::string isListedKey(const std::string& key, std::size_t source, bool nullable) const override {
-        const std::string listed = "k.k" + std::to_string(source + 1);
-        return nullable ? key + " IS NOT DISTINCT FROM NULLIF(" + listed + ", '-9223372036854775808'::bigint)"
-                        : key + " = " + listed;
-    }
-
-    int addSet(Numbers& numbers, const IdSetPtr& ids) const override {
-        return numbers.addParameter({Parameter::Kind::Ids, ids});
-    }
-
-    std::string setSource(int number) const override {
-        return "unnest(" + array(number) + ") AS s" + std::to_string(number) + "(value)";
-    }
-
-    std::string inSet(const Sql& field, const std::string& text, int number) const override {
-        return text + " = ANY(" + array(number) + (isWhole(field) ? ")" : "::float8[])");
-    }
+    PostgresValues() : ValueSpelling(kMaxNesting) {}
 
     Sql value(Sql sql) const override {
         if (sql.truth) {
@@ -202,13 +159,94 @@ class PostgresDialect : public Dialect {
         }
     }
 
+ private:
+    static std::string yesNo(const std::string& condition) { return "-(" + condition + ")::int::smallint"; }
+
+    Sql cast(const Sql& sql, const std::string& type) const {
+        if (sql.type == Type::Null) {
+            return atom("NULL::" + type, sql);
+        }
+        int nesting = sql.nesting;
+        Sql result = atom(wrapped(sql, kAtom, nesting, 0) + "::" + type, sql);
+        result.nesting = nesting;
+        return result;
+    }
+
+    Sql wholeNumber(const Sql& sql) const {
+        if (isWhole(sql)) {
+            return cast(sql, "bigint");
+        }
+        Sql result = atom("dao.round(" + number(sql).text + ")", sql);
+        ++result.nesting;
+        return result;
+    }
+};
+
+class PostgresLookups final : public LookupSpelling {
+ public:
+    std::string keyParameter(int number) const override { return "$" + std::to_string(number) + "::bigint"; }
+
+    std::string isKeyParameter(const std::string& key, int number, bool nullable) const override {
+        return key + (nullable ? " IS NOT DISTINCT FROM " : " = ") + keyParameter(number);
+    }
+
+    std::string keyLists(int first, std::size_t sources) const override {
+        std::string lists;
+        std::string names;
+        for (std::size_t source = 0; source < sources; ++source) {
+            lists += (source == 0 ? "" : ", ") + array(first + static_cast<int>(source));
+            names += "k" + std::to_string(source + 1) + ", ";
+        }
+        return "unnest(" + lists + ") WITH ORDINALITY AS k(" + names + "n)";
+    }
+
+    // The outer side of a join that has no row stands in the list as the lowest number there is.
+    std::string isListedKey(const std::string& key, std::size_t source, bool nullable) const override {
+        const std::string listed = "k.k" + std::to_string(source + 1);
+        return nullable ? key + " IS NOT DISTINCT FROM NULLIF(" + listed + ", '-9223372036854775808'::bigint)"
+                        : key + " = " + listed;
+    }
+
+    int addSet(Numbers& numbers, const IdSetPtr& ids) const override {
+        return numbers.addParameter({Parameter::Kind::Ids, ids});
+    }
+
+    std::string setSource(int number) const override {
+        return "unnest(" + array(number) + ") AS s" + std::to_string(number) + "(value)";
+    }
+
+    std::string inSet(const Sql& field, const std::string& text, int number) const override {
+        return text + " = ANY(" + array(number) + (isWhole(field) ? ")" : "::float8[])");
+    }
+
+ private:
+    static std::string array(int number) { return "$" + std::to_string(number) + "::bigint[]"; }
+};
+
+class PostgresSelects final : public SelectSpelling {
+ public:
+    explicit PostgresSelects(const ValueSpelling& values) : values_(values) {}
+
+    std::string table(const TableInfo& table) const override {
+        checkLength(table.name);
+        for (const ColumnInfo& column : table.columns) {
+            checkLength(column.name);
+        }
+        return "shop." + quotedName(table.name);
+    }
+
+    std::string rowKey(const TableInfo& table, const std::string& alias) const override {
+        const ColumnInfo* counter = table.counter();
+        return alias + "." + (counter == nullptr ? "dao_row" : quotedName(counter->name));
+    }
+
     std::string aggregate(const Expression& call, const Sql& argument, int&) const override {
         const std::string distinct = call.distinct ? "DISTINCT " : "";
         if (call.text == "Sum" && argument.type == Type::Currency) {
             return "sum(" + distinct + argument.text + ")::bigint";
         }
         if (call.text == "Sum" || call.text == "Avg") {
-            return call.text + "(" + distinct + number(argument).text + ")";
+            return call.text + "(" + distinct + values_.number(argument).text + ")";
         }
         if (argument.type != Type::Text) {
             return call.text + "(" + distinct + selected(argument) + ")";
@@ -233,7 +271,7 @@ class PostgresDialect : public Dialect {
         if (sql.type == Type::Text) {
             return key(sql);
         }
-        const Sql result = value(sql);
+        const Sql result = values_.value(sql);
         return isBareConstant(result.text) ? result.text + "::float8" : result.text;
     }
 
@@ -253,7 +291,7 @@ class PostgresDialect : public Dialect {
         for (const SelectedColumn& column : parts.columns) {
             columns.push_back(selected(column.sql) + (column.name.empty() ? "" : " AS " + column.name));
         }
-        return selectText(*this, parts, "SELECT " + listed(columns));
+        return selectText(*this, kFacts.chainLength, parts, "SELECT " + listed(columns));
     }
 
  private:
@@ -265,34 +303,9 @@ class PostgresDialect : public Dialect {
         }
     }
 
-    static std::string array(int number) { return "$" + std::to_string(number) + "::bigint[]"; }
-
-    static std::string yesNo(const std::string& condition) { return "-(" + condition + ")::int::smallint"; }
-
-    static std::string key(const Sql& text) { return "dao.key(" + text.text + ") COLLATE \"C\""; }
-
     static std::string direction(const OrderTerm& term) {
         const std::string result = term.descending ? " DESC" : "";
         return term.sql.notNull ? result : result + (term.descending ? " NULLS LAST" : " NULLS FIRST");
-    }
-
-    Sql cast(const Sql& sql, const std::string& type) const {
-        if (sql.type == Type::Null) {
-            return atom("NULL::" + type, sql);
-        }
-        int nesting = sql.nesting;
-        Sql result = atom(wrapped(sql, kAtom, nesting, 0) + "::" + type, sql);
-        result.nesting = nesting;
-        return result;
-    }
-
-    Sql wholeNumber(const Sql& sql) const {
-        if (isWhole(sql)) {
-            return cast(sql, "bigint");
-        }
-        Sql result = atom("dao.round(" + number(sql).text + ")", sql);
-        ++result.nesting;
-        return result;
     }
 
     // A column of the width that its type tells.
@@ -300,7 +313,7 @@ class PostgresDialect : public Dialect {
         if (sql.type == Type::Null) {
             return "NULL::text";
         }
-        return sql.type == Type::Double ? number(sql).text : value(sql).text;
+        return sql.type == Type::Double ? values_.number(sql).text : values_.value(sql).text;
     }
 
     // Rows whose texts differ in case alone are one row, and what orders them need not be among the columns.
@@ -325,15 +338,21 @@ class PostgresDialect : public Dialect {
                      direction(parts.order[i]);
         }
         return "SELECT " + listed(outer) + " FROM (" +
-               selectText(*this, inner, "SELECT DISTINCT ON (" + listed(keys) + ") " + listed(columns)) +
+               selectText(*this, kFacts.chainLength, inner,
+                          "SELECT DISTINCT ON (" + listed(keys) + ") " + listed(columns)) +
                ") AS d" + order;
     }
+
+    const ValueSpelling& values_;
 };
 
 }  // namespace
 
 const Dialect& postgresDialect() {
-    static const PostgresDialect dialect;
+    static const PostgresValues values;
+    static const PostgresLookups lookups;
+    static const PostgresSelects selects(values);
+    static const Dialect dialect = {kFacts, values, lookups, selects};
     return dialect;
 }
 

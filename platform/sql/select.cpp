@@ -15,12 +15,12 @@ Leaf tableLeaf(const TableInfo& table, std::string name, Context& context) {
     leaf.name = std::move(name);
     leaf.table = &table;
     const std::string alias = context.plainAliases ? quotedName(table.name) : context.newAlias();
-    leaf.text = context.dialect.table(table);
+    leaf.text = context.dialect.selects.table(table);
     if (!context.plainAliases) {
         leaf.text += " AS " + alias;
     }
     leaf.sources.push_back({table.name, false});
-    leaf.keys.push_back(context.dialect.rowKey(table, alias));
+    leaf.keys.push_back(context.dialect.selects.rowKey(table, alias));
     leaf.unique = 0;
     for (const ColumnInfo& column : table.columns) {
         ScopeField field;
@@ -69,7 +69,7 @@ class Outlet {
 
     const std::string& alias() const { return alias_; }
     void carryOut(Sql& sql, char kind, std::size_t number) {
-        sql = dialect_.value(std::move(sql));
+        sql = dialect_.values.value(std::move(sql));
         selected_.push_back({sql, kind + std::to_string(number)});
         sql.text = alias_ + "." + selected_.back().name;
         sql.precedence = kAtom;
@@ -175,7 +175,7 @@ std::string SelectWriter::narrowing(const Expression& criterion, const SelectBod
     const CriterionNames names(whole.columns);
     ExpressionWriter writer(names, context_);
     int nesting = 0;
-    return context_.dialect.wrapped(writer.condition(criterion), kNot, nesting, criterion.position);
+    return context_.dialect.values.wrapped(writer.condition(criterion), kNot, nesting, criterion.position);
 }
 
 Leaf SelectWriter::asLeaf(std::string name) {
@@ -187,7 +187,7 @@ Leaf SelectWriter::asLeaf(std::string name) {
 Leaf SelectWriter::merged(std::string name) {
     SelectBody own = SelectBodyWriter(source_, context_).writeMerged();
     Leaf leaf = source_.leaves().front();
-    leaf.condition = chain(own.conditions, " AND ", context_.dialect.facts().chainLength);
+    leaf.condition = chain(own.conditions, " AND ", context_.dialect.facts.chainLength);
     leaf.order = std::move(own.order);
     leaf.name = std::move(name);
     leaf.fields.clear();

@@ -66,7 +66,7 @@ FromText SelectBodyWriter::from(SelectPurpose purpose) const {
     const Statement& statement = source_.statement();
     const std::size_t columns = statement.items.size() + source_.leaves().size();
     if (purpose == SelectPurpose::All && source_.hasKeys() &&
-        columns <= context_.dialect.facts().linkedColumns) {
+        columns <= context_.dialect.facts.linkedColumns) {
         const Links links(source_.join(), source_.leaves(), source_.unique());
         if (links.serve(statement)) {
             return links.write(context_);
@@ -84,7 +84,7 @@ void SelectBodyWriter::addColumns() {
 void SelectBodyWriter::checkSize() const {
     const Statement& statement = source_.statement();
     if (std::max({body_.columns.size(), statement.orderBy.size(), statement.groupBy.size()}) >
-        context_.dialect.facts().maxColumns) {
+        context_.dialect.facts.maxColumns) {
         throw SizeError("The statement has too many columns.");
     }
 }
@@ -94,8 +94,8 @@ void SelectBodyWriter::addWhere() {
     ExpressionWriter writer(scope, context_);
     for (const Expression* condition : source_.conditions()) {
         int nesting = 0;
-        body_.conditions.push_back(
-            context_.dialect.wrapped(writer.condition(*condition), kNot, nesting, condition->position));
+        body_.conditions.push_back(context_.dialect.values.wrapped(writer.condition(*condition), kNot,
+                                                                   nesting, condition->position));
     }
 }
 

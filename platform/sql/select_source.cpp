@@ -139,7 +139,7 @@ void SelectSource::findIdSet(const Scope& scope, Context& context) {
         const ScopeField& field = scope.resolve(*condition->children[0]);
         if (field.counter) {
             driver_ = condition;
-            only.idSet = context.dialect.addSet(context.numbers, condition->ids);
+            only.idSet = context.dialect.lookups.addSet(context.numbers, condition->ids);
             only.ids = condition->ids;
             only.idField = field.sql;
             return;

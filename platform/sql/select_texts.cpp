@@ -39,7 +39,7 @@ SelectParts SelectTexts::parts(std::vector<SelectedColumn> columns) const {
 }
 
 std::string SelectTexts::part(std::vector<SelectedColumn> columns) const {
-    return dialect_.select(parts(std::move(columns)));
+    return dialect_.selects.select(parts(std::move(columns)));
 }
 
 std::string SelectTexts::ordered(std::vector<SelectedColumn> columns) const {
@@ -50,12 +50,12 @@ std::string SelectTexts::ordered(std::vector<SelectedColumn> columns) const {
     result.order = body_.order;
     // Rows that the statement does not order, or orders alike, always come in the same order: that of their
     // keys. Rows looked up by a set of numbers come in the order of the numbers, which is as good.
-    if (source_.hasKeys() && !(dialect_.facts().setsInOrder && isBySet())) {
+    if (source_.hasKeys() && !(dialect_.facts.setsInOrder && isBySet())) {
         for (const SelectedColumn& key : keyColumns()) {
             result.order.push_back({key.sql, false});
         }
     }
-    return dialect_.select(result);
+    return dialect_.selects.select(result);
 }
 
 // Each key and each other column once.
@@ -74,7 +74,7 @@ std::string SelectTexts::linked(const std::vector<SelectedColumn>& columns) cons
         }
     }
     const Leaf& read = source_.leaves()[static_cast<std::size_t>(source_.unique())];
-    return dialect_.rowsByKeys(rows, keys, shown, read.table->name, read.keys.front());
+    return dialect_.selects.rowsByKeys(rows, keys, shown, read.table->name, read.keys.front());
 }
 
 // By a set of keys of its only table, and in no other order.
@@ -92,29 +92,29 @@ std::string SelectTexts::fetch() const {
     SelectParts row = parts(columns());
     int number = numbers_.firstKey();
     for (const SelectedColumn& key : keyColumns()) {
-        row.conditions.push_back(dialect_.isKeyParameter(key.sql.text, number++, !key.sql.notNull));
+        row.conditions.push_back(dialect_.lookups.isKeyParameter(key.sql.text, number++, !key.sql.notNull));
     }
-    return dialect_.select(row);
+    return dialect_.selects.select(row);
 }
 
 std::string SelectTexts::fetchList() const {
     const std::vector<SelectedColumn> keys = keyColumns();
     const bool all = std::all_of(keys.begin(), keys.end(), [](const auto& key) { return key.sql.notNull; });
-    if (!all && !dialect_.facts().listsAbsentRows) {
+    if (!all && !dialect_.facts.listsAbsentRows) {
         return {};
     }
     SelectParts list = parts(columns());
     for (std::size_t source = 0; source < keys.size(); ++source) {
         const Sql& key = keys[source].sql;
-        list.conditions.push_back(dialect_.isListedKey(key.text, source, !key.notNull));
+        list.conditions.push_back(dialect_.lookups.isListedKey(key.text, source, !key.notNull));
     }
     SelectedColumn place;
     place.sql.text = "k.n";
     place.sql.type = Type::Long;
     list.columns.insert(list.columns.begin(), std::move(place));
     // In front, and not behind an outer join, whose rows a store would go through for each of the list.
-    list.from = dialect_.keyLists(numbers_.firstKey(), keys.size()) + ", " + list.from;
-    return dialect_.rowsOfLists(list);
+    list.from = dialect_.lookups.keyLists(numbers_.firstKey(), keys.size()) + ", " + list.from;
+    return dialect_.selects.rowsOfLists(list);
 }
 
 std::string SelectTexts::range() const {
@@ -125,10 +125,10 @@ std::string SelectTexts::range() const {
     range.columns = columns();
     range.columns.insert(range.columns.begin(), keyColumns().front());
     range.from = only.text;
-    range.conditions.push_back(key + " BETWEEN " + dialect_.keyParameter(number) + " AND " +
-                               dialect_.keyParameter(number + 1));
+    range.conditions.push_back(key + " BETWEEN " + dialect_.lookups.keyParameter(number) + " AND " +
+                               dialect_.lookups.keyParameter(number + 1));
     range.order.push_back({range.columns.front().sql, false});
-    return dialect_.range(range);
+    return dialect_.selects.range(range);
 }
 
 // The row keys above the first parameter, ascending, no more of them than the second one says.
@@ -136,9 +136,9 @@ std::string SelectTexts::firstKeys() const {
     const SelectedColumn key = keyColumns().front();
     const int number = numbers_.firstKey();
     SelectParts first = parts({key});
-    first.conditions.push_back(key.sql.text + " > " + dialect_.keyParameter(number));
+    first.conditions.push_back(key.sql.text + " > " + dialect_.lookups.keyParameter(number));
     first.order.push_back({key.sql, false});
-    return dialect_.select(first) + " LIMIT " + dialect_.keyParameter(number + 1);
+    return dialect_.selects.select(first) + " LIMIT " + dialect_.lookups.keyParameter(number + 1);
 }
 
 // The lowest row key, with the columns of its row. Without a bound, which a store that looks through the
@@ -148,7 +148,7 @@ std::string SelectTexts::firstRow() const {
     SelectParts first = parts(columns());
     first.columns.insert(first.columns.begin(), key);
     first.order.push_back({key.sql, false});
-    return dialect_.select(first) + " LIMIT 1";
+    return dialect_.selects.select(first) + " LIMIT 1";
 }
 
 }  // namespace sql::writing

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/sql/calculation.h"
 #include "platform/sql/types.h"
 
 // The pieces of text that a statement of a store is put together from.
@@ -22,6 +23,7 @@ struct Sql {
     bool truth = false;    // a condition as the store's own comparisons give it, not yet 0 or -1
     bool real = false;     // surely a floating number, so that a division by it is no division of integers
     bool notNull = false;  // surely not Null
+    Calculation calculation = {};  // of a floating number, where the store takes it; else empty
 };
 
 struct OrderTerm {

@@ -7,8 +7,9 @@ namespace sql::writing {
 
 namespace {
 
+constexpr int kMaxNesting = 24;
+
 constexpr Facts kFacts = {
-    .maxNesting = 24,
     .chainLength = 50,
     .maxColumns = 1900,
     .joinNeedsCondition = false,
@@ -17,56 +18,12 @@ constexpr Facts kFacts = {
     .listsAbsentRows = false,
     .oneGroup = "NULL",
     .dateDiff = "dao_datediff",
+    .calculate = "dao_calculate",
 };
 
-class SqliteDialect : public Dialect {
+class SqliteValues final : public ValueSpelling {
  public:
-    SqliteDialect() : Dialect(kFacts) {}
-
-    std::string table(const TableInfo& table) const override { return quotedName(table.name); }
-
-    std::string rowKey(const TableInfo&, const std::string& alias) const override { return alias + ".rowid"; }
-
-    std::string keyParameter(int number) const override { return "?" + std::to_string(number); }
-
-    std::string isKeyParameter(const std::string& key, int number, bool nullable) const override {
-        return key + (nullable ? " IS " : " = ") + keyParameter(number);
-    }
-
-    std::string link(const TableInfo& table, const std::string& field,
-                     const std::string& number) const override {
-        return "dao_link(" + quotedText(table.name) + ", " + quotedText(field) + ", " + number + ")";
-    }
-
-    // The first list leads: of the others only what stands at its place is looked up. Of joins made by CROSS
-    // the store keeps the order.
-    std::string keyLists(int first, std::size_t sources) const override {
-        std::string lists = "idlist(" + keyParameter(first) + ") AS k";
-        for (std::size_t source = 1; source < sources; ++source) {
-            lists += " CROSS JOIN idlist(" + keyParameter(first + static_cast<int>(source)) + ", k.n) AS " +
-                     listName(source);
-        }
-        return lists;
-    }
-    std::string isListedKey(const std::string& key, std::size_t source, bool) const override {
-        return key + " = " + listName(source) + ".value";
-    }
-
-    int addSet(Numbers& numbers, const IdSetPtr& ids) const override { return numbers.addIdSet(ids); }
-
-    std::string setSource(int number) const override {
-        const std::string set = std::to_string(number);
-        return "idset(" + set + ") AS s" + set;
-    }
-
-    std::string inSet(const Sql&, const std::string& text, int number) const override {
-        return text + " IN (SELECT value FROM idset(" + std::to_string(number) + "))";
-    }
-
-    // Behind IN all numbers would be put into a table first.
-    std::string isInSet(const Sql&, const std::string& text, int number) const override {
-        return "EXISTS (SELECT 1 FROM idset(" + std::to_string(number) + ") WHERE value = " + text + ")";
-    }
+    SqliteValues() : ValueSpelling(kMaxNesting) {}
 
     Sql value(Sql sql) const override {
         if (sql.truth) {
@@ -136,84 +93,7 @@ class SqliteDialect : public Dialect {
         }
     }
 
-    std::string aggregate(const Expression& call, const Sql& argument, int& nesting) const override {
-        std::string inner = argument.text;
-        if (argument.type == Type::Text) {
-            inner = wrapped(argument, kCollate, nesting, call.position) + " COLLATE DAO_TEXT";
-        }
-        return call.text + (call.distinct ? "(DISTINCT " : "(") + inner + ")";
-    }
-
-    Sql ofGroup(Sql field, bool) const override { return field; }
-
-    std::string sortKey(const Sql& sql) const override {
-        const std::string result = value(sql).text;
-        if (sql.type != Type::Text) {
-            return result;
-        }
-        return (sql.precedence < kCollate ? "(" + result + ")" : result) + " COLLATE DAO_TEXT";
-    }
-
-    std::string orderTerm(const OrderTerm& term) const override {
-        return sortKey(term.sql) + (term.descending ? " DESC" : "");
-    }
-
-    std::string select(const SelectParts& parts) const override {
-        std::vector<std::string> columns;
-        for (const SelectedColumn& column : parts.columns) {
-            std::string text = value(column.sql).text;
-            if (parts.distinct && column.sql.type == Type::Text) {
-                text += " COLLATE DAO_TEXT";
-            }
-            columns.push_back(column.name.empty() ? text : text + " AS " + column.name);
-        }
-        return selectText(*this, parts, (parts.distinct ? "SELECT DISTINCT " : "SELECT ") + listed(columns));
-    }
-
-    // It goes by the keys alone: another index would give them another order.
-    std::string range(const SelectParts& parts) const override {
-        if (parts.columns.size() > kMostArguments) {
-            return select(parts);
-        }
-        SelectParts along = parts;
-        along.from += " NOT INDEXED";
-        along.order.clear();
-        return gathered(along);
-    }
-
-    // Whoever reads them says from which key to which: a large table is read in pieces, side by side.
-    std::string rowsByKeys(const SelectParts& parts, std::size_t keys, const std::vector<std::size_t>& shown,
-                           const std::string& table, const std::string& key) const override {
-        std::string head = "SELECT dao_sorted(" + std::to_string(keys) + ", '";
-        for (const std::size_t place : shown) {
-            head += std::to_string(place) + " ";
-        }
-        SelectParts piece = parts;
-        piece.conditions.insert(piece.conditions.begin(),
-                                key + " BETWEEN " + keyParameter(1) + " AND " + keyParameter(2));
-        return handedOver(piece, head + "', " + quotedText(table) + ", ");
-    }
-
-    std::string rowsOfLists(const SelectParts& parts) const override {
-        return parts.columns.size() > kMostArguments ? select(parts) : gathered(parts);
-    }
-
  private:
-    static std::string listName(std::size_t source) {
-        return source == 0 ? "k" : "k" + std::to_string(source);
-    }
-
-    // Handed over row by row as the store comes upon them, where a function of its takes as many columns.
-    static constexpr std::size_t kMostArguments = 100;
-    std::string gathered(const SelectParts& parts) const { return handedOver(parts, "SELECT dao_gather("); }
-    std::string handedOver(const SelectParts& parts, const std::string& head) const {
-        std::vector<std::string> columns;
-        for (const SelectedColumn& column : parts.columns) {
-            columns.push_back(value(column.sql).text);
-        }
-        return selectText(*this, parts, head + listed(columns) + ")");
-    }
-
     static std::string whole(const std::string& number) { return "CAST(ROUND(" + number + ") AS INTEGER)"; }
 
     Sql division(const Expression& e, const Sql& left, const Sql& right) const {
@@ -248,10 +128,151 @@ class SqliteDialect : public Dialect {
     }
 };
 
+class SqliteLookups final : public LookupSpelling {
+ public:
+    std::string keyParameter(int number) const override { return "?" + std::to_string(number); }
+
+    std::string isKeyParameter(const std::string& key, int number, bool nullable) const override {
+        return key + (nullable ? " IS " : " = ") + keyParameter(number);
+    }
+
+    std::string link(const TableInfo& table, const std::string& field,
+                     const std::string& number) const override {
+        return "dao_link(" + quotedText(table.name) + ", " + quotedText(field) + ", " + number + ")";
+    }
+
+    // The first list leads: of the others only what stands at its place is looked up. Of joins made by CROSS
+    // the store keeps the order.
+    std::string keyLists(int first, std::size_t sources) const override {
+        std::string lists = "idlist(" + keyParameter(first) + ") AS k";
+        for (std::size_t source = 1; source < sources; ++source) {
+            lists += " CROSS JOIN idlist(" + keyParameter(first + static_cast<int>(source)) + ", k.n) AS " +
+                     listName(source);
+        }
+        return lists;
+    }
+
+    std::string isListedKey(const std::string& key, std::size_t source, bool) const override {
+        return key + " = " + listName(source) + ".value";
+    }
+
+    int addSet(Numbers& numbers, const IdSetPtr& ids) const override { return numbers.addIdSet(ids); }
+
+    std::string setSource(int number) const override {
+        const std::string set = std::to_string(number);
+        return "idset(" + set + ") AS s" + set;
+    }
+
+    std::string inSet(const Sql&, const std::string& text, int number) const override {
+        return text + " IN (SELECT value FROM idset(" + std::to_string(number) + "))";
+    }
+
+    // Behind IN all numbers would be put into a table first.
+    std::string isInSet(const Sql&, const std::string& text, int number) const override {
+        return "EXISTS (SELECT 1 FROM idset(" + std::to_string(number) + ") WHERE value = " + text + ")";
+    }
+
+ private:
+    static std::string listName(std::size_t source) {
+        return source == 0 ? "k" : "k" + std::to_string(source);
+    }
+};
+
+class SqliteSelects final : public SelectSpelling {
+ public:
+    SqliteSelects(const ValueSpelling& values, const LookupSpelling& lookups)
+        : values_(values), lookups_(lookups) {}
+
+    std::string table(const TableInfo& table) const override { return quotedName(table.name); }
+
+    std::string rowKey(const TableInfo&, const std::string& alias) const override { return alias + ".rowid"; }
+
+    std::string aggregate(const Expression& call, const Sql& argument, int& nesting) const override {
+        std::string inner = argument.text;
+        if (argument.type == Type::Text) {
+            inner = values_.wrapped(argument, kCollate, nesting, call.position) + " COLLATE DAO_TEXT";
+        }
+        return call.text + (call.distinct ? "(DISTINCT " : "(") + inner + ")";
+    }
+
+    Sql ofGroup(Sql field, bool) const override { return field; }
+
+    std::string sortKey(const Sql& sql) const override {
+        const std::string result = values_.value(sql).text;
+        if (sql.type != Type::Text) {
+            return result;
+        }
+        return (sql.precedence < kCollate ? "(" + result + ")" : result) + " COLLATE DAO_TEXT";
+    }
+
+    std::string orderTerm(const OrderTerm& term) const override {
+        return sortKey(term.sql) + (term.descending ? " DESC" : "");
+    }
+
+    std::string select(const SelectParts& parts) const override {
+        std::vector<std::string> columns;
+        for (const SelectedColumn& column : parts.columns) {
+            std::string text = values_.value(column.sql).text;
+            if (parts.distinct && column.sql.type == Type::Text) {
+                text += " COLLATE DAO_TEXT";
+            }
+            columns.push_back(column.name.empty() ? text : text + " AS " + column.name);
+        }
+        return selectText(*this, kFacts.chainLength, parts,
+                          (parts.distinct ? "SELECT DISTINCT " : "SELECT ") + listed(columns));
+    }
+
+    // It goes by the keys alone: another index would give them another order.
+    std::string range(const SelectParts& parts) const override {
+        if (parts.columns.size() > kMostArguments) {
+            return select(parts);
+        }
+        SelectParts along = parts;
+        along.from += " NOT INDEXED";
+        along.order.clear();
+        return gathered(along);
+    }
+
+    // Whoever reads them says from which key to which: a large table is read in pieces, side by side.
+    std::string rowsByKeys(const SelectParts& parts, std::size_t keys, const std::vector<std::size_t>& shown,
+                           const std::string& table, const std::string& key) const override {
+        std::string head = "SELECT dao_sorted(" + std::to_string(keys) + ", '";
+        for (const std::size_t place : shown) {
+            head += std::to_string(place) + " ";
+        }
+        SelectParts piece = parts;
+        piece.conditions.insert(piece.conditions.begin(), key + " BETWEEN " + lookups_.keyParameter(1) +
+                                                              " AND " + lookups_.keyParameter(2));
+        return handedOver(piece, head + "', " + quotedText(table) + ", ");
+    }
+
+    std::string rowsOfLists(const SelectParts& parts) const override {
+        return parts.columns.size() > kMostArguments ? select(parts) : gathered(parts);
+    }
+
+ private:
+    // Handed over row by row as the store comes upon them, where a function of its takes as many columns.
+    static constexpr std::size_t kMostArguments = 100;
+    std::string gathered(const SelectParts& parts) const { return handedOver(parts, "SELECT dao_gather("); }
+    std::string handedOver(const SelectParts& parts, const std::string& head) const {
+        std::vector<std::string> columns;
+        for (const SelectedColumn& column : parts.columns) {
+            columns.push_back(values_.value(column.sql).text);
+        }
+        return selectText(*this, kFacts.chainLength, parts, head + listed(columns) + ")");
+    }
+
+    const ValueSpelling& values_;
+    const LookupSpelling& lookups_;
+};
+
 }  // namespace
 
 const Dialect& sqliteDialect() {
-    static const SqliteDialect dialect;
+    static const SqliteValues values;
+    static const SqliteLookups lookups;
+    static const SqliteSelects selects(values, lookups);
+    static const Dialect dialect = {kFacts, values, lookups, selects};
     return dialect;
 }
 

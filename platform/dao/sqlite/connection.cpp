@@ -135,6 +135,7 @@ void SqliteConnection::configure(const OpenRequest& request) {
     library_.gatherer_.install(library_.db_);
     installIdSets(library_);
     installLinks(library_.db_);
+    installCalculations(library_.db_);
     letLeave(library_.db_);
     if (!request.path.empty()) {
         keepCiphersReady();

@@ -86,5 +86,6 @@ inline constexpr const char* kHiddenKey = "dao_row";  // the key of a table that
 void installFunctions(sqlite3* db);          // functions.cpp
 void installIdSets(LibraryHandle& library);  // idset.cpp
 void installLinks(sqlite3* db);              // links.cpp
+void installCalculations(sqlite3* db);       // calculations.cpp
 
 }  // namespace dao::driver
