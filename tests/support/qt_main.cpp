@@ -13,8 +13,8 @@
 
 namespace {
 
-// What a test writes need not outlast the machine, and waiting for a disk is most of the time of many: it goes to memory
-// where there is enough of it, and nobody has chosen another place.
+// What a test writes need not outlast the machine, and waiting for a disk is most of the time of many: it
+// goes to memory where there is enough of it, and nobody has chosen another place.
 void writeToMemory() {
     constexpr std::uintmax_t kEnough = std::uintmax_t{3} << 30;
     std::error_code none;

@@ -1,6 +1,6 @@
-// A shop's key is slow to derive on purpose, and nearly every test of a window opens a copy of the same two shops in a
-// process of its own. What the derivation gives for those two is kept beside them; for every other file, and for every
-// other password, it is done in full. The linker leads the engine's calls here (--wrap).
+// A shop's key is slow to derive on purpose, and nearly every test of a window opens a copy of the same two
+// shops in a process of its own. What the derivation gives for those two is kept beside them; for every other
+// file, and for every other password, it is done in full. The linker leads the engine's calls here (--wrap).
 
 #include <unistd.h>
 
@@ -75,8 +75,8 @@ void __wrap_nettle_pbkdf2_hmac_sha1(std::size_t passwordSize, const std::uint8_t
                                     std::size_t saltSize, const std::uint8_t* salt, std::size_t size,
                                     std::uint8_t* key) {
     const std::string saltText = tests::textOf(salt, saltSize);
-    const std::string name = dao::toHex(tests::textOf(password, passwordSize)) + "-" + dao::toHex(saltText) + "-" +
-                             std::to_string(rounds) + "-" + std::to_string(size);
+    const std::string name = dao::toHex(tests::textOf(password, passwordSize)) + "-" + dao::toHex(saltText) +
+                             "-" + std::to_string(rounds) + "-" + std::to_string(size);
     const auto file = std::filesystem::path(tests::kDeliveredFolder).parent_path() / "delivered-keys" / name;
     const bool delivered = tests::isDelivered(saltText);
     if (delivered && tests::isRead(file, key, size)) {
