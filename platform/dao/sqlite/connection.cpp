@@ -147,10 +147,11 @@ void SqliteConnection::configure(const OpenRequest& request) {
 }
 
 void SqliteConnection::createSystemTables() {
-    execute(std::string("BEGIN IMMEDIATE;") +
-            "CREATE TABLE dao_queries(name TEXT NOT NULL PRIMARY KEY COLLATE DAO_TEXT,"
-            " version INTEGER NOT NULL, sql TEXT NOT NULL);" +
-            assigned(kOrderPragma, alphabet::kOrderVersion) + ";COMMIT");
+    execute(
+        "BEGIN IMMEDIATE;"
+        "CREATE TABLE dao_queries(name TEXT NOT NULL PRIMARY KEY COLLATE DAO_TEXT,"
+        " version INTEGER NOT NULL, sql TEXT NOT NULL);" +
+        assigned(kOrderPragma, alphabet::kOrderVersion) + ";COMMIT");
 }
 
 void SqliteConnection::forsake() noexcept {
