@@ -151,8 +151,8 @@ int Links::countAll() {
 }
 
 int Links::readAll() {
-    const std::string text =
-        std::string(RowGatherer::kHead) + "rowid, " + passed_ + ") FROM " + quotedName(table_);
+    std::string text(RowGatherer::kHead);
+    text.append("rowid, ").append(passed_).append(") FROM ").append(quotedName(table_));
     sqlite3_stmt* prepared = nullptr;
     const int code = sqlite3_prepare_v2(library_.get(), text.c_str(), -1, &prepared, nullptr);
     if (code != SQLITE_OK) {
