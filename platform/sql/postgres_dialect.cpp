@@ -288,6 +288,7 @@ class PostgresSelects final : public SelectSpelling {
             return distinctRows(parts);
         }
         std::vector<std::string> columns;
+        columns.reserve(parts.columns.size());
         for (const SelectedColumn& column : parts.columns) {
             columns.push_back(selected(column.sql) + (column.name.empty() ? "" : " AS " + column.name));
         }

@@ -209,7 +209,7 @@ class SqliteSelects final : public SelectSpelling {
     Sql ofGroup(Sql field, bool) const override { return field; }
 
     std::string sortKey(const Sql& sql) const override {
-        const std::string result = values_.value(sql).text;
+        std::string result = values_.value(sql).text;
         if (sql.type != Type::Text) {
             return result;
         }
@@ -267,6 +267,7 @@ class SqliteSelects final : public SelectSpelling {
     std::string gathered(const SelectParts& parts) const { return handedOver(parts, "SELECT dao_gather("); }
     std::string handedOver(const SelectParts& parts, const std::string& head) const {
         std::vector<std::string> columns;
+        columns.reserve(parts.columns.size());
         for (const SelectedColumn& column : parts.columns) {
             columns.push_back(values_.value(column.sql).text);
         }
