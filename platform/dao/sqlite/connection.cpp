@@ -2,6 +2,7 @@
 
 #include "platform/dao/breaking_off.h"
 #include "platform/dao/failure.h"
+#include "platform/dao/sqlite/file_paths.h"
 #include "platform/dao/sqlite/long_statements.h"
 #include "platform/dao/sqlite/page_guard.h"
 #include "platform/dao/sqlite/statement.h"
@@ -36,9 +37,6 @@ constexpr const char* kSessionSettings =
     // ever left unwritten, so that one of zeroes is damage.
     "PRAGMA secure_delete = ON;"
     "PRAGMA temp_store = MEMORY;"
-    // All of a large shop's file: a page once deciphered need not be deciphered again. A file that is larger
-    // still is gone through from end to end, and more room for it would not save a page.
-    "PRAGMA cache_size = -131072;"
     // Nothing of a transaction reaches the file before its commit, so a copy taken meanwhile is whole.
     "PRAGMA cache_spill = OFF;";
 
@@ -144,6 +142,7 @@ void SqliteConnection::configure(const OpenRequest& request) {
         library_.openBeside_ = [request] { return std::make_unique<ConnectionBeside>(request); };
     }
     execute(kSessionSettings);
+    execute(assigned("PRAGMA cache_size", -kPageCache / 1024));  // a number below zero counts in KiB
 }
 
 void SqliteConnection::createSystemTables() {

@@ -11,6 +11,10 @@ struct stat;
 namespace dao {
 
 inline constexpr std::size_t kPageSize = 4096;
+// Bytes that a connection keeps of a file, all of a large shop's: a page once deciphered need not be
+// deciphered again. A file that is larger still is gone through from end to end, and more room for it would
+// not save a page.
+inline constexpr std::int64_t kPageCache = std::int64_t{128} << 20;
 
 // What the system tells of it; false where there is nothing. 3043 where the disk does not tell.
 bool lookAt(const std::string& path, struct stat& found);

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/dao/sqlite/connection.h"
+#include "platform/sql/sql_text.h"
 
 namespace dao::driver {
 
@@ -12,8 +12,12 @@ namespace dao::driver {
 struct KeyRange {
     // Its columns are the first key, the last one and the number of rows.
     static std::string question(const std::string& table) {
-        const std::string from = " FROM " + quotedName(table) + ')';
-        return "SELECT (SELECT min(rowid)" + from + ",(SELECT max(rowid)" + from + ",(SELECT count(*)" + from;
+        const std::string name = sql::writing::quotedName(table);
+        return ends(name) + ",(SELECT count(*) FROM " + name + ')';
+    }
+    // The first two alone; `table` as it stands in a statement.
+    static std::string ends(const std::string& table) {
+        return "SELECT (SELECT min(rowid) FROM " + table + "),(SELECT max(rowid) FROM " + table + ')';
     }
 
     std::int64_t first, last;  // without rows it does not matter which

@@ -8,11 +8,10 @@
 #include "platform/dao/breaking_off.h"
 #include "platform/dao/failure.h"
 #include "platform/dao/sqlite/file_paths.h"
+#include "platform/dao/sqlite/key_range.h"
 
 namespace dao::driver {
 namespace {
-
-constexpr std::int64_t kPageCache = 128 << 20;
 
 // What a statement gives in the one row that it has; nothing where it fails.
 std::optional<std::vector<std::int64_t>> numbersOf(sqlite3* db, const std::string& text) {
@@ -73,8 +72,7 @@ void TableHalves::open(const LibraryHandle& first, const std::string& text, cons
     if (!isLarge(first.get()) || !onlyReads(first.get())) {
         return;
     }
-    const auto ends = numbersOf(
-        first.get(), "SELECT (SELECT min(rowid) FROM " + table + "), (SELECT max(rowid) FROM " + table + ")");
+    const auto ends = numbersOf(first.get(), KeyRange::ends(table));
     connection_ = ends ? first.openBeside() : nullptr;
     if (connection_ != nullptr && !hasMoved(first.get())) {
         middle_ = std::midpoint(ends->front(), ends->back());
