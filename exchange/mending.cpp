@@ -466,8 +466,9 @@ void renameTwins(Work& work, std::size_t field, MendedShop& shop) {
             other = name.substr(0, alphabet::bytesOfLetters(name, room)) + ending;
         }
         work.table.rows[row][field] = Value(other);
-        remark(shop, work.table.definition.Name(), nameOf(work, row),
-               "the name '" + name + "' stands twice; this one is now '" + other + "'");
+        std::string told = "the name '";
+        told.append(name).append("' stands twice; this one is now '").append(other).append("'");
+        remark(shop, work.table.definition.Name(), nameOf(work, row), told);
     }
 }
 

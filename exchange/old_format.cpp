@@ -158,7 +158,7 @@ std::optional<std::string> holderOf(const std::string& path) {
     for (const std::filesystem::path& one : {std::filesystem::path(path), file}) {
         for (const char* ending : {".ldb", ".LDB"}) {
             std::filesystem::path lockFile = one;
-            if (const auto who = holderIn(lockFile.replace_extension(ending).string())) {
+            if (auto who = holderIn(lockFile.replace_extension(ending).string())) {
                 return who;
             }
         }

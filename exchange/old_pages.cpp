@@ -437,7 +437,9 @@ class Reader {
     // ----- cells
 
     void addCell(Message& told, const Part& part) {
-        if (part.column != nullptr && part.column->col_type == MDB_BOOL) {
+        if (part.column == nullptr) {
+            told.cell(Cell::Null);
+        } else if (part.column->col_type == MDB_BOOL) {
             told.cell(Cell::Integer).number<std::int64_t>(part.isNull ? 0 : 1);
         } else if (part.isNull || typeOf(part.column->col_type) == Type::Null) {
             told.cell(Cell::Null);

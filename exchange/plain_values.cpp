@@ -146,12 +146,12 @@ std::string dateText(double days) {
         std::array<char, 32> buffer;
         std::snprintf(buffer.data(), buffer.size(), "%04d-%02d-%02d", static_cast<int>(day.year), day.month,
                       day.day);
-        const std::string date = buffer.data();
+        std::string date = buffer.data();
         if (isSame(daysIn(date), days)) {
             return date;
         }
         for (int decimals = 0; decimals <= 9; ++decimals) {
-            const std::string text = date + clockText(std::fabs(days - whole) * kSecondsADay, decimals);
+            std::string text = date + clockText(std::fabs(days - whole) * kSecondsADay, decimals);
             if (isSame(daysIn(text), days)) {
                 return text;
             }

@@ -65,7 +65,7 @@ class LineReader {
         if (found.toUcs4().size() > limit) {
             throw Fault{field, "is longer than " + std::to_string(limit) + " characters"};
         }
-        const std::string utf8 = found.toStdString();
+        std::string utf8 = found.toStdString();
         if (!alphabet::isSound(utf8)) {
             throw Fault{field, "is no text"};
         }

@@ -239,7 +239,7 @@ class Writer {
         if (change.description) {
             rows.Fields("Opis") = change.line->description;
         }
-        if (change.stock) {
+        if (change.stock && change.line->stock.has_value()) {
             rows.Fields("Stanje") = *change.line->stock;
         }
         rows.Update();
