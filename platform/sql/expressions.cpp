@@ -162,6 +162,7 @@ Sql ExpressionWriter::concat(const Expression& e) {
 
 Sql ExpressionWriter::comparison(const Expression& e) {
     std::vector<Sql> operands;
+    operands.reserve(e.children.size());
     for (const ExpressionPtr& child : e.children) {
         operands.push_back(calculated(dialect_, value(*child)));
     }

@@ -73,7 +73,10 @@ void TableHalves::open(const LibraryHandle& first, const std::string& text, cons
         return;
     }
     const auto ends = numbersOf(first.get(), KeyRange::ends(table));
-    connection_ = ends ? first.openBeside() : nullptr;
+    if (!ends) {
+        return;
+    }
+    connection_ = first.openBeside();
     if (connection_ != nullptr && !hasMoved(first.get())) {
         middle_ = std::midpoint(ends->front(), ends->back());
         statement_ = connection_->prepare(text);
