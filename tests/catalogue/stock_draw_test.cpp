@@ -11,6 +11,7 @@
 #include <thread>
 #include <vector>
 
+#include "platform/dao/limits.h"
 #include "support/fixture.h"
 #include "support/second_process.h"
 
@@ -332,6 +333,7 @@ TEST_F(StockDraw, FourWorkstationsDrawingTheSameProductsLoseNoPiece) {
     std::vector<std::unique_ptr<SecondProcess>> crowd;
     for (const int id : services) {
         crowd.push_back(std::make_unique<SecondProcess>([&file, id](const SecondProcess::Side& side) {
+            dao::driver::setLockTimeout(120'000);  // what is asked is what is lost, not who is served first
             dao::Database database = openAsWorkstation(file);
             side.ready();
             side.untilReleased();

@@ -202,7 +202,7 @@ TEST_F(SharingTest, AnEditElsewhereIsWaitedForAndThenReported) {
     EXPECT_EQ(errorOf([&] { set.Edit(); }), errLocked);
     const auto waited = std::chrono::steady_clock::now() - begin;
     EXPECT_GE(waited, std::chrono::milliseconds(140));
-    EXPECT_LT(waited, std::chrono::milliseconds(1500));
+    EXPECT_LT(waited, std::chrono::seconds(8));
     EXPECT_EQ(set.EditMode(), Recordset::EditModeKind::None);
     other.tell("go");
     EXPECT_EQ(other.wait(), 0);
