@@ -6,7 +6,6 @@
 #include <QString>
 #include <charconv>
 #include <cmath>
-#include <optional>
 #include <stdexcept>
 
 #include "exchange/plain_values.h"
@@ -33,6 +32,7 @@ void need(lxw_error error) {
 
 // How a workbook shows what is no plain number or text.
 struct CellFormats {
+    CellFormats() = default;
     explicit CellFormats(lxw_workbook* book)
         : heading(workbook_add_format(book)),
           day(numbered(book, "yyyy-mm-dd")),
@@ -41,10 +41,10 @@ struct CellFormats {
         format_set_bold(heading);
     }
 
-    lxw_format* heading;
-    lxw_format* day;
-    lxw_format* moment;
-    lxw_format* amount;
+    lxw_format* heading = nullptr;
+    lxw_format* day = nullptr;
+    lxw_format* moment = nullptr;
+    lxw_format* amount = nullptr;
 
  private:
     static lxw_format* numbered(lxw_workbook* book, const char* text) {
@@ -65,7 +65,7 @@ class Workbook {
         if (book_ == nullptr) {
             throw std::runtime_error("The workbook cannot be written: there is no memory for it.");
         }
-        formats_.emplace(book_);
+        formats_ = CellFormats(book_);
     }
     Workbook(const Workbook&) = delete;
     Workbook& operator=(const Workbook&) = delete;
@@ -85,7 +85,7 @@ class Workbook {
             const auto column = static_cast<lxw_col_t>(i);
             const dao::FieldDef& field = table.Fields()[i];
             need(worksheet_set_column(sheet_, column, column, widthOf(field.Type), nullptr));
-            need(worksheet_write_string(sheet_, 0, column, field.Name.c_str(), formats_->heading));
+            need(worksheet_write_string(sheet_, 0, column, field.Name.c_str(), formats_.heading));
         }
         row_ = 1;
     }
@@ -125,7 +125,7 @@ class Workbook {
     void write(double value) { number(value, nullptr); }
     void write(dao::Currency value) {
         if (value.scaled() > -kMostDigits && value.scaled() < kMostDigits) {
-            number(value.toDouble(), formats_->amount);
+            number(value.toDouble(), formats_.amount);
         } else {
             write(plainText(value));
         }
@@ -134,7 +134,7 @@ class Workbook {
         if (value.days < kFirstDay || value.days > kLastDay) {
             write(plainText(value));
         } else {
-            number(value.days, value.days == std::floor(value.days) ? formats_->day : formats_->moment);
+            number(value.days, value.days == std::floor(value.days) ? formats_.day : formats_.moment);
         }
     }
     void write(const std::string& value) {
@@ -158,7 +158,7 @@ class Workbook {
 
     std::string path_, room_;
     lxw_workbook* book_ = nullptr;
-    std::optional<CellFormats> formats_;
+    CellFormats formats_;  // of the book
     lxw_worksheet* sheet_ = nullptr;
     lxw_row_t row_ = 0;
     lxw_col_t column_ = 0;

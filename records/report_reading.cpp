@@ -89,10 +89,11 @@ void ReportReading::read(std::size_t block, const std::vector<std::int32_t>& ids
 }
 
 void ReportReading::takeFromShelf(std::size_t group, const std::vector<std::int32_t>& ids) {
-    clients_.take(shelf_->take(group, ReportShelf::kClients), kCustID, ids);
+    clients_.take(shelf_->take(group, ReportShelf::kClientTable), kCustID, ids);
     if (choices_.IncludeComputers) {
-        computers_.take(shelf_->take(group, ReportShelf::kComputers), kOwner, ids);
-        services_.take(shelf_->take(group, ReportShelf::kServices), kMachine, computers_.keys(kMachineID));
+        computers_.take(shelf_->take(group, ReportShelf::kComputerTable), kOwner, ids);
+        services_.take(shelf_->take(group, ReportShelf::kServiceTable), kMachine,
+                       computers_.keys(kMachineID));
     }
 }
 

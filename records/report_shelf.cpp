@@ -76,7 +76,7 @@ bool ReportShelf::fill(dao::Database& database, std::span<const Table> tables,
 void ReportShelf::putRow(const ReportRows& row, Kind kind) {
     const Table& table = tables_[kind];
     const std::optional<std::int32_t> owner = row.key(table.owner);
-    const auto group = !owner ? std::nullopt : (kind == kServices ? computers_ : clients_).find(*owner);
+    const auto group = !owner ? std::nullopt : (kind == kServiceTable ? computers_ : clients_).find(*owner);
     if (!group) {
         return;
     }

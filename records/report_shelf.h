@@ -31,7 +31,7 @@ class ReportShelf {
         int key;    // the one that the owner field of the next table tells; -1: none
         int order;  // the one that rows of the same owner are in order of; -1: none
     };
-    enum Kind : std::size_t { kClients, kComputers, kServices };
+    enum Kind : std::size_t { kClientTable, kComputerTable, kServiceTable };
 
     // `clients`: their numbers, in the order of the report. `folder`: for the file.
     ReportShelf(const Limits& limits, std::span<const std::int32_t> clients, const QString& folder);

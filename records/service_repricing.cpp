@@ -49,8 +49,8 @@ void repriceService(QWidget& window, platform::ListView& list, platform::DataCon
         list.changeItem(service_row::keyOf(id), [&](platform::ListItem& row) { repriceRow(row, total); });
     });
     const service_row::ScreenUnit unit{CeneDinarske, KursKupovni};
-    const ServiceField& price = serviceField(ServiceColumn::Price);
-    step([&] { services.Recordset().Fields(price.list.field) = unit.toStored(total); });
+    const auto* const price = serviceField(ServiceColumn::Price).list.field;
+    step([&] { services.Recordset().Fields(price) = unit.toStored(total); });
     step([&] { services.Recordset().Update(); });
     if (step.failed()) {
         platform::Trap letGo;  // of the write lock, which other workstations are waiting for

@@ -15,7 +15,7 @@ QString personName(const QString& surname, const QString& givenName, const QStri
 }
 
 QString clientOfFields(const EntryFields& fields) {
-    const QString firm = fields.text(kFirmName).trimmed();
+    QString firm = fields.text(kFirmName).trimmed();
     if (fields.firm->isChecked() && !firm.isEmpty()) {
         return firm;
     }

@@ -79,7 +79,8 @@ class RecordsetRows : public RowSource {
         if (known == fields_.end()) {
             known = fields_.emplace(name, fieldOf(name)).first;
         }
-        return known->second ? known->second->Value() : dao::Value();
+        const std::optional<dao::Field>& field = known->second;
+        return field.has_value() ? field->Value() : dao::Value();
     }
     std::optional<dao::Field> fieldOf(const QString& name) const {
         try {

@@ -36,6 +36,7 @@ std::string lineOf(const std::vector<std::string>& row, const std::vector<std::s
 std::vector<std::string> tableLines(const std::vector<std::vector<std::string>>& rows) {
     const std::vector<std::size_t> widths = widthsOf(rows);
     std::vector<std::string> lines;
+    lines.reserve(rows.size());
     for (const std::vector<std::string>& row : rows) {
         lines.push_back(lineOf(row, widths));
     }

@@ -143,6 +143,7 @@ std::vector<Relation> ServerDefinitions::relations() {
         " JOIN pg_attribute AS a2 ON a2.attrelid = many.oid AND a2.attnum = k.conkey[1]"
         " WHERE k.contype = 'f' AND n.nspname = 'shop' ORDER BY k.oid");
     std::vector<Relation> relations;
+    relations.reserve(static_cast<std::size_t>(found.rows()));
     for (int row = 0; row < found.rows(); ++row) {
         relations.push_back({std::string(found.text(row, 0)), std::string(found.text(row, 1)),
                              std::string(found.text(row, 2)), std::string(found.text(row, 3)),

@@ -21,7 +21,7 @@ WriterRow::WriterRow() : mark_(newMark()) {}
 
 // The CASE keeps the server from trying the lock of a number that it must not take.
 int WriterRow::number(Connection& server) {
-    if (held_ || (number_ && tryHold(server, *number_))) {
+    if (number_.has_value() && (held_ || tryHold(server, *number_))) {
         return *number_;
     }
     const Result found = server.run(
@@ -68,7 +68,7 @@ void WriterRow::foreseeRaise(Connection& server) {
 // Once the number is ours again the old connection is gone, and with it whatever might still have been on its
 // way to being committed.
 std::optional<bool> WriterRow::wasCommitted(Connection& server) {
-    if (!held_ && !tryHold(server, number_.value())) {
+    if (!number_.has_value() || (!held_ && !tryHold(server, *number_))) {
         return std::nullopt;
     }
     const Result row = server.run("SELECT commits, mark = $2 FROM dao.writers WHERE number = $1",

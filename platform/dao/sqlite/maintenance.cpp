@@ -315,7 +315,7 @@ void create(const std::string& path, const std::string& connect) {
     passwordFrom(connect, password);
     UnfinishedFile fresh(target);
     fresh.make();
-    driver::SqliteStore({fresh.path(), rawKey(password, newSalt(password)), true, true});
+    { const driver::SqliteStore made({fresh.path(), rawKey(password, newSalt(password)), true, true}); }
     fresh.finish();
 }
 
