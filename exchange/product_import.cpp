@@ -142,7 +142,10 @@ class Planner {
         change.oldDescription = product.description;
         change.price = line.price != product.price;
         change.description = !line.description.empty() && line.description != product.description;
-        change.stock = withStock_ && line.stock && *line.stock != product.stock;
+        change.stock = stockFrom(line);
+        if (change.stock == product.stock) {
+            change.stock.reset();
+        }
         plan.changes.push_back(std::move(change));
     }
 
@@ -156,8 +159,12 @@ class Planner {
         ProductChange change;
         change.line = &line;
         change.price = change.description = true;
-        change.stock = withStock_;
+        change.stock = stockFrom(line);
         plan.changes.push_back(std::move(change));
+    }
+
+    std::optional<float> stockFrom(const PriceLine& line) const {
+        return withStock_ ? line.stock : std::nullopt;
     }
 
     static void makeSure(ByName<std::int32_t>& known, const std::string& name,
@@ -239,8 +246,8 @@ class Writer {
         if (change.description) {
             rows.Fields("Opis") = change.line->description;
         }
-        if (change.stock && change.line->stock.has_value()) {
-            rows.Fields("Stanje") = *change.line->stock;
+        if (change.stock.has_value()) {
+            rows.Fields("Stanje") = *change.stock;
         }
         rows.Update();
         ++counts_.changed;
@@ -261,7 +268,7 @@ class Writer {
             rows.Fields("Opis") = line.description;
             rows.Fields("Napomena") = line.note;
             rows.Fields("JM") = line.unit.empty() ? shop.firstUnit : shop.units.at(key(line.unit));
-            rows.Fields("Stanje") = change.stock ? line.stock.value_or(0) : 0.0F;
+            rows.Fields("Stanje") = change.stock.value_or(0);
             rows.Fields("Cena") = line.price;
             rows.Update();
             ++counts_.added;

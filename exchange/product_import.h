@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,9 +20,10 @@ struct ProductChange {
     std::int32_t id = 0;  // of a product that the shop has; 0: a new one
     float oldPrice = 0, oldStock = 0;
     std::string oldDescription;
-    bool price = false, description = false, stock = false;  // what changes; all of a new one is new
+    bool price = false, description = false;  // what changes; all of a new one is new
+    std::optional<float> stock;               // what it becomes; nothing: it stays, and a new one has none
     bool isNew() const { return id == 0; }
-    bool changesAnything() const { return isNew() || price || description || stock; }
+    bool changesAnything() const { return isNew() || price || description || stock.has_value(); }
 };
 
 // What a whole list does; nothing is written yet. The lines outlive it.

@@ -89,16 +89,15 @@ std::string change(bool isNew, bool changes, const std::string& before, const st
 
 std::vector<std::string> rowOf(const ProductChange& one) {
     const exchange::PriceLine& line = *one.line;
-    return {
-        std::to_string(line.line),
-        one.isNew() ? "new" : "changed",
-        line.group,
-        line.manufacturer,
-        line.name,
-        change(one.isNew(), one.price, shown(one.oldPrice), shown(line.price)),
-        change(one.isNew(), one.stock, shown(one.oldStock), shown(one.stock ? line.stock.value_or(0) : 0)),
-        change(one.isNew(), one.description, '"' + one.oldDescription + '"',
-               one.isNew() ? line.description : '"' + line.description + '"')};
+    return {std::to_string(line.line),
+            one.isNew() ? "new" : "changed",
+            line.group,
+            line.manufacturer,
+            line.name,
+            change(one.isNew(), one.price, shown(one.oldPrice), shown(line.price)),
+            change(one.isNew(), one.stock.has_value(), shown(one.oldStock), shown(one.stock.value_or(0))),
+            change(one.isNew(), one.description, '"' + one.oldDescription + '"',
+                   one.isNew() ? line.description : '"' + line.description + '"')};
 }
 
 void tellPlan(const exchange::ProductPlan& plan, Talk& talk) {
