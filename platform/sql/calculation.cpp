@@ -1,5 +1,7 @@
 #include "platform/sql/calculation.h"
 
+#include <charconv>
+#include <optional>
 #include <utility>
 
 namespace sql::writing {
@@ -9,19 +11,21 @@ constexpr char kNumber = '#';
 constexpr char kOperand = 'a';
 constexpr std::int64_t kExact = std::int64_t{1} << 53;  // beyond it a floating number leaves some out
 
-}  // namespace
-
-Calculation Calculation::ofNumber(std::int64_t number) {
-    if (number < 0 || number > kExact) {
-        return ofOperand(std::to_string(number));
-    }
-    Calculation result;
-    result.steps_.push_back({kNumber, number});
-    return result;
+std::optional<std::int64_t> wholeNumber(std::string_view text) {
+    std::int64_t number = 0;
+    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const bool whole = failure == std::errc() && end == text.data() + text.size();
+    return whole && number >= 0 && number <= kExact ? std::optional(number) : std::nullopt;
 }
+
+}  // namespace
 
 Calculation Calculation::ofOperand(std::string text) {
     Calculation result;
+    if (const std::optional<std::int64_t> number = wholeNumber(text)) {
+        result.steps_.push_back({kNumber, *number});
+        return result;
+    }
     result.steps_.push_back({kOperand, 0});
     result.operands_.push_back(std::move(text));
     return result;

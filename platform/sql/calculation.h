@@ -13,8 +13,7 @@ namespace sql::writing {
 // dozen such steps for each service that it ever did.
 class Calculation {
  public:
-    // Of a whole number, and of whatever else the store reads as `text`.
-    static Calculation ofNumber(std::int64_t number);
+    // Of what the store reads as `text`. A whole number becomes one of the steps.
     static Calculation ofOperand(std::string text);
     // `sign` is one of + - * /. Empty where that would take too many steps.
     static Calculation of(char sign, const Calculation& left, const Calculation& right);

@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <functional>
 #include <utility>
+
+#include "platform/sql/close_numbers.h"
 
 namespace sql {
 
@@ -59,34 +60,6 @@ bool isEqualTerm(const Expression& e) {
 
 bool sameField(const Expression& a, const Expression& b) {
     return sameName(a.text, b.text) && sameName(a.qualifier, b.qualifier) && a.dotted == b.dotted;
-}
-
-// Each number once, ascending. Those of a shop's counters lie close together and are marked in their places:
-// a filter names a hundred thousand services.
-std::vector<std::int64_t> inOrder(std::vector<std::int64_t> ids) {
-    constexpr std::uint64_t kSparse = 64;  // places for each number
-    if (std::is_sorted(ids.begin(), ids.end(), std::less_equal<>())) {
-        return ids;
-    }
-    const auto [low, high] = std::minmax_element(ids.begin(), ids.end());
-    const std::int64_t first = *low;
-    const std::uint64_t span = static_cast<std::uint64_t>(*high) - static_cast<std::uint64_t>(first);
-    if (span / kSparse >= ids.size()) {
-        std::sort(ids.begin(), ids.end());
-        ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
-        return ids;
-    }
-    std::vector<bool> marks(span + 1);
-    for (const std::int64_t id : ids) {
-        marks[static_cast<std::uint64_t>(id) - static_cast<std::uint64_t>(first)] = true;
-    }
-    ids.clear();
-    for (std::uint64_t place = 0; place <= span; ++place) {
-        if (marks[place]) {
-            ids.push_back(first + static_cast<std::int64_t>(place));
-        }
-    }
-    return ids;
 }
 
 }  // namespace
@@ -232,7 +205,8 @@ ExpressionPtr ExpressionParser::orChain() {
 
 ExpressionPtr ExpressionParser::setOf(const ExpressionPtr& field, std::vector<std::int64_t> ids) const {
     auto result = make(Kind::InSet, field->position, {field});
-    result->ids = std::make_shared<const std::vector<std::int64_t>>(inOrder(std::move(ids)));
+    sortOnce(ids);
+    result->ids = std::make_shared<const std::vector<std::int64_t>>(std::move(ids));
     return result;
 }
 

@@ -39,7 +39,6 @@ void failMismatch(const Expression& e) {
 
 Sql integerLiteral(std::int64_t number) {
     Sql result;
-    result.calculation = Calculation::ofNumber(number);
     result.text = std::to_string(number);
     const bool fits = number >= std::numeric_limits<std::int32_t>::min() &&
                       number <= std::numeric_limits<std::int32_t>::max();
@@ -111,8 +110,11 @@ Sql literal(const Dialect& dialect, const Expression& e) {
 Sql inUnits(const Dialect& dialect, Sql sql) {
     sql = dialect.values.value(std::move(sql));
     if (sql.type == Type::Currency) {
-        sql.calculation = Calculation::of('/', Calculation::ofOperand(sql.text),
-                                          Calculation::ofNumber(static_cast<std::int64_t>(kCurrencyScale)));
+        if (!dialect.facts.calculate.empty()) {
+            sql.calculation = Calculation::of(
+                '/', Calculation::ofOperand(sql.text),
+                Calculation::ofOperand(std::to_string(static_cast<std::int64_t>(kCurrencyScale))));
+        }
         sql.text = (sql.precedence < kProduct ? "(" + sql.text + ")" : sql.text) + " / " +
                    dialect.values.real(kCurrencyScale);
         sql.precedence = kProduct;

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/sql/close_numbers.h"
 #include "platform/sql/dialect.h"
 
 namespace sql::writing {
@@ -169,8 +170,7 @@ class SqliteLookups final : public LookupSpelling {
     }
 
     std::string inDenseSet(const Sql& field, const IdSetPtr& ids, int number) const override {
-        const auto span = static_cast<std::uint64_t>(ids->back()) - static_cast<std::uint64_t>(ids->front());
-        if (span / kDense >= ids->size()) {
+        if (!areClose(ids->front(), ids->back(), ids->size(), kDense)) {
             return {};
         }
         return field.text + " BETWEEN " + std::to_string(ids->front()) + " AND " +

@@ -3,12 +3,13 @@
 #include <charconv>
 #include <limits>
 #include <memory>
-#include <new>
 #include <optional>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/dao/sqlite/connection.h"
+#include "platform/dao/sqlite/function_state.h"
 
 // dao_calculate(STEPS, A, B, ...): a calculation of floating numbers in postfix notation. STEPS are whole
 // numbers, the operands as a, b, ..., and the signs + - * /, with a blank between each two. As with the
@@ -27,8 +28,8 @@ struct Step {
 
 class Calculation {
  public:
-    // Nothing where the steps are not as told above, or there are not so many operands.
-    static std::optional<Calculation> read(std::string_view text, std::size_t operands);
+    // nullptr where the steps are not as told above, or there are not so many operands.
+    static std::unique_ptr<Calculation> read(std::string_view text, std::size_t operands);
 
     // NaN: Null.
     double run(sqlite3_value** operands) const;
@@ -43,17 +44,17 @@ class Calculation {
     std::size_t depth_ = 0;
 };
 
-std::optional<Calculation> Calculation::read(std::string_view text, std::size_t operands) {
-    Calculation result;
+std::unique_ptr<Calculation> Calculation::read(std::string_view text, std::size_t operands) {
+    auto result = std::make_unique<Calculation>();
     while (!text.empty()) {
         const std::string_view word = text.substr(0, text.find(' '));
         const std::optional<Step> step = stepOf(word, operands);
-        if (!step || !result.add(*step)) {
-            return {};
+        if (!step || !result->add(*step)) {
+            return nullptr;
         }
         text.remove_prefix(std::min(text.size(), word.size() + 1));
     }
-    return result.depth_ == 1 ? std::optional(std::move(result)) : std::nullopt;
+    return result->depth_ == 1 ? std::move(result) : nullptr;
 }
 
 std::optional<Step> Calculation::stepOf(std::string_view word, std::size_t operands) {
@@ -112,35 +113,20 @@ double Calculation::run(sqlite3_value** operands) const {
     return values[0];
 }
 
-// The statement's own, read at its first row. nullptr: there is none to be had.
-const Calculation* calculationOf(sqlite3_context* context, int count, sqlite3_value** values) {
-    if (const auto* made = static_cast<const Calculation*>(sqlite3_get_auxdata(context, 0))) {
-        return made;
-    }
-    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(values[0]));
-    std::optional<Calculation> read = Calculation::read(text == nullptr ? "" : text, count - 1);
-    if (!read) {
-        return nullptr;
-    }
-    auto made = std::make_unique<Calculation>(std::move(*read));
-    sqlite3_set_auxdata(context, 0, made.release(),
-                        [](void* done) { delete static_cast<Calculation*>(done); });
-    return static_cast<const Calculation*>(sqlite3_get_auxdata(context, 0));
-}
-
-// No exception may pass through the library.
 void calculate(sqlite3_context* context, int count, sqlite3_value** values) {
-    const Calculation* calculation = nullptr;
-    try {
-        calculation = count > 0 ? calculationOf(context, count, values) : nullptr;
-    } catch (const std::bad_alloc&) {
-        return sqlite3_result_error_nomem(context);
-    }
-    if (calculation == nullptr) {
+    if (count == 0) {
         return sqlite3_result_error_code(context, SQLITE_MISMATCH);
     }
-    // NaN becomes Null on its own.
-    sqlite3_result_double(context, calculation->run(values + 1));
+    withinLibrary(context, [&] {
+        const auto* const calculation = keptWithStatement<Calculation>(context, [&] {
+            return Calculation::read(textOf(values[0]), static_cast<std::size_t>(count) - 1);
+        });
+        if (calculation == nullptr) {
+            return sqlite3_result_error_code(context, SQLITE_MISMATCH);
+        }
+        // NaN becomes Null on its own.
+        sqlite3_result_double(context, calculation->run(values + 1));
+    });
 }
 
 }  // namespace

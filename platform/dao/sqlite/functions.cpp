@@ -5,6 +5,7 @@
 #include "platform/dao/calendar.h"
 #include "platform/dao/names.h"
 #include "platform/dao/sqlite/connection.h"
+#include "platform/dao/sqlite/function_state.h"
 #include "platform/text/order.h"
 
 namespace dao::driver {
@@ -13,12 +14,6 @@ namespace {
 int compareTexts(void*, int sizeA, const void* textA, int sizeB, const void* textB) {
     return alphabet::compare({static_cast<const char*>(textA), static_cast<std::size_t>(sizeA)},
                              {static_cast<const char*>(textB), static_cast<std::size_t>(sizeB)});
-}
-
-std::string_view textOf(sqlite3_value* value) {
-    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
-    return text == nullptr ? std::string_view{}
-                           : std::string_view{text, static_cast<std::size_t>(sqlite3_value_bytes(value))};
 }
 
 std::int64_t floorDiv(std::int64_t a, std::int64_t b) {

@@ -1,8 +1,9 @@
 #include <algorithm>
-#include <new>
+#include <memory>
 #include <utility>
 
 #include "platform/dao/sqlite/connection.h"
+#include "platform/dao/sqlite/function_state.h"
 #include "platform/dao/sqlite/table_function.h"
 
 // idset(N): the numbers that a narrowed view of the shop's services was made of, as a table of one column.
@@ -171,35 +172,25 @@ bool AskedSet::has(std::int64_t number) {
     return at_ < numbers.size() && numbers[at_] == number;
 }
 
-// The statement's own, made at its first row. nullptr: no set bears that number.
-AskedSet* askedSet(sqlite3_context* context, sqlite3_value* number) {
-    if (auto* asked = static_cast<AskedSet*>(sqlite3_get_auxdata(context, 0))) {
-        return asked;
-    }
+// nullptr: no set bears that number.
+std::unique_ptr<AskedSet> makeAskedSet(sqlite3_context* context, sqlite3_value* number) {
     const auto* const library = static_cast<LibraryHandle*>(sqlite3_user_data(context));
     const sql::IdSetPtr* const found = library->findIdSet(sqlite3_value_int64(number));
-    if (found == nullptr) {
-        return nullptr;
-    }
-    auto* const asked = new AskedSet(*found);
-    sqlite3_set_auxdata(context, 0, asked, [](void* done) { delete static_cast<AskedSet*>(done); });
-    return static_cast<AskedSet*>(sqlite3_get_auxdata(context, 0));
+    return found == nullptr ? nullptr : std::make_unique<AskedSet>(*found);
 }
 
-// No exception may pass through the library.
 void isInSet(sqlite3_context* context, int, sqlite3_value** values) {
     if (sqlite3_value_type(values[1]) == SQLITE_NULL) {
         return;
     }
-    try {
-        AskedSet* const asked = askedSet(context, values[0]);
+    withinLibrary(context, [&] {
+        auto* const asked =
+            keptWithStatement<AskedSet>(context, [&] { return makeAskedSet(context, values[0]); });
         if (asked == nullptr) {
             return sqlite3_result_error_code(context, SQLITE_ERROR);
         }
         sqlite3_result_int(context, asked->has(sqlite3_value_int64(values[1])) ? 1 : 0);
-    } catch (const std::bad_alloc&) {
-        sqlite3_result_error_nomem(context);
-    }
+    });
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <numeric>
 
+#include "platform/sql/close_numbers.h"
 #include "platform/sql/sql_text.h"
 
 namespace dao::driver {
@@ -60,10 +61,9 @@ void KeyOrder::sortBy(std::size_t column, std::vector<std::uint32_t>& order) con
     }
     const auto [lowest, highest] = std::minmax_element(order.begin(), order.end(), less);
     const std::int64_t first = key(*lowest, column);
-    const std::uint64_t span =
-        static_cast<std::uint64_t>(key(*highest, column)) - static_cast<std::uint64_t>(first);
-    if (span / kSparse < rows()) {
-        countBy(column, first, span + 1, order);
+    const std::int64_t last = key(*highest, column);
+    if (sql::areClose(first, last, rows(), kSparse)) {
+        countBy(column, first, sql::spanOf(first, last) + 1, order);
     } else {
         std::stable_sort(order.begin(), order.end(), less);
     }

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/sql/close_numbers.h"
 #include "platform/sql/sql_text.h"
 
 namespace dao::driver {
@@ -22,9 +23,7 @@ struct KeyRange {
 
     std::int64_t first, last;  // without rows it does not matter which
     std::uint64_t rows;
-    bool hasAll() const {
-        return rows == 0 || static_cast<std::uint64_t>(last) - static_cast<std::uint64_t>(first) == rows - 1;
-    }
+    bool hasAll() const { return rows == 0 || sql::spanOf(first, last) == rows - 1; }
 };
 
 }  // namespace dao::driver

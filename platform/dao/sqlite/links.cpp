@@ -5,7 +5,9 @@
 #include <vector>
 
 #include "platform/dao/sqlite/connection.h"
+#include "platform/dao/sqlite/function_state.h"
 #include "platform/dao/sqlite/key_range.h"
+#include "platform/sql/close_numbers.h"
 
 // dao_link(TABLE, FIELD, NUMBER): what the row of that number holds in a field: of a computer the client; or,
 // where the field is '', the number itself. Null where there is no such row. A filter that finds a tenth of
@@ -34,7 +36,7 @@ class PassedOn {
     std::int64_t find(std::int64_t number) const;
 
  private:
-    static constexpr std::uint64_t kSparse = 4;  // places for each row
+    static constexpr std::uint64_t kSparse = 8;  // places for each row
 
     std::int64_t first_ = 0;
     std::uint64_t themselves_ = 0;
@@ -48,9 +50,8 @@ void PassedOn::assign(const std::vector<std::int64_t>& pairs) {
         first_ = std::min(first_, pairs[at]);
         last = std::max(last, pairs[at]);
     }
-    const std::uint64_t span = static_cast<std::uint64_t>(last) - static_cast<std::uint64_t>(first_);
-    if (span / kSparse <= pairs.size()) {
-        near_.assign(span + 1, kNothing);
+    if (sql::areClose(first_, last, pairs.size() / 2, kSparse)) {
+        near_.assign(sql::spanOf(first_, last) + 1, kNothing);
     }
     for (std::size_t at = 0; at < pairs.size(); at += 2) {
         if (near_.empty()) {
@@ -67,7 +68,7 @@ void PassedOn::assignThemselves(std::int64_t first, std::uint64_t count) {
 }
 
 std::int64_t PassedOn::find(std::int64_t number) const {
-    const std::uint64_t place = static_cast<std::uint64_t>(number) - static_cast<std::uint64_t>(first_);
+    const std::uint64_t place = sql::spanOf(first_, number);
     if (place < themselves_) {
         return number;
     }
@@ -172,27 +173,12 @@ int Links::readAll() {
     return ended;
 }
 
-std::string textOf(sqlite3_value* value) {
-    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
-    return text == nullptr ? std::string() : text;
-}
-
-// The statement's own, made at its first row.
-Links* linksOf(sqlite3_context* context, sqlite3_value** values) {
-    if (auto* made = static_cast<Links*>(sqlite3_get_auxdata(context, 0))) {
-        return made;
-    }
-    auto& library = *static_cast<LibraryHandle*>(sqlite3_user_data(context));
-    auto* links = new Links(library, textOf(values[0]), textOf(values[1]));
-    sqlite3_set_auxdata(context, 0, links, [](void* done) { delete static_cast<Links*>(done); });
-    return static_cast<Links*>(sqlite3_get_auxdata(context, 0));
-}
-
 int answer(sqlite3_context* context, sqlite3_value** values) {
-    Links* links = linksOf(context, values);
-    if (links == nullptr) {
-        return SQLITE_NOMEM;
-    }
+    auto* const links = keptWithStatement<Links>(context, [&] {
+        auto& library = *static_cast<LibraryHandle*>(sqlite3_user_data(context));
+        return std::make_unique<Links>(library, std::string(textOf(values[0])),
+                                       std::string(textOf(values[1])));
+    });
     std::int64_t passed = kNothing;
     const int code = links->find(sqlite3_value_int64(values[2]), passed);
     if (code == SQLITE_OK && passed != kNothing) {
@@ -201,20 +187,16 @@ int answer(sqlite3_context* context, sqlite3_value** values) {
     return code;
 }
 
-// No exception may pass through the library.
 void link(sqlite3_context* context, int, sqlite3_value** values) {
     if (sqlite3_value_numeric_type(values[2]) != SQLITE_INTEGER) {
         return;
     }
-    int code = SQLITE_NOMEM;
-    try {
-        code = answer(context, values);
-    } catch (const std::bad_alloc&) {
-        code = SQLITE_NOMEM;
-    }
-    if (code != SQLITE_OK) {
-        sqlite3_result_error_code(context, code);
-    }
+    withinLibrary(context, [&] {
+        const int code = answer(context, values);
+        if (code != SQLITE_OK) {
+            sqlite3_result_error_code(context, code);
+        }
+    });
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
 #include <algorithm>
-#include <bit>
 
 #include "platform/dao/sqlite/key_range.h"
 #include "platform/dao/sqlite/rows.h"
+#include "platform/sql/close_numbers.h"
 
 // The keys of a table's rows, by whatever road is shortest.
 namespace dao::driver {
@@ -10,31 +10,6 @@ namespace {
 
 // A look into the table for one number takes as long as going through so many rows.
 constexpr std::uint64_t kRowsOfALook = 8;
-
-// A table's keys are different numbers, and lie close together where a counter gave them: then each is one
-// mark on a long strip, and reading the strip gives their order.
-void sortKeys(std::vector<std::int64_t>& keys) {
-    constexpr std::uint64_t kWord = 64;
-    const auto [lowest, highest] = std::minmax_element(keys.begin(), keys.end());
-    const auto first = static_cast<std::uint64_t>(*lowest);
-    const std::uint64_t span = static_cast<std::uint64_t>(*highest) - first;
-    if (span / kWord > keys.size()) {
-        std::sort(keys.begin(), keys.end());
-        return;
-    }
-    std::vector<std::uint64_t> strip(span / kWord + 1, 0);
-    for (const std::int64_t key : keys) {
-        const std::uint64_t place = static_cast<std::uint64_t>(key) - first;
-        strip[place / kWord] |= std::uint64_t{1} << (place % kWord);
-    }
-    auto out = keys.begin();
-    for (std::size_t word = 0; word < strip.size(); ++word) {
-        for (std::uint64_t marks = strip[word]; marks != 0; marks &= marks - 1) {
-            *out++ = static_cast<std::int64_t>(first + word * kWord +
-                                               static_cast<std::uint64_t>(std::countr_zero(marks)));
-        }
-    }
-}
 
 KeyRange keyRange(SqliteConnection& file, const std::string& table) {
     std::vector<std::int64_t> told;
@@ -59,9 +34,7 @@ std::vector<std::int64_t> keysOfEachRow(SqliteConnection& file, const std::strin
     std::vector<std::int64_t> keys;
     keys.reserve(rows);
     file.cached(text)->readKeys(keys, 1);
-    if (!std::is_sorted(keys.begin(), keys.end())) {
-        sortKeys(keys);
-    }
+    sql::sortOnce(keys);
     return keys;
 }
 

@@ -131,9 +131,7 @@ TEST_F(NumberSetTest, RowsOfCloseNumbersAreThoseOfTheSet) {
 
 // From the last number to the first, as another order asks for them: nothing is found twice or left out.
 TEST_F(NumberSetTest, RowsOfCloseNumbersComeInAnyOrder) {
-    store("Chosen", "Customers", chain("CustID", 1, kClients, 1));
-    db.QueryDefs()["Chosen"].setSQL("SELECT * FROM Customers WHERE " + chain("CustID", 2, kClients, 2) +
-                                    " OR CustID=1");
+    store("Chosen", "Customers", chain("CustID", 2, kClients, 2) + " OR CustID=1");
     std::vector<int> expected = customersAmong(2, kClients, 2);
     expected.insert(expected.begin(), 1);
     std::reverse(expected.begin(), expected.end());
