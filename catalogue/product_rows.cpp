@@ -29,7 +29,7 @@ void ProductRows::take(const ProductFields& fields) {
         row.stock = stock.asSingle();
     }
     for (const dao::Field& text : fields.texts) {
-        texts_.add(text.Value().textRef());
+        texts_.add(text.Text());
     }
     rows_.push_back(row);
     keys_.put(row.id, count());

@@ -40,7 +40,7 @@ float DrawnRows::take(const SourceFields& fields, platform::Trap& step) {
     }
     row.firstText = texts_.count();
     for (const dao::Field& text : fields.texts) {
-        texts_.add(text.Value().textRef());
+        texts_.add(text.Text());
     }
     step([&] {
         const float euro = fields.price.Value().asSingle();

@@ -22,23 +22,11 @@ QString clientOfFields(const EntryFields& fields) {
     return personName(fields.text(kSurname), fields.text(kGivenName), fields.text(kNickName));
 }
 
-const std::string& textIn(const dao::Field& field) {
-    return field.Value().textRef();
-}
-
 // A letter that is plainly none of the many blanks there are makes an end of it for nearly every firm.
-bool isBlank(const std::string& text) {
+bool isBlank(std::string_view text) {
     const auto isPlain = [](char letter) { return letter > ' ' && letter < '\x7F'; };
     return std::none_of(text.begin(), text.end(), isPlain) &&
-           QString::fromStdString(text).trimmed().isEmpty();
-}
-
-void appendPerson(std::string& to, const std::string& surname, const std::string& givenName,
-                  const std::string& nickName) {
-    to.append(surname).append(", ").append(givenName);
-    if (!nickName.empty()) {
-        to.append(" - ").append(nickName);
-    }
+           QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).trimmed().isEmpty();
 }
 
 NameWriter clientsOfRows(const dao::Recordset& rows) {
@@ -46,10 +34,14 @@ NameWriter clientsOfRows(const dao::Recordset& rows) {
             surname = rows.Fields("Surname"), givenName = rows.Fields("GivenName"),
             nickName = rows.Fields("NickName")](std::string& name) {
         const dao::Value& firmAddress = isFirm.Value();
-        if (!firmAddress.isNull() && firmAddress.asBool() && !isBlank(textIn(firm))) {
-            name += textIn(firm);
+        if (!firmAddress.isNull() && firmAddress.asBool() && !isBlank(firm.Text())) {
+            name += firm.Text();
         } else {
-            appendPerson(name, textIn(surname), textIn(givenName), textIn(nickName));
+            name.append(surname.Text()).append(", ");
+            name.append(givenName.Text());
+            if (const std::string_view nick = nickName.Text(); !nick.empty()) {
+                name.append(" - ").append(nick);
+            }
         }
     };
 }
@@ -59,7 +51,7 @@ QString computerOfFields(const EntryFields& fields) {
 }
 
 NameWriter computersOfRows(const dao::Recordset& rows) {
-    return [machine = rows.Fields("MachineName")](std::string& name) { name += textIn(machine); };
+    return [machine = rows.Fields("MachineName")](std::string& name) { name += machine.Text(); };
 }
 
 }  // namespace

@@ -13,15 +13,16 @@
 namespace platform {
 namespace {
 
-constexpr std::size_t kAhead = 16;  // rows
 constexpr std::size_t kUsual = 24;  // bytes of a name, with its length
 
 bool isAscii(char letter) {
     return (static_cast<unsigned char>(letter) & 0x80U) == 0;
 }
 
+}  // namespace
+
 // A beginning that names are looked through for. As long as both are plain letters no name is taken apart.
-class Beginning {
+class NameList::Beginning {
  public:
     explicit Beginning(const QString& text) : text_(text) {
         for (const QChar letter : text) {
@@ -30,6 +31,14 @@ class Beginning {
             }
             plain_.push_back(alphabet::lowerAscii(letter.toLatin1()));
         }
+    }
+
+    // Whether names that begin so stand together in the order, but for signs that look like these letters
+    // and stand behind them.
+    bool isUsual() const {
+        constexpr char16_t kLastLatin = 0x17F;
+        return std::all_of(text_.begin(), text_.end(),
+                           [](QChar letter) { return letter != 0 && letter.unicode() <= kLastLatin; });
     }
 
     bool isOf(std::string_view name) const {
@@ -56,8 +65,6 @@ class Beginning {
     QString text_;
     std::string plain_;  // the plain letters that it begins with, small
 };
-
-}  // namespace
 
 // --- The texts.
 
@@ -101,7 +108,7 @@ std::vector<std::uint32_t> NameList::order() const {
     return names.order();
 }
 
-// The texts are put in the order of their rows as well: whoever goes through them all reads on and on.
+// The texts stay where they are: to move them would take longer than all the rest.
 void NameList::sort() {
     std::vector<Row> sorted;
     sorted.reserve(rows_.size());
@@ -109,17 +116,6 @@ void NameList::sort() {
         sorted.push_back(rows_[place]);
     }
     rows_ = std::move(sorted);
-    std::string texts;
-    texts.reserve(texts_.size());
-    for (std::size_t i = 0; i < rows_.size(); ++i) {
-        // Each text lies somewhere else, and waiting for the memory would take longer than all the rest.
-        __builtin_prefetch(texts_.data() + rows_[std::min(i + kAhead, rows_.size() - 1)].shown);
-        Row& row = rows_[i];
-        const std::uint32_t old = std::exchange(row.shown, static_cast<std::uint32_t>(texts.size()));
-        row.key = row.shown;
-        texts.append(texts_, old, sizeof old + textAt(old).size());
-    }
-    texts_ = std::move(texts);
 }
 
 int NameList::placeFor(std::string_view text) const {
@@ -154,11 +150,49 @@ QString NameList::text(int place) const {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+// Most beginnings stand at their place in the alphabet. Where none does there, all texts are gone through as
+// they lie, and only where one of them begins so, the rows.
 int NameList::findPrefix(const QString& text) const {
     const Beginning beginning(text);
-    const auto found = std::find_if(rows_.begin(), rows_.end(),
+    const auto [first, last] = beginning.isUsual() ? rowsFrom(text.toStdString()) : std::pair(0, 0);
+    int found = findIn(first, last, beginning);
+    if (found >= 0) {
+        // One that was given another name stays where it stood.
+        const auto isOther = [&](const Row& row) {
+            return row.key != row.shown && beginning.isOf(textAt(row.shown));
+        };
+        const auto other = std::find_if(rows_.begin(), rows_.begin() + found, isOther);
+        return static_cast<int>(other - rows_.begin());
+    }
+    return hasText(beginning) ? findIn(0, size(), beginning) : -1;
+}
+
+std::pair<int, int> NameList::rowsFrom(const std::string& text) const {
+    const std::string letters = alphabet::orderKey(text);
+    const std::string_view key(letters.c_str());  // the marks behind the letters decide on nothing here
+    const auto isBefore = [&](const Row& row) { return alphabet::orderKey(textAt(row.key)) < key; };
+    const auto begins = [&](const Row& row) { return alphabet::orderKey(textAt(row.key)).starts_with(key); };
+    const auto first = std::partition_point(rows_.begin(), rows_.end(), isBefore);
+    const auto last = std::partition_point(first, rows_.end(), begins);
+    return {static_cast<int>(first - rows_.begin()), static_cast<int>(last - rows_.begin())};
+}
+
+int NameList::findIn(int first, int last, const Beginning& beginning) const {
+    const auto end = rows_.begin() + last;
+    const auto found = std::find_if(rows_.begin() + first, end,
                                     [&](const Row& row) { return beginning.isOf(textAt(row.shown)); });
-    return found == rows_.end() ? -1 : static_cast<int>(found - rows_.begin());
+    return found == end ? -1 : static_cast<int>(found - rows_.begin());
+}
+
+bool NameList::hasText(const Beginning& beginning) const {
+    for (std::uint32_t place = 0; place < texts_.size();) {
+        const std::string_view text = textAt(place);
+        if (beginning.isOf(text)) {
+            return true;
+        }
+        place += static_cast<std::uint32_t>(sizeof place + text.size());
+    }
+    return false;
 }
 
 }  // namespace platform

@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <string_view>
 #include <vector>
 
 #include "platform/dao/row_age.h"
@@ -42,6 +44,11 @@ class CurrentRow {
         }
         asked_[column] = 1;
         return block_.isUnread(place_, column) ? nullptr : &take(column);
+    }
+    // Its text; nothing where the value has to be made to know it.
+    std::optional<std::string_view> lookAtText(std::size_t column) {
+        asked_[column] = 1;
+        return block_.text(place_, column);
     }
     const Value& take(std::size_t column) {
         Cell& cell = cells_[column];

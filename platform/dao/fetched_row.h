@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+#include <string_view>
+
 #include "platform/dao/row_position.h"
 #include "platform/dao/row_source.h"
 
@@ -22,14 +25,23 @@ class FetchedRow {
     const Value& value(std::size_t column) {
         // A list of a thousand services asks here ten thousand times: no more than this for a row that is
         // there.
-        if (!row_.isOf(position_.at())) {
-            fetch();
-        }
+        need();
         const Value* const known = row_.look(column);
         return known != nullptr ? *known : unread(column);
     }
+    // Of the same value the text, as it lies among the rows that have been read.
+    std::string_view text(std::size_t column) {
+        need();
+        const std::optional<std::string_view> packed = row_.lookAtText(column);
+        return packed ? *packed : value(column).textRef();
+    }
 
  private:
+    void need() {
+        if (!row_.isOf(position_.at())) {
+            fetch();
+        }
+    }
     const Value& unread(std::size_t column);
 
     RowSource& rows_;

@@ -36,6 +36,9 @@ int Field::Size() const {
 const dao::Value& Field::Value() const {
     return set_->value(index_);
 }
+std::string_view Field::Text() const {
+    return set_->text(index_);
+}
 void Field::setValue(dao::Value value) {
     set_->setValue(index_, std::move(value));
 }

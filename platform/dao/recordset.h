@@ -23,6 +23,9 @@ class Field {
     // Of the current row, or of the row being added or edited. Throws 3021 where there is none, 3167 where
     // somebody has deleted it. The reference lives until the record set moves or changes.
     const dao::Value& Value() const;
+    // The text alone, without a value made of it: empty where the field is Null or holds no text. Throws as
+    // Value does; lives until anything else is asked of the record set.
+    std::string_view Text() const;
     // Only between AddNew or Edit and Update: 3020 otherwise; 3163 for a text too long; 3421 for one that is
     // not valid UTF-8 or holds a zero character; 13 for a value that does not convert to the field's type.
     // After an error the field is what it was.

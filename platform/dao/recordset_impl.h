@@ -29,11 +29,12 @@ class RecordsetImpl final : public Dependent {
     const Columns& columns() const { return rows_->columns(); }
     const sql::ResultColumn& column(int index) const;  // 3420, 3265
     const Value& value(int index) {
-        if (closed_ || !columns().has(index)) {
-            column(index);
-        }
-        const auto at = static_cast<std::size_t>(index);
+        const std::size_t at = checked(index);
         return isPending() ? editing_->value(at) : row_.value(at);
+    }
+    std::string_view text(int index) {  // see Field
+        const std::size_t at = checked(index);
+        return isPending() ? editing_->value(at).textRef() : row_.text(at);
     }
     void setValue(int index, Value&& value);
 
@@ -54,6 +55,12 @@ class RecordsetImpl final : public Dependent {
     void Requery();
 
  private:
+    std::size_t checked(int index) const {  // 3420, 3265
+        if (closed_ || !columns().has(index)) {
+            column(index);
+        }
+        return static_cast<std::size_t>(index);
+    }
     bool isPending() const { return editing_ != nullptr && editing_->isPending(); }
 
     std::shared_ptr<DatabaseImpl> database_;

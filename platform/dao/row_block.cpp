@@ -160,6 +160,16 @@ void setReal(Type type, double number, Value::Store& out) {
 
 }  // namespace
 
+std::optional<std::string_view> RowBlock::text(std::size_t row, std::size_t column) const {
+    const std::size_t cell = at(row, column);
+    const Kind kind = cells_.kind(cell);
+    if (kind == Kind::Null) {
+        return std::string_view();
+    }
+    const bool isOfTexts = types_[column] == Type::Text || types_[column] == Type::Null;
+    return kind == Kind::Text && isOfTexts ? std::optional(texts_.at(cells_.slot(cell))) : std::nullopt;
+}
+
 void RowBlock::get(std::size_t row, std::size_t column, Value& out) const {
     const std::size_t cell = at(row, column);
     const std::uint64_t slot = cells_.slot(cell);

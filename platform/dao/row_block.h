@@ -2,6 +2,7 @@
 
 #include <bit>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -56,6 +57,9 @@ class RowBlock {
     bool isUnread(std::size_t row, std::size_t column) const {
         return cells_.kind(at(row, column)) == Kind::Unread;
     }
+    // Of a text in a column of texts, as it lies here; the empty text for Null; nothing where get() gives
+    // anything else.
+    std::optional<std::string_view> text(std::size_t row, std::size_t column) const;
     // Reuses the memory of `out`. Throws Error 6 for a number that the column's type cannot hold.
     void get(std::size_t row, std::size_t column, Value& out) const;
 

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QStringList>
+#include <random>
+
 namespace {
 
 using platform::NameList;
@@ -72,6 +75,46 @@ TEST(NameList, ABeginningIsFoundWhateverItsLetters) {
     EXPECT_EQ(list.findPrefix("kostaa"), -1);
     EXPECT_EQ(list.findPrefix(""), 0);
     EXPECT_EQ(NameList().findPrefix(""), -1);
+}
+
+// As whoever reads from the top would find it.
+int firstThatBegins(const NameList& list, const QString& text) {
+    for (int place = 0; place < list.size(); ++place) {
+        if (list.text(place).startsWith(text, Qt::CaseInsensitive)) {
+            return place;
+        }
+    }
+    return -1;
+}
+
+TEST(NameList, TheFirstThatBeginsSoIsFoundAmongMany) {
+    const QStringList parts{"a", "A", "b", "c", "č", "Č", "ć", "d", "đ", "l", "ł", "Ł", "s",
+                            "š", "ſ", "z", "ž", "ß", "K", "µ", "μ", "и", "И", "1", " ", ""};
+    std::minstd_rand random(11);
+    const auto word = [&](int most) {
+        QString text;
+        for (auto letters = random() % (most + 1); letters > 0; --letters) {
+            text += parts.at(static_cast<qsizetype>(random()) % parts.size());
+        }
+        return text;
+    };
+    NameList list;
+    for (int number = 0; number < 400; ++number) {
+        list.add({word(4).toStdString(), number});
+    }
+    list.sort();
+    for (int turn = 0; turn < 3000; ++turn) {
+        const QString text = word(3);
+        ASSERT_EQ(list.findPrefix(text), firstThatBegins(list, text)) << text.toStdString();
+        if (turn % 50 == 0) {
+            list.replace(static_cast<int>(random() % 400), word(4).toStdString());
+        }
+        if (turn % 70 == 0) {
+            list.remove(static_cast<int>(random() % 400));
+            const std::string name = word(4).toStdString();
+            list.insert(list.placeFor(name), {name, turn});
+        }
+    }
 }
 
 }  // namespace

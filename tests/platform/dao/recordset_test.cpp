@@ -253,6 +253,47 @@ TEST_F(RecordsetTest, TypesComeFromTheTable) {
     EXPECT_EQ(customers["FirmAddress"], Value(true));
 }
 
+TEST_F(RecordsetTest, ATextIsTheOneOfTheValue) {
+    fill(3);
+    db.Execute("UPDATE Customers SET City = Null WHERE CustID=2");
+    for (const RecordsetType type : {dbOpenDynaset, dbOpenSnapshot}) {
+        // Both an integer and a date are texts to the store where a text is made of them.
+        Recordset set = db.OpenRecordset("SELECT *, CustID & '' AS Told FROM Customers", type);
+        for (; !set.EOF(); set.MoveNext()) {
+            for (int index = 0; index < set.FieldCount(); ++index) {
+                const std::string text(set.Fields(index).Text());
+                EXPECT_EQ(text, set.Fields(index).Value().textRef()) << set.Fields(index).Name();
+            }
+        }
+        EXPECT_EQ(errorOf([&] { set.Fields("City").Text(); }), errNoCurrentRecord);
+        set.Close();
+    }
+}
+
+TEST_F(RecordsetTest, ATextIsThatOfTheRowAsItStands) {
+    fill(2);
+    Recordset set = db.OpenRecordset("Customers");
+    Field city = set.Fields("City");
+    const Field surname = set.Fields("Surname");
+    const std::string first(surname.Text());
+    set.Edit();
+    city = Value("Niš");
+    EXPECT_EQ(city.Text(), "Niš");
+    EXPECT_EQ(surname.Text(), first);
+    set.Update();
+    EXPECT_EQ(city.Text(), "Niš");
+    db.Execute("UPDATE Customers SET City = 'Bor' WHERE CustID=1");
+    set.MoveFirst();
+    EXPECT_EQ(city.Text(), "Bor");
+    set.MoveNext();
+    EXPECT_EQ(surname.Text(), set["Surname"].asText());
+    EXPECT_NE(surname.Text(), first);
+    set.Delete();
+    EXPECT_EQ(errorOf([&] { city.Text(); }), errRecordDeleted);
+    set.Close();
+    EXPECT_EQ(errorOf([&] { city.Text(); }), errObjectClosed);
+}
+
 TEST_F(RecordsetTest, AfterDeleteThereIsNoCurrentRowUntilAMove) {
     fill(3);
     Recordset set = db.OpenRecordset("Customers");
