@@ -100,6 +100,19 @@ TEST_F(OldFormatTest, TakesNothingElseForOne) {
     EXPECT_THAT(refusal(), HasSubstr("cannot be read: No such file"));
 }
 
+TEST_F(OldFormatTest, IsClosedAgainWhenItHasBeenLookedAt) {
+    const auto openFiles = [] {
+        const std::filesystem::directory_iterator all("/proc/self/fd");
+        return std::distance(begin(all), end(all));
+    };
+    const auto before = openFiles();
+    for (int i = 0; i < 3; ++i) {
+        oldFormatOf(file());
+        refusal();
+    }
+    EXPECT_EQ(openFiles(), before);
+}
+
 TEST_F(OldFormatTest, ALockFileThatACrashHasLeftHoldsNobodyUp) {
     writeEntry();
     EXPECT_EQ(holderOf(file()), std::nullopt);
