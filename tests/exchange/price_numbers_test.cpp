@@ -39,7 +39,8 @@ TEST(PriceNumbers, TheCurrencyBesideItIsKnown) {
 }
 
 TEST(PriceNumbers, SomeNumbersTellTheirMark) {
-    for (const char* const comma : {"12,5", "12,50", "1.234,5", "1.234.567", "0,125", "1234,567", ",5", ",500", "-,125"}) {
+    for (const char* const comma :
+         {"12,5", "12,50", "1.234,5", "1.234.567", "0,125", "1234,567", ",5", ",500", "-,125"}) {
         EXPECT_EQ(markIn(comma), DecimalMark::Comma) << comma;
     }
     for (const char* const point : {"12.5", "1,234.5", "1,234,567", "0.125", "12.5000"}) {

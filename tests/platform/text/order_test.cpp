@@ -90,7 +90,8 @@ TEST(OrderTest, OtherAlphabetsStandBehindOurs) {
 }
 
 TEST(OrderTest, BytesThatAreNoTextStandBehindAllAndApart) {
-    expectOrder({"a", "\xF0\x9F\x98\x80", "\x80", "\xC4", "\xFF"});
+    expectOrder(
+        {"a", "\xF0\x9F\x98\x80", "\xF4\x8F\xBF\xBF", "\x80", "\xC4", "\xC5(", "\xF4\x90\x80\x80", "\xFF"});
     EXPECT_NE(alphabet::compare("a\xC4", "a"), 0);
     EXPECT_NE(alphabet::compare("\xC4z", "\xC4\x8D"), 0);
 }
