@@ -860,6 +860,18 @@ TEST_F(Services, ServiceThatCouldNotBeWrittenHoldsNoLock) {
     EXPECT_EQ(window().controls.Data1[2]->Recordset().EditMode(), dao::Recordset::EditModeKind::None);
 }
 
+TEST_F(Services, RepricingThatCannotBeWrittenHoldsNoLock) {
+    const int id = addService(machine);
+    window();
+    // The service goes while it is being edited.
+    QObject::connect(list().model(), &QAbstractItemModel::dataChanged, &list(), [this, id] {
+        openDatabase().Execute("DELETE * FROM Services WHERE ID=" + std::to_string(id));
+    });
+    repriceService(window(), *window().controls.ListView1, *window().controls.Data1[2], id, 50);
+    EXPECT_EQ(countRows("SELECT * FROM Services"), 0);
+    EXPECT_EQ(window().controls.Data1[2]->Recordset().EditMode(), dao::Recordset::EditModeKind::None);
+}
+
 TEST_F(Services, FailingRepricingIsSilentAndLeavesThePrice) {
     BusyColleague colleague(databaseFile());
     const int id = addService(machine);
