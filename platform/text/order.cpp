@@ -4,7 +4,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 
 #include "platform/text/ascii.h"
 #include "platform/text/utf8.h"
@@ -248,8 +247,10 @@ int compare(std::string_view a, std::string_view b) {
 // Most names are plain letters from their first to their last.
 void appendOrderKey(std::string& key, std::string_view text) {
     const auto marked = std::find_if(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; });
-    std::transform(text.begin(), marked, std::back_inserter(key), lowerAscii);
     auto plain = static_cast<std::size_t>(marked - text.begin());  // letters since the last mark
+    const auto start = static_cast<std::ptrdiff_t>(key.size());
+    key.append(text, 0, plain);
+    std::transform(key.begin() + start, key.end(), key.begin() + start, lowerAscii);
     text.remove_prefix(plain);
     std::string marks;
     while (!text.empty()) {
