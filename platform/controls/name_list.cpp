@@ -38,7 +38,7 @@ class NameList::Beginning {
     bool isUsual() const {
         constexpr char16_t kLastLatin = 0x17F;
         return std::all_of(text_.begin(), text_.end(),
-                           [](QChar letter) { return letter != 0 && letter.unicode() <= kLastLatin; });
+                           [](QChar letter) { return !letter.isNull() && letter.unicode() <= kLastLatin; });
     }
 
     bool isOf(std::string_view name) const {
