@@ -167,11 +167,9 @@ int NameList::findPrefix(const QString& text) const {
     return hasText(beginning) ? findIn(0, size(), beginning) : -1;
 }
 
-std::pair<int, int> NameList::rowsFrom(const std::string& text) const {
-    const std::string letters = alphabet::orderKey(text);
-    const std::string_view key(letters.c_str());  // the marks behind the letters decide on nothing here
-    const auto isBefore = [&](const Row& row) { return alphabet::orderKey(textAt(row.key)) < key; };
-    const auto begins = [&](const Row& row) { return alphabet::orderKey(textAt(row.key)).starts_with(key); };
+std::pair<int, int> NameList::rowsFrom(std::string_view text) const {
+    const auto isBefore = [&](const Row& row) { return alphabet::compareFront(textAt(row.key), text) < 0; };
+    const auto begins = [&](const Row& row) { return alphabet::compareFront(textAt(row.key), text) == 0; };
     const auto first = std::partition_point(rows_.begin(), rows_.end(), isBefore);
     const auto last = std::partition_point(first, rows_.end(), begins);
     return {static_cast<int>(first - rows_.begin()), static_cast<int>(last - rows_.begin())};

@@ -51,7 +51,7 @@ class NameList {
     std::vector<std::uint32_t> order() const;  // the places of the names, as they are to stand
     // The rows whose places are those of names with the letters of this one in front: the first, and the one
     // behind the last.
-    std::pair<int, int> rowsFrom(const std::string& text) const;
+    std::pair<int, int> rowsFrom(std::string_view text) const;
     int findIn(int first, int last, const Beginning& beginning) const;
     bool hasText(const Beginning& beginning) const;  // also of names that are gone
     std::uint32_t keep(std::string_view text);

@@ -8,7 +8,8 @@
 // nothing has to be compared or searched.
 namespace sql {
 
-// How many whole numbers follow `first` up to `last`, which is no lower.
+// How many whole numbers follow `first` up to `last`. A lower `last` counts from the top, as unsigned numbers
+// do: further than any strip from `first` to a number above it.
 constexpr std::uint64_t spanOf(std::int64_t first, std::int64_t last) {
     return static_cast<std::uint64_t>(last) - static_cast<std::uint64_t>(first);
 }

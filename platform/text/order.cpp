@@ -244,6 +244,20 @@ int compare(std::string_view a, std::string_view b) {
     return marks;
 }
 
+int compareFront(std::string_view text, std::string_view front) {
+    while (!front.empty()) {
+        if (text.empty()) {
+            return -1;
+        }
+        const std::uint32_t letter = placeOf(takeCharacter(text)).letter;
+        const std::uint32_t wanted = placeOf(takeCharacter(front)).letter;
+        if (letter != wanted) {
+            return sign(letter, wanted);
+        }
+    }
+    return 0;
+}
+
 // Most names are plain letters from their first to their last.
 void appendOrderKey(std::string& key, std::string_view text) {
     const auto marked = std::find_if(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; });

@@ -29,6 +29,10 @@ inline bool same(std::string_view a, std::string_view b) {
     return a.size() == b.size() && a == b ? true : compare(a, b) == 0;
 }
 
+// Below, at or above 0 as `text` stands before, among or behind all that begin with the letters of `front`,
+// whatever their marks.
+int compareFront(std::string_view text, std::string_view front);
+
 // Bytes that compare, as unsigned bytes, as the texts do: for whoever can only compare bytes, or compares
 // often. Only of texts without U+0000.
 std::string orderKey(std::string_view text);

@@ -25,6 +25,11 @@ TEST(CloseNumbers, SpanIsExactOverAllNumbers) {
     EXPECT_EQ(sql::spanOf(kLowest, kHighest), std::numeric_limits<std::uint64_t>::max());
 }
 
+TEST(CloseNumbers, WhatIsLowerIsFurtherThanAnythingAbove) {
+    EXPECT_GT(sql::spanOf(5, 4), sql::spanOf(5, kHighest));
+    EXPECT_GT(sql::spanOf(5, kLowest), sql::spanOf(5, kHighest));
+}
+
 TEST(CloseNumbers, AreCloseUpToSoManyPlacesForEach) {
     EXPECT_TRUE(sql::areClose(1, 8, 2, 4));
     EXPECT_FALSE(sql::areClose(1, 9, 2, 4));

@@ -132,4 +132,44 @@ TEST(OrderTest, ComparingIsAnOrder) {
     }
 }
 
+TEST(OrderTest, AFrontStandsWhereTheTextsThatBeginWithItDo) {
+    EXPECT_EQ(alphabet::compareFront("anything", ""), 0);
+    EXPECT_EQ(alphabet::compareFront("", ""), 0);
+    EXPECT_LT(alphabet::compareFront("", "a"), 0);
+    EXPECT_LT(alphabet::compareFront("Bab", "babi"), 0);
+    EXPECT_EQ(alphabet::compareFront("BABIĆ", "babić"), 0);
+    EXPECT_EQ(alphabet::compareFront("Babićev", "BABI"), 0);
+    EXPECT_GT(alphabet::compareFront("Babić", "babic"), 0);
+    EXPECT_LT(alphabet::compareFront("Babčev", "Babić"), 0);
+    EXPECT_GT(alphabet::compareFront("c\xFF", "cž"), 0);
+}
+
+TEST(OrderTest, MarksAreNothingToAFront) {
+    EXPECT_EQ(alphabet::compareFront("Łukasz", "lu"), 0);
+    EXPECT_EQ(alphabet::compareFront("lukasz", "ŁU"), 0);
+}
+
+// What stands before a front stands before all that begins with it, and what stands behind, behind.
+TEST(OrderTest, AFrontCutsAnOrderIntoThree) {
+    const Names letters{"a", "C", "č", "ć", "l", "ł", "z", "ž", "я", "1", "\xC3"};
+    std::minstd_rand random(3);
+    const auto word = [&](unsigned most) {
+        std::string text;
+        for (auto more = random() % (most + 1); more > 0; --more) {
+            text += letters[random() % letters.size()];
+        }
+        return text;
+    };
+    for (int turn = 0; turn < 20'000; ++turn) {
+        const std::string front = word(3);
+        const std::string text = word(4);
+        const std::string longer = front + word(2);
+        const int side = alphabet::compareFront(text, front);
+        if (side != 0) {
+            ASSERT_EQ(side < 0, alphabet::compare(text, longer) < 0) << text << " " << front << " " << longer;
+        }
+        ASSERT_EQ(alphabet::compareFront(longer, front), 0) << longer << " " << front;
+    }
+}
+
 }  // namespace
