@@ -2,6 +2,7 @@
 #include "our_window.h"
 #include "plain_shop.h"
 #include "plain_stages.h"
+#include "platform/dao/dao.h"
 #include "records/frmMain.h"
 #include "shop.h"
 
@@ -57,7 +58,9 @@ class ListOurs : public Side {
     }
     ~ListOurs() override { mainWindow().shop.filter.RefreshAll(); }
     void run() override {
-        mainWindow().services.list.closeRows();  // as if nobody had looked at this computer before
+        // As if nobody had looked at this computer before.
+        mainWindow().services.list.closeRows();
+        dao::DBEngine::Idle(dao::dbRefreshCache);
         showServices(computer_);
         lookAtServices();
     }
@@ -81,8 +84,8 @@ class ListPlain : public Side {
     PlainServices<PlainShop> services_;
 };
 
-// --- Sorting those services by a column, one direction after the other. They are read anew: what another
-// workstation has changed shows.
+// --- Sorting those services by a column, one direction after the other: what another workstation has changed
+// shows.
 
 class SortOurs : public Side {
  public:

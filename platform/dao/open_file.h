@@ -9,6 +9,8 @@
 
 namespace dao {
 
+class SmallSet;
+
 // A shop's records that this process has open: one connection, whatever the number of Database objects on it.
 class OpenFile final : public std::enable_shared_from_this<OpenFile>, private ConnectionInUse {
  public:
@@ -46,6 +48,10 @@ class OpenFile final : public std::enable_shared_from_this<OpenFile>, private Co
 
     FileTransaction& transaction() { return transaction_; }
 
+    // The small set that was read last, as long as a record set has it.
+    std::shared_ptr<const SmallSet> smallSet() const { return smallSet_.lock(); }
+    void noteSmallSet(const std::shared_ptr<const SmallSet>& set) { smallSet_ = set; }
+
  private:
     driver::Store* openStore() noexcept override { return store_.get(); }
     void keepWritten() override { translator_.keepWritten(); }
@@ -59,6 +65,7 @@ class OpenFile final : public std::enable_shared_from_this<OpenFile>, private Co
     Translator translator_;
     FileTransaction transaction_{*this};
     std::int64_t generation_ = 0;
+    std::weak_ptr<const SmallSet> smallSet_;
 };
 
 }  // namespace dao

@@ -2,6 +2,7 @@
 
 #include <bit>
 #include <cmath>
+#include <limits>
 
 namespace dao {
 
@@ -158,6 +159,12 @@ void setReal(Type type, double number, Value::Store& out) {
     }
 }
 
+// Reals that are no number are none in a store. Both zeros are the same.
+std::int64_t orderOfReal(double number) {
+    const auto bits = std::bit_cast<std::int64_t>(number + 0.0);
+    return bits < 0 ? bits ^ std::numeric_limits<std::int64_t>::max() : bits;
+}
+
 }  // namespace
 
 std::optional<std::string_view> RowBlock::text(std::size_t row, std::size_t column) const {
@@ -168,6 +175,30 @@ std::optional<std::string_view> RowBlock::text(std::size_t row, std::size_t colu
     }
     const bool isOfTexts = types_[column] == Type::Text || types_[column] == Type::Null;
     return kind == Kind::Text && isOfTexts ? std::optional(texts_.at(cells_.slot(cell))) : std::nullopt;
+}
+
+std::optional<std::vector<std::int64_t>> RowBlock::orderOf(std::size_t column) const {
+    constexpr std::int64_t kFirst = std::numeric_limits<std::int64_t>::min();
+    std::vector<std::int64_t> numbers;
+    numbers.reserve(rows_);
+    std::optional<Kind> kind;  // of all that are not Null
+    for (std::size_t row = 0; row < rows_; ++row) {
+        const std::size_t cell = at(row, column);
+        if (cells_.kind(cell) == Kind::Null) {
+            numbers.push_back(kFirst);
+            continue;
+        }
+        if (!kind) {
+            kind = cells_.kind(cell);
+        }
+        const bool isNumber = kind == Kind::Integer || kind == Kind::Real;
+        numbers.push_back(kind == Kind::Real ? orderOfReal(std::bit_cast<double>(cells_.slot(cell)))
+                                             : static_cast<std::int64_t>(cells_.slot(cell)));
+        if (!isNumber || cells_.kind(cell) != kind || numbers.back() == kFirst) {
+            return std::nullopt;
+        }
+    }
+    return numbers;
 }
 
 void RowBlock::get(std::size_t row, std::size_t column, Value& out) const {

@@ -54,6 +54,9 @@ class RowBlock {
     std::int64_t integer(std::size_t row, std::size_t column) const {
         return static_cast<std::int64_t>(cells_.slot(at(row, column)));
     }
+    // The column's cells as numbers that stand in the order in which the store puts the cells, Null first.
+    // Nothing where one is a text or was left unread, or whole numbers stand among others.
+    std::optional<std::vector<std::int64_t>> orderOf(std::size_t column) const;
     bool isUnread(std::size_t row, std::size_t column) const {
         return cells_.kind(at(row, column)) == Kind::Unread;
     }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "platform/dao/keyset_view.h"
@@ -17,6 +18,7 @@ class SmallSet {
 
     // Of a set that asks for the rows with one number in a field, as the services of a computer are; nullptr
     // where it asks for others, has more rows than kMost, is far, or its rows cannot be read as they are.
+    // The same rows in another order are turned round where they lie, as long as somebody holds them.
     static std::shared_ptr<const SmallSet> read(const KeysetView& set);
 
     KeyList keys() const;
@@ -27,10 +29,22 @@ class SmallSet {
     const RowBlock& rows() const { return rows_; }
 
  private:
-    bool readFrom(const KeysetView& set, std::size_t key);
+    // A column that the rows are ordered by.
+    struct Term {
+        std::size_t column;
+        bool descending;
+    };
+
+    static std::vector<Term> orderOf(const KeysetView& set);
+
+    void note(const KeysetView& set);
+    void readFrom(const KeysetView& set, std::size_t key);
+    bool turnRound(const SmallSet& other, const std::vector<Term>& order);
+    bool isWhole() const { return rows_.rows() <= kMost && keys_.size() == rows_.rows(); }
 
     RowBlock rows_;
     std::vector<std::int64_t> keys_;
+    std::string which_;  // what the statement says on which rows they are; empty: there is more to it
     std::int64_t generation_ = -1;
     std::int64_t version_ = -1;
 };

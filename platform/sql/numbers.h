@@ -16,6 +16,8 @@ class Numbers {
     int addIdSet(const IdSetPtr& ids);
     // The number of a parameter, from 1: the same again for the same set and for Now.
     int addParameter(const Parameter& parameter);
+    void noteTime() { asksTheTime_ = true; }
+    bool asksTheTime() const { return asksTheTime_; }
     // The first number that is left for row keys.
     int firstKey() const { return static_cast<int>(parameters_.size()) + 1; }
 
@@ -26,6 +28,7 @@ class Numbers {
     int idSetBase_;
     std::vector<IdSetPtr> idSets_;
     std::vector<Parameter> parameters_;
+    bool asksTheTime_ = false;
 };
 
 }  // namespace sql::writing

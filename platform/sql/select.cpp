@@ -151,6 +151,7 @@ void SelectWriter::fillNumbers(WrittenSelect& result) const {
     result.uniqueSource = source_.unique();
     result.idSets = context_.numbers.idSets();
     result.parameters = context_.numbers.parameters();
+    result.asksTheTime = context_.numbers.asksTheTime();
 }
 
 WrittenSelect SelectWriter::find(const Expression& criterion) {

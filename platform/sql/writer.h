@@ -72,6 +72,7 @@ struct WrittenSelect {
     std::vector<IdSetPtr> idSets;
     // The same in all texts of one statement; none where the store has functions for what they stand for.
     std::vector<Parameter> parameters;
+    bool asksTheTime = false;  // other rows may follow although nobody has written
 };
 
 // An action statement in the store's own SQL.

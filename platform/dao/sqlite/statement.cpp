@@ -1,6 +1,7 @@
 #include "platform/dao/sqlite/statement.h"
 
 #include <algorithm>
+#include <span>
 
 #include "platform/dao/failure.h"
 
@@ -38,6 +39,18 @@ struct Binder {
 std::int64_t keyOf(sqlite3_value* value) {
     const std::int64_t key = sqlite3_value_int64(value);
     return key == 0 && sqlite3_value_type(value) == SQLITE_NULL ? kNoRow : key;
+}
+
+// False, and nothing added, where one of them is Null.
+bool addKeys(KeyOrder& to, std::span<sqlite3_value* const> keys) {
+    for (sqlite3_value* const key : keys) {
+        if (sqlite3_value_type(key) == SQLITE_NULL) {
+            to.takeBack();
+            return false;
+        }
+        to.put(sqlite3_value_int64(key));
+    }
+    return true;
 }
 
 void addCell(RowBlock& block, sqlite3_value* value) {
@@ -195,7 +208,7 @@ KeyOrder SqliteStatement::gatherSorted(const KeySpan& span, const RowGatherer::T
     bindInteger(2, span.last);
     KeyOrder keys(sorted_.keys);
     gather([&](sqlite3_value** row) {
-        if (keys.add(row + SortedColumns::kBefore)) {
+        if (addKeys(keys, {row + SortedColumns::kBefore, sorted_.keys})) {
             take(row);
         }
     });

@@ -5,8 +5,9 @@
 #include <vector>
 
 #include "platform/dao/driver.h"
-#include "platform/dao/sqlite/key_order.h"
+#include "platform/dao/key_order.h"
 #include "platform/dao/sqlite/library.h"
+#include "platform/dao/sqlite/sorted_columns.h"
 #include "platform/dao/sqlite/table_halves.h"
 
 namespace dao::driver {

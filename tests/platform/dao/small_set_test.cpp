@@ -1,6 +1,7 @@
 #include "platform/dao/small_set.h"
 
 #include <functional>
+#include <random>
 
 #include "platform/dao/dao_shop.h"
 
@@ -142,6 +143,122 @@ TEST_F(SmallSetTest, ARowThatOthersDeleteStaysDeletedWhenTheRestOfItIsAskedFor) 
     set.MoveNext();
     EXPECT_EQ(set["ID"].asLong(), 56);
     EXPECT_EQ(set["Naziv"].asText(), "Deo 50");
+}
+
+// --- The same rows in another order, while somebody still has them.
+
+class TurnedSetTest : public SmallSetTest {
+ protected:
+    static constexpr const char* kServices = "SELECT * FROM Services WHERE MachineID=2";
+
+    void SetUp() override {
+        SmallSetTest::SetUp();
+        std::minstd_rand random(5);
+        const auto any = [&](int among) { return static_cast<int>(random() % static_cast<unsigned>(among)); };
+        DBEngine::BeginTrans();
+        Recordset services = db.OpenRecordset("Services");
+        for (int i = 0; i < 300; ++i) {
+            services.AddNew();
+            services.Fields("MachineID") = Value(2);
+            services.Fields("Comments") = Value(std::string(1, static_cast<char>('a' + any(5))));
+            services.Fields("ServiceStarted") = Value(Date{any(40) / 8.0 - 2});
+            services.Fields("Price") = Value(Currency::fromScaled(any(7) * 1'000'000'000'000'000 - 3));
+            services.Fields("Discount") = any(3) == 0 ? Value() : Value(static_cast<float>(any(9)) / 3 - 1);
+            services.Update();
+        }
+        DBEngine::CommitTrans();
+    }
+    std::vector<int> inOrder(const std::string& order) {
+        return numbers(db.OpenRecordset(std::string(kServices) + order), "ID");
+    }
+    static void readAnew() { DBEngine::Idle(dbRefreshCache); }
+};
+
+TEST_F(TurnedSetTest, StandsAsTheStoreWouldPutIt) {
+    std::vector<std::string> orders{" ORDER BY Discount DESC, Price",
+                                    " ORDER BY Price, ID DESC",
+                                    " ORDER BY Price, Comments",
+                                    " ORDER BY Services.Price DESC",
+                                    " ORDER BY Price*2",
+                                    " ORDER BY 3",
+                                    ""};
+    for (const char* field : {"ID", "MachineID", "ServiceStarted", "Comments", "Price", "Discount", "Paid"}) {
+        orders.push_back(std::string(" ORDER BY ") + field);
+        orders.push_back(std::string(" ORDER BY ") + field + " DESC");
+    }
+    for (const std::string& order : orders) {
+        readAnew();
+        const std::vector<int> expected = inOrder(order);
+        for (const char* before : {"", " ORDER BY Price DESC", " ORDER BY Comments"}) {
+            readAnew();
+            const Recordset held = db.OpenRecordset(std::string(kServices) + before);
+            EXPECT_EQ(inOrder(order), expected) << order << " after" << before;
+        }
+    }
+}
+
+TEST_F(TurnedSetTest, AColumnOfTheSetIsNotTheFieldOfItsName) {
+    const std::string negated = "SELECT ID, -Price AS Price FROM Services WHERE MachineID=2";
+    for (const char* order : {" ORDER BY Price", " ORDER BY Services.Price"}) {
+        readAnew();
+        const std::vector<int> expected = numbers(db.OpenRecordset(negated + order), "ID");
+        readAnew();
+        const Recordset held = db.OpenRecordset(negated);
+        EXPECT_EQ(numbers(db.OpenRecordset(negated + order), "ID"), expected) << order;
+    }
+}
+
+TEST_F(TurnedSetTest, ShowsWhatOthersHaveWritten) {
+    db.Close();
+    Child other(doing("UPDATE Services SET Price=900000000 WHERE ID=2"));
+    db = openShop(path);
+    const Recordset held = db.OpenRecordset(kServices);
+    letGo(other);
+    Recordset turned = db.OpenRecordset(std::string(kServices) + " ORDER BY Price DESC");
+    EXPECT_NE(turned["ID"].asLong(), 2);
+    readAnew();
+    db.Execute("UPDATE Services SET Price=900000000000 WHERE ID=2");
+    turned = db.OpenRecordset(std::string(kServices) + " ORDER BY Price DESC");
+    EXPECT_EQ(turned["ID"].asLong(), 2);
+}
+
+TEST_F(TurnedSetTest, ShowsWhatWasWrittenHereAndWhatWasTakenBack) {
+    const std::string byPrice = std::string(kServices) + " ORDER BY Price DESC";
+    const int usual = db.OpenRecordset(byPrice)["ID"].asLong();
+    ASSERT_NE(usual, 2);
+    const Recordset held = db.OpenRecordset(kServices);
+    DBEngine::BeginTrans();
+    db.Execute("UPDATE Services SET Price=900000000000 WHERE ID=2");
+    const Recordset within = db.OpenRecordset(byPrice);
+    EXPECT_EQ(within["ID"].asLong(), 2);
+    DBEngine::Rollback();
+    EXPECT_EQ(db.OpenRecordset(byPrice)["ID"].asLong(), usual);
+}
+
+TEST_F(TurnedSetTest, OtherRowsAreNotTakenForThem) {
+    const Recordset held = db.OpenRecordset(kServices);
+    EXPECT_EQ(numbers(db.OpenRecordset("SELECT * FROM Services WHERE MachineID=3 ORDER BY Price"), "ID"),
+              (std::vector{3}));
+    EXPECT_EQ(numbers(db.OpenRecordset(std::string(kServices) + " AND ID<7 ORDER BY Price"), "ID").size(), 2);
+    const Recordset few = db.OpenRecordset("SELECT ID, Price FROM Services WHERE MachineID=2 ORDER BY Price");
+    EXPECT_EQ(errorOf([&] { few["Comments"]; }), errItemNotFound);
+}
+
+TEST_F(TurnedSetTest, GoesOnAsAnyOther) {
+    const Recordset held = db.OpenRecordset(kServices);
+    Recordset turned = db.OpenRecordset(std::string(kServices) + " ORDER BY Price DESC, ID DESC");
+    const int last = turned["ID"].asLong();
+    turned.Edit();
+    turned.Fields("Paid") = Value(12);
+    turned.Update();
+    EXPECT_EQ(turned["Paid"].asLong(), 12);
+    turned.FindFirst("ID=2");
+    ASSERT_FALSE(turned.NoMatch());
+    EXPECT_EQ(turned["Comments"].asText(), std::string(100, 'c'));
+    turned.MoveFirst();
+    turned.Delete();
+    turned.FindFirst("ID=" + std::to_string(last));
+    EXPECT_TRUE(turned.NoMatch());
 }
 
 }  // namespace

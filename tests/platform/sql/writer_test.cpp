@@ -622,4 +622,13 @@ TEST_F(WriterTest, ManyTablesAreRefused) {
     EXPECT_THROW(select(text), SyntaxError);
 }
 
+TEST_F(WriterTest, ToldApartIsWhatAsksTheTime) {
+    EXPECT_FALSE(select("SELECT * FROM Services WHERE MachineID=2 ORDER BY Price").asksTheTime);
+    EXPECT_TRUE(select("SELECT * FROM Services WHERE ServiceStarted<Now()").asksTheTime);
+    EXPECT_TRUE(
+        select("SELECT * FROM (SELECT * FROM Services WHERE DateDiff('d',Now(),ServiceStarted)=1) AS s "
+               "WHERE MachineID=2")
+            .asksTheTime);
+}
+
 }  // namespace

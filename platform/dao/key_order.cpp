@@ -1,45 +1,18 @@
-#include "platform/dao/sqlite/key_order.h"
+#include "platform/dao/key_order.h"
 
 #include <algorithm>
-#include <charconv>
 #include <numeric>
 
 #include "platform/sql/close_numbers.h"
-#include "platform/sql/sql_text.h"
 
-namespace dao::driver {
-SortedColumns SortedColumns::of(std::string_view statement) {
-    SortedColumns result;
-    if (!statement.starts_with(kHead)) {
-        return result;
-    }
-    statement.remove_prefix(kHead.size());
-    const char* const end = statement.data() + statement.size();
-    const char* at = std::from_chars(statement.data(), end, result.keys).ptr + std::string_view(", '").size();
-    for (int place = 0; *at != '\''; ++at) {
-        at = std::from_chars(at, end, place).ptr;
-        result.shown.push_back(place);
-    }
-    statement.remove_prefix(static_cast<std::size_t>(at - statement.data()) +
-                            std::string_view("', '").size());
-    result.table = sql::writing::quotedName(statement.substr(0, statement.find('\'')));
-    return result;
-}
+namespace dao {
 
 void KeyOrder::append(const KeyOrder& other) {
     keys_.insert(keys_.end(), other.keys_.begin(), other.keys_.end());
 }
 
-bool KeyOrder::add(sqlite3_value** keys) {
-    const std::size_t before = keys_.size();
-    for (std::size_t column = 0; column < stride_; ++column) {
-        if (sqlite3_value_type(keys[column]) == SQLITE_NULL) {
-            keys_.resize(before);
-            return false;
-        }
-        keys_.push_back(sqlite3_value_int64(keys[column]));
-    }
-    return true;
+void KeyOrder::takeBack() {
+    keys_.resize(keys_.size() - keys_.size() % stride_);
 }
 
 // By the last key first, and each time those that are alike stay as they stood.
@@ -86,4 +59,4 @@ void KeyOrder::countBy(std::size_t column, std::int64_t first, std::size_t span,
     order = std::move(sorted);
 }
 
-}  // namespace dao::driver
+}  // namespace dao

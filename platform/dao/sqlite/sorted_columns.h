@@ -1,8 +1,5 @@
 #pragma once
 
-#include <sqlcipher/sqlite3.h>
-
-#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,29 +20,6 @@ struct SortedColumns {
     std::size_t keys = 0;
     std::vector<int> shown;
     std::string table;  // as a statement names it
-};
-
-// The keys of rows, and the order that these put the rows in.
-class KeyOrder {
- public:
-    explicit KeyOrder(std::size_t keys) : stride_(keys) {}
-
-    // False, and nothing taken, where one of them is Null.
-    bool add(sqlite3_value** keys);
-    void append(const KeyOrder& other);  // as if its rows had been added behind
-
-    std::size_t rows() const { return keys_.size() / stride_; }
-    std::int64_t key(std::size_t row, std::size_t column) const { return keys_[row * stride_ + column]; }
-    // The rows, by the places they were added at.
-    std::vector<std::uint32_t> order() const;
-
- private:
-    void sortBy(std::size_t column, std::vector<std::uint32_t>& order) const;
-    void countBy(std::size_t column, std::int64_t first, std::size_t span,
-                 std::vector<std::uint32_t>& order) const;
-
-    std::size_t stride_;
-    std::vector<std::int64_t> keys_;
 };
 
 }  // namespace dao::driver
