@@ -13,7 +13,7 @@ class KeyOrder {
     void expect(std::size_t rows) { keys_.reserve(rows * stride_); }
     // The keys of a row, from the one that decides first to the last.
     void put(std::int64_t key) { keys_.push_back(key); }
-    void takeBack();  // what has been put of a row that has not got all of them
+    void takeBack();                     // what has been put of a row that has not got all of them
     void append(const KeyOrder& other);  // as if its rows had been added behind
 
     std::size_t rows() const { return keys_.size() / stride_; }

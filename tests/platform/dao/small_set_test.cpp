@@ -128,6 +128,19 @@ TEST_F(SmallSetTest, ARequeryReadsThemAnew) {
     EXPECT_EQ(set["Stanje"].asSingle(), 8);
 }
 
+TEST_F(SmallSetTest, ARequeryShowsWhatOthersHaveWritten) {
+    for (const char* rows : {kGroup, "SELECT * FROM Oprema"}) {
+        db.Close();
+        Child other(doing("UPDATE Oprema SET Stanje=Stanje+1 WHERE ID=1"));
+        db = openShop(path);
+        Recordset set = db.OpenRecordset(rows);
+        const float before = set["Stanje"].asSingle();
+        letGo(other);
+        set.Requery();
+        EXPECT_EQ(set["Stanje"].asSingle(), before + 1) << rows;
+    }
+}
+
 // As on any long walk: what nobody has looked at yet is asked for when somebody does.
 TEST_F(SmallSetTest, ARowThatOthersDeleteStaysDeletedWhenTheRestOfItIsAskedFor) {
     addProducts(1, 100);

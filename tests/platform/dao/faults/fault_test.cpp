@@ -69,6 +69,9 @@ class FaultTest : public ::testing::Test {
         if (allOfThem()) {
             const std::uint64_t parts = daotest::numberFrom("TARVELLO_FAULT_PARTS").value_or(1);
             const std::uint64_t part = daotest::numberFrom("TARVELLO_FAULT_PART").value_or(0);
+            if (part >= parts) {
+                ADD_FAILURE() << "parts are counted from 0: there is no part " << part << " of " << parts;
+            }
             std::erase_if(calls, [&](std::uint64_t n) { return n % parts != part; });
         } else {
             std::shuffle(calls.begin(), calls.end(), random);
