@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <map>
+#include <numeric>
 #include <random>
 #include <set>
 #include <tuple>
@@ -88,6 +89,30 @@ TEST_F(DamageTest, NothingFalseIsReadFromPagesOfZeroes) {
         db.Close();
     }
     EXPECT_GT(refused, pages / 3);
+}
+
+// However the rows come: along the table on a walk, or through its links for a filter.
+TEST_F(DamageTest, RowsThatAreReadAlongTheirTableAreAllThereOrRefused) {
+    constexpr const char* kOfClients =
+        "SELECT Services.ID FROM (Customers INNER JOIN Computers ON Customers.CustID=Computers.CustID) INNER "
+        "JOIN Services ON Computers.MachineID=Services.MachineID WHERE Customers.City='Beograd'";
+    std::vector<int> all(500);
+    std::iota(all.begin(), all.end(), 1);
+    for (const char* rows : {"SELECT * FROM Services", kOfClients}) {
+        std::size_t refused = 0;
+        for (std::size_t page = 2; page <= pages; ++page) {
+            SCOPED_TRACE(std::string(rows) + ", page " + std::to_string(page));
+            writeWithZeroes(page);
+            const int number = errorOf([&] {
+                db = openShop(path);
+                EXPECT_EQ(numbers(db.OpenRecordset(rows), "ID"), all);
+            });
+            EXPECT_TRUE(number == 0 || number == errCannotOpen) << number;
+            refused += number != 0;
+            db.Close();
+        }
+        EXPECT_GT(refused, 10U);
+    }
 }
 
 TEST_F(DamageTest, ADamagedFileNeverReplacesASoundBackup) {
