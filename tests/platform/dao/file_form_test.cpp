@@ -52,6 +52,29 @@ class FileFormTest : public daotest::ShopTest {
     void open() { db = daotest::openShop(path); }
 };
 
+// What the file tells of itself once more is written when it is opened, and then the others may write.
+TEST_F(FileFormTest, WhatIsAddedInOpeningAFileKeepsNobodyFromWriting) {
+    daotest::Child other([this](daotest::Child& child) {
+        child.hear();
+        DBEngine::setLockTimeout(300);
+        Database there = daotest::openShop(path);
+        child.tell(std::to_string(
+            errorOf([&] { there.Execute("INSERT INTO Grupe (Grupa) VALUES ('Tastature')"); })));
+        child.hear();
+        return 0;
+    });
+    runOnFile("DELETE FROM dao_layout_1; DELETE FROM dao_layout_2;");
+    open();
+    other.tell("go");
+    EXPECT_EQ(other.hear(), "0");
+    EXPECT_EQ(db.OpenRecordset("Grupe").RecordCount(), 1);
+    other.tell("go");
+    const std::string before = bytes();
+    db.Close();
+    open();
+    EXPECT_EQ(bytes(), before);  // it is written once
+}
+
 TEST_F(FileFormTest, AFileKeepsTheFormThatTheProgramGivesIt) {
     EXPECT_EQ(db.Form(), 0);
     giveForm(3);
