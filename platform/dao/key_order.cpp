@@ -7,6 +7,13 @@
 
 namespace dao {
 
+void KeyOrder::setColumn(std::size_t column, const std::vector<std::int64_t>& keys) {
+    keys_.resize(keys.size() * stride_);
+    for (std::size_t row = 0; row < keys.size(); ++row) {
+        keys_[row * stride_ + column] = keys[row];
+    }
+}
+
 void KeyOrder::append(const KeyOrder& other) {
     keys_.insert(keys_.end(), other.keys_.begin(), other.keys_.end());
 }

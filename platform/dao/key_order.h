@@ -13,6 +13,8 @@ class KeyOrder {
     void expect(std::size_t rows) { keys_.reserve(rows * stride_); }
     // The keys of a row, from the one that decides first to the last.
     void put(std::int64_t key) { keys_.push_back(key); }
+    // The keys of all rows in one column. Those of the other columns are 0 until they are set too.
+    void setColumn(std::size_t column, const std::vector<std::int64_t>& keys);
     void takeBack();                     // what has been put of a row that has not got all of them
     void append(const KeyOrder& other);  // as if its rows had been added behind
 

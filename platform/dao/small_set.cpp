@@ -111,25 +111,18 @@ bool SmallSet::turnRound(const SmallSet& other, const std::vector<Term>& order) 
     if (order.empty() || which_.empty() || which_ != other.which_ || !other.stand(generation_, version_)) {
         return false;
     }
-    std::vector<std::vector<std::int64_t>> columns;
-    for (const Term& term : order) {
-        std::optional<std::vector<std::int64_t>> numbers = other.rows_.orderOf(term.column);
+    KeyOrder rows(order.size() + 1);
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        std::optional<std::vector<std::int64_t>> numbers = other.rows_.orderOf(order[i].column);
         if (!numbers) {
             return false;
         }
-        if (term.descending) {
+        if (order[i].descending) {
             std::transform(numbers->begin(), numbers->end(), numbers->begin(), std::bit_not<>());
         }
-        columns.push_back(std::move(*numbers));
+        rows.setColumn(i, *numbers);
     }
-    columns.push_back(other.keys_);
-    KeyOrder rows(columns.size());
-    rows.expect(other.rows_.rows());
-    for (std::size_t row = 0; row < other.rows_.rows(); ++row) {
-        for (const std::vector<std::int64_t>& column : columns) {
-            rows.put(column[row]);
-        }
-    }
+    rows.setColumn(order.size(), other.keys_);
     const std::vector<std::uint32_t> places = rows.order();
     rows_ = other.rows_;
     rows_.reorder(0, places);

@@ -217,7 +217,6 @@ bool ExpressionWriter::hasAggregate(const Expression& e) {
 
 Sql ExpressionWriter::call(const Expression& e) {
     if (e.text == "Now") {
-        context_.numbers.noteTime();
         Sql result;
         result.text = dialect_.values.now(context_.numbers);
         result.type = Type::Date;

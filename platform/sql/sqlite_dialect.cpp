@@ -43,7 +43,10 @@ class SqliteValues final : public ValueSpelling {
 
     std::string text(std::string_view text) const override { return quotedText(text); }
 
-    std::string now(Numbers&) const override { return "dao_now()"; }
+    std::string now(Numbers& numbers) const override {
+        numbers.noteTime();
+        return "dao_now()";
+    }
 
     Sql number(Sql sql) const override { return sql; }
 

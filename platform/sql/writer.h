@@ -72,7 +72,9 @@ struct WrittenSelect {
     std::vector<IdSetPtr> idSets;
     // The same in all texts of one statement; none where the store has functions for what they stand for.
     std::vector<Parameter> parameters;
-    bool asksTheTime = false;  // other rows may follow although nobody has written
+    // A function of the store's own asks for the time: other rows may follow although nobody has written and
+    // no parameter has changed.
+    bool asksTheTime = false;
 };
 
 // An action statement in the store's own SQL.

@@ -68,6 +68,24 @@ class DamageTest : public daotest::ShopTest {
         daotest::writeFile(path, bytes);
     }
     std::string mark() const { return path + ".damaged"; }
+    // With each page but the first set to zeroes in turn: what is read is right, or refused. How often it is
+    // refused.
+    template <typename Reading>
+    std::size_t refusedOfPages(const Reading& reading) {
+        std::size_t refused = 0;
+        for (std::size_t page = 2; page <= pages; ++page) {
+            SCOPED_TRACE(page);
+            writeWithZeroes(page);
+            const int number = errorOf([&] {
+                db = openShop(path);
+                reading();
+            });
+            EXPECT_TRUE(number == 0 || number == errCannotOpen) << number;
+            refused += number != 0;
+            db.Close();
+        }
+        return refused;
+    }
 
     Content content;
     Bytes whole;
@@ -76,19 +94,7 @@ class DamageTest : public daotest::ShopTest {
 
 // The cipher takes a page of zeroes for one that holds nothing.
 TEST_F(DamageTest, NothingFalseIsReadFromPagesOfZeroes) {
-    std::size_t refused = 0;
-    for (std::size_t page = 2; page <= pages; ++page) {
-        SCOPED_TRACE(page);
-        writeWithZeroes(page);
-        const int number = errorOf([&] {
-            db = openShop(path);
-            EXPECT_EQ(contentOf(db), content);
-        });
-        EXPECT_TRUE(number == 0 || number == errCannotOpen) << number;
-        refused += number != 0;
-        db.Close();
-    }
-    EXPECT_GT(refused, pages / 3);
+    EXPECT_GT(refusedOfPages([&] { EXPECT_EQ(contentOf(db), content); }), pages / 3);
 }
 
 // However the rows come: along the table on a walk, or through its links for a filter.
@@ -99,19 +105,8 @@ TEST_F(DamageTest, RowsThatAreReadAlongTheirTableAreAllThereOrRefused) {
     std::vector<int> all(500);
     std::iota(all.begin(), all.end(), 1);
     for (const char* rows : {"SELECT * FROM Services", kOfClients}) {
-        std::size_t refused = 0;
-        for (std::size_t page = 2; page <= pages; ++page) {
-            SCOPED_TRACE(std::string(rows) + ", page " + std::to_string(page));
-            writeWithZeroes(page);
-            const int number = errorOf([&] {
-                db = openShop(path);
-                EXPECT_EQ(numbers(db.OpenRecordset(rows), "ID"), all);
-            });
-            EXPECT_TRUE(number == 0 || number == errCannotOpen) << number;
-            refused += number != 0;
-            db.Close();
-        }
-        EXPECT_GT(refused, 10U);
+        SCOPED_TRACE(rows);
+        EXPECT_GT(refusedOfPages([&] { EXPECT_EQ(numbers(db.OpenRecordset(rows), "ID"), all); }), 10U);
     }
 }
 

@@ -48,6 +48,15 @@ TEST(KeyOrderTest, TheLowestAndTheHighestNumberAreNumbersToo) {
     EXPECT_EQ(rowsOf({{kHighest}, {0}, {kLowest}, {-1}}, 1).order(), (Places{2, 3, 1, 0}));
 }
 
+TEST(KeyOrderTest, AColumnOfKeysIsSetAtOnce) {
+    KeyOrder order(2);
+    order.setColumn(1, {9, 8, 7});
+    EXPECT_EQ(order.order(), (Places{2, 1, 0}));
+    order.setColumn(0, {1, 2, 1});
+    EXPECT_EQ(order.order(), (Places{2, 0, 1}));
+    EXPECT_EQ(order.rows(), 3);
+}
+
 TEST(KeyOrderTest, ARowWithoutAllItsKeysIsTakenBack) {
     KeyOrder order = rowsOf({{1, 2}}, 2);
     order.put(7);
