@@ -10,7 +10,6 @@ class KeyOrder {
  public:
     explicit KeyOrder(std::size_t keys) : stride_(keys) {}
 
-    void expect(std::size_t rows) { keys_.reserve(rows * stride_); }
     // The keys of a row, from the one that decides first to the last.
     void put(std::int64_t key) { keys_.push_back(key); }
     // The keys of all rows in one column. Those of the other columns are 0 until they are set too.
